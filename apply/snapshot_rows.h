@@ -1,0 +1,54 @@
+// The watched numbers of the snapshot, as rows: the getter of a value and the field of the record that keeps it.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "wifimgr_lib.h"
+
+namespace apply {
+
+using Snapshot = wifimgr_band_snapshot;
+
+using BandGetter = int (*)(int, int, char*, unsigned);
+using SsidGetter = uint64_t (*)(uint32_t, int32_t, char*, uint32_t);
+
+struct BandRow {
+  const char* label;  // marks the row for a reader; compared with nothing
+  BandGetter getter;
+  size_t offset;
+};
+
+struct SsidRow {
+  const char* label;
+  SsidGetter getter;
+  size_t offset;
+};
+
+// The fields are packed, hence not aligned.
+int32_t load_number(const Snapshot& record, size_t offset);
+void store_number(Snapshot& record, size_t offset, int32_t number);
+
+// Reads a band-wide number; false when the getter fails.
+bool read_number(BandGetter getter, uint32_t wifi_type, int32_t& number);
+
+// Keeps every row's current number; a row whose getter fails keeps what it had.
+template <size_t kRows>
+void store_rows(const BandRow (&rows)[kRows], Snapshot& record, uint32_t wifi_type) {
+  for (const BandRow& row : rows) {
+    int32_t number = 0;
+    if (read_number(row.getter, wifi_type, number)) store_number(record, row.offset, number);
+  }
+}
+
+// Whether a row's current number differs from the kept one; a row whose getter fails does not.
+template <size_t kRows>
+bool rows_differ(const BandRow (&rows)[kRows], const Snapshot& record, uint32_t wifi_type) {
+  for (const BandRow& row : rows) {
+    int32_t number = 0;
+    if (read_number(row.getter, wifi_type, number) && number != load_number(record, row.offset)) return true;
+  }
+  return false;
+}
+
+}  // namespace apply

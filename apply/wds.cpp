@@ -1,0 +1,133 @@
+// The WDS settings of a band: on or off, cipher and PHY mode of each link, peers.
+#include <cstring>
+
+#include "params/band_setting.h"
+#include "store/band.h"
+#include "store/band_value.h"
+#include "store/decimal.h"
+#include "store/record.h"
+#include "store/trace.h"
+#include "wifimgr_lib.h"
+
+namespace {
+
+constexpr int kLinks = 4;
+constexpr size_t kMacLength = 17;
+
+// Four words, one per link.
+struct LinkWords {
+  const char* function;
+  const char* key;
+  char words[4][12];
+  const char* word_refusal;
+  const char* count_refusal;
+};
+
+bool is_word_of(const LinkWords& setting, const char* token) {
+  for (const auto& word : setting.words) {
+    if (rtstrcasecmp(word, token) == 1) return true;
+  }
+  return false;
+}
+
+trace::Result set_link_words(const LinkWords& setting, uint32_t wifi_type, int32_t index, const char* value) {
+  trace::enter(setting.function);
+  if (value == nullptr) return trace::fail(setting.function);
+  if (index != -1) return trace::fail(setting.function, params::kIndexShouldBeMinusOne);
+  char list[store::kValueSize + 1] = "";
+  std::memcpy(list, value, strnlen(value, store::kValueSize));
+  char written[sizeof list];
+  std::memcpy(written, list, sizeof list);
+  int links = 0;
+  for (char* token = rstrtok(list, ";"); token != nullptr; token = rstrtok(nullptr, ";")) {
+    if (links == kLinks) {  // a fifth word is one too many, whatever it says
+      ++links;
+      break;
+    }
+    if (!is_word_of(setting, token)) return trace::fail(setting.function, setting.word_refusal);
+    ++links;
+  }
+  if (links != kLinks) {
+    WIFIMGR_TRACE(trace::kErrorLevel, setting.count_refusal, setting.function, kLinks);
+    return {1};
+  }
+  if (update_attr(store::band_number(wifi_type), -1, setting.key, written) != 0) return trace::fail(setting.function);
+  return trace::success(setting.function);
+}
+
+// Two hexadecimal digits in each of six groups; what separates the groups is not looked at, deliberately.
+bool has_mac_digits(const char* token) {
+  for (size_t i = 0; i < kMacLength; ++i) {
+    if (i % 3 != 2 && doHexCheck(token[i]) != 1) return false;
+  }
+  return true;
+}
+
+int is_wds_mode(const char* value) {
+  return std::strlen(value) == 1 && doStrDecCheck(value) != 0 && store::decimal(value) <= 4 ? 1 : 0;
+}
+
+}  // namespace
+
+extern "C" int wifimgr_lib_get_wdsenable(int wifi_type, int index, char* buf, unsigned len) {
+  return store::get_band_value(__func__, "WdsEnable", wifi_type, index, buf, len);
+}
+
+extern "C" int wifimgr_lib_get_wdslist(int wifi_type, int index, char* buf, unsigned len) {
+  return store::get_band_value(__func__, "WdsList", wifi_type, index, buf, len);
+}
+
+extern "C" int wifimgr_lib_get_wdsencryptype(int wifi_type, int index, char* buf, unsigned len) {
+  return store::get_band_value(__func__, "WdsEncrypType", wifi_type, index, buf, len);
+}
+
+extern "C" int wifimgr_lib_get_wdsphymode(int wifi_type, int index, char* buf, unsigned len) {
+  return store::get_band_value(__func__, "WdsPhyMode", wifi_type, index, buf, len);
+}
+
+// "diffrent" is what log readers know; keep the spelling.
+extern "C" uint64_t wifimgr_lib_set_wdsenable(uint32_t wifi_type, int32_t index, const char* value) {
+  static constexpr params::BandSetting kRow = {
+      __func__, "WdsEnable", params::kIndexShouldBeMinusOne, params::passing(is_wds_mode),
+      WIFIMGR_REFUSAL("Please input value from 0 to 4(0:disable;1-4:diffrent modes,recommend 1).")};
+  return params::set_band_value(kRow, wifi_type, index, value);
+}
+
+extern "C" uint64_t wifimgr_lib_set_wdsencryptype(uint32_t wifi_type, int32_t index, const char* value) {
+  static constexpr LinkWords kRow = {__func__,
+                                     "WdsEncrypType",
+                                     {"NONE", "WEP", "TKIP", "AES"},
+                                     "Please input value from NONE,WEP,TKIP,AES.",
+                                     WIFIMGR_REFUSAL("Please input %d wdsencryptypes")};
+  return set_link_words(kRow, wifi_type, index, value);
+}
+
+extern "C" uint64_t wifimgr_lib_set_wdsphymode(uint32_t wifi_type, int32_t index, const char* value) {
+  static constexpr LinkWords kRow = {__func__,
+                                     "WdsPhyMode",
+                                     {"CCK", "OFDM", "HTMIX", "GREENFIELD"},
+                                     "Please input value from CCK,OFDM,HTMIX,GREENFIELD.",
+                                     WIFIMGR_REFUSAL("Please input %d wdsphyModes")};
+  return set_link_words(kRow, wifi_type, index, value);
+}
+
+extern "C" uint64_t wifimgr_lib_set_wdslist(uint32_t wifi_type, int32_t index, const char* value) {
+  trace::enter(__func__);
+  if (value == nullptr) return trace::fail(__func__);
+  if (index != -1) return trace::fail(__func__, params::kIndexShouldBeMinusOne);
+  char list[128] = "";
+  std::memcpy(list, value, strnlen(value, sizeof list - 1));
+  int peers = 0;
+  for (char* token = rstrtok(list, ";"); token != nullptr; token = rstrtok(nullptr, ";"), ++peers) {
+    if (std::strlen(token) != kMacLength) return trace::fail(__func__, "Please input acceptable Mac address.");
+    if (std::strcmp(token, "00:00:00:00:00:00") != 0 && !has_mac_digits(token)) {
+      return trace::fail(__func__, "Mac address check error!");
+    }
+  }
+  if (peers != kLinks || charCnt(value, ';') > kLinks - 1) {
+    WIFIMGR_TRACE(trace::kErrorLevel, WIFIMGR_REFUSAL("Please input %d Mac addresses"), __func__, kLinks);
+    return 1;
+  }
+  if (update_attr(store::band_number(wifi_type), -1, "WdsList", value) != 0) return trace::fail(__func__);
+  return trace::success(__func__);
+}

@@ -1,0 +1,77 @@
+# The shared library itself: libapi_lib_wifimgr.so.1.
+
+add_library(api_lib_wifimgr SHARED
+  store/attribute.cpp
+  store/band_value.cpp
+  store/chip.cpp
+  store/dat_line.cpp
+  store/dat_path.cpp
+  store/debug_log.cpp
+  store/dump.cpp
+  store/key_family.cpp
+  store/list_text.cpp
+  store/load.cpp
+  store/lock.cpp
+  store/segment.cpp
+  store/setup.cpp
+  store/shell.cpp
+  store/trace.cpp
+  store/write_back.cpp
+  params/accepted.cpp
+  params/access_policy.cpp
+  params/address_check.cpp
+  params/band_setting.cpp
+  params/band_wide.cpp
+  params/country.cpp
+  params/number_check.cpp
+  params/per_ssid.cpp
+  params/phy_mode.cpp
+  params/reload_flag.cpp
+  params/repeated_value.cpp
+  params/ssid_count.cpp
+  params/ssid_setting.cpp
+  params/vht.cpp
+  params/wep_key.cpp
+  apply/auth_mode.cpp
+  apply/commit.cpp
+  apply/fixed_tx_mode.cpp
+  apply/line_end.cpp
+  apply/normalise.cpp
+  apply/snapshot.cpp
+  apply/snapshot_rows.cpp
+  apply/snapshot_wds.cpp
+  apply/wds.cpp
+  apply/wds_key.cpp)
+
+set(WIFIMGR_EXPORT_MAP ${PROJECT_SOURCE_DIR}/include/wifimgr_lib.map)
+
+set_target_properties(api_lib_wifimgr PROPERTIES
+  SOVERSION 1
+  CXX_VISIBILITY_PRESET hidden
+  VISIBILITY_INLINES_HIDDEN ON
+  LINK_DEPENDS ${WIFIMGR_EXPORT_MAP})
+target_include_directories(api_lib_wifimgr
+  PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include> $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>
+  PRIVATE ${PROJECT_SOURCE_DIR})
+
+# Exported functions call each other through the dynamic symbol table, under gcc and clang alike, so that a caller, a
+# test or a simulator can stand in for any of them.
+target_compile_options(api_lib_wifimgr PRIVATE
+  -fno-exceptions -fno-rtti -fno-threadsafe-statics -fsemantic-interposition
+  -ffunction-sections -fdata-sections)
+target_link_options(api_lib_wifimgr PRIVATE
+  -Wl,--version-script=${WIFIMGR_EXPORT_MAP} -Wl,--no-undefined-version
+  -Wl,-z,relro,-z,now,-z,noexecstack -Wl,--gc-sections
+  -Wl,--as-needed)
+if(NOT WIFIMGR_SANITIZE)
+  target_link_options(api_lib_wifimgr PRIVATE -Wl,--no-undefined)
+endif()
+
+# Both platform libraries stay needed even while nothing calls into one of them: on a gateway the platform's own take
+# their place. Everything else is dropped unless used, which leaves libc alone.
+target_link_libraries(api_lib_wifimgr PRIVATE
+  wifimgr_warnings wifimgr_sanitizers
+  -Wl,--push-state,--no-as-needed vexa_lib_dbg api_lib_utility -Wl,--pop-state)
+
+install(TARGETS api_lib_wifimgr LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
+install(FILES include/wifimgr_lib.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})

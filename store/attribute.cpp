@@ -1,0 +1,132 @@
+// Reading and changing one attribute of a band's store.
+#include "store/band.h"
+#include "store/key_family.h"
+#include "store/lock.h"
+#include "store/record.h"
+#include "store/segment.h"
+#include "store/trace.h"
+
+namespace {
+
+constexpr int kFound = 2;
+constexpr int kAbsent = 3;
+constexpr int kBandWide = -1;
+
+constexpr char kNoSuchAttribute[] = "The attr_name do not exist.";
+
+constexpr bool is_ssid_index(int index) {
+  return index >= 1 && index <= store::kFields;
+}
+
+const store::Record* record_at(const char* segment, int record) {
+  if (record < 0 || static_cast<unsigned>(record) >= store::room_at(segment)) return nullptr;
+  return reinterpret_cast<const store::Record*>(segment) + record;
+}
+
+store::Record* record_at(char* segment, int record) {
+  return const_cast<store::Record*>(record_at(static_cast<const char*>(segment), record));
+}
+
+// What a caller with `len` bytes gets of `record`; null, or why not. An index outside 1 to 8 copies nothing and is no
+// failure; deliberate, callers probe SSIDs beyond the eighth that way.
+const char* copy_out(const store::Record& record, int index, char* buf, unsigned len) {
+  if (store::is_single_value_key(record.key)) {
+    const size_t length = strnlen(record.field[0], len < store::kFieldSize ? len : store::kFieldSize);
+    std::memcpy(buf, record.field[0], length);
+    std::memset(buf + length, 0, len - length);
+    return nullptr;
+  }
+  if (len < store::kFieldSize + 1) return "The size of buffer is too small!";
+  const int field = index == kBandWide ? 1 : index;
+  if (is_ssid_index(field)) std::memcpy(buf, record.field[field - 1], store::kFieldSize);
+  return nullptr;
+}
+
+}  // namespace
+
+extern "C" int is_attr_exist(char* segment, const char* name, unsigned* index) {
+  trace::enter(__func__);
+  if (segment == nullptr || name == nullptr || index == nullptr) return trace::fail(__func__);
+  const store::Record* const table = reinterpret_cast<const store::Record*>(segment);
+  const unsigned end = store::room_at(segment);
+  for (unsigned i = 0; i < end && table[i].key[0] != '\0'; ++i) {
+    if (!store::has_key(table[i], name)) continue;
+    *index = i;
+    (void)trace::success(__func__);
+    return kFound;
+  }
+  (void)trace::fail(__func__);
+  return kAbsent;
+}
+
+extern "C" int read_attr(int wifi_type, int index, const char* name, char* buf, unsigned len) {
+  trace::enter(__func__);
+  if (name == nullptr || buf == nullptr) return trace::fail(__func__);
+  if (!store::is_band(wifi_type)) return trace::fail(__func__, store::kWrongBand);
+  store::Record* const table = store::records(wifi_type);
+  if (table == nullptr) return trace::fail(__func__, kNoSuchAttribute);
+
+  const int semaphore = store::look_up_semaphore(wifi_type);
+  if (semaphore_p(semaphore) != 0) return trace::fail(__func__, "p operation failed.");
+  unsigned found = 0;
+  const char* const refusal =
+      is_attr_exist(table->key, name, &found) == kFound ? copy_out(table[found], index, buf, len) : kNoSuchAttribute;
+  const int released = semaphore_v(semaphore);
+  if (refusal != nullptr) return trace::fail(__func__, refusal);
+  if (released != 0) return trace::fail(__func__, "v operation failed.");
+  return trace::success(__func__);
+}
+
+extern "C" int update_attr(int wifi_type, int index, const char* name, const char* value) {
+  trace::enter(__func__);
+  if (name == nullptr || value == nullptr) return trace::fail(__func__);
+  if (!store::is_band(wifi_type)) return trace::fail(__func__, store::kWrongBand);
+  store::Record* const table = store::records(wifi_type);
+  if (table == nullptr) return trace::fail(__func__, kNoSuchAttribute);
+
+  const int semaphore = store::look_up_semaphore(wifi_type);
+  if (semaphore_p(semaphore) != 0) return trace::fail(__func__, "p operation is wrong.");
+  const char* refusal = nullptr;
+  unsigned found = 0;
+  if (is_attr_exist(table->key, name, &found) != kFound) {
+    refusal = kNoSuchAttribute;
+  } else if (index != kBandWide && !is_ssid_index(index)) {
+    refusal = "The index is invalid.";
+  } else {
+    const int record = static_cast<int>(found);
+    const int failed = index == kBandWide ? update_common_attr(table->key, record, name, value)
+                                          : update_attr_by_ssid(table->key, record, index, name, value);
+    if (failed != 0) refusal = "Modify the attr_value failed.";
+  }
+  const int released = semaphore_v(semaphore);
+  if (refusal != nullptr) return trace::fail(__func__, refusal);
+  // "operaion" is what log readers look for; keep the spelling.
+  if (released != 0) return trace::fail(__func__, "v operaion failed.");
+  return trace::success(__func__);
+}
+
+// Fields 2 to 8 are never touched, so a band-wide change keeps what else the attribute holds; deliberate, the VHT lists
+// rely on it.
+extern "C" int update_common_attr(char* segment, int record, const char* name, const char* value) {
+  trace::enter(__func__);
+  if (segment == nullptr || name == nullptr || value == nullptr) return trace::fail(__func__);
+  store::Record* const changed = record_at(segment, record);
+  if (changed == nullptr || !store::has_key(*changed, name)) return trace::fail(__func__);
+  store::set_field(changed->field[0], value);
+  return trace::success(__func__);
+}
+
+// A record with another key is left alone and still counts as a success; deliberate, as callers look it up first.
+extern "C" int update_attr_by_ssid(char* segment, int record, int index, const char* name, const char* value) {
+  trace::enter(__func__);
+  if (segment == nullptr || name == nullptr || value == nullptr) return trace::fail(__func__);
+  if (store::is_single_value_key(name)) {
+    if (update_common_attr(segment, record, name, value) != 0) return trace::fail(__func__);
+    return trace::success(__func__);
+  }
+  store::Record* const changed = record_at(segment, record);
+  if (changed != nullptr && is_ssid_index(index) && store::has_key(*changed, name)) {
+    store::set_field(changed->field[index - 1], value);
+  }
+  return trace::success(__func__);
+}

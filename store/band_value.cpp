@@ -1,0 +1,15 @@
+#include "store/band_value.h"
+
+#include "wifimgr_lib.h"
+
+namespace store {
+
+trace::Result get_band_value(const char* function, const char* key, int wifi_type, int index, char* buf, unsigned len) {
+  trace::enter(function);
+  if (buf == nullptr) return trace::fail(function);
+  if (index != -1) return trace::fail(function, "The index should be -1.");
+  if (read_attr(wifi_type, -1, key, buf, len) != 0) return trace::fail(function);
+  return trace::success(function);
+}
+
+}  // namespace store

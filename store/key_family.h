@@ -1,0 +1,17 @@
+// Families of keys that are stored once per SSID, the SSID's number being part of the key. All match as prefixes, so
+// "SSIDTail" and "SSID" belong to the family of "SSID1".
+#pragma once
+
+namespace store {
+
+// Values of these keys are kept whole in field 1: ';' does not separate SSIDs in them.
+bool is_whole_value_key(const char* key);
+
+// These keys have one value, field 1, whatever index a caller reads or changes.
+bool is_single_value_key(const char* key);
+
+// The prefix of the family that `key` belongs to and whose keys are numbered from 1 (from 0); null for other keys.
+const char* family_numbered_from_one(const char* key);
+const char* family_numbered_from_zero(const char* key);
+
+}  // namespace store

@@ -1,0 +1,37 @@
+// The attribute record: its layout is shared by every process that maps a band's segment.
+#pragma once
+
+#include <cstddef>
+#include <cstring>
+#include <type_traits>
+
+#include "wifimgr_lib.h"
+
+namespace store {
+
+using Record = wifimgr_attr_record;
+
+inline constexpr size_t kKeySize = WIFIMGR_KEY_SIZE;
+inline constexpr size_t kFieldSize = WIFIMGR_FIELD_SIZE;
+inline constexpr int kFields = WIFIMGR_FIELDS;
+inline constexpr size_t kLineSize = WIFIMGR_DAT_LINE_SIZE;
+inline constexpr size_t kValueSize = WIFIMGR_VALUE_SIZE;
+
+static_assert(std::is_trivially_copyable_v<Record> && std::is_standard_layout_v<Record>);
+static_assert(sizeof(Record) == 1236 && alignof(Record) == 1);
+static_assert(offsetof(Record, key) == 0 && offsetof(Record, field) == 36);
+
+// Copies at most kFieldSize - 1 characters and fills the rest with NUL. The last byte is never anything but NUL, so a
+// reader finds a terminated text even when a writer was killed half-way.
+inline void set_field(char (&field)[kFieldSize], const char* text) {
+  const size_t length = strnlen(text, kFieldSize - 1);
+  std::memset(field + length, 0, kFieldSize - length);
+  std::memcpy(field, text, length);
+}
+
+// Exact comparison, bounded by the key's width: a foreign writer may have left a key without its NUL.
+inline bool has_key(const Record& record, const char* name) {
+  return std::strncmp(record.key, name, kKeySize) == 0 && strnlen(name, kKeySize + 1) <= kKeySize;
+}
+
+}  // namespace store

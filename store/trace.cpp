@@ -1,0 +1,29 @@
+#include "store/trace.h"
+
+namespace trace {
+
+void enter(const char* function) {
+  WIFIMGR_TRACE(kTraceLevel, "[%s]:===Enter===\n", function);
+}
+
+Result success(const char* function) {
+  WIFIMGR_TRACE(kTraceLevel, "[%s]:===Success Exit===\n", function);
+  return {0};
+}
+
+Result fail(const char* function) {
+  WIFIMGR_TRACE(kTraceLevel, "[%s]:===Fail Exit===\n", function);
+  return {1};
+}
+
+Result fail(const char* function, const char* why) {
+  WIFIMGR_TRACE(kErrorLevel, "[%s]:===Fail Exit===%s\n", function, why);
+  return {1};
+}
+
+Result debug_exit(const char* function, const char* why) {
+  WIFIMGR_TRACE(kTraceLevel, "[%s]:===Debug Exit===%s\n", function, why);
+  return {1};
+}
+
+}  // namespace trace

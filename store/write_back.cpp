@@ -1,0 +1,185 @@
+// Writing a band's dat file anew from its store.
+#include <cstdio>
+
+#include "store/band.h"
+#include "store/dat_path.h"
+#include "store/decimal.h"
+#include "store/key_family.h"
+#include "store/lock.h"
+#include "store/record.h"
+#include "store/segment.h"
+#include "store/stream.h"
+#include "store/trace.h"
+
+namespace {
+
+// Room for the longest line that a record can make; what may be written is far shorter.
+constexpr size_t kComposedSize = store::kKeySize + 1 + size_t{store::kFields} * store::kFieldSize + 2;
+
+constexpr int kLeaveOut = -1;
+
+enum class Composed { kLine, kNothing, kMergeFailed };
+
+constexpr char kPFailed[] = "p operation failed.";
+constexpr char kVFailed[] = "v operation failed.";
+constexpr char kMergeRefusal[] = "merge some values to one line failed.";
+
+int clamp_to_fields(int count) {
+  return count < 0 ? 0 : count > store::kFields ? store::kFields : count;
+}
+
+// How many fields of a record belong into the file, or kLeaveOut when the whole record does not. The families compare
+// differently because one counts its SSIDs from 1 and the other from 0.
+int fields_to_write(const char* key, int ssid_count) {
+  const unsigned ssids = ssid_count > 0 ? static_cast<unsigned>(ssid_count) : 0;
+  unsigned number = 0;
+  if (get_attr_num(key, key, &number) == 0) return number > ssids ? kLeaveOut : 1;
+  if (get_attr_num_extended(key, key, &number) == 0) return number >= ssids ? kLeaveOut : 1;
+  return clamp_to_fields(ssid_count);
+}
+
+Composed compose_line(store::Record& record, int ssid_count, char (&line)[kComposedSize]) {
+  char key[store::kKeySize + 1] = "";
+  std::memcpy(key, record.key, store::kKeySize);
+  const int fields = fields_to_write(key, ssid_count);
+  if (fields == kLeaveOut) return Composed::kNothing;
+  char values[kComposedSize] = "";
+  if (merge_para(&record, values, fields) != 0) return Composed::kMergeFailed;
+  (void)std::snprintf(line, sizeof line - 1, "%s=%s", key, values);
+  const size_t length = std::strlen(line);
+  if (line[length - 1] != '\n') std::memcpy(line + length, "\n", 2);
+  return Composed::kLine;
+}
+
+// The records of a band, up to the first empty key. The caller holds the band's lock.
+struct Table {
+  store::Record* first;
+  store::Record* last;
+
+  explicit Table(int band) : first(store::records(band)), last(first) {
+    const unsigned room = store::room(band);
+    for (unsigned i = 0; i < room && last->key[0] != '\0'; ++i) ++last;
+  }
+  store::Record* begin() const { return first; }
+  store::Record* end() const { return last; }
+};
+
+enum class Check { kFits, kTooLong, kMergeFailed };
+
+// The loader takes at most 185 characters a line, so a longer one would come back as two.
+Check check_lines(int band, int ssid_count) {
+  char line[kComposedSize];
+  for (store::Record& record : Table(band)) {
+    const Composed composed = compose_line(record, ssid_count, line);
+    if (composed == Composed::kMergeFailed) return Check::kMergeFailed;
+    if (composed == Composed::kLine && std::strlen(line) > store::kLineSize - 1) return Check::kTooLong;
+  }
+  return Check::kFits;
+}
+
+// A line that another process made too long since the check is written whole: cutting it would lose what it holds.
+bool write_lines(int band, int ssid_count, std::FILE* file, const char*& refusal) {
+  bool written = std::fputs("Default\n", file) >= 0;
+  char line[kComposedSize];
+  for (store::Record& record : Table(band)) {
+    const Composed composed = compose_line(record, ssid_count, line);
+    if (composed == Composed::kMergeFailed) {
+      refusal = kMergeRefusal;
+      return false;
+    }
+    if (composed == Composed::kLine) written = std::fputs(line, file) >= 0 && written;
+  }
+  return std::fflush(file) == 0 && written;
+}
+
+trace::Result refuse(const char* function, const char* why) {
+  return why != nullptr ? trace::fail(function, why) : trace::fail(function);
+}
+
+// Everything that can refuse a save does so here, while the file still holds its old text.
+const char* check_before_writing(int band, int ssid_count, int semaphore, bool& fits) {
+  fits = false;
+  if (semaphore_p(semaphore) != 0) return kPFailed;
+  const Check check = check_lines(band, ssid_count);
+  if (semaphore_v(semaphore) != 0 && check == Check::kFits) return kVFailed;
+  fits = check == Check::kFits;
+  return check == Check::kMergeFailed ? kMergeRefusal : nullptr;
+}
+
+// In place, with neither a temporary file nor a rename, so that a link or a bound file at this path stays one.
+trace::Result rewrite(const char* function, int band, int ssid_count, int semaphore, store::Stream& file) {
+  flockfile(file.get());
+  std::rewind(file.get());
+  const char* refusal = semaphore_p(semaphore) != 0 ? kPFailed : nullptr;
+  bool written = false;
+  if (refusal == nullptr) {
+    written = write_lines(band, ssid_count, file.get(), refusal);
+    if (semaphore_v(semaphore) != 0 && refusal == nullptr) refusal = kVFailed;
+  }
+  funlockfile(file.get());
+  written = file.close() && written;
+  if (refusal != nullptr || !written) return refuse(function, refusal);
+  return trace::success(function);
+}
+
+trace::Result take_number(const char* function, const char* prefix, const char* line, unsigned* num) {
+  if (prefix == nullptr || strnlen(line, std::strlen(prefix)) < std::strlen(prefix)) return trace::fail(function);
+  *num = static_cast<unsigned>(store::decimal(line + std::strlen(prefix)));
+  return trace::success(function);
+}
+
+}  // namespace
+
+extern "C" int get_attr_num(const char* key, const char* line, unsigned* num) {
+  trace::enter(__func__);
+  if (key == nullptr || line == nullptr || num == nullptr) return trace::fail(__func__);
+  return take_number(__func__, store::family_numbered_from_one(key), line, num);
+}
+
+extern "C" int get_attr_num_extended(const char* key, const char* line, unsigned* num) {
+  trace::enter(__func__);
+  if (key == nullptr || line == nullptr || num == nullptr) return trace::fail(__func__);
+  return take_number(__func__, store::family_numbered_from_zero(key), line, num);
+}
+
+extern "C" int merge_para(wifimgr_attr_record* rec, char* out, int count) {
+  trace::enter(__func__);
+  if (rec == nullptr || out == nullptr) return trace::fail(__func__);
+  char* end = out + std::strlen(out);
+  const char* const start = end;
+  for (int i = 0; i < clamp_to_fields(count) && rec->field[i][0] != '\0'; ++i) {
+    size_t length = strnlen(rec->field[i], sizeof rec->field[i]);
+    if (rec->field[i][length - 1] == '\n') --length;
+    std::memcpy(end, rec->field[i], length);
+    end += length;
+    *end++ = ';';
+  }
+  if (end != start) *--end = '\0';
+  return trace::success(__func__);
+}
+
+extern "C" int update_datafile_from_shm(int wifi_type, int bssid_num) {
+  trace::enter(__func__);
+  if (!store::is_band(wifi_type)) return trace::fail(__func__, store::kWrongBand);
+  if (store::records(wifi_type) == nullptr) return trace::fail(__func__);
+  const int semaphore = store::look_up_semaphore(wifi_type);
+  bool fits = false;
+  const char* const refusal = check_before_writing(wifi_type, bssid_num, semaphore, fits);
+  if (!fits) return refuse(__func__, refusal);
+
+  const store::DatPath path(wifi_type);
+  store::Stream file(std::fopen(path.text, "w+e"));
+  if (!file) {
+    WIFIMGR_TRACE(trace::kErrorLevel, "[%s]:===Fail Exit===Open the file %s failed.\n", __func__, path.text);
+    return 1;
+  }
+  return rewrite(__func__, wifi_type, bssid_num, semaphore, file);
+}
+
+extern "C" int wifimgr_lib_save_dataFile(int wifi_type) {
+  trace::enter(__func__);
+  char count[store::kValueSize] = "";
+  if (wifimgr_lib_get_bssidnum(wifi_type, -1, count, sizeof count) != 0) return trace::fail(__func__);
+  if (update_datafile_from_shm(wifi_type, store::decimal(count)) != 0) return trace::fail(__func__);
+  return trace::success(__func__);
+}
