@@ -13,8 +13,9 @@
 
 namespace {
 
-// Room for the longest line that a record can make; what may be written is far shorter.
-constexpr size_t kComposedSize = store::kKeySize + 1 + size_t{store::kFields} * store::kFieldSize + 2;
+// Room for what a record can make; what may be written is far shorter.
+constexpr size_t kMergedSize = size_t{store::kFields} * store::kFieldSize + 1;
+constexpr size_t kComposedSize = store::kKeySize + sizeof "=" - 1 + kMergedSize + sizeof "\n" - 1;
 
 constexpr int kLeaveOut = -1;
 
@@ -43,7 +44,7 @@ Composed compose_line(store::Record& record, int ssid_count, char (&line)[kCompo
   std::memcpy(key, record.key, store::kKeySize);
   const int fields = fields_to_write(key, ssid_count);
   if (fields == kLeaveOut) return Composed::kNothing;
-  char values[kComposedSize] = "";
+  char values[kMergedSize] = "";
   if (merge_para(&record, values, fields) != 0) return Composed::kMergeFailed;
   (void)std::snprintf(line, sizeof line - 1, "%s=%s", key, values);
   const size_t length = std::strlen(line);

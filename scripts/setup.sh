@@ -1,0 +1,53 @@
+#!/bin/sh
+# Sees to it that the Debian packages of a task are there: installs what is missing when it may, else says what to do.
+#
+# usage: setup.sh build|demo|test|lint
+set -eu
+
+build="g++ cmake ninja-build"
+demo="$build net-tools bridge-utils"
+test="$demo libgtest-dev libgmock-dev"
+lint="$test clang-format clang-tidy cppcheck"
+
+case "${1:-}" in
+  build) packages=$build ;;
+  demo) packages=$demo ;;
+  test) packages=$test ;;
+  lint) packages=$lint ;;
+  *)
+    echo "usage: setup.sh build|demo|test|lint" >&2
+    exit 2
+    ;;
+esac
+
+if ! command -v dpkg-query >/dev/null 2>&1; then
+  echo "setup: not a Debian system; this needs what Debian calls: $packages" >&2
+  exit 0
+fi
+
+missing=
+for package in $packages; do
+  status=$(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null || true)
+  [ "$status" = installed ] || missing="$missing $package"
+done
+[ -n "$missing" ] || exit 0
+
+if [ "$(id -u)" -eq 0 ]; then
+  apt="env DEBIAN_FRONTEND=noninteractive apt-get"
+elif command -v sudo >/dev/null 2>&1 && sudo -n true 2>/dev/null; then
+  apt="sudo -n env DEBIAN_FRONTEND=noninteractive apt-get"
+else
+  echo "setup: packages are missing and this user may not install them. As root:" >&2
+  echo "  apt-get install$missing" >&2
+  exit 1
+fi
+
+echo "setup: installing$missing"
+# shellcheck disable=SC2086 # the words of both are meant to split
+{
+  $apt -qq update
+  $apt -qq install -y --no-install-recommends $missing >/dev/null
+} || {
+  echo "setup: apt-get failed; install these by hand and try again:$missing" >&2
+  exit 1
+}
