@@ -25,7 +25,7 @@ struct BandInterfaces {
   const char* wds;
   const char* save_refusal;
   const char* wds_down_trace;
-  Module modules[3];  // the first whose chip is present is reloaded; ends with an empty row
+  Module modules[3];  // the first whose chip is present is reloaded; empty rows are skipped
 };
 
 // The first unload names the module with its suffix, the others do not; deliberate, gateways match these lines as they
@@ -107,8 +107,9 @@ extern "C" int wifimgr_lib_commit(uint32_t wifi_type, int32_t ssid_index) {
 
   char wds_enable[store::kValueSize] = "";
   char reload[store::kValueSize] = "";
-  (void)wifimgr_lib_get_wdsenable(band, -1, wds_enable, sizeof wds_enable);
-  (void)wifimgr_lib_get_reloadFlag(wifi_type, reload, sizeof reload);
+  // What cannot be read counts as empty.
+  if (wifimgr_lib_get_wdsenable(band, -1, wds_enable, sizeof wds_enable) != 0) wds_enable[0] = '\0';
+  if (wifimgr_lib_get_reloadFlag(wifi_type, reload, sizeof reload) != 0) reload[0] = '\0';
   const bool must_reload = reload[0] == '1';
   // Cleared before anything is done, so that a commit which fails later does not reload the driver at every attempt.
   if (must_reload && wifimgr_lib_set_reloadFlag(wifi_type, "0") != 0) {

@@ -17,9 +17,9 @@ using BandGetter = int (*)(int, int, char*, unsigned);
 // 0 when the value cannot be read.
 int read_number(BandGetter getter, uint32_t band, const char* failure = nullptr) {
   char text[store::kValueSize] = "";
-  if (getter(store::band_number(band), kBandWide, text, sizeof text) != 0 && failure != nullptr)
-    (void)std::puts(failure);
-  return store::decimal(text);
+  if (getter(store::band_number(band), kBandWide, text, sizeof text) == 0) return store::decimal(text);
+  if (failure != nullptr) (void)std::puts(failure);
+  return 0;
 }
 
 void set_band_wide(wifimgr_setter_t setter, uint32_t band, const char* value) {

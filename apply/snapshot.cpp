@@ -15,6 +15,10 @@ wifimgr_band_snapshot store_global[2];
 
 static_assert(sizeof(apply::Snapshot) == 432 && alignof(apply::Snapshot) == 1);
 static_assert(offsetof(apply::Snapshot, bss_count) == 16);
+static_assert(offsetof(apply::Snapshot, channel) == 24);
+static_assert(offsetof(apply::Snapshot, wireless_mode) == 56);
+static_assert(offsetof(apply::Snapshot, vht_bw) == 72);
+static_assert(offsetof(apply::Snapshot, tx_power) == 80);
 static_assert(offsetof(apply::Snapshot, frag_threshold) == 116);
 static_assert(offsetof(apply::Snapshot, wds_enable) == 120);
 static_assert(offsetof(apply::Snapshot, wds_encryp_type) == 121);
@@ -24,6 +28,7 @@ static_assert(offsetof(apply::Snapshot, wep_key) == 298);
 static_assert(offsetof(apply::Snapshot, apsd_capable) == 406);
 static_assert(offsetof(apply::Snapshot, wsc_v2_support) == 414);
 static_assert(offsetof(apply::Snapshot, ssid_enable) == 422);
+static_assert(offsetof(apply::Snapshot, filling) == 426);
 
 namespace {
 
@@ -102,7 +107,7 @@ int32_t read_spread_number(apply::BandGetter getter, uint32_t wifi_type, int bss
 template <typename Visit>
 bool visit_entry_rows(uint32_t wifi_type, const char* bss_count, Visit visit) {
   const SsidRow* row = kEntryRows;
-  for (int32_t ssid = 1; ssid <= store::decimal(bss_count); ++ssid) {
+  for (int32_t ssid = 1; ssid <= store::decimal(bss_count) && row->getter != nullptr; ++ssid) {
     for (; row->getter != nullptr; ++row) {
       char text[store::kValueSize] = "";
       if (row->getter(wifi_type, ssid, text, sizeof text) != 0) continue;

@@ -23,6 +23,18 @@ struct LinkWords {
   const char* count_refusal;
 };
 
+// Ends the list scan on every way out: its position must not outlive the buffer that it points into.
+struct ListScan {
+  explicit ListScan(char* list) : token(rstrtok(list, ";")) {}
+  ListScan(const ListScan&) = delete;
+  ListScan& operator=(const ListScan&) = delete;
+  ~ListScan() { __rstrtok = nullptr; }
+
+  void next() { token = rstrtok(nullptr, ";"); }
+
+  const char* token;
+};
+
 bool is_word_of(const LinkWords& setting, const char* token) {
   for (const auto& word : setting.words) {
     if (rtstrcasecmp(word, token) == 1) return true;
@@ -39,13 +51,9 @@ trace::Result set_link_words(const LinkWords& setting, uint32_t wifi_type, int32
   char written[sizeof list];
   std::memcpy(written, list, sizeof list);
   int links = 0;
-  for (char* token = rstrtok(list, ";"); token != nullptr; token = rstrtok(nullptr, ";")) {
-    if (links == kLinks) {  // a fifth word is one too many, whatever it says
-      ++links;
-      break;
-    }
-    if (!is_word_of(setting, token)) return trace::fail(setting.function, setting.word_refusal);
-    ++links;
+  // A fifth word is one too many, whatever it says.
+  for (ListScan scan(list); scan.token != nullptr && links <= kLinks; scan.next(), ++links) {
+    if (links < kLinks && !is_word_of(setting, scan.token)) return trace::fail(setting.function, setting.word_refusal);
   }
   if (links != kLinks) {
     WIFIMGR_TRACE(trace::kErrorLevel, setting.count_refusal, setting.function, kLinks);
@@ -118,9 +126,9 @@ extern "C" uint64_t wifimgr_lib_set_wdslist(uint32_t wifi_type, int32_t index, c
   char list[128] = "";
   std::memcpy(list, value, strnlen(value, sizeof list - 1));
   int peers = 0;
-  for (char* token = rstrtok(list, ";"); token != nullptr; token = rstrtok(nullptr, ";"), ++peers) {
-    if (std::strlen(token) != kMacLength) return trace::fail(__func__, "Please input acceptable Mac address.");
-    if (std::strcmp(token, "00:00:00:00:00:00") != 0 && !has_mac_digits(token)) {
+  for (ListScan scan(list); scan.token != nullptr; scan.next(), ++peers) {
+    if (std::strlen(scan.token) != kMacLength) return trace::fail(__func__, "Please input acceptable Mac address.");
+    if (std::strcmp(scan.token, "00:00:00:00:00:00") != 0 && !has_mac_digits(scan.token)) {
       return trace::fail(__func__, "Mac address check error!");
     }
   }

@@ -49,7 +49,11 @@ set_target_properties(api_lib_wifimgr PROPERTIES
   SOVERSION 1
   CXX_VISIBILITY_PRESET hidden
   VISIBILITY_INLINES_HIDDEN ON
-  LINK_DEPENDS ${WIFIMGR_EXPORT_MAP})
+  LINK_DEPENDS ${WIFIMGR_EXPORT_MAP}
+  # In the build tree the two platform libraries are found beside it. CMake's own build path would end in an empty
+  # element, which makes the loader search the current folder.
+  BUILD_WITH_INSTALL_RPATH ON
+  INSTALL_RPATH "$ORIGIN")
 target_include_directories(api_lib_wifimgr
   PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include> $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>
   PRIVATE ${PROJECT_SOURCE_DIR})
@@ -74,4 +78,6 @@ target_link_libraries(api_lib_wifimgr PRIVATE
   -Wl,--push-state,--no-as-needed vexa_lib_dbg api_lib_utility -Wl,--pop-state)
 
 install(TARGETS api_lib_wifimgr LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
+# On a gateway the loader's own path counts.
+install(CODE "file(RPATH_REMOVE FILE \"\$ENV{DESTDIR}${CMAKE_INSTALL_FULL_LIBDIR}/libapi_lib_wifimgr.so.1\")")
 install(FILES include/wifimgr_lib.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})

@@ -6,14 +6,14 @@
 
 #include "wifimgr_lib.h"
 
-static const char *const kBandNames[] = {"2.4G", "5G"};
+static const char* const kBandNames[] = {"2.4G", "5G"};
 
 /* One setting that a user asked for. All setters of this shape have one type, so they fit into a table. */
 struct wish {
-  const char *what;
+  const char* what;
   wifimgr_setter_t set;
   int32_t index; /* -1 band-wide, 1 to 8 an SSID */
-  const char *value;
+  const char* value;
 };
 
 static const struct wish kWishes24[] = {
@@ -25,7 +25,8 @@ static const struct wish kWishes24[] = {
     {"TX power (level 3 of 6)", wifimgr_lib_set_txPower, -1, "3"},
     {"WDS ciphers", wifimgr_lib_set_wdsencryptype, -1, "AES;NONE;NONE;NONE"},
     {"WDS key of link 1", wifimgr_lib_set_wdskey, 1, "a shared wds key"},
-    {"WDS peers", wifimgr_lib_set_wdslist, -1, "02:00:00:00:10:01;00:00:00:00:00:00;00:00:00:00:00:00;00:00:00:00:00:00"},
+    {"WDS peers", wifimgr_lib_set_wdslist, -1,
+     "02:00:00:00:10:01;00:00:00:00:00:00;00:00:00:00:00:00;00:00:00:00:00:00"},
     {"WDS", wifimgr_lib_set_wdsenable, -1, "1"},
     {"SSID count", wifimgr_lib_set_bssidNum, -1, "3"},
     {"SSID 3", wifimgr_lib_set_ssid, 3, "Guests"},
@@ -52,17 +53,20 @@ static const struct wish kWishes5[] = {
     {NULL, NULL, 0, NULL},
 };
 
-static void heading(const char *text) {
+static void heading(const char* text) {
   int colour = isatty(STDOUT_FILENO);
   printf("%s== %s%s\n", colour ? "\n\033[1m" : "\n", text, colour ? "\033[0m" : "");
 }
 
 /* What the answer of the comparison asks for. */
-static const char *weight(uint64_t answer) {
+static const char* weight(uint64_t answer) {
   switch (answer) {
-    case 0: return "0: nothing that is watched has changed";
-    case 1: return "1: a change of the radio";
-    default: return "2: a change that wants a reboot (SSID count or hardware NAT)";
+    case 0:
+      return "0: nothing that is watched has changed";
+    case 1:
+      return "1: a change of the radio";
+    default:
+      return "2: a change that wants a reboot (SSID count or hardware NAT)";
   }
 }
 
@@ -80,7 +84,7 @@ static int start(int band) {
   return 0;
 }
 
-static void change(int band, const struct wish *wishes) {
+static void change(int band, const struct wish* wishes) {
   uint64_t answer = wifimgr_lib_wifi_config_oper((uint32_t)band, 1);
   printf("%-5s before: %s\n", kBandNames[band], weight(answer));
   for (; wishes->what != NULL; ++wishes) {
@@ -92,7 +96,7 @@ static void change(int band, const struct wish *wishes) {
   }
 }
 
-static void show(int band, const char *when) {
+static void show(int band, const char* when) {
   char power[WIFIMGR_VALUE_SIZE] = "", mode[WIFIMGR_VALUE_SIZE] = "", select[WIFIMGR_VALUE_SIZE] = "";
   wifimgr_lib_get_txPower(band, -1, power, sizeof power);
   wifimgr_lib_get_HT_OpMode(band, -1, mode, sizeof mode);

@@ -1,7 +1,7 @@
 /* A second process that sees the live store of both bands, unsaved changes included.
  *
- * It must not call wifimgr_lib_init: that clears the band for everybody and loads the file again. Instead it attaches the
- * band's segment itself and hands the address to the library. */
+ * It must not call wifimgr_lib_init: that clears the band for everybody and loads the file again. Instead it attaches
+ * the band's segment itself and hands the address to the library. */
 #define _DEFAULT_SOURCE
 #include <stdio.h>
 #include <string.h>
@@ -11,14 +11,14 @@
 #include "wifimgr_lib.h"
 
 /* Returns the address of a segment that some process has initialised, or null. */
-static char *attach(key_t key) {
+static char* attach(key_t key) {
   int id = shmget(key, 0, 0666);
   if (id < 0) return NULL;
-  void *address = shmat(id, NULL, 0);
-  return address == (void *)-1 ? NULL : address;
+  void* address = shmat(id, NULL, 0);
+  return address == (void*)-1 ? NULL : address;
 }
 
-static void show(int band, const char *name) {
+static void show(int band, const char* name) {
   char ssid[WIFIMGR_VALUE_SIZE] = "", channel[WIFIMGR_VALUE_SIZE] = "", beacon[WIFIMGR_VALUE_SIZE] = "";
   wifimgr_lib_get_ssid((uint32_t)band, 1, ssid, sizeof ssid);
   wifimgr_lib_get_channel(band, -1, channel, sizeof channel);

@@ -7,7 +7,7 @@
 /* Everything that a POSIX shell may give a meaning to outside quotes, white space included. */
 static const char kShellCharacters[] = "|&;<>()$`\\\"'*?[]#~=%!{}^ \t\n\v\f\r";
 
-__attribute__((visibility("default"))) int api_escape_parameter(const char *in, char *out, int out_size) {
+__attribute__((visibility("default"))) int api_escape_parameter(const char* in, char* out, int out_size) {
   if (out == NULL || out_size <= 0) return -1;
   out[0] = '\0';
   if (in == NULL) return -1;

@@ -9,7 +9,7 @@ extern "C" {
 /* Escapes `in` for use as one word of a shell command line.
  * out, out_size  caller's buffer and its size, terminating NUL included.
  * Returns 0, or -1 when the escaped text does not fit (or an argument is missing); `out` is then empty. */
-int api_escape_parameter(const char *in, char *out, int out_size);
+int api_escape_parameter(const char* in, char* out, int out_size);
 
 #ifdef __cplusplus
 }

@@ -19,7 +19,7 @@
 enum { kLongestLine = 4096 };
 
 /* Reads the start of a small text file; returns its length, or -1 when it cannot be opened. */
-static ssize_t read_start(const char *path, char *text, size_t size) {
+static ssize_t read_start(const char* path, char* text, size_t size) {
   int fd = open(path, O_RDONLY | O_CLOEXEC);
   if (fd < 0) return -1;
   ssize_t length = read(fd, text, size - 1);
@@ -51,7 +51,7 @@ EXPORTED int get_itf_dbg_switch(int level, int module) {
   return highest_on > 0 && level <= highest_on;
 }
 
-EXPORTED int vexa_itf_printf(const char *fmt, ...) {
+EXPORTED int vexa_itf_printf(const char* fmt, ...) {
   char line[kLongestLine];
   va_list args;
   va_start(args, fmt);

@@ -10,7 +10,7 @@ extern "C" {
 int get_itf_dbg_switch(int level, int module);
 
 /* Prints one message, printf-style. Returns the number of bytes printed, or a negative number. */
-int vexa_itf_printf(const char *fmt, ...) __attribute__((format(printf, 1, 2)));
+int vexa_itf_printf(const char* fmt, ...) __attribute__((format(printf, 1, 2)));
 
 #ifdef __cplusplus
 }

@@ -1,7 +1,7 @@
 /* libapi_lib_wifimgr.so.1: the WLAN manager library of a home gateway with two radios.
  *
- * A management process links it to read and change both radios' settings, to bring the running driver in line with them,
- * and to query driver and board. The usual life of such a process, for one band:
+ * A management process links it to read and change both radios' settings, to bring the running driver in line with
+ * them, and to query driver and board. The usual life of such a process, for one band:
  *
  *   wifimgr_lib_init(0);                                        load the band's dat file into the shared store
  *   wifimgr_lib_wifi_config_oper(0, 0);                         remember what is in force
@@ -20,25 +20,26 @@
  *            its semaphore; a sequence of calls is not.
  * Bands      wifi_type is 0 for 2.4G and 1 for 5G. Any other value is refused.
  * Indexes    -1 addresses a band-wide value, 1 to 8 the value of that SSID.
- * Results    0 for success and 1 for failure, unless stated. A failure leaves the store as it was and outputs untouched,
- *            unless stated. Results never depend on tracing.
- * Buffers    The caller owns every buffer. Getters want 151 bytes or more and write 150, the stored line end included;
- *            callers pass WIFIMGR_VALUE_SIZE. Texts given to setters are copied, cut to 149 characters.
- * Null       A null pointer is a failure (1, nothing touched); predicates answer as for invalid text.
- * Blocking   Functions that use the store wait while another process holds the band's semaphore; a signal ends the
- *            wait as a failure. Nothing here allocates memory that a caller must free, except os_zalloc.
- * Trace      Messages go through the platform's debug library, module 6: entry and exit at level 8, reasons of failures
- *            at level 1. A refusal's text stands behind "[function]:===Fail Exit===".
+ * Results    0 for success and 1 for failure, unless stated. A failure leaves the store as it was and outputs
+ * untouched, unless stated. Results never depend on tracing. Buffers    The caller owns every buffer. Getters want 151
+ * bytes or more and write 150, the stored line end included; callers pass WIFIMGR_VALUE_SIZE. Texts given to setters
+ * are copied, cut to 149 characters. Null       A null pointer is a failure (1, nothing touched); predicates answer as
+ * for invalid text. Blocking   Functions that use the store wait while another process holds the band's semaphore; a
+ * signal ends the wait as a failure. Nothing here allocates memory that a caller must free, except os_zalloc. Trace
+ * Messages go through the platform's debug library, module 6: entry and exit at level 8, reasons of failures at
+ * level 1. A refusal's text stands behind "[function]:===Fail Exit===".
  *
  * Sharp edges, all deliberate
  *
  * - wifimgr_lib_init clears the band's store and loads the file again, for all processes: unsaved changes of others are
- *   gone. A process that only wants to see or change the live store attaches the segment itself (shmget with key 0x12345
- *   for 2.4G, 0x12346 for 5G, then shmat) and stores the address in shm_addr_2_4g or shm_addr_5g instead.
- * - A store whose dat file has outgrown the existing segment cannot be initialised: remove the segment first (ipcrm -M).
+ *   gone. A process that only wants to see or change the live store attaches the segment itself (shmget with key
+ * 0x12345 for 2.4G, 0x12346 for 5G, then shmat) and stores the address in shm_addr_2_4g or shm_addr_5g instead.
+ * - A store whose dat file has outgrown the existing segment cannot be initialised: remove the segment first (ipcrm
+ * -M).
  * - Saving writes what the store holds: comments and blank lines of the file are gone, and so is everything behind the
  *   SSID count (fields, and keys such as SSID5 with 4 SSIDs).
- * - ';' separates SSIDs. In an SSID name or access list it splits the value at the next load; "=" cuts it. A line without
+ * - ';' separates SSIDs. In an SSID name or access list it splits the value at the next load; "=" cuts it. A line
+ * without
  *   "=" is saved as a key with its line end inside, and the first line "Default" of a CR/LF file becomes a record.
  * - The value of the last SSID of a shared key ends in the file's line end until it is set.
  * - "WPA3-192Bit" becomes "WPA3-192" in the normalisation, which a second normalisation takes for an open network: set
@@ -80,7 +81,7 @@ typedef struct wifimgr_attr_record {
 } wifimgr_attr_record;
 
 /* The common type of all setters that take band, index and value. */
-typedef uint64_t (*wifimgr_setter_t)(uint32_t wifi_type, int32_t index, const char *value);
+typedef uint64_t (*wifimgr_setter_t)(uint32_t wifi_type, int32_t index, const char* value);
 
 /* ---- Exported data of the store ---------------------------------------------------------------------------------- */
 
@@ -90,8 +91,8 @@ WIFIMGR_API extern char dat_path_5g[WIFIMGR_DAT_PATH_SIZE];
 
 /* Where this process has the bands' segments attached; null until init_shm, or until the program stores the address of
  * a segment that it attached itself. Reads and changes work on what these point at. */
-WIFIMGR_API extern char *shm_addr_2_4g;
-WIFIMGR_API extern char *shm_addr_5g;
+WIFIMGR_API extern char* shm_addr_2_4g;
+WIFIMGR_API extern char* shm_addr_5g;
 
 /* The bands' semaphore ids, -1 until init_shm. For information: every operation looks its semaphore up by key. */
 WIFIMGR_API extern int semid_2_4g;
@@ -101,7 +102,7 @@ WIFIMGR_API extern int semid_5g;
 WIFIMGR_API extern int cfg_in_shm_count;
 
 /* Where rstrtok continues; null when no scan is under way. */
-WIFIMGR_API extern char *__rstrtok;
+WIFIMGR_API extern char* __rstrtok;
 
 /* ---- Dat file lines and list texts ------------------------------------------------------------------------------- */
 
@@ -114,7 +115,7 @@ WIFIMGR_API int get_dat_para_num(int wifi_type);
  * out   zeroed by the caller: key (cut to 35 characters) and fields (cut to 149) are filled in.
  * Returns 0; 1 without touching `out` for a comment ("#..."), an empty line and a prefix of "Default", which are no
  * attributes, and when attr_value_parser fails. A line that begins with "=" is an attribute without a key. */
-WIFIMGR_API int parse_data_from_line(char *line, wifimgr_attr_record *out);
+WIFIMGR_API int parse_data_from_line(char* line, wifimgr_attr_record* out);
 
 /* Splits a value into its fields, in place.
  * key     decides how: the values of WMM lists, AckPolicy, WdsList, WdsEncrypType and WdsPhyMode stay whole and lose
@@ -123,22 +124,22 @@ WIFIMGR_API int parse_data_from_line(char *line, wifimgr_attr_record *out);
  * count   receives the number of fields kept, at least 1 (also when there is none).
  * fields  caller's array of 8 pointers into `value`; those beyond the last field stay as they were.
  * Returns 0; 1 for a null pointer. */
-WIFIMGR_API int attr_value_parser(const char *key, char *value, unsigned *count, char **fields);
+WIFIMGR_API int attr_value_parser(const char* key, char* value, unsigned* count, char** fields);
 
-/* Cuts the line end of a text of `len` characters in place: one character when it holds a CR anywhere, one when it holds
- * an LF anywhere. Returns 0; 5 and changes nothing when `len` is below 3 ("0\n" keeps its line end). */
-WIFIMGR_API int parserstr(char *str, int len);
+/* Cuts the line end of a text of `len` characters in place: one character when it holds a CR anywhere, one when it
+ * holds an LF anywhere. Returns 0; 5 and changes nothing when `len` is below 3 ("0\n" keeps its line end). */
+WIFIMGR_API int parserstr(char* str, int len);
 
 /* Takes the next token of `str`, or of the scan under way when `str` is null, and overwrites the delimiter behind it.
  * Returns the token inside the scanned text, or null when none is left. One scan per process (__rstrtok). */
-WIFIMGR_API char *rstrtok(char *str, const char *delims);
+WIFIMGR_API char* rstrtok(char* str, const char* delims);
 
 /* Returns 1 when both texts are equal but for the case of ASCII letters, else 0: 1 means equal. */
-WIFIMGR_API int rtstrcasecmp(const char *a, const char *b);
+WIFIMGR_API int rtstrcasecmp(const char* a, const char* b);
 
 /* Copies the first four ";"-separated fields of `src`, which must hold four ";", to `dst`, which must have room for
  * them. The copy does not stop at a NUL. */
-WIFIMGR_API void strextract(char *dst, const char *src);
+WIFIMGR_API void strextract(char* dst, const char* src);
 
 /* ---- The shared store -------------------------------------------------------------------------------------------- */
 
@@ -171,34 +172,33 @@ WIFIMGR_API int creat_shm_from_datafile(int wifi_type);
 /* Searches the table at `segment` for the key `name`, exactly. The caller holds the lock.
  * Returns 2 and sets *index to the record's position; 3 and leaves *index alone when there is none; 1 for a null
  * pointer. */
-WIFIMGR_API int is_attr_exist(char *segment, const char *name, unsigned *index);
+WIFIMGR_API int is_attr_exist(char* segment, const char* name, unsigned* index);
 
 /* Copies a value of the band's store to `buf`.
- * index  -1 or 1 copies field 1, 2 to 8 that field; another index copies nothing and is no failure. Keys of the families
- *        that are stored once per SSID (SSID, WPAPSK, Key1Str.. and so on) give field 1 whatever the index.
- * len    at least 151, else "The size of buffer is too small!"; 150 bytes are written. For the families any length: what
- *        fits is copied, the rest filled with NUL, and nothing terminates a value of `len` or more characters.
- * Refusals also: "The wifi_type is wrong.", "The attr_name do not exist." (also before the band is attached),
- * "p operation failed.", "v operation failed." (the value is then in `buf`). */
-WIFIMGR_API int read_attr(int wifi_type, int index, const char *name, char *buf, unsigned len);
+ * index  -1 or 1 copies field 1, 2 to 8 that field; another index copies nothing and is no failure. Keys of the
+ * families that are stored once per SSID (SSID, WPAPSK, Key1Str.. and so on) give field 1 whatever the index. len    at
+ * least 151, else "The size of buffer is too small!"; 150 bytes are written. For the families any length: what fits is
+ * copied, the rest filled with NUL, and nothing terminates a value of `len` or more characters. Refusals also: "The
+ * wifi_type is wrong.", "The attr_name do not exist." (also before the band is attached), "p operation failed.", "v
+ * operation failed." (the value is then in `buf`). */
+WIFIMGR_API int read_attr(int wifi_type, int index, const char* name, char* buf, unsigned len);
 
-/* Replaces a value of the band's store by `value`, cut to 149 characters; fields that it does not address stay. Only keys
- * of the loaded dat file exist.
- * index  -1 for field 1, 1 to 8 for that field; the families of read_attr always change field 1.
- * Refusals: "The wifi_type is wrong.", "p operation is wrong.", "The attr_name do not exist.", "The index is invalid.",
- * "Modify the attr_value failed.", "v operaion failed." (the value is then changed). */
-WIFIMGR_API int update_attr(int wifi_type, int index, const char *name, const char *value);
+/* Replaces a value of the band's store by `value`, cut to 149 characters; fields that it does not address stay. Only
+ * keys of the loaded dat file exist. index  -1 for field 1, 1 to 8 for that field; the families of read_attr always
+ * change field 1. Refusals: "The wifi_type is wrong.", "p operation is wrong.", "The attr_name do not exist.", "The
+ * index is invalid.", "Modify the attr_value failed.", "v operaion failed." (the value is then changed). */
+WIFIMGR_API int update_attr(int wifi_type, int index, const char* name, const char* value);
 
 /* Replaces field 1 of record number `record` when its key is `name`. The caller holds the lock. 1 when it is not. */
-WIFIMGR_API int update_common_attr(char *segment, int record, const char *name, const char *value);
+WIFIMGR_API int update_common_attr(char* segment, int record, const char* name, const char* value);
 
 /* Replaces field `index` (1 to 8) of record number `record` when its key is `name`; for a key of the families field 1,
  * through update_common_attr. The caller holds the lock. Returns 0 also when key or index do not fit and nothing was
  * changed; 1 when update_common_attr fails. */
-WIFIMGR_API int update_attr_by_ssid(char *segment, int record, int index, const char *name, const char *value);
+WIFIMGR_API int update_attr_by_ssid(char* segment, int record, int index, const char* name, const char* value);
 
 /* Returns `size` bytes of zeroed memory, to be freed by the caller with free; null when there is none. */
-WIFIMGR_API void *os_zalloc(size_t size);
+WIFIMGR_API void* os_zalloc(size_t size);
 
 /* ---- Set-up and debug -------------------------------------------------------------------------------------------- */
 
@@ -214,36 +214,37 @@ WIFIMGR_API int wifimgr_lib_init(int wifi_type);
 /* Sets the band's dat file for the next load and save.
  * path  512 bytes are copied as they are; without a NUL among them the first 511 count.
  * Refusal: "The wifi type is invalid.". */
-WIFIMGR_API int wifimgr_lib_set_wifi_path(int wifi_type, const char *path);
+WIFIMGR_API int wifimgr_lib_set_wifi_path(int wifi_type, const char* path);
 
 /* Prints the band's store on standard output (print_shm). Refusal: "Print the share memory data failed!". */
 WIFIMGR_API int wifimgr_lib_dump(int wifi_type);
 
 /* Prints each record of the band: its key and ":", then its fields, four to a line of 119 characters. Takes no lock and
- * removes the line ends of the stored values. Refusal: "The wifi_type is wrong."; 1 also before the band is attached. */
+ * removes the line ends of the stored values. Refusal: "The wifi_type is wrong."; 1 also before the band is attached.
+ */
 WIFIMGR_API int print_shm(int wifi_type);
 
 /* Clears `len` bytes of `buf` and writes the version, "7915", cut to fit. Returns 0; -1 for another band, with `buf`
  * cleared. A length of 0 or less writes nothing. */
-WIFIMGR_API int wifimgr_lib_get_version(int wifi_type, char *buf, int len);
+WIFIMGR_API int wifimgr_lib_get_version(int wifi_type, char* buf, int len);
 
 /* Switches the debug trace on: writes "/tmp/wifi_lib_dbg_enable", and `level` as text to "/tmp/vexalib_dbg".
  * Returns 0; 1 when the first file cannot be written, and for a null level (the first file is written then). */
-WIFIMGR_API int wifimgr_lib_set_dbg_level(const char *level);
+WIFIMGR_API int wifimgr_lib_set_dbg_level(const char* level);
 
 /* Writes a message, cut to 255 characters, to the kernel debug file "/proc/zq2810/dbg_msg". When that cannot be opened,
  * prints "open /proc/zq2810/dbg_msg fail" on standard output. */
-WIFIMGR_API void zqdbg_blapi_printf(const char *fmt, ...) WIFIMGR_PRINTF(1, 2);
+WIFIMGR_API void zqdbg_blapi_printf(const char* fmt, ...) WIFIMGR_PRINTF(1, 2);
 
 /* Replaces the content of the file by `text`. Returns 0, or -1 when it cannot be opened. */
-WIFIMGR_API int doCmdWrite(const char *path, const char *text);
+WIFIMGR_API int doCmdWrite(const char* path, const char* text);
 
 /* Sets flags[i] to '1' for each WLAN chip on the PCI bus, in the order 7603, 7612, 7615, 7663, 7915, 7916, 7905; never
  * clears one.
  * flags  7 characters, set to '0' by the caller.
  * count  not used.
  * Runs "cat /proc/bus/pci/devices > /tmp/devices". Refusal: "Open the file /tmp/devices failed.". */
-WIFIMGR_API int parse_driver(char *flags, int count);
+WIFIMGR_API int parse_driver(char* flags, int count);
 
 /* ---- Writing the dat file ---------------------------------------------------------------------------------------- */
 
@@ -251,699 +252,700 @@ WIFIMGR_API int parse_driver(char *flags, int count);
 WIFIMGR_API int wifimgr_lib_save_dataFile(int wifi_type);
 
 /* Rewrites the band's dat file in place from its store: "Default", then a line per record. Shared keys get as many
- * fields as there are SSIDs (at most 8, fewer at the first empty one); keys of SSIDs beyond the count are left out. Holds
- * the band's lock meanwhile. There is no backup: a failure after the file was opened leaves it cut.
- * bssid_num  the SSID count; a negative one counts as 0.
- * Refuses with 1, before the file is touched, when a line would be longer than 185 characters. Refusals also: "The
- * wifi_type is wrong.", "Open the file %s failed.", "p operation failed.", "merge some values to one line failed.",
- * "v operation failed."; 1 when the file cannot be written to its end. */
+ * fields as there are SSIDs (at most 8, fewer at the first empty one); keys of SSIDs beyond the count are left out.
+ * Holds the band's lock meanwhile. There is no backup: a failure after the file was opened leaves it cut. bssid_num the
+ * SSID count; a negative one counts as 0. Refuses with 1, before the file is touched, when a line would be longer than
+ * 185 characters. Refusals also: "The wifi_type is wrong.", "Open the file %s failed.", "p operation failed.", "merge
+ * some values to one line failed.", "v operation failed."; 1 when the file cannot be written to its end. */
 WIFIMGR_API int update_datafile_from_shm(int wifi_type, int bssid_num);
 
 /* Appends the first `count` fields (at most 8, up to the first empty one) of `rec` to the text in `out`, joined by ";",
  * without their line ends. `out` must have room for them: 1201 bytes are enough for an empty text. */
-WIFIMGR_API int merge_para(wifimgr_attr_record *rec, char *out, int count);
+WIFIMGR_API int merge_para(wifimgr_attr_record* rec, char* out, int count);
 
 /* When `key` begins with the name of a family numbered from 1 (SSID, RADIUS_Key, WscDefaultSSID, WPAPSK, Key1Str to
  * Key4Str, WSC_UUID_E, WSC_UUID_Str), sets *num to the number behind that name in `line` (0 without digits) and returns
  * 0; otherwise 1. */
-WIFIMGR_API int get_attr_num(const char *key, const char *line, unsigned *num);
+WIFIMGR_API int get_attr_num(const char* key, const char* line, unsigned* num);
 
 /* The same for the families numbered from 0: AccessPolicy and AccessControlList. */
-WIFIMGR_API int get_attr_num_extended(const char *key, const char *line, unsigned *num);
+WIFIMGR_API int get_attr_num_extended(const char* key, const char* line, unsigned* num);
 
 /* ---- Checks of value texts --------------------------------------------------------------------------------------- */
 
 /* 1 when all characters are decimal digits (the empty text too), else 0. */
-WIFIMGR_API int doStrDecCheck(const char *s);
+WIFIMGR_API int doStrDecCheck(const char* s);
 
 /* 1 for a hexadecimal digit of either case, else -1. */
 WIFIMGR_API int doHexCheck(char c);
 
 /* 1 when all characters are hexadecimal digits (the empty text too), else 0. */
-WIFIMGR_API int doStrHexCheck(const char *s);
+WIFIMGR_API int doStrHexCheck(const char* s);
 
 /* 0 when all characters up to the first line end are decimal digits (none too), else 1. */
-WIFIMGR_API int check_is_num(const char *s);
+WIFIMGR_API int check_is_num(const char* s);
 
 /* 0 when all characters up to the first line end are hexadecimal digits (none too), else 1. */
-WIFIMGR_API int check_hex_valid(const char *s);
+WIFIMGR_API int check_hex_valid(const char* s);
 
 /* 1 for decimal digits whose value is below 256 (the empty text too), else 0. */
-WIFIMGR_API int checkV4(const char *s);
+WIFIMGR_API int checkV4(const char* s);
 
 /* How often `c` occurs in the text; 0 for NUL. */
-WIFIMGR_API int charCnt(const char *s, char c);
+WIFIMGR_API int charCnt(const char* s, char c);
 
 /* 1 for a dotted IPv4 address, else 0. Of a 16-character text the first 15 are judged. */
-WIFIMGR_API int IPV4check(const char *s);
+WIFIMGR_API int IPV4check(const char* s);
 
-/* Always 0: no text is accepted as a MAC address, so the setters that ask it refuse every value. Deliberate: callers know
- * these settings as read-only. */
-WIFIMGR_API int MacCheck(const char *s);
+/* Always 0: no text is accepted as a MAC address, so the setters that ask it refuse every value. Deliberate: callers
+ * know these settings as read-only. */
+WIFIMGR_API int MacCheck(const char* s);
 
-/* 0 for a list of exactly four numbers, "a;b;c;d", whose fields are then in f1 to f4; else 1, with "The input parameter is
- * invalid.".
- * f1..f4  caller's buffers of WIFIMGR_FIELD_SIZE bytes each; a longer field is refused. Some may be filled on failure. */
-WIFIMGR_API int check_para_valid(const char *s, char *f1, char *f2, char *f3, char *f4);
+/* 0 for a list of exactly four numbers, "a;b;c;d", whose fields are then in f1 to f4; else 1, with "The input parameter
+ * is invalid.". f1..f4  caller's buffers of WIFIMGR_FIELD_SIZE bytes each; a longer field is refused. Some may be
+ * filled on failure. */
+WIFIMGR_API int check_para_valid(const char* s, char* f1, char* f2, char* f3, char* f4);
 
 /* ---- Band-wide settings ------------------------------------------------------------------------------------------
  *
- * Getters: index must be -1 ("The index should be -1."); 150 bytes of field 1 are copied to `buf` of `len`, at least 151,
- * bytes. Setters: index must be -1 ("The ssid index here should be -1." unless stated); the value replaces field 1. No
- * blanks are trimmed, "1\n" is no number, and the empty text is 0 where numbers are asked for. Checks run in the order
- * value present, index, value, store. A key must be in the band's dat file. Nothing reaches the file or the driver
- * before a save or commit. */
+ * Getters: index must be -1 ("The index should be -1."); 150 bytes of field 1 are copied to `buf` of `len`, at least
+ * 151, bytes. Setters: index must be -1 ("The ssid index here should be -1." unless stated); the value replaces
+ * field 1. No blanks are trimmed, "1\n" is no number, and the empty text is 0 where numbers are asked for. Checks run
+ * in the order value present, index, value, store. A key must be in the band's dat file. Nothing reaches the file or
+ * the driver before a save or commit. */
 
-/* BssidNum: how many SSIDs the band serves. The setter accepts any text; it remembers the count in force in
- * pre_wlan_state and sets ReloadFlag to "1" when the new text differs from the stored one over the new one's length, else
- * to "0" ("Set the ReloadFlag failed."). */
-WIFIMGR_API int wifimgr_lib_get_bssidnum(int wifi_type, int index, char *buf, unsigned len);
-WIFIMGR_API uint64_t wifimgr_lib_set_bssidNum(uint32_t wifi_type, int32_t index, const char *value);
+/* BssidNum: how many SSIDs the band serves. The setter accepts any text. It remembers the count in force in
+ * pre_wlan_state and sets ReloadFlag to "1" when the new text differs from the stored one over the new one's length
+ * ("1" for a stored "12" is no change), else to "0" ("Set the ReloadFlag failed."); when the count in force cannot be
+ * read, both are left alone and the new count is still written. A failure of a later step leaves what the earlier ones
+ * did. */
+WIFIMGR_API int wifimgr_lib_get_bssidnum(int wifi_type, int index, char* buf, unsigned len);
+WIFIMGR_API uint64_t wifimgr_lib_set_bssidNum(uint32_t wifi_type, int32_t index, const char* value);
 
 /* ReloadFlag: "1" when the next commit must reload the driver module. Any text, no index. */
-WIFIMGR_API int wifimgr_lib_get_reloadFlag(uint32_t wifi_type, char *buf, uint32_t len);
-WIFIMGR_API int wifimgr_lib_set_reloadFlag(uint32_t wifi_type, const char *value);
+WIFIMGR_API int wifimgr_lib_get_reloadFlag(uint32_t wifi_type, char* buf, uint32_t len);
+WIFIMGR_API int wifimgr_lib_set_reloadFlag(uint32_t wifi_type, const char* value);
 
-/* CountryRegion: regulatory region of 2.4G. Only band 0: the getter refuses others with "The wifi type should be 0.", the
- * setter with "The input parameter is invalid.". Accepts digits, 0 to 7, 31, 32 or 33. */
-WIFIMGR_API int wifimgr_lib_get_countryRegion(int wifi_type, int index, char *buf, unsigned len);
-WIFIMGR_API uint64_t wifimgr_lib_set_countryRegion(uint32_t wifi_type, int32_t index, const char *value);
+/* CountryRegion: regulatory region of 2.4G. Only band 0: the getter refuses others with "The wifi type should be 0.",
+ * the setter with "The input parameter is invalid.". Accepts digits, 0 to 7, 31, 32 or 33. */
+WIFIMGR_API int wifimgr_lib_get_countryRegion(int wifi_type, int index, char* buf, unsigned len);
+WIFIMGR_API uint64_t wifimgr_lib_set_countryRegion(uint32_t wifi_type, int32_t index, const char* value);
 
 /* CountryRegionABand: regulatory region of 5G. Only band 1, "The wifi type should be 1."; accepts digits, 0 to 14. */
-WIFIMGR_API int wifimgr_lib_get_countryRegionABand(int wifi_type, int index, char *buf, unsigned len);
-WIFIMGR_API uint64_t wifimgr_lib_set_countryRegionABand(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API int wifimgr_lib_get_countryRegionABand(int wifi_type, int index, char* buf, unsigned len);
+WIFIMGR_API uint64_t wifimgr_lib_set_countryRegionABand(uint32_t wifi_type, int32_t index, const char* value);
 
 /* WirelessMode: accepts digits ("The WirelessMode value should be DEC num.") and one of 0, 1, 3 to 10, 16 on 2.4G ("The
  * WirelessMode value for 2.4G is invalid."), of 2, 3, 5, 8, 10, 11, 14, 15, 17 on 5G ("The WirelessMode value for 5G is
  * invalid."). */
-WIFIMGR_API uint64_t wifimgr_lib_set_wirelessMode(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API uint64_t wifimgr_lib_set_wirelessMode(uint32_t wifi_type, int32_t index, const char* value);
 
 /* HT_BW: accepts digits, 0 or 1, and only while the stored WirelessMode is 2, 5 to 11 or 14 to 17 ("The wirelessMode do
  * not support to set the HT_BW value.", checked before the index). Refusal: "The HT_BW value should be 0 or 1.". */
-WIFIMGR_API uint64_t wifimgr_lib_set_HT_BW(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API uint64_t wifimgr_lib_set_HT_BW(uint32_t wifi_type, int32_t index, const char* value);
 
-/* HT_GI: accepts digits, 0 or 1, and only while the stored WirelessMode is 5 to 11 or 14 to 17 ("The wirelessMode do not
- * support to set the HT_GI value.", checked before the index). Refusal: "The HT_GI value is invalid.". */
-WIFIMGR_API uint64_t wifimgr_lib_set_HT_GI(uint32_t wifi_type, int32_t index, const char *value);
+/* HT_GI: accepts digits, 0 or 1, and only while the stored WirelessMode is 5 to 11 or 14 to 17 ("The wirelessMode do
+ * not support to set the HT_GI value.", checked before the index). Refusal: "The HT_GI value is invalid.". */
+WIFIMGR_API uint64_t wifimgr_lib_set_HT_GI(uint32_t wifi_type, int32_t index, const char* value);
 
-/* VHT_BW: accepts digits, 0 to 3 ("The VHT_BW value should be from 0 to 3."), and writes the value once per SSID, joined
- * by ";", into field 1; as many whole values as stay below 159 characters. 1 when the SSID count cannot be read. */
-WIFIMGR_API uint64_t wifimgr_lib_set_VHT_BW(uint32_t wifi_type, int32_t index, const char *value);
+/* VHT_BW: accepts digits, 0 to 3 ("The VHT_BW value should be from 0 to 3."), and writes the value once per SSID,
+ * joined by ";", into field 1; as many whole values as stay below 159 characters. 1 when the SSID count cannot be read.
+ */
+WIFIMGR_API uint64_t wifimgr_lib_set_VHT_BW(uint32_t wifi_type, int32_t index, const char* value);
 
 /* VHT_SGI: accepts digits, 0 or 1 ("The VHT_SGI value should be between 0 to 1."); written like VHT_BW, cut at 159
  * characters. */
-WIFIMGR_API uint64_t wifimgr_lib_set_VHT_SGI(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API uint64_t wifimgr_lib_set_VHT_SGI(uint32_t wifi_type, int32_t index, const char* value);
 
 /* WirelessMode: PHY mode. */
-WIFIMGR_API int wifimgr_lib_get_wirelessMode(int wifi_type, int index, char *buf, unsigned len);
+WIFIMGR_API int wifimgr_lib_get_wirelessMode(int wifi_type, int index, char* buf, unsigned len);
 
 /* Channel: Channel number; 0 lets the driver choose. Accepts digits, 0 to 180. Refusal: "The input channel is
  * invalid.Please input from 0 to 180". */
-WIFIMGR_API int wifimgr_lib_get_channel(int wifi_type, int index, char *buf, unsigned len);
-WIFIMGR_API uint64_t wifimgr_lib_set_channel(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API int wifimgr_lib_get_channel(int wifi_type, int index, char* buf, unsigned len);
+WIFIMGR_API uint64_t wifimgr_lib_set_channel(uint32_t wifi_type, int32_t index, const char* value);
 
 /* AutoChannelSelect: Automatic channel selection, 0 off or the method. Accepts digits, 0 to 3. Refusal: "The input
  * channel is invalid.Please input from 0 to 3". */
-WIFIMGR_API int wifimgr_lib_get_autoChannelSelect(int wifi_type, int index, char *buf, unsigned len);
-WIFIMGR_API uint64_t wifimgr_lib_set_autoChannelSelect(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API int wifimgr_lib_get_autoChannelSelect(int wifi_type, int index, char* buf, unsigned len);
+WIFIMGR_API uint64_t wifimgr_lib_set_autoChannelSelect(uint32_t wifi_type, int32_t index, const char* value);
 
 /* AutoChannelSkipList: Channels that the automatic selection leaves out, ";"-separated. Accepts any text. Another
  * index: "The ssid index is invalid.". */
-WIFIMGR_API uint64_t wifimgr_lib_set_AutoChannelSkipList(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API uint64_t wifimgr_lib_set_AutoChannelSkipList(uint32_t wifi_type, int32_t index, const char* value);
 
 /* CountryCode: Two-letter country code. Accepts any text. */
-WIFIMGR_API int wifimgr_lib_get_countryCode(int wifi_type, int index, char *buf, unsigned len);
-WIFIMGR_API uint64_t wifimgr_lib_set_countryCode(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API int wifimgr_lib_get_countryCode(int wifi_type, int index, char* buf, unsigned len);
+WIFIMGR_API uint64_t wifimgr_lib_set_countryCode(uint32_t wifi_type, int32_t index, const char* value);
 
 /* MacAddress: The radio's MAC address. Accepts nothing: every value is refused, deliberately (see MacCheck). Refusal:
  * "Please input correct MacAddress, such as 00:1a:22:aa:dc:a1.". */
-WIFIMGR_API int wifimgr_lib_get_macAddress(int wifi_type, int index, char *buf, unsigned len);
-WIFIMGR_API uint64_t wifimgr_lib_set_MacAddress(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API int wifimgr_lib_get_macAddress(int wifi_type, int index, char* buf, unsigned len);
+WIFIMGR_API uint64_t wifimgr_lib_set_MacAddress(uint32_t wifi_type, int32_t index, const char* value);
 
 /* BeaconPeriod: Beacon interval in time units of 1.024 ms. Accepts digits, 20 to 1024. Refusal: "The BeaconPeriod
  * value is invalid.". */
-WIFIMGR_API int wifimgr_lib_get_beaconPeriod(int wifi_type, int index, char *buf, unsigned len);
-WIFIMGR_API uint64_t wifimgr_lib_set_beaconPeriod(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API int wifimgr_lib_get_beaconPeriod(int wifi_type, int index, char* buf, unsigned len);
+WIFIMGR_API uint64_t wifimgr_lib_set_beaconPeriod(uint32_t wifi_type, int32_t index, const char* value);
 
 /* DtimPeriod: DTIM interval in beacons. Accepts digits, 1 to 255. Refusal: "The DtimPeriod value is invalid.". */
-WIFIMGR_API int wifimgr_lib_get_dtimPeriod(int wifi_type, int index, char *buf, unsigned len);
-WIFIMGR_API uint64_t wifimgr_lib_set_dtimPeriod(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API int wifimgr_lib_get_dtimPeriod(int wifi_type, int index, char* buf, unsigned len);
+WIFIMGR_API uint64_t wifimgr_lib_set_dtimPeriod(uint32_t wifi_type, int32_t index, const char* value);
 
 /* RTSThreshold: RTS threshold in bytes. Accepts digits, 1 to 2347. Refusal: "The RTSThreshold value is invalid.". */
-WIFIMGR_API int wifimgr_lib_get_rtsThreshold(int wifi_type, int index, char *buf, unsigned len);
-WIFIMGR_API uint64_t wifimgr_lib_set_rtsThreshold(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API int wifimgr_lib_get_rtsThreshold(int wifi_type, int index, char* buf, unsigned len);
+WIFIMGR_API uint64_t wifimgr_lib_set_rtsThreshold(uint32_t wifi_type, int32_t index, const char* value);
 
 /* FragThreshold: Fragmentation threshold in bytes. Accepts digits, 256 to 2346. Refusal: "The FragThreshold value is
  * invalid.". */
-WIFIMGR_API int wifimgr_lib_get_fragThreshold(int wifi_type, int index, char *buf, unsigned len);
-WIFIMGR_API uint64_t wifimgr_lib_set_fragThreshold(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API int wifimgr_lib_get_fragThreshold(int wifi_type, int index, char* buf, unsigned len);
+WIFIMGR_API uint64_t wifimgr_lib_set_fragThreshold(uint32_t wifi_type, int32_t index, const char* value);
 
 /* TxPower: TX power in percent. Accepts digits, 0 to 100. Refusal: "The TxPower value is invalid.". */
-WIFIMGR_API int wifimgr_lib_get_txPower(int wifi_type, int index, char *buf, unsigned len);
-WIFIMGR_API uint64_t wifimgr_lib_set_txPower(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API int wifimgr_lib_get_txPower(int wifi_type, int index, char* buf, unsigned len);
+WIFIMGR_API uint64_t wifimgr_lib_set_txPower(uint32_t wifi_type, int32_t index, const char* value);
 
 /* PERCENTAGEenable: Whether TxPower counts as a percentage. Accepts digits, 0 to 1. Refusal: "The PERCENTAGEenable
  * value is invalid.". */
-WIFIMGR_API uint64_t wifimgr_lib_set_PERCENTAGEenable(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API uint64_t wifimgr_lib_set_PERCENTAGEenable(uint32_t wifi_type, int32_t index, const char* value);
 
 /* BGProtection: 802.11b/g protection: 0 automatic, 1 on, 2 off. Accepts digits, 0 to 2. Refusal: "The BGProtection
  * value is invalid.". */
-WIFIMGR_API int wifimgr_lib_get_bgProtection(int wifi_type, int index, char *buf, unsigned len);
-WIFIMGR_API uint64_t wifimgr_lib_set_bgProtection(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API int wifimgr_lib_get_bgProtection(int wifi_type, int index, char* buf, unsigned len);
+WIFIMGR_API uint64_t wifimgr_lib_set_bgProtection(uint32_t wifi_type, int32_t index, const char* value);
 
 /* DisableOLBC: Disables overlapping legacy BSS detection. Accepts digits, 0 to 1. Refusal: "The DisableOLBC value is
  * invalid.". */
-WIFIMGR_API int wifimgr_lib_get_disableOLBC(int wifi_type, int index, char *buf, unsigned len);
-WIFIMGR_API uint64_t wifimgr_lib_set_disableOLBC(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API int wifimgr_lib_get_disableOLBC(int wifi_type, int index, char* buf, unsigned len);
+WIFIMGR_API uint64_t wifimgr_lib_set_disableOLBC(uint32_t wifi_type, int32_t index, const char* value);
 
 /* TxPreamble: Short preamble. Accepts digits, 0 to 1. Refusal: "The TxPreamble value is invalid.". */
-WIFIMGR_API int wifimgr_lib_get_txPreamble(int wifi_type, int index, char *buf, unsigned len);
-WIFIMGR_API uint64_t wifimgr_lib_set_txPreamble(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API int wifimgr_lib_get_txPreamble(int wifi_type, int index, char* buf, unsigned len);
+WIFIMGR_API uint64_t wifimgr_lib_set_txPreamble(uint32_t wifi_type, int32_t index, const char* value);
 
 /* TxBurst: TX burst. Accepts digits, 0 to 1. Refusal: "The TxBurst value is invalid.". */
-WIFIMGR_API int wifimgr_lib_get_txBurst(int wifi_type, int index, char *buf, unsigned len);
-WIFIMGR_API uint64_t wifimgr_lib_set_txBurst(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API int wifimgr_lib_get_txBurst(int wifi_type, int index, char* buf, unsigned len);
+WIFIMGR_API uint64_t wifimgr_lib_set_txBurst(uint32_t wifi_type, int32_t index, const char* value);
 
 /* PktAggregate: Packet aggregation. Accepts digits, 0 to 1. Refusal: "The PktAggregate value is invalid.". */
-WIFIMGR_API int wifimgr_lib_get_pktAggregate(int wifi_type, int index, char *buf, unsigned len);
-WIFIMGR_API uint64_t wifimgr_lib_set_pktAggregate(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API int wifimgr_lib_get_pktAggregate(int wifi_type, int index, char* buf, unsigned len);
+WIFIMGR_API uint64_t wifimgr_lib_set_pktAggregate(uint32_t wifi_type, int32_t index, const char* value);
 
 /* TurboRate: Turbo rate. Accepts digits, from 0. Refusal: "The TurboRate value is invalid.". */
-WIFIMGR_API int wifimgr_lib_get_turboRate(int wifi_type, int index, char *buf, unsigned len);
-WIFIMGR_API uint64_t wifimgr_lib_set_turboRate(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API int wifimgr_lib_get_turboRate(int wifi_type, int index, char* buf, unsigned len);
+WIFIMGR_API uint64_t wifimgr_lib_set_turboRate(uint32_t wifi_type, int32_t index, const char* value);
 
 /* NoForwardingBTNBSSID: No forwarding between BSSs. Accepts digits, 0 to 1. Refusal: "The NoForwardingBTNBSSID value
  * is invalid.". */
-WIFIMGR_API int wifimgr_lib_get_noForwardingBTNBSSID(int wifi_type, int index, char *buf, unsigned len);
-WIFIMGR_API uint64_t wifimgr_lib_set_noForwardingBTNBSSID(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API int wifimgr_lib_get_noForwardingBTNBSSID(int wifi_type, int index, char* buf, unsigned len);
+WIFIMGR_API uint64_t wifimgr_lib_set_noForwardingBTNBSSID(uint32_t wifi_type, int32_t index, const char* value);
 
 /* ShortSlot: Short slot time. Accepts digits, 0 to 1. Refusal: "The ShortSlot value is invalid.". */
-WIFIMGR_API int wifimgr_lib_get_shortSlot(int wifi_type, int index, char *buf, unsigned len);
-WIFIMGR_API uint64_t wifimgr_lib_set_shortSlot(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API int wifimgr_lib_get_shortSlot(int wifi_type, int index, char* buf, unsigned len);
+WIFIMGR_API uint64_t wifimgr_lib_set_shortSlot(uint32_t wifi_type, int32_t index, const char* value);
 
 /* WirelessEvent: Wireless events to user space. Accepts digits, 0 to 1. Refusal: "The WirelessEvent value is
  * invalid.". */
-WIFIMGR_API int wifimgr_lib_get_wirelessEvent(int wifi_type, int index, char *buf, unsigned len);
-WIFIMGR_API uint64_t wifimgr_lib_set_wirelessEvent(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API int wifimgr_lib_get_wirelessEvent(int wifi_type, int index, char* buf, unsigned len);
+WIFIMGR_API uint64_t wifimgr_lib_set_wirelessEvent(uint32_t wifi_type, int32_t index, const char* value);
 
 /* PMKCachePeriod: PMK cache period. Accepts digits, 0 to 65535. Refusal: "The PMKCachePeriod value is invalid.". */
-WIFIMGR_API int wifimgr_lib_get_pmkCachePeriod(int wifi_type, int index, char *buf, unsigned len);
-WIFIMGR_API uint64_t wifimgr_lib_set_pmkCachePeriod(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API int wifimgr_lib_get_pmkCachePeriod(int wifi_type, int index, char* buf, unsigned len);
+WIFIMGR_API uint64_t wifimgr_lib_set_pmkCachePeriod(uint32_t wifi_type, int32_t index, const char* value);
 
 /* BasicRate: Basic rate set as a bit mask. Accepts digits, 0 to 4095. Refusal: "The BasicRate value is invalid.". */
-WIFIMGR_API int wifimgr_lib_get_basicRate(int wifi_type, int index, char *buf, unsigned len);
-WIFIMGR_API uint64_t wifimgr_lib_set_basicRate(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API int wifimgr_lib_get_basicRate(int wifi_type, int index, char* buf, unsigned len);
+WIFIMGR_API uint64_t wifimgr_lib_set_basicRate(uint32_t wifi_type, int32_t index, const char* value);
 
 /* DLSCapable: Direct link set-up. Accepts digits, 0 to 1. Refusal: "The DLSCapable value should be 0 or 1.". */
-WIFIMGR_API int wifimgr_lib_get_dlsCapable(int wifi_type, int index, char *buf, unsigned len);
-WIFIMGR_API uint64_t wifimgr_lib_set_dlsCapable(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API int wifimgr_lib_get_dlsCapable(int wifi_type, int index, char* buf, unsigned len);
+WIFIMGR_API uint64_t wifimgr_lib_set_dlsCapable(uint32_t wifi_type, int32_t index, const char* value);
 
 /* EfuseBufferMode: Calibration from the buffer instead of the fuses. Accepts digits, 0 to 1. Refusal: "The
  * EfuseBufferMode value should be 0 or 1.". */
-WIFIMGR_API int wifimgr_lib_get_EfuseBufferMode(int wifi_type, int index, char *buf, unsigned len);
-WIFIMGR_API uint64_t wifimgr_lib_set_EfuseBufferMode(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API int wifimgr_lib_get_EfuseBufferMode(int wifi_type, int index, char* buf, unsigned len);
+WIFIMGR_API uint64_t wifimgr_lib_set_EfuseBufferMode(uint32_t wifi_type, int32_t index, const char* value);
 
 /* AMSDU_NUM: Number of MSDUs in an A-MSDU. Accepts digits, however many. Refusal: "The AMSDU_NUM value should be
  * Digital.". */
-WIFIMGR_API int wifimgr_lib_get_AMSDU_NUM(int wifi_type, int index, char *buf, unsigned len);
-WIFIMGR_API uint64_t wifimgr_lib_set_AMSDU_NUM(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API int wifimgr_lib_get_AMSDU_NUM(int wifi_type, int index, char* buf, unsigned len);
+WIFIMGR_API uint64_t wifimgr_lib_set_AMSDU_NUM(uint32_t wifi_type, int32_t index, const char* value);
 
 /* DscpPriMapEnable: DSCP to priority map. Accepts digits, however many. Refusal: "The DscpPriMapEnable value should
  * be number.". */
-WIFIMGR_API int wifimgr_lib_get_DscpPriMapEnable(int wifi_type, int index, char *buf, unsigned len);
-WIFIMGR_API uint64_t wifimgr_lib_set_DscpPriMapEnable(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API int wifimgr_lib_get_DscpPriMapEnable(int wifi_type, int index, char* buf, unsigned len);
+WIFIMGR_API uint64_t wifimgr_lib_set_DscpPriMapEnable(uint32_t wifi_type, int32_t index, const char* value);
 
 /* HT_BW: HT bandwidth: 0 20 MHz, 1 20/40 MHz. */
-WIFIMGR_API int wifimgr_lib_get_HT_BW(int wifi_type, int index, char *buf, unsigned len);
+WIFIMGR_API int wifimgr_lib_get_HT_BW(int wifi_type, int index, char* buf, unsigned len);
 
 /* HT_GI: HT guard interval: 0 long, 1 short. */
-WIFIMGR_API int wifimgr_lib_get_HT_GI(int wifi_type, int index, char *buf, unsigned len);
+WIFIMGR_API int wifimgr_lib_get_HT_GI(int wifi_type, int index, char* buf, unsigned len);
 
 /* HT_OpMode: HT operating mode: 0 mixed, 1 green field. Accepts digits, 0 to 1. Refusal: "The HT_OpMode value is
  * invalid.". */
-WIFIMGR_API int wifimgr_lib_get_HT_OpMode(int wifi_type, int index, char *buf, unsigned len);
-WIFIMGR_API uint64_t wifimgr_lib_set_HT_OpMode(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API int wifimgr_lib_get_HT_OpMode(int wifi_type, int index, char* buf, unsigned len);
+WIFIMGR_API uint64_t wifimgr_lib_set_HT_OpMode(uint32_t wifi_type, int32_t index, const char* value);
 
 /* HT_TxStream: TX stream count. Accepts a text whose leading number is 0 to 4 (a word counts as 0 and is stored).
  * Another index: "The ssid index is invalid.". Refusal: "The HT_TxStream value is invalid.". */
-WIFIMGR_API int wifimgr_lib_get_HT_TxStream(int wifi_type, int index, char *buf, unsigned len);
-WIFIMGR_API uint64_t wifimgr_lib_set_HT_TxStream(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API int wifimgr_lib_get_HT_TxStream(int wifi_type, int index, char* buf, unsigned len);
+WIFIMGR_API uint64_t wifimgr_lib_set_HT_TxStream(uint32_t wifi_type, int32_t index, const char* value);
 
 /* HT_RxStream: RX stream count. Accepts a text whose leading number is 0 to 4 (a word counts as 0 and is stored).
  * Another index: "The ssid index is invalid.". Refusal: "The HT_RxStream value is invalid.". */
-WIFIMGR_API int wifimgr_lib_get_HT_RxStream(int wifi_type, int index, char *buf, unsigned len);
-WIFIMGR_API uint64_t wifimgr_lib_set_HT_RxStream(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API int wifimgr_lib_get_HT_RxStream(int wifi_type, int index, char* buf, unsigned len);
+WIFIMGR_API uint64_t wifimgr_lib_set_HT_RxStream(uint32_t wifi_type, int32_t index, const char* value);
 
 /* HT_LDPC: HT LDPC coding. Accepts digits, 0 to 1. Refusal: "The VHT_LDPC value should be between 0 to 1.". */
-WIFIMGR_API int wifimgr_lib_get_HT_LDPC(int wifi_type, int index, char *buf, unsigned len);
-WIFIMGR_API uint64_t wifimgr_lib_set_HT_LDPC(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API int wifimgr_lib_get_HT_LDPC(int wifi_type, int index, char* buf, unsigned len);
+WIFIMGR_API uint64_t wifimgr_lib_set_HT_LDPC(uint32_t wifi_type, int32_t index, const char* value);
 
 /* HT_EXTCHA: HT extension channel: 0 below, 1 above. Accepts digits, 0 to 1. Another index: "The ssid index is
  * invalid.". Refusal: "The HT_EXTCHA value is invalid.". */
-WIFIMGR_API int wifimgr_lib_get_HT_EXTCHA(int wifi_type, int index, char *buf, unsigned len);
-WIFIMGR_API uint64_t wifimgr_lib_set_HT_EXTCHA(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API int wifimgr_lib_get_HT_EXTCHA(int wifi_type, int index, char* buf, unsigned len);
+WIFIMGR_API uint64_t wifimgr_lib_set_HT_EXTCHA(uint32_t wifi_type, int32_t index, const char* value);
 
 /* HT_BSSCoexistence: 20/40 MHz BSS coexistence. Accepts digits, 0 to 1. Another index: "The ssid index is invalid.".
  * Refusal: "The HT_BSSCoexistence value is invalid.". */
-WIFIMGR_API int wifimgr_lib_get_HT_BSSCoexistence(int wifi_type, int index, char *buf, unsigned len);
-WIFIMGR_API uint64_t wifimgr_lib_set_HT_BSSCoexistence(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API int wifimgr_lib_get_HT_BSSCoexistence(int wifi_type, int index, char* buf, unsigned len);
+WIFIMGR_API uint64_t wifimgr_lib_set_HT_BSSCoexistence(uint32_t wifi_type, int32_t index, const char* value);
 
 /* HT_AutoBA: Automatic block ack. Accepts digits, 0 to 1. Another index: "The ssid index is invalid.". Refusal: "The
  * HT_AutoBA value is invalid.". */
-WIFIMGR_API int wifimgr_lib_get_HT_AutoBA(int wifi_type, int index, char *buf, unsigned len);
-WIFIMGR_API uint64_t wifimgr_lib_set_HT_AutoBA(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API int wifimgr_lib_get_HT_AutoBA(int wifi_type, int index, char* buf, unsigned len);
+WIFIMGR_API uint64_t wifimgr_lib_set_HT_AutoBA(uint32_t wifi_type, int32_t index, const char* value);
 
 /* HT_RDG: Reverse direction grant. Accepts digits, 0 to 1. Another index: "The ssid index is invalid.". Refusal: "The
  * HT_RDG value is invalid.". */
-WIFIMGR_API int wifimgr_lib_get_HT_RDG(int wifi_type, int index, char *buf, unsigned len);
-WIFIMGR_API uint64_t wifimgr_lib_set_HT_RDG(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API int wifimgr_lib_get_HT_RDG(int wifi_type, int index, char* buf, unsigned len);
+WIFIMGR_API uint64_t wifimgr_lib_set_HT_RDG(uint32_t wifi_type, int32_t index, const char* value);
 
 /* HT_MpduDensity: MPDU density. Accepts digits, 0 to 1. Another index: "The ssid index is invalid.". Refusal: "The
  * HT_MpduDensity value is invalid.". */
-WIFIMGR_API int wifimgr_lib_get_HT_MpduDensity(int wifi_type, int index, char *buf, unsigned len);
-WIFIMGR_API uint64_t wifimgr_lib_set_HT_MpduDensity(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API int wifimgr_lib_get_HT_MpduDensity(int wifi_type, int index, char* buf, unsigned len);
+WIFIMGR_API uint64_t wifimgr_lib_set_HT_MpduDensity(uint32_t wifi_type, int32_t index, const char* value);
 
 /* HT_BAWinSize: Block ack window size in frames. Accepts digits, 0 to 256. Another index: "The ssid index is
  * invalid.". Refusal: "The HT_BAWinSize value is invalid.". */
-WIFIMGR_API int wifimgr_lib_get_HT_BAWinSize(int wifi_type, int index, char *buf, unsigned len);
-WIFIMGR_API uint64_t wifimgr_lib_set_HT_BAWinSize(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API int wifimgr_lib_get_HT_BAWinSize(int wifi_type, int index, char* buf, unsigned len);
+WIFIMGR_API uint64_t wifimgr_lib_set_HT_BAWinSize(uint32_t wifi_type, int32_t index, const char* value);
 
 /* HT_HTC: HT control field. Accepts digits, 0 to 1. Another index: "The ssid index is invalid.". Refusal: "The HT_HTC
  * value is invalid.". */
-WIFIMGR_API int wifimgr_lib_get_HT_HTC(int wifi_type, int index, char *buf, unsigned len);
-WIFIMGR_API uint64_t wifimgr_lib_set_HT_HTC(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API int wifimgr_lib_get_HT_HTC(int wifi_type, int index, char* buf, unsigned len);
+WIFIMGR_API uint64_t wifimgr_lib_set_HT_HTC(uint32_t wifi_type, int32_t index, const char* value);
 
 /* HT_LinkAdapt: HT link adaptation. Accepts digits, 0 to 1. Another index: "The ssid index is invalid.". Refusal:
  * "The HT_LinkAdapt value is invalid.". */
-WIFIMGR_API int wifimgr_lib_get_HT_LinkAdapt(int wifi_type, int index, char *buf, unsigned len);
-WIFIMGR_API uint64_t wifimgr_lib_set_HT_LinkAdapt(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API int wifimgr_lib_get_HT_LinkAdapt(int wifi_type, int index, char* buf, unsigned len);
+WIFIMGR_API uint64_t wifimgr_lib_set_HT_LinkAdapt(uint32_t wifi_type, int32_t index, const char* value);
 
 /* HT_AMSDU: A-MSDU. Accepts digits, 0 to 1. Another index: "The ssid index is invalid.". Refusal: "The HT_AMSDU value
  * is invalid.". */
-WIFIMGR_API int wifimgr_lib_get_HT_AMSDU(int wifi_type, int index, char *buf, unsigned len);
-WIFIMGR_API uint64_t wifimgr_lib_set_HT_AMSDU(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API int wifimgr_lib_get_HT_AMSDU(int wifi_type, int index, char* buf, unsigned len);
+WIFIMGR_API uint64_t wifimgr_lib_set_HT_AMSDU(uint32_t wifi_type, int32_t index, const char* value);
 
 /* HT_STBC: HT space-time block coding. Accepts digits, 0 to 1. Another index: "The ssid index is invalid.". Refusal:
  * "The HT_STBC value is invalid.". */
-WIFIMGR_API uint64_t wifimgr_lib_set_HT_STBC(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API uint64_t wifimgr_lib_set_HT_STBC(uint32_t wifi_type, int32_t index, const char* value);
 
 /* IEEE80211H: 802.11h spectrum management. Accepts digits, 0 to 1. Another index: "The ssid index is invalid.".
  * Refusal: "The IEEE80211H value is invalid.". */
-WIFIMGR_API uint64_t wifimgr_lib_set_IEEE80211H(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API uint64_t wifimgr_lib_set_IEEE80211H(uint32_t wifi_type, int32_t index, const char* value);
 
 /* G_BAND_256QAM: 256-QAM on 2.4 GHz. Accepts digits, 0 to 1. Another index: "The ssid index is invalid.". Refusal:
  * "The G_BAND_256QAM value is invalid.". */
-WIFIMGR_API uint64_t wifimgr_lib_set_G_BAND_256QAM(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API uint64_t wifimgr_lib_set_G_BAND_256QAM(uint32_t wifi_type, int32_t index, const char* value);
 
 /* WHNAT: WLAN hardware NAT; a change asks for a reboot. Accepts digits, 0 to 1. Another index: "The ssid index is
  * invalid.". Refusal: "The WHNAT value is invalid.". */
-WIFIMGR_API int wifimgr_lib_get_WHNAT(int wifi_type, int index, char *buf, unsigned len);
-WIFIMGR_API uint64_t wifimgr_lib_set_WHNAT(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API int wifimgr_lib_get_WHNAT(int wifi_type, int index, char* buf, unsigned len);
+WIFIMGR_API uint64_t wifimgr_lib_set_WHNAT(uint32_t wifi_type, int32_t index, const char* value);
 
 /* WOEOFF: WLAN offload engine off. Accepts digits, 0 to 1. Another index: "The ssid index is invalid.". Refusal: "The
  * WOEOFF value is invalid.". */
-WIFIMGR_API uint64_t wifimgr_lib_set_WOEOFF(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API uint64_t wifimgr_lib_set_WOEOFF(uint32_t wifi_type, int32_t index, const char* value);
 
 /* ProbeHideSSID: Probe responses for a hidden SSID. Accepts digits, 0 to 1. Another index: "The ssid index is
  * invalid.". Refusal: "The ProbeHideSSID value is invalid.". */
-WIFIMGR_API uint64_t wifimgr_lib_set_ProbeHideSSID(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API uint64_t wifimgr_lib_set_ProbeHideSSID(uint32_t wifi_type, int32_t index, const char* value);
 
 /* SHORTGIFLAG: Short guard interval flag. Accepts digits, 0 to 1. Another index: "The ssid index is invalid.".
  * Refusal: "The SHORTGIFLAG value is invalid.". */
-WIFIMGR_API uint64_t wifimgr_lib_set_SHORTGIFLAG(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API uint64_t wifimgr_lib_set_SHORTGIFLAG(uint32_t wifi_type, int32_t index, const char* value);
 
 /* ITxBfEn: Implicit TX beamforming. Accepts digits, 0 to 1. Another index: "The ssid index is invalid.". Refusal:
  * "The ITxBfEn value is invalid.". */
-WIFIMGR_API uint64_t wifimgr_lib_set_ITxBfEn(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API uint64_t wifimgr_lib_set_ITxBfEn(uint32_t wifi_type, int32_t index, const char* value);
 
 /* ETxBfEnCond: Explicit TX beamforming. Accepts digits, 0 to 1. Another index: "The ssid index is invalid.". Refusal:
  * "The ETxBfEnCond value is invalid.". */
-WIFIMGR_API uint64_t wifimgr_lib_set_ETxBfEnCond(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API uint64_t wifimgr_lib_set_ETxBfEnCond(uint32_t wifi_type, int32_t index, const char* value);
 
 /* ETxBfIncapable: No explicit TX beamforming capability. Accepts digits, 0 to 1. Another index: "The ssid index is
  * invalid.". Refusal: "The ETxBfIncapable value is invalid.". */
-WIFIMGR_API uint64_t wifimgr_lib_set_ETxBfIncapable(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API uint64_t wifimgr_lib_set_ETxBfIncapable(uint32_t wifi_type, int32_t index, const char* value);
 
 /* MUTxRxEnable: Multi-user TX and RX. Accepts digits, 0 to 1. Another index: "The ssid index is invalid.". Refusal:
  * "The MUTxRxEnable value is invalid.". */
-WIFIMGR_API uint64_t wifimgr_lib_set_MUTxRxEnable(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API uint64_t wifimgr_lib_set_MUTxRxEnable(uint32_t wifi_type, int32_t index, const char* value);
 
 /* StaNumDetect: Station count detection. Accepts digits, from 0. Another index: "The ssid index is invalid.".
  * Refusal: "The StaNumDetect value is invalid.". */
-WIFIMGR_API uint64_t wifimgr_lib_set_StaNumDetect(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API uint64_t wifimgr_lib_set_StaNumDetect(uint32_t wifi_type, int32_t index, const char* value);
 
 /* VHT_BW: VHT bandwidth. */
-WIFIMGR_API int wifimgr_lib_get_VHT_BW(int wifi_type, int index, char *buf, unsigned len);
+WIFIMGR_API int wifimgr_lib_get_VHT_BW(int wifi_type, int index, char* buf, unsigned len);
 
 /* VHT_SGI: VHT short guard interval. */
-WIFIMGR_API int wifimgr_lib_get_VHT_SGI(int wifi_type, int index, char *buf, unsigned len);
+WIFIMGR_API int wifimgr_lib_get_VHT_SGI(int wifi_type, int index, char* buf, unsigned len);
 
 /* VHT_LDPC: VHT LDPC coding. Accepts digits, 0 to 1. Refusal: "The VHT_LDPC value should be between 0 to 1.". */
-WIFIMGR_API uint64_t wifimgr_lib_set_VHT_LDPC(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API uint64_t wifimgr_lib_set_VHT_LDPC(uint32_t wifi_type, int32_t index, const char* value);
 
 /* VHT_STBC: VHT space-time block coding. Accepts digits, 0 to 1. Refusal: "The VHT_STBC value should be between 0 to
  * 1.". */
-WIFIMGR_API uint64_t wifimgr_lib_set_VHT_STBC(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API uint64_t wifimgr_lib_set_VHT_STBC(uint32_t wifi_type, int32_t index, const char* value);
 
 /* VHT_BW_SIGNAL: VHT bandwidth signalling. Accepts digits, 0 to 1. Refusal: "The VHT_BW_SIGNAL value is invalid.". */
-WIFIMGR_API int wifimgr_lib_get_VHT_BW_SIGNAL(int wifi_type, int index, char *buf, unsigned len);
-WIFIMGR_API uint64_t wifimgr_lib_set_VHT_BW_SIGNAL(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API int wifimgr_lib_get_VHT_BW_SIGNAL(int wifi_type, int index, char* buf, unsigned len);
+WIFIMGR_API uint64_t wifimgr_lib_set_VHT_BW_SIGNAL(uint32_t wifi_type, int32_t index, const char* value);
 
 /* Vht1024QamSupport: 1024-QAM. Accepts digits, however many. Refusal: "The Vht1024QamSupport value should be
  * number.". */
-WIFIMGR_API int wifimgr_lib_get_Vht1024QamSupport(int wifi_type, int index, char *buf, unsigned len);
-WIFIMGR_API uint64_t wifimgr_lib_set_Vht1024QamSupport(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API int wifimgr_lib_get_Vht1024QamSupport(int wifi_type, int index, char* buf, unsigned len);
+WIFIMGR_API uint64_t wifimgr_lib_set_Vht1024QamSupport(uint32_t wifi_type, int32_t index, const char* value);
 
 /* MuOfdmaDlEnable: Downlink MU-OFDMA. Accepts digits, 0 to 1. Refusal: "The muofdmadl value should be between 0 to
  * 1.". */
-WIFIMGR_API int wifimgr_lib_get_MuOfdmaDlEnable(int wifi_type, int index, char *buf, unsigned len);
-WIFIMGR_API uint64_t wifimgr_lib_set_MuOfdmaDlEnable(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API int wifimgr_lib_get_MuOfdmaDlEnable(int wifi_type, int index, char* buf, unsigned len);
+WIFIMGR_API uint64_t wifimgr_lib_set_MuOfdmaDlEnable(uint32_t wifi_type, int32_t index, const char* value);
 
 /* MuOfdmaUlEnable: Uplink MU-OFDMA. Accepts digits, 0 to 1. Refusal: "The muofdma value should be between 0 to 1.". */
-WIFIMGR_API int wifimgr_lib_get_MuOfdmaUlEnable(int wifi_type, int index, char *buf, unsigned len);
-WIFIMGR_API uint64_t wifimgr_lib_set_MuOfdmaUlEnable(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API int wifimgr_lib_get_MuOfdmaUlEnable(int wifi_type, int index, char* buf, unsigned len);
+WIFIMGR_API uint64_t wifimgr_lib_set_MuOfdmaUlEnable(uint32_t wifi_type, int32_t index, const char* value);
 
 /* MuMimoDlEnable: Downlink MU-MIMO. Accepts digits, 0 to 1. Refusal: "The mumimodl value should be between 0 to 1.". */
-WIFIMGR_API int wifimgr_lib_get_MuMimoDlEnable(int wifi_type, int index, char *buf, unsigned len);
-WIFIMGR_API uint64_t wifimgr_lib_set_MuMimoDlEnable(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API int wifimgr_lib_get_MuMimoDlEnable(int wifi_type, int index, char* buf, unsigned len);
+WIFIMGR_API uint64_t wifimgr_lib_set_MuMimoDlEnable(uint32_t wifi_type, int32_t index, const char* value);
 
 /* MuMimoUlEnable: Uplink MU-MIMO. Accepts digits, 0 to 1. Refusal: "The mumimoul value should be between 0 to 1.". */
-WIFIMGR_API int wifimgr_lib_get_MuMimoUlEnable(int wifi_type, int index, char *buf, unsigned len);
-WIFIMGR_API uint64_t wifimgr_lib_set_MuMimoUlEnable(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API int wifimgr_lib_get_MuMimoUlEnable(int wifi_type, int index, char* buf, unsigned len);
+WIFIMGR_API uint64_t wifimgr_lib_set_MuMimoUlEnable(uint32_t wifi_type, int32_t index, const char* value);
 
 /* SREnable: Spatial reuse. Accepts digits, 0 to 1. Refusal: "The SREnable value should be between 0 to 1.". */
-WIFIMGR_API int wifimgr_lib_get_SREnable(int wifi_type, int index, char *buf, unsigned len);
-WIFIMGR_API uint64_t wifimgr_lib_set_SREnable(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API int wifimgr_lib_get_SREnable(int wifi_type, int index, char* buf, unsigned len);
+WIFIMGR_API uint64_t wifimgr_lib_set_SREnable(uint32_t wifi_type, int32_t index, const char* value);
 
 /* SRMode: Spatial reuse mode. Accepts digits, 0 to 1. Refusal: "The SRMode value should be between 0 to 1.". */
-WIFIMGR_API int wifimgr_lib_get_SRMode(int wifi_type, int index, char *buf, unsigned len);
-WIFIMGR_API uint64_t wifimgr_lib_set_SRMode(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API int wifimgr_lib_get_SRMode(int wifi_type, int index, char* buf, unsigned len);
+WIFIMGR_API uint64_t wifimgr_lib_set_SRMode(uint32_t wifi_type, int32_t index, const char* value);
 
 /* SRSDEnable: Spatial reuse SD. Accepts digits, 0 to 1. Refusal: "The SRSDEnable value should be between 0 to 1.". */
-WIFIMGR_API int wifimgr_lib_get_SRSDEnable(int wifi_type, int index, char *buf, unsigned len);
-WIFIMGR_API uint64_t wifimgr_lib_set_SRSDEnable(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API int wifimgr_lib_get_SRSDEnable(int wifi_type, int index, char* buf, unsigned len);
+WIFIMGR_API uint64_t wifimgr_lib_set_SRSDEnable(uint32_t wifi_type, int32_t index, const char* value);
 
 /* PPEnable: Preamble puncturing. Accepts digits, 0 to 1. Refusal: "The PPEnable value should be between 0 to 1.". */
-WIFIMGR_API int wifimgr_lib_get_PPEnable(int wifi_type, int index, char *buf, unsigned len);
-WIFIMGR_API uint64_t wifimgr_lib_set_PPEnable(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API int wifimgr_lib_get_PPEnable(int wifi_type, int index, char* buf, unsigned len);
+WIFIMGR_API uint64_t wifimgr_lib_set_PPEnable(uint32_t wifi_type, int32_t index, const char* value);
 
 /* TWTSupport: Target wake time: 0 off, 1 or 2 the kind. Accepts digits, 0 to 2. Refusal: "The twtsupport value should
  * be between 0 ~2.". */
-WIFIMGR_API int wifimgr_lib_get_TWTSupport(int wifi_type, int index, char *buf, unsigned len);
-WIFIMGR_API uint64_t wifimgr_lib_set_TWTSupport(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API int wifimgr_lib_get_TWTSupport(int wifi_type, int index, char* buf, unsigned len);
+WIFIMGR_API uint64_t wifimgr_lib_set_TWTSupport(uint32_t wifi_type, int32_t index, const char* value);
 
 /* HeraStbcPriority: HE STBC priority. Accepts digits, however many. Refusal: "The HeraStbcPriority value should be
  * number.". */
-WIFIMGR_API int wifimgr_lib_get_HeraStbcPriority(int wifi_type, int index, char *buf, unsigned len);
-WIFIMGR_API uint64_t wifimgr_lib_set_HeraStbcPriority(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API int wifimgr_lib_get_HeraStbcPriority(int wifi_type, int index, char* buf, unsigned len);
+WIFIMGR_API uint64_t wifimgr_lib_set_HeraStbcPriority(uint32_t wifi_type, int32_t index, const char* value);
 
 /* MaxRuOfdma: Most OFDMA users. Accepts digits, however many. Refusal: "The MaxRuOfdma value should be number.". */
-WIFIMGR_API int wifimgr_lib_get_MaxRuOfdma(int wifi_type, int index, char *buf, unsigned len);
-WIFIMGR_API uint64_t wifimgr_lib_set_MaxRuOfdma(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API int wifimgr_lib_get_MaxRuOfdma(int wifi_type, int index, char* buf, unsigned len);
+WIFIMGR_API uint64_t wifimgr_lib_set_MaxRuOfdma(uint32_t wifi_type, int32_t index, const char* value);
 
 /* MaxDLMuMimo: Most downlink MU-MIMO users. Accepts digits, however many. Refusal: "The MaxDLMuMimo value should be
  * number.". */
-WIFIMGR_API int wifimgr_lib_get_MaxDLMuMimo(int wifi_type, int index, char *buf, unsigned len);
-WIFIMGR_API uint64_t wifimgr_lib_set_MaxDLMuMimo(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API int wifimgr_lib_get_MaxDLMuMimo(int wifi_type, int index, char* buf, unsigned len);
+WIFIMGR_API uint64_t wifimgr_lib_set_MaxDLMuMimo(uint32_t wifi_type, int32_t index, const char* value);
 
 /* MaxULMuMimo: Most uplink MU-MIMO users. Accepts digits, however many. Refusal: "The MaxULMuMimo value should be
  * number.". */
-WIFIMGR_API int wifimgr_lib_get_MaxULMuMimo(int wifi_type, int index, char *buf, unsigned len);
-WIFIMGR_API uint64_t wifimgr_lib_set_MaxULMuMimo(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API int wifimgr_lib_get_MaxULMuMimo(int wifi_type, int index, char* buf, unsigned len);
+WIFIMGR_API uint64_t wifimgr_lib_set_MaxULMuMimo(uint32_t wifi_type, int32_t index, const char* value);
 
 /* Disable160RuMu: No multi-user RU at 160 MHz. Accepts digits, however many. Refusal: "The Disable160RuMu value
  * should be number.". */
-WIFIMGR_API int wifimgr_lib_get_Disable160RuMu(int wifi_type, int index, char *buf, unsigned len);
-WIFIMGR_API uint64_t wifimgr_lib_set_Disable160RuMu(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API int wifimgr_lib_get_Disable160RuMu(int wifi_type, int index, char* buf, unsigned len);
+WIFIMGR_API uint64_t wifimgr_lib_set_Disable160RuMu(uint32_t wifi_type, int32_t index, const char* value);
 
 /* own_ip_addr: The 802.1X authenticator's own IPv4 address. Accepts an address that IPV4check accepts. Refusal: "The
  * own IP is invalid.\nPlease input from 0.0.0.0 to 255.255.255.255". */
-WIFIMGR_API int wifimgr_lib_get_ownip(int wifi_type, int index, char *buf, unsigned len);
-WIFIMGR_API uint64_t wifimgr_lib_set_ownip(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API int wifimgr_lib_get_ownip(int wifi_type, int index, char* buf, unsigned len);
+WIFIMGR_API uint64_t wifimgr_lib_set_ownip(uint32_t wifi_type, int32_t index, const char* value);
 
 /* session_timeout_interval: 802.1X session time-out in seconds. Accepts up to ten digits, at most 2147483647; the
  * empty text too. Refusal: "The timeout value is invalid.\nPlease input from 0 to 2147483647.". */
-WIFIMGR_API int wifimgr_lib_get_session_timeout_interval(int wifi_type, int index, char *buf, unsigned len);
-WIFIMGR_API uint64_t wifimgr_lib_set_session_timeout_interval(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API int wifimgr_lib_get_session_timeout_interval(int wifi_type, int index, char* buf, unsigned len);
+WIFIMGR_API uint64_t wifimgr_lib_set_session_timeout_interval(uint32_t wifi_type, int32_t index, const char* value);
 
 /* EAPifname: Interface that carries EAP. Accepts any text. */
-WIFIMGR_API uint64_t wifimgr_lib_set_EAPifname(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API uint64_t wifimgr_lib_set_EAPifname(uint32_t wifi_type, int32_t index, const char* value);
 
 /* PreAuthifname: Interface that carries pre-authentication. Accepts any text. */
-WIFIMGR_API uint64_t wifimgr_lib_set_PreAuthifname(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API uint64_t wifimgr_lib_set_PreAuthifname(uint32_t wifi_type, int32_t index, const char* value);
 
 /* ---- Per-SSID settings -------------------------------------------------------------------------------------------
  *
  * ssid_index is 1 to the band's BssidNum ("The ssid index should be from 1 to BssidNum:%d."). Checks run in the order
  * value present, SSID count readable, index, value, store. Fields exist for SSIDs 1 to 8: beyond, setters fail in the
- * store, and getters of shared keys succeed and copy nothing. Getters of a key per SSID take a buffer of any length, see
- * read_attr; the others want 151 bytes. */
+ * store, and getters of shared keys succeed and copy nothing. Getters of a key per SSID take a buffer of any length,
+ * see read_attr; the others want 151 bytes. */
 
 /* EnableSSID: Whether the SSID is served; 1 brings its interface up. Accepts any text. */
-WIFIMGR_API uint64_t wifimgr_lib_get_enableSsid(uint32_t wifi_type, int32_t ssid_index, char *buf, uint32_t len);
-WIFIMGR_API uint64_t wifimgr_lib_set_enableSsid(uint32_t wifi_type, int32_t ssid_index, const char *value);
+WIFIMGR_API uint64_t wifimgr_lib_get_enableSsid(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
+WIFIMGR_API uint64_t wifimgr_lib_set_enableSsid(uint32_t wifi_type, int32_t ssid_index, const char* value);
 
 /* SSID%d (a key per SSID, numbered from 1): Network name. Accepts any text. */
-WIFIMGR_API uint64_t wifimgr_lib_get_ssid(uint32_t wifi_type, int32_t ssid_index, char *buf, uint32_t len);
-WIFIMGR_API uint64_t wifimgr_lib_set_ssid(uint32_t wifi_type, int32_t ssid_index, const char *value);
+WIFIMGR_API uint64_t wifimgr_lib_get_ssid(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
+WIFIMGR_API uint64_t wifimgr_lib_set_ssid(uint32_t wifi_type, int32_t ssid_index, const char* value);
 
 /* HideSSID: Beacons without the network name. Accepts digits, 0 to 1. Refusal: "The HideSSID value should be 0 or
  * 1.". */
-WIFIMGR_API uint64_t wifimgr_lib_get_hideSSID(uint32_t wifi_type, int32_t ssid_index, char *buf, uint32_t len);
-WIFIMGR_API uint64_t wifimgr_lib_set_hideSSID(uint32_t wifi_type, int32_t ssid_index, const char *value);
+WIFIMGR_API uint64_t wifimgr_lib_get_hideSSID(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
+WIFIMGR_API uint64_t wifimgr_lib_set_hideSSID(uint32_t wifi_type, int32_t ssid_index, const char* value);
 
 /* NoForwarding: No forwarding between stations of the SSID. Accepts digits, 0 to 1. Refusal: "The NoForwarding value
  * is invalid.". */
-WIFIMGR_API uint64_t wifimgr_lib_get_noForwarding(uint32_t wifi_type, int32_t ssid_index, char *buf, uint32_t len);
-WIFIMGR_API uint64_t wifimgr_lib_set_noForwarding(uint32_t wifi_type, int32_t ssid_index, const char *value);
+WIFIMGR_API uint64_t wifimgr_lib_get_noForwarding(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
+WIFIMGR_API uint64_t wifimgr_lib_set_noForwarding(uint32_t wifi_type, int32_t ssid_index, const char* value);
 
 /* MaxStaNum: Most stations. Accepts digits, 0 to 45. Refusal: "The MaxStaNum value is invalid.". */
-WIFIMGR_API uint64_t wifimgr_lib_get_maxStaNum(uint32_t wifi_type, int32_t ssid_index, char *buf, uint32_t len);
-WIFIMGR_API uint64_t wifimgr_lib_set_maxStaNum(uint32_t wifi_type, int32_t ssid_index, const char *value);
+WIFIMGR_API uint64_t wifimgr_lib_get_maxStaNum(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
+WIFIMGR_API uint64_t wifimgr_lib_set_maxStaNum(uint32_t wifi_type, int32_t ssid_index, const char* value);
 
 /* MbssMaxStaNum: Most stations of the SSID among several. Accepts digits, 0 to 64. Refusal: "The MbssMaxStaNum value
  * is invalid,%d.". */
-WIFIMGR_API uint64_t wifimgr_lib_get_mbssMaxStaNum(uint32_t wifi_type, int32_t ssid_index, char *buf, uint32_t len);
-WIFIMGR_API uint64_t wifimgr_lib_set_mbssMaxStaNum(uint32_t wifi_type, int32_t ssid_index, const char *value);
+WIFIMGR_API uint64_t wifimgr_lib_get_mbssMaxStaNum(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
+WIFIMGR_API uint64_t wifimgr_lib_set_mbssMaxStaNum(uint32_t wifi_type, int32_t ssid_index, const char* value);
 
 /* WmmCapable: WMM. Accepts digits, 0 to 1. Refusal: "The WmmCapable value should be 0 or 1.". */
-WIFIMGR_API uint64_t wifimgr_lib_get_wmmCapable(uint32_t wifi_type, int32_t ssid_index, char *buf, uint32_t len);
-WIFIMGR_API uint64_t wifimgr_lib_set_wmmCapable(uint32_t wifi_type, int32_t ssid_index, const char *value);
+WIFIMGR_API uint64_t wifimgr_lib_get_wmmCapable(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
+WIFIMGR_API uint64_t wifimgr_lib_set_wmmCapable(uint32_t wifi_type, int32_t ssid_index, const char* value);
 
 /* APSDCapable: U-APSD; a change of SSID 1 is watched. Accepts digits, 0 to 1. Refusal: "The APSDCapable value should
  * be 0 or 1.". */
-WIFIMGR_API uint64_t wifimgr_lib_get_apsdCapable(uint32_t wifi_type, int32_t ssid_index, char *buf, uint32_t len);
-WIFIMGR_API uint64_t wifimgr_lib_set_apsdCapable(uint32_t wifi_type, int32_t ssid_index, const char *value);
+WIFIMGR_API uint64_t wifimgr_lib_get_apsdCapable(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
+WIFIMGR_API uint64_t wifimgr_lib_set_apsdCapable(uint32_t wifi_type, int32_t ssid_index, const char* value);
 
 /* IgmpSnEnable: IGMP snooping. Accepts digits, 0 to 1. Refusal: "The IgmpSnEnable value should be 0 or 1.". */
-WIFIMGR_API uint64_t wifimgr_lib_get_igmpSnEnable(uint32_t wifi_type, int32_t ssid_index, char *buf, uint32_t len);
-WIFIMGR_API uint64_t wifimgr_lib_set_igmpSnEnable(uint32_t wifi_type, int32_t ssid_index, const char *value);
+WIFIMGR_API uint64_t wifimgr_lib_get_igmpSnEnable(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
+WIFIMGR_API uint64_t wifimgr_lib_set_igmpSnEnable(uint32_t wifi_type, int32_t ssid_index, const char* value);
 
 /* FixedTxMode: Fixed TX mode: 0 none, 1 CCK, 2 OFDM. Accepts digits, 0 to 2. Refusal: "The FixedTxMode value should
  * be between 0 and 2.". */
-WIFIMGR_API uint64_t wifimgr_lib_get_fixedTxMode(uint32_t wifi_type, int32_t ssid_index, char *buf, uint32_t len);
-WIFIMGR_API uint64_t wifimgr_lib_set_fixedTxMode(uint32_t wifi_type, int32_t ssid_index, const char *value);
+WIFIMGR_API uint64_t wifimgr_lib_get_fixedTxMode(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
+WIFIMGR_API uint64_t wifimgr_lib_set_fixedTxMode(uint32_t wifi_type, int32_t ssid_index, const char* value);
 
 /* TxRate: Fixed TX rate. Accepts digits, from 0. Refusal: "The TxRate value is invalid.". */
-WIFIMGR_API uint64_t wifimgr_lib_get_txRate(uint32_t wifi_type, int32_t ssid_index, char *buf, uint32_t len);
-WIFIMGR_API uint64_t wifimgr_lib_set_txRate(uint32_t wifi_type, int32_t ssid_index, const char *value);
+WIFIMGR_API uint64_t wifimgr_lib_get_txRate(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
+WIFIMGR_API uint64_t wifimgr_lib_set_txRate(uint32_t wifi_type, int32_t ssid_index, const char* value);
 
 /* HT_MCS: Fixed MCS; 33 automatic. */
-WIFIMGR_API uint64_t wifimgr_lib_get_HT_MCS(uint32_t wifi_type, int32_t ssid_index, char *buf, uint32_t len);
+WIFIMGR_API uint64_t wifimgr_lib_get_HT_MCS(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
 
 /* FtSupport: Fast transition (802.11r). Accepts digits, 0 to 1. Refusal: "The FtSupport value should be 0 or 1.". */
-WIFIMGR_API uint64_t wifimgr_lib_set_ftSupport(uint32_t wifi_type, int32_t ssid_index, const char *value);
+WIFIMGR_API uint64_t wifimgr_lib_set_ftSupport(uint32_t wifi_type, int32_t ssid_index, const char* value);
 
 /* FtOtd: Fast transition over the distribution system. Accepts digits, 0 to 1. Refusal: "The FtOtd value should be 0
  * or 1.". */
-WIFIMGR_API uint64_t wifimgr_lib_set_ftotd(uint32_t wifi_type, int32_t ssid_index, const char *value);
+WIFIMGR_API uint64_t wifimgr_lib_set_ftotd(uint32_t wifi_type, int32_t ssid_index, const char* value);
 
 /* RRMEnable: Radio measurement (802.11k). Accepts digits, 0 to 1. Refusal: "The rrmEnable value should be 0 or 1.". */
-WIFIMGR_API uint64_t wifimgr_lib_set_rrmEnable(uint32_t wifi_type, int32_t ssid_index, const char *value);
+WIFIMGR_API uint64_t wifimgr_lib_set_rrmEnable(uint32_t wifi_type, int32_t ssid_index, const char* value);
 
 /* WNMEnable: Network management (802.11v). Accepts digits, 0 to 1. Refusal: "The rrmEnable value should be 0 or 1.". */
-WIFIMGR_API uint64_t wifimgr_lib_set_wnmEnable(uint32_t wifi_type, int32_t ssid_index, const char *value);
+WIFIMGR_API uint64_t wifimgr_lib_set_wnmEnable(uint32_t wifi_type, int32_t ssid_index, const char* value);
 
 /* ApCliMacManual_Flag: Whether the client interface has a MAC address of its own. Accepts digits, 0 to 1. Refusal:
  * "The ApCliMac_Manual_Flag value should be 0 or 1.". */
-WIFIMGR_API uint64_t wifimgr_lib_set_ApCliMac_Manual_Flag(uint32_t wifi_type, int32_t ssid_index, const char *value);
+WIFIMGR_API uint64_t wifimgr_lib_set_ApCliMac_Manual_Flag(uint32_t wifi_type, int32_t ssid_index, const char* value);
 
 /* ApCliMacManual: That MAC address. Accepts nothing: every value is refused, deliberately (see MacCheck). Refusal:
  * "Please input correct MacAddress, such as 00:1a:22:aa:dc:a1.". */
-WIFIMGR_API uint64_t wifimgr_lib_set_ApCliMac_Manual(uint32_t wifi_type, int32_t ssid_index, const char *value);
+WIFIMGR_API uint64_t wifimgr_lib_set_ApCliMac_Manual(uint32_t wifi_type, int32_t ssid_index, const char* value);
 
 /* AuthMode: Authentication mode. Accepts any text. */
-WIFIMGR_API uint64_t wifimgr_lib_get_authMode(uint32_t wifi_type, int32_t ssid_index, char *buf, uint32_t len);
-WIFIMGR_API uint64_t wifimgr_lib_set_authMode(uint32_t wifi_type, int32_t ssid_index, const char *value);
+WIFIMGR_API uint64_t wifimgr_lib_get_authMode(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
+WIFIMGR_API uint64_t wifimgr_lib_set_authMode(uint32_t wifi_type, int32_t ssid_index, const char* value);
 
 /* EncrypType: Cipher. Accepts NONE, WEP, TKIP, AES, TKIPAES or GCMP256. Refusal: "The EncrypType value should be
  * chosed from NONE,WEP,TKIP,AES,TKIPAES.". */
-WIFIMGR_API uint64_t wifimgr_lib_get_encrypType(uint32_t wifi_type, int32_t ssid_index, char *buf, uint32_t len);
-WIFIMGR_API uint64_t wifimgr_lib_set_encrypType(uint32_t wifi_type, int32_t ssid_index, const char *value);
+WIFIMGR_API uint64_t wifimgr_lib_get_encrypType(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
+WIFIMGR_API uint64_t wifimgr_lib_set_encrypType(uint32_t wifi_type, int32_t ssid_index, const char* value);
 
 /* WEPAuthType: WEP authentication type. Accepts any text. */
-WIFIMGR_API uint64_t wifimgr_lib_get_wepAuthType(uint32_t wifi_type, int32_t ssid_index, char *buf, uint32_t len);
-WIFIMGR_API uint64_t wifimgr_lib_set_wepAuthType(uint32_t wifi_type, int32_t ssid_index, const char *value);
+WIFIMGR_API uint64_t wifimgr_lib_get_wepAuthType(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
+WIFIMGR_API uint64_t wifimgr_lib_set_wepAuthType(uint32_t wifi_type, int32_t ssid_index, const char* value);
 
 /* IEEE8021X: 802.1X. Accepts "0" or "1", nothing else. Refusal: "The IEEE8021X value is invalid.\nPlease input 0 or
  * 1.". */
-WIFIMGR_API uint64_t wifimgr_lib_get_ieee8021x(uint32_t wifi_type, int32_t ssid_index, char *buf, uint32_t len);
-WIFIMGR_API uint64_t wifimgr_lib_set_ieee8021x(uint32_t wifi_type, int32_t ssid_index, const char *value);
+WIFIMGR_API uint64_t wifimgr_lib_get_ieee8021x(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
+WIFIMGR_API uint64_t wifimgr_lib_set_ieee8021x(uint32_t wifi_type, int32_t ssid_index, const char* value);
 
 /* WPAPSK%d (a key per SSID, numbered from 1): WPA passphrase or pre-shared key. Accepts at most 64 characters, the
  * empty text too. Refusal: "The WPAPSK value is invalid.". */
-WIFIMGR_API uint64_t wifimgr_lib_get_WPAPSK(uint32_t wifi_type, int32_t ssid_index, char *buf, uint32_t len);
-WIFIMGR_API uint64_t wifimgr_lib_set_WPAPSK(uint32_t wifi_type, int32_t ssid_index, const char *value);
+WIFIMGR_API uint64_t wifimgr_lib_get_WPAPSK(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
+WIFIMGR_API uint64_t wifimgr_lib_set_WPAPSK(uint32_t wifi_type, int32_t ssid_index, const char* value);
 
 /* DefaultKeyID: WEP key in use. Accepts digits, 0 to 4. Refusal: "The DefaultKeyID value is invalid.". */
-WIFIMGR_API uint64_t wifimgr_lib_get_defaultKeyID(uint32_t wifi_type, int32_t ssid_index, char *buf, uint32_t len);
-WIFIMGR_API uint64_t wifimgr_lib_set_defaultKeyID(uint32_t wifi_type, int32_t ssid_index, const char *value);
+WIFIMGR_API uint64_t wifimgr_lib_get_defaultKeyID(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
+WIFIMGR_API uint64_t wifimgr_lib_set_defaultKeyID(uint32_t wifi_type, int32_t ssid_index, const char* value);
 
 /* RekeyMethod: Group key renewal. Accepts TIME, PKT or DISABLE. Refusal: "The RekeyMethod value is invalid.". */
-WIFIMGR_API uint64_t wifimgr_lib_get_rekeyMethod(uint32_t wifi_type, int32_t ssid_index, char *buf, uint32_t len);
-WIFIMGR_API uint64_t wifimgr_lib_set_rekeyMethod(uint32_t wifi_type, int32_t ssid_index, const char *value);
+WIFIMGR_API uint64_t wifimgr_lib_get_rekeyMethod(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
+WIFIMGR_API uint64_t wifimgr_lib_set_rekeyMethod(uint32_t wifi_type, int32_t ssid_index, const char* value);
 
 /* RekeyInterval: Group key renewal interval, seconds or packets by the method. Accepts digits, 0 to 4194303. Refusal:
  * "The RekeyInterval value is invalid.". */
-WIFIMGR_API uint64_t wifimgr_lib_get_rekeyInterval(uint32_t wifi_type, int32_t ssid_index, char *buf, uint32_t len);
-WIFIMGR_API uint64_t wifimgr_lib_set_rekeyInterval(uint32_t wifi_type, int32_t ssid_index, const char *value);
+WIFIMGR_API uint64_t wifimgr_lib_get_rekeyInterval(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
+WIFIMGR_API uint64_t wifimgr_lib_set_rekeyInterval(uint32_t wifi_type, int32_t ssid_index, const char* value);
 
 /* PreAuth: WPA2 pre-authentication. Accepts digits, 0 to 1. Refusal: "The PreAuth value should be 0 or 1.". */
-WIFIMGR_API uint64_t wifimgr_lib_get_preAuth(uint32_t wifi_type, int32_t ssid_index, char *buf, uint32_t len);
-WIFIMGR_API uint64_t wifimgr_lib_set_preAuth(uint32_t wifi_type, int32_t ssid_index, const char *value);
+WIFIMGR_API uint64_t wifimgr_lib_get_preAuth(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
+WIFIMGR_API uint64_t wifimgr_lib_set_preAuth(uint32_t wifi_type, int32_t ssid_index, const char* value);
 
 /* PMFMFPC: PMF capable. Accepts digits, 0 to 1. Refusal: "The PMFMFPC value is invalid.". */
-WIFIMGR_API uint64_t wifimgr_lib_get_PMFMFPC(uint32_t wifi_type, int32_t ssid_index, char *buf, uint32_t len);
-WIFIMGR_API uint64_t wifimgr_lib_set_PMFMFPC(uint32_t wifi_type, int32_t ssid_index, const char *value);
+WIFIMGR_API uint64_t wifimgr_lib_get_PMFMFPC(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
+WIFIMGR_API uint64_t wifimgr_lib_set_PMFMFPC(uint32_t wifi_type, int32_t ssid_index, const char* value);
 
 /* PMFMFPR: PMF required. Accepts digits, 0 to 1. Refusal: "The PMFMFPR value is invalid.". */
-WIFIMGR_API uint64_t wifimgr_lib_get_PMFMFPR(uint32_t wifi_type, int32_t ssid_index, char *buf, uint32_t len);
-WIFIMGR_API uint64_t wifimgr_lib_set_PMFMFPR(uint32_t wifi_type, int32_t ssid_index, const char *value);
+WIFIMGR_API uint64_t wifimgr_lib_get_PMFMFPR(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
+WIFIMGR_API uint64_t wifimgr_lib_set_PMFMFPR(uint32_t wifi_type, int32_t ssid_index, const char* value);
 
 /* PMFSHA256: PMF with SHA-256. Accepts digits, 0 to 1. Refusal: "The PMFSHA256 value is invalid.". */
-WIFIMGR_API uint64_t wifimgr_lib_get_PMFSHA256(uint32_t wifi_type, int32_t ssid_index, char *buf, uint32_t len);
-WIFIMGR_API uint64_t wifimgr_lib_set_PMFSHA256(uint32_t wifi_type, int32_t ssid_index, const char *value);
+WIFIMGR_API uint64_t wifimgr_lib_get_PMFSHA256(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
+WIFIMGR_API uint64_t wifimgr_lib_set_PMFSHA256(uint32_t wifi_type, int32_t ssid_index, const char* value);
 
 /* RADIUS_Server: RADIUS server, IPv4. Accepts an address that IPV4check accepts. Refusal: "The RADIUS_Server IP value
  * is invalid.Please input from 0.0.0.0 to 255.255.255.255". */
-WIFIMGR_API uint64_t wifimgr_lib_get_radiusserver(uint32_t wifi_type, int32_t ssid_index, char *buf, uint32_t len);
-WIFIMGR_API uint64_t wifimgr_lib_set_radiusserver(uint32_t wifi_type, int32_t ssid_index, const char *value);
+WIFIMGR_API uint64_t wifimgr_lib_get_radiusserver(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
+WIFIMGR_API uint64_t wifimgr_lib_set_radiusserver(uint32_t wifi_type, int32_t ssid_index, const char* value);
 
 /* RADIUS_Port: RADIUS port. Accepts digits, 1 to 65535. Refusal: "The RADIUS_Port value is invalid.\nPlease input
  * DecNum from 1 - 65535". */
-WIFIMGR_API uint64_t wifimgr_lib_get_radiusport(uint32_t wifi_type, int32_t ssid_index, char *buf, uint32_t len);
-WIFIMGR_API uint64_t wifimgr_lib_set_radiusport(uint32_t wifi_type, int32_t ssid_index, const char *value);
+WIFIMGR_API uint64_t wifimgr_lib_get_radiusport(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
+WIFIMGR_API uint64_t wifimgr_lib_set_radiusport(uint32_t wifi_type, int32_t ssid_index, const char* value);
 
 /* RADIUS_Key%d (a key per SSID, numbered from 1): RADIUS shared secret. Accepts 8 to 63 characters, or 64 hexadecimal
  * digits. Refusal: "The RADIUS_Key is invalid.\nPlease input 8-63 characters or 64 Hex string.". */
-WIFIMGR_API uint64_t wifimgr_lib_get_radiuskey(uint32_t wifi_type, int32_t ssid_index, char *buf, uint32_t len);
-WIFIMGR_API uint64_t wifimgr_lib_set_radiuskey(uint32_t wifi_type, int32_t ssid_index, const char *value);
+WIFIMGR_API uint64_t wifimgr_lib_get_radiuskey(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
+WIFIMGR_API uint64_t wifimgr_lib_set_radiuskey(uint32_t wifi_type, int32_t ssid_index, const char* value);
 
 /* AccessPolicy%d (a key per SSID, numbered from 0: SSID 1 has number 0): MAC access policy: 0 off, 1 allow, 2 deny
  * the list. Accepts digits, 0 to 2. Refusal: "The AccessPolicy value is invalid.". An unreadable SSID count in the
  * getter: "get_bssidnum err.". */
-WIFIMGR_API uint64_t wifimgr_lib_get_accessPolicy(uint32_t wifi_type, int32_t ssid_index, char *buf, uint32_t len);
-WIFIMGR_API uint64_t wifimgr_lib_set_accessPolicy(uint32_t wifi_type, int32_t ssid_index, const char *value);
+WIFIMGR_API uint64_t wifimgr_lib_get_accessPolicy(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
+WIFIMGR_API uint64_t wifimgr_lib_set_accessPolicy(uint32_t wifi_type, int32_t ssid_index, const char* value);
 
 /* AccessControlList%d (a key per SSID, numbered from 0: SSID 1 has number 0): MAC addresses of the access policy,
  * ";"-separated. Accepts any text. */
-WIFIMGR_API uint64_t wifimgr_lib_get_accessControlList(uint32_t wifi_type, int32_t ssid_index, char *buf, uint32_t len);
-WIFIMGR_API uint64_t wifimgr_lib_set_accessControlList(uint32_t wifi_type, int32_t ssid_index, const char *value);
+WIFIMGR_API uint64_t wifimgr_lib_get_accessControlList(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
+WIFIMGR_API uint64_t wifimgr_lib_set_accessControlList(uint32_t wifi_type, int32_t ssid_index, const char* value);
 
 /* WscDefaultSSID%d (a key per SSID, numbered from 1): Network name of unconfigured WPS. Accepts at most 32
  * characters. Refusal: "The input value is invalid.". */
-WIFIMGR_API uint64_t wifimgr_lib_get_wscDefaultSSID(uint32_t wifi_type, int32_t ssid_index, char *buf, uint32_t len);
-WIFIMGR_API uint64_t wifimgr_lib_set_wscDefaultSSID(uint32_t wifi_type, int32_t ssid_index, const char *value);
+WIFIMGR_API uint64_t wifimgr_lib_get_wscDefaultSSID(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
+WIFIMGR_API uint64_t wifimgr_lib_set_wscDefaultSSID(uint32_t wifi_type, int32_t ssid_index, const char* value);
 
 /* WscConfMode: WPS mode. */
-WIFIMGR_API uint64_t wifimgr_lib_get_wscConfMode(uint32_t wifi_type, int32_t ssid_index, char *buf, uint32_t len);
+WIFIMGR_API uint64_t wifimgr_lib_get_wscConfMode(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
 
 /* WscConfStatus: WPS configuration state. */
-WIFIMGR_API uint64_t wifimgr_lib_get_WscConfStatus(uint32_t wifi_type, int32_t ssid_index, char *buf, uint32_t len);
+WIFIMGR_API uint64_t wifimgr_lib_get_WscConfStatus(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
 
 /* WscV2Support: WPS 2.0; a change of SSID 1 is watched. */
-WIFIMGR_API uint64_t wifimgr_lib_get_wscV2Support(uint32_t wifi_type, int32_t ssid_index, char *buf, uint32_t len);
+WIFIMGR_API uint64_t wifimgr_lib_get_wscV2Support(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
 
-/* HT_MCS: accepts digits, 0 to 15, 32 or 33 ("The HT_MCS value is invalid."), and only while the stored WirelessMode is 5
- * to 11 or 14 to 17 ("The wirelessMode do not support to set the HT_BW value.", checked before the index). */
-WIFIMGR_API uint64_t wifimgr_lib_set_HT_MCS(uint32_t wifi_type, int32_t ssid_index, const char *value);
+/* HT_MCS: accepts digits, 0 to 15, 32 or 33 ("The HT_MCS value is invalid."), and only while the stored WirelessMode is
+ * 5 to 11 or 14 to 17 ("The wirelessMode do not support to set the HT_BW value.", checked before the index). */
+WIFIMGR_API uint64_t wifimgr_lib_set_HT_MCS(uint32_t wifi_type, int32_t ssid_index, const char* value);
 
 /* Key%dType (key number 1 to 4): form of a WEP key, "0" hexadecimal or "1" characters; exactly one character ("The
  * KeyType value is invalid."). A number without a key in the dat file fails in the store. */
-WIFIMGR_API uint64_t wifimgr_lib_get_keyType(uint32_t wifi_type, int32_t ssid_index, int32_t key_number, char *buf,
+WIFIMGR_API uint64_t wifimgr_lib_get_keyType(uint32_t wifi_type, int32_t ssid_index, int32_t key_number, char* buf,
                                              uint32_t len);
 WIFIMGR_API uint64_t wifimgr_lib_set_keyType(uint32_t wifi_type, int32_t ssid_index, int32_t key_number,
-                                             const char *value);
+                                             const char* value);
 
 /* Key%dStr%d (key number 1 to 4, then SSID index): a WEP key; any text. */
-WIFIMGR_API uint64_t wifimgr_lib_get_keyStr(uint32_t wifi_type, int32_t ssid_index, int32_t key_number, char *buf,
+WIFIMGR_API uint64_t wifimgr_lib_get_keyStr(uint32_t wifi_type, int32_t ssid_index, int32_t key_number, char* buf,
                                             uint32_t len);
 WIFIMGR_API uint64_t wifimgr_lib_set_keyStr(uint32_t wifi_type, int32_t ssid_index, int32_t key_number,
-                                            const char *value);
+                                            const char* value);
 
 /* The same with the key number in the name: 0, or 1 when the general function fails. */
-WIFIMGR_API uint64_t wifimgr_lib_get_key1Type(uint32_t wifi_type, int32_t ssid_index, char *buf, uint32_t len);
-WIFIMGR_API uint64_t wifimgr_lib_get_key2Type(uint32_t wifi_type, int32_t ssid_index, char *buf, uint32_t len);
-WIFIMGR_API uint64_t wifimgr_lib_get_key3Type(uint32_t wifi_type, int32_t ssid_index, char *buf, uint32_t len);
-WIFIMGR_API uint64_t wifimgr_lib_get_key4Type(uint32_t wifi_type, int32_t ssid_index, char *buf, uint32_t len);
-WIFIMGR_API uint64_t wifimgr_lib_get_key1Str(uint32_t wifi_type, int32_t ssid_index, char *buf, uint32_t len);
-WIFIMGR_API uint64_t wifimgr_lib_get_key2Str(uint32_t wifi_type, int32_t ssid_index, char *buf, uint32_t len);
-WIFIMGR_API uint64_t wifimgr_lib_get_key3Str(uint32_t wifi_type, int32_t ssid_index, char *buf, uint32_t len);
-WIFIMGR_API uint64_t wifimgr_lib_get_key4Str(uint32_t wifi_type, int32_t ssid_index, char *buf, uint32_t len);
-WIFIMGR_API uint64_t wifimgr_lib_set_key1Type(uint32_t wifi_type, int32_t ssid_index, const char *value);
-WIFIMGR_API uint64_t wifimgr_lib_set_key2Type(uint32_t wifi_type, int32_t ssid_index, const char *value);
-WIFIMGR_API uint64_t wifimgr_lib_set_key3Type(uint32_t wifi_type, int32_t ssid_index, const char *value);
-WIFIMGR_API uint64_t wifimgr_lib_set_key4Type(uint32_t wifi_type, int32_t ssid_index, const char *value);
-WIFIMGR_API uint64_t wifimgr_lib_set_key1Str(uint32_t wifi_type, int32_t ssid_index, const char *value);
-WIFIMGR_API uint64_t wifimgr_lib_set_key2Str(uint32_t wifi_type, int32_t ssid_index, const char *value);
-WIFIMGR_API uint64_t wifimgr_lib_set_key3Str(uint32_t wifi_type, int32_t ssid_index, const char *value);
-WIFIMGR_API uint64_t wifimgr_lib_set_key4Str(uint32_t wifi_type, int32_t ssid_index, const char *value);
+WIFIMGR_API uint64_t wifimgr_lib_get_key1Type(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
+WIFIMGR_API uint64_t wifimgr_lib_get_key2Type(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
+WIFIMGR_API uint64_t wifimgr_lib_get_key3Type(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
+WIFIMGR_API uint64_t wifimgr_lib_get_key4Type(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
+WIFIMGR_API uint64_t wifimgr_lib_get_key1Str(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
+WIFIMGR_API uint64_t wifimgr_lib_get_key2Str(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
+WIFIMGR_API uint64_t wifimgr_lib_get_key3Str(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
+WIFIMGR_API uint64_t wifimgr_lib_get_key4Str(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
+WIFIMGR_API uint64_t wifimgr_lib_set_key1Type(uint32_t wifi_type, int32_t ssid_index, const char* value);
+WIFIMGR_API uint64_t wifimgr_lib_set_key2Type(uint32_t wifi_type, int32_t ssid_index, const char* value);
+WIFIMGR_API uint64_t wifimgr_lib_set_key3Type(uint32_t wifi_type, int32_t ssid_index, const char* value);
+WIFIMGR_API uint64_t wifimgr_lib_set_key4Type(uint32_t wifi_type, int32_t ssid_index, const char* value);
+WIFIMGR_API uint64_t wifimgr_lib_set_key1Str(uint32_t wifi_type, int32_t ssid_index, const char* value);
+WIFIMGR_API uint64_t wifimgr_lib_set_key2Str(uint32_t wifi_type, int32_t ssid_index, const char* value);
+WIFIMGR_API uint64_t wifimgr_lib_set_key3Str(uint32_t wifi_type, int32_t ssid_index, const char* value);
+WIFIMGR_API uint64_t wifimgr_lib_set_key4Str(uint32_t wifi_type, int32_t ssid_index, const char* value);
 
 /* ---- WDS settings ------------------------------------------------------------------------------------------------
  *
  * Four links per band. Getters and setters follow the band-wide ones. */
 
-/* WdsEnable: exactly one digit, 0 off or 1 to 4 the mode. Refusal: "Please input value from 0 to 4(0:disable;1-4:diffrent
- * modes,recommend 1).". */
-WIFIMGR_API int wifimgr_lib_get_wdsenable(int wifi_type, int index, char *buf, unsigned len);
-WIFIMGR_API uint64_t wifimgr_lib_set_wdsenable(uint32_t wifi_type, int32_t index, const char *value);
+/* WdsEnable: exactly one digit, 0 off or 1 to 4 the mode. Refusal: "Please input value from 0 to
+ * 4(0:disable;1-4:diffrent modes,recommend 1).". */
+WIFIMGR_API int wifimgr_lib_get_wdsenable(int wifi_type, int index, char* buf, unsigned len);
+WIFIMGR_API uint64_t wifimgr_lib_set_wdsenable(uint32_t wifi_type, int32_t index, const char* value);
 
 /* WdsEncrypType: the four links' ciphers, ";"-separated, each NONE, WEP, TKIP or AES in any case; stored as given.
  * Refusals: "Please input value from NONE,WEP,TKIP,AES.", "Please input %d wdsencryptypes". */
-WIFIMGR_API int wifimgr_lib_get_wdsencryptype(int wifi_type, int index, char *buf, unsigned len);
-WIFIMGR_API uint64_t wifimgr_lib_set_wdsencryptype(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API int wifimgr_lib_get_wdsencryptype(int wifi_type, int index, char* buf, unsigned len);
+WIFIMGR_API uint64_t wifimgr_lib_set_wdsencryptype(uint32_t wifi_type, int32_t index, const char* value);
 
 /* WdsPhyMode: the four links' PHY modes, each CCK, OFDM, HTMIX or GREENFIELD in any case; stored as given.
  * Refusals: "Please input value from CCK,OFDM,HTMIX,GREENFIELD.", "Please input %d wdsphyModes". */
-WIFIMGR_API int wifimgr_lib_get_wdsphymode(int wifi_type, int index, char *buf, unsigned len);
-WIFIMGR_API uint64_t wifimgr_lib_set_wdsphymode(uint32_t wifi_type, int32_t index, const char *value);
+WIFIMGR_API int wifimgr_lib_get_wdsphymode(int wifi_type, int index, char* buf, unsigned len);
+WIFIMGR_API uint64_t wifimgr_lib_set_wdsphymode(uint32_t wifi_type, int32_t index, const char* value);
 
 /* WdsList: the four peers' MAC addresses, ";"-separated, at most three ";". Each has 17 characters; what separates the
- * digits is not looked at. Refusals: "Please input acceptable Mac address.", "Mac address check error!", "Please input %d
- * Mac addresses". */
-WIFIMGR_API int wifimgr_lib_get_wdslist(int wifi_type, int index, char *buf, unsigned len);
-WIFIMGR_API uint64_t wifimgr_lib_set_wdslist(uint32_t wifi_type, int32_t index, const char *value);
+ * digits is not looked at. Refusals: "Please input acceptable Mac address.", "Mac address check error!", "Please input
+ * %d Mac addresses". */
+WIFIMGR_API int wifimgr_lib_get_wdslist(int wifi_type, int index, char* buf, unsigned len);
+WIFIMGR_API uint64_t wifimgr_lib_set_wdslist(uint32_t wifi_type, int32_t index, const char* value);
 
-/* Wds%dKey (link minus 1): the key of a link; index is the link, 1 to 4. The setter checks it by the link's stored cipher
- * (spelt in capitals) and writes field 1; the getter reads the field with the link's number, so for links 2 to 4 it does
- * not give what the setter wrote. Deliberate.
- * Refusals of the getter: "The wdskey index is invalid, please input 1 to %d.". Of the setter: "The wdskey index should be
- * from 1 to %d.", "get_wdsencryptype err.", "The number of WdsEncrypType is should be %d.", "Please input 5 or 13 ASCII
- * characters / 10 or 26 hexadecimal characters!", "Please input 8 to 64 hexadecimal characters!", "WdsEntryType in
- * datfile is ERR." (NONE and unknown ciphers). */
-WIFIMGR_API int wifimgr_lib_get_wdskey(int wifi_type, int index, char *buf, unsigned len);
-WIFIMGR_API uint64_t wifimgr_lib_set_wdskey(uint32_t wifi_type, int32_t index, const char *value);
+/* Wds%dKey (link minus 1): the key of a link; index is the link, 1 to 4. The setter checks it by the link's stored
+ * cipher (spelt in capitals) and writes field 1; the getter reads the field with the link's number, so for links 2 to 4
+ * it does not give what the setter wrote. Deliberate. Refusals of the getter: "The wdskey index is invalid, please
+ * input 1 to %d.". Of the setter: "The wdskey index should be from 1 to %d.", "get_wdsencryptype err.", "The number of
+ * WdsEncrypType is should be %d.", "Please input 5 or 13 ASCII characters / 10 or 26 hexadecimal characters!", "Please
+ * input 8 to 64 hexadecimal characters!", "WdsEntryType in datfile is ERR." (NONE and unknown ciphers). */
+WIFIMGR_API int wifimgr_lib_get_wdskey(int wifi_type, int index, char* buf, unsigned len);
+WIFIMGR_API uint64_t wifimgr_lib_set_wdskey(uint32_t wifi_type, int32_t index, const char* value);
 
 /* 0 for a WPA key of `length` characters: 8 to 63 of any kind, or 64 hexadecimal digits; else -1. */
-WIFIMGR_API int wdskey_check(int length, const char *key);
+WIFIMGR_API int wdskey_check(int length, const char* key);
 
 /* 0 for a WEP key of `length` characters: 5 or 13 of any kind, or 10 or 26 hexadecimal digits; else -1. */
-WIFIMGR_API int wdskey_check_for_wep(int length, const char *key);
+WIFIMGR_API int wdskey_check_for_wep(int length, const char* key);
 
 /* ---- Change detection -------------------------------------------------------------------------------------------- */
 
-/* What was in force when a band's snapshot was taken: 432 bytes, packed, integers in native byte order, texts padded with
- * NUL. Both bands have the same layout; each fills its own country field. */
+/* What was in force when a band's snapshot was taken: 432 bytes, packed, integers in native byte order, texts padded
+ * with NUL. Both bands have the same layout; each fills its own country field. */
 typedef struct wifimgr_band_snapshot {
   char prefix[16]; /* of the interface names: "ra" or "rai" */
   int32_t bss_count;
@@ -976,10 +978,10 @@ typedef struct wifimgr_band_snapshot {
   char wds_encryp_type[32];
   char wds_key[65]; /* of link 1 */
   char wds_list[80];
-  char wep_key[4][27];      /* of SSID 1, only while WDS is on and SSID 1 uses WEP */
-  int32_t apsd_capable[2];  /* of SSID 1; the second number is not used */
+  char wep_key[4][27];       /* of SSID 1, only while WDS is on and SSID 1 uses WEP */
+  int32_t apsd_capable[2];   /* of SSID 1; the second number is not used */
   int32_t wsc_v2_support[2]; /* of SSID 1; the second number is not used */
-  int32_t ssid_enable;      /* of SSID 1 */
+  int32_t ssid_enable;       /* of SSID 1 */
   char filling[6];
 } WIFIMGR_PACKED wifimgr_band_snapshot;
 
@@ -987,72 +989,74 @@ typedef struct wifimgr_band_snapshot {
 WIFIMGR_API extern wifimgr_band_snapshot store_global[2];
 
 /* oper 0 takes the band's snapshot and returns 0. oper 1 compares the store with it and returns 0 when nothing watched
- * has changed, 1 for a change of the radio, 2 for one that needs a reboot (SSID count or WHNAT). Before the first snapshot
- * everything that is not zero counts as changed. Another band or oper: 0, nothing touched. */
+ * has changed, 1 for a change of the radio, 2 for one that needs a reboot (SSID count or WHNAT). Before the first
+ * snapshot everything that is not zero counts as changed. Another band or oper: 0, nothing touched. */
 WIFIMGR_API uint64_t wifimgr_lib_wifi_config_oper(uint32_t wifi_type, int32_t oper);
 
-/* The groups of watched settings. Each _store fills its fields of the record and returns 0; each _compare returns 0 when
- * they equal the store, else the answer above. Settings that cannot be read are left alone and do not differ, unless
- * stated. A null record: 0, nothing done. */
+/* The groups of watched settings. Each _store fills its fields of the record and returns 0; each _compare returns 0
+ * when they equal the store, else the answer above. Settings that cannot be read are left alone and do not differ,
+ * unless stated. A null record: 0, nothing done. */
 
 /* BssidNum and WHNAT; a difference is 2. */
-WIFIMGR_API uint64_t systemreboot_store(wifimgr_band_snapshot *record, uint32_t wifi_type);
-WIFIMGR_API uint64_t systemreboot_compare(wifimgr_band_snapshot *record, uint32_t wifi_type);
+WIFIMGR_API uint64_t systemreboot_store(wifimgr_band_snapshot* record, uint32_t wifi_type);
+WIFIMGR_API uint64_t systemreboot_compare(wifimgr_band_snapshot* record, uint32_t wifi_type);
 
 /* Channel, BeaconPeriod, DtimPeriod, HT_TxStream, HT_RxStream, WirelessMode, TxPower, FragThreshold, and the band's
  * country region (0 when unreadable). */
-WIFIMGR_API uint64_t commoncap_store(wifimgr_band_snapshot *record, uint32_t wifi_type);
-WIFIMGR_API uint64_t commoncap_compare(wifimgr_band_snapshot *record, uint32_t wifi_type);
+WIFIMGR_API uint64_t commoncap_store(wifimgr_band_snapshot* record, uint32_t wifi_type);
+WIFIMGR_API uint64_t commoncap_compare(wifimgr_band_snapshot* record, uint32_t wifi_type);
 
 /* APSDCapable, WscV2Support and EnableSSID, of SSID 1 only. An unreadable SSID count differs. */
-WIFIMGR_API uint64_t entrycap_store(wifimgr_band_snapshot *record, uint32_t wifi_type);
-WIFIMGR_API uint64_t entrycap_compare(wifimgr_band_snapshot *record, uint32_t wifi_type);
+WIFIMGR_API uint64_t entrycap_store(wifimgr_band_snapshot* record, uint32_t wifi_type);
+WIFIMGR_API uint64_t entrycap_compare(wifimgr_band_snapshot* record, uint32_t wifi_type);
 
 /* HT_BSSCoexistence, HT_EXTCHA, HT_BW, HT_GI. */
-WIFIMGR_API uint64_t htcap_store(wifimgr_band_snapshot *record, uint32_t wifi_type);
-WIFIMGR_API uint64_t htcap_compare(wifimgr_band_snapshot *record, uint32_t wifi_type);
+WIFIMGR_API uint64_t htcap_store(wifimgr_band_snapshot* record, uint32_t wifi_type);
+WIFIMGR_API uint64_t htcap_compare(wifimgr_band_snapshot* record, uint32_t wifi_type);
 
 /* VHT_BW and VHT_SGI, of 5G only (0 when unreadable); nothing when the SSID count cannot be read. */
-WIFIMGR_API uint64_t vhtcap_store(wifimgr_band_snapshot *record, uint32_t wifi_type);
-WIFIMGR_API uint64_t vhtcap_compare(wifimgr_band_snapshot *record, uint32_t wifi_type);
+WIFIMGR_API uint64_t vhtcap_store(wifimgr_band_snapshot* record, uint32_t wifi_type);
+WIFIMGR_API uint64_t vhtcap_compare(wifimgr_band_snapshot* record, uint32_t wifi_type);
 
 /* MuOfdmaDlEnable, MuOfdmaUlEnable, MuMimoDlEnable, MuMimoUlEnable, TWTSupport, SREnable, SRMode, SRSDEnable. */
-WIFIMGR_API uint64_t hecap_store(wifimgr_band_snapshot *record, uint32_t wifi_type);
-WIFIMGR_API uint64_t hecap_compare(wifimgr_band_snapshot *record, uint32_t wifi_type);
+WIFIMGR_API uint64_t hecap_store(wifimgr_band_snapshot* record, uint32_t wifi_type);
+WIFIMGR_API uint64_t hecap_compare(wifimgr_band_snapshot* record, uint32_t wifi_type);
 
-/* WdsEnable and, only while it is on: WdsEncrypType, the key of link 1, WdsList and, when SSID 1 uses WEP, its four keys.
- * Unreadable texts count as empty. */
-WIFIMGR_API uint64_t wds_store(wifimgr_band_snapshot *record, uint32_t wifi_type);
-WIFIMGR_API uint64_t wds_compare(wifimgr_band_snapshot *record, uint32_t wifi_type);
+/* WdsEnable, WdsEncrypType, the key of link 1 and WdsList, and SSID 1's four WEP keys while WDS is on and SSID 1 uses
+ * WEP. The compare looks beyond WdsEnable only while WDS is on. Unreadable texts count as empty. */
+WIFIMGR_API uint64_t wds_store(wifimgr_band_snapshot* record, uint32_t wifi_type);
+WIFIMGR_API uint64_t wds_compare(wifimgr_band_snapshot* record, uint32_t wifi_type);
 
 /* Nothing yet: the store returns its record as a number, the compare 0. */
-WIFIMGR_API uint64_t chipspecial_store(wifimgr_band_snapshot *record, uint32_t wifi_type);
-WIFIMGR_API uint64_t chipspecial_compare(wifimgr_band_snapshot *record, uint32_t wifi_type);
+WIFIMGR_API uint64_t chipspecial_store(wifimgr_band_snapshot* record, uint32_t wifi_type);
+WIFIMGR_API uint64_t chipspecial_compare(wifimgr_band_snapshot* record, uint32_t wifi_type);
 
 /* ---- Applying ---------------------------------------------------------------------------------------------------- */
 
 /* Makes the band's dependent settings consistent in the store: security fields by the authentication mode of each SSID;
- * WMM, fixed TX mode, bandwidths, basic rates and HT operating mode by the wireless mode; automatic channel selection by
- * the channel; TxPower levels 1 to 6 of 2.4G to percentages. Reports what it cannot read or write on standard output and
- * goes on. Returns 0. */
+ * WMM, fixed TX mode, bandwidths, basic rates and HT operating mode by the wireless mode; automatic channel selection
+ * by the channel; TxPower levels 1 to 6 of 2.4G to percentages. Prints on standard output when WirelessMode, BssidNum
+ * or, on 2.4G, a WmmCapable cannot be read (the first two then count as 0), and when a setter of update_auth_mode
+ * refuses; other failures are silent, and none stops it. Another band: nothing is done. Returns 0. */
 WIFIMGR_API int wifimgr_lib_check_wifi_value_befor_write_dat(uint32_t wifi_type);
 
-/* The part of it for one SSID's security: WEP modes become "WEPAUTO" with cipher WEP and key types by the keys' lengths;
- * WPA modes lose their WEP keys; "WPA3-192Bit" becomes "WPA3-192" (an SSID that has it already becomes open, see above);
- * anything else becomes "OPEN" without cipher. */
+/* The part of it for one SSID's security: WEP modes become "WEPAUTO" with cipher WEP and key types by the keys'
+ * lengths; WPA modes lose their WEP keys; "WPA3-192Bit" becomes "WPA3-192" (an SSID that has it already becomes open,
+ * see above); anything else becomes "OPEN" without cipher. */
 WIFIMGR_API void update_auth_mode(uint32_t wifi_type, uint32_t ssid_index);
 
-/* The part of it for one SSID's FixedTxMode: "1" for wireless mode 1, "2" for mode 4, "0" for others; in mode 0 "1" for a
- * CCK rate (1, 2, 5.5, 11), "2" when it cannot be read, unchanged otherwise. */
+/* The part of it for one SSID's FixedTxMode: "1" for wireless mode 1, "2" for mode 4, "0" for others; in mode 0 "1" for
+ * a CCK rate (1, 2, 5.5, 11), "2" when it cannot be read, unchanged otherwise. */
 WIFIMGR_API void update_fixedTxMode(uint32_t wifi_type, uint32_t ssid_index, uint32_t wireless_mode);
 
-/* Applies the band: writes its dat file, takes its WDS and BSS interfaces down and out of br-lan, reloads the driver
- * module when ReloadFlag is "1" (which it sets to "0" first), and brings the enabled BSSs, and the four WDS links when
- * WdsEnable begins with "1", up and into br-lan.
- * ssid_index  only checked, 1 to BssidNum ("The ssid index parameter is invalid."); the whole band is applied.
- * Runs ifconfig, brctl, rmmod and insmod through the shell and does not look at their status. Returns 1, before any
- * interface is touched, also with "Set the ReloadFlag failed." or "WIFI_2_4G updtate datefile from shm failed." ("WIFI_5G
- * ..."), ReloadFlag being "0" already in the last case. */
+/* Applies the band: writes its dat file, takes its four WDS interfaces and as many BSS interfaces as pre_wlan_state
+ * says down and out of br-lan, reloads the driver module when ReloadFlag begins with "1" (it is set to "0" first), and
+ * brings the BSSs whose EnableSSID is 1, and the four WDS interfaces when WdsEnable begins with "1", up and into
+ * br-lan. pre_wlan_state stays as it is. ssid_index  only checked, 1 to BssidNum ("The ssid index parameter is
+ * invalid."); the whole band is applied. Runs ifconfig, brctl, rmmod and insmod through the shell and does not look at
+ * their status. Returns 1, before any interface is touched, also when BssidNum cannot be read (so for another band),
+ * and with "Set the ReloadFlag failed.", "type should be 2.4G or 5G ." or "WIFI_2_4G updtate datefile from shm failed."
+ * ("WIFI_5G ..."); in the last two cases ReloadFlag may be "0" already. */
 WIFIMGR_API int wifimgr_lib_commit(uint32_t wifi_type, int32_t ssid_index);
 
 #ifdef __cplusplus

@@ -16,7 +16,7 @@ extern "C" uint64_t wifimgr_lib_set_bssidNum(uint32_t wifi_type, int32_t index, 
   char current[store::kValueSize] = "";
   if (wifimgr_lib_get_bssidnum(band, -1, current, sizeof current) == 0) {
     // The interfaces that the next commit takes down are those of the count in force.
-    pre_wlan_state[band] = store::decimal(current);
+    if (store::is_band(band)) pre_wlan_state[band] = store::decimal(current);
     // Compared over the new value's length only, so that the line end of a value read from the file does not count.
     // "1" for a current "12" therefore passes as no change; deliberate.
     const bool changed = std::strncmp(current, value, std::strlen(value)) != 0;
