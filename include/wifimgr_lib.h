@@ -16,34 +16,35 @@
  *
  * Conventions of all functions
  *
- * Threads    A process uses the library from one thread at a time. Between processes each band's store is serialised by
- *            its semaphore; a sequence of calls is not.
+ * Threads    A process uses the library from one thread at a time. Between processes each band's store is serialised
+ *            by its semaphore; a sequence of calls is not.
  * Bands      wifi_type is 0 for 2.4G and 1 for 5G. Any other value is refused.
  * Indexes    -1 addresses a band-wide value, 1 to 8 the value of that SSID.
  * Results    0 for success and 1 for failure, unless stated. A failure leaves the store as it was and outputs
- * untouched, unless stated. Results never depend on tracing. Buffers    The caller owns every buffer. Getters want 151
- * bytes or more and write 150, the stored line end included; callers pass WIFIMGR_VALUE_SIZE. Texts given to setters
- * are copied, cut to 149 characters. Null       A null pointer is a failure (1, nothing touched); predicates answer as
- * for invalid text. Blocking   Functions that use the store wait while another process holds the band's semaphore; a
- * signal ends the wait as a failure. Nothing here allocates memory that a caller must free, except os_zalloc. Trace
- * Messages go through the platform's debug library, module 6: entry and exit at level 8, reasons of failures at
- * level 1. A refusal's text stands behind "[function]:===Fail Exit===".
+ *            untouched, unless stated. Results never depend on tracing.
+ * Buffers    The caller owns every buffer. Getters want 151 bytes or more and write 150, the stored line end
+ *            included; callers pass WIFIMGR_VALUE_SIZE. Texts given to setters are copied, cut to 149 characters.
+ * Null       A null pointer is a failure (1, nothing touched); predicates answer as for invalid text.
+ * Blocking   Functions that use the store wait while another process holds the band's semaphore; a signal ends the
+ *            wait as a failure. Nothing here allocates memory that a caller must free, except os_zalloc.
+ * Trace      Messages go through the platform's debug library, module 6: entry and exit at level 8, reasons of
+ *            failures at level 1. A refusal's text stands behind "[function]:===Fail Exit===".
  *
  * Sharp edges, all deliberate
  *
- * - wifimgr_lib_init clears the band's store and loads the file again, for all processes: unsaved changes of others are
- *   gone. A process that only wants to see or change the live store attaches the segment itself (shmget with key
- * 0x12345 for 2.4G, 0x12346 for 5G, then shmat) and stores the address in shm_addr_2_4g or shm_addr_5g instead.
+ * - wifimgr_lib_init clears the band's store and loads the file again, for all processes: unsaved changes of others
+ *   are gone. A process that only wants to see or change the live store attaches the segment itself (shmget with key
+ *   0x12345 for 2.4G, 0x12346 for 5G, then shmat) and stores the address in shm_addr_2_4g or shm_addr_5g instead.
  * - A store whose dat file has outgrown the existing segment cannot be initialised: remove the segment first (ipcrm
- * -M).
- * - Saving writes what the store holds: comments and blank lines of the file are gone, and so is everything behind the
- *   SSID count (fields, and keys such as SSID5 with 4 SSIDs).
+ *   -M).
+ * - Saving writes what the store holds: comments and blank lines of the file are gone, and so is everything behind
+ *   the SSID count (fields, and keys such as SSID5 with 4 SSIDs).
  * - ';' separates SSIDs. In an SSID name or access list it splits the value at the next load; "=" cuts it. A line
- * without
- *   "=" is saved as a key with its line end inside, and the first line "Default" of a CR/LF file becomes a record.
+ *   without "=" is saved as a key with its line end inside, and the first line "Default" of a CR/LF file becomes a
+ *   record.
  * - The value of the last SSID of a shared key ends in the file's line end until it is set.
- * - "WPA3-192Bit" becomes "WPA3-192" in the normalisation, which a second normalisation takes for an open network: set
- *   the authentication mode before each apply.
+ * - "WPA3-192Bit" becomes "WPA3-192" in the normalisation, which a second normalisation takes for an open network:
+ *   set the authentication mode before each apply.
  * - WDS keys of links 2 to 4 are written to field 1 of their key but read from field 2 to 4.
  */
 #ifndef WIFIMGR_LIB_H
@@ -89,8 +90,8 @@ typedef uint64_t (*wifimgr_setter_t)(uint32_t wifi_type, int32_t index, const ch
 WIFIMGR_API extern char dat_path_2_4g[WIFIMGR_DAT_PATH_SIZE];
 WIFIMGR_API extern char dat_path_5g[WIFIMGR_DAT_PATH_SIZE];
 
-/* Where this process has the bands' segments attached; null until init_shm, or until the program stores the address of
- * a segment that it attached itself. Reads and changes work on what these point at. */
+/* Where this process has the bands' segments attached; null until init_shm, or until the program stores the address
+ * of a segment that it attached itself. Reads and changes work on what these point at. */
 WIFIMGR_API extern char* shm_addr_2_4g;
 WIFIMGR_API extern char* shm_addr_5g;
 
@@ -106,8 +107,8 @@ WIFIMGR_API extern char* __rstrtok;
 
 /* ---- Dat file lines and list texts ------------------------------------------------------------------------------- */
 
-/* Returns how many records the band's dat file needs: its lines, a longer one counting once per 185 characters, plus 5.
- * 0 when the file cannot be opened or the band is neither 0 nor 1. Opens the file for reading. */
+/* Returns how many records the band's dat file needs: its lines, a longer one counting once per 185 characters, plus
+ * 5. 0 when the file cannot be opened or the band is neither 0 nor 1. Opens the file for reading. */
 WIFIMGR_API int get_dat_para_num(int wifi_type);
 
 /* Parses one line of a dat file, its line end included.
@@ -119,7 +120,8 @@ WIFIMGR_API int parse_data_from_line(char* line, wifimgr_attr_record* out);
 
 /* Splits a value into its fields, in place.
  * key     decides how: the values of WMM lists, AckPolicy, WdsList, WdsEncrypType and WdsPhyMode stay whole and lose
- *         their line end; all others are split at ";", empty fields are dropped and the last field keeps its line end.
+ *         their line end; all others are split at ";", empty fields are dropped and the last field keeps its line
+ *         end.
  * value   modified; must outlive the use of `fields`.
  * count   receives the number of fields kept, at least 1 (also when there is none).
  * fields  caller's array of 8 pointers into `value`; those beyond the last field stay as they were.
@@ -157,44 +159,44 @@ WIFIMGR_API int semaphore_p(int semid);
 WIFIMGR_API int semaphore_v(int semid);
 
 /* Creates or attaches the band's segment (permissions 0666, large enough for its dat file) and semaphore, sets the
- * semaphore free whoever holds it, and clears the segment. Called again it attaches anew.
- * Refusals: "The wifi_type is wrong.", "Create share memory failed." (also for a missing dat file, and for an existing
- * segment that is too small), "Attach share memory failed.", "semget failed.", "Set sem value failed.",
- * "p operation failed.", "v operation failed.". */
+ * semaphore free whoever holds it, and clears the segment. Called again it attaches anew. Refusals: "The wifi_type is
+ * wrong.", "Create share memory failed." (also for a missing dat file, and for an existing segment that is too
+ * small), "Attach share memory failed.", "semget failed.", "Set sem value failed.", "p operation failed.", "v
+ * operation failed.". */
 WIFIMGR_API int init_shm(int wifi_type);
 
-/* Clears the band's segment and loads its dat file into it, after init_shm when this process has not called it yet. The
- * lock is taken per record, so others may see a half-loaded store. The file must be writable.
- * Refusals: "The wifi_type is wrong.", "Initialize share memory for 2.4G failed." (or 5G), "Open the file %s failed.",
- * "shm_tmp is NULL!", "p operation failed.", "v operation failed.". */
+/* Clears the band's segment and loads its dat file into it, after init_shm when this process has not called it yet.
+ * The lock is taken per record, so others may see a half-loaded store. The file must be writable. Refusals: "The
+ * wifi_type is wrong.", "Initialize share memory for 2.4G failed." (or 5G), "Open the file %s failed.", "shm_tmp is
+ * NULL!", "p operation failed.", "v operation failed.". */
 WIFIMGR_API int creat_shm_from_datafile(int wifi_type);
 
-/* Searches the table at `segment` for the key `name`, exactly. The caller holds the lock.
- * Returns 2 and sets *index to the record's position; 3 and leaves *index alone when there is none; 1 for a null
- * pointer. */
+/* Searches the table at `segment` for the key `name`, exactly. The caller holds the lock. Returns 2 and sets *index
+ * to the record's position; 3 and leaves *index alone when there is none; 1 for a null pointer. */
 WIFIMGR_API int is_attr_exist(char* segment, const char* name, unsigned* index);
 
 /* Copies a value of the band's store to `buf`.
  * index  -1 or 1 copies field 1, 2 to 8 that field; another index copies nothing and is no failure. Keys of the
- * families that are stored once per SSID (SSID, WPAPSK, Key1Str.. and so on) give field 1 whatever the index. len    at
- * least 151, else "The size of buffer is too small!"; 150 bytes are written. For the families any length: what fits is
- * copied, the rest filled with NUL, and nothing terminates a value of `len` or more characters. Refusals also: "The
- * wifi_type is wrong.", "The attr_name do not exist." (also before the band is attached), "p operation failed.", "v
- * operation failed." (the value is then in `buf`). */
+ *        families that are stored once per SSID (SSID, WPAPSK, Key1Str.. and so on) give field 1 whatever the index.
+ * len    at least 151, else "The size of buffer is too small!"; 150 bytes are written. For the families any length:
+ *        what fits is copied, the rest filled with NUL, and nothing terminates a value of `len` or more characters.
+ * Refusals also: "The wifi_type is wrong.", "The attr_name do not exist." (also before the band is attached), "p
+ * operation failed.", "v operation failed." (the value is then in `buf`). */
 WIFIMGR_API int read_attr(int wifi_type, int index, const char* name, char* buf, unsigned len);
 
 /* Replaces a value of the band's store by `value`, cut to 149 characters; fields that it does not address stay. Only
- * keys of the loaded dat file exist. index  -1 for field 1, 1 to 8 for that field; the families of read_attr always
- * change field 1. Refusals: "The wifi_type is wrong.", "p operation is wrong.", "The attr_name do not exist.", "The
- * index is invalid.", "Modify the attr_value failed.", "v operaion failed." (the value is then changed). */
+ * keys of the loaded dat file exist.
+ * index  -1 for field 1, 1 to 8 for that field; the families of read_attr always change field 1.
+ * Refusals: "The wifi_type is wrong.", "p operation is wrong.", "The attr_name do not exist.", "The index is
+ * invalid.", "Modify the attr_value failed.", "v operaion failed." (the value is then changed). */
 WIFIMGR_API int update_attr(int wifi_type, int index, const char* name, const char* value);
 
 /* Replaces field 1 of record number `record` when its key is `name`. The caller holds the lock. 1 when it is not. */
 WIFIMGR_API int update_common_attr(char* segment, int record, const char* name, const char* value);
 
-/* Replaces field `index` (1 to 8) of record number `record` when its key is `name`; for a key of the families field 1,
- * through update_common_attr. The caller holds the lock. Returns 0 also when key or index do not fit and nothing was
- * changed; 1 when update_common_attr fails. */
+/* Replaces field `index` (1 to 8) of record number `record` when its key is `name`; for a key of the families field
+ * 1, through update_common_attr. The caller holds the lock. Returns 0 also when key or index do not fit and nothing
+ * was changed; 1 when update_common_attr fails. */
 WIFIMGR_API int update_attr_by_ssid(char* segment, int record, int index, const char* name, const char* value);
 
 /* Returns `size` bytes of zeroed memory, to be freed by the caller with free; null when there is none. */
@@ -219,28 +221,28 @@ WIFIMGR_API int wifimgr_lib_set_wifi_path(int wifi_type, const char* path);
 /* Prints the band's store on standard output (print_shm). Refusal: "Print the share memory data failed!". */
 WIFIMGR_API int wifimgr_lib_dump(int wifi_type);
 
-/* Prints each record of the band: its key and ":", then its fields, four to a line of 119 characters. Takes no lock and
- * removes the line ends of the stored values. Refusal: "The wifi_type is wrong."; 1 also before the band is attached.
- */
+/* Prints each record of the band: its key and ":", then its fields, four to a line of 119 characters. Takes no lock
+ * and removes the line ends of the stored values. Refusal: "The wifi_type is wrong."; 1 also before the band is
+ * attached. */
 WIFIMGR_API int print_shm(int wifi_type);
 
 /* Clears `len` bytes of `buf` and writes the version, "7915", cut to fit. Returns 0; -1 for another band, with `buf`
  * cleared. A length of 0 or less writes nothing. */
 WIFIMGR_API int wifimgr_lib_get_version(int wifi_type, char* buf, int len);
 
-/* Switches the debug trace on: writes "/tmp/wifi_lib_dbg_enable", and `level` as text to "/tmp/vexalib_dbg".
- * Returns 0; 1 when the first file cannot be written, and for a null level (the first file is written then). */
+/* Switches the debug trace on: writes "/tmp/wifi_lib_dbg_enable", and `level` as text to "/tmp/vexalib_dbg". Returns
+ * 0; 1 when the first file cannot be written, and for a null level (the first file is written then). */
 WIFIMGR_API int wifimgr_lib_set_dbg_level(const char* level);
 
-/* Writes a message, cut to 255 characters, to the kernel debug file "/proc/zq2810/dbg_msg". When that cannot be opened,
- * prints "open /proc/zq2810/dbg_msg fail" on standard output. */
+/* Writes a message, cut to 255 characters, to the kernel debug file "/proc/zq2810/dbg_msg". When that cannot be
+ * opened, prints "open /proc/zq2810/dbg_msg fail" on standard output. */
 WIFIMGR_API void zqdbg_blapi_printf(const char* fmt, ...) WIFIMGR_PRINTF(1, 2);
 
 /* Replaces the content of the file by `text`. Returns 0, or -1 when it cannot be opened. */
 WIFIMGR_API int doCmdWrite(const char* path, const char* text);
 
-/* Sets flags[i] to '1' for each WLAN chip on the PCI bus, in the order 7603, 7612, 7615, 7663, 7915, 7916, 7905; never
- * clears one.
+/* Sets flags[i] to '1' for each WLAN chip on the PCI bus, in the order 7603, 7612, 7615, 7663, 7915, 7916, 7905;
+ * never clears one.
  * flags  7 characters, set to '0' by the caller.
  * count  not used.
  * Runs "cat /proc/bus/pci/devices > /tmp/devices". Refusal: "Open the file /tmp/devices failed.". */
@@ -253,19 +255,20 @@ WIFIMGR_API int wifimgr_lib_save_dataFile(int wifi_type);
 
 /* Rewrites the band's dat file in place from its store: "Default", then a line per record. Shared keys get as many
  * fields as there are SSIDs (at most 8, fewer at the first empty one); keys of SSIDs beyond the count are left out.
- * Holds the band's lock meanwhile. There is no backup: a failure after the file was opened leaves it cut. bssid_num the
- * SSID count; a negative one counts as 0. Refuses with 1, before the file is touched, when a line would be longer than
- * 185 characters. Refusals also: "The wifi_type is wrong.", "Open the file %s failed.", "p operation failed.", "merge
- * some values to one line failed.", "v operation failed."; 1 when the file cannot be written to its end. */
+ * Holds the band's lock meanwhile. There is no backup: a failure after the file was opened leaves it cut.
+ * bssid_num  the SSID count; a negative one counts as 0.
+ * Refuses with 1, before the file is touched, when a line would be longer than 185 characters. Refusals also: "The
+ * wifi_type is wrong.", "Open the file %s failed.", "p operation failed.", "merge some values to one line failed.",
+ * "v operation failed."; 1 when the file cannot be written to its end. */
 WIFIMGR_API int update_datafile_from_shm(int wifi_type, int bssid_num);
 
-/* Appends the first `count` fields (at most 8, up to the first empty one) of `rec` to the text in `out`, joined by ";",
- * without their line ends. `out` must have room for them: 1201 bytes are enough for an empty text. */
+/* Appends the first `count` fields (at most 8, up to the first empty one) of `rec` to the text in `out`, joined by
+ * ";", without their line ends. `out` must have room for them: 1201 bytes are enough for an empty text. */
 WIFIMGR_API int merge_para(wifimgr_attr_record* rec, char* out, int count);
 
 /* When `key` begins with the name of a family numbered from 1 (SSID, RADIUS_Key, WscDefaultSSID, WPAPSK, Key1Str to
- * Key4Str, WSC_UUID_E, WSC_UUID_Str), sets *num to the number behind that name in `line` (0 without digits) and returns
- * 0; otherwise 1. */
+ * Key4Str, WSC_UUID_E, WSC_UUID_Str), sets *num to the number behind that name in `line` (0 without digits) and
+ * returns 0; otherwise 1. */
 WIFIMGR_API int get_attr_num(const char* key, const char* line, unsigned* num);
 
 /* The same for the families numbered from 0: AccessPolicy and AccessControlList. */
@@ -301,24 +304,25 @@ WIFIMGR_API int IPV4check(const char* s);
  * know these settings as read-only. */
 WIFIMGR_API int MacCheck(const char* s);
 
-/* 0 for a list of exactly four numbers, "a;b;c;d", whose fields are then in f1 to f4; else 1, with "The input parameter
- * is invalid.". f1..f4  caller's buffers of WIFIMGR_FIELD_SIZE bytes each; a longer field is refused. Some may be
- * filled on failure. */
+/* 0 for a list of exactly four numbers, "a;b;c;d", whose fields are then in f1 to f4; else 1, with "The input
+ * parameter is invalid.".
+ * f1..f4  caller's buffers of WIFIMGR_FIELD_SIZE bytes each; a longer field is refused. Some may be filled on
+ *         failure. */
 WIFIMGR_API int check_para_valid(const char* s, char* f1, char* f2, char* f3, char* f4);
 
 /* ---- Band-wide settings ------------------------------------------------------------------------------------------
  *
  * Getters: index must be -1 ("The index should be -1."); 150 bytes of field 1 are copied to `buf` of `len`, at least
- * 151, bytes. Setters: index must be -1 ("The ssid index here should be -1." unless stated); the value replaces
- * field 1. No blanks are trimmed, "1\n" is no number, and the empty text is 0 where numbers are asked for. Checks run
- * in the order value present, index, value, store. A key must be in the band's dat file. Nothing reaches the file or
- * the driver before a save or commit. */
+ * 151, bytes. Setters: index must be -1 ("The ssid index here should be -1." unless stated); the value replaces field
+ * 1. No blanks are trimmed, "1\n" is no number, and the empty text is 0 where numbers are asked for. Checks run in
+ * the order value present, index, value, store. A key must be in the band's dat file. Nothing reaches the file or the
+ * driver before a save or commit. */
 
 /* BssidNum: how many SSIDs the band serves. The setter accepts any text. It remembers the count in force in
  * pre_wlan_state and sets ReloadFlag to "1" when the new text differs from the stored one over the new one's length
  * ("1" for a stored "12" is no change), else to "0" ("Set the ReloadFlag failed."); when the count in force cannot be
- * read, both are left alone and the new count is still written. A failure of a later step leaves what the earlier ones
- * did. */
+ * read, both are left alone and the new count is still written. A failure of a later step leaves what the earlier
+ * ones did. */
 WIFIMGR_API int wifimgr_lib_get_bssidnum(int wifi_type, int index, char* buf, unsigned len);
 WIFIMGR_API uint64_t wifimgr_lib_set_bssidNum(uint32_t wifi_type, int32_t index, const char* value);
 
@@ -335,13 +339,13 @@ WIFIMGR_API uint64_t wifimgr_lib_set_countryRegion(uint32_t wifi_type, int32_t i
 WIFIMGR_API int wifimgr_lib_get_countryRegionABand(int wifi_type, int index, char* buf, unsigned len);
 WIFIMGR_API uint64_t wifimgr_lib_set_countryRegionABand(uint32_t wifi_type, int32_t index, const char* value);
 
-/* WirelessMode: accepts digits ("The WirelessMode value should be DEC num.") and one of 0, 1, 3 to 10, 16 on 2.4G ("The
- * WirelessMode value for 2.4G is invalid."), of 2, 3, 5, 8, 10, 11, 14, 15, 17 on 5G ("The WirelessMode value for 5G is
- * invalid."). */
+/* WirelessMode: accepts digits ("The WirelessMode value should be DEC num.") and one of 0, 1, 3 to 10, 16 on 2.4G
+ * ("The WirelessMode value for 2.4G is invalid."), of 2, 3, 5, 8, 10, 11, 14, 15, 17 on 5G ("The WirelessMode value
+ * for 5G is invalid."). */
 WIFIMGR_API uint64_t wifimgr_lib_set_wirelessMode(uint32_t wifi_type, int32_t index, const char* value);
 
-/* HT_BW: accepts digits, 0 or 1, and only while the stored WirelessMode is 2, 5 to 11 or 14 to 17 ("The wirelessMode do
- * not support to set the HT_BW value.", checked before the index). Refusal: "The HT_BW value should be 0 or 1.". */
+/* HT_BW: accepts digits, 0 or 1, and only while the stored WirelessMode is 2, 5 to 11 or 14 to 17 ("The wirelessMode
+ * do not support to set the HT_BW value.", checked before the index). Refusal: "The HT_BW value should be 0 or 1.". */
 WIFIMGR_API uint64_t wifimgr_lib_set_HT_BW(uint32_t wifi_type, int32_t index, const char* value);
 
 /* HT_GI: accepts digits, 0 or 1, and only while the stored WirelessMode is 5 to 11 or 14 to 17 ("The wirelessMode do
@@ -349,8 +353,8 @@ WIFIMGR_API uint64_t wifimgr_lib_set_HT_BW(uint32_t wifi_type, int32_t index, co
 WIFIMGR_API uint64_t wifimgr_lib_set_HT_GI(uint32_t wifi_type, int32_t index, const char* value);
 
 /* VHT_BW: accepts digits, 0 to 3 ("The VHT_BW value should be from 0 to 3."), and writes the value once per SSID,
- * joined by ";", into field 1; as many whole values as stay below 159 characters. 1 when the SSID count cannot be read.
- */
+ * joined by ";", into field 1; as many whole values as stay below 159 characters. 1 when the SSID count cannot be
+ * read. */
 WIFIMGR_API uint64_t wifimgr_lib_set_VHT_BW(uint32_t wifi_type, int32_t index, const char* value);
 
 /* VHT_SGI: accepts digits, 0 or 1 ("The VHT_SGI value should be between 0 to 1."); written like VHT_BW, cut at 159
@@ -626,7 +630,8 @@ WIFIMGR_API uint64_t wifimgr_lib_set_MuOfdmaDlEnable(uint32_t wifi_type, int32_t
 WIFIMGR_API int wifimgr_lib_get_MuOfdmaUlEnable(int wifi_type, int index, char* buf, unsigned len);
 WIFIMGR_API uint64_t wifimgr_lib_set_MuOfdmaUlEnable(uint32_t wifi_type, int32_t index, const char* value);
 
-/* MuMimoDlEnable: Downlink MU-MIMO. Accepts digits, 0 to 1. Refusal: "The mumimodl value should be between 0 to 1.". */
+/* MuMimoDlEnable: Downlink MU-MIMO. Accepts digits, 0 to 1. Refusal: "The mumimodl value should be between 0 to 1.".
+ */
 WIFIMGR_API int wifimgr_lib_get_MuMimoDlEnable(int wifi_type, int index, char* buf, unsigned len);
 WIFIMGR_API uint64_t wifimgr_lib_set_MuMimoDlEnable(uint32_t wifi_type, int32_t index, const char* value);
 
@@ -764,7 +769,8 @@ WIFIMGR_API uint64_t wifimgr_lib_set_ftotd(uint32_t wifi_type, int32_t ssid_inde
 /* RRMEnable: Radio measurement (802.11k). Accepts digits, 0 to 1. Refusal: "The rrmEnable value should be 0 or 1.". */
 WIFIMGR_API uint64_t wifimgr_lib_set_rrmEnable(uint32_t wifi_type, int32_t ssid_index, const char* value);
 
-/* WNMEnable: Network management (802.11v). Accepts digits, 0 to 1. Refusal: "The rrmEnable value should be 0 or 1.". */
+/* WNMEnable: Network management (802.11v). Accepts digits, 0 to 1. Refusal: "The rrmEnable value should be 0 or 1.".
+ */
 WIFIMGR_API uint64_t wifimgr_lib_set_wnmEnable(uint32_t wifi_type, int32_t ssid_index, const char* value);
 
 /* ApCliMacManual_Flag: Whether the client interface has a MAC address of its own. Accepts digits, 0 to 1. Refusal:
@@ -867,8 +873,8 @@ WIFIMGR_API uint64_t wifimgr_lib_get_WscConfStatus(uint32_t wifi_type, int32_t s
 /* WscV2Support: WPS 2.0; a change of SSID 1 is watched. */
 WIFIMGR_API uint64_t wifimgr_lib_get_wscV2Support(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
 
-/* HT_MCS: accepts digits, 0 to 15, 32 or 33 ("The HT_MCS value is invalid."), and only while the stored WirelessMode is
- * 5 to 11 or 14 to 17 ("The wirelessMode do not support to set the HT_BW value.", checked before the index). */
+/* HT_MCS: accepts digits, 0 to 15, 32 or 33 ("The HT_MCS value is invalid."), and only while the stored WirelessMode
+ * is 5 to 11 or 14 to 17 ("The wirelessMode do not support to set the HT_BW value.", checked before the index). */
 WIFIMGR_API uint64_t wifimgr_lib_set_HT_MCS(uint32_t wifi_type, int32_t ssid_index, const char* value);
 
 /* Key%dType (key number 1 to 4): form of a WEP key, "0" hexadecimal or "1" characters; exactly one character ("The
@@ -916,23 +922,23 @@ WIFIMGR_API uint64_t wifimgr_lib_set_wdsenable(uint32_t wifi_type, int32_t index
 WIFIMGR_API int wifimgr_lib_get_wdsencryptype(int wifi_type, int index, char* buf, unsigned len);
 WIFIMGR_API uint64_t wifimgr_lib_set_wdsencryptype(uint32_t wifi_type, int32_t index, const char* value);
 
-/* WdsPhyMode: the four links' PHY modes, each CCK, OFDM, HTMIX or GREENFIELD in any case; stored as given.
- * Refusals: "Please input value from CCK,OFDM,HTMIX,GREENFIELD.", "Please input %d wdsphyModes". */
+/* WdsPhyMode: the four links' PHY modes, each CCK, OFDM, HTMIX or GREENFIELD in any case; stored as given. Refusals:
+ * "Please input value from CCK,OFDM,HTMIX,GREENFIELD.", "Please input %d wdsphyModes". */
 WIFIMGR_API int wifimgr_lib_get_wdsphymode(int wifi_type, int index, char* buf, unsigned len);
 WIFIMGR_API uint64_t wifimgr_lib_set_wdsphymode(uint32_t wifi_type, int32_t index, const char* value);
 
-/* WdsList: the four peers' MAC addresses, ";"-separated, at most three ";". Each has 17 characters; what separates the
- * digits is not looked at. Refusals: "Please input acceptable Mac address.", "Mac address check error!", "Please input
- * %d Mac addresses". */
+/* WdsList: the four peers' MAC addresses, ";"-separated, at most three ";". Each has 17 characters; what separates
+ * the digits is not looked at. Refusals: "Please input acceptable Mac address.", "Mac address check error!", "Please
+ * input %d Mac addresses". */
 WIFIMGR_API int wifimgr_lib_get_wdslist(int wifi_type, int index, char* buf, unsigned len);
 WIFIMGR_API uint64_t wifimgr_lib_set_wdslist(uint32_t wifi_type, int32_t index, const char* value);
 
 /* Wds%dKey (link minus 1): the key of a link; index is the link, 1 to 4. The setter checks it by the link's stored
- * cipher (spelt in capitals) and writes field 1; the getter reads the field with the link's number, so for links 2 to 4
- * it does not give what the setter wrote. Deliberate. Refusals of the getter: "The wdskey index is invalid, please
- * input 1 to %d.". Of the setter: "The wdskey index should be from 1 to %d.", "get_wdsencryptype err.", "The number of
- * WdsEncrypType is should be %d.", "Please input 5 or 13 ASCII characters / 10 or 26 hexadecimal characters!", "Please
- * input 8 to 64 hexadecimal characters!", "WdsEntryType in datfile is ERR." (NONE and unknown ciphers). */
+ * cipher (spelt in capitals) and writes field 1; the getter reads the field with the link's number, so for links 2 to
+ * 4 it does not give what the setter wrote. Deliberate. Refusals of the getter: "The wdskey index is invalid, please
+ * input 1 to %d.". Of the setter: "The wdskey index should be from 1 to %d.", "get_wdsencryptype err.", "The number
+ * of WdsEncrypType is should be %d.", "Please input 5 or 13 ASCII characters / 10 or 26 hexadecimal characters!",
+ * "Please input 8 to 64 hexadecimal characters!", "WdsEntryType in datfile is ERR." (NONE and unknown ciphers). */
 WIFIMGR_API int wifimgr_lib_get_wdskey(int wifi_type, int index, char* buf, unsigned len);
 WIFIMGR_API uint64_t wifimgr_lib_set_wdskey(uint32_t wifi_type, int32_t index, const char* value);
 
@@ -988,9 +994,9 @@ typedef struct wifimgr_band_snapshot {
 /* The snapshots of 2.4G and 5G: process memory, zero until taken. */
 WIFIMGR_API extern wifimgr_band_snapshot store_global[2];
 
-/* oper 0 takes the band's snapshot and returns 0. oper 1 compares the store with it and returns 0 when nothing watched
- * has changed, 1 for a change of the radio, 2 for one that needs a reboot (SSID count or WHNAT). Before the first
- * snapshot everything that is not zero counts as changed. Another band or oper: 0, nothing touched. */
+/* oper 0 takes the band's snapshot and returns 0. oper 1 compares the store with it and returns 0 when nothing
+ * watched has changed, 1 for a change of the radio, 2 for one that needs a reboot (SSID count or WHNAT). Before the
+ * first snapshot everything that is not zero counts as changed. Another band or oper: 0, nothing touched. */
 WIFIMGR_API uint64_t wifimgr_lib_wifi_config_oper(uint32_t wifi_type, int32_t oper);
 
 /* The groups of watched settings. Each _store fills its fields of the record and returns 0; each _compare returns 0
@@ -1033,11 +1039,12 @@ WIFIMGR_API uint64_t chipspecial_compare(wifimgr_band_snapshot* record, uint32_t
 
 /* ---- Applying ---------------------------------------------------------------------------------------------------- */
 
-/* Makes the band's dependent settings consistent in the store: security fields by the authentication mode of each SSID;
- * WMM, fixed TX mode, bandwidths, basic rates and HT operating mode by the wireless mode; automatic channel selection
- * by the channel; TxPower levels 1 to 6 of 2.4G to percentages. Prints on standard output when WirelessMode, BssidNum
- * or, on 2.4G, a WmmCapable cannot be read (the first two then count as 0), and when a setter of update_auth_mode
- * refuses; other failures are silent, and none stops it. Another band: nothing is done. Returns 0. */
+/* Makes the band's dependent settings consistent in the store: security fields by the authentication mode of each
+ * SSID; WMM, fixed TX mode, bandwidths, basic rates and HT operating mode by the wireless mode; automatic channel
+ * selection by the channel; TxPower levels 1 to 6 of 2.4G to percentages. Prints on standard output when
+ * WirelessMode, BssidNum or, on 2.4G, a WmmCapable cannot be read (the first two then count as 0), and when a setter
+ * of update_auth_mode refuses; other failures are silent, and none stops it. Another band: nothing is done. Returns
+ * 0. */
 WIFIMGR_API int wifimgr_lib_check_wifi_value_befor_write_dat(uint32_t wifi_type);
 
 /* The part of it for one SSID's security: WEP modes become "WEPAUTO" with cipher WEP and key types by the keys'
@@ -1045,18 +1052,19 @@ WIFIMGR_API int wifimgr_lib_check_wifi_value_befor_write_dat(uint32_t wifi_type)
  * see above); anything else becomes "OPEN" without cipher. */
 WIFIMGR_API void update_auth_mode(uint32_t wifi_type, uint32_t ssid_index);
 
-/* The part of it for one SSID's FixedTxMode: "1" for wireless mode 1, "2" for mode 4, "0" for others; in mode 0 "1" for
- * a CCK rate (1, 2, 5.5, 11), "2" when it cannot be read, unchanged otherwise. */
+/* The part of it for one SSID's FixedTxMode: "1" for wireless mode 1, "2" for mode 4, "0" for others; in mode 0 "1"
+ * for a CCK rate (1, 2, 5.5, 11), "2" when it cannot be read, unchanged otherwise. */
 WIFIMGR_API void update_fixedTxMode(uint32_t wifi_type, uint32_t ssid_index, uint32_t wireless_mode);
 
 /* Applies the band: writes its dat file, takes its four WDS interfaces and as many BSS interfaces as pre_wlan_state
- * says down and out of br-lan, reloads the driver module when ReloadFlag begins with "1" (it is set to "0" first), and
- * brings the BSSs whose EnableSSID is 1, and the four WDS interfaces when WdsEnable begins with "1", up and into
- * br-lan. pre_wlan_state stays as it is. ssid_index  only checked, 1 to BssidNum ("The ssid index parameter is
- * invalid."); the whole band is applied. Runs ifconfig, brctl, rmmod and insmod through the shell and does not look at
- * their status. Returns 1, before any interface is touched, also when BssidNum cannot be read (so for another band),
- * and with "Set the ReloadFlag failed.", "type should be 2.4G or 5G ." or "WIFI_2_4G updtate datefile from shm failed."
- * ("WIFI_5G ..."); in the last two cases ReloadFlag may be "0" already. */
+ * says down and out of br-lan, reloads the driver module when ReloadFlag begins with "1" (it is set to "0" first),
+ * and brings the BSSs whose EnableSSID is 1, and the four WDS interfaces when WdsEnable begins with "1", up and into
+ * br-lan. pre_wlan_state stays as it is.
+ * ssid_index  only checked, 1 to BssidNum ("The ssid index parameter is invalid."); the whole band is applied.
+ * Runs ifconfig, brctl, rmmod and insmod through the shell and does not look at their status. Returns 1, before any
+ * interface is touched, also when BssidNum cannot be read (so for another band), and with "Set the ReloadFlag
+ * failed.", "type should be 2.4G or 5G ." or "WIFI_2_4G updtate datefile from shm failed." ("WIFI_5G ..."); in the
+ * last two cases ReloadFlag may be "0" already. */
 WIFIMGR_API int wifimgr_lib_commit(uint32_t wifi_type, int32_t ssid_index);
 
 #ifdef __cplusplus
