@@ -41,7 +41,7 @@ static const struct wish kWishes24[] = {
 static const struct wish kWishes5[] = {
     {"SSID 1", wifimgr_lib_set_ssid, 1, "Living Room 5G"},
     {"passphrase of SSID 1", wifimgr_lib_set_WPAPSK, 1, "correct horse battery"},
-    {"security of SSID 2", wifimgr_lib_set_authMode, 2, "OPEN"},
+    {"security of SSID 1", wifimgr_lib_set_authMode, 1, "WPA3PSK"},
     {"channel", wifimgr_lib_set_channel, -1, "0"},
     {"TX power", wifimgr_lib_set_txPower, -1, "80"},
     {"WDS", wifimgr_lib_set_wdsenable, -1, "1"},
