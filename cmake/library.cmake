@@ -17,6 +17,7 @@ add_library(api_lib_wifimgr SHARED
   store/shell.cpp
   store/trace.cpp
   store/write_back.cpp
+  store/zeroed_memory.cpp
   params/accepted.cpp
   params/access_policy.cpp
   params/address_check.cpp

@@ -8,6 +8,7 @@ extern "C" {
 
 /* Escapes `in` for use as one word of a shell command line.
  * out, out_size  caller's buffer and its size, terminating NUL included.
+ * A line end becomes a backslash and a line end, which a shell takes for a continued line and removes.
  * Returns 0, or -1 when the escaped text does not fit (or an argument is missing); `out` is then empty. */
 int api_escape_parameter(const char* in, char* out, int out_size);
 

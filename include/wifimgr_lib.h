@@ -3,16 +3,16 @@
  * A management process links it to read and change both radios' settings, to bring the running driver in line with
  * them, and to query driver and board. The usual life of such a process, for one band:
  *
- *   wifimgr_lib_init(0);                                        load the band's dat file into the shared store
- *   wifimgr_lib_wifi_config_oper(0, 0);                         remember what is in force
- *   wifimgr_lib_set_ssid(0, 1, "Home");                         change settings in the store
- *   wifimgr_lib_check_wifi_value_befor_write_dat(0);            make dependent settings consistent
- *   switch (wifimgr_lib_wifi_config_oper(0, 1)) {               how heavy is the change?
- *     case 0: break;                                            nothing that is watched
- *     case 1: wifimgr_lib_commit(0, 1); break;                  write the file, restart the interfaces
- *     case 2: reboot; break;                                    SSID count or hardware NAT
+ *   wifimgr_lib_init(0);                                 load the band's dat file into the shared store
+ *   wifimgr_lib_wifi_config_oper(0, 0);                  remember what is in force
+ *   wifimgr_lib_set_channel(0, -1, "6");                 change settings in the store
+ *   wifimgr_lib_check_wifi_value_befor_write_dat(0);     make dependent settings consistent
+ *   switch (wifimgr_lib_wifi_config_oper(0, 1)) {        how heavy is the change?
+ *     case 0: break;                                     nothing that is watched: still unsaved, save or commit it
+ *     case 1: wifimgr_lib_commit(0, 1); break;           write the file, restart the interfaces
+ *     case 2: wifimgr_lib_save_dataFile(0); break;       SSID count or hardware NAT: write the file, then reboot
  *   }
- *   wifimgr_lib_wifi_config_oper(0, 0);
+ *   wifimgr_lib_wifi_config_oper(0, 0);                  remember what is in force now
  *
  * Conventions of all functions
  *
@@ -24,7 +24,7 @@
  *            untouched, unless stated. Results never depend on tracing.
  * Buffers    The caller owns every buffer. Getters want 151 bytes or more and write 150, the stored line end
  *            included; callers pass WIFIMGR_VALUE_SIZE. Texts given to setters are copied, cut to 149 characters.
- * Null       A null pointer is a failure (1, nothing touched); predicates answer as for invalid text.
+ * Null       A null pointer is a failure (1 unless stated, nothing touched); predicates answer as for invalid text.
  * Blocking   Functions that use the store wait while another process holds the band's semaphore; a signal ends the
  *            wait as a failure. Nothing here allocates memory that a caller must free, except os_zalloc.
  * Trace      Messages go through the platform's debug library, module 6: entry and exit at level 8, reasons of
@@ -35,13 +35,19 @@
  * - wifimgr_lib_init clears the band's store and loads the file again, for all processes: unsaved changes of others
  *   are gone. A process that only wants to see or change the live store attaches the segment itself (shmget with key
  *   0x12345 for 2.4G, 0x12346 for 5G, then shmat) and stores the address in shm_addr_2_4g or shm_addr_5g instead.
+ * - The first load of a process sets the band's lock free whoever holds it; until that holder has given it back too,
+ *   two processes may be inside. Later loads of the process, and of its forked children, wait for the lock instead.
  * - A store whose dat file has outgrown the existing segment cannot be initialised: remove the segment first (ipcrm
- *   -M).
+ *   -M 0x12345 or 0x12346).
  * - Saving writes what the store holds: comments and blank lines of the file are gone, and so is everything behind
  *   the SSID count (fields, and keys such as SSID5 with 4 SSIDs).
- * - ';' separates SSIDs. In an SSID name or access list it splits the value at the next load; "=" cuts it. A line
- *   without "=" is saved as a key with its line end inside, and the first line "Default" of a CR/LF file becomes a
- *   record.
+ * - A shared key is written up to its first empty field. Setting an SSID's value to "" therefore drops the values of
+ *   all later SSIDs at the next save, and an empty field in a file moves the later ones down by one SSID at the load.
+ * - ';' separates SSIDs and "=" ends a value at the next load, in every value that is stored, an SSID name or an
+ *   access list too. A "\n" in a value makes lines of their own out of what follows it.
+ * - Do not save a band whose dat file has a line without "=", or CR/LF line ends: such a line is written as its text
+ *   and a line "=", at which the next load stops. What stands behind it is lost at the save after that, and a CR/LF
+ *   file no longer initialises.
  * - The value of the last SSID of a shared key ends in the file's line end until it is set.
  * - "WPA3-192Bit" becomes "WPA3-192" in the normalisation, which a second normalisation takes for an open network:
  *   set the authentication mode before each apply.
@@ -112,7 +118,7 @@ WIFIMGR_API extern char* __rstrtok;
 WIFIMGR_API int get_dat_para_num(int wifi_type);
 
 /* Parses one line of a dat file, its line end included.
- * line  at most 185 characters are looked at; left as it is.
+ * line  left as it is; key and value are each cut at 185 characters.
  * out   zeroed by the caller: key (cut to 35 characters) and fields (cut to 149) are filled in.
  * Returns 0; 1 without touching `out` for a comment ("#..."), an empty line and a prefix of "Default", which are no
  * attributes, and when attr_value_parser fails. A line that begins with "=" is an attribute without a key. */
@@ -159,16 +165,18 @@ WIFIMGR_API int semaphore_p(int semid);
 WIFIMGR_API int semaphore_v(int semid);
 
 /* Creates or attaches the band's segment (permissions 0666, large enough for its dat file) and semaphore, sets the
- * semaphore free whoever holds it, and clears the segment. Called again it attaches anew. Refusals: "The wifi_type is
- * wrong.", "Create share memory failed." (also for a missing dat file, and for an existing segment that is too
- * small), "Attach share memory failed.", "semget failed.", "Set sem value failed.", "p operation failed.", "v
- * operation failed.". */
+ * semaphore free whoever holds it, and clears what its dat file needs of the segment. Called again it attaches anew.
+ * Without a dat file it attaches an existing segment and clears nothing.
+ * Refusals: "The wifi_type is wrong.", "Create share memory failed." (also for an existing segment that is too small,
+ * and without dat file and segment), "Attach share memory failed.", "semget failed.", "Set sem value failed.",
+ * "p operation failed.", "v operation failed."; a failure of a later step leaves what the earlier ones did. */
 WIFIMGR_API int init_shm(int wifi_type);
 
 /* Clears the band's segment and loads its dat file into it, after init_shm when this process has not called it yet.
- * The lock is taken per record, so others may see a half-loaded store. The file must be writable. Refusals: "The
- * wifi_type is wrong.", "Initialize share memory for 2.4G failed." (or 5G), "Open the file %s failed.", "shm_tmp is
- * NULL!", "p operation failed.", "v operation failed.". */
+ * The lock is taken per record, so others may see a half-loaded store, and a failure on the way leaves one. The file
+ * must be writable. Refusals: "The wifi_type is wrong.", "Initialize share memory for 2.4G failed." (or 5G), "Open
+ * the file %s failed." (init_shm may have cleared the store by then), "shm_tmp is NULL!", "p operation failed.", "v
+ * operation failed.". */
 WIFIMGR_API int creat_shm_from_datafile(int wifi_type);
 
 /* Searches the table at `segment` for the key `name`, exactly. The caller holds the lock. Returns 2 and sets *index
@@ -195,8 +203,8 @@ WIFIMGR_API int update_attr(int wifi_type, int index, const char* name, const ch
 WIFIMGR_API int update_common_attr(char* segment, int record, const char* name, const char* value);
 
 /* Replaces field `index` (1 to 8) of record number `record` when its key is `name`; for a key of the families field
- * 1, through update_common_attr. The caller holds the lock. Returns 0 also when key or index do not fit and nothing
- * was changed; 1 when update_common_attr fails. */
+ * 1, whatever the index, through update_common_attr. The caller holds the lock. Returns 0 also when key or index do
+ * not fit and nothing was changed; 1 when update_common_attr fails. */
 WIFIMGR_API int update_attr_by_ssid(char* segment, int record, int index, const char* name, const char* value);
 
 /* Returns `size` bytes of zeroed memory, to be freed by the caller with free; null when there is none. */
@@ -209,12 +217,13 @@ WIFIMGR_API void* os_zalloc(size_t size);
 WIFIMGR_API extern int32_t pre_wlan_state[2];
 
 /* Loads the band (creat_shm_from_datafile) and remembers its SSID count in pre_wlan_state. Clears what all processes
- * share of the band. Refusal: "Initialize the share memory failed!"; 1 also without a BssidNum, the store is then
- * loaded. */
+ * share of the band. Refusal: "Initialize the share memory failed!" (the store may then be empty or half loaded); 1
+ * also without a BssidNum, the store is then loaded. */
 WIFIMGR_API int wifimgr_lib_init(int wifi_type);
 
 /* Sets the band's dat file for the next load and save.
- * path  512 bytes are copied as they are; without a NUL among them the first 511 count.
+ * path  caller's buffer of at least WIFIMGR_DAT_PATH_SIZE bytes: all 512 are read and copied as they are; without a
+ *       NUL among them the first 511 count.
  * Refusal: "The wifi type is invalid.". */
 WIFIMGR_API int wifimgr_lib_set_wifi_path(int wifi_type, const char* path);
 
@@ -227,18 +236,21 @@ WIFIMGR_API int wifimgr_lib_dump(int wifi_type);
 WIFIMGR_API int print_shm(int wifi_type);
 
 /* Clears `len` bytes of `buf` and writes the version, "7915", cut to fit. Returns 0; -1 for another band, with `buf`
- * cleared. A length of 0 or less writes nothing. */
+ * cleared; 1 for a null `buf`. A length of 0 or less writes nothing. */
 WIFIMGR_API int wifimgr_lib_get_version(int wifi_type, char* buf, int len);
 
-/* Switches the debug trace on: writes "/tmp/wifi_lib_dbg_enable", and `level` as text to "/tmp/vexalib_dbg". Returns
- * 0; 1 when the first file cannot be written, and for a null level (the first file is written then). */
+/* Switches the debug trace on: writes "/tmp/wifi_lib_dbg_enable", and `level` to "/tmp/vexalib_dbg".
+ * level  the highest level to print, as text: "1" reasons of failures, "8" everything.
+ * Returns 0; 1 when the first file cannot be opened, and for a null level (the first file is written then). Whether
+ * and when the files are looked at is the platform's debug library's business. */
 WIFIMGR_API int wifimgr_lib_set_dbg_level(const char* level);
 
 /* Writes a message, cut to 255 characters, to the kernel debug file "/proc/zq2810/dbg_msg". When that cannot be
  * opened, prints "open /proc/zq2810/dbg_msg fail" on standard output. */
 WIFIMGR_API void zqdbg_blapi_printf(const char* fmt, ...) WIFIMGR_PRINTF(1, 2);
 
-/* Replaces the content of the file by `text`. Returns 0, or -1 when it cannot be opened. */
+/* Replaces the content of the file by `text`. Returns 0, or -1 when it cannot be opened (or a pointer is
+ * null). */
 WIFIMGR_API int doCmdWrite(const char* path, const char* text);
 
 /* Sets flags[i] to '1' for each WLAN chip on the PCI bus, in the order 7603, 7612, 7615, 7663, 7915, 7916, 7905;
@@ -259,7 +271,7 @@ WIFIMGR_API int wifimgr_lib_save_dataFile(int wifi_type);
  * bssid_num  the SSID count; a negative one counts as 0.
  * Refuses with 1, before the file is touched, when a line would be longer than 185 characters. Refusals also: "The
  * wifi_type is wrong.", "Open the file %s failed.", "p operation failed.", "merge some values to one line failed.",
- * "v operation failed."; 1 when the file cannot be written to its end. */
+ * "v operation failed."; 1 also before the band is attached, and when the file cannot be written to its end. */
 WIFIMGR_API int update_datafile_from_shm(int wifi_type, int bssid_num);
 
 /* Appends the first `count` fields (at most 8, up to the first empty one) of `rec` to the text in `out`, joined by
@@ -300,8 +312,7 @@ WIFIMGR_API int charCnt(const char* s, char c);
 /* 1 for a dotted IPv4 address, else 0. Of a 16-character text the first 15 are judged. */
 WIFIMGR_API int IPV4check(const char* s);
 
-/* Always 0: no text is accepted as a MAC address, so the setters that ask it refuse every value. Deliberate: callers
- * know these settings as read-only. */
+/* Always 0: no text is accepted as a MAC address, so the setters that ask it refuse every value. Deliberate. */
 WIFIMGR_API int MacCheck(const char* s);
 
 /* 0 for a list of exactly four numbers, "a;b;c;d", whose fields are then in f1 to f4; else 1, with "The input
@@ -342,34 +353,36 @@ WIFIMGR_API uint64_t wifimgr_lib_set_countryRegionABand(uint32_t wifi_type, int3
 /* WirelessMode: accepts digits ("The WirelessMode value should be DEC num.") and one of 0, 1, 3 to 10, 16 on 2.4G
  * ("The WirelessMode value for 2.4G is invalid."), of 2, 3, 5, 8, 10, 11, 14, 15, 17 on 5G ("The WirelessMode value
  * for 5G is invalid."). */
+WIFIMGR_API int wifimgr_lib_get_wirelessMode(int wifi_type, int index, char* buf, unsigned len);
 WIFIMGR_API uint64_t wifimgr_lib_set_wirelessMode(uint32_t wifi_type, int32_t index, const char* value);
 
 /* HT_BW: accepts digits, 0 or 1, and only while the stored WirelessMode is 2, 5 to 11 or 14 to 17 ("The wirelessMode
  * do not support to set the HT_BW value.", checked before the index). Refusal: "The HT_BW value should be 0 or 1.". */
+WIFIMGR_API int wifimgr_lib_get_HT_BW(int wifi_type, int index, char* buf, unsigned len);
 WIFIMGR_API uint64_t wifimgr_lib_set_HT_BW(uint32_t wifi_type, int32_t index, const char* value);
 
 /* HT_GI: accepts digits, 0 or 1, and only while the stored WirelessMode is 5 to 11 or 14 to 17 ("The wirelessMode do
  * not support to set the HT_GI value.", checked before the index). Refusal: "The HT_GI value is invalid.". */
+WIFIMGR_API int wifimgr_lib_get_HT_GI(int wifi_type, int index, char* buf, unsigned len);
 WIFIMGR_API uint64_t wifimgr_lib_set_HT_GI(uint32_t wifi_type, int32_t index, const char* value);
 
 /* VHT_BW: accepts digits, 0 to 3 ("The VHT_BW value should be from 0 to 3."), and writes the value once per SSID,
- * joined by ";", into field 1; as many whole values as stay below 159 characters. 1 when the SSID count cannot be
- * read. */
+ * joined by ";", into field 1; as many whole values as stay below 159 characters. The fields 2 to 8 that the file had
+ * stay and are saved behind it. 1 when the SSID count cannot be read. */
+WIFIMGR_API int wifimgr_lib_get_VHT_BW(int wifi_type, int index, char* buf, unsigned len);
 WIFIMGR_API uint64_t wifimgr_lib_set_VHT_BW(uint32_t wifi_type, int32_t index, const char* value);
 
 /* VHT_SGI: accepts digits, 0 or 1 ("The VHT_SGI value should be between 0 to 1."); written like VHT_BW, cut at 159
  * characters. */
+WIFIMGR_API int wifimgr_lib_get_VHT_SGI(int wifi_type, int index, char* buf, unsigned len);
 WIFIMGR_API uint64_t wifimgr_lib_set_VHT_SGI(uint32_t wifi_type, int32_t index, const char* value);
-
-/* WirelessMode: PHY mode. */
-WIFIMGR_API int wifimgr_lib_get_wirelessMode(int wifi_type, int index, char* buf, unsigned len);
 
 /* Channel: Channel number; 0 lets the driver choose. Accepts digits, 0 to 180. Refusal: "The input channel is
  * invalid.Please input from 0 to 180". */
 WIFIMGR_API int wifimgr_lib_get_channel(int wifi_type, int index, char* buf, unsigned len);
 WIFIMGR_API uint64_t wifimgr_lib_set_channel(uint32_t wifi_type, int32_t index, const char* value);
 
-/* AutoChannelSelect: Automatic channel selection, 0 off or the method. Accepts digits, 0 to 3. Refusal: "The input
+/* AutoChannelSelect: Automatic channel selection. Accepts digits, 0 to 3. Refusal: "The input
  * channel is invalid.Please input from 0 to 3". */
 WIFIMGR_API int wifimgr_lib_get_autoChannelSelect(int wifi_type, int index, char* buf, unsigned len);
 WIFIMGR_API uint64_t wifimgr_lib_set_autoChannelSelect(uint32_t wifi_type, int32_t index, const char* value);
@@ -405,7 +418,8 @@ WIFIMGR_API uint64_t wifimgr_lib_set_rtsThreshold(uint32_t wifi_type, int32_t in
 WIFIMGR_API int wifimgr_lib_get_fragThreshold(int wifi_type, int index, char* buf, unsigned len);
 WIFIMGR_API uint64_t wifimgr_lib_set_fragThreshold(uint32_t wifi_type, int32_t index, const char* value);
 
-/* TxPower: TX power in percent. Accepts digits, 0 to 100. Refusal: "The TxPower value is invalid.". */
+/* TxPower: TX power in percent; on 2.4G the normalisation takes 1 to 6 for levels. Accepts digits, 0 to 100. Refusal:
+ * "The TxPower value is invalid.". */
 WIFIMGR_API int wifimgr_lib_get_txPower(int wifi_type, int index, char* buf, unsigned len);
 WIFIMGR_API uint64_t wifimgr_lib_set_txPower(uint32_t wifi_type, int32_t index, const char* value);
 
@@ -413,7 +427,7 @@ WIFIMGR_API uint64_t wifimgr_lib_set_txPower(uint32_t wifi_type, int32_t index, 
  * value is invalid.". */
 WIFIMGR_API uint64_t wifimgr_lib_set_PERCENTAGEenable(uint32_t wifi_type, int32_t index, const char* value);
 
-/* BGProtection: 802.11b/g protection: 0 automatic, 1 on, 2 off. Accepts digits, 0 to 2. Refusal: "The BGProtection
+/* BGProtection: 802.11b/g protection. Accepts digits, 0 to 2. Refusal: "The BGProtection
  * value is invalid.". */
 WIFIMGR_API int wifimgr_lib_get_bgProtection(int wifi_type, int index, char* buf, unsigned len);
 WIFIMGR_API uint64_t wifimgr_lib_set_bgProtection(uint32_t wifi_type, int32_t index, const char* value);
@@ -480,13 +494,7 @@ WIFIMGR_API uint64_t wifimgr_lib_set_AMSDU_NUM(uint32_t wifi_type, int32_t index
 WIFIMGR_API int wifimgr_lib_get_DscpPriMapEnable(int wifi_type, int index, char* buf, unsigned len);
 WIFIMGR_API uint64_t wifimgr_lib_set_DscpPriMapEnable(uint32_t wifi_type, int32_t index, const char* value);
 
-/* HT_BW: HT bandwidth: 0 20 MHz, 1 20/40 MHz. */
-WIFIMGR_API int wifimgr_lib_get_HT_BW(int wifi_type, int index, char* buf, unsigned len);
-
-/* HT_GI: HT guard interval: 0 long, 1 short. */
-WIFIMGR_API int wifimgr_lib_get_HT_GI(int wifi_type, int index, char* buf, unsigned len);
-
-/* HT_OpMode: HT operating mode: 0 mixed, 1 green field. Accepts digits, 0 to 1. Refusal: "The HT_OpMode value is
+/* HT_OpMode: HT operating mode. Accepts digits, 0 to 1. Refusal: "The HT_OpMode value is
  * invalid.". */
 WIFIMGR_API int wifimgr_lib_get_HT_OpMode(int wifi_type, int index, char* buf, unsigned len);
 WIFIMGR_API uint64_t wifimgr_lib_set_HT_OpMode(uint32_t wifi_type, int32_t index, const char* value);
@@ -505,7 +513,7 @@ WIFIMGR_API uint64_t wifimgr_lib_set_HT_RxStream(uint32_t wifi_type, int32_t ind
 WIFIMGR_API int wifimgr_lib_get_HT_LDPC(int wifi_type, int index, char* buf, unsigned len);
 WIFIMGR_API uint64_t wifimgr_lib_set_HT_LDPC(uint32_t wifi_type, int32_t index, const char* value);
 
-/* HT_EXTCHA: HT extension channel: 0 below, 1 above. Accepts digits, 0 to 1. Another index: "The ssid index is
+/* HT_EXTCHA: HT extension channel. Accepts digits, 0 to 1. Another index: "The ssid index is
  * invalid.". Refusal: "The HT_EXTCHA value is invalid.". */
 WIFIMGR_API int wifimgr_lib_get_HT_EXTCHA(int wifi_type, int index, char* buf, unsigned len);
 WIFIMGR_API uint64_t wifimgr_lib_set_HT_EXTCHA(uint32_t wifi_type, int32_t index, const char* value);
@@ -599,12 +607,6 @@ WIFIMGR_API uint64_t wifimgr_lib_set_MUTxRxEnable(uint32_t wifi_type, int32_t in
  * Refusal: "The StaNumDetect value is invalid.". */
 WIFIMGR_API uint64_t wifimgr_lib_set_StaNumDetect(uint32_t wifi_type, int32_t index, const char* value);
 
-/* VHT_BW: VHT bandwidth. */
-WIFIMGR_API int wifimgr_lib_get_VHT_BW(int wifi_type, int index, char* buf, unsigned len);
-
-/* VHT_SGI: VHT short guard interval. */
-WIFIMGR_API int wifimgr_lib_get_VHT_SGI(int wifi_type, int index, char* buf, unsigned len);
-
 /* VHT_LDPC: VHT LDPC coding. Accepts digits, 0 to 1. Refusal: "The VHT_LDPC value should be between 0 to 1.". */
 WIFIMGR_API uint64_t wifimgr_lib_set_VHT_LDPC(uint32_t wifi_type, int32_t index, const char* value);
 
@@ -655,7 +657,7 @@ WIFIMGR_API uint64_t wifimgr_lib_set_SRSDEnable(uint32_t wifi_type, int32_t inde
 WIFIMGR_API int wifimgr_lib_get_PPEnable(int wifi_type, int index, char* buf, unsigned len);
 WIFIMGR_API uint64_t wifimgr_lib_set_PPEnable(uint32_t wifi_type, int32_t index, const char* value);
 
-/* TWTSupport: Target wake time: 0 off, 1 or 2 the kind. Accepts digits, 0 to 2. Refusal: "The twtsupport value should
+/* TWTSupport: Target wake time. Accepts digits, 0 to 2. Refusal: "The twtsupport value should
  * be between 0 ~2.". */
 WIFIMGR_API int wifimgr_lib_get_TWTSupport(int wifi_type, int index, char* buf, unsigned len);
 WIFIMGR_API uint64_t wifimgr_lib_set_TWTSupport(uint32_t wifi_type, int32_t index, const char* value);
@@ -747,7 +749,7 @@ WIFIMGR_API uint64_t wifimgr_lib_set_apsdCapable(uint32_t wifi_type, int32_t ssi
 WIFIMGR_API uint64_t wifimgr_lib_get_igmpSnEnable(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
 WIFIMGR_API uint64_t wifimgr_lib_set_igmpSnEnable(uint32_t wifi_type, int32_t ssid_index, const char* value);
 
-/* FixedTxMode: Fixed TX mode: 0 none, 1 CCK, 2 OFDM. Accepts digits, 0 to 2. Refusal: "The FixedTxMode value should
+/* FixedTxMode: Fixed TX mode. Accepts digits, 0 to 2. Refusal: "The FixedTxMode value should
  * be between 0 and 2.". */
 WIFIMGR_API uint64_t wifimgr_lib_get_fixedTxMode(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
 WIFIMGR_API uint64_t wifimgr_lib_set_fixedTxMode(uint32_t wifi_type, int32_t ssid_index, const char* value);
@@ -755,9 +757,6 @@ WIFIMGR_API uint64_t wifimgr_lib_set_fixedTxMode(uint32_t wifi_type, int32_t ssi
 /* TxRate: Fixed TX rate. Accepts digits, from 0. Refusal: "The TxRate value is invalid.". */
 WIFIMGR_API uint64_t wifimgr_lib_get_txRate(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
 WIFIMGR_API uint64_t wifimgr_lib_set_txRate(uint32_t wifi_type, int32_t ssid_index, const char* value);
-
-/* HT_MCS: Fixed MCS; 33 automatic. */
-WIFIMGR_API uint64_t wifimgr_lib_get_HT_MCS(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
 
 /* FtSupport: Fast transition (802.11r). Accepts digits, 0 to 1. Refusal: "The FtSupport value should be 0 or 1.". */
 WIFIMGR_API uint64_t wifimgr_lib_set_ftSupport(uint32_t wifi_type, int32_t ssid_index, const char* value);
@@ -812,7 +811,7 @@ WIFIMGR_API uint64_t wifimgr_lib_set_defaultKeyID(uint32_t wifi_type, int32_t ss
 WIFIMGR_API uint64_t wifimgr_lib_get_rekeyMethod(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
 WIFIMGR_API uint64_t wifimgr_lib_set_rekeyMethod(uint32_t wifi_type, int32_t ssid_index, const char* value);
 
-/* RekeyInterval: Group key renewal interval, seconds or packets by the method. Accepts digits, 0 to 4194303. Refusal:
+/* RekeyInterval: Group key renewal interval. Accepts digits, 0 to 4194303. Refusal:
  * "The RekeyInterval value is invalid.". */
 WIFIMGR_API uint64_t wifimgr_lib_get_rekeyInterval(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
 WIFIMGR_API uint64_t wifimgr_lib_set_rekeyInterval(uint32_t wifi_type, int32_t ssid_index, const char* value);
@@ -848,9 +847,8 @@ WIFIMGR_API uint64_t wifimgr_lib_set_radiusport(uint32_t wifi_type, int32_t ssid
 WIFIMGR_API uint64_t wifimgr_lib_get_radiuskey(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
 WIFIMGR_API uint64_t wifimgr_lib_set_radiuskey(uint32_t wifi_type, int32_t ssid_index, const char* value);
 
-/* AccessPolicy%d (a key per SSID, numbered from 0: SSID 1 has number 0): MAC access policy: 0 off, 1 allow, 2 deny
- * the list. Accepts digits, 0 to 2. Refusal: "The AccessPolicy value is invalid.". An unreadable SSID count in the
- * getter: "get_bssidnum err.". */
+/* AccessPolicy%d (a key per SSID, numbered from 0: SSID 1 has number 0): MAC access policy. Accepts digits, 0 to 2.
+ * Refusal: "The AccessPolicy value is invalid.". An unreadable SSID count in the getter: "get_bssidnum err.". */
 WIFIMGR_API uint64_t wifimgr_lib_get_accessPolicy(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
 WIFIMGR_API uint64_t wifimgr_lib_set_accessPolicy(uint32_t wifi_type, int32_t ssid_index, const char* value);
 
@@ -875,6 +873,7 @@ WIFIMGR_API uint64_t wifimgr_lib_get_wscV2Support(uint32_t wifi_type, int32_t ss
 
 /* HT_MCS: accepts digits, 0 to 15, 32 or 33 ("The HT_MCS value is invalid."), and only while the stored WirelessMode
  * is 5 to 11 or 14 to 17 ("The wirelessMode do not support to set the HT_BW value.", checked before the index). */
+WIFIMGR_API uint64_t wifimgr_lib_get_HT_MCS(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
 WIFIMGR_API uint64_t wifimgr_lib_set_HT_MCS(uint32_t wifi_type, int32_t ssid_index, const char* value);
 
 /* Key%dType (key number 1 to 4): form of a WEP key, "0" hexadecimal or "1" characters; exactly one character ("The

@@ -15,7 +15,7 @@ bool accepts(const Accepted& accepted, const char* value) {
       return doStrDecCheck(value) != 0;
     case Accepted::Kind::kNumber: {
       if (doStrDecCheck(value) == 0) return false;
-      const long number = store::wide_decimal(value);
+      const long long number = store::wide_decimal(value);
       return number >= accepted.lowest && number <= accepted.highest;
     }
     case Accepted::Kind::kAtMostCharacters:

@@ -16,9 +16,9 @@ using params::passing;
 
 namespace {
 
-// The number alone counts, so "x" is 0 streams and is stored; deliberate, callers pass words here.
+// Only the number that the text begins with counts, so "x" is 0 streams and is stored; the weaker check is deliberate.
 int is_stream_count(const char* value) {
-  const long streams = store::wide_decimal(value);
+  const long long streams = store::wide_decimal(value);
   return streams >= 0 && streams <= 4 ? 1 : 0;
 }
 

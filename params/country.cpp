@@ -11,13 +11,13 @@ struct Region {
   int band;
   const char* key;
   const char* band_refusal;  // of the getter
-  bool (*has)(long number);
+  bool (*has)(long long number);
 };
 
 constexpr Region kRegion2_4G = {store::k2_4G, "CountryRegion", "The wifi type should be 0.",
-                                [](long number) { return number <= 7 || (number >= 31 && number <= 33); }};
+                                [](long long number) { return number <= 7 || (number >= 31 && number <= 33); }};
 constexpr Region kRegion5G = {store::k5G, "CountryRegionABand", "The wifi type should be 1.",
-                              [](long number) { return number <= 14; }};
+                              [](long long number) { return number <= 14; }};
 
 trace::Result get_region(const char* function, const Region& region, int wifi_type, int index, char* buf,
                          unsigned len) {

@@ -14,7 +14,7 @@ constexpr uint32_t modes(Modes... mode) {
   return ((1U << mode) | ...);
 }
 
-constexpr bool contains(uint32_t set, long mode) {
+constexpr bool contains(uint32_t set, long long mode) {
   return mode >= 0 && mode < 32 && (set >> mode & 1U) != 0;
 }
 
@@ -58,7 +58,7 @@ trace::Result set_if_mode_allows(const HtSetting& setting, uint32_t wifi_type, i
 
 bool is_mcs(const char* value) {
   if (doStrDecCheck(value) == 0) return false;
-  const long mcs = store::wide_decimal(value);
+  const long long mcs = store::wide_decimal(value);
   return mcs <= 15 || mcs == 32 || mcs == 33;
 }
 
@@ -70,7 +70,7 @@ extern "C" uint64_t wifimgr_lib_set_wirelessMode(uint32_t wifi_type, int32_t ind
   if (index != -1) return trace::fail(__func__, params::kIndexShouldBeMinusOne);
   if (doStrDecCheck(value) == 0) return trace::fail(__func__, "The WirelessMode value should be DEC num.");
   const int band = store::band_number(wifi_type);
-  const long mode = store::wide_decimal(value);
+  const long long mode = store::wide_decimal(value);
   if (band == store::k2_4G && !contains(k2_4GModes, mode)) {
     return trace::fail(__func__, "The WirelessMode value for 2.4G is invalid.");
   }

@@ -28,7 +28,7 @@ store::Record* record_at(char* segment, int record) {
 }
 
 // What a caller with `len` bytes gets of `record`; null, or why not. An index outside 1 to 8 copies nothing and is no
-// failure; deliberate, callers probe SSIDs beyond the eighth that way.
+// failure; deliberate, as the getters of an SSID beyond the eighth must succeed.
 const char* copy_out(const store::Record& record, int index, char* buf, unsigned len) {
   if (store::is_single_value_key(record.key)) {
     const size_t length = strnlen(record.field[0], len < store::kFieldSize ? len : store::kFieldSize);

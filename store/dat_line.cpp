@@ -1,4 +1,5 @@
 // One line of a dat file: how it is cut into a key and up to eight value fields.
+#include <climits>
 #include <cstring>
 
 #include "store/key_family.h"
@@ -29,11 +30,10 @@ bool is_default_line(const char* line) {
 extern "C" int parserstr(char* str, int len) {
   // A value of one character and its line end keeps the line end; deliberate.
   if (str == nullptr || len < 3) return 5;
-  size_t end = strnlen(str, static_cast<size_t>(len));
+  const size_t length = strnlen(str, static_cast<size_t>(len));
   const size_t cut =
-      (std::memchr(str, '\r', end) != nullptr ? 1U : 0U) + (std::memchr(str, '\n', end) != nullptr ? 1U : 0U);
-  end -= cut;
-  str[end] = '\0';
+      (std::memchr(str, '\r', length) != nullptr ? 1U : 0U) + (std::memchr(str, '\n', length) != nullptr ? 1U : 0U);
+  if (cut > 0) str[length - cut] = '\0';
   return 0;
 }
 
@@ -41,7 +41,7 @@ extern "C" int attr_value_parser(const char* key, char* value, unsigned* count, 
   if (key == nullptr || value == nullptr || count == nullptr || fields == nullptr) return 1;
   *count = 1;
   if (store::is_whole_value_key(key)) {
-    (void)parserstr(value, static_cast<int>(strnlen(value, store::kLineSize)));
+    (void)parserstr(value, static_cast<int>(strnlen(value, INT_MAX)));
     fields[0] = value;
     return 0;
   }

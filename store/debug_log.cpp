@@ -1,7 +1,6 @@
 // The debug switches and the kernel's debug log.
 #include <cstdarg>
 #include <cstdio>
-#include <cstdlib>
 
 #include "store/stream.h"
 #include "store/trace.h"
@@ -12,7 +11,7 @@ extern "C" int wifimgr_lib_set_dbg_level(const char* level) {
   {
     const store::Stream enable(std::fopen("/tmp/wifi_lib_dbg_enable", "w+e"));
     if (!enable) return trace::fail(__func__);
-    // Five bytes, the three NULs included: the switch's readers take the file as a fixed-size buffer.
+    // Five bytes, the three NULs included: that is the file's format.
     (void)std::fwrite("1\n\0\0", 1, 5, enable.get());
   }
   // Without a level the file above still counts, and the result is still a failure; deliberate.
@@ -39,8 +38,4 @@ extern "C" int doCmdWrite(const char* path, const char* text) {
   if (!file) return -1;
   (void)std::fputs(text, file.get());
   return 0;
-}
-
-extern "C" void* os_zalloc(size_t size) {
-  return std::calloc(1, size);
 }

@@ -82,7 +82,7 @@ namespace {
 
 using store::Attachment;
 
-// Creating falls back on nothing: an existing segment that is too small is refused by the system both times.
+// An existing segment that is too small fails both calls: the system refuses the size each time.
 const char* find_or_create_segment(const char* function, int band, Attachment& attachment) {
   const size_t size = size_t{attachment.capacity} * sizeof(store::Record);
   int id = shmget(store::segment_key(band), size, 0666);

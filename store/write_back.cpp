@@ -149,7 +149,7 @@ extern "C" int merge_para(wifimgr_attr_record* rec, char* out, int count) {
   char* end = out + std::strlen(out);
   const char* const start = end;
   for (int i = 0; i < clamp_to_fields(count) && rec->field[i][0] != '\0'; ++i) {
-    size_t length = strnlen(rec->field[i], sizeof rec->field[i]);
+    size_t length = strnlen(rec->field[i], store::kFieldSize - 1);
     if (rec->field[i][length - 1] == '\n') --length;
     std::memcpy(end, rec->field[i], length);
     end += length;
