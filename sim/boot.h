@@ -1,0 +1,9 @@
+// What the gateway does when it starts: its platform files, its bridges, its radios.
+#pragma once
+
+namespace gateway {
+
+// Brings a fresh or running gateway to the state after a boot.
+void boot();
+
+}  // namespace gateway

@@ -1,0 +1,27 @@
+// The record of the commands that the gateway's software ran, and of what each of them changed.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace gateway {
+
+// A command line as a shell would take it: words that hold anything special are quoted.
+std::string command_line(const std::vector<std::string>& words);
+
+// Appends one line in one write: time stamp, command line, changes ("-" when there are none), separated by tabs.
+void record_call(const std::vector<std::string>& words, const std::vector<std::string>& changes);
+
+// Holds the simulation's state still while a tool reads, changes and records it; other tools wait.
+class StateLock {
+ public:
+  StateLock();
+  ~StateLock();
+  StateLock(const StateLock&) = delete;
+  StateLock& operator=(const StateLock&) = delete;
+
+ private:
+  int fd_;
+};
+
+}  // namespace gateway

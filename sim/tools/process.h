@@ -1,0 +1,18 @@
+// Processes of the simulation, by name.
+#pragma once
+
+#include <signal.h>
+#include <sys/types.h>
+
+#include <string>
+#include <vector>
+
+namespace gateway::tools {
+
+// Processes with that name, this one and process 1 left out.
+std::vector<pid_t> processes_named(const std::string& name);
+
+// Sends the signal to all of them; returns those that took it.
+std::vector<pid_t> kill_processes(const std::string& name, int signal_number);
+
+}  // namespace gateway::tools

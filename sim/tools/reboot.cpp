@@ -1,0 +1,82 @@
+// reboot: what a boot would not have left, and then the boot. The processes of the simulation live on, but for the
+// gateway's daemons, so that whoever asked for the reboot can look at the result.
+#include <sys/ipc.h>
+#include <sys/msg.h>
+#include <sys/sem.h>
+#include <sys/shm.h>
+
+#include "sim/boot.h"
+#include "sim/file.h"
+#include "sim/journal.h"
+#include "sim/network_state.h"
+#include "sim/places.h"
+#include "sim/tools/process.h"
+#include "sim/tools/tool.h"
+
+namespace gateway::tools {
+namespace {
+
+union SemaphoreArgument {
+  int value;
+  semid_ds* status;
+  seminfo* info;
+};
+
+int remove_segments() {
+  shm_info info = {};
+  const int highest = shmctl(0, SHM_INFO, reinterpret_cast<shmid_ds*>(&info));
+  int removed = 0;
+  for (int slot = 0; slot <= highest; ++slot) {
+    shmid_ds status = {};
+    const int id = shmctl(slot, SHM_STAT, &status);
+    if (id >= 0 && shmctl(id, IPC_RMID, nullptr) == 0) ++removed;
+  }
+  return removed;
+}
+
+int remove_semaphores() {
+  seminfo info = {};
+  SemaphoreArgument argument = {};
+  argument.info = &info;
+  const int highest = semctl(0, 0, SEM_INFO, argument);
+  int removed = 0;
+  for (int slot = 0; slot <= highest; ++slot) {
+    semid_ds status = {};
+    argument.status = &status;
+    const int id = semctl(slot, 0, SEM_STAT, argument);
+    if (id >= 0 && semctl(id, 0, IPC_RMID) == 0) ++removed;
+  }
+  return removed;
+}
+
+void remove_message_queues() {
+  msginfo info = {};
+  const int highest = msgctl(0, MSG_INFO, reinterpret_cast<msqid_ds*>(&info));
+  for (int slot = 0; slot <= highest; ++slot) {
+    msqid_ds status = {};
+    const int id = msgctl(slot, MSG_STAT, &status);
+    if (id >= 0) msgctl(id, IPC_RMID, nullptr);
+  }
+}
+
+}  // namespace
+
+int reboot(const Words& words) {
+  const StateLock lock;
+  const NetworkState before = read_network_state();
+  kill_processes("wscd", SIGKILL);
+  const int segments = remove_segments();
+  const int semaphores = remove_semaphores();
+  remove_message_queues();
+  empty_folder("/tmp");
+  empty_folder("/run", {name_of(place::kState)});
+  boot();
+  std::vector<std::string> changes = {"rebooted", std::to_string(segments) + " shared memory segments removed",
+                                      std::to_string(semaphores) + " semaphores removed"};
+  const std::vector<std::string> network = changes_between(before, read_network_state());
+  changes.insert(changes.end(), network.begin(), network.end());
+  record_call(words, changes);
+  return 0;
+}
+
+}  // namespace gateway::tools

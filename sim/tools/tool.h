@@ -1,0 +1,25 @@
+// The gateway's command-line tools, as stand-ins that do what they can inside the simulation and journal their calls.
+// One program holds them all; the name it is called by chooses the tool.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace gateway::tools {
+
+// The command line, with the name that the tool was called by in front.
+using Words = std::vector<std::string>;
+
+int iwpriv(const Words& words);
+int mtd(const Words& words);
+int insmod(const Words& words);
+int rmmod(const Words& words);
+int reboot(const Words& words);
+int sys(const Words& words);
+int wscd(const Words& words);
+int killall(const Words& words);
+
+// ifconfig and brctl: runs the machine's own and records what it did.
+int record_real_tool(const Words& words);
+
+}  // namespace gateway::tools

@@ -1,0 +1,203 @@
+// The stand-ins, the recorders and the journal.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <regex>
+
+#include "simulation.h"
+
+namespace sim_test {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::SizeIs;
+
+// Prints the journal's command lines and changes.
+constexpr char kJournal[] = "; cut -f2- /run/gateway-sim/journal";
+
+std::string journal_after(const std::string& script, const Words& options = {}) {
+  return run_script("{ " + script + "; } >/dev/null 2>&1" + kJournal, options).out;
+}
+
+TEST(Journal, HasOneStampedLineForEachCallInOrder) {
+  const TestFolder folder;
+  const std::string path = folder / "calls";
+  write_file(path, "old content\n");
+  run_script("ifconfig ra0 down; brctl delif br-lan ra0; iwpriv ra1 set HideSSID=1; ifconfig ra0 up",
+             {"--journal", path});
+  const std::vector<Words> journal = journal_of(path);
+  ASSERT_EQ(journal.size(), 4U);
+  const std::regex stamp("[0-9]{4}-[0-9]{2}-[0-9]{2}T[0-9]{2}:[0-9]{2}:[0-9]{2}\\.[0-9]{3}Z");
+  for (const Words& line : journal) {
+    ASSERT_THAT(line, SizeIs(3));
+    EXPECT_TRUE(std::regex_match(line[0], stamp)) << line[0];
+  }
+  EXPECT_EQ(journal[0][1], "ifconfig ra0 down");
+  EXPECT_EQ(journal[0][2], "ra0: up -> down");
+  EXPECT_EQ(journal[1][1], "brctl delif br-lan ra0");
+  EXPECT_EQ(journal[1][2], "ra0: left br-lan");
+  EXPECT_EQ(journal[2][2], "ra1: HideSSID 0 -> 1");
+  EXPECT_EQ(journal[3][2], "ra0: down -> up");
+  struct stat status;
+  ASSERT_EQ(stat(path.c_str(), &status), 0);
+  EXPECT_EQ(status.st_mode & 07777, 0644U);
+}
+
+TEST(Journal, IsInsideUnderBothNames) {
+  const TestFolder folder;
+  const std::string path = folder / "calls";
+  const Result result =
+      run_in("/", {"--journal", path, "--", "sh", "-c",
+                   "ifconfig lo >/dev/null; cmp " + path + " /run/gateway-sim/journal && cut -f2 " + path});
+  EXPECT_EQ(result.out, "ifconfig lo\n");
+}
+
+TEST(Journal, QuotesWhatAShellWouldSplit) {
+  EXPECT_EQ(journal_after(R"(iwpriv ra0 set "SSID=a b'c"; iwpriv ra0 set 'WPAPSK=$x;"'; iwpriv ra0 "")"),
+            "iwpriv ra0 set 'SSID=a b'\\''c'\tra0: SSID Gateway-Home -> a b'c\n"
+            "iwpriv ra0 set 'WPAPSK=$x;\"'\tra0: WPAPSK sample-passphrase-1 -> $x;\"\n"
+            "iwpriv ra0 ''\t-\n");
+  EXPECT_EQ(journal_after("iwpriv ra0 set \"$(printf 'SSID=a\\tb\\nc')\""),
+            "iwpriv ra0 set $'SSID=a\\x09b\\x0ac'\t-\n");
+}
+
+TEST(Journal, KeepsConcurrentCallsWhole) {
+  const Result result = run_script(
+      "for i in 1 2 3 4 5 6 7 8; do (for j in 1 2 3 4 5; do iwpriv ra0 set K$i=$j; done) & done; wait;"
+      "awk -F '\\t' 'NF != 3' /run/gateway-sim/journal; wc -l </run/gateway-sim/journal;"
+      "iwpriv ra0 show | grep -c '^K[1-8]=5'");
+  EXPECT_EQ(result.out, "40\n8\n");
+}
+
+TEST(Recorder, PassesTheRealToolsAnswerThrough) {
+  const Result result = run_script(
+      "brctl delif br0 ra0; echo $?; ifconfig nosuch; echo $?; ifconfig lo | head -1; /sbin/ifconfig ra0 up; echo $?");
+  EXPECT_EQ(result.out, "1\n1\nlo: flags=73<UP,LOOPBACK,RUNNING>  mtu 65536\n0\n");
+  EXPECT_THAT(result.err, HasSubstr("device ra0 is not a port of br0"));
+  EXPECT_THAT(result.err, HasSubstr("nosuch"));
+}
+
+TEST(Recorder, TellsWhatTheKernelChanged) {
+  EXPECT_EQ(
+      journal_after("/sbin/ifconfig wds0 up; brctl addif br0 wds0; brctl addif br0 wds0; ifconfig ra0 txqueuelen 5;"
+                    "ifconfig ra1 10.0.0.1; brctl addbr br9; brctl delbr br9; ifconfig -a"),
+      "/sbin/ifconfig wds0 up\twds0: down -> up\n"
+      "brctl addif br0 wds0\twds0: joined br0\n"
+      "brctl addif br0 wds0\t-\n"
+      "ifconfig ra0 txqueuelen 5\tra0: txqueuelen 1000 -> 5\n"
+      "ifconfig ra1 10.0.0.1\tra1: address none -> 10.0.0.1/8\n"
+      "brctl addbr br9\tbr9: created\n"
+      "brctl delbr br9\tbr9: gone\n"
+      "ifconfig -a\t-\n");
+}
+
+TEST(Iwpriv, KeepsSettingsPerInterface) {
+  const Result result = run_script(
+      "iwpriv ra0 set AuthMode=OPEN; iwpriv ra0 set New=x=y; iwpriv ra0 set WscStop;"
+      "iwpriv ra0 show | grep -E '^(AuthMode|New|WscStop)'; iwpriv ra1 show | grep -E '^(AuthMode|SSID|New)'");
+  EXPECT_EQ(result.out, "AuthMode=OPEN\nNew=x=y\nWscStop=\nAuthMode=WPA2PSK\nSSID=Gateway-Guest\n");
+}
+
+TEST(Iwpriv, ChannelMovesTheRadio) {
+  const Result result = run_script(
+      "iwpriv ra0 set Channel=11; iwpriv ra1 show | grep Channel; iwpriv rai0 show | grep Channel;"
+      "iwpriv ra1 set Channel=0; iwpriv ra0 show | grep Channel; iwpriv rai1 set Channel=0;"
+      "iwpriv rai0 show | grep Channel; grep Channel= /run/gateway-sim/driver/rai1");
+  EXPECT_EQ(result.out, "Channel=11\nChannel=36\nChannel=6\nChannel=36\nChannel=36\n");
+}
+
+TEST(Iwpriv, RefusesWhatTheDriverWould) {
+  const Result result = run_script(
+      "for c in 'ra5 set Channel=1' 'nosuch show' 'br-lan show' 'wds0 show' 'ra0 set Channel=x' 'ra0 set Channel='"
+      " 'ra0 set =x' 'ra0 frob' 'ra0 set' 'ra0'; do iwpriv $c; echo $?; done; iwpriv ra0 show | grep Channel=");
+  EXPECT_EQ(result.out, "1\n1\n1\n1\n1\n1\n1\n1\n1\n2\nChannel=6\n");
+  EXPECT_THAT(result.err, HasSubstr("ra5: no such device"));
+  EXPECT_THAT(result.err, HasSubstr("br-lan: no private ioctls"));
+}
+
+TEST(Driver, AnswersWirelessRequests) {
+  const std::string probe = WIRELESS_PROBE_PROGRAM;
+  const Result result = run_script(probe + " ra0; iwpriv ra1 set Channel=13; " + probe + " ra0; " + probe + " rai1");
+  EXPECT_EQ(result.out, "IEEE 802.11\n6\nIEEE 802.11\n13\nIEEE 802.11\n36\n");
+}
+
+TEST(Driver, LeavesEverythingElseToTheKernel) {
+  const std::string probe = WIRELESS_PROBE_PROGRAM;
+  const Result result = run_script("for i in ra7 br-lan lo wds0 ra ra0x nosuch; do " + probe + " $i; done");
+  const Words lines = lines_of(result.out);
+  ASSERT_THAT(lines, SizeIs(7));
+  for (const std::string& line : lines) EXPECT_THAT(line, testing::StartsWith("E"));
+  EXPECT_EQ(run_script("rmmod mt7603eap; " + probe + " ra0; " + probe + " rai0", {"--chips", "7603"}).out.substr(0, 1),
+            "E");
+}
+
+TEST(Driver, StartsFromTheDatFile) {
+  const TestFolder folder;
+  write_file(folder / "24.dat", dat_text(2, "1;0", "Channel=9\nSSID2=second\nAuthMode=OPEN;WPAPSK\r\n"));
+  write_file(folder / "5.dat", dat_text(1, "1", "Channel=0\n"));
+  const Result result =
+      run_script(std::string(WIRELESS_PROBE_PROGRAM) + " ra0; " + WIRELESS_PROBE_PROGRAM + " rai0; iwpriv ra1 show",
+                 {"--dat24", folder / "24.dat", "--dat5", folder / "5.dat"});
+  EXPECT_EQ(result.out, "IEEE 802.11\n9\nIEEE 802.11\n36\nAuthMode=WPAPSK\nChannel=9\nEnableSSID=0\nSSID=second\n");
+}
+
+TEST(Wscd, StaysUntilItIsKilled) {
+  const Result result = run_script(
+      "/usr/bin/wscd -i ra0 -a 192.168.2.1 -m 1; tr '\\0' ' ' </proc/$(pidof wscd)/cmdline; echo;"
+      "pid=$(pidof wscd); killall -9 wscd; echo $?; while [ -e /proc/$pid/stat ]; do :; done; killall wscd; echo "
+      "$?");
+  EXPECT_EQ(result.out, "/usr/bin/wscd -i ra0 -a 192.168.2.1 -m 1 \n0\n1\n");
+  EXPECT_EQ(result.err, "wscd: no process found\n");
+}
+
+TEST(Killall, TakesSignalsInEverySpelling) {
+  for (const char* option : {"-9", "-KILL", "-SIGKILL", "-s KILL", ""}) {
+    const Result result =
+        run_script(std::string("sleep 1000 & until grep -q sleep /proc/$!/comm; do :; done; killall ") + option +
+                   " sleep; echo $?; wait $!; echo $?");
+    const std::string expected = *option == '\0' ? "0\n143\n" : "0\n137\n";
+    EXPECT_EQ(result.out, expected) << option;
+  }
+}
+
+TEST(Killall, StaysInsideTheSimulation) {
+  Simulation outside({"--", "sh", "-c", "echo ready; exec sleep 1000"});
+  outside.wait_for_output("ready");
+  EXPECT_EQ(run_script("killall -9 sleep; echo $?").out, "1\n");
+  EXPECT_EQ(kill(outside.pid(), 0), 0);
+}
+
+TEST(Killall, RefusesNonsense) {
+  EXPECT_EQ(run_script("killall; echo $?; killall -NONSENSE x; echo $?; killall -q nobody-home; echo $?").out,
+            "1\n1\n1\n");
+  EXPECT_EQ(journal_after("killall -9 nobody-home"), "killall -9 nobody-home\t-\n");
+}
+
+TEST(Mtd, RoundTrip) {
+  const Result result = run_script(
+      "printf abcdef > f; mtd writeflash f 4 0x280000 reservearea; mtd readflash /tmp/o 6 2621440 reservearea;"
+      "od -An -c /tmp/o; mtd readflash /tmp/o 2 0x27fffe reservearea; od -An -tx1 /tmp/o;"
+      "reboot; mtd readflash /tmp/o 2 2621441 reservearea; cat /tmp/o");
+  EXPECT_EQ(result.out, "   a   b   c   d 377 377\n ff ff\nbc");
+}
+
+TEST(Mtd, RefusesNonsense) {
+  const Result result = run_script(
+      "for c in '' 'readflash /tmp/o 1 2' 'readflash /tmp/o x 0 p' 'erase p' 'readflash /tmp/o 1 0 ../p'"
+      " 'readflash /tmp/o 1 0x400000 p' 'readflash /tmp/o 0xffffffffffffffff 1 p' 'writeflash /tmp/none 1 0 p';"
+      " do mtd $c; echo $?; done; ls /run/gateway-sim/flash");
+  EXPECT_EQ(result.out, "2\n2\n2\n2\n2\n1\n1\n1\n");
+}
+
+TEST(Sys, RecordsRegisterWrites) {
+  EXPECT_EQ(journal_after("sys memwl bfac030c 80000000; sys memwl bfac080c 0; sys memwl x y; sys"),
+            "sys memwl bfac030c 80000000\tregister bfac030c: written 80000000\n"
+            "sys memwl bfac080c 0\tregister bfac080c: written 00000000\n"
+            "sys memwl x y\t-\n"
+            "sys\t-\n");
+}
+
+}  // namespace
+}  // namespace sim_test
