@@ -52,7 +52,7 @@ extern "C" int check_hex_valid(const char* s) {
 }
 
 extern "C" int charCnt(const char* s, char c) {
-  if (s == nullptr || c == '\0') return 0;
+  if (s == nullptr) return 0;
   int count = 0;
   for (; *s != '\0'; ++s) {
     if (*s == c) ++count;
@@ -78,13 +78,11 @@ bool split_list(const char* s, char* const (&fields)[kListFields]) {
   return true;
 }
 
+// Exactly three separators in the first line; an empty field, and so a leading or doubled ';', fails the split.
 bool is_number_list(const char* s, char* const (&fields)[kListFields]) {
-  if (s[0] == '\0' || s[0] == '\n' || s[0] == ';') return false;
   int separators = 0;
   for (const char* scan = s; *scan != '\0' && *scan != '\n'; ++scan) {
-    if (*scan != ';') continue;
-    if (scan[1] == ';') return false;
-    ++separators;
+    if (*scan == ';') ++separators;
   }
   if (separators != kListFields - 1 || !split_list(s, fields)) return false;
   for (const char* field : fields) {

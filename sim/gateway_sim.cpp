@@ -59,7 +59,7 @@ class Progress {
 std::string open_journal(const std::string& path) {
   if (path.empty()) return {};
   write_text(path, "", 0644);
-  const std::string resolved = std::filesystem::canonical(path);
+  std::string resolved = std::filesystem::canonical(path);
   if (!std::filesystem::is_regular_file(resolved)) {
     errno = EINVAL;
     fail("use " + path + " as the journal, which is not a file");

@@ -48,7 +48,9 @@ void enter() {
   use_dat_path(1);
 }
 
-std::string dat_path(int band) { return band == 0 ? "/tmp/dat/2.4g.dat" : "/tmp/dat/5g.dat"; }
+std::string dat_path(int band) {
+  return band == 0 ? "/tmp/dat/2.4g.dat" : "/tmp/dat/5g.dat";
+}
 
 void use_dat_path(int band) {
   char path[WIFIMGR_DAT_PATH_SIZE] = "";
@@ -70,14 +72,18 @@ std::string read_file(const std::string& path) {
   return text.str();
 }
 
-bool exists(const std::string& path) { return access(path.c_str(), F_OK) == 0; }
+bool exists(const std::string& path) {
+  return access(path.c_str(), F_OK) == 0;
+}
 
 void load(int band, const std::string& dat_text) {
   write_file(dat_path(band), dat_text);
   ASSERT_EQ(0, wifimgr_lib_init(band)) << "band " << band;
 }
 
-std::string full_dat(int band) { return band == 0 ? kFullDat2_4G : kFullDat5G; }
+std::string full_dat(int band) {
+  return band == 0 ? kFullDat2_4G : kFullDat5G;
+}
 
 std::string full_dat_with(int band, const std::string& key, const std::string& value) {
   std::istringstream lines(full_dat(band));

@@ -19,6 +19,7 @@ namespace seams {
 int trace_level = 0;
 int switch_calls = 0;
 std::vector<std::string> trace;
+std::function<void(const std::string&)> on_trace;
 std::vector<std::string> commands;
 std::function<int(const std::string&)> on_command;
 Fault semget_fault, semctl_fault, semop_fault, shmget_fault, shmat_fault, shmctl_fault, shmdt_fault;
@@ -31,7 +32,9 @@ std::vector<std::string> trace_of(const std::function<void()>& run, int level) {
   return trace;
 }
 
-std::vector<std::string> errors_of(const std::function<void()>& run) { return trace_of(run, 1); }
+std::vector<std::string> errors_of(const std::function<void()>& run) {
+  return trace_of(run, 1);
+}
 
 void put_chips_on_the_bus(const std::vector<std::string>& chips) {
   on_command = [chips](const std::string& line) {
@@ -74,6 +77,7 @@ int vexa_itf_printf(const char* fmt, ...) {
   const int length = std::vsnprintf(line, sizeof line, fmt, arguments);
   va_end(arguments);
   seams::trace.emplace_back(line);
+  if (seams::on_trace) seams::on_trace(line);
   return length;
 }
 

@@ -16,6 +16,8 @@ extern int trace_level;
 extern int switch_calls;
 // Every message that was printed, line ends included.
 extern std::vector<std::string> trace;
+// Called with each message as it is printed: the library is then in the midst of what it traces.
+extern std::function<void(const std::string&)> on_trace;
 
 // The messages of `run` with everything switched on, errors only, or the trace level's lines alone.
 std::vector<std::string> trace_of(const std::function<void()>& run, int level = 8);
