@@ -76,16 +76,14 @@ constexpr BandRow kHeRows[] = {
     {"SRSDEnable", wifimgr_lib_get_SRSDEnable, offsetof(Snapshot, srsd_enable)},
 };
 
-// 0 when the value cannot be read.
-int32_t number_or_zero(apply::BandGetter getter, uint32_t wifi_type) {
-  int32_t number = 0;
-  return apply::read_number(getter, wifi_type, number) ? number : 0;
-}
-
-// The band's regulatory region; each band has a key and a field of its own.
+// The band's regulatory region; each band has a key and a field of its own. The getter's answer is not looked at: a
+// value that was not read is empty, and so 0.
 int32_t read_region(uint32_t wifi_type) {
-  return number_or_zero(wifi_type == store::k2_4G ? wifimgr_lib_get_countryRegion : wifimgr_lib_get_countryRegionABand,
-                        wifi_type);
+  const apply::BandGetter getter =
+      wifi_type == store::k2_4G ? wifimgr_lib_get_countryRegion : wifimgr_lib_get_countryRegionABand;
+  char text[store::kValueSize] = "";
+  (void)getter(store::band_number(wifi_type), -1, text, sizeof text);
+  return store::decimal(text);
 }
 
 constexpr size_t region_offset(uint32_t wifi_type) {

@@ -2,9 +2,11 @@
 // fresh, whether ctest starts the program once per test or a person starts it for all.
 #include <fnmatch.h>
 #include <gtest/gtest.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <cstdio>
 #include <sstream>
 #include <string>
@@ -46,7 +48,10 @@ int run_each_in_a_child(const std::vector<std::string>& names) {
   for (const std::string& name : names) {
     std::fflush(nullptr);
     const pid_t child = fork();
-    if (child == 0) std::exit(run_here(name));
+    if (child == 0) {
+      prctl(PR_SET_PDEATHSIG, SIGKILL);
+      std::exit(run_here(name));
+    }
     int status = 0;
     if (child < 0 || waitpid(child, &status, 0) < 0 || status != 0) {
       ++failed;

@@ -1,0 +1,76 @@
+#!/bin/sh
+# What the loader sees of the library as it ships.
+#
+#   elf.sh CHECK READELF NM LIBRARY
+set -eu
+export LC_ALL=C
+check=$1 readelf=$2 nm=$3 library=$4
+
+fail() {
+  echo "$1"
+  exit 1
+}
+
+dynamic=$("$readelf" -dW "$library")
+segments=$("$readelf" -lW "$library")
+sections=$("$readelf" -SW "$library")
+
+case $check in
+  needed)
+    found=$(echo "$dynamic" | sed -n 's/.*(NEEDED).*\[\(.*\)\]/\1/p' | sort | tr '\n' ' ')
+    [ "$found" = "libapi_lib_utility.so.1 libc.so.6 libvexa_lib_dbg.so.1 " ] || fail "needed: $found"
+    ;;
+  soname)
+    echo "$dynamic" | grep -q '(SONAME).*\[libapi_lib_wifimgr\.so\.1\]$' || fail "$dynamic"
+    ;;
+  bind_now)
+    echo "$dynamic" | grep -qE '\((FLAGS|BIND_NOW)\).*BIND_NOW|\(BIND_NOW\)' || fail "$dynamic"
+    echo "$dynamic" | grep -qE '\(FLAGS_1\).*NOW' || fail "$dynamic"
+    ;;
+  relro)
+    echo "$segments" | grep -q '^ *GNU_RELRO ' || fail "$segments"
+    ;;
+  no_exec_stack)
+    echo "$segments" | grep -qE '^ *GNU_STACK .* RW +0x' || fail "$segments"
+    ! echo "$segments" | grep -qE '^ *(LOAD|GNU_STACK) .* (RWE|W E) ' || fail "$segments"
+    ;;
+  no_text_relocations)
+    ! echo "$dynamic" | grep -qE 'TEXTREL' || fail "$dynamic"
+    ;;
+  no_symbolic)
+    ! echo "$dynamic" | grep -q 'SYMBOLIC' || fail "$dynamic"
+    ;;
+  no_thread_locals)
+    ! echo "$segments" | grep -q '^ *TLS ' || fail "$segments"
+    ! echo "$sections" | grep -qE ' \.t(bss|data)' || fail "$sections"
+    ;;
+  no_static_constructors)
+    # One entry of one pointer each is the compiler's own.
+    "$nm" "$library" | grep -E '_GLOBAL__(sub_)?[ID]_|__static_initialization' && fail "static constructors or destructors"
+    pointer=$("$readelf" -h "$library" | sed -n 's/.*Class: *ELF\(..\)$/\1/p')
+    size=$(echo "$dynamic" | sed -n 's/.*(INIT_ARRAYSZ) *\([0-9]*\) .*/\1/p')
+    [ "$size" -le $((pointer / 8)) ] || fail "init_array of $size bytes"
+    ! echo "$sections" | grep -qE ' \.(ctors|preinit_array)' || fail "$sections"
+    ;;
+  no_cxx_runtime)
+    found=$("$nm" -D --undefined-only "$library" | awk '{ print $2 }' |
+      grep -E '^_Z|^__(cxa|gxx|gcc)_|^_Unwind' | grep -v '^__cxa_finalize' || true)
+    [ -z "$found" ] || fail "imports of a C++ runtime: $found"
+    ;;
+  no_versions)
+    # Callers that exist were linked against unversioned names.
+    ! "$readelf" -VW "$library" | grep -q "Version definition section" || fail "versioned exports"
+    ;;
+  interposable)
+    # Each call of an exported function goes through the symbol table. These are called inside the library.
+    relocations=$("$readelf" -rW "$library")
+    for name in read_attr update_attr semaphore_p semaphore_v is_attr_exist wifimgr_lib_get_bssidnum \
+      update_datafile_from_shm parse_driver merge_para rstrtok doStrDecCheck wds_store chipspecial_compare \
+      wifimgr_lib_set_reloadFlag update_auth_mode store_global pre_wlan_state dat_path_2_4g shm_addr_5g; do
+      echo "$relocations" | grep -qE " $name( \+ 0)?$" || fail "$name is bound inside the library"
+    done
+    ;;
+  *)
+    fail "unknown check $check"
+    ;;
+esac

@@ -1,0 +1,53 @@
+#!/bin/sh
+# The exported names of the library are the same in its header, its export map, its symbol table and the list of the
+# tests, and each stands in full where it is defined.
+#
+#   exports.sh NM SOURCE_DIR LIBRARY
+set -eu
+export LC_ALL=C
+nm=$1 source=$2 library=$3
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+failed=0
+
+# Compares a sorted list of names with that of the library.
+expect_same() {
+  if ! diff "$work/library" "$2" >"$work/difference"; then
+    echo "$1 differs from the library's symbol table (< library alone, > $1 alone):"
+    grep '^[<>]' "$work/difference"
+    failed=1
+  fi
+}
+
+"$nm" -D --defined-only "$library" | awk '$2 !~ /^[Aa]$/ { print $3 }' | sort >"$work/library"
+[ -s "$work/library" ] || { echo "$library exports nothing"; exit 1; }
+
+# A declaration may go over several lines; the name is the last word before its parameters or dimensions.
+awk '/^WIFIMGR_API / { declaration = "" ; open = 1 }
+     open { declaration = declaration " " $0 }
+     open && /;/ { sub(/[(\[;].*/, "", declaration); n = split(declaration, word, /[ *]+/); print word[n]; open = 0 }' \
+  "$source/include/wifimgr_lib.h" | sort >"$work/header"
+expect_same "the header" "$work/header"
+
+awk '/global:/ { open = 1; next } /local:/ { open = 0 } open && /;/ { gsub(/[ ;]/, ""); print }' \
+  "$source/include/wifimgr_lib.map" | sort >"$work/map"
+expect_same "the export map" "$work/map"
+
+sed -n 's/^\(FUNCTION\|OBJECT\)(\(.*\))$/\2/p' "$source/tests/abi/exported_names.def" | sort >"$work/list"
+expect_same "the tests' list" "$work/list"
+
+if grep -nE '^(extern [^"]|(int|u?int[0-9]+_t|unsigned|char|void) )' "$source/include/wifimgr_lib.h"; then
+  echo "the header declares these without WIFIMGR_API"
+  failed=1
+fi
+
+# Definitions: extern "C" in front of a function, a row of a table, or an object at the start of a line.
+while read -r name; do
+  pattern="^extern \"C\" .*[ *]$name\\(|^[A-Z_]+\\(([^\"]*[ (,])?$name,|^[a-z][A-Za-z0-9_]*[ *]+$name(\\[[^]]*\\])*( =|;)"
+  if ! grep -qE "$pattern" "$source"/store/*.cpp "$source"/params/*.cpp "$source"/params/*.def "$source"/apply/*.cpp; then
+    echo "no definition of $name stands in full in a .cpp or .def file"
+    failed=1
+  fi
+done <"$work/library"
+
+exit $failed

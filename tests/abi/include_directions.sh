@@ -1,0 +1,33 @@
+#!/bin/sh
+# The rooms of the library know only those below them: store <- params <- apply. Everything may use include/ and imports/.
+#
+#   include_directions.sh SOURCE_DIR
+set -eu
+export LC_ALL=C
+cd "$1"
+failed=0
+
+# allow ROOM PLAIN-NAMES ALLOWED-ROOM...: what the files of a room may include with quotes.
+allow() {
+  room=$1
+  pattern="^($2"
+  shift 2
+  for allowed in "$@"; do pattern="$pattern|$allowed/[a-z_]+\\.(h|def)"; done
+  pattern="$pattern)\$"
+  files=$(find "$room" -type f)
+  [ -n "$files" ] || { echo "nothing in $room"; failed=1; return 0; }
+  for file in $files; do
+    for header in $(sed -n 's/^ *# *include *"\(.*\)".*/\1/p' "$file"); do
+      echo "$header" | grep -qE "$pattern" || { echo "$file includes $header"; failed=1; }
+    done
+  done
+}
+
+public='wifimgr_lib\.h|imports/[a-z_]+\.h'
+allow include 'none'
+allow imports '(vexa_lib_dbg|api_lib_utility)\.h'
+allow store "$public" store
+allow params "$public" store params
+allow apply "$public" store params apply
+
+exit $failed

@@ -1,0 +1,37 @@
+// The command lines of a commit, by what they do.
+#pragma once
+
+#include <initializer_list>
+#include <string>
+#include <vector>
+
+namespace commands {
+
+using Lines = std::vector<std::string>;
+
+inline Lines joined(std::initializer_list<Lines> parts) {
+  Lines all;
+  for (const Lines& part : parts) all.insert(all.end(), part.begin(), part.end());
+  return all;
+}
+
+// Interfaces prefix0 to prefix(count - 1), one after the other.
+inline Lines down(const std::string& prefix, int count) {
+  Lines lines;
+  for (int i = 0; i < count; ++i) {
+    lines.push_back("ifconfig " + prefix + std::to_string(i) + " down");
+    lines.push_back("brctl delif br-lan " + prefix + std::to_string(i));
+  }
+  return lines;
+}
+
+inline Lines up(const std::string& prefix, std::initializer_list<int> numbers) {
+  Lines lines;
+  for (const int i : numbers) {
+    lines.push_back("ifconfig " + prefix + std::to_string(i) + " up");
+    lines.push_back("brctl addif br-lan " + prefix + std::to_string(i));
+  }
+  return lines;
+}
+
+}  // namespace commands

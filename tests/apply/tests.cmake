@@ -1,0 +1,13 @@
+wifimgr_test(snapshot_test
+  apply/snapshot_test.cpp apply/snapshot_keys_test.cpp apply/snapshot_groups_test.cpp apply/snapshot_order_test.cpp)
+wifimgr_test(snapshot_wds_test apply/snapshot_wds_test.cpp)
+wifimgr_test(commit_test apply/commit_test.cpp apply/commit_reload_test.cpp apply/commit_state_test.cpp)
+wifimgr_test(normalise_test apply/normalise_test.cpp apply/calls.cpp)
+wifimgr_test(normalise_failure_test apply/normalise_failure_test.cpp apply/calls.cpp)
+wifimgr_test(auth_mode_test apply/auth_mode_test.cpp apply/auth_mode_failure_test.cpp apply/calls.cpp)
+wifimgr_test(fixed_tx_mode_test apply/fixed_tx_mode_test.cpp apply/calls.cpp)
+wifimgr_test(wds_test apply/wds_test.cpp apply/wds_words_test.cpp apply/wds_list_test.cpp)
+wifimgr_test(wds_key_test apply/wds_key_test.cpp)
+wifimgr_test(interpose_test apply/interpose_test.cpp apply/interposed.cpp)
+wifimgr_test(shell_test apply/shell_test.cpp ${PROJECT_SOURCE_DIR}/store/shell.cpp)
+target_include_directories(shell_test PRIVATE ${PROJECT_SOURCE_DIR})

@@ -1,0 +1,141 @@
+// The debug switches and the kernel's debug log.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/mount.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <string>
+
+#include "support/sandbox.h"
+#include "support/seams.h"
+
+namespace {
+
+using testing::ElementsAre;
+
+constexpr char kEnableFile[] = "/tmp/wifi_lib_dbg_enable";
+constexpr char kLevelFile[] = "/tmp/vexalib_dbg";
+constexpr char kKernelLog[] = "/proc/zq2810/dbg_msg";
+const std::string kEnabled("1\n\0\0\0", 5);
+
+// The gateway's folder under /proc, for as long as this lives.
+class GatewayProc {
+ public:
+  GatewayProc() {
+    EXPECT_EQ(0, mount("tmpfs", "/proc", "tmpfs", 0, nullptr));
+    EXPECT_EQ(0, mkdir("/proc/zq2810", 0755));
+  }
+  ~GatewayProc() { umount("/proc"); }
+};
+
+TEST(DebugLevel, WritesBothFiles) {
+  for (const char* level : {"8", "1", "anything at all\n", ""}) {
+    EXPECT_EQ(0, wifimgr_lib_set_dbg_level(level));
+    EXPECT_EQ(kEnabled, sandbox::read_file(kEnableFile));
+    EXPECT_EQ(level, sandbox::read_file(kLevelFile));
+  }
+}
+
+TEST(DebugLevel, ReplacesWhatTheFilesHeld) {
+  sandbox::write_file(kEnableFile, std::string(100, 'x'));
+  sandbox::write_file(kLevelFile, std::string(100, 'x'));
+  EXPECT_EQ(0, wifimgr_lib_set_dbg_level("8"));
+  EXPECT_EQ(kEnabled, sandbox::read_file(kEnableFile));
+  EXPECT_EQ("8", sandbox::read_file(kLevelFile));
+}
+
+TEST(DebugLevel, OfNullEnablesAndFails) {
+  EXPECT_THAT(
+      seams::trace_of([] { EXPECT_EQ(1, wifimgr_lib_set_dbg_level(nullptr)); }),
+      ElementsAre("[wifimgr_lib_set_dbg_level]:===Enter===\n", "[wifimgr_lib_set_dbg_level]:===Fail Exit===\n"));
+  EXPECT_EQ(kEnabled, sandbox::read_file(kEnableFile));
+  EXPECT_FALSE(sandbox::exists(kLevelFile));
+}
+
+TEST(DebugLevel, FailsAtOnceWhenTheEnableFileCannotBeOpened) {
+  ASSERT_EQ(0, mkdir(kEnableFile, 0755));
+  EXPECT_EQ(1, wifimgr_lib_set_dbg_level("8"));
+  EXPECT_FALSE(sandbox::exists(kLevelFile));
+}
+
+TEST(DebugLevel, IgnoresALevelFileThatCannotBeOpened) {
+  ASSERT_EQ(0, mkdir(kLevelFile, 0755));
+  EXPECT_THAT(
+      seams::trace_of([] { EXPECT_EQ(0, wifimgr_lib_set_dbg_level("8")); }),
+      ElementsAre("[wifimgr_lib_set_dbg_level]:===Enter===\n", "[wifimgr_lib_set_dbg_level]:===Success Exit===\n"));
+  EXPECT_EQ(kEnabled, sandbox::read_file(kEnableFile));
+}
+
+TEST(KernelLog, TakesTheFormattedMessage) {
+  std::string text;
+  {
+    GatewayProc proc;
+    zqdbg_blapi_printf("%s %d%%\n", "channel", 36);
+    text = sandbox::read_file(kKernelLog);
+  }
+  EXPECT_EQ("channel 36%\n", text);
+}
+
+TEST(KernelLog, IsOpenedAnewForEachMessage) {
+  std::string text;
+  {
+    GatewayProc proc;
+    zqdbg_blapi_printf("a longer first message");
+    zqdbg_blapi_printf("second");
+    text = sandbox::read_file(kKernelLog);
+  }
+  EXPECT_EQ("second", text);
+}
+
+TEST(KernelLog, CutsAMessageTo255Characters) {
+  for (size_t length : {254U, 255U, 256U, 1000U}) {
+    std::string text;
+    {
+      GatewayProc proc;
+      zqdbg_blapi_printf("%s", std::string(length, 'm').c_str());
+      text = sandbox::read_file(kKernelLog);
+    }
+    EXPECT_EQ(std::string(std::min<size_t>(length, 255), 'm'), text);
+  }
+}
+
+TEST(KernelLog, SaysOnStandardOutputThatItCannotBeOpened) {
+  EXPECT_EQ("open /proc/zq2810/dbg_msg fail\n", sandbox::stdout_of([] { zqdbg_blapi_printf("message %d", 1); }));
+}
+
+TEST(KernelLog, PrintsNothingElse) {
+  std::string printed;
+  {
+    GatewayProc proc;
+    printed = sandbox::stdout_of([] { zqdbg_blapi_printf("message"); });
+  }
+  EXPECT_EQ("", printed);
+}
+
+TEST(KernelLog, IgnoresANullFormat) {
+  const char* const none = nullptr;
+  EXPECT_EQ("", sandbox::stdout_of([=] { zqdbg_blapi_printf(none); }));
+}
+
+TEST(CommandFile, TakesTheTextInPlaceOfWhatItHeld) {
+  const std::string path = "/tmp/command";
+  for (const char* text : {"a long text\n", "short", ""}) {
+    EXPECT_EQ(0, doCmdWrite(path.c_str(), text));
+    EXPECT_EQ(text, sandbox::read_file(path));
+  }
+}
+
+TEST(CommandFile, ThatCannotBeOpenedGivesMinusOne) {
+  EXPECT_EQ(-1, doCmdWrite("/tmp/none/command", "text"));
+  EXPECT_EQ(-1, doCmdWrite("/tmp", "text"));
+}
+
+TEST(CommandFile, NullIsAFailureThatTouchesNothing) {
+  sandbox::write_file("/tmp/command", "old");
+  EXPECT_NE(0, doCmdWrite("/tmp/command", nullptr));
+  EXPECT_NE(0, doCmdWrite(nullptr, "text"));
+  EXPECT_EQ("old", sandbox::read_file("/tmp/command"));
+}
+
+}  // namespace
