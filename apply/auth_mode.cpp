@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "apply/line_end.h"
+#include "apply/security_mode.h"
 #include "store/record.h"
 #include "wifimgr_lib.h"
 
@@ -17,17 +18,6 @@ constexpr char kKeyTypeFailed[] = "write_wlan_config:wifimgr_lib_set_keyType fai
 constexpr char kDefaultKeyIdFailed[] = "write_wlan_config:wifimgr_lib_set_defaultKeyID fail.";
 constexpr char kWpaPskFailed[] = "write_wlan_config:wifimgr_lib_set_WPAPSK fail.";
 constexpr char kKeyStrFailed[] = "write_wlan_config:wifimgr_lib_set_keyStr fail.";
-
-template <size_t kWords>
-bool is_one_of(const char* const (&words)[kWords], const char* mode) {
-  for (const char* word : words) {
-    if (std::strcmp(word, mode) == 0) return true;
-  }
-  return false;
-}
-
-constexpr const char* kPersonal[] = {"WPAPSK", "WPA2PSK", "WPAPSKWPA2PSK", "WPA3PSK", "WPA2PSKWPA3PSK"};
-constexpr const char* kEnterprise[] = {"WPA", "WPA2", "WPA1WPA2", "WPA3"};
 
 // One SSID of one band, with setters that report a failure and go on.
 class Ssid {
@@ -121,9 +111,9 @@ extern "C" void update_auth_mode(uint32_t wifi_type, uint32_t ssid_index) {
   if (!ssid.read_auth_mode(mode)) return;
   if (std::strstr(mode, "WEP") != nullptr) {
     become_wep(ssid, std::strstr(mode, "Radius") != nullptr);
-  } else if (is_one_of(kPersonal, mode)) {
+  } else if (apply::is_personal(mode)) {
     clear_wep_keys(ssid);
-  } else if (is_one_of(kEnterprise, mode)) {
+  } else if (apply::is_enterprise(mode)) {
     ssid.set_ieee8021x("0");
     clear_wep_keys(ssid);
   } else if (std::strcmp(mode, "WPA3-192Bit") == 0) {

@@ -1,5 +1,6 @@
 // Bringing a band's settings into force: dat file, interfaces, driver module, bridge.
 
+#include "apply/interface.h"
 #include "store/band.h"
 #include "store/decimal.h"
 #include "store/record.h"
@@ -9,8 +10,10 @@
 
 namespace {
 
-constexpr char kBridge[] = "br-lan";
-constexpr int kWdsLinks = 4;
+using apply::bring_up;
+using apply::kLanBridge;
+using apply::kWdsLinks;
+using apply::take_down;
 
 // A driver module, by the position of its chip's flag.
 struct Module {
@@ -21,8 +24,7 @@ struct Module {
 
 // What differs between the bands.
 struct BandInterfaces {
-  const char* bss;
-  const char* wds;
+  apply::Prefixes prefix;
   const char* save_refusal;
   const char* wds_down_trace;
   Module modules[3];  // the first whose chip is present is reloaded; empty rows are skipped
@@ -47,16 +49,6 @@ constexpr BandInterfaces kBands[] = {
       {2, "rmmod mt7615_ap", "insmod /lib/modules/4.4.115/mt7615_ap.ko"}}},
 };
 
-void take_down(const char* prefix, int number) {
-  (void)store::run_shell("ifconfig %s%d down", prefix, number);
-  (void)store::run_shell("brctl delif %s %s%d", kBridge, prefix, number);
-}
-
-void bring_up(const char* prefix, int number) {
-  (void)store::run_shell("ifconfig %s%d up", prefix, number);
-  (void)store::run_shell("brctl addif %s %s%d", kBridge, prefix, number);
-}
-
 void reload_driver(const char* function, uint32_t band) {
   if (band == store::k5G) WIFIMGR_TRACE(trace::kTraceLevel, "[%s]:\n===  reloadFlag ==1 ===\n", function);
   char chips[] = "0000000";
@@ -75,10 +67,10 @@ void take_interfaces_down(const char* function, uint32_t band) {
   const BandInterfaces& interfaces = kBands[band];
   // All four links, whether WDS is on or not: the setting says nothing about what is up now.
   for (int link = 0; link < kWdsLinks; ++link) {
-    take_down(interfaces.wds, link);
+    take_down(kLanBridge, interfaces.prefix.wds, link);
     WIFIMGR_TRACE(trace::kTraceLevel, interfaces.wds_down_trace, function, link);
   }
-  for (int bss = 0; bss < pre_wlan_state[band]; ++bss) take_down(interfaces.bss, bss);
+  for (int bss = 0; bss < pre_wlan_state[band]; ++bss) take_down(kLanBridge, interfaces.prefix.bss, bss);
 }
 
 void bring_interfaces_up(uint32_t band, int ssids, bool with_wds) {
@@ -86,10 +78,10 @@ void bring_interfaces_up(uint32_t band, int ssids, bool with_wds) {
   for (int ssid = 1; ssid <= ssids; ++ssid) {
     char enabled[store::kValueSize] = "";
     if (wifimgr_lib_get_enableSsid(band, ssid, enabled, sizeof enabled) != 0) continue;
-    if (store::decimal(enabled) == 1) bring_up(interfaces.bss, ssid - 1);
+    if (store::decimal(enabled) == 1) bring_up(kLanBridge, interfaces.prefix.bss, ssid - 1);
   }
   if (!with_wds) return;
-  for (int link = 0; link < kWdsLinks; ++link) bring_up(interfaces.wds, link);
+  for (int link = 0; link < kWdsLinks; ++link) bring_up(kLanBridge, interfaces.prefix.wds, link);
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include "store/band.h"
 #include "store/decimal.h"
 #include "store/record.h"
+#include "store/trace.h"
 #include "wifimgr_lib.h"
 
 namespace {
@@ -126,7 +127,8 @@ void normalise_5g(int mode, int ssids) {
 }  // namespace
 
 extern "C" int wifimgr_lib_check_wifi_value_befor_write_dat(uint32_t wifi_type) {
-  if (!store::is_band(store::band_number(wifi_type))) return 0;
+  trace::enter(__func__);
+  if (!store::is_band(store::band_number(wifi_type))) return trace::success(__func__);
   const int mode =
       read_number(wifimgr_lib_get_wirelessMode, wifi_type, "write_wlan_config:wifimgr_lib_get_wirelessMode fail.");
   const int ssids =
@@ -136,5 +138,5 @@ extern "C" int wifimgr_lib_check_wifi_value_befor_write_dat(uint32_t wifi_type) 
   } else {
     normalise_5g(mode, ssids);
   }
-  return 0;
+  return trace::success(__func__);
 }

@@ -23,7 +23,9 @@ add_library(api_lib_wifimgr SHARED
   params/address_check.cpp
   params/band_setting.cpp
   params/band_wide.cpp
+  params/command_flag.cpp
   params/country.cpp
+  params/key_table.cpp
   params/number_check.cpp
   params/per_ssid.cpp
   params/phy_mode.cpp
@@ -33,16 +35,25 @@ add_library(api_lib_wifimgr SHARED
   params/ssid_setting.cpp
   params/vht.cpp
   params/wep_key.cpp
+  params/wmm.cpp
   apply/auth_mode.cpp
   apply/commit.cpp
+  apply/execute_script.cpp
   apply/fixed_tx_mode.cpp
+  apply/interface.cpp
   apply/line_end.cpp
   apply/normalise.cpp
+  apply/radio_switch.cpp
+  apply/reboot.cpp
+  apply/restart.cpp
+  apply/runtime_setting.cpp
+  apply/script_value.cpp
   apply/snapshot.cpp
   apply/snapshot_rows.cpp
   apply/snapshot_wds.cpp
   apply/wds.cpp
-  apply/wds_key.cpp)
+  apply/wds_key.cpp
+  platform/constants.cpp)
 
 set(WIFIMGR_EXPORT_MAP ${PROJECT_SOURCE_DIR}/include/wifimgr_lib.map)
 

@@ -907,6 +907,57 @@ WIFIMGR_API uint64_t wifimgr_lib_set_key2Str(uint32_t wifi_type, int32_t ssid_in
 WIFIMGR_API uint64_t wifimgr_lib_set_key3Str(uint32_t wifi_type, int32_t ssid_index, const char* value);
 WIFIMGR_API uint64_t wifimgr_lib_set_key4Str(uint32_t wifi_type, int32_t ssid_index, const char* value);
 
+/* ---- WMM parameter lists -----------------------------------------------------------------------------------------
+ *
+ * Band-wide, kept whole: exactly four numbers joined by ";", one per access category in the driver's order, such as
+ * "3;7;1;1". No range is checked. The setter looks at the value (check_para_valid, then a plain fail exit) before the
+ * index ("The ssid index here should be -1."); the getter refuses another index than -1 with "The index should be -1."
+ * unless stated. The whole list replaces the stored one, exactly as given. */
+
+/* APAifsn: the access point's AIFSN. */
+WIFIMGR_API int wifimgr_lib_get_apAifsn(uint32_t wifi_type, int32_t index, char* buf, uint32_t len);
+WIFIMGR_API uint64_t wifimgr_lib_set_apAifsn(uint32_t wifi_type, int32_t index, const char* value);
+
+/* APCwmin: the access point's CWmin. */
+WIFIMGR_API int wifimgr_lib_get_apCwmin(uint32_t wifi_type, int32_t index, char* buf, uint32_t len);
+WIFIMGR_API uint64_t wifimgr_lib_set_apCwmin(uint32_t wifi_type, int32_t index, const char* value);
+
+/* APCwmax: the access point's CWmax. */
+WIFIMGR_API int wifimgr_lib_get_apCwmax(uint32_t wifi_type, int32_t index, char* buf, uint32_t len);
+WIFIMGR_API uint64_t wifimgr_lib_set_apCwmax(uint32_t wifi_type, int32_t index, const char* value);
+
+/* APTxop: the access point's TXOP. */
+WIFIMGR_API int wifimgr_lib_get_apTxop(uint32_t wifi_type, int32_t index, char* buf, uint32_t len);
+WIFIMGR_API uint64_t wifimgr_lib_set_apTxop(uint32_t wifi_type, int32_t index, const char* value);
+
+/* APACM: the access point's admission control. */
+WIFIMGR_API int wifimgr_lib_get_apACM(uint32_t wifi_type, int32_t index, char* buf, uint32_t len);
+WIFIMGR_API uint64_t wifimgr_lib_set_apACM(uint32_t wifi_type, int32_t index, const char* value);
+
+/* BSSAifsn: the stations' AIFSN. The getter refuses an index with "The index is invalid.". */
+WIFIMGR_API int wifimgr_lib_get_bssAifsn(uint32_t wifi_type, int32_t index, char* buf, uint32_t len);
+WIFIMGR_API uint64_t wifimgr_lib_set_bssAifsn(uint32_t wifi_type, int32_t index, const char* value);
+
+/* BSSCwmin: the stations' CWmin. */
+WIFIMGR_API int wifimgr_lib_get_bssCwmin(uint32_t wifi_type, int32_t index, char* buf, uint32_t len);
+WIFIMGR_API uint64_t wifimgr_lib_set_bssCwmin(uint32_t wifi_type, int32_t index, const char* value);
+
+/* BSSCwmax: the stations' CWmax. */
+WIFIMGR_API int wifimgr_lib_get_bssCwmax(uint32_t wifi_type, int32_t index, char* buf, uint32_t len);
+WIFIMGR_API uint64_t wifimgr_lib_set_bssCwmax(uint32_t wifi_type, int32_t index, const char* value);
+
+/* BSSTxop: the stations' TXOP. The getter refuses an index with "The index is should be -1.". */
+WIFIMGR_API int wifimgr_lib_get_bssTxop(uint32_t wifi_type, int32_t index, char* buf, uint32_t len);
+WIFIMGR_API uint64_t wifimgr_lib_set_bssTxop(uint32_t wifi_type, int32_t index, const char* value);
+
+/* BSSACM: the stations' admission control. */
+WIFIMGR_API int wifimgr_lib_get_bssACM(uint32_t wifi_type, int32_t index, char* buf, uint32_t len);
+WIFIMGR_API uint64_t wifimgr_lib_set_bssACM(uint32_t wifi_type, int32_t index, const char* value);
+
+/* AckPolicy: the acknowledgement policy. */
+WIFIMGR_API int wifimgr_lib_get_ackPolicy(uint32_t wifi_type, int32_t index, char* buf, uint32_t len);
+WIFIMGR_API uint64_t wifimgr_lib_set_ackPolicy(uint32_t wifi_type, int32_t index, const char* value);
+
 /* ---- WDS settings ------------------------------------------------------------------------------------------------
  *
  * Four links per band. Getters and setters follow the band-wide ones. */
@@ -946,6 +997,107 @@ WIFIMGR_API int wdskey_check(int length, const char* key);
 
 /* 0 for a WEP key of `length` characters: 5 or 13 of any kind, or 10 or 26 hexadecimal digits; else -1. */
 WIFIMGR_API int wdskey_check_for_wep(int length, const char* key);
+
+/* ---- Tables of keys ----------------------------------------------------------------------------------------------
+ *
+ * Groups of dat keys, each with the setter that writes it, for callers that walk them with values of their own. The
+ * library holds no values and never walks them. A record with an empty name ends each table; its setter is null, as is
+ * that of a key that cannot be written. */
+
+#define WIFIMGR_TABLE_NAME_SIZE 64
+#define WIFIMGR_ATTR_NAME_SIZE 20
+
+typedef struct wifimgr_key_setter {
+  char name[WIFIMGR_TABLE_NAME_SIZE]; /* padded with NUL */
+  wifimgr_setter_t setter;
+} wifimgr_key_setter;
+
+/* Band-wide keys with defaults: 54 on 2.4G, 63 on 5G. RekeyInterval and RekeyMethod among them are per SSID. */
+WIFIMGR_API extern wifimgr_key_setter wlan_common_default_parm[55];
+WIFIMGR_API extern wifimgr_key_setter wlan_ac_common_default_parm[64];
+
+/* Per-SSID keys with defaults: 6, the same on both bands. */
+WIFIMGR_API extern wifimgr_key_setter wlan_entry_default_parm[7];
+WIFIMGR_API extern wifimgr_key_setter wlan_ac_entry_default_parm[7];
+
+/* Basic radio keys: 24 on 2.4G, 32 on 5G. Row 1 of 5G is CountryRegion, whose setter refuses that band. */
+WIFIMGR_API extern wifimgr_key_setter wlan_script_com_attr_config[25];
+WIFIMGR_API extern wifimgr_key_setter wlan_ac_script_com_attr_config[33];
+
+/* One record for the caller to fill; empty at the start. */
+WIFIMGR_API extern wifimgr_key_setter wlan_global_script_com_attr;
+
+/* Names only: seven, and an empty slot that ends the list. */
+WIFIMGR_API extern char wlan_script_com_attr[8][WIFIMGR_ATTR_NAME_SIZE];
+
+/* Copies a table without its end record and returns the number of records.
+ * type  0 the 2.4G table, 1 the 5G table; for wifimgr_lib_get_wlan_attr also 2, the global record.
+ * out   caller's array, large enough for the table (54 or 63; 6; 24 or 32 records). Names are terminated; bytes
+ *       behind them, and records behind the last one, stay untouched.
+ * 0 for another type, an empty table or a null pointer, with nothing written. */
+WIFIMGR_API int wifimgr_lib_get_wlan_attr(int type, wifimgr_key_setter* out);
+WIFIMGR_API int wifimgr_lib_get_wlan_entry_attr(int type, wifimgr_key_setter* out);
+WIFIMGR_API int wifimgr_lib_get_wlan_script_com_attr_config(int type, wifimgr_key_setter* out);
+
+/* Copies the names of wlan_script_com_attr into the caller's 7 slots and returns 7; 0 for a null pointer. */
+WIFIMGR_API int wifimgr_lib_get_wlan_script_attr(char (*out)[WIFIMGR_ATTR_NAME_SIZE]);
+
+/* ---- Process-wide flags and fixed answers ------------------------------------------------------------------------
+ *
+ * Process memory; none of these traces. Functions that take anything ignore it, do nothing and return 0. */
+
+#ifdef __cplusplus
+#define WIFIMGR_ANYTHING ...
+#else
+#define WIFIMGR_ANYTHING
+#endif
+
+/* Command flags of this process, -1 until set. The getters return 0 while they are -1; the setters return 0. The 5G
+ * flag lets wifimgr_lib_execute_wlan_script run one script. */
+WIFIMGR_API extern int32_t _11N_CMDflag;
+WIFIMGR_API extern int32_t _11AC_CMDflag;
+WIFIMGR_API int32_t wifimgr_lib_get_11N_CMDflag(void);
+WIFIMGR_API int32_t wifimgr_lib_get_11AC_CMDflag(void);
+WIFIMGR_API int wifimgr_lib_set_11N_CMDflag(uint32_t value);
+WIFIMGR_API int wifimgr_lib_set_11AC_CMDflag(uint32_t value);
+
+/* Always 1. */
+WIFIMGR_API int wifimgr_lib_get_wlan_igmp_snooping_support(void);
+
+WIFIMGR_API int wifimgr_lib_set_AP2040Rescan(WIFIMGR_ANYTHING);
+WIFIMGR_API int wifimgr_lib_get_max_sta_num_ui(WIFIMGR_ANYTHING);
+
+/* Stores `value` in the caller's variable; nothing for a null pointer. Returns 0. */
+WIFIMGR_API int wifimgr_lib_set_iswps5gstart_val(uint32_t* variable, uint32_t value);
+
+/* A test flag that nothing in the library changes: -1. */
+WIFIMGR_API extern int32_t ixia5gflag;
+WIFIMGR_API int32_t wifimgr_lib_get_ixia5gflag(void);
+WIFIMGR_API int wifimgr_lib_set_ixia5gflag(WIFIMGR_ANYTHING);
+WIFIMGR_API int wifimgr_lib_check_wifi_ixia_test(WIFIMGR_ANYTHING);
+WIFIMGR_API int wifimgr_lib_set_needRebootFlag(WIFIMGR_ANYTHING);
+
+/* Texts of this platform, cut to `size` bytes with their NUL: "/proc/zq2810/wlan_button", ".../wps_button",
+ * ".../wps_5g_button", ".../wlan11ac_button"; "3", the way of selecting a channel automatically; "0", the 802.1X
+ * value of the execute script. Nothing is written to a null pointer or with a size of 0 or less. Return 0. */
+WIFIMGR_API int wifimgr_lib_get_WLAN_BUTTON_PATH(char* out, int size);
+WIFIMGR_API int wifimgr_lib_get_WPS_BUTTON_PATH(char* out, int size);
+WIFIMGR_API int wifimgr_lib_get_WPS_5G_BUTTON_PATH(char* out, int size);
+WIFIMGR_API int wifimgr_lib_get_WLAN11AC_BUTTON_PATH(char* out, int size);
+WIFIMGR_API int wifimgr_lib_get_CHANNEL_SELECT_DEF(char* out, int size);
+WIFIMGR_API int wifimgr_lib_get_IEEE8021X_VAL(char* out, int size);
+
+/* The same, "MbssMaxStaNum"; for another band `out` stays untouched. */
+WIFIMGR_API int wifimgr_lib_get_WLAN_MAX_STA_NUM_NAME(int wifi_type, char* out, int size);
+
+/* The same, "N/A"; the first leaves `dst` untouched for another band. */
+WIFIMGR_API int wifimgr_lib_is_WHNAT_support(uint32_t wifi_type, char* dst, int32_t size);
+WIFIMGR_API int wifimgr_lib_is_Tx_Rx_Stream_support(char* dst, int32_t size);
+
+/* Numbers of this platform: 15000 (ms), 0x340000, 0x340001 (flash offsets in bytes). Return 0. */
+WIFIMGR_API int wifimgr_lib_get_MESH_TRIGGER_WAIT(uint32_t* value);
+WIFIMGR_API int wifimgr_lib_get_img_boot_flag_offset(uint32_t* value);
+WIFIMGR_API int wifimgr_lib_get_img_commit_flag_offset(uint32_t* value);
 
 /* ---- Change detection -------------------------------------------------------------------------------------------- */
 
@@ -1065,6 +1217,100 @@ WIFIMGR_API void update_fixedTxMode(uint32_t wifi_type, uint32_t ssid_index, uin
  * failed.", "type should be 2.4G or 5G ." or "WIFI_2_4G updtate datefile from shm failed." ("WIFI_5G ..."); in the
  * last two cases ReloadFlag may be "0" already. */
 WIFIMGR_API int wifimgr_lib_commit(uint32_t wifi_type, int32_t ssid_index);
+
+/* ---- Restarts, radio, reboot -------------------------------------------------------------------------------------
+ *
+ * Shell lines whose status is not looked at, with ifconfig and brctl. Which bridge is used belongs to the operation: the
+ * commit and wifimgr_lib_restartInterface work on br-lan, all others on br0. */
+
+/* A restart of a band's interfaces. */
+typedef struct wifimgr_restart_request {
+  uint32_t band;
+  int32_t old_count;  /* BSS interfaces that are up: 0 to old_count - 1 are taken down */
+  uint32_t new_count; /* only compared with old_count, as 32-bit words */
+  uint32_t up_mask;   /* bit i brings BSS interface i up; bits 0 to 7 */
+  int32_t wds;        /* not 0: bring the four WDS interfaces up */
+  uint32_t spare;
+} wifimgr_restart_request;
+
+/* Takes interfaces down and out of br-lan and brings those of the mask, and WDS, up and into it. With another count:
+ * WDS first, then the BSSs, then ReloadFlag is set to "0" when parse_driver succeeds. With the same count: the BSSs,
+ * and on 2.4G then WDS. Prints "addif wds%d to br0" for each WDS interface, though the bridge is br-lan. Refusal:
+ * "Set the ReloadFlag failed." (what went down stays down); 1 also for another band or a null request. */
+WIFIMGR_API uint64_t wifimgr_lib_restartInterface(const wifimgr_restart_request* request);
+
+/* The same on a copy of the request. Returns 0; 1 for a null request. */
+WIFIMGR_API uint64_t wifimgr_lib_do_restartInterface(const wifimgr_restart_request* request);
+
+/* By `kind`: 1 wifimgr_lib_restartInterface. 2 takes new_count BSSs, and on 5G the four WDS interfaces, down and out
+ * of br0. 3 returns 0 for the value "1" and 1 for others on 2.4G and does nothing; on 5G does as 2 and returns 1. 4
+ * does as 2 for the value "1". Any other kind does nothing. Returns 0 unless stated; 1 for a null request or value,
+ * whatever the kind. */
+WIFIMGR_API uint64_t wifimgr_lib_restart_wlan_Interface(const wifimgr_restart_request* request, uint64_t unused,
+                                                        const char* value, int32_t kind);
+
+/* oper 0: takes the band's BSSs (as many as BssidNum) and WDS interfaces down and out of br0. oper 1: brings the
+ * enabled BSSs, and WDS when WdsEnable is 1, up and into br0, and prints "add %s%d to br0" for a BSS, "addif %s%d to
+ * br0" for a WDS interface; a disabled SSID 1 of 2.4G is brought up and down once, and with BssidNum below 2 no other
+ * is looked at. Prints "write_wlan_config:wifimgr_lib_get_bssidnum fail." and counts 0 when BssidNum cannot be read.
+ */
+WIFIMGR_API void doWifiDownUp(uint32_t wifi_type, uint32_t oper);
+
+/* doWifiDownUp down, and for an oper other than 0 up again. Returns 0. */
+WIFIMGR_API uint64_t wifimgr_lib_wifi_execute(uint32_t wifi_type, uint32_t oper);
+
+/* Runs "rmmod mt7915_ap" and "insmod /lib/modules/mt7915_ap.ko"; returns what system returned for the second. */
+WIFIMGR_API int reload_WlanAC_Driver(void);
+
+/* Runs "rmmod rt3390ap" and "insmod /lib/modules/rt3390ap.ko". Returns 0. */
+WIFIMGR_API uint64_t wifimgr_lib_insmod_ko(void);
+
+/* oper 0: as doWifiDownUp. oper 1: brings each BSS whose EnableSSID is 1 up and into br0, takes the others down and
+ * out of it, and brings WDS up when WdsEnable is 1 (and leaves it alone otherwise); prints as doWifiDownUp. Returns
+ * 0. */
+WIFIMGR_API int wifimgr_lib_wifi_onoff(uint32_t wifi_type, uint32_t oper);
+
+/* Reboots for a changed setting: takes the bands' interfaces down with /sbin/ifconfig, stores the new value and runs
+ * "reboot".
+ * current      the value in force, one unsigned byte; also the number of the band's BSSs. Receives the low byte of
+ *              new_value.
+ * wds_count    WDS interfaces of each band.
+ * other_count  the other band's BSS count, as text.
+ * key          the setting. BssidNum and WHNAT never reboot, deliberately.
+ * Returns 0; nothing is done when the value is the same, for those two keys, for another band and for a null pointer.
+ */
+WIFIMGR_API int wifimgr_lib_reboot(int32_t wifi_type, uint8_t* current, uint32_t new_value, int32_t wds_count,
+                                   const char* other_count, const char* key);
+
+/* ---- Execute script and run-time settings ------------------------------------------------------------------------ */
+
+/* Writes the band's execute script, iwpriv lines with the current settings of one SSID, to
+ * "/etc/Wireless/RT2860AP/WLAN_exec.sh" (2.4G) or "/etc/Wireless/RT2860AP_AC/WLAN_exec.sh" (5G), mode 0700, in place
+ * of the last one. The band's snapshot must have been taken: the interface prefix comes from it.
+ * ssid_number  0-based.
+ * SSID, pre-shared key and WEP keys stand in double quotes, without a line end, '"' and '\\' escaped, cut to 159
+ * characters in whole escape sequences. Everything else is written as stored. A shell that runs the script still
+ * expands '$' and '`' in quotes, and everything in the other values. Returns the result of chmod; -1 for another band
+ * or when the file cannot be opened. Prints on standard output when WirelessMode, BssidNum or the SSID's WmmCapable
+ * cannot be read; other unreadable settings only lose their line. */
+WIFIMGR_API int32_t wifimgr_lib_write_wifi_execute_sh(uint32_t wifi_type, uint32_t ssid_number);
+
+/* Runs a command line: always on 2.4G; on 5G only while wifimgr_lib_get_11AC_CMDflag is 1, which is then set to 0.
+ * Returns 0, also for another band or a null command (nothing is run). */
+WIFIMGR_API uint64_t wifimgr_lib_execute_wlan_script(int32_t wifi_type, const char* command);
+
+/* Runs "ifconfig ra%d txqueuelen %d" for the first `count` 2.4G interfaces. length in packets. Returns 0. */
+WIFIMGR_API int wifimgr_lib_set_WifiTxQueue(int32_t count, uint32_t length);
+
+/* Writes the command line "/userfs/bin/iwpriv rai%d set TxBurst=%s" and a line end to `dst`, cut to `size` bytes;
+ * always for a 5G interface. Runs nothing. Returns 0; nothing is written for a null pointer or a size of 0 or less. */
+WIFIMGR_API int wifimgr_lib_set_TxBurst_to_file(char* dst, int32_t size, int32_t ssid_number, const char* value);
+
+/* wifimgr_lib_set_mbssMaxStaNum under another name; for another band 0 and nothing is written. */
+WIFIMGR_API uint64_t wifimgr_lib_set_MaxStaNum(uint32_t wifi_type, int32_t ssid_index, const char* value);
+
+/* Adds 1 to the last of the six bytes at `mac`, without a carry. Returns 0. */
+WIFIMGR_API int wifimgr_lib_use_global_mac(uint8_t* mac);
 
 #ifdef __cplusplus
 }

@@ -4,10 +4,11 @@
 
 namespace store {
 
-trace::Result get_band_value(const char* function, const char* key, int wifi_type, int index, char* buf, unsigned len) {
+trace::Result get_band_value(const char* function, const char* key, int wifi_type, int index, char* buf, unsigned len,
+                             const char* index_refusal) {
   trace::enter(function);
   if (buf == nullptr) return trace::fail(function);
-  if (index != -1) return trace::fail(function, "The index should be -1.");
+  if (index != -1) return trace::fail(function, index_refusal);
   if (read_attr(wifi_type, -1, key, buf, len) != 0) return trace::fail(function);
   return trace::success(function);
 }

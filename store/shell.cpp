@@ -13,6 +13,10 @@ int run_shell(const char* format, ...) {
   const int length = std::vsnprintf(line, sizeof line, format, arguments);
   va_end(arguments);
   if (length < 0 || length >= kCommandSize) std::abort();
+  return run_line(line);
+}
+
+int run_line(const char* line) {
   return std::system(line);
 }
 

@@ -9,4 +9,7 @@ inline constexpr int kCommandSize = 160;
 // which no caller examines by contract. A line that does not fit aborts the process: running half of it could do harm.
 int run_shell(const char* format, ...) __attribute__((format(printf, 1, 2)));
 
+// Runs a caller's own command line, of any length, as it stands.
+int run_line(const char* line);
+
 }  // namespace store

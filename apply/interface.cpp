@@ -1,0 +1,17 @@
+#include "apply/interface.h"
+
+#include "store/shell.h"
+
+namespace apply {
+
+void take_down(const char* bridge, const char* prefix, int number) {
+  (void)store::run_shell("ifconfig %s%d down", prefix, number);
+  (void)store::run_shell("brctl delif %s %s%d", bridge, prefix, number);
+}
+
+void bring_up(const char* bridge, const char* prefix, int number) {
+  (void)store::run_shell("ifconfig %s%d up", prefix, number);
+  (void)store::run_shell("brctl addif %s %s%d", bridge, prefix, number);
+}
+
+}  // namespace apply

@@ -1,0 +1,34 @@
+// Taking single interfaces down and up, and out of and into a bridge.
+//
+// Which bridge belongs to the operation, not to the interface: callers rely on the commit and the restart working on
+// br-lan and on everything else working on br0.
+#pragma once
+
+#include <cstdint>
+
+#include "store/band.h"
+
+namespace apply {
+
+inline constexpr char kLanBridge[] = "br-lan";
+inline constexpr char kBr0[] = "br0";
+inline constexpr int kWdsLinks = 4;
+
+// "ifconfig ... down" and "brctl delif ...".
+void take_down(const char* bridge, const char* prefix, int number);
+
+// "ifconfig ... up" and "brctl addif ...".
+void bring_up(const char* bridge, const char* prefix, int number);
+
+// The interfaces' prefixes of a band; empty ones for a number that is no band.
+struct Prefixes {
+  const char* bss;
+  const char* wds;
+};
+constexpr Prefixes prefixes_of(uint32_t wifi_type) {
+  if (wifi_type == store::k2_4G) return {"ra", "wds"};
+  if (wifi_type == store::k5G) return {"rai", "wdsi"};
+  return {"", ""};
+}
+
+}  // namespace apply

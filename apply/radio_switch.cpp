@@ -1,0 +1,63 @@
+// A band's radio on and off.
+#include <cstdio>
+
+#include "apply/interface.h"
+#include "store/band.h"
+#include "store/decimal.h"
+#include "store/record.h"
+#include "store/trace.h"
+#include "wifimgr_lib.h"
+
+namespace {
+
+using apply::bring_up;
+using apply::kBr0;
+using apply::kWdsLinks;
+using apply::Prefixes;
+using apply::take_down;
+
+void switch_off(const Prefixes& prefix, int ssids) {
+  for (int bss = 0; bss < ssids; ++bss) take_down(kBr0, prefix.bss, bss);
+  for (int link = 0; link < kWdsLinks; ++link) take_down(kBr0, prefix.wds, link);
+}
+
+void switch_ssid(uint32_t wifi_type, const Prefixes& prefix, int32_t ssid) {
+  char enabled[store::kValueSize] = "";
+  if (wifimgr_lib_get_enableSsid(wifi_type, ssid, enabled, sizeof enabled) != 0) enabled[0] = '\0';
+  if (store::decimal(enabled) != 1) {
+    take_down(kBr0, prefix.bss, ssid - 1);
+    return;
+  }
+  bring_up(kBr0, prefix.bss, ssid - 1);
+  (void)std::printf("add %s%d to br0\n", prefix.bss, ssid - 1);
+}
+
+// A WDS that is off or unreadable leaves its interfaces as they are.
+void switch_wds_on(uint32_t wifi_type, const Prefixes& prefix) {
+  char enabled[store::kValueSize] = "";
+  if (wifimgr_lib_get_wdsenable(store::band_number(wifi_type), -1, enabled, sizeof enabled) != 0) return;
+  if (store::decimal(enabled) != 1) return;
+  for (int link = 0; link < kWdsLinks; ++link) {
+    bring_up(kBr0, prefix.wds, link);
+    (void)std::printf("addif %s%d to br0\n", prefix.wds, link);
+  }
+}
+
+}  // namespace
+
+extern "C" int wifimgr_lib_wifi_onoff(uint32_t wifi_type, uint32_t oper) {
+  trace::enter(__func__);
+  char count[store::kValueSize] = "";
+  if (wifimgr_lib_get_bssidnum(store::band_number(wifi_type), -1, count, sizeof count) != 0) {
+    (void)std::puts("write_wlan_config:wifimgr_lib_get_bssidnum fail.");
+    count[0] = '\0';
+  }
+  const int ssids = store::decimal(count);
+  const Prefixes prefix = apply::prefixes_of(wifi_type);
+  if (oper == 0) switch_off(prefix, ssids);
+  if (oper == 1) {
+    for (int32_t ssid = 1; ssid <= ssids; ++ssid) switch_ssid(wifi_type, prefix, ssid);
+    switch_wds_on(wifi_type, prefix);
+  }
+  return trace::success(__func__);
+}
