@@ -21,7 +21,7 @@ build/release/build.ninja:
 demo:
 	@scripts/setup.sh demo
 	@$(MAKE) --no-print-directory build/release/build.ninja
-	cmake --build build/release --target gateway-sim apply_settings attach_store
+	cmake --build build/release --target gateway-sim apply_settings attach_store switch_radio
 	examples/demo.sh build/release
 
 test:

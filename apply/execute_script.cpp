@@ -4,11 +4,11 @@
 #include <cstdio>
 #include <cstring>
 
+#include "apply/band_number.h"
 #include "apply/line_end.h"
 #include "apply/script_value.h"
 #include "apply/security_mode.h"
 #include "store/band.h"
-#include "store/decimal.h"
 #include "store/record.h"
 #include "store/shell.h"
 #include "store/stream.h"
@@ -145,33 +145,23 @@ void write_security(const Script& script) {
   }
 }
 
-int read_wireless_mode(uint32_t band) {
-  Value mode = "";
-  if (wifimgr_lib_get_wirelessMode(store::band_number(band), -1, mode, sizeof mode) == 0) return store::decimal(mode);
-  (void)std::puts("write_wlan_config:wifimgr_lib_get_wirelessMode fail.");
-  return 0;
-}
-
 void write_stored_wmm(const Script& script) {
-  Value count = "";
-  if (wifimgr_lib_get_bssidnum(store::band_number(script.band()), -1, count, sizeof count) != 0) {
-    (void)std::puts("write_wlan_config:wifimgr_lib_get_bssidnum fail.");
-    count[0] = '\0';
-  }
+  const int ssids = apply::read_number_or_report(wifimgr_lib_get_bssidnum, script.band(), apply::kSsidCountFailed);
   Value capable;
   if (!script.read(wifimgr_lib_get_wmmCapable, capable)) {
-    (void)std::puts("write_wlan_config:wifimgr_lib_get_wmmCapable fail.");
+    (void)std::puts(apply::kWmmCapableFailed);
     capable[0] = '\0';
   }
   script.set("WmmCapable", capable);
   // Every SSID's once more, unused; deliberate, the sequence of reads is part of the contract.
-  for (int32_t ssid = 1; ssid <= store::decimal(count); ++ssid) {
+  for (int32_t ssid = 1; ssid <= ssids; ++ssid) {
     (void)wifimgr_lib_get_wmmCapable(script.band(), ssid, capable, sizeof capable);
   }
 }
 
 void write_wmm_and_burst(const Script& script) {
-  const int mode = read_wireless_mode(script.band());
+  const int mode =
+      apply::read_number_or_report(wifimgr_lib_get_wirelessMode, script.band(), apply::kWirelessModeFailed);
   if (script.band() == store::k2_4G) {
     // Neither line in these modes, other than on 5G; deliberate.
     if (mode == 6 || mode == 7 || mode == 9 || mode == 16) return;

@@ -20,6 +20,10 @@ void take_down(const char* bridge, const char* prefix, int number);
 // "ifconfig ... up" and "brctl addif ...".
 void bring_up(const char* bridge, const char* prefix, int number);
 
+// Brings the four WDS interfaces up and into the bridge, and reports each on standard output. The report names br0
+// whatever the bridge is; kept, as it is what log readers know.
+void bring_wds_up(const char* bridge, const char* prefix);
+
 // The interfaces' prefixes of a band; empty ones for a number that is no band.
 struct Prefixes {
   const char* bss;

@@ -3,32 +3,24 @@
 // No setter's refusal stops it: HT_BW, for one, stays as it is in a mode that refuses it.
 #include <cstdio>
 
+#include "apply/band_number.h"
 #include "store/band.h"
-#include "store/decimal.h"
 #include "store/record.h"
 #include "store/trace.h"
 #include "wifimgr_lib.h"
 
 namespace {
 
+using apply::read_number_or_report;
+
 constexpr int kBandWide = -1;
-
-using BandGetter = int (*)(int, int, char*, unsigned);
-
-// 0 when the value cannot be read.
-int read_number(BandGetter getter, uint32_t band, const char* failure = nullptr) {
-  char text[store::kValueSize] = "";
-  if (getter(store::band_number(band), kBandWide, text, sizeof text) == 0) return store::decimal(text);
-  if (failure != nullptr) (void)std::puts(failure);
-  return 0;
-}
 
 void set_band_wide(wifimgr_setter_t setter, uint32_t band, const char* value) {
   (void)setter(band, kBandWide, value);
 }
 
 void select_channel_automatically_if_unset(uint32_t band) {
-  const bool fixed = read_number(wifimgr_lib_get_channel, band) != 0;
+  const bool fixed = read_number_or_report(wifimgr_lib_get_channel, band, nullptr) != 0;
   set_band_wide(wifimgr_lib_set_autoChannelSelect, band, fixed ? "0" : "3");
 }
 
@@ -91,13 +83,13 @@ void normalise_2_4g(int mode, int ssids) {
     if (ht_mode_with_wmm_off) (void)wifimgr_lib_set_wmmCapable(band, ssid, "0");
     update_fixedTxMode(band, static_cast<uint32_t>(ssid), static_cast<uint32_t>(mode));
   }
-  read_wmm_of_all(band, ssids, "write_wlan_config:wifimgr_lib_get_wmmCapable fail.");
+  read_wmm_of_all(band, ssids, apply::kWmmCapableFailed);
   set_band_wide(wifimgr_lib_set_txBurst, band, "1");
   if (mode != 6 && mode != 7 && mode != 9 && mode != 16) set_band_wide(wifimgr_lib_set_HT_BW, band, "0");
   select_channel_automatically_if_unset(band);
   if (const char* rates = basic_rates_2_4g(mode)) set_band_wide(wifimgr_lib_set_basicRate, band, rates);
   set_band_wide(wifimgr_lib_set_HT_OpMode, band, ht_operating_mode_2_4g(mode));
-  const char* const percentage = tx_power_percentage(read_number(wifimgr_lib_get_txPower, band));
+  const char* const percentage = tx_power_percentage(read_number_or_report(wifimgr_lib_get_txPower, band, nullptr));
   if (percentage != nullptr) set_band_wide(wifimgr_lib_set_txPower, band, percentage);
 }
 
@@ -115,7 +107,7 @@ void normalise_5g(int mode, int ssids) {
   if (!vht_mode) {
     set_band_wide(wifimgr_lib_set_VHT_BW, band, "0");
     set_band_wide(wifimgr_lib_set_VHT_SGI, band, "1");
-  } else if (read_number(wifimgr_lib_get_HT_BW, band) != 1) {
+  } else if (read_number_or_report(wifimgr_lib_get_HT_BW, band, nullptr) != 1) {
     set_band_wide(wifimgr_lib_set_VHT_SGI, band, "1");
   }
   set_band_wide(wifimgr_lib_set_HT_OpMode, band, "0");
@@ -129,10 +121,8 @@ void normalise_5g(int mode, int ssids) {
 extern "C" int wifimgr_lib_check_wifi_value_befor_write_dat(uint32_t wifi_type) {
   trace::enter(__func__);
   if (!store::is_band(store::band_number(wifi_type))) return trace::success(__func__);
-  const int mode =
-      read_number(wifimgr_lib_get_wirelessMode, wifi_type, "write_wlan_config:wifimgr_lib_get_wirelessMode fail.");
-  const int ssids =
-      read_number(wifimgr_lib_get_bssidnum, wifi_type, "write_wlan_config:wifimgr_lib_get_bssidnum fail.");
+  const int mode = read_number_or_report(wifimgr_lib_get_wirelessMode, wifi_type, apply::kWirelessModeFailed);
+  const int ssids = read_number_or_report(wifimgr_lib_get_bssidnum, wifi_type, apply::kSsidCountFailed);
   if (wifi_type == store::k2_4G) {
     normalise_2_4g(mode, ssids);
   } else {

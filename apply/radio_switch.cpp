@@ -1,8 +1,8 @@
 // A band's radio on and off.
 #include <cstdio>
 
+#include "apply/band_number.h"
 #include "apply/interface.h"
-#include "store/band.h"
 #include "store/decimal.h"
 #include "store/record.h"
 #include "store/trace.h"
@@ -32,32 +32,20 @@ void switch_ssid(uint32_t wifi_type, const Prefixes& prefix, int32_t ssid) {
   (void)std::printf("add %s%d to br0\n", prefix.bss, ssid - 1);
 }
 
-// A WDS that is off or unreadable leaves its interfaces as they are.
-void switch_wds_on(uint32_t wifi_type, const Prefixes& prefix) {
-  char enabled[store::kValueSize] = "";
-  if (wifimgr_lib_get_wdsenable(store::band_number(wifi_type), -1, enabled, sizeof enabled) != 0) return;
-  if (store::decimal(enabled) != 1) return;
-  for (int link = 0; link < kWdsLinks; ++link) {
-    bring_up(kBr0, prefix.wds, link);
-    (void)std::printf("addif %s%d to br0\n", prefix.wds, link);
-  }
-}
-
 }  // namespace
 
 extern "C" int wifimgr_lib_wifi_onoff(uint32_t wifi_type, uint32_t oper) {
   trace::enter(__func__);
-  char count[store::kValueSize] = "";
-  if (wifimgr_lib_get_bssidnum(store::band_number(wifi_type), -1, count, sizeof count) != 0) {
-    (void)std::puts("write_wlan_config:wifimgr_lib_get_bssidnum fail.");
-    count[0] = '\0';
-  }
-  const int ssids = store::decimal(count);
+  const int ssids = apply::read_number_or_report(wifimgr_lib_get_bssidnum, wifi_type, apply::kSsidCountFailed);
   const Prefixes prefix = apply::prefixes_of(wifi_type);
   if (oper == 0) switch_off(prefix, ssids);
   if (oper == 1) {
     for (int32_t ssid = 1; ssid <= ssids; ++ssid) switch_ssid(wifi_type, prefix, ssid);
-    switch_wds_on(wifi_type, prefix);
+    // A WDS that is off or unreadable leaves its interfaces as they are.
+    int32_t wds_mode = 0;
+    if (apply::read_number(wifimgr_lib_get_wdsenable, wifi_type, wds_mode) && wds_mode == 1) {
+      apply::bring_wds_up(kBr0, prefix.wds);
+    }
   }
   return trace::success(__func__);
 }

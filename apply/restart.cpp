@@ -2,6 +2,7 @@
 #include <cstdio>
 #include <cstring>
 
+#include "apply/band_number.h"
 #include "apply/interface.h"
 #include "store/band.h"
 #include "store/decimal.h"
@@ -15,6 +16,7 @@ static_assert(sizeof(wifimgr_restart_request) == 24);
 namespace {
 
 using apply::bring_up;
+using apply::bring_wds_up;
 using apply::kBr0;
 using apply::kLanBridge;
 using apply::kWdsLinks;
@@ -43,21 +45,8 @@ void restart_with_the_same_count(const wifimgr_restart_request& request, const P
   if (request.band == store::k2_4G) take_all_down(kLanBridge, prefix.wds, kWdsLinks);
 }
 
-void bring_wds_up(const char* bridge, const char* prefix) {
-  for (int link = 0; link < kWdsLinks; ++link) {
-    bring_up(bridge, prefix, link);
-    // Names br0 whatever the bridge is; kept, as it is what log readers know.
-    (void)std::printf("addif %s%d to br0\n", prefix, link);
-  }
-}
-
 bool is_first_of_2_4g(int32_t ssid, const Prefixes& prefix) {
   return ssid == 1 && std::strcmp(prefix.bss, "ra") == 0;
-}
-
-bool reads_as(int (*getter)(int, int, char*, unsigned), uint32_t wifi_type, int number) {
-  char text[store::kValueSize] = "";
-  return getter(store::band_number(wifi_type), -1, text, sizeof text) == 0 && store::decimal(text) == number;
 }
 
 void bring_band_up(uint32_t wifi_type, int ssids, const Prefixes& prefix) {
@@ -74,7 +63,10 @@ void bring_band_up(uint32_t wifi_type, int ssids, const Prefixes& prefix) {
       if (ssids < 2) break;
     }
   }
-  if (reads_as(wifimgr_lib_get_wdsenable, wifi_type, 1)) bring_wds_up(kBr0, prefix.wds);
+  int32_t wds_mode = 0;
+  if (apply::read_number(wifimgr_lib_get_wdsenable, wifi_type, wds_mode) && wds_mode == 1) {
+    bring_wds_up(kBr0, prefix.wds);
+  }
 }
 
 // Takes `count` BSSs out of br0, and on 5G the WDS interfaces too, by the tool's full path.
@@ -122,12 +114,7 @@ extern "C" uint64_t wifimgr_lib_do_restartInterface(const wifimgr_restart_reques
 }
 
 extern "C" void doWifiDownUp(uint32_t wifi_type, uint32_t oper) {
-  char count[store::kValueSize] = "";
-  if (wifimgr_lib_get_bssidnum(store::band_number(wifi_type), -1, count, sizeof count) != 0) {
-    (void)std::puts("write_wlan_config:wifimgr_lib_get_bssidnum fail.");
-    count[0] = '\0';
-  }
-  const int ssids = store::decimal(count);
+  const int ssids = apply::read_number_or_report(wifimgr_lib_get_bssidnum, wifi_type, apply::kSsidCountFailed);
   const Prefixes prefix = prefixes_of(wifi_type);
   if (oper == 0) {
     take_all_down(kBr0, prefix.bss, ssids);

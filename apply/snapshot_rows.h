@@ -4,13 +4,13 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "apply/band_number.h"
 #include "wifimgr_lib.h"
 
 namespace apply {
 
 using Snapshot = wifimgr_band_snapshot;
 
-using BandGetter = int (*)(int, int, char*, unsigned);
 using SsidGetter = uint64_t (*)(uint32_t, int32_t, char*, uint32_t);
 
 struct BandRow {
@@ -28,9 +28,6 @@ struct SsidRow {
 // The fields are packed, hence not aligned.
 int32_t load_number(const Snapshot& record, size_t offset);
 void store_number(Snapshot& record, size_t offset, int32_t number);
-
-// Reads a band-wide number; false when the getter fails.
-bool read_number(BandGetter getter, uint32_t wifi_type, int32_t& number);
 
 // Keeps every row's current number; a row whose getter fails keeps what it had.
 template <size_t kRows>

@@ -37,6 +37,7 @@ add_library(api_lib_wifimgr SHARED
   params/wep_key.cpp
   params/wmm.cpp
   apply/auth_mode.cpp
+  apply/band_number.cpp
   apply/commit.cpp
   apply/execute_script.cpp
   apply/fixed_tx_mode.cpp

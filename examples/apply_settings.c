@@ -2,6 +2,7 @@
  *
  * Needs a gateway: run it on one, or inside the simulated one (gateway-sim -- apply_settings). */
 #include <stdio.h>
+#include <stdlib.h>
 #include <unistd.h>
 
 #include "wifimgr_lib.h"
@@ -130,6 +131,23 @@ static int apply(int band) {
   return 0;
 }
 
+/* Settings that the driver takes up while it runs: one script per SSID, written and run. */
+static int run_scripts(int band, const char* script) {
+  char count[WIFIMGR_VALUE_SIZE] = "";
+  if (wifimgr_lib_get_bssidnum(band, -1, count, sizeof count) != 0) return 1;
+  for (uint32_t number = 0; number < (uint32_t)strtoul(count, NULL, 10); ++number) {
+    if (wifimgr_lib_write_wifi_execute_sh((uint32_t)band, number) != 0) {
+      fprintf(stderr, "%s: cannot write %s\n", kBandNames[band], script);
+      return 1;
+    }
+    /* On 5G each run uses up a permission. */
+    if (band == 1) wifimgr_lib_set_11AC_CMDflag(1);
+    wifimgr_lib_execute_wlan_script(band, script);
+    printf("%-5s script of SSID %u written and run\n", kBandNames[band], (unsigned)number + 1);
+  }
+  return 0;
+}
+
 int main(void) {
   /* Refusals' reasons come on standard error, through the platform's debug library: keep both streams in step. */
   setvbuf(stdout, NULL, _IONBF, 0);
@@ -143,6 +161,10 @@ int main(void) {
 
   heading("Apply: normalise, compare, commit, new snapshot");
   if (apply(0) != 0 || apply(1) != 0) return 1;
+
+  heading("Bring what needs no restart to the driver: an execute script per SSID");
+  if (run_scripts(0, "/etc/Wireless/RT2860AP/WLAN_exec.sh") != 0) return 1;
+  if (run_scripts(1, "/etc/Wireless/RT2860AP_AC/WLAN_exec.sh") != 0) return 1;
 
   heading("One more change that is neither saved nor applied");
   uint64_t refused = wifimgr_lib_set_beaconPeriod(0, -1, "250");

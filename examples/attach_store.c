@@ -1,22 +1,9 @@
-/* A second process that sees the live store of both bands, unsaved changes included.
- *
- * It must not call wifimgr_lib_init: that clears the band for everybody and loads the file again. Instead it attaches
- * the band's segment itself and hands the address to the library. */
+/* A second process that sees the live store of both bands, unsaved changes included. */
 #define _DEFAULT_SOURCE
+#include "attach_store.h"
+
 #include <stdio.h>
 #include <string.h>
-#include <sys/ipc.h>
-#include <sys/shm.h>
-
-#include "wifimgr_lib.h"
-
-/* Returns the address of a segment that some process has initialised, or null. */
-static char* attach(key_t key) {
-  int id = shmget(key, 0, 0666);
-  if (id < 0) return NULL;
-  void* address = shmat(id, NULL, 0);
-  return address == (void*)-1 ? NULL : address;
-}
 
 static void show(int band, const char* name) {
   char ssid[WIFIMGR_VALUE_SIZE] = "", channel[WIFIMGR_VALUE_SIZE] = "", beacon[WIFIMGR_VALUE_SIZE] = "";
@@ -31,9 +18,7 @@ static void show(int band, const char* name) {
 }
 
 int main(void) {
-  shm_addr_2_4g = attach(0x12345);
-  shm_addr_5g = attach(0x12346);
-  if (shm_addr_2_4g == NULL || shm_addr_5g == NULL) {
+  if (attach_store() != 0) {
     fprintf(stderr, "no store to attach to: no process has initialised the bands yet\n");
     return 1;
   }

@@ -71,8 +71,18 @@ for band in 2.4g 5g; do
   echo "  and $comments comments and blank lines gone: a save writes what the store holds"
 done
 
+# Calls since a line of the journal: the call, and what it changed.
+journal_since() {
+  tail -n "+$(($1 + 1))" /run/gateway-sim/journal | cut -f2- | awk -F '\t' '{ printf "  %-52s %s\n", $1, $2 }'
+}
+
 heading "The commands that the library ran, from the gateway's journal (call, what it changed)"
-tail -n "+$((calls_before + 1))" /run/gateway-sim/journal | cut -f2- | awk -F '\t' '{ printf "  %-52s %s\n", $1, $2 }'
+journal_since "$calls_before" | grep -v '^  iwpriv' | grep -v '/iwpriv '
+
+heading "The execute script of the last SSID of 2.4G, and what the driver has taken up on its interface"
+sed 's/^/  /' /etc/Wireless/RT2860AP/WLAN_exec.sh
+echo "ra2 in the driver:"
+iwpriv ra2 show | grep -E 'AuthMode|EncrypType|HideSSID|SSID=|TxBurst' | sed 's/^/  /'
 
 heading "The radio interfaces now, from the kernel"
 interfaces
@@ -80,6 +90,17 @@ interfaces
 heading "A second process attaches to the same store: it sees the unsaved beacon period, the file does not have it"
 "$build/bin/attach_store"
 printf '      the 2.4G dat file says %s\n' "$(grep '^BeaconPeriod=' "$dat24")"
+
+heading "A narrow restart of 5G: interfaces only, no dat file, no driver"
+calls_before=$(wc -l </run/gateway-sim/journal)
+"$build/bin/switch_radio" restart 1
+journal_since "$calls_before"
+
+heading "2.4G switched off, then on (the switch works on br0, the commit on br-lan)"
+"$build/bin/switch_radio" off 0 2>&1 | grep -v 'is not a port of br0' || true
+echo "off:" && interfaces
+"$build/bin/switch_radio" on 0 2>&1 | grep -v 'already a member of a bridge' || true
+echo "on:" && interfaces
 
 heading "Done"
 echo "The gateway above was simulated in namespaces of its own and is gone now. Look around in one yourself:"

@@ -44,5 +44,16 @@ TEST_F(Demo, ShowsWhatASecondProcessSees) {
   EXPECT_THAT(result_.out, HasSubstr("the 2.4G dat file says BeaconPeriod=100\n"));
 }
 
+TEST_F(Demo, ShowsTheExecuteScriptAndWhatTheDriverTookUp) {
+  EXPECT_THAT(result_.out, HasSubstr("  /userfs/bin/iwpriv ra2 set SSID=\"Guests\"\n"));
+  EXPECT_THAT(result_.out, HasSubstr("  SSID=Guests\n"));
+}
+
+TEST_F(Demo, ShowsANarrowRestartAndTheRadioOffAndOn) {
+  EXPECT_THAT(result_.out, HasSubstr("== A narrow restart of 5G"));
+  EXPECT_THAT(result_.out, HasSubstr("off:\n  ra0    down"));
+  EXPECT_THAT(result_.out, HasSubstr("on:\n  ra0    up"));
+}
+
 }  // namespace
 }  // namespace sim_test
