@@ -6,6 +6,7 @@
 namespace apply {
 
 using BandGetter = int (*)(int wifi_type, int index, char* buf, unsigned len);
+using SsidGetter = uint64_t (*)(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
 
 // Reads a band-wide number; false when the getter fails.
 bool read_number(BandGetter getter, uint32_t wifi_type, int32_t& number);

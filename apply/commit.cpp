@@ -33,15 +33,13 @@ struct BandInterfaces {
 // The first unload names the module with its suffix, the others do not; deliberate, gateways match these lines as they
 // stand. The trailing blanks of the refusals are part of the messages.
 constexpr BandInterfaces kBands[] = {
-    {"ra",
-     "wds",
+    {apply::prefixes_of(store::k2_4G),
      "[%s]:===Fail Exit===WIFI_2_4G updtate datefile from shm failed.\n ",
      "[%s]:\n=== wds%d has been down ===\n",
      {{0, "rmmod mt7603eap.ko", "insmod /lib/modules/4.4.115/mt7603eap.ko"},
       {2, "rmmod mt7615_ap", "insmod /lib/modules/4.4.115/mt7615_ap.ko"},
       {}}},
-    {"rai",
-     "wdsi",
+    {apply::prefixes_of(store::k5G),
      "[%s]:===Fail Exit===WIFI_5G updtate datefile from shm failed.\n ",
      "[%s]:\n=== wdsi%d has been down ===\n",
      {{1, "rmmod mt7662e_ap", "insmod /lib/modules/4.4.115/mt7662e_ap.ko"},

@@ -21,7 +21,7 @@ constexpr const char* kScripts[] = {"/etc/Wireless/RT2860AP/WLAN_exec.sh", "/etc
 constexpr int kWepKeys = 4;
 
 using Value = char[store::kValueSize];
-using SsidGetter = uint64_t (*)(uint32_t, int32_t, char*, uint32_t);
+using apply::SsidGetter;
 
 // The script is written after the normalisation, which has changed the spelling of the 192-bit mode.
 bool is_enterprise(const char* mode) {
@@ -32,10 +32,10 @@ bool is_enterprise(const char* mode) {
 class Script {
  public:
   Script(std::FILE* file, uint32_t wifi_type, uint32_t ssid_number)
-      : file_(file), band_(wifi_type), number_(static_cast<int>(ssid_number)) {}
+      : file_(file), band_(wifi_type), number_(ssid_number) {}
 
   uint32_t band() const { return band_; }
-  int32_t ssid() const { return number_ + 1; }
+  int32_t ssid() const { return static_cast<int32_t>(number_ + 1U); }
 
   bool read(SsidGetter getter, Value& value) const {
     value[0] = '\0';
@@ -45,7 +45,7 @@ class Script {
   void set(const char* key, const char* value) const {
     const wifimgr_band_snapshot& snapshot = store_global[band_];
     (void)std::fprintf(file_, "/userfs/bin/iwpriv %.*s%d set %s=%s\n", static_cast<int>(sizeof snapshot.prefix),
-                       snapshot.prefix, number_, key, value);
+                       snapshot.prefix, static_cast<int>(number_), key, value);
   }
 
   void set_quoted(const char* key, Value& value) const {
@@ -70,7 +70,7 @@ class Script {
  private:
   std::FILE* file_;
   uint32_t band_;
-  int number_;
+  uint32_t number_;
 };
 
 void write_access_list(const Script& script) {
@@ -113,11 +113,12 @@ void write_wep(const Script& script) {
   for (int key = 1; key <= kWepKeys; ++key) write_wep_key(script, key);
 }
 
-void write_wpa(const Script& script, const char* mode) {
+// `mode` is what the store has, line end included; `kind` is the same without.
+void write_wpa(const Script& script, const char* mode, const char* kind) {
   script.set("AuthMode", mode);
   Value platform_default = "";
   (void)wifimgr_lib_get_IEEE8021X_VAL(platform_default, sizeof platform_default);
-  if (is_enterprise(mode)) {
+  if (is_enterprise(kind)) {
     script.set("IEEE8021X", platform_default);
   } else if (std::strcmp(platform_default, "1") == 0) {
     script.set("IEEE8021X", "0");
@@ -133,11 +134,13 @@ void write_security(const Script& script) {
   Value mode;
   if (!script.read(wifimgr_lib_get_authMode, mode)) return;
   // The last SSID's mode ends in the file's line end; a secured SSID must not become open because of it.
-  apply::strip_line_end(mode);
-  if (std::strstr(mode, "WEP") != nullptr) {
+  Value kind;
+  std::memcpy(kind, mode, sizeof kind);
+  apply::strip_line_end(kind);
+  if (std::strstr(kind, "WEP") != nullptr) {
     write_wep(script);
-  } else if (apply::is_personal(mode) || is_enterprise(mode)) {
-    write_wpa(script, mode);
+  } else if (apply::is_personal(kind) || is_enterprise(kind)) {
+    write_wpa(script, mode, kind);
   } else {
     script.set("AuthMode", "OPEN");
     script.set("EncrypType", "NONE");

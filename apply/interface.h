@@ -17,6 +17,9 @@ inline constexpr int kWdsLinks = 4;
 // "ifconfig ... down" and "brctl delif ...".
 void take_down(const char* bridge, const char* prefix, int number);
 
+// The interfaces 0 to count - 1.
+void take_all_down(const char* bridge, const char* prefix, int count);
+
 // "ifconfig ... up" and "brctl addif ...".
 void bring_up(const char* bridge, const char* prefix, int number);
 

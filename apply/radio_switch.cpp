@@ -12,14 +12,8 @@ namespace {
 
 using apply::bring_up;
 using apply::kBr0;
-using apply::kWdsLinks;
 using apply::Prefixes;
 using apply::take_down;
-
-void switch_off(const Prefixes& prefix, int ssids) {
-  for (int bss = 0; bss < ssids; ++bss) take_down(kBr0, prefix.bss, bss);
-  for (int link = 0; link < kWdsLinks; ++link) take_down(kBr0, prefix.wds, link);
-}
 
 void switch_ssid(uint32_t wifi_type, const Prefixes& prefix, int32_t ssid) {
   char enabled[store::kValueSize] = "";
@@ -38,7 +32,10 @@ extern "C" int wifimgr_lib_wifi_onoff(uint32_t wifi_type, uint32_t oper) {
   trace::enter(__func__);
   const int ssids = apply::read_number_or_report(wifimgr_lib_get_bssidnum, wifi_type, apply::kSsidCountFailed);
   const Prefixes prefix = apply::prefixes_of(wifi_type);
-  if (oper == 0) switch_off(prefix, ssids);
+  if (oper == 0) {
+    apply::take_all_down(kBr0, prefix.bss, ssids);
+    apply::take_all_down(kBr0, prefix.wds, apply::kWdsLinks);
+  }
   if (oper == 1) {
     for (int32_t ssid = 1; ssid <= ssids; ++ssid) switch_ssid(wifi_type, prefix, ssid);
     // A WDS that is off or unreadable leaves its interfaces as they are.

@@ -10,11 +10,11 @@
 
 namespace {
 
-void take_down(const char* prefix, int count) {
+void take_down_only(const char* prefix, int count) {
   for (int i = 0; i < count; ++i) (void)store::run_shell("/sbin/ifconfig %s%d down", prefix, i);
 }
 
-// Never for the two settings that the change detection counts as wanting a reboot; deliberate, callers rely on this gate.
+// Never for the two settings that the change detection counts as wanting a reboot; deliberate, callers rely on it.
 bool wants_reboot(const char* key, uint8_t current, uint32_t new_value) {
   return std::strcmp(key, "BssidNum") != 0 && std::strcmp(key, "WHNAT") != 0 && current != new_value;
 }
@@ -31,10 +31,10 @@ extern "C" int wifimgr_lib_reboot(int32_t wifi_type, uint8_t* current, uint32_t 
   if (!wants_reboot(key, *current, new_value) || !store::is_band(wifi_type)) return trace::success(__func__);
   const apply::Prefixes own = apply::prefixes_of(static_cast<uint32_t>(wifi_type));
   const apply::Prefixes other = apply::prefixes_of(static_cast<uint32_t>(store::k5G - wifi_type));
-  take_down(own.wds, wds_count);
-  take_down(other.wds, wds_count);
-  take_down(own.bss, *current);
-  take_down(other.bss, store::decimal(other_count));
+  take_down_only(own.wds, wds_count);
+  take_down_only(other.wds, wds_count);
+  take_down_only(own.bss, *current);
+  take_down_only(other.bss, store::decimal(other_count));
   *current = static_cast<uint8_t>(new_value);
   (void)store::run_shell("reboot");
   return trace::success(__func__);

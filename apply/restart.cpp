@@ -22,16 +22,11 @@ using apply::kLanBridge;
 using apply::kWdsLinks;
 using apply::Prefixes;
 using apply::prefixes_of;
-using apply::take_down;
+using apply::take_all_down;
 
 constexpr int kMaskBits = 8;
 
-void take_all_down(const char* bridge, const char* prefix, int count) {
-  for (int i = 0; i < count; ++i) take_down(bridge, prefix, i);
-}
-
-// False when the reload flag cannot be cleared. The flag is cleared although no module is reloaded here; deliberate, a
-// commit that follows must not reload the driver.
+// False when the reload flag cannot be cleared. It is cleared although no module is reloaded here; deliberate.
 bool restart_with_another_count(const wifimgr_restart_request& request, const Prefixes& prefix) {
   take_all_down(kLanBridge, prefix.wds, kWdsLinks);
   take_all_down(kLanBridge, prefix.bss, request.old_count);
@@ -39,7 +34,7 @@ bool restart_with_another_count(const wifimgr_restart_request& request, const Pr
   return parse_driver(chips, sizeof chips - 1) != 0 || wifimgr_lib_set_reloadFlag(request.band, "0") == 0;
 }
 
-// 5G leaves its WDS interfaces alone; deliberate, callers bring them up again only where they went down.
+// 5G leaves its WDS interfaces as they are, unlike 2.4G; deliberate.
 void restart_with_the_same_count(const wifimgr_restart_request& request, const Prefixes& prefix) {
   take_all_down(kLanBridge, prefix.bss, request.old_count);
   if (request.band == store::k2_4G) take_all_down(kLanBridge, prefix.wds, kWdsLinks);

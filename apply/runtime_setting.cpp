@@ -2,18 +2,10 @@
 #include <cstdio>
 
 #include "store/band.h"
+#include "store/bounded_text.h"
 #include "store/shell.h"
 #include "store/trace.h"
 #include "wifimgr_lib.h"
-
-namespace {
-
-int write_not_available(char* dst, int32_t size) {
-  if (dst != nullptr && size > 0) (void)std::snprintf(dst, static_cast<size_t>(size), "%s", "N/A");
-  return 0;
-}
-
-}  // namespace
 
 extern "C" int wifimgr_lib_set_WifiTxQueue(int32_t count, uint32_t length) {
   trace::enter(__func__);
@@ -34,10 +26,10 @@ extern "C" int wifimgr_lib_set_TxBurst_to_file(char* dst, int32_t size, int32_t 
   return trace::success(__func__);
 }
 
-extern "C" uint64_t wifimgr_lib_set_MaxStaNum(uint32_t wifi_type, int32_t ssid_index, const char* value) {
+extern "C" uint64_t wifimgr_lib_set_MaxStaNum(uint32_t wifi_type, uint32_t ssid_index, const char* value) {
   trace::enter(__func__);
   if (!store::is_band(store::band_number(wifi_type))) return trace::success(__func__);
-  const uint64_t result = wifimgr_lib_set_mbssMaxStaNum(wifi_type, ssid_index, value);
+  const uint64_t result = wifimgr_lib_set_mbssMaxStaNum(wifi_type, static_cast<int32_t>(ssid_index), value);
   if (result != 0) {
     (void)trace::fail(__func__);
     return result;
@@ -57,9 +49,11 @@ extern "C" int wifimgr_lib_use_global_mac(uint8_t* mac) {
 }
 
 extern "C" int wifimgr_lib_is_WHNAT_support(uint32_t wifi_type, char* dst, int32_t size) {
-  return store::is_band(store::band_number(wifi_type)) ? write_not_available(dst, size) : 0;
+  if (store::is_band(store::band_number(wifi_type))) store::write_text(dst, size, "N/A");
+  return 0;
 }
 
 extern "C" int wifimgr_lib_is_Tx_Rx_Stream_support(char* dst, int32_t size) {
-  return write_not_available(dst, size);
+  store::write_text(dst, size, "N/A");
+  return 0;
 }

@@ -11,8 +11,6 @@ namespace apply {
 
 using Snapshot = wifimgr_band_snapshot;
 
-using SsidGetter = uint64_t (*)(uint32_t, int32_t, char*, uint32_t);
-
 struct BandRow {
   const char* label;  // marks the row for a reader; compared with nothing
   BandGetter getter;

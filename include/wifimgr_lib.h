@@ -1024,7 +1024,7 @@ WIFIMGR_API extern wifimgr_key_setter wlan_ac_entry_default_parm[7];
 WIFIMGR_API extern wifimgr_key_setter wlan_script_com_attr_config[25];
 WIFIMGR_API extern wifimgr_key_setter wlan_ac_script_com_attr_config[33];
 
-/* One record for the caller to fill; empty at the start. */
+/* One record for the caller to fill; empty at the start. No end record follows it. */
 WIFIMGR_API extern wifimgr_key_setter wlan_global_script_com_attr;
 
 /* Names only: seven, and an empty slot that ends the list. */
@@ -1046,7 +1046,7 @@ WIFIMGR_API int wifimgr_lib_get_wlan_script_attr(char (*out)[WIFIMGR_ATTR_NAME_S
  *
  * Process memory; none of these traces. Functions that take anything ignore it, do nothing and return 0. */
 
-#ifdef __cplusplus
+#if defined(__cplusplus) || (defined(__STDC_VERSION__) && __STDC_VERSION__ >= 202311L)
 #define WIFIMGR_ANYTHING ...
 #else
 #define WIFIMGR_ANYTHING
@@ -1070,7 +1070,7 @@ WIFIMGR_API int wifimgr_lib_get_max_sta_num_ui(WIFIMGR_ANYTHING);
 /* Stores `value` in the caller's variable; nothing for a null pointer. Returns 0. */
 WIFIMGR_API int wifimgr_lib_set_iswps5gstart_val(uint32_t* variable, uint32_t value);
 
-/* A test flag that nothing in the library changes: -1. */
+/* A flag that nothing in the library changes: -1. */
 WIFIMGR_API extern int32_t ixia5gflag;
 WIFIMGR_API int32_t wifimgr_lib_get_ixia5gflag(void);
 WIFIMGR_API int wifimgr_lib_set_ixia5gflag(WIFIMGR_ANYTHING);
@@ -1094,7 +1094,7 @@ WIFIMGR_API int wifimgr_lib_get_WLAN_MAX_STA_NUM_NAME(int wifi_type, char* out, 
 WIFIMGR_API int wifimgr_lib_is_WHNAT_support(uint32_t wifi_type, char* dst, int32_t size);
 WIFIMGR_API int wifimgr_lib_is_Tx_Rx_Stream_support(char* dst, int32_t size);
 
-/* Numbers of this platform: 15000 (ms), 0x340000, 0x340001 (flash offsets in bytes). Return 0. */
+/* Numbers of this platform: 15000, 0x340000, 0x340001. Nothing is written to a null pointer. Return 0. */
 WIFIMGR_API int wifimgr_lib_get_MESH_TRIGGER_WAIT(uint32_t* value);
 WIFIMGR_API int wifimgr_lib_get_img_boot_flag_offset(uint32_t* value);
 WIFIMGR_API int wifimgr_lib_get_img_commit_flag_offset(uint32_t* value);
@@ -1220,8 +1220,8 @@ WIFIMGR_API int wifimgr_lib_commit(uint32_t wifi_type, int32_t ssid_index);
 
 /* ---- Restarts, radio, reboot -------------------------------------------------------------------------------------
  *
- * Shell lines whose status is not looked at, with ifconfig and brctl. Which bridge is used belongs to the operation: the
- * commit and wifimgr_lib_restartInterface work on br-lan, all others on br0. */
+ * Shell lines whose status is not looked at, with ifconfig and brctl. Which bridge is used belongs to the operation:
+ * the commit and wifimgr_lib_restartInterface work on br-lan, all others on br0. */
 
 /* A restart of a band's interfaces. */
 typedef struct wifimgr_restart_request {
@@ -1235,8 +1235,9 @@ typedef struct wifimgr_restart_request {
 
 /* Takes interfaces down and out of br-lan and brings those of the mask, and WDS, up and into it. With another count:
  * WDS first, then the BSSs, then ReloadFlag is set to "0" when parse_driver succeeds. With the same count: the BSSs,
- * and on 2.4G then WDS. Prints "addif wds%d to br0" for each WDS interface, though the bridge is br-lan. Refusal:
- * "Set the ReloadFlag failed." (what went down stays down); 1 also for another band or a null request. */
+ * and on 2.4G then WDS. Prints "addif wds%d to br0" (5G "addif wdsi%d to br0") for each WDS interface, though the
+ * bridge is br-lan. Refusal: "Set the ReloadFlag failed." (what went down stays down); 1 also for another band or a
+ * null request. */
 WIFIMGR_API uint64_t wifimgr_lib_restartInterface(const wifimgr_restart_request* request);
 
 /* The same on a copy of the request. Returns 0; 1 for a null request. */
@@ -1252,22 +1253,24 @@ WIFIMGR_API uint64_t wifimgr_lib_restart_wlan_Interface(const wifimgr_restart_re
 /* oper 0: takes the band's BSSs (as many as BssidNum) and WDS interfaces down and out of br0. oper 1: brings the
  * enabled BSSs, and WDS when WdsEnable is 1, up and into br0, and prints "add %s%d to br0" for a BSS, "addif %s%d to
  * br0" for a WDS interface; a disabled SSID 1 of 2.4G is brought up and down once, and with BssidNum below 2 no other
- * is looked at. Prints "write_wlan_config:wifimgr_lib_get_bssidnum fail." and counts 0 when BssidNum cannot be read.
- */
+ * is looked at. Another oper does nothing. Prints "write_wlan_config:wifimgr_lib_get_bssidnum fail." and counts 0,
+ * whatever the oper, when BssidNum cannot be read; so for another band, where oper 0 then runs lines without an
+ * interface prefix. Does not trace. */
 WIFIMGR_API void doWifiDownUp(uint32_t wifi_type, uint32_t oper);
 
 /* doWifiDownUp down, and for an oper other than 0 up again. Returns 0. */
 WIFIMGR_API uint64_t wifimgr_lib_wifi_execute(uint32_t wifi_type, uint32_t oper);
 
-/* Runs "rmmod mt7915_ap" and "insmod /lib/modules/mt7915_ap.ko"; returns what system returned for the second. */
+/* Runs "rmmod mt7915_ap" and "insmod /lib/modules/mt7915_ap.ko"; returns what system returned for the second. Does
+ * not trace. */
 WIFIMGR_API int reload_WlanAC_Driver(void);
 
 /* Runs "rmmod rt3390ap" and "insmod /lib/modules/rt3390ap.ko". Returns 0. */
 WIFIMGR_API uint64_t wifimgr_lib_insmod_ko(void);
 
 /* oper 0: as doWifiDownUp. oper 1: brings each BSS whose EnableSSID is 1 up and into br0, takes the others down and
- * out of it, and brings WDS up when WdsEnable is 1 (and leaves it alone otherwise); prints as doWifiDownUp. Returns
- * 0. */
+ * out of it, and brings WDS up when WdsEnable is 1 (and leaves it alone otherwise); prints as doWifiDownUp. Another
+ * oper does nothing; an unreadable BssidNum and another band are as there. Returns 0. */
 WIFIMGR_API int wifimgr_lib_wifi_onoff(uint32_t wifi_type, uint32_t oper);
 
 /* Reboots for a changed setting: takes the bands' interfaces down with /sbin/ifconfig, stores the new value and runs
@@ -1288,15 +1291,16 @@ WIFIMGR_API int wifimgr_lib_reboot(int32_t wifi_type, uint8_t* current, uint32_t
  * "/etc/Wireless/RT2860AP/WLAN_exec.sh" (2.4G) or "/etc/Wireless/RT2860AP_AC/WLAN_exec.sh" (5G), mode 0700, in place
  * of the last one. The band's snapshot must have been taken: the interface prefix comes from it.
  * ssid_number  0-based.
- * SSID, pre-shared key and WEP keys stand in double quotes, without a line end, '"' and '\\' escaped, cut to 159
- * characters in whole escape sequences. Everything else is written as stored. A shell that runs the script still
- * expands '$' and '`' in quotes, and everything in the other values. Returns the result of chmod; -1 for another band
- * or when the file cannot be opened. Prints on standard output when WirelessMode, BssidNum or the SSID's WmmCapable
- * cannot be read; other unreadable settings only lose their line. */
+ * SSID, pre-shared key and WEP keys stand in double quotes, without a line end, with a backslash before each double
+ * quote and backslash, cut to 159 characters in whole escape sequences. Everything else is written as stored. A shell
+ * that runs the script still expands dollar signs and backquotes in quotes, and everything in the other values.
+ * Returns the result of chmod; -1 for another band or when the file cannot be opened. Prints on standard output when
+ * WirelessMode, BssidNum or the SSID's WmmCapable cannot be read; other unreadable settings only lose their line. A
+ * full file system shows in nothing but the script. */
 WIFIMGR_API int32_t wifimgr_lib_write_wifi_execute_sh(uint32_t wifi_type, uint32_t ssid_number);
 
 /* Runs a command line: always on 2.4G; on 5G only while wifimgr_lib_get_11AC_CMDflag is 1, which is then set to 0.
- * Returns 0, also for another band or a null command (nothing is run). */
+ * Returns 0, also for another band or a null command (nothing is run, the flag stays). */
 WIFIMGR_API uint64_t wifimgr_lib_execute_wlan_script(int32_t wifi_type, const char* command);
 
 /* Runs "ifconfig ra%d txqueuelen %d" for the first `count` 2.4G interfaces. length in packets. Returns 0. */
@@ -1307,7 +1311,7 @@ WIFIMGR_API int wifimgr_lib_set_WifiTxQueue(int32_t count, uint32_t length);
 WIFIMGR_API int wifimgr_lib_set_TxBurst_to_file(char* dst, int32_t size, int32_t ssid_number, const char* value);
 
 /* wifimgr_lib_set_mbssMaxStaNum under another name; for another band 0 and nothing is written. */
-WIFIMGR_API uint64_t wifimgr_lib_set_MaxStaNum(uint32_t wifi_type, int32_t ssid_index, const char* value);
+WIFIMGR_API uint64_t wifimgr_lib_set_MaxStaNum(uint32_t wifi_type, uint32_t ssid_index, const char* value);
 
 /* Adds 1 to the last of the six bytes at `mac`, without a carry. Returns 0. */
 WIFIMGR_API int wifimgr_lib_use_global_mac(uint8_t* mac);

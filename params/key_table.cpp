@@ -2,6 +2,7 @@
 //
 // The tables are writable, as callers may fill the global record; the library itself never walks them.
 #include <cstdio>
+#include <iterator>
 
 #include "params/unique_keys.h"
 #include "store/trace.h"
@@ -72,6 +73,9 @@ constexpr const char* kScriptKeys5G[] = {
 #define SCRIPT_5G_ROW KEY
 #include "params/key_table.def"
 };
+static_assert(std::size(kCommonKeys2_4G) == 54 && std::size(kCommonKeys5G) == 63);
+static_assert(std::size(kEntryKeys) == 6);
+static_assert(std::size(kScriptKeys2_4G) == 24 && std::size(kScriptKeys5G) == 32);
 static_assert(params::are_unique(kCommonKeys2_4G) && params::are_unique(kCommonKeys5G));
 static_assert(params::are_unique(kEntryKeys));
 static_assert(params::are_unique(kScriptKeys2_4G) && params::are_unique(kScriptKeys5G));
@@ -87,46 +91,64 @@ int copy_records(const wifimgr_key_setter* table, int most, wifimgr_key_setter* 
   return count;
 }
 
+// Never the end record, even when a caller has written into it: `out` has no room for that many.
 template <int kSize>
 int copy_table(const wifimgr_key_setter (&table)[kSize], wifimgr_key_setter* out) {
-  return copy_records(table, kSize, out);
+  return copy_records(table, kSize - 1, out);
 }
 
 }  // namespace
 
 extern "C" int wifimgr_lib_get_wlan_attr(int type, wifimgr_key_setter* out) {
   trace::enter(__func__);
+  if (out == nullptr) {
+    (void)trace::fail(__func__);
+    return 0;
+  }
   int count = 0;
-  if (out != nullptr && type == 0) count = copy_table(wlan_common_default_parm, out);
-  if (out != nullptr && type == 1) count = copy_table(wlan_ac_common_default_parm, out);
-  if (out != nullptr && type == 2) count = copy_records(&wlan_global_script_com_attr, 1, out);
+  if (type == 0) count = copy_table(wlan_common_default_parm, out);
+  if (type == 1) count = copy_table(wlan_ac_common_default_parm, out);
+  if (type == 2) count = copy_records(&wlan_global_script_com_attr, 1, out);
   (void)trace::success(__func__);
   return count;
 }
 
 extern "C" int wifimgr_lib_get_wlan_entry_attr(int type, wifimgr_key_setter* out) {
   trace::enter(__func__);
+  if (out == nullptr) {
+    (void)trace::fail(__func__);
+    return 0;
+  }
   int count = 0;
-  if (out != nullptr && type == 0) count = copy_table(wlan_entry_default_parm, out);
-  if (out != nullptr && type == 1) count = copy_table(wlan_ac_entry_default_parm, out);
+  if (type == 0) count = copy_table(wlan_entry_default_parm, out);
+  if (type == 1) count = copy_table(wlan_ac_entry_default_parm, out);
   (void)trace::success(__func__);
   return count;
 }
 
 extern "C" int wifimgr_lib_get_wlan_script_com_attr_config(int type, wifimgr_key_setter* out) {
   trace::enter(__func__);
+  if (out == nullptr) {
+    (void)trace::fail(__func__);
+    return 0;
+  }
   int count = 0;
-  if (out != nullptr && type == 0) count = copy_table(wlan_script_com_attr_config, out);
-  if (out != nullptr && type == 1) count = copy_table(wlan_ac_script_com_attr_config, out);
+  if (type == 0) count = copy_table(wlan_script_com_attr_config, out);
+  if (type == 1) count = copy_table(wlan_ac_script_com_attr_config, out);
   (void)trace::success(__func__);
   return count;
 }
 
 extern "C" int wifimgr_lib_get_wlan_script_attr(char (*out)[WIFIMGR_ATTR_NAME_SIZE]) {
   trace::enter(__func__);
+  if (out == nullptr) {
+    (void)trace::fail(__func__);
+    return 0;
+  }
+  constexpr int kNames = 7;  // the eighth slot ends the list
   int count = 0;
   for (const auto& name : wlan_script_com_attr) {
-    if (out == nullptr || name[0] == '\0') break;
+    if (name[0] == '\0' || count == kNames) break;
     (void)std::snprintf(out[count++], WIFIMGR_ATTR_NAME_SIZE, "%.*s", WIFIMGR_ATTR_NAME_SIZE - 1, name);
   }
   (void)trace::success(__func__);

@@ -1,8 +1,8 @@
 // Names and values of this platform that callers ask for. None of them traces.
 #include <cstdint>
-#include <cstdio>
 
 #include "store/band.h"
+#include "store/bounded_text.h"
 #include "wifimgr_lib.h"
 
 int32_t ixia5gflag = -1;
@@ -10,7 +10,7 @@ int32_t ixia5gflag = -1;
 namespace {
 
 int write_text(char* out, int size, const char* text) {
-  if (out != nullptr && size > 0) (void)std::snprintf(out, static_cast<size_t>(size), "%s", text);
+  store::write_text(out, size, text);
   return 0;
 }
 
@@ -65,7 +65,7 @@ extern "C" int32_t wifimgr_lib_get_ixia5gflag(void) {
   return ixia5gflag;
 }
 
-// The flag keeps its value: setting it is a test mode that this platform does not have.
+// The flag keeps its value; deliberate.
 extern "C" int wifimgr_lib_set_ixia5gflag(...) {
   return 0;
 }
