@@ -11,7 +11,7 @@ help:
 	@echo "make test    build everything, with and without sanitizers, and run every test"
 	@echo "make build   build the library, the simulated gateway and the examples into build/release"
 	@echo "make format  format the sources"
-	@echo "make lint    check the format, and the sources with clang-tidy and cppcheck"
+	@echo "make lint    check the format, build with clang, run clang-tidy and cppcheck"
 	@echo "make clean   remove the build folders"
 
 # Without the tests, so that the demo and the build need no package that is only for them.
@@ -37,7 +37,7 @@ test:
 
 build:
 	@scripts/setup.sh build
-	@$(MAKE) --no-print-directory build/release/build.ninja
+	cmake --preset release -DBUILD_TESTING=OFF
 	cmake --build build/release
 
 format:
@@ -47,10 +47,11 @@ format:
 lint:
 	@scripts/setup.sh lint
 	clang-format --dry-run -Werror $(SOURCES)
-	cmake --preset release -DBUILD_TESTING=ON
-	clang-tidy --quiet -p build/release $(UNITS)
+	cmake --preset clang
+	cmake --build build/clang
+	clang-tidy --quiet -p build/clang $(UNITS)
 	cppcheck --quiet --error-exitcode=1 --std=c++20 --enable=warning,performance,portability --inline-suppr \
-	  --suppress=missingIncludeSystem -I. -Iinclude store params apply
+	  --suppress=missingIncludeSystem -I. -Iinclude store params apply platform
 
 clean:
 	rm -rf build

@@ -91,7 +91,7 @@ void clear_wep_keys(const Ssid& ssid) {
 
 void become_open(const Ssid& ssid) {
   ssid.set_auth_mode("OPEN");
-  // A failing cipher reports the words of the authentication mode; kept, as it is what log readers know.
+  // A failing cipher reports the words of the authentication mode; kept, as callers match the text.
   ssid.set_encryp_type("NONE", kAuthModeFailed);
   ssid.set_default_key_id("0");
   ssid.set_wpa_psk("0");

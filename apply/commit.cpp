@@ -30,8 +30,8 @@ struct BandInterfaces {
   Module modules[3];  // the first whose chip is present is reloaded; empty rows are skipped
 };
 
-// The first unload names the module with its suffix, the others do not; deliberate, gateways match these lines as they
-// stand. The trailing blanks of the refusals are part of the messages.
+// The first unload names the module with its suffix, the others do not; deliberate, callers match the lines as
+// they stand. The trailing blanks of the refusals are part of the messages.
 constexpr BandInterfaces kBands[] = {
     {apply::prefixes_of(store::k2_4G),
      "[%s]:===Fail Exit===WIFI_2_4G updtate datefile from shm failed.\n ",
@@ -101,7 +101,7 @@ extern "C" int wifimgr_lib_commit(uint32_t wifi_type, int32_t ssid_index) {
   if (wifimgr_lib_get_wdsenable(band, -1, wds_enable, sizeof wds_enable) != 0) wds_enable[0] = '\0';
   if (wifimgr_lib_get_reloadFlag(wifi_type, reload, sizeof reload) != 0) reload[0] = '\0';
   const bool must_reload = reload[0] == '1';
-  // Cleared before anything is done, so that a commit which fails later does not reload the driver at every attempt.
+  // Cleared before the band is even checked, whatever becomes of this commit; deliberate.
   if (must_reload && wifimgr_lib_set_reloadFlag(wifi_type, "0") != 0) {
     return trace::fail(__func__, "Set the ReloadFlag failed.");
   }

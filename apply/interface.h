@@ -24,7 +24,7 @@ void take_all_down(const char* bridge, const char* prefix, int count);
 void bring_up(const char* bridge, const char* prefix, int number);
 
 // Brings the four WDS interfaces up and into the bridge, and reports each on standard output. The report names br0
-// whatever the bridge is; kept, as it is what log readers know.
+// whatever the bridge is; kept, as callers match the text.
 void bring_wds_up(const char* bridge, const char* prefix);
 
 // The interfaces' prefixes of a band; empty ones for a number that is no band.

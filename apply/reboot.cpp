@@ -14,7 +14,7 @@ void take_down_only(const char* prefix, int count) {
   for (int i = 0; i < count; ++i) (void)store::run_shell("/sbin/ifconfig %s%d down", prefix, i);
 }
 
-// Never for the two settings that the change detection counts as wanting a reboot; deliberate, callers rely on it.
+// Never for the two settings that the change detection counts as wanting a reboot; deliberate.
 bool wants_reboot(const char* key, uint8_t current, uint32_t new_value) {
   return std::strcmp(key, "BssidNum") != 0 && std::strcmp(key, "WHNAT") != 0 && current != new_value;
 }

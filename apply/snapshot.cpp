@@ -1,7 +1,6 @@
 // Change detection: a snapshot of what was last applied, compared with the store.
 //
-// This is a decision maker that callers ask often, so it traces nothing but one failure; the getters it asks trace as
-// always.
+// It traces nothing but one failure; the getters it asks trace as always.
 #include <cstring>
 
 #include "apply/snapshot_rows.h"
@@ -90,7 +89,7 @@ constexpr size_t region_offset(uint32_t wifi_type) {
   return wifi_type == store::k2_4G ? offsetof(Snapshot, country_region) : offsetof(Snapshot, country_region_a_band);
 }
 
-// The value repeated once per BSS, reduced to its first number; deliberate, so that no BSS counts as 0.
+// The value repeated once per BSS, reduced to its first number; deliberate, no BSS counts as 0.
 int32_t read_spread_number(apply::BandGetter getter, uint32_t wifi_type, int bss_count) {
   char text[store::kValueSize] = "";
   if (getter(store::band_number(wifi_type), -1, text, sizeof text) != 0) text[0] = '\0';
@@ -211,7 +210,7 @@ extern "C" uint64_t hecap_compare(wifimgr_band_snapshot* record, uint32_t wifi_t
   return record != nullptr && apply::rows_differ(kHeRows, *record, wifi_type) ? kRadioChange : kSame;
 }
 
-// The two hold the place of chip-specific checks; the store hands its record back, as its callers know it.
+// The two hold the place of chip-specific checks; the store hands its record back.
 extern "C" uint64_t chipspecial_store(wifimgr_band_snapshot* record, uint32_t) {
   return static_cast<uint64_t>(reinterpret_cast<uintptr_t>(record));
 }

@@ -93,7 +93,7 @@ extern "C" int wifimgr_lib_get_wdsphymode(int wifi_type, int index, char* buf, u
   return store::get_band_value(__func__, "WdsPhyMode", wifi_type, index, buf, len);
 }
 
-// "diffrent" is what log readers know; keep the spelling.
+// "diffrent": callers match the text, keep the spelling.
 extern "C" uint64_t wifimgr_lib_set_wdsenable(uint32_t wifi_type, int32_t index, const char* value) {
   static constexpr params::BandSetting kRow = {
       __func__, "WdsEnable", params::kIndexShouldBeMinusOne, params::passing(is_wds_mode),

@@ -67,7 +67,7 @@ extern "C" int wdskey_check(int length, const char* key) {
 }
 
 // Reads field `index` of the link's key while the setter writes field 1, so only link 1 reads what was written;
-// deliberate, callers know links 2 to 4 so.
+// deliberate.
 extern "C" int wifimgr_lib_get_wdskey(int wifi_type, int index, char* buf, unsigned len) {
   trace::enter(__func__);
   if (buf == nullptr) return trace::fail(__func__);

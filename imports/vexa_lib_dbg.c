@@ -7,6 +7,7 @@
 #include "vexa_lib_dbg.h"
 
 #include <fcntl.h>
+#include <limits.h>
 #include <stdarg.h>
 #include <stdint.h>
 #include <stdio.h>
@@ -31,7 +32,7 @@ static ssize_t read_start(const char* path, char* text, size_t size) {
 
 static int highest_level_on(void) {
   char text[32];
-  if (read_start("/tmp/wifi_lib_dbg_enable", text, sizeof text) < 1 || text[0] != '1') return 0;
+  if (read_start("/tmp/wifi_lib_dbg_enable", text, sizeof text) < 1 || text[0] != '1') return INT_MIN;
   if (read_start("/tmp/vexalib_dbg", text, sizeof text) < 0) return 1;
   return (int)strtol(text, NULL, 10);
 }
@@ -39,7 +40,7 @@ static int highest_level_on(void) {
 EXPORTED int get_itf_dbg_switch(int level, int module) {
   /* The files are looked at once a second at most: this is asked several times in every call of the library. */
   static _Atomic int64_t next_look_ns;
-  static _Atomic int highest_on;
+  static _Atomic int highest_on = INT_MIN;
   struct timespec now;
   (void)module;
   if (clock_gettime(CLOCK_MONOTONIC, &now) != 0) return 0;
@@ -48,7 +49,7 @@ EXPORTED int get_itf_dbg_switch(int level, int module) {
     next_look_ns = now_ns + 1000000000;
     highest_on = highest_level_on();
   }
-  return highest_on > 0 && level <= highest_on;
+  return level <= highest_on;
 }
 
 EXPORTED int vexa_itf_printf(const char* fmt, ...) {

@@ -35,6 +35,7 @@
  * - wifimgr_lib_init clears the band's store and loads the file again, for all processes: unsaved changes of others
  *   are gone. A process that only wants to see or change the live store attaches the segment itself (shmget with key
  *   0x12345 for 2.4G, 0x12346 for 5G, then shmat) and stores the address in shm_addr_2_4g or shm_addr_5g instead.
+ *   Before it detaches it again it stores null there.
  * - The first load of a process sets the band's lock free whoever holds it; until that holder has given it back too,
  *   two processes may be inside. Later loads of the process, and of its forked children, wait for the lock instead.
  * - A store whose dat file has outgrown the existing segment cannot be initialised: remove the segment first (ipcrm
@@ -64,9 +65,7 @@
 #define WIFIMGR_PRINTF(fmt_at, args_at) __attribute__((format(printf, fmt_at, args_at)))
 #define WIFIMGR_PACKED __attribute__((packed))
 #else
-#define WIFIMGR_API
-#define WIFIMGR_PRINTF(fmt_at, args_at)
-#define WIFIMGR_PACKED
+#error "the records below need a compiler that packs structures as GCC does"
 #endif
 
 #ifdef __cplusplus
@@ -185,7 +184,9 @@ WIFIMGR_API int is_attr_exist(char* segment, const char* name, unsigned* index);
 
 /* Copies a value of the band's store to `buf`.
  * index  -1 or 1 copies field 1, 2 to 8 that field; another index copies nothing and is no failure. Keys of the
- *        families that are stored once per SSID (SSID, WPAPSK, Key1Str.. and so on) give field 1 whatever the index.
+ *        families that are stored once per SSID give field 1 whatever the index: those that begin with SSID,
+ *        RADIUS_Key, WscDefaultSSID, WPAPSK, Key1Str to Key4Str, AccessPolicy, AccessControlList, WSC_UUID_E or
+ *        WSC_UUID_Str, with or without a number behind it.
  * len    at least 151, else "The size of buffer is too small!"; 150 bytes are written. For the families any length:
  *        what fits is copied, the rest filled with NUL, and nothing terminates a value of `len` or more characters.
  * Refusals also: "The wifi_type is wrong.", "The attr_name do not exist." (also before the band is attached), "p
@@ -1200,7 +1201,9 @@ WIFIMGR_API int wifimgr_lib_check_wifi_value_befor_write_dat(uint32_t wifi_type)
 
 /* The part of it for one SSID's security: WEP modes become "WEPAUTO" with cipher WEP and key types by the keys'
  * lengths; WPA modes lose their WEP keys; "WPA3-192Bit" becomes "WPA3-192" (an SSID that has it already becomes open,
- * see above); anything else becomes "OPEN" without cipher. */
+ * see above); anything else becomes "OPEN" without cipher. Prints "write_wlan_config:wifimgr_lib_set_authMode fail."
+ * for a refused AuthMode, and likewise for ieee8021x, encrypType (but with the text of authMode where it becomes
+ * open), keyType, defaultKeyID, WPAPSK and keyStr. */
 WIFIMGR_API void update_auth_mode(uint32_t wifi_type, uint32_t ssid_index);
 
 /* The part of it for one SSID's FixedTxMode: "1" for wireless mode 1, "2" for mode 4, "0" for others; in mode 0 "1"

@@ -15,7 +15,7 @@ extern "C" int IPV4check(const char* s) {
   if (s == nullptr) return 0;
   const size_t length = std::strlen(s);
   if (length >= kJudged + 2) return 0;
-  // A 16-character text is judged on its first 15; deliberate, the check is part of what callers know.
+  // A 16-character text is judged on its first 15; deliberate.
   char text[kJudged + 1] = "";
   std::memcpy(text, s, length < kJudged ? length : kJudged);
   if (charCnt(text, '.') != 3) return 0;

@@ -98,7 +98,7 @@ extern "C" uint64_t wifimgr_lib_set_HT_GI(uint32_t wifi_type, int32_t index, con
 extern "C" uint64_t wifimgr_lib_set_HT_MCS(uint32_t wifi_type, int32_t ssid_index, const char* value) {
   trace::enter(__func__);
   if (value == nullptr) return trace::fail(__func__);
-  // The refusal names HT_BW; kept, as it is what log readers know.
+  // The refusal names HT_BW; kept, as callers match the text.
   if (!mode_allows(__func__, wifi_type, kModesWithRates, "The wirelessMode do not support to set the HT_BW value."))
     return 1;
   if (!params::is_ssid_of_band(__func__, wifi_type, ssid_index)) return 1;

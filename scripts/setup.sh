@@ -7,7 +7,7 @@ set -eu
 build="g++ cmake ninja-build"
 demo="$build net-tools bridge-utils"
 test="$demo libgtest-dev libgmock-dev"
-lint="$test clang-format clang-tidy cppcheck"
+lint="$test clang clang-format clang-tidy cppcheck"
 
 case "${1:-}" in
   build) packages=$build ;;

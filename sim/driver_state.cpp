@@ -28,6 +28,30 @@ std::string file_of(const std::string& interface) {
   return std::string(place::kDriver) + "/" + interface;
 }
 
+// A setting is one line of the file whatever its value holds: backslashes and line feeds are escaped in it.
+std::string escaped(const std::string& value) {
+  std::string text;
+  for (const char c : value) {
+    if (c == '\n') {
+      text += "\\n";
+    } else {
+      if (c == '\\') text += '\\';
+      text += c;
+    }
+  }
+  return text;
+}
+
+std::string unescaped(const std::string& text) {
+  std::string value;
+  for (size_t i = 0; i < text.size(); ++i) {
+    const bool escape = text[i] == '\\' && i + 1 < text.size();
+    if (escape) ++i;
+    value += escape && text[i] == 'n' ? '\n' : text[i];
+  }
+  return value;
+}
+
 }  // namespace
 
 int channel_for(Band band, int wanted) {
@@ -57,14 +81,14 @@ std::optional<DriverSettings> load_settings(const std::string& interface) {
   DriverSettings settings;
   for (std::string line; std::getline(stream, line);) {
     const size_t equals = line.find('=');
-    if (equals != std::string::npos) settings[line.substr(0, equals)] = line.substr(equals + 1);
+    if (equals != std::string::npos) settings[line.substr(0, equals)] = unescaped(line.substr(equals + 1));
   }
   return settings;
 }
 
 void store_settings(const std::string& interface, const DriverSettings& settings) {
   std::string text;
-  for (const auto& [key, value] : settings) text += key + "=" + value + "\n";
+  for (const auto& [key, value] : settings) text += key + "=" + escaped(value) + "\n";
   // The file is swapped in whole: requests are answered from it at any time, without a lock.
   const std::string path = file_of(interface);
   const std::string fresh = std::string(place::kState) + "/driver.new";

@@ -5,6 +5,7 @@
 #include <time.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -25,7 +26,6 @@ bool is_control(char c) {
   return static_cast<unsigned char>(c) < 0x20 || c == 0x7f;
 }
 
-// Control characters would break the journal's lines and columns, so they are spelt out.
 std::string spelt_out(const std::string& word) {
   std::string text = "$'";
   for (const char c : word) {
@@ -69,6 +69,10 @@ std::string command_line(const std::vector<std::string>& words) {
   std::vector<std::string> shown;
   for (const std::string& word : words) shown.push_back(quoted(word));
   return joined(shown, " ");
+}
+
+std::string on_one_line(const std::string& text) {
+  return std::any_of(text.begin(), text.end(), is_control) ? spelt_out(text) : text;
 }
 
 void record_call(const std::vector<std::string>& words, const std::vector<std::string>& changes) {

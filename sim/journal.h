@@ -9,6 +9,9 @@ namespace gateway {
 // A command line as a shell would take it: words that hold anything special are quoted.
 std::string command_line(const std::vector<std::string>& words);
 
+// The text as it is; spelt out in $'' where control characters would break the journal's lines and columns.
+std::string on_one_line(const std::string& text);
+
 // Appends one line in one write: time stamp, command line, changes ("-" when there are none), separated by tabs.
 void record_call(const std::vector<std::string>& words, const std::vector<std::string>& changes);
 

@@ -207,8 +207,13 @@ void RootFileSystem::add_system_folders() {
   const std::string root = kNew;
   // A new /proc and /sys are only granted while the machine's own are in sight.
   require_mount("proc", root + place::kProc, "proc", MS_NOSUID | MS_NODEV | MS_NOEXEC);
+  // The kernel behind both is the machine's own: what would change it may only be read.
+  for (const char* name : {"/sys", "/sysrq-trigger", "/irq", "/bus"}) {
+    const std::string path = root + place::kProc + name;
+    if (path_exists(path) && !bind_for_reading(path, path)) fail("protect " + path);
+  }
   make_folder(root + "/sys");
-  require_mount("sysfs", root + "/sys", "sysfs", MS_NOSUID | MS_NODEV | MS_NOEXEC);
+  require_mount("sysfs", root + "/sys", "sysfs", MS_RDONLY | MS_NOSUID | MS_NODEV | MS_NOEXEC);
   make_folder(root + "/proc");
   require_mount("gateway", root + "/proc", "tmpfs", MS_NOSUID | MS_NODEV, "mode=0755");
 

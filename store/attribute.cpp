@@ -100,13 +100,13 @@ extern "C" int update_attr(int wifi_type, int index, const char* name, const cha
   }
   const int released = semaphore_v(semaphore);
   if (refusal != nullptr) return trace::fail(__func__, refusal);
-  // "operaion" is what log readers look for; keep the spelling.
+  // "operaion": callers match the text, keep the spelling.
   if (released != 0) return trace::fail(__func__, "v operaion failed.");
   return trace::success(__func__);
 }
 
-// Fields 2 to 8 are never touched, so a band-wide change keeps what else the attribute holds; deliberate, the VHT lists
-// rely on it.
+// Fields 2 to 8 are never touched, so a band-wide change keeps what else the attribute holds; deliberate, the VHT
+// settings write their list that way.
 extern "C" int update_common_attr(char* segment, int record, const char* name, const char* value) {
   trace::enter(__func__);
   if (segment == nullptr || name == nullptr || value == nullptr) return trace::fail(__func__);

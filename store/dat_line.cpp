@@ -18,8 +18,8 @@ size_t cut_at_equals(const char* text, char (&out)[store::kLineSize]) {
   return taken;
 }
 
-// A line that is a shorter prefix of the file's first word is left out too, and so is an empty one; deliberate, as
-// files in the field rely on it. The last character is dropped whether it is a line end or not.
+// Besides the file's first line this leaves out every empty line and, deliberately, any line that is a shorter prefix
+// of the word. The last character is dropped whether it is a line end or not.
 bool is_default_line(const char* line) {
   const size_t length = std::strlen(line);
   return length == 0 || std::strncmp(line, "Default", length - 1) == 0;

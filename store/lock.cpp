@@ -48,7 +48,7 @@ extern "C" int del_semvalue(int semid) {
   return trace::success(__func__);
 }
 
-// "seamphore" in both messages is what log readers look for; keep the spelling.
+// "seamphore" in both messages: callers match the text, keep the spelling.
 extern "C" int semaphore_p(int semid) {
   trace::enter(__func__);
   if (!operate(semid, -1)) return trace::fail(__func__, "seamphore_p failed.");

@@ -57,7 +57,10 @@ unsigned capacity(int band) {
 }
 
 Record* records(int band) {
-  return reinterpret_cast<Record*>(exported_address(band));
+  char* const address = exported_address(band);
+  // A program that attaches anew may get the same address for a segment of another size.
+  if (address == nullptr) g_attachments[band].measured = nullptr;
+  return reinterpret_cast<Record*>(address);
 }
 
 unsigned room(int band) {

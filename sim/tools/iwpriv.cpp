@@ -24,7 +24,7 @@ int complain(const Words& words, const std::string& interface, const char* reaso
 
 // The value that the driver keeps, which for a channel is where the radio goes; false when it refuses.
 bool accept(Band band, const std::string& key, std::string* value) {
-  if (value->find('\n') != std::string::npos) return false;
+  if (key.empty() || key.find('\n') != std::string::npos) return false;
   if (key != "Channel") return true;
   char* end = nullptr;
   const long channel = std::strtol(value->c_str(), &end, 10);
@@ -43,7 +43,7 @@ int set(const Words& words, const std::string& interface, Band band) {
   const size_t equals = words[3].find('=');
   const std::string key = words[3].substr(0, equals);
   std::string value = equals == std::string::npos ? "" : words[3].substr(equals + 1);
-  if (key.empty() || !accept(band, key, &value)) return complain(words, interface, "invalid argument");
+  if (!accept(band, key, &value)) return complain(words, interface, "invalid argument");
 
   const DriverSettings before = load_settings(interface).value_or(DriverSettings());
   const auto old = before.find(key);
@@ -57,7 +57,7 @@ int set(const Words& words, const std::string& interface, Band band) {
   } else {
     change(interface, key, value);
   }
-  const auto shown = [](const std::string& text) { return text.empty() ? std::string("empty") : text; };
+  const auto shown = [](const std::string& text) { return text.empty() ? std::string("empty") : on_one_line(text); };
   const std::string was = old == before.end() ? "none" : shown(old->second);
   record_call(words, changed ? Words{owner + ": " + key + " " + was + " -> " + shown(value)} : Words{});
   return 0;

@@ -111,9 +111,41 @@ static void settings_are_set_read_and_saved(const char* path) {
   EXPECT(strcmp(file, saved_text) == 0);
 }
 
+static void a_table_is_walked_and_copied(void) {
+  wifimgr_key_setter copy[63];
+  char names[7][WIFIMGR_ATTR_NAME_SIZE];
+  const wifimgr_key_setter* record;
+  int count = 0;
+
+  for (record = wlan_common_default_parm; record->name[0] != '\0'; ++record) ++count;
+  EXPECT(count == 54 && record->setter == NULL);
+  EXPECT(wifimgr_lib_get_wlan_attr(1, copy) == 63);
+  EXPECT(strcmp(copy[62].name, "DscpPriMapEnable") == 0 && copy[62].setter == wifimgr_lib_set_DscpPriMapEnable);
+  EXPECT(wifimgr_lib_get_wlan_script_attr(names) == 7);
+  EXPECT(strcmp(names[6], "IgmpSnEnable") == 0);
+
+  strcpy(wlan_global_script_com_attr.name, "Channel");
+  wlan_global_script_com_attr.setter = wifimgr_lib_set_channel;
+  EXPECT(wifimgr_lib_get_wlan_attr(2, copy) == 1);
+  EXPECT(strcmp(copy[0].name, "Channel") == 0 && copy[0].setter == wifimgr_lib_set_channel);
+}
+
+/* Callers pass what they always passed. */
+static void functions_without_fixed_parameters_take_any(void) {
+  EXPECT(wifimgr_lib_set_AP2040Rescan() == 0);
+  EXPECT(wifimgr_lib_set_AP2040Rescan(0, -1, "1") == 0);
+  EXPECT(wifimgr_lib_get_max_sta_num_ui() == 0);
+  EXPECT(wifimgr_lib_get_max_sta_num_ui(1) == 0);
+  EXPECT(wifimgr_lib_set_ixia5gflag(1) == 0 && wifimgr_lib_get_ixia5gflag() == -1);
+  EXPECT(wifimgr_lib_check_wifi_ixia_test(0) == 0);
+  EXPECT(wifimgr_lib_set_needRebootFlag(1) == 0);
+}
+
 int main(void) {
   enter_private_namespaces();
   every_name_has_an_address();
+  a_table_is_walked_and_copied();
+  functions_without_fixed_parameters_take_any();
   settings_are_set_read_and_saved("/tmp/wlan.dat");
   return failures == 0 ? EXIT_SUCCESS : EXIT_FAILURE;
 }

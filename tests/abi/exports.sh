@@ -44,7 +44,8 @@ fi
 # Definitions: extern "C" in front of a function, a row of a table, or an object at the start of a line.
 while read -r name; do
   pattern="^extern \"C\" .*[ *]$name\\(|^[A-Z_]+\\(([^\"]*[ (,])?$name,|^[a-z][A-Za-z0-9_]*[ *]+$name(\\[[^]]*\\])*( =|;)"
-  if ! grep -qE "$pattern" "$source"/store/*.cpp "$source"/params/*.cpp "$source"/params/*.def "$source"/apply/*.cpp; then
+  if ! grep -qE "$pattern" "$source"/store/*.cpp "$source"/params/*.cpp "$source"/params/*.def "$source"/apply/*.cpp \
+    "$source"/platform/*.cpp; then
     echo "no definition of $name stands in full in a .cpp or .def file"
     failed=1
   fi

@@ -1,5 +1,6 @@
 #!/bin/sh
-# The rooms of the library know only those below them: store <- params <- apply. Everything may use include/ and imports/.
+# The rooms of the library know only those below them: store <- params <- apply, and store <- platform. Everything may use
+# include/ and imports/.
 #
 #   include_directions.sh SOURCE_DIR
 set -eu
@@ -29,5 +30,6 @@ allow imports '(vexa_lib_dbg|api_lib_utility)\.h'
 allow store "$public" store
 allow params "$public" store params
 allow apply "$public" store params apply
+allow platform "$public" store platform
 
 exit $failed

@@ -37,6 +37,13 @@ TEST(Root, CurrentDirectoryStaysReal) {
   EXPECT_EQ(read_file(folder / "after"), "written\n");
 }
 
+TEST(Root, TheMachinesKernelSettingsCanOnlyBeRead) {
+  EXPECT_EQ(run_script("cat /proc/sys/kernel/ostype; echo x > /proc/sys/kernel/hostname || echo refused;"
+                       " touch /sys/new 2>/dev/null || echo refused")
+                .out,
+            "Linux\nrefused\nrefused\n");
+}
+
 TEST(Root, CurrentDirectoryInTmpSurvivesAReboot) {
   const TestFolder folder;
   write_file(folder / "kept", "there\n");

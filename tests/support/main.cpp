@@ -58,8 +58,9 @@ int run_each_in_a_child(const std::vector<std::string>& names) {
       std::printf("FAILED: %s\n", name.c_str());
     }
   }
+  if (names.empty()) std::printf("no test has such a name\n");
   std::printf("%zu passed, %d failed\n", names.size() - static_cast<size_t>(failed), failed);
-  return failed == 0 ? 0 : 1;
+  return failed == 0 && !names.empty() ? 0 : 1;
 }
 
 }  // namespace
