@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr int kWepKeys = 4;
+using apply::kWepKeys;
 
 constexpr char kIeee8021xFailed[] = "write_wlan_config:wifimgr_lib_set_ieee8021x fail.";
 constexpr char kAuthModeFailed[] = "write_wlan_config:wifimgr_lib_set_authMode fail.";

@@ -17,8 +17,9 @@
 
 namespace {
 
+using apply::kWepKeys;
+
 constexpr const char* kScripts[] = {"/etc/Wireless/RT2860AP/WLAN_exec.sh", "/etc/Wireless/RT2860AP_AC/WLAN_exec.sh"};
-constexpr int kWepKeys = 4;
 
 using Value = char[store::kValueSize];
 using apply::SsidGetter;

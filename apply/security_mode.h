@@ -5,6 +5,9 @@
 
 namespace apply {
 
+// WEP keys of an SSID.
+inline constexpr int kWepKeys = 4;
+
 template <int kWords>
 bool is_one_of(const char* const (&words)[kWords], const char* mode) {
   for (const char* word : words) {

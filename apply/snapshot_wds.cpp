@@ -3,7 +3,9 @@
 // Getter failures are not looked at: a text that cannot be read counts as empty.
 #include <cstring>
 
+#include "apply/band_number.h"
 #include "apply/line_end.h"
+#include "apply/security_mode.h"
 #include "store/band.h"
 #include "store/decimal.h"
 #include "store/record.h"
@@ -11,7 +13,7 @@
 
 namespace {
 
-constexpr int kWepKeys = 4;
+using apply::kWepKeys;
 
 struct Text {
   char text[store::kValueSize] = "";
@@ -21,9 +23,7 @@ struct Text {
   }
 };
 
-using BandGetter = int (*)(int, int, char*, unsigned);
-
-Text read(BandGetter getter, uint32_t wifi_type, int index) {
+Text read(apply::BandGetter getter, uint32_t wifi_type, int index) {
   Text value;
   (void)getter(store::band_number(wifi_type), index, value.text, sizeof value.text);
   (void)value.stripped();

@@ -1,6 +1,7 @@
 // The WDS settings of a band: on or off, cipher and PHY mode of each link, peers.
 #include <cstring>
 
+#include "apply/interface.h"
 #include "params/band_setting.h"
 #include "store/band.h"
 #include "store/band_value.h"
@@ -11,7 +12,8 @@
 
 namespace {
 
-constexpr int kLinks = 4;
+using apply::kWdsLinks;
+
 constexpr size_t kMacLength = 17;
 
 // Four words, one per link.
@@ -52,11 +54,12 @@ trace::Result set_link_words(const LinkWords& setting, uint32_t wifi_type, int32
   std::memcpy(written, list, sizeof list);
   int links = 0;
   // A fifth word is one too many, whatever it says.
-  for (ListScan scan(list); scan.token != nullptr && links <= kLinks; scan.next(), ++links) {
-    if (links < kLinks && !is_word_of(setting, scan.token)) return trace::fail(setting.function, setting.word_refusal);
+  for (ListScan scan(list); scan.token != nullptr && links <= kWdsLinks; scan.next(), ++links) {
+    if (links < kWdsLinks && !is_word_of(setting, scan.token))
+      return trace::fail(setting.function, setting.word_refusal);
   }
-  if (links != kLinks) {
-    WIFIMGR_TRACE(trace::kErrorLevel, setting.count_refusal, setting.function, kLinks);
+  if (links != kWdsLinks) {
+    WIFIMGR_TRACE(trace::kErrorLevel, setting.count_refusal, setting.function, kWdsLinks);
     return {1};
   }
   if (update_attr(store::band_number(wifi_type), -1, setting.key, written) != 0) return trace::fail(setting.function);
@@ -132,8 +135,8 @@ extern "C" uint64_t wifimgr_lib_set_wdslist(uint32_t wifi_type, int32_t index, c
       return trace::fail(__func__, "Mac address check error!");
     }
   }
-  if (peers != kLinks || charCnt(value, ';') > kLinks - 1) {
-    WIFIMGR_TRACE(trace::kErrorLevel, WIFIMGR_REFUSAL("Please input %d Mac addresses"), __func__, kLinks);
+  if (peers != kWdsLinks || charCnt(value, ';') > kWdsLinks - 1) {
+    WIFIMGR_TRACE(trace::kErrorLevel, WIFIMGR_REFUSAL("Please input %d Mac addresses"), __func__, kWdsLinks);
     return 1;
   }
   if (update_attr(store::band_number(wifi_type), -1, "WdsList", value) != 0) return trace::fail(__func__);

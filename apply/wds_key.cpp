@@ -2,6 +2,7 @@
 #include <cstdio>
 #include <cstring>
 
+#include "apply/interface.h"
 #include "apply/line_end.h"
 #include "params/band_setting.h"
 #include "store/band.h"
@@ -11,7 +12,7 @@
 
 namespace {
 
-constexpr int kLinks = 4;
+using apply::kWdsLinks;
 
 struct LinkKey {
   explicit LinkKey(int link) { (void)std::snprintf(text, sizeof text, "Wds%dKey", link - 1); }
@@ -19,7 +20,7 @@ struct LinkKey {
 };
 
 bool is_link(int link) {
-  return link >= 1 && link <= kLinks;
+  return link >= 1 && link <= kWdsLinks;
 }
 
 bool is_hexadecimal(int length, const char* key) {
@@ -73,7 +74,7 @@ extern "C" int wifimgr_lib_get_wdskey(int wifi_type, int index, char* buf, unsig
   if (buf == nullptr) return trace::fail(__func__);
   if (!is_link(index)) {
     WIFIMGR_TRACE(trace::kErrorLevel, WIFIMGR_REFUSAL("The wdskey index is invalid, please input 1 to %d."), __func__,
-                  kLinks);
+                  kWdsLinks);
     return 1;
   }
   if (read_attr(wifi_type, index, LinkKey(index).text, buf, len) != 0) return trace::fail(__func__);
@@ -84,7 +85,7 @@ extern "C" uint64_t wifimgr_lib_set_wdskey(uint32_t wifi_type, int32_t index, co
   trace::enter(__func__);
   if (value == nullptr) return trace::fail(__func__);
   if (!is_link(index)) {
-    WIFIMGR_TRACE(trace::kErrorLevel, WIFIMGR_REFUSAL("The wdskey index should be from 1 to %d."), __func__, kLinks);
+    WIFIMGR_TRACE(trace::kErrorLevel, WIFIMGR_REFUSAL("The wdskey index should be from 1 to %d."), __func__, kWdsLinks);
     return 1;
   }
   const int band = store::band_number(wifi_type);
@@ -92,9 +93,9 @@ extern "C" uint64_t wifimgr_lib_set_wdskey(uint32_t wifi_type, int32_t index, co
   if (wifimgr_lib_get_wdsencryptype(band, -1, ciphers, sizeof ciphers) != 0) {
     return trace::fail(__func__, "get_wdsencryptype err.");
   }
-  if (charCnt(ciphers, ';') != kLinks - 1) {
+  if (charCnt(ciphers, ';') != kWdsLinks - 1) {
     WIFIMGR_TRACE(trace::kErrorLevel, WIFIMGR_REFUSAL("The number of WdsEncrypType is should be %d."), __func__,
-                  kLinks);
+                  kWdsLinks);
     return 1;
   }
   char cipher[store::kValueSize + 1];
