@@ -212,7 +212,18 @@ inline constexpr char kFullDat2_4G[] =
     "Wds0Key=linkkey0\n"
     "Wds1Key=linkkey1\n"
     "Wds2Key=linkkey2\n"
-    "Wds3Key=linkkey3\n";
+    "Wds3Key=linkkey3\n"
+    "APAifsn=3;7;1;1\n"
+    "APCwmin=4;4;3;2\n"
+    "APCwmax=6;10;4;3\n"
+    "APTxop=0;0;94;47\n"
+    "APACM=0;0;0;0\n"
+    "BSSAifsn=3;7;2;2\n"
+    "BSSCwmin=4;4;3;2\n"
+    "BSSCwmax=10;10;4;3\n"
+    "BSSTxop=0;0;94;47\n"
+    "BSSACM=0;0;0;0\n"
+    "AckPolicy=0;0;0;0\n";
 
 inline constexpr char kFullDat5G[] =
     "Default\n"
@@ -423,6 +434,17 @@ inline constexpr char kFullDat5G[] =
     "Wds0Key=linkkey0\n"
     "Wds1Key=linkkey1\n"
     "Wds2Key=linkkey2\n"
-    "Wds3Key=linkkey3\n";
+    "Wds3Key=linkkey3\n"
+    "APAifsn=3;7;1;1\n"
+    "APCwmin=4;4;3;2\n"
+    "APCwmax=6;10;4;3\n"
+    "APTxop=0;0;94;47\n"
+    "APACM=0;0;0;0\n"
+    "BSSAifsn=3;7;2;2\n"
+    "BSSCwmin=4;4;3;2\n"
+    "BSSCwmax=10;10;4;3\n"
+    "BSSTxop=0;0;94;47\n"
+    "BSSACM=0;0;0;0\n"
+    "AckPolicy=0;0;0;0\n";
 
 }  // namespace sandbox

@@ -1,0 +1,1 @@
+wifimgr_test(constants_test platform/constants_test.cpp)
