@@ -34,4 +34,23 @@ inline Lines up(const std::string& prefix, std::initializer_list<int> numbers) {
   return lines;
 }
 
+// The same with another bridge.
+inline Lines down_from(const std::string& bridge, const std::string& prefix, int count) {
+  Lines lines;
+  for (int i = 0; i < count; ++i) {
+    lines.push_back("ifconfig " + prefix + std::to_string(i) + " down");
+    lines.push_back("brctl delif " + bridge + " " + prefix + std::to_string(i));
+  }
+  return lines;
+}
+
+inline Lines up_into(const std::string& bridge, const std::string& prefix, const std::vector<int>& numbers) {
+  Lines lines;
+  for (const int i : numbers) {
+    lines.push_back("ifconfig " + prefix + std::to_string(i) + " up");
+    lines.push_back("brctl addif " + bridge + " " + prefix + std::to_string(i));
+  }
+  return lines;
+}
+
 }  // namespace commands

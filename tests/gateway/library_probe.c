@@ -3,7 +3,12 @@
  *   init BAND | save BAND | dump BAND | normalise BAND | commit BAND SSID | oper BAND OPERATION
  *   set SETTER BAND INDEX VALUE      any exported setter of the common type
  *   get KEY BAND INDEX               a value of the store, without its line end
+ *   put KEY BAND INDEX VALUE         the same past every check
  *   level TEXT | chips | log TEXT
+ *   restart BAND OLD_COUNT NEW_COUNT MASK WDS | dispatch BAND COUNT VALUE KIND
+ *   execute BAND OPERATION | downup BAND OPERATION | radio BAND OPERATION
+ *   reboot BAND CURRENT NEW WDS_COUNT OTHER_COUNT KEY | txqueue COUNT LENGTH
+ *   script BAND SSID_NUMBER | flag VALUE | run BAND COMMAND
  *
  * Prints a line for each step: its words and the result. */
 #define _GNU_SOURCE
@@ -54,6 +59,62 @@ static void do_get(void) {
   printf("%s %d %s\n", key, result, text);
 }
 
+static void do_put(void) {
+  const char* key = next();
+  int band = next_number();
+  int index = next_number();
+  printf("%s %d\n", key, update_attr(band, index, key, next()));
+}
+
+static void do_restart(int band) {
+  wifimgr_restart_request request = {.band = (uint32_t)band};
+  request.old_count = next_number();
+  request.new_count = (uint32_t)next_number();
+  request.up_mask = (uint32_t)next_number();
+  request.wds = next_number();
+  printf("restart %d\n", (int)wifimgr_lib_restartInterface(&request));
+}
+
+static void do_dispatch(int band) {
+  wifimgr_restart_request request = {.band = (uint32_t)band};
+  request.new_count = (uint32_t)next_number();
+  const char* value = next();
+  printf("dispatch %d\n", (int)wifimgr_lib_restart_wlan_Interface(&request, 0, value, next_number()));
+}
+
+static void do_reboot(int band) {
+  uint8_t current = (uint8_t)next_number();
+  uint32_t new_value = (uint32_t)next_number();
+  int links = next_number();
+  const char* other_count = next();
+  int result = wifimgr_lib_reboot(band, &current, new_value, links, other_count, next());
+  printf("reboot %d %d\n", result, current);
+}
+
+/* The steps that bring settings into force, but for the commit; 0 when this is none of them. */
+static int do_apply(const char* step, int band) {
+  if (strcmp(step, "restart") == 0) {
+    do_restart(band);
+  } else if (strcmp(step, "dispatch") == 0) {
+    do_dispatch(band);
+  } else if (strcmp(step, "execute") == 0) {
+    printf("execute %d\n", (int)wifimgr_lib_wifi_execute((uint32_t)band, (uint32_t)next_number()));
+  } else if (strcmp(step, "downup") == 0) {
+    doWifiDownUp((uint32_t)band, (uint32_t)next_number());
+  } else if (strcmp(step, "radio") == 0) {
+    printf("radio %d\n", wifimgr_lib_wifi_onoff((uint32_t)band, (uint32_t)next_number()));
+  } else if (strcmp(step, "reboot") == 0) {
+    do_reboot(band);
+  } else if (strcmp(step, "script") == 0) {
+    printf("script %d\n", wifimgr_lib_write_wifi_execute_sh((uint32_t)band, (uint32_t)next_number()));
+  } else if (strcmp(step, "run") == 0) {
+    printf("run %d\n", (int)wifimgr_lib_execute_wlan_script(band, next()));
+  } else {
+    return 0;
+  }
+  return 1;
+}
+
 static void do_chips(void) {
   char flags[] = "0000000";
   int result = parse_driver(flags, 7);
@@ -69,6 +130,13 @@ int main(int argc, char** argv) {
       do_set();
     } else if (strcmp(step, "get") == 0) {
       do_get();
+    } else if (strcmp(step, "put") == 0) {
+      do_put();
+    } else if (strcmp(step, "flag") == 0) {
+      printf("flag %d\n", wifimgr_lib_set_11AC_CMDflag((uint32_t)next_number()));
+    } else if (strcmp(step, "txqueue") == 0) {
+      int count = next_number();
+      printf("txqueue %d\n", wifimgr_lib_set_WifiTxQueue(count, (uint32_t)next_number()));
     } else if (strcmp(step, "chips") == 0) {
       do_chips();
     } else if (strcmp(step, "level") == 0) {
@@ -89,7 +157,7 @@ int main(int argc, char** argv) {
         printf("commit %d\n", wifimgr_lib_commit((uint32_t)band, next_number()));
       } else if (strcmp(step, "oper") == 0) {
         printf("oper %d\n", (int)wifimgr_lib_wifi_config_oper((uint32_t)band, next_number()));
-      } else {
+      } else if (!do_apply(step, band)) {
         fprintf(stderr, "library_probe: unknown step %s\n", step);
         return 2;
       }

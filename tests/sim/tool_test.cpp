@@ -60,7 +60,7 @@ TEST(Journal, QuotesWhatAShellWouldSplit) {
             "iwpriv ra0 set 'WPAPSK=$x;\"'\tra0: WPAPSK sample-passphrase-1 -> $x;\"\n"
             "iwpriv ra0 ''\t-\n");
   EXPECT_EQ(journal_after("iwpriv ra0 set \"$(printf 'SSID=a\\tb\\nc')\""),
-            "iwpriv ra0 set $'SSID=a\\x09b\\x0ac'\t-\n");
+            "iwpriv ra0 set $'SSID=a\\x09b\\x0ac'\tra0: SSID Gateway-Home -> $'a\\x09b\\x0ac'\n");
 }
 
 TEST(Journal, KeepsConcurrentCallsWhole) {
@@ -98,6 +98,24 @@ TEST(Iwpriv, KeepsSettingsPerInterface) {
       "iwpriv ra0 set AuthMode=OPEN; iwpriv ra0 set New=x=y; iwpriv ra0 set WscStop;"
       "iwpriv ra0 show | grep -E '^(AuthMode|New|WscStop)'; iwpriv ra1 show | grep -E '^(AuthMode|SSID|New)'");
   EXPECT_EQ(result.out, "AuthMode=OPEN\nNew=x=y\nWscStop=\nAuthMode=WPA2PSK\nSSID=Gateway-Guest\n");
+}
+
+TEST(Iwpriv, TakesAValueByteForByte) {
+  for (const char* value :
+       {"a\nb", "a\r\nb\r", "\n", "\\", "\\n", "\\\\n\n\\", " a  b ", "\t", "a=b;c", "\"$`'*", "\x80\xff\xc3\xa4"}) {
+    SCOPED_TRACE(testing::PrintToString(value));
+    std::string word = std::string("SSID=") + value;
+    for (size_t at = 0; (at = word.find('\'', at)) != std::string::npos; at += 4) word.replace(at, 1, "'\\''");
+    const Result result =
+        run_script("iwpriv ra1 set '" + word + "'; iwpriv ra1 set Other=1; iwpriv ra1 show; iwpriv ra0 show");
+    EXPECT_EQ("", result.err);
+    EXPECT_THAT(result.out, HasSubstr(std::string("\nSSID=") + value + "\n"));
+    EXPECT_THAT(result.out, HasSubstr("\nSSID=Gateway-Home\n"));
+  }
+}
+
+TEST(Iwpriv, RefusesAKeyWithALineEnd) {
+  EXPECT_EQ(run_script("iwpriv ra0 set 'New\nKey=1'; echo $?; iwpriv ra0 show | grep -c New").out, "1\n0\n");
 }
 
 TEST(Iwpriv, ChannelMovesTheRadio) {
