@@ -1,7 +1,7 @@
 # The front door. Every target sets itself up on a fresh Debian machine and rebuilds only what changed.
 
 JOBS := $(shell nproc 2>/dev/null || echo 2)
-SOURCES = $(shell git ls-files '*.c' '*.cpp' '*.h' '*.def' 2>/dev/null)
+SOURCES = $(or $(shell git ls-files '*.c' '*.cpp' '*.h'),$(error git does not list the sources here))
 UNITS = $(filter store/%.cpp params/%.cpp apply/%.cpp driver/%.cpp wps/%.cpp platform/%.cpp sim/%.cpp,$(SOURCES))
 
 .PHONY: help demo test build format lint clean
@@ -20,7 +20,7 @@ build/release/build.ninja:
 
 demo:
 	@scripts/setup.sh demo
-	@$(MAKE) --no-print-directory build/release/build.ninja
+	@$(MAKE) -s --no-print-directory build/release/build.ninja
 	cmake --build build/release --target gateway-sim apply_settings attach_store switch_radio
 	examples/demo.sh build/release
 

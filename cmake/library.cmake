@@ -75,7 +75,7 @@ target_include_directories(api_lib_wifimgr
 # test or a simulator can stand in for any of them.
 target_compile_options(api_lib_wifimgr PRIVATE
   -fno-exceptions -fno-rtti -fno-threadsafe-statics -fsemantic-interposition
-  -ffunction-sections -fdata-sections)
+  -ffunction-sections -fdata-sections -Wmissing-declarations)
 target_link_options(api_lib_wifimgr PRIVATE
   -Wl,--version-script=${WIFIMGR_EXPORT_MAP} -Wl,--no-undefined-version
   -Wl,-z,relro,-z,now,-z,noexecstack -Wl,--gc-sections
@@ -92,5 +92,5 @@ target_link_libraries(api_lib_wifimgr PRIVATE
 
 install(TARGETS api_lib_wifimgr LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
 # On a gateway the loader's own path counts.
-install(CODE "file(RPATH_REMOVE FILE \"\$ENV{DESTDIR}${CMAKE_INSTALL_FULL_LIBDIR}/libapi_lib_wifimgr.so.1\")")
+install(CODE "file(RPATH_REMOVE FILE \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_LIBDIR}/libapi_lib_wifimgr.so.1\")")
 install(FILES include/wifimgr_lib.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})

@@ -46,8 +46,10 @@ cp "$dat24" /tmp/before-2.4g.dat
 cp "$dat5" /tmp/before-5g.dat
 calls_before=$(wc -l </run/gateway-sim/journal)
 
-# What brctl says below is the real tool: the commit takes WDS links out of the bridge even when they are in none.
 "$build/bin/apply_settings" 2>&1
+echo
+echo "(\"device wds0 is not a port of br-lan\" is what brctl says: a commit takes the WDS links out of the bridge"
+echo "whether they are in it or not, and does not look at the answer.)"
 
 heading "What changed in the dat files"
 for band in 2.4g 5g; do
@@ -55,13 +57,14 @@ for band in 2.4g 5g; do
   [ "$band" = 5g ] && file=$dat5
   echo "$band: $file"
   grep -v -e '^#' -e '^$' "/tmp/before-$band.dat" | awk -F= '
+    function shortened(text) { return length(text) > 28 ? substr(text, 1, 25) "..." : text }
     NR == FNR { old[$1] = substr($0, length($1) + 2); next }
     {
       new = substr($0, length($1) + 2)
       seen[$1] = 1
       if (old[$1] == new) next
       if (index(old[$1], new ";") == 1) { cut++; next }
-      printf "  %-18s %s -> %s\n", $1, old[$1], new
+      printf "  %-18s %s -> %s\n", $1, shortened(old[$1]), shortened(new)
     }
     END {
       for (key in old) if (!(key in seen)) dropped++
@@ -96,7 +99,9 @@ calls_before=$(wc -l </run/gateway-sim/journal)
 "$build/bin/switch_radio" restart 1
 journal_since "$calls_before"
 
-heading "2.4G switched off, then on (the switch works on br0, the commit on br-lan)"
+heading "2.4G switched off, then on"
+echo "The switch works on br0, the commit on br-lan. An interface in br-lan can neither leave nor join"
+echo "br0, so these go down and up and stay where they are."
 "$build/bin/switch_radio" off 0 2>&1 | grep -v 'is not a port of br0' || true
 echo "off:" && interfaces
 "$build/bin/switch_radio" on 0 2>&1 | grep -v 'already a member of a bridge' || true

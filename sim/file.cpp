@@ -72,7 +72,9 @@ void write_all(int fd, std::string_view text, const std::string& path) {
 
 void write_text(const std::string& path, std::string_view text, unsigned mode) {
   const UniqueFd fd = open_file(path, O_WRONLY | O_CREAT | O_TRUNC, mode);
-  fchmod(fd.get(), mode);
+  // Only a file has a mode of its own to set: a device's belongs to the machine.
+  struct stat status;
+  if (fstat(fd.get(), &status) == 0 && S_ISREG(status.st_mode)) fchmod(fd.get(), mode);
   write_all(fd.get(), text, path);
 }
 

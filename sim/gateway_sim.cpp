@@ -58,13 +58,15 @@ class Progress {
 // Creates the journal, and resolves its path while the machine's folders are still in sight.
 std::string open_journal(const std::string& path) {
   if (path.empty()) return {};
-  write_text(path, "", 0644);
-  std::string resolved = std::filesystem::canonical(path);
-  if (!std::filesystem::is_regular_file(resolved)) {
+  // What is there already is looked at before it is changed, and keeps its mode.
+  const UniqueFd fd = open_file(path, O_WRONLY | O_CREAT, 0644);
+  struct stat status;
+  if (fstat(fd.get(), &status) != 0 || !S_ISREG(status.st_mode)) {
     errno = EINVAL;
     fail("use " + path + " as the journal, which is not a file");
   }
-  return resolved;
+  if (ftruncate(fd.get(), 0) != 0) fail("empty " + path);
+  return std::filesystem::canonical(path);
 }
 
 struct Preparation {

@@ -203,6 +203,15 @@ void RootFileSystem::keep_real(const std::string& path) {
   if (!bind(kMachine + path, kNew + path)) fail("keep " + path + " real");
 }
 
+// Fresh like /tmp, unless something in it has to stay real. An overlay would not do: in a user namespace the machine's
+// owner of the folder may be unknown, and then nothing can be written there.
+void RootFileSystem::add_temporary_folder(const std::string& folder) {
+  const auto is_inside = [&](const std::string& path) { return is_within(path, folder); };
+  const auto& real = plan_.real_folders;
+  if (!is_folder(kNew + folder) || is_inside(plan_.journal) || std::any_of(real.begin(), real.end(), is_inside)) return;
+  require_mount("gateway", kNew + folder, "tmpfs", MS_NOSUID | MS_NODEV, "mode=1777");
+}
+
 void RootFileSystem::add_system_folders() {
   const std::string root = kNew;
   // A new /proc and /sys are only granted while the machine's own are in sight.
@@ -216,6 +225,7 @@ void RootFileSystem::add_system_folders() {
   require_mount("sysfs", root + "/sys", "sysfs", MS_RDONLY | MS_NOSUID | MS_NODEV | MS_NOEXEC);
   make_folder(root + "/proc");
   require_mount("gateway", root + "/proc", "tmpfs", MS_NOSUID | MS_NODEV, "mode=0755");
+  add_temporary_folder("/var/tmp");
 
   make_folder(root + "/dev");
   if (!bind(std::string(kMachine) + "/dev", root + "/dev")) fail("bind /dev");

@@ -32,6 +32,7 @@ class RootFileSystem {
   void descend(const std::string& folder);
   void mirror_entry(const std::string& path);
   void keep_real(const std::string& path);
+  void add_temporary_folder(const std::string& folder);
   void add_system_folders();
 
   RootPlan plan_;

@@ -66,7 +66,21 @@ TEST(Command, UnusableFilesAre2) {
     EXPECT_EQ(result.status, 2) << option;
     EXPECT_THAT(result.err, HasSubstr("/no/such/folder/file"));
   }
+}
+
+TEST(Command, AJournalThatIsNoFileIs2AndStaysAsItWas) {
+  const std::string before = shell("stat -c %a:%Z /dev/null").out;
   EXPECT_EQ(run({"--journal", "/dev/null", "--", "true"}).status, 2);
+  EXPECT_EQ(before, shell("stat -c %a:%Z /dev/null").out);
+}
+
+TEST(Command, AnExistingJournalKeepsItsMode) {
+  const TestFolder folder;
+  write_file(folder / "journal", "old\n");
+  shell("chmod 600 " + (folder / "journal"));
+  EXPECT_EQ(run({"--journal", folder / "journal", "--", "true"}).status, 0);
+  EXPECT_EQ(shell("stat -c %a " + (folder / "journal")).out, "600\n");
+  EXPECT_THAT(read_file(folder / "journal"), testing::Not(HasSubstr("old")));
 }
 
 TEST(Command, VerboseSaysWhatIsSetUp) {

@@ -49,14 +49,27 @@ bool take(int fd, std::string* text) {
 
 TestFolder::TestFolder() {
   char name[] = "/tmp/sim_test.XXXXXX";
-  if (mkdtemp(name) == nullptr) throw std::runtime_error("no folder for a test");
+  int ends[2];
+  if (mkdtemp(name) == nullptr || pipe2(ends, O_CLOEXEC) != 0) throw std::runtime_error("no folder for a test");
   path_ = name;
   chmod(name, 0777);
+  end_ = ends[1];
+  janitor_ = fork();
+  if (janitor_ == 0) {
+    // Out of the terminal's reach; waits for the test's end, then tidies up.
+    setsid();
+    close(ends[1]);
+    char nothing;
+    while (read(ends[0], &nothing, 1) < 0 && errno == EINTR) continue;
+    execlp("rm", "rm", "-rf", name, nullptr);
+    _exit(1);
+  }
+  close(ends[0]);
 }
 
 TestFolder::~TestFolder() {
-  std::error_code ignored;
-  std::filesystem::remove_all(path_, ignored);
+  close(end_);
+  if (janitor_ > 0) waitpid(janitor_, nullptr, 0);
 }
 
 Simulation::Simulation(const Words& arguments, const Setting& setting) {

@@ -16,7 +16,7 @@ struct Result {
   std::string err;
 };
 
-// A folder for one test, gone with it. The real one, also inside a simulation that has it as its current directory.
+// A folder for one test, gone with it, also when the test is interrupted or killed. The real one, also inside a simulation that has it as its current directory.
 class TestFolder {
  public:
   TestFolder();
@@ -29,6 +29,8 @@ class TestFolder {
 
  private:
   std::string path_;
+  int end_ = -1;  // closed when this process ends, however it does
+  pid_t janitor_ = -1;
 };
 
 // gateway-sim under way, with its standard output and error on pipes.

@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <regex>
 
@@ -80,17 +81,22 @@ TEST(Recorder, PassesTheRealToolsAnswerThrough) {
 }
 
 TEST(Recorder, TellsWhatTheKernelChanged) {
-  EXPECT_EQ(
-      journal_after("/sbin/ifconfig wds0 up; brctl addif br0 wds0; brctl addif br0 wds0; ifconfig ra0 txqueuelen 5;"
-                    "ifconfig ra1 10.0.0.1; brctl addbr br9; brctl delbr br9; ifconfig -a"),
-      "/sbin/ifconfig wds0 up\twds0: down -> up\n"
-      "brctl addif br0 wds0\twds0: joined br0\n"
-      "brctl addif br0 wds0\t-\n"
-      "ifconfig ra0 txqueuelen 5\tra0: txqueuelen 1000 -> 5\n"
-      "ifconfig ra1 10.0.0.1\tra1: address none -> 10.0.0.1/8\n"
-      "brctl addbr br9\tbr9: created\n"
-      "brctl delbr br9\tbr9: gone\n"
-      "ifconfig -a\t-\n");
+  EXPECT_EQ(journal_after("/sbin/ifconfig wds0 up; brctl addif br0 wds0; brctl addif br0 wds0;"
+                          "ifconfig ra1 10.0.0.1; brctl addbr br9; brctl delbr br9; ifconfig -a"),
+            "/sbin/ifconfig wds0 up\twds0: down -> up\n"
+            "brctl addif br0 wds0\twds0: joined br0\n"
+            "brctl addif br0 wds0\t-\n"
+            "ifconfig ra1 10.0.0.1\tra1: address none -> 10.0.0.1/8\n"
+            "brctl addbr br9\tbr9: created\n"
+            "brctl delbr br9\tbr9: gone\n"
+            "ifconfig -a\t-\n");
+}
+
+// The kernel leaves the queue length to the machine's own root, whatever the user is inside.
+TEST(Recorder, TellsOfAQueueLengthWhereTheKernelChangesIt) {
+  EXPECT_EQ(journal_after("ifconfig ra0 txqueuelen 5"), geteuid() == 0
+                                                            ? "ifconfig ra0 txqueuelen 5\tra0: txqueuelen 1000 -> 5\n"
+                                                            : "ifconfig ra0 txqueuelen 5\t-\n");
 }
 
 TEST(Iwpriv, KeepsSettingsPerInterface) {
