@@ -14,6 +14,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <sstream>
 
 #include "sim/file.h"
 #include "sim/places.h"
@@ -74,6 +75,16 @@ void take_terminal() {
   signal(SIGTTOU, SIG_DFL);
 }
 
+// A folder on the path that this user may not look into makes execvp report a command that is nowhere as forbidden.
+bool is_on_path(const std::string& command) {
+  if (command.find('/') != std::string::npos) return true;
+  std::istringstream folders(std::getenv("PATH"));
+  for (std::string folder; std::getline(folders, folder, ':');) {
+    if (path_exists((folder.empty() ? "." : folder) + "/" + command)) return true;
+  }
+  return false;
+}
+
 [[noreturn]] void execute(const Options& options, const std::string& folder) {
   sigset_t none;
   sigemptyset(&none);
@@ -87,7 +98,7 @@ void take_terminal() {
   for (const std::string& word : words) arguments.push_back(const_cast<char*>(word.c_str()));
   arguments.push_back(nullptr);
   execvp(arguments[0], arguments.data());
-  const int error = errno;
+  const int error = errno == EACCES && !is_on_path(words[0]) ? ENOENT : errno;
   std::fprintf(stderr, "gateway-sim: %s: %s\n", arguments[0],
                error == ENOENT ? "command not found" : std::strerror(error));
   _exit(error == ENOENT ? kNotFound : kNotRunnable);

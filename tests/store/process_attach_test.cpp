@@ -42,19 +42,67 @@ TEST(Processes, ThatAttachWithoutInitialisingUseTheLiveStore) {
   }
 }
 
-TEST(Processes, ThatAttachAreBoundedByTheSizeOfTheSegment) {
-  char* const segment = ipc::make_segment(0, 3 * ipc::kRecordSize + 200, '\0');
+// A segment of a foreign process with room for `records` records, and part of one more that has a key.
+char* make_segment_with_room_for(int band, size_t records) {
   const char* const keys[] = {"A", "B", "C", "Behind"};
-  for (size_t i = 0; i < 4; ++i) std::strcpy(segment + i * ipc::kRecordSize, keys[i]);
-  ipc::make_semaphore(0, 1);
-  shm_addr_2_4g = segment;
-  char buffer[160] = "";
-  EXPECT_EQ(0, read_attr(0, -1, "C", buffer, sizeof buffer));
-  EXPECT_EQ(1, read_attr(0, -1, "Behind", buffer, sizeof buffer));
-  EXPECT_EQ(1, update_attr(0, -1, "Behind", "x"));
-  EXPECT_EQ(0, update_datafile_from_shm(0, 1));
-  EXPECT_EQ("Default\nA=\nB=\nC=\n", sandbox::read_file(sandbox::dat_path(0)));
-  EXPECT_EQ("A:\nB:\nC:\n", sandbox::stdout_of([] { print_shm(0); }));
+  char* const segment = ipc::make_segment(band, records * ipc::kRecordSize + 200, '\0');
+  for (size_t i = 0; i < records; ++i) std::strcpy(segment + i * ipc::kRecordSize, keys[i]);
+  std::strcpy(segment + records * ipc::kRecordSize, "Behind");
+  return segment;
+}
+
+TEST(Processes, ThatAttachAreBoundedByTheSizeOfTheSegment) {
+  for (int band : {0, 1}) {
+    SCOPED_TRACE(band);
+    char* const segment = make_segment_with_room_for(band, 3);
+    ipc::make_semaphore(band, 1);
+    (band == 0 ? shm_addr_2_4g : shm_addr_5g) = segment;
+    char buffer[160] = "";
+    unsigned found = 99;
+    EXPECT_EQ(2, is_attr_exist(segment, "C", &found));
+    EXPECT_EQ(2U, found);
+    EXPECT_EQ(3, is_attr_exist(segment, "Behind", &found));
+    EXPECT_EQ(1, update_common_attr(segment, 3, "Behind", "x"));
+    EXPECT_EQ(0, read_attr(band, -1, "C", buffer, sizeof buffer));
+    EXPECT_EQ(1, read_attr(band, -1, "Behind", buffer, sizeof buffer));
+    EXPECT_EQ(1, update_attr(band, -1, "Behind", "x"));
+    EXPECT_EQ(0, update_datafile_from_shm(band, 1));
+    EXPECT_EQ("Default\nA=\nB=\nC=\n", sandbox::read_file(sandbox::dat_path(band)));
+    EXPECT_EQ("A:\nB:\nC:\n", sandbox::stdout_of([=] { print_shm(band); }));
+  }
+}
+
+TEST(Processes, ThatDetachAndAttachAnewAreBoundedByTheSizeOfTheNewSegment) {
+  for (int band : {0, 1}) {
+    for (size_t smaller : {0, 1}) {
+      SCOPED_TRACE(band * 10 + static_cast<int>(smaller));
+      char*& address = band == 0 ? shm_addr_2_4g : shm_addr_5g;
+      char buffer[160] = "";
+      if (ipc::semaphore(band) < 0) ipc::make_semaphore(band, 1);
+      address = make_segment_with_room_for(band, smaller != 0 ? 3 : 1);
+      EXPECT_EQ(0, read_attr(band, -1, "A", buffer, sizeof buffer));
+      EXPECT_EQ(smaller != 0 ? 0 : 1, read_attr(band, -1, "C", buffer, sizeof buffer));
+
+      char* const old = address;
+      ASSERT_EQ(0, shmctl(ipc::segment(band), IPC_RMID, nullptr));
+      ASSERT_EQ(0, shmdt(old));
+      address = nullptr;
+      EXPECT_EQ(1, read_attr(band, -1, "A", buffer, sizeof buffer));
+
+      char* const made = make_segment_with_room_for(band, smaller != 0 ? 1 : 3);
+      ASSERT_EQ(0, shmdt(made));
+      address = static_cast<char*>(shmat(ipc::segment(band), old, 0));
+      ASSERT_EQ(old, address);
+      EXPECT_EQ(0, read_attr(band, -1, "A", buffer, sizeof buffer));
+      EXPECT_EQ(smaller != 0 ? 1 : 0, read_attr(band, -1, "C", buffer, sizeof buffer));
+      EXPECT_EQ(1, read_attr(band, -1, "Behind", buffer, sizeof buffer));
+
+      ASSERT_EQ(0, shmctl(ipc::segment(band), IPC_RMID, nullptr));
+      ASSERT_EQ(0, shmdt(old));
+      address = nullptr;
+      EXPECT_EQ(1, read_attr(band, -1, "A", buffer, sizeof buffer));
+    }
+  }
 }
 
 TEST(Processes, FindTheSegmentOfAnEarlierOneTooSmallForAGrownFile) {

@@ -66,8 +66,19 @@ TEST(SystemCalls, OfARefusedBandOrNullAreNone) {
 }
 
 TEST(SystemCalls, TheSizeOfTheSegmentIsAskedOnceAtAttach) {
-  sandbox::load(0, kDat);
-  EXPECT_EQ(1, seams::shmctl_fault.calls);
+  for (int band : {0, 1}) {
+    SCOPED_TRACE(band);
+    sandbox::write_file(sandbox::dat_path(band), kDat);
+    const int before = seams::shmctl_fault.calls;
+    ASSERT_EQ(0, init_shm(band));
+    EXPECT_EQ(1, seams::shmctl_fault.calls - before);
+    expect_three_calls(
+        [=] {
+          char buffer[160];
+          return read_attr(band, -1, "Channel", buffer, sizeof buffer);
+        },
+        "the first read");
+  }
 }
 
 // From here on every system call but these ends the process.
