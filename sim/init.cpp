@@ -78,7 +78,8 @@ void take_terminal() {
 // A folder on the path that this user may not look into makes execvp report a command that is nowhere as forbidden.
 bool is_on_path(const std::string& command) {
   if (command.find('/') != std::string::npos) return true;
-  std::istringstream folders(std::getenv("PATH"));
+  const char* const path = std::getenv("PATH");
+  std::istringstream folders(path != nullptr ? path : "");
   for (std::string folder; std::getline(folders, folder, ':');) {
     if (path_exists((folder.empty() ? "." : folder) + "/" + command)) return true;
   }

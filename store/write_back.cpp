@@ -115,7 +115,7 @@ trace::Result rewrite(const char* function, int band, int ssid_count, int semaph
   bool written = false;
   if (refusal == nullptr) {
     written = write_lines(band, ssid_count, file.get(), refusal);
-    if (semaphore_v(semaphore) != 0 && refusal == nullptr) refusal = kVFailed;
+    if (semaphore_v(semaphore) != 0 && written) refusal = kVFailed;
   }
   funlockfile(file.get());
   written = file.close() && written;

@@ -1,6 +1,6 @@
 #!/bin/sh
 # The rooms of the library know only those below them: store <- params <- apply, and store <- platform. Everything may use
-# include/ and imports/.
+# include/ and imports/. The examples are callers: the public header and their own. The simulator has nothing of the library.
 #
 #   include_directions.sh SOURCE_DIR
 set -eu
@@ -8,7 +8,13 @@ export LC_ALL=C
 cd "$1"
 failed=0
 
-# allow ROOM PLAIN-NAMES ALLOWED-ROOM...: what the files of a room may include with quotes.
+# The project's own headers that a file includes, quoted or in angle brackets.
+own_headers() {
+  sed -nE -e 's/^ *# *include *"(.*)".*/\1/p' \
+    -e 's/^ *# *include *<(wifimgr_lib\.h|(include|imports|store|params|apply|platform|examples|sim|tests)\/.*)>.*/\1/p' "$1"
+}
+
+# allow ROOM PLAIN-NAMES ALLOWED-ROOM...: which of them the files of a room may include.
 allow() {
   room=$1
   pattern="^($2"
@@ -18,7 +24,7 @@ allow() {
   files=$(find "$room" -type f)
   [ -n "$files" ] || { echo "nothing in $room"; failed=1; return 0; }
   for file in $files; do
-    for header in $(sed -n 's/^ *# *include *"\(.*\)".*/\1/p' "$file"); do
+    for header in $(own_headers "$file"); do
       echo "$header" | grep -qE "$pattern" || { echo "$file includes $header"; failed=1; }
     done
   done
@@ -31,5 +37,7 @@ allow store "$public" store
 allow params "$public" store params
 allow apply "$public" store params apply
 allow platform "$public" store platform
+allow examples '(wifimgr_lib|attach_store)\.h'
+allow sim 'none' sim sim/tools sim/driver
 
 exit $failed

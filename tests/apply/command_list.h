@@ -1,13 +1,37 @@
 // The command lines of a commit, by what they do.
 #pragma once
 
+#include <gtest/gtest.h>
+
+#include <cstdint>
 #include <initializer_list>
 #include <string>
 #include <vector>
 
+#include "support/seams.h"
+#include "wifimgr_lib.h"
+
 namespace commands {
 
 using Lines = std::vector<std::string>;
+
+// How the chips are looked up.
+inline constexpr char kChips[] = "cat /proc/bus/pci/devices > /tmp/devices";
+
+// What a commit that succeeds runs.
+inline Lines committed(uint32_t band, int32_t ssid_index = 1) {
+  seams::commands.clear();
+  EXPECT_EQ(0, wifimgr_lib_commit(band, ssid_index));
+  return seams::commands;
+}
+
+// What differs between the bands' interface names.
+inline const char* bss(int band) {
+  return band == 0 ? "ra" : "rai";
+}
+inline const char* wds(int band) {
+  return band == 0 ? "wds" : "wdsi";
+}
 
 inline Lines joined(std::initializer_list<Lines> parts) {
   Lines all;

@@ -8,28 +8,15 @@
 
 namespace {
 
+using commands::bss;
+using commands::committed;
 using commands::down;
 using commands::joined;
 using commands::Lines;
 using commands::up;
+using commands::wds;
 using testing::ElementsAreArray;
 using testing::IsEmpty;
-
-const char kChips[] = "cat /proc/bus/pci/devices > /tmp/devices";
-
-Lines committed(uint32_t band, int32_t ssid_index = 1) {
-  seams::commands.clear();
-  EXPECT_EQ(0, wifimgr_lib_commit(band, ssid_index));
-  return seams::commands;
-}
-
-// What differs between the bands' interface names.
-const char* bss(int band) {
-  return band == 0 ? "ra" : "rai";
-}
-const char* wds(int band) {
-  return band == 0 ? "wds" : "wdsi";
-}
 
 TEST(Commit, Plain2_4GTakesAllDownAndBringsTheSsidsUp) {
   dat::load(0, {});

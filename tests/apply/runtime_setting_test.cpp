@@ -107,7 +107,7 @@ TEST(MaxStaNumAlias, GivesTheSettersRefusal) {
     const uint32_t number = static_cast<uint32_t>(band);
     EXPECT_THAT(seams::errors_of([number] { EXPECT_EQ(1U, wifimgr_lib_set_MaxStaNum(number, 1, "65")); }),
                 ElementsAre("[wifimgr_lib_set_mbssMaxStaNum]:===Fail Exit===The MbssMaxStaNum value is invalid,65.\n"));
-    for (const int32_t index : {0, 3, -1}) {
+    for (const uint32_t index : {0U, 3U, UINT32_MAX}) {
       EXPECT_THAT(seams::errors_of([=] { EXPECT_EQ(1U, wifimgr_lib_set_MaxStaNum(number, index, "1")); }),
                   ElementsAre("[wifimgr_lib_set_mbssMaxStaNum]:===Fail Exit===The ssid index should be from 1 to "
                               "BssidNum:2.\n"));

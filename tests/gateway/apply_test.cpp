@@ -98,8 +98,14 @@ TEST_F(Apply, EachChipsModuleIsReloadedWhenTheFlagAsksForIt) {
     const std::string band = row.band;
     const Outcome outcome =
         apply("init " + band + " commit " + band + " 1 get ReloadFlag " + band + " -1", dat, dat, row.chips);
-    EXPECT_THAT(outcome.calls, testing::IsSupersetOf({row.unload, row.load}));
-    EXPECT_EQ("ReloadFlag 0 0", outcome.steps.back());
+    Words calls;
+    add_calls(&calls, band == "0" ? "wds" : "wdsi", {0, 1, 2, 3}, false);
+    add_calls(&calls, band == "0" ? "ra" : "rai", {0}, false);
+    calls.push_back(row.unload);
+    calls.push_back(row.load);
+    add_calls(&calls, band == "0" ? "ra" : "rai", {0}, true);
+    EXPECT_EQ(calls, outcome.calls);
+    EXPECT_THAT(outcome.steps, ElementsAreArray({"init 0", "commit 0", "ReloadFlag 0 0"}));
     EXPECT_THAT(outcome.interfaces, testing::Contains(band == "0" ? "ra0 up br-lan" : "rai0 up br-lan"));
   }
 }
@@ -107,8 +113,31 @@ TEST_F(Apply, EachChipsModuleIsReloadedWhenTheFlagAsksForIt) {
 TEST_F(Apply, ChipsWithoutALoadableDriverReloadNothing) {
   const std::string dat = dat_text(1, "1", "ReloadFlag=1\nWdsEnable=0\n");
   const Outcome outcome = apply("init 0 commit 0 1 init 1 commit 1 1", dat, dat, "7915,7916,7905");
-  EXPECT_THAT(outcome.calls, testing::Not(testing::Contains(HasSubstr("mod "))));
+  Words calls;
+  add_calls(&calls, "wds", {0, 1, 2, 3}, false);
+  add_calls(&calls, "ra", {0}, false);
+  add_calls(&calls, "ra", {0}, true);
+  add_calls(&calls, "wdsi", {0, 1, 2, 3}, false);
+  add_calls(&calls, "rai", {0}, false);
+  add_calls(&calls, "rai", {0}, true);
+  EXPECT_EQ(calls, outcome.calls);
   EXPECT_THAT(outcome.interfaces, testing::IsSupersetOf({"ra0 up br-lan", "rai0 up br-lan"}));
+}
+
+TEST_F(Apply, WithNoSsidUpBeforeTakesLinksDownAlone) {
+  for (const std::string band : {"0", "1"}) {
+    SCOPED_TRACE(band);
+    const std::string bss = band == "0" ? "ra" : "rai";
+    const std::string wds = band == "0" ? "wds" : "wdsi";
+    const std::string dat = dat_text(2, "1;0", kReload);
+    const Outcome outcome = apply("init " + band + " state " + band + " 0 commit " + band + " 1", dat, dat);
+    EXPECT_THAT(outcome.steps, ElementsAreArray({"init 0", "state 0", "commit 0"}));
+    Words calls;
+    add_calls(&calls, wds, {0, 1, 2, 3}, false);
+    add_calls(&calls, bss, {0}, true);
+    EXPECT_EQ(calls, outcome.calls);
+    EXPECT_THAT(outcome.interfaces, testing::IsSupersetOf({bss + "0 up br-lan", bss + "1 down -", wds + "0 down -"}));
+  }
 }
 
 TEST_F(Apply, WdsOnBringsAllFourLinksIntoTheBridge) {
@@ -118,7 +147,15 @@ TEST_F(Apply, WdsOnBringsAllFourLinksIntoTheBridge) {
     const Outcome outcome =
         apply("init " + band + " set wifimgr_lib_set_wdsenable " + band + " -1 1 commit " + band + " 1", dat, dat);
     const std::string prefix = band == "0" ? "wds" : "wdsi";
-    for (int link = 0; link < 4; ++link) {
+    const std::string bss = band == "0" ? "ra" : "rai";
+    EXPECT_THAT(outcome.steps, ElementsAreArray({"init 0", "wifimgr_lib_set_wdsenable 0", "commit 0"}));
+    Words calls;
+    add_calls(&calls, prefix, {0, 1, 2, 3}, false);
+    add_calls(&calls, bss, {0}, false);
+    add_calls(&calls, bss, {0}, true);
+    add_calls(&calls, prefix, {0, 1, 2, 3}, true);
+    EXPECT_EQ(calls, outcome.calls);
+    for (const int link : {0, 1, 2, 3}) {
       EXPECT_THAT(outcome.interfaces, testing::Contains(prefix + std::to_string(link) + " up br-lan"));
     }
     EXPECT_THAT(outcome.interfaces, testing::Contains((band == "0" ? "wdsi" : "wds") + std::string("0 down -")));

@@ -2,15 +2,36 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 #include "simulation.h"
 
 namespace sim_test {
 namespace {
 
+using testing::ElementsAre;
 using testing::HasSubstr;
 
 class Demo : public testing::Test {
  protected:
+  // What stands under the heading that begins so.
+  std::string section(const std::string& heading) const {
+    const size_t start = result_.out.find("\n== " + heading);
+    if (start == std::string::npos) return "";
+    const size_t text = result_.out.find('\n', start + 1) + 1;
+    return result_.out.substr(text, result_.out.find("\n== ", text) - text);
+  }
+
+  // The table of interfaces under a heading: name, state and bridge of each.
+  Words interfaces(const std::string& heading) const {
+    Words found;
+    std::istringstream stream(section(heading));
+    for (std::string name, state, bridge; stream >> name >> state >> bridge;) {
+      found.push_back(name + " " + state + " " + bridge);
+    }
+    return found;
+  }
+
   Result result_ = shell(std::string(DEMO_SCRIPT) + " " + BUILD_FOLDER);
 };
 
@@ -21,6 +42,20 @@ TEST_F(Demo, RunsToItsEnd) {
 
 TEST_F(Demo, HasNoColourOffATerminal) {
   EXPECT_THAT(result_.out, testing::Not(HasSubstr("\033[")));
+}
+
+// Each heading in bold, those of the script and those of the program that it runs.
+TEST_F(Demo, HasColourOnATerminal) {
+  const Result on_terminal =
+      shell(std::string("script -qec '") + DEMO_SCRIPT + " " + BUILD_FOLDER + "' /dev/null </dev/null");
+  EXPECT_EQ(0, on_terminal.status);
+  int headings = 0;
+  for (const std::string& line : lines_of(result_.out)) {
+    if (line.rfind("== ", 0) != 0) continue;
+    ++headings;
+    EXPECT_THAT(on_terminal.out, HasSubstr("\033[1m" + line + "\033[0m\r\n"));
+  }
+  EXPECT_GT(headings, 10);
 }
 
 TEST_F(Demo, ShowsRefusalsWithTheirReasons) {
@@ -53,6 +88,56 @@ TEST_F(Demo, ShowsANarrowRestartAndTheRadioOffAndOn) {
   EXPECT_THAT(result_.out, HasSubstr("== A narrow restart of 5G"));
   EXPECT_THAT(result_.out, HasSubstr("off:\n  ra0    down"));
   EXPECT_THAT(result_.out, HasSubstr("on:\n  ra0    up"));
+}
+
+TEST_F(Demo, ShowsWhatNormalisingChanged) {
+  EXPECT_THAT(result_.out, HasSubstr("2.4G  before: TxPower=3 HT_OpMode=0 AutoChannelSelect=0\n"
+                                     "2.4G  after:  TxPower=25 HT_OpMode=1 AutoChannelSelect=0\n"));
+  EXPECT_THAT(result_.out, HasSubstr("5G    before: TxPower=80 HT_OpMode=0 AutoChannelSelect=0\n"
+                                     "5G    after:  TxPower=80 HT_OpMode=0 AutoChannelSelect=3\n"));
+}
+
+TEST_F(Demo, ShowsWhatChangedInTheDatFiles) {
+  EXPECT_EQ(
+      "2.4g: /etc/Wireless/RT2860AP/RT2860AP.dat\n"
+      "  Channel            6 -> 11\n"
+      "  BssidNum           2 -> 3\n"
+      "  SSID1              Gateway-Home -> Living Room\n"
+      "  SSID3              Gateway-3 -> Guests\n"
+      "  TxPower            100 -> 25\n"
+      "  WmmCapable         1;1;1;1;1;1;1;1 -> 0;0;0\n"
+      "  AuthMode           WPA2PSK;WPA2PSK;WPA2PSK;W... -> WPA2PSKWPA3PSK;WPA2PSK;WP...\n"
+      "  WPAPSK1            sample-passphrase-1 -> correct horse battery\n"
+      "  HT_OpMode          0 -> 1\n"
+      "  WdsEnable          0 -> 1\n"
+      "  WdsList            00:00:00:00:00:00;00:00:0... -> 02:00:00:00:10:01;00:00:0...\n"
+      "  WdsEncrypType      AES;AES;AES;AES -> AES;NONE;NONE;NONE\n"
+      "  Wds0Key            sample-link-1 -> a shared wds key\n"
+      "  and 38 lists cut to the SSID count, 60 keys of SSIDs beyond it left out\n"
+      "  and 31 comments and blank lines gone: a save writes what the store holds\n"
+      "5g: /etc/Wireless/RT2860AP_AC/RT2860AP.dat\n"
+      "  Channel            36 -> 0\n"
+      "  AutoChannelSelect  0 -> 3\n"
+      "  BssidNum           2 -> 1\n"
+      "  SSID1              Gateway-Home-5G -> Living Room 5G\n"
+      "  TxPower            100 -> 80\n"
+      "  AuthMode           WPA2PSK;WPA2PSK;WPA2PSK;W... -> WPA3PSK\n"
+      "  WPAPSK1            sample-passphrase-1 -> correct horse battery\n"
+      "  WdsEnable          0 -> 1\n"
+      "  and 40 lists cut to the SSID count, 84 keys of SSIDs beyond it left out\n"
+      "  and 33 comments and blank lines gone: a save writes what the store holds\n",
+      section("What changed in the dat files"));
+}
+
+TEST_F(Demo, ShowsTheInterfacesBeforeAndAfterTheCommit) {
+  EXPECT_THAT(
+      interfaces("The gateway after its boot"),
+      ElementsAre("ra0 up br-lan", "ra1 up br-lan", "rai0 up br-lan", "rai1 up br-lan", "wds0 down -", "wds1 down -",
+                  "wds2 down -", "wds3 down -", "wdsi0 down -", "wdsi1 down -", "wdsi2 down -", "wdsi3 down -"));
+  EXPECT_THAT(interfaces("The radio interfaces now"),
+              ElementsAre("ra0 up br-lan", "ra1 up br-lan", "ra2 up br-lan", "rai0 up br-lan", "wds0 up br-lan",
+                          "wds1 up br-lan", "wds2 up br-lan", "wds3 up br-lan", "wdsi0 up br-lan", "wdsi1 up br-lan",
+                          "wdsi2 up br-lan", "wdsi3 up br-lan"));
 }
 
 }  // namespace

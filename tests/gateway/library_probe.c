@@ -5,6 +5,7 @@
  *   get KEY BAND INDEX               a value of the store, without its line end
  *   put KEY BAND INDEX VALUE         the same past every check
  *   level TEXT | chips | log TEXT
+ *   state BAND COUNT                 how many BSSs a commit takes down
  *   restart BAND OLD_COUNT NEW_COUNT MASK WDS | dispatch BAND COUNT VALUE KIND
  *   execute BAND OPERATION | downup BAND OPERATION | radio BAND OPERATION
  *   reboot BAND CURRENT NEW WDS_COUNT OTHER_COUNT KEY | txqueue COUNT LENGTH
@@ -155,6 +156,9 @@ int main(int argc, char** argv) {
         printf("normalise %d\n", wifimgr_lib_check_wifi_value_befor_write_dat((uint32_t)band));
       } else if (strcmp(step, "commit") == 0) {
         printf("commit %d\n", wifimgr_lib_commit((uint32_t)band, next_number()));
+      } else if (strcmp(step, "state") == 0) {
+        pre_wlan_state[band] = next_number();
+        printf("state %d\n", pre_wlan_state[band]);
       } else if (strcmp(step, "oper") == 0) {
         printf("oper %d\n", (int)wifimgr_lib_wifi_config_oper((uint32_t)band, next_number()));
       } else if (!do_apply(step, band)) {

@@ -22,7 +22,7 @@ namespace {
 constexpr uid_t kNobody = 65534;
 
 [[noreturn]] void start(const Words& arguments, const Simulation::Setting& setting) {
-  Words words = {GATEWAY_SIM_PROGRAM};
+  Words words = {setting.program};
   words.insert(words.end(), arguments.begin(), arguments.end());
   std::vector<char*> pointers;
   for (std::string& word : words) pointers.push_back(word.data());
@@ -125,7 +125,7 @@ Result run(const Words& arguments) {
 }
 
 Result run_in(const std::string& folder, const Words& arguments) {
-  return Simulation(arguments, {folder, false}).finish();
+  return Simulation(arguments, {.folder = folder}).finish();
 }
 
 Result run_script(const std::string& script, const Words& options) {

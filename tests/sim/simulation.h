@@ -39,6 +39,7 @@ class Simulation {
   struct Setting {
     std::string folder;
     bool as_nobody = false;
+    std::string program = GATEWAY_SIM_PROGRAM;
   };
 
   explicit Simulation(const Words& arguments) : Simulation(arguments, Setting()) {}

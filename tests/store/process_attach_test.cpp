@@ -74,7 +74,7 @@ TEST(Processes, ThatAttachAreBoundedByTheSizeOfTheSegment) {
 
 TEST(Processes, ThatDetachAndAttachAnewAreBoundedByTheSizeOfTheNewSegment) {
   for (int band : {0, 1}) {
-    for (size_t smaller : {0, 1}) {
+    for (size_t smaller : {size_t{0}, size_t{1}}) {
       SCOPED_TRACE(band * 10 + static_cast<int>(smaller));
       char*& address = band == 0 ? shm_addr_2_4g : shm_addr_5g;
       char buffer[160] = "";

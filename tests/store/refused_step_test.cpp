@@ -194,4 +194,12 @@ TEST(RefusedUnlock, OfARewriteKeepsTheMessageOfTheLineThatCannotBeJoined) {
   EXPECT_EQ("Default\n", sandbox::read_file(sandbox::dat_path(0)));
 }
 
+TEST(RefusedUnlock, OfARewriteKeepsThePlainFailureOfAFileThatIsFull) {
+  sandbox::load(0, kDat);
+  char full[WIFIMGR_DAT_PATH_SIZE] = "/dev/full";
+  ASSERT_EQ(0, wifimgr_lib_set_wifi_path(0, full));
+  seams::fail(seams::semop_fault, 4, ERANGE);
+  EXPECT_THAT(errors_of_save(), ElementsAre(kUnlockFailed));
+}
+
 }  // namespace

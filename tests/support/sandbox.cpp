@@ -82,7 +82,7 @@ void load(int band, const std::string& dat_text) {
 }
 
 std::string full_dat(int band) {
-  return band == 0 ? kFullDat2_4G : kFullDat5G;
+  return full_dat_text(kFullDatBands[band == 0 ? 0 : 1]);
 }
 
 std::string full_dat_with(int band, const std::string& key, const std::string& value) {
