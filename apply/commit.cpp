@@ -74,9 +74,7 @@ void take_interfaces_down(const char* function, uint32_t band) {
 void bring_interfaces_up(uint32_t band, int ssids, bool with_wds) {
   const BandInterfaces& interfaces = kBands[band];
   for (int ssid = 1; ssid <= ssids; ++ssid) {
-    char enabled[store::kValueSize] = "";
-    if (wifimgr_lib_get_enableSsid(band, ssid, enabled, sizeof enabled) != 0) continue;
-    if (store::decimal(enabled) == 1) bring_up(kLanBridge, interfaces.prefix.bss, ssid - 1);
+    if (apply::read_enable(band, ssid) == 1) bring_up(kLanBridge, interfaces.prefix.bss, ssid - 1);
   }
   if (!with_wds) return;
   for (int link = 0; link < kWdsLinks; ++link) bring_up(kLanBridge, interfaces.prefix.wds, link);

@@ -23,10 +23,6 @@ void take_all_down(const char* bridge, const char* prefix, int count);
 // "ifconfig ... up" and "brctl addif ...".
 void bring_up(const char* bridge, const char* prefix, int number);
 
-// Brings the four WDS interfaces up and into the bridge, and reports each on standard output. The report names br0
-// whatever the bridge is; kept, as callers match the text.
-void bring_wds_up(const char* bridge, const char* prefix);
-
 // The interfaces' prefixes of a band; empty ones for a number that is no band.
 struct Prefixes {
   const char* bss;
@@ -37,5 +33,17 @@ constexpr Prefixes prefixes_of(uint32_t wifi_type) {
   if (wifi_type == store::k5G) return {"rai", "wdsi"};
   return {"", ""};
 }
+
+// Brings the four WDS interfaces up and into the bridge, and reports each on standard output. The report names br0
+// whatever the bridge is; kept, as callers match the text.
+void bring_wds_up(const char* bridge, const char* prefix);
+
+// The steps that switching a whole band on br0 is made of.
+void take_band_down(const Prefixes& prefix, int bss_count);           // the BSSs, then WDS
+void bring_bss_up(const Prefixes& prefix, int number);                // and reports it on standard output
+void bring_wds_up_if_on(uint32_t wifi_type, const Prefixes& prefix);  // otherwise WDS stays as it is
+
+// The number in EnableSSID of one SSID; 0 when it cannot be read.
+int32_t read_enable(uint32_t wifi_type, int32_t ssid_index);
 
 }  // namespace apply

@@ -1,12 +1,9 @@
 // The narrow restarts: a band's interfaces, without the dat file and mostly without the driver.
-#include <cstdio>
 #include <cstring>
 
 #include "apply/band_number.h"
 #include "apply/interface.h"
 #include "store/band.h"
-#include "store/decimal.h"
-#include "store/record.h"
 #include "store/shell.h"
 #include "store/trace.h"
 #include "wifimgr_lib.h"
@@ -46,11 +43,8 @@ bool is_first_of_2_4g(int32_t ssid, const Prefixes& prefix) {
 
 void bring_band_up(uint32_t wifi_type, int ssids, const Prefixes& prefix) {
   for (int32_t ssid = 1; ssid <= ssids; ++ssid) {
-    char enabled[store::kValueSize] = "";
-    if (wifimgr_lib_get_enableSsid(wifi_type, ssid, enabled, sizeof enabled) != 0) enabled[0] = '\0';
-    if (store::decimal(enabled) != 0) {
-      bring_up(kBr0, prefix.bss, ssid - 1);
-      (void)std::printf("add %s%d to br0\n", prefix.bss, ssid - 1);
+    if (apply::read_enable(wifi_type, ssid) != 0) {
+      apply::bring_bss_up(prefix, ssid - 1);
     } else if (is_first_of_2_4g(ssid, prefix)) {
       // Up and down once, so that the first interface is initialised.
       (void)store::run_shell("ifconfig %s0 up", prefix.bss);
@@ -58,10 +52,7 @@ void bring_band_up(uint32_t wifi_type, int ssids, const Prefixes& prefix) {
       if (ssids < 2) break;
     }
   }
-  int32_t wds_mode = 0;
-  if (apply::read_number(wifimgr_lib_get_wdsenable, wifi_type, wds_mode) && wds_mode == 1) {
-    bring_wds_up(kBr0, prefix.wds);
-  }
+  apply::bring_wds_up_if_on(wifi_type, prefix);
 }
 
 // Takes `count` BSSs out of br0, and on 5G the WDS interfaces too, by the tool's full path.
@@ -112,8 +103,7 @@ extern "C" void doWifiDownUp(uint32_t wifi_type, uint32_t oper) {
   const int ssids = apply::read_number_or_report(wifimgr_lib_get_bssidnum, wifi_type, apply::kSsidCountFailed);
   const Prefixes prefix = prefixes_of(wifi_type);
   if (oper == 0) {
-    take_all_down(kBr0, prefix.bss, ssids);
-    take_all_down(kBr0, prefix.wds, kWdsLinks);
+    apply::take_band_down(prefix, ssids);
   } else if (oper == 1) {
     bring_band_up(wifi_type, ssids, prefix);
   }

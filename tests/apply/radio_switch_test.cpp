@@ -8,23 +8,16 @@
 
 namespace {
 
+using commands::bss;
 using commands::down_from;
 using commands::joined;
+using commands::kNoCount;
 using commands::Lines;
 using commands::up_into;
+using commands::wds;
 using testing::ElementsAre;
 using testing::ElementsAreArray;
 using testing::IsEmpty;
-
-constexpr char kNoCount[] = "write_wlan_config:wifimgr_lib_get_bssidnum fail.\n";
-
-std::string bss(uint32_t band) {
-  return band == 0 ? "ra" : "rai";
-}
-
-std::string wds(uint32_t band) {
-  return band == 0 ? "wds" : "wdsi";
-}
 
 // What one switch runs; what it prints goes to `printed`.
 Lines switched(uint32_t band, uint32_t oper, std::string* printed = nullptr) {

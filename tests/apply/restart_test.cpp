@@ -11,23 +11,17 @@
 
 namespace {
 
+using commands::bss;
 using commands::down;
 using commands::joined;
 using commands::Lines;
 using commands::up_into;
+using commands::wds;
 using testing::ElementsAre;
 using testing::ElementsAreArray;
 using testing::IsEmpty;
 
 constexpr char kChipSearch[] = "cat /proc/bus/pci/devices > /tmp/devices";
-
-std::string bss(uint32_t band) {
-  return band == 0 ? "ra" : "rai";
-}
-
-std::string wds(uint32_t band) {
-  return band == 0 ? "wds" : "wdsi";
-}
 
 struct Outcome {
   uint64_t result;
