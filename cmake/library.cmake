@@ -54,7 +54,33 @@ add_library(api_lib_wifimgr SHARED
   apply/snapshot_wds.cpp
   apply/wds.cpp
   apply/wds_key.cpp
-  platform/constants.cpp)
+  driver/ap_count.cpp
+  driver/caller_request.cpp
+  driver/channel.cpp
+  driver/command_text.cpp
+  driver/neighbour.cpp
+  driver/probe_response.cpp
+  driver/process_info.cpp
+  driver/radio_load.cpp
+  driver/request.cpp
+  driver/station_capability.cpp
+  driver/station_table.cpp
+  driver/wps_access_list.cpp
+  driver/wps_pin.cpp
+  driver/wps_state.cpp
+  wps/daemon.cpp
+  wps/pin.cpp
+  wps/service.cpp
+  wps/setting.cpp
+  platform/board_command.cpp
+  platform/board_file.cpp
+  platform/calibration.cpp
+  platform/chip_package.cpp
+  platform/constants.cpp
+  platform/dfs.cpp
+  platform/interface_address.cpp
+  platform/multi_ap.cpp
+  platform/temperature.cpp)
 
 set(WIFIMGR_EXPORT_MAP ${PROJECT_SOURCE_DIR}/include/wifimgr_lib.map)
 

@@ -1319,6 +1319,383 @@ WIFIMGR_API uint64_t wifimgr_lib_set_MaxStaNum(uint32_t wifi_type, uint32_t ssid
 /* Adds 1 to the last of the six bytes at `mac`, without a carry. Returns 0. */
 WIFIMGR_API int wifimgr_lib_use_global_mac(uint8_t* mac);
 
+/* ---- Driver: requests --------------------------------------------------------------------------------------------
+ *
+ * These ask or tell the WLAN driver through a request of the wireless extensions on one of its interfaces, over a
+ * datagram socket that each call opens and closes. Nothing is cached, the store is not touched, and they may run in
+ * several threads at once. The radio as a whole is asked on "ra0" (2.4G) or "rai0" (5G), SSID interface i on "ra%d" or
+ * "rai%d" with i counted from 0. Texts are written with their NUL; what a buffer must hold is given with each.
+ *
+ * Results, unless stated: 0; 1 for a wrong band or index, or a null pointer; -1 when the socket cannot be opened or
+ * the driver refuses. Outputs stay untouched on failure, unless stated. The band is checked before the socket is
+ * opened. Reasons marked "prints" go to standard output, the others to the trace. */
+
+/* Sends any wireless request: `length` bytes at `data` for the interface `ifname` (cut to 15 characters). Returns
+ * what ioctl returned; -1 with "\n===  create socket fail ===" or "\n===  ioctl open fail ===" in the trace. */
+WIFIMGR_API int wifimgr_lib_ioctl(int request, void* data, const char* ifname, uint16_t length);
+
+/* Sends the private request 0x8BE1 with an object id, for queries and for commands.
+ * Returns what ioctl returned, a negative number with "@@@ioctl fail\r" printed; -1 without a socket, printing
+ * "%s %d: socket open fail" with the function's name and 2229. */
+WIFIMGR_API int wifimgr_lib_OidQueryInformation(uint16_t oid, const char* ifname, void* data, uint16_t length);
+
+/* The driver's statistics (request 0x8BE9) of an interface, `length` bytes at `data`; their layout is the driver's.
+ * Prints "==>%s: Create %s socket fail" (function, interface) without a socket. */
+WIFIMGR_API int wifimgr_lib_get_WIFI_STATS(const char* ifname, void* data, uint16_t length);
+
+/* Sends an OUI filter to the radio, as it is (OID 0x9220). Prints "[%s]Create socket fail", "[%s]:ioctl open fail". */
+WIFIMGR_API int wifimgr_lib_set_OUI_FILTER(int wifi_type, void* data, uint16_t length);
+
+/* Probe-response entries, sent as they are. 2 is a second name for 5G. A wrong band leaves the socket open: each such
+ * call costs the process a descriptor; deliberate.
+ * _execute  OID 0x9204 to SSID interfaces 0 to 7 in order, as far as bits 0, 1, ... of ssid_mask are set. The first
+ *           clear bit ends the call with -1, as its request goes to an interface without a name; 0 only for 0xff.
+ * _delete   OID 0x9205 to the radio. Prints "function ==> [%s]  line ==> [%d]" with 2599 and 2612 on the way and 2622
+ *           after it. */
+WIFIMGR_API int wifimgr_lib_proberesp_execute(int wifi_type, void* data, uint16_t length, int ssid_mask);
+WIFIMGR_API int wifimgr_lib_proberesp_delete(int wifi_type, void* data, uint16_t length);
+
+/* ---- Driver: radio ----------------------------------------------------------------------------------------------- */
+
+/* The radio's channel as a decimal text; `out` of 12 bytes or more. "6" on failure, for 5G too. Print
+ * "==>UpdateChannel: Create socket fail" or "==>UpdateChannel: ioctl open fail"; UpdateChannelAC says
+ * "UpdateChannelAC". The first two are 2.4G and 5G. */
+WIFIMGR_API void UpdateChannel(char* out);
+WIFIMGR_API void UpdateChannelAC(char* out);
+WIFIMGR_API int wifimgr_lib_get_CHANNEL(int wifi_type, char* out);
+
+/* Noise level of the radio's channel in dBm (OID 0x069C), as a decimal text; `out` of 12 bytes or more. index -1.
+ * Returns 1 for all failures. Refusals: "The index should be -1." (before the band), "get_Noise: Create socket fail",
+ * "get_Noise: ioctl open fail". */
+WIFIMGR_API int wifimgr_lib_get_Noise(int wifi_type, int index, char* out);
+
+/* The load that the driver reports for the radio's channel (OID 0x0765), likewise. Refusals: "chanLoad: Create socket
+ * fail", "chanLoad: ioctl open fail". */
+WIFIMGR_API int wifimgr_lib_get_chanLoad(int wifi_type, int index, char* out);
+
+/* The load of 5G for band steering, as a signed number cut to out_size bytes. ssid_index must be 1; every band but 0
+ * is 5G. Returns 1 for all failures. Refusals: "The ssid index should be 1 .", "Only 5G support BndstrgChanLoad.",
+ * and those of wifimgr_lib_get_chanLoad. */
+WIFIMGR_API int wifimgr_lib_get_BndstrgChanLoad(int wifi_type, int ssid_index, char* out, int out_size);
+
+/* Chip temperature in degrees Celsius as the driver reports it (OID 0x09A1). Returns 1 for all failures. Refusals:
+ * "wifimgr_lib_get_WPS_STA_MAC: Create socket fail", "wifimgr_lib_get_WPS_STA_MAC: ioctl open fail" (so they read). */
+WIFIMGR_API int wifimgr_lib_get_CPU_TEMPERATURE(int wifi_type, uint32_t* value);
+
+/* The driver's AP count record: 80 bytes, two parts of them cleared; the meaning is the driver's. */
+typedef struct wifimgr_ap_count {
+  uint8_t head[40];
+  uint8_t cleared_40[8];
+  uint8_t middle[8];
+  uint8_t cleared_56[8];
+  uint8_t tail[16];
+} wifimgr_ap_count;
+
+/* Request 0x8BFC; 0 is 2.4G, every other number 5G. Returns -1 for all failures. Prints "==>getAPCount(): XXXXXX
+ * socket open fail", "==>getAPCount(): XXXXXX ioctl open fail". Does not trace. */
+WIFIMGR_API int getAPCount(int wifi_type, wifimgr_ap_count* out);
+
+/* ---- Driver: stations -------------------------------------------------------------------------------------------- */
+
+#define WIFIMGR_STATIONS 64
+
+/* Stations of an interface: as many MACs as `count` says are valid. 2.4G may list a station twice, hence 64. */
+typedef struct wifimgr_station_list {
+  uint64_t count;
+  uint8_t mac[WIFIMGR_STATIONS][6];
+} WIFIMGR_PACKED wifimgr_station_list;
+
+/* The stations of one interface (request 0x8BEF), from the driver's table of 32.
+ * index  0 to 7 for "ra%d", 8 to 15 for "rai%d" with index - 8; another one, and a null `out`, do nothing.
+ * On failure and with an empty table `out` stays as it was, its count too. Prints "==>getMacEntryByIndex(): create
+ * socket fail.", "==>getMacEntryByIndex(): XXXXXX ioctl open fail", "==>getMacEntryByIndex(): 7915 no sta existance".
+ * Does not trace. */
+WIFIMGR_API void getMacEntryByIndex(wifimgr_station_list* out, unsigned index);
+
+/* Whether a station can do 802.11k (1 or 0), and the driver's byte of what it can do of 802.11v.
+ * ssid_index  1 to 4.
+ * mac         six bytes.
+ * Return 1 for all failures. Refusals: "The ssid index should be from 1 to 4" (before the band), "getSta11kCap:
+ * Create socket fail", "getSta11kCap: malloc fail", "getSta11kCap: ioctl open fail"; likewise with getSta11vCap. */
+WIFIMGR_API int wifimgr_lib_get_Sta11kCap(int wifi_type, int ssid_index, const uint8_t* mac, uint8_t* capable);
+WIFIMGR_API int wifimgr_lib_get_Sta11vCap(int wifi_type, int ssid_index, const uint8_t* mac, uint8_t* cap);
+
+/* ---- Driver: neighbours, processes, command texts ---------------------------------------------------------------- */
+
+/* Starts a partial scan in the background: "/userfs/bin/iwpriv ra0 set PartialScan=1 &" (5G rai0). */
+WIFIMGR_API int wifimgr_lib_set_PartialScan(int wifi_type);
+
+typedef struct wifimgr_neighbour {
+  char band[5]; /* "2.4G" or "5G" */
+  uint8_t rest[89];
+} wifimgr_neighbour;
+
+typedef struct wifimgr_neighbour_list {
+  uint32_t count;
+  wifimgr_neighbour first;
+} WIFIMGR_PACKED wifimgr_neighbour_list;
+
+/* Makes the driver dump a site survey to "/tmp/site_survey_ra0" or "/tmp/site_survey_rai0", which stays. The survey
+ * is not parsed, deliberately: the count is always 0. The first entry holds the band's label when the dump has one to
+ * three lines, is all zero when it has more and untouched when it is empty. For the neighbours themselves take
+ * wifimgr_lib_get_neighbourinfo_v1. Returns 1 for all failures. Refusal: "fp is NULL". */
+WIFIMGR_API int wifimgr_lib_get_neighbourinfo(int wifi_type, wifimgr_neighbour_list* list);
+
+#define WIFIMGR_NEIGHBOUR_TABLE_SIZE 18436
+
+/* The driver's neighbour table (OID 0x0683) as it is; `buffer` of WIFIMGR_NEIGHBOUR_TABLE_SIZE bytes. Mind the order
+ * of the arguments. Returns 1 for all failures. Refusals: "Create socket_id_StaRssi socket fail", "ioctl open fail".
+ */
+WIFIMGR_API int wifimgr_lib_get_neighbourinfo_v1(void* buffer, int wifi_type);
+
+#define WIFIMGR_PROCESSES 8
+
+typedef struct wifimgr_process {
+  char name[16]; /* padded with NUL; 16 characters fill it without one */
+  uint32_t pid;
+  uint8_t running;
+  uint8_t filling[3];
+} wifimgr_process;
+
+typedef struct wifimgr_process_info {
+  uint8_t count; /* of the driver's processes, plus 1; 255 of them give 0. Only 8 are ever listed. */
+  uint8_t filling[3];
+  wifimgr_process process[WIFIMGR_PROCESSES];
+} wifimgr_process_info;
+
+/* The processes of the WLAN service: itself first, as "wlan.svc", when "/var/run/wlan_svc.pid" names a live process,
+ * then those that the driver reports (request 0x8BFE on rai0). Returns 1 for all failures. */
+WIFIMGR_API int wifimgr_lib_get_wifi_process_info(wifimgr_process_info* record);
+
+/* Writes an iwpriv command line for an interface, cut to `size` bytes; runs nothing.
+ * prefix, index  the interface: the prefix alone for index -1, else both; cut to 15 characters.
+ * kind           0 "/userfs/bin/iwpriv %s set %s", 1 "/userfs/bin/iwpriv %s %s", with interface and argument.
+ * Returns 0. `out` stays untouched for another kind, a null pointer or a size of 0 or less. */
+WIFIMGR_API int wifimgr_lib_set_WIFI_CMD(const char* prefix, int index, int size, const char* argument, char* out,
+                                         int kind);
+
+/* Writes a printf template for lines of a script, cut to `size` bytes: "/userfs/bin/iwpriv ra%d set %s=%s\n" (5G
+ * rai%d), for interface number, key and value. Returns 0. */
+WIFIMGR_API int wifimgr_lib_get_WLAN_SCRIPT(int wifi_type, int size, char* out);
+
+/* ---- WPS: the driver's session -----------------------------------------------------------------------------------
+ *
+ * Results and conventions of the driver requests. ssid_index counts from 0 here and is not checked: an interface that
+ * the driver does not have is refused by it. */
+
+/* The PIN with leading zeros to eight digits (OID 0x0752); `out` of 11 bytes or more. "0" on failure. Print
+ * "==>UpdatePinCode: Create socket fail" or "==>UpdatePinCode: ioctl open fail"; UpdatePinCodeAC says
+ * "UpdatePinCodeAC". The first two are those of the 2.4G and 5G radio. */
+WIFIMGR_API void UpdatePinCode(char* out);
+WIFIMGR_API void UpdatePinCodeAC(char* out);
+WIFIMGR_API int wifimgr_lib_get_WPS_PIN_CODE(int wifi_type, int ssid_index, char* out);
+
+/* The state of an interface's WPS session (OID 0x0751) and, for states 3 to 0x7fffffff, its peer (OID 0x075C).
+ * state     the driver's code; 0 when it cannot be read.
+ * peer_mac  18 bytes: the MAC in capitals with colons. Untouched for other states; its first byte is 0 on failure, a
+ *           failing second request too, which leaves the state that was read.
+ * Print "==>UpdateWpsStatus: Create socket fail", "==>UpdateWpsStatus: ioctl open fail", "==>UpdateWpsMac: ioctl open
+ * fail:%d" with the result. The first two are 2.4G and 5G; they do nothing with a null pointer. */
+WIFIMGR_API void UpdateWpsStatus(uint32_t* state, char* peer_mac, int ssid_index);
+WIFIMGR_API void UpdateWpsStatusAC(uint32_t* state, char* peer_mac, int ssid_index);
+WIFIMGR_API int wifimgr_lib_get_WpsStatus(int wifi_type, uint32_t* state, char* peer_mac, int ssid_index);
+
+/* The radio's WPS status word (request 0x8BF2). Prints "[%s]Create socket fail", "[%s]:ioctl open fail". */
+WIFIMGR_API int wifimgr_lib_get_WPS_STATUS(int wifi_type, uint16_t* status);
+
+/* The station in WPS with the radio (OID 0x2044): its MAC in small letters with colons, `out` of 18 bytes or more.
+ * Returns 1 for all failures but missing memory: 4, printing "malloc failed.". Refusals:
+ * "wifimgr_lib_get_WPS_STA_MAC: Create socket fail", "wifimgr_lib_get_WPS_STA_MAC: ioctl open fail". */
+WIFIMGR_API int wifimgr_lib_get_WPS_STA_MAC(int wifi_type, char* out);
+
+#define WIFIMGR_WPS_ACCESS_ENTRIES 64
+
+/* A MAC is cut at its first zero byte and filled with zeros: 00:11:22:33:44:55 reads as six zeros. Deliberate. */
+typedef struct wifimgr_wps_access_entry {
+  uint8_t mac[6];
+  uint16_t value; /* the driver's */
+} wifimgr_wps_access_entry;
+
+typedef struct wifimgr_wps_access_list {
+  uint8_t header[16]; /* the driver's */
+  wifimgr_wps_access_entry entry[WIFIMGR_WPS_ACCESS_ENTRIES];
+} wifimgr_wps_access_list;
+
+/* The access list of an interface's WPS (OID 0x052A). Prints "[%s]:Create ACL socket fail", "[%s]:ioctl open fail". */
+WIFIMGR_API int wifimgr_lib_get_WPS_ACL_INFO(int wifi_type, int ssid_index, wifimgr_wps_access_list* out);
+
+/* ---- WPS: settings and service -----------------------------------------------------------------------------------
+ *
+ * The setters check value, index (1 to 8, however many SSIDs the band has) and band, in this order. Those of stored
+ * keys change the store before they look at the band, as update_attr does. Then they run "/userfs/bin/iwpriv ra%d set
+ * KEY=VALUE" (5G rai%d, number ssid_index - 1), the value escaped for the shell; its result is not looked at. Numbers
+ * are digits up to the first line end (none is 0).
+ * Return 0, or 1. Refusals: "The input parameter is invalid.", "The ssid index is invalid.", "The wifi type is
+ * invalid.", "Set the KEY failed." when the store refuses; 1 also when the escaped value needs more than 159 characters
+ * (the store is changed then). */
+
+/* Stored under their key: WscConfMode 0 to 7; WscConfStatus 1 or 2; WscV2Support 0 or 1; WscMaxPinAttack 0 to 10;
+ * WscKeyASCII 0, 1 or 8 to 63; WscSetupLockTime any number. */
+WIFIMGR_API uint64_t wifimgr_lib_set_wscConfMode(uint32_t wifi_type, int32_t ssid_index, const char* value);
+WIFIMGR_API uint64_t wifimgr_lib_set_wscConfStatus(uint32_t wifi_type, int32_t ssid_index, const char* value);
+WIFIMGR_API uint64_t wifimgr_lib_set_wscV2Support(uint32_t wifi_type, int32_t ssid_index, const char* value);
+WIFIMGR_API uint64_t wifimgr_lib_set_wscMaxPinAttack(uint32_t wifi_type, int32_t ssid_index, const char* value);
+WIFIMGR_API uint64_t wifimgr_lib_set_wscKeyASCII(uint32_t wifi_type, int32_t ssid_index, const char* value);
+WIFIMGR_API uint64_t wifimgr_lib_set_wscSetupLockTime(uint32_t wifi_type, int32_t ssid_index, const char* value);
+
+/* Only sent: WscMode 1 or 2; WscPinCode any number, its checksum is not tested; WscGenPinCode 0 or 1. */
+WIFIMGR_API uint64_t wifimgr_lib_set_wscMode(uint32_t wifi_type, int32_t ssid_index, const char* value);
+WIFIMGR_API uint64_t wifimgr_lib_set_wscPinCode(uint32_t wifi_type, int32_t ssid_index, const char* value);
+WIFIMGR_API uint64_t wifimgr_lib_set_wscGenPinCode(uint32_t wifi_type, int32_t ssid_index, const char* value);
+
+/* Send WscGetConf=1, WscStop=1 and WscOOB=1. */
+WIFIMGR_API uint64_t wifimgr_lib_set_wscGetConf(uint32_t wifi_type, int32_t ssid_index);
+WIFIMGR_API uint64_t wifimgr_lib_set_wscStop(uint32_t wifi_type, int32_t ssid_index);
+WIFIMGR_API uint64_t wifimgr_lib_set_wscOOB(uint32_t wifi_type, int32_t ssid_index);
+
+/* Only stored, any text: WSC_UUID_E1 to 8 and WSC_UUID_Str1 to 8. A refusal of the store is a plain 1. */
+WIFIMGR_API uint64_t wifimgr_lib_set_WscUUIDE(uint32_t wifi_type, int32_t ssid_index, const char* value);
+WIFIMGR_API uint64_t wifimgr_lib_set_WscUUIDStr(uint32_t wifi_type, int32_t ssid_index, const char* value);
+
+/* The PIN of one of the band's SSIDs (OID 0x0752): eight digits or more, `out` of 11 bytes or more.
+ * ssid_index  1 to BssidNum.
+ * Returns 1 for all failures. Refusals: "get_bssidnum err.", "The ssid index should be from 1 to BssidNum:%d.",
+ * "UpdatePinCode: ioctl open fail", "UpdatePinCodeAC: Create socket fail" (so on both bands). */
+WIFIMGR_API int wifimgr_lib_get_wscPinCode(int wifi_type, int ssid_index, char* out);
+
+/* Does nothing and returns 0, whatever is passed. */
+WIFIMGR_API int wifimgr_lib_get_wps_info(WIFIMGR_ANYTHING);
+
+/* WPS actions: each writes a script of iwpriv lines to `path`, for the caller to run. The band's snapshot must have
+ * been taken: the interface prefix comes from it.
+ * ssid_index      counts from 0.
+ * start_argument  two numbers: the method, 0 for PIN and 1 for push button, and the PIN (0 for none), which is read
+ *                 with method 0 only.
+ * Unless WscConfMode of the SSID is 1, 2 or 7 nothing is written and the result is 0; so for another band.
+ * _start_wps   WscConfMode, WscConfStatus, WscMode, WscPinCode and WscGetConf lines; the file gets mode 0700. 0 also
+ *              when the file cannot be opened; 1, with an empty file, when the low byte of WscConfStatus is not 1 or
+ *              2, and when the mode cannot be set.
+ * _stop_wps    "WscStop"; _genpincode "WscGenPinCode=1"; _resetoob "WscOOB=1". 1 when the file cannot be opened.
+ * 1 also for a null pointer; nothing is written then. */
+WIFIMGR_API int wifimgr_lib_service_start_wps(const char* path, int wifi_type, int ssid_index,
+                                              const uint32_t* start_argument);
+WIFIMGR_API int wifimgr_lib_service_stop_wps(const char* path, int wifi_type, int ssid_index);
+WIFIMGR_API int wifimgr_lib_service_genpincode(const char* path, int wifi_type, int ssid_index);
+WIFIMGR_API int wifimgr_lib_service_resetoob(const char* path, int wifi_type, int ssid_index);
+
+/* Ends the WPS daemon ("killall -9 wscd") and, when `enable` is "Yes" and WscConfMode of the SSID is not 0, starts it
+ * again: "/usr/bin/wscd -i %s%d -a %s -m 1 &" with the interface and the address of br0.
+ * ssid_index  counts from 1.
+ * Returns 0, also when nothing was started; -1 for another band and 1 for a null text, nothing is run then. Prints
+ * "write_wlan_config:wifimgr_lib_get_wscConfMode fail." when the mode cannot be read. */
+WIFIMGR_API int wifimgr_lib_service_wpsstart_wifiupnp(int wifi_type, int ssid_index, const char* enable);
+
+/* The IPv4 address of br0, as ifconfig prints it behind "inet addr:"; `out` of 32 bytes or more. Untouched when there
+ * is none. Writes "/tmp/br0_info.txt", which stays. Does not trace. */
+WIFIMGR_API void get_onu_ipaddr(char* out);
+
+/* ---- Board: buttons, LED, chip ----------------------------------------------------------------------------------- */
+
+/* Read "/proc/zq2810/wps_button", ".../ahb_status" and ".../wlan11ac_button" without waiting. Up to `size` bytes are
+ * read and the last byte of `buffer` is set to NUL, so one byte gives "". `count` receives the number of bytes read,
+ * 0xffffffff for an error. Return 0; -1 when the file cannot be opened or a pointer is null. */
+WIFIMGR_API int wifimgr_lib_get_WPS_BUTTON(char* buffer, int size, uint32_t* count);
+WIFIMGR_API int wifimgr_lib_get_AHB_STATUS(char* buffer, int size, uint32_t* count);
+WIFIMGR_API int wifimgr_lib_get_WLAN11AC_BUTTON(char* buffer, int size, uint32_t* count);
+
+/* Write the text, as it is, to ".../wps_button", ".../wps_5g_button", ".../ahb_status" and ".../wlan_wps_button".
+ * Return 0, also when the file cannot be opened or the text is null. */
+WIFIMGR_API int wifimgr_lib_set_WPS_BUTTON(const char* text);
+WIFIMGR_API int wifimgr_lib_set_WPS_5G_BUTTON(const char* text);
+WIFIMGR_API int wifimgr_lib_set_AHB_STATUS(const char* text);
+WIFIMGR_API int wifimgr_lib_set_WLAN_WPS_BUTTON(const char* text);
+
+/* Reads a button's file in the way of wifimgr_lib_get_WPS_BUTTON.
+ * mode  0 returns 2 when something was read (or reading failed), 0 when nothing was, -2 when the file cannot be
+ *       opened; 1 returns the number of bytes, -1 for an error or when the file cannot be opened.
+ * Returns -2 for another mode. */
+WIFIMGR_API int wifimgr_lib_get_button_state(int mode, const char* path, char* buffer, int size);
+
+/* Runs "echo %s > /proc/zq2810/led_wlan" with the text, unescaped. The line is cut to 63 characters as a whole: a
+ * text of more than 32 loses part of the redirection. Deliberate. Returns 0. */
+WIFIMGR_API int wifimgr_lib_set_LED_WLAN(const char* text);
+
+#define WIFIMGR_WLANSHARE_CMD_SIZE 64
+
+/* Writes "echo %d %d %s %s > /proc/zq2810/wlanshare", cut to 63 characters, to `out` of 64 bytes; runs nothing.
+ * Returns 0. */
+WIFIMGR_API int wifimgr_lib_get_WLANSHARE_CMD(char* out, int a, int b, const char* text1, const char* text2);
+
+/* The chip's package id from "/proc/zq2810/chip_id"; untouched when there is no number in it. Returns 0; -1 when the
+ * file cannot be opened. Prints "Critical Bugs, Can't get package id!"; "fscanf error!", without a line end, for an
+ * empty file. */
+WIFIMGR_API int wifimgr_lib_get_CHIP_ID(int* id);
+
+/* Routes the 5G radio's PCIe: writes a register with "sys memwl", which one depends on the chip's package.
+ * flag  0 or 1, else "The flag value is invalid.".
+ * Returns 1 for an unknown package (or no chip_id file), printing "2810" and "unknow package". */
+WIFIMGR_API int wifimgr_lib_set_5G_PCIE(int flag);
+
+/* ---- Board: calibration ------------------------------------------------------------------------------------------ */
+
+/* Copies the radio's calibration image from flash, with "/userfs/bin/mtd", to the file that the driver loads
+ * ("/etc/RT30xxEEPROM.bin", 5G "/etc/Wireless/RT2860AP_AC/RT30xxEEPROM.bin") when its chip id, the first two bytes,
+ * is one of the band's; otherwise prints "use default ..." and leaves that file alone. The image passes through
+ * "/tmp/RT30xxEEPROM.bin" or "/tmp/MT7610EEPROM.bin", which is removed, but not when it is empty: 0 then, too.
+ * Refusals: "The wifi type is invalid.", "open tmp/RT30xxEEPROM.bin fail!!!" (5G MT7610EEPROM.bin). */
+WIFIMGR_API int wifimgr_lib_get_wifi_calibration(int wifi_type);
+
+/* Writes the driver's image file back to flash. The tool's result is not looked at. Refusal: "The wifi type is
+ * invalid.". */
+WIFIMGR_API int wifimgr_lib_set_wifi_calibration(int wifi_type);
+
+/* ---- Board: network identity -------------------------------------------------------------------------------------
+ *
+ * The kernel's answers about interfaces; names are cut to 15 characters. Outputs stay untouched on failure. */
+
+/* The hardware address in capitals with colons, cut to `size` bytes. Return 0, or -1. The first prints "%s %d: socket
+ * open fail" or "%s %d: ioctl open fail" with its name and 2026 or 2033, the second only the former with 2078. */
+WIFIMGR_API int wifimgr_lib_get_itf_hwaddr(const char* ifname, char* out, int size);
+WIFIMGR_API int wifimgr_lib_get_interface_mac0(const char* ifname, char* out, int size);
+
+/* The six bytes of the hardware address, asked over a raw socket, which needs CAP_NET_RAW. Always 0. */
+WIFIMGR_API int wifimgr_lib_get_interface_mac(const char* ifname, uint8_t* mac);
+
+/* The same of br0; six zero bytes when they cannot be read, and 0 all the same. 1 for a null pointer. */
+WIFIMGR_API int wifimgr_lib_get_ethaddr(uint8_t* mac);
+
+/* The same of br0 over the caller's socket, which stays open. Returns 0, or -1. */
+WIFIMGR_API int wifimgr_lib_get_ifaddr(int socket, uint8_t* mac);
+
+/* An IPv6 address from the MAC of br0: bytes 2 to 15 of `record`, the last eight being the interface identifier.
+ * Bytes 0 and 1 are the caller's. Returns 0, or -1. */
+WIFIMGR_API int wifimgr_lib_get_br0_v6addr(uint8_t* record);
+
+/* 1 when the interface's flags (IFF_UP is 0x1) have any bit of the mask, else 0; 0 also on failure. */
+WIFIMGR_API int wifimgr_lib_get_test_itf_status(const char* ifname, uint16_t mask);
+
+/* ---- DFS zero-wait, MBO, multi-AP -------------------------------------------------------------------------------- */
+
+/* DfsDedicatedZeroWait, DfsZeroWaitDefault: band-wide, on 5G only; index -1. Accept digits, 0 to 1. Refusals: "The
+ * type should be 1.", "The ssid index is invalid." (getters "The index should be -1."), "The DfsDedicatedZeroWait
+ * value is invalid.", "The DfsZeroWaitDefault value is invalid.". Buffers as for all getters. */
+WIFIMGR_API uint64_t wifimgr_lib_set_DfsDedicatedZeroWait(uint32_t wifi_type, int32_t index, const char* value);
+WIFIMGR_API uint64_t wifimgr_lib_set_DfsZeroWaitDefault(uint32_t wifi_type, int32_t index, const char* value);
+WIFIMGR_API int wifimgr_lib_get_DfsDedicatedZeroWait(int wifi_type, int index, char* buf, unsigned len);
+WIFIMGR_API int wifimgr_lib_get_DfsZeroWaitDefault(int wifi_type, int index, char* buf, unsigned len);
+
+/* MboSupport1 to 8: multi-band operation of an SSID, 1 to BssidNum. Accepts 0 and 1; a text without a number is 0.
+ * Refusals: "The ssid index should be from 1 to BssidNum:%d.", "The MboSupport value is invalid.". */
+WIFIMGR_API uint64_t wifimgr_lib_set_MboSupport(uint32_t wifi_type, int32_t ssid_index, const char* value);
+WIFIMGR_API int wifimgr_lib_get_MboSupport(int wifi_type, int ssid_index, char* buf, unsigned len);
+
+/* MapMode: multi-AP mode. The setter takes index -1, writes the band given and accepts 0 to 2 (a text without a
+ * number is 0); the getter takes an SSID index of the band given and reads 2.4G, whatever the band. Deliberate.
+ * Refusals: "The index should be -1.", "The MapMode value is invalid."; getter: "The ssid index should be from 1 to
+ * BssidNum:%d.". */
+WIFIMGR_API uint64_t wifimgr_lib_set_MapMode(uint32_t wifi_type, int32_t index, const char* value);
+WIFIMGR_API int wifimgr_lib_get_MapMode(int wifi_type, int ssid_index, char* buf, unsigned len);
+
 #ifdef __cplusplus
 }
 #endif

@@ -45,7 +45,7 @@ fi
 while read -r name; do
   pattern="^extern \"C\" .*[ *]$name\\(|^[A-Z_]+\\(([^\"]*[ (,])?$name,|^[a-z][A-Za-z0-9_]*[ *]+$name(\\[[^]]*\\])*( =|;)"
   if ! grep -qE "$pattern" "$source"/store/*.cpp "$source"/params/*.cpp "$source"/params/*.def "$source"/apply/*.cpp \
-    "$source"/platform/*.cpp; then
+    "$source"/driver/*.cpp "$source"/wps/*.cpp "$source"/wps/*.def "$source"/platform/*.cpp; then
     echo "no definition of $name stands in full in a .cpp or .def file"
     failed=1
   fi

@@ -1,6 +1,7 @@
 #!/bin/sh
-# The rooms of the library know only those below them: store <- params <- apply, and store <- platform. Everything may use
-# include/ and imports/. The examples are callers: the public header and their own. The simulator has nothing of the library.
+# The rooms of the library know only those below them: store <- params <- apply, and driver <- wps, platform, which also
+# stand on store and params. Everything may use include/ and imports/. The examples are callers: the public header and
+# their own. The simulator has nothing of the library.
 #
 #   include_directions.sh SOURCE_DIR
 set -eu
@@ -11,7 +12,7 @@ failed=0
 # The project's own headers that a file includes, quoted or in angle brackets.
 own_headers() {
   sed -nE -e 's/^ *# *include *"(.*)".*/\1/p' \
-    -e 's/^ *# *include *<(wifimgr_lib\.h|(include|imports|store|params|apply|platform|examples|sim|tests)\/.*)>.*/\1/p' "$1"
+    -e 's/^ *# *include *<(wifimgr_lib\.h|(include|imports|store|params|apply|driver|wps|platform|examples|sim|tests)\/.*)>.*/\1/p' "$1"
 }
 
 # allow ROOM PLAIN-NAMES ALLOWED-ROOM...: which of them the files of a room may include.
@@ -36,7 +37,9 @@ allow imports '(vexa_lib_dbg|api_lib_utility)\.h'
 allow store "$public" store
 allow params "$public" store params
 allow apply "$public" store params apply
-allow platform "$public" store platform
+allow driver "$public" store driver
+allow wps "$public" store params driver wps
+allow platform "$public" store params driver platform
 allow examples '(wifimgr_lib|attach_store)\.h'
 allow sim 'none' sim sim/tools sim/driver
 

@@ -1,0 +1,57 @@
+// Multi-AP: the mode of the gateway, and MBO (multi-band operation) per SSID. Both are field 1 of a key of their own,
+// so that a save keeps them.
+#include "params/ssid_setting.h"
+#include "store/band.h"
+#include "store/band_value.h"
+#include "store/decimal.h"
+#include "store/trace.h"
+#include "wifimgr_lib.h"
+
+namespace {
+
+constexpr char kMapMode[] = "MapMode";
+
+params::SsidKey mbo_key(int32_t ssid_index) {
+  return {"MboSupport%d", params::Numbering::kFromOne, ssid_index};
+}
+
+// A text without a number counts as 0.
+bool is_at_most(long long highest, const char* value) {
+  const long long number = store::wide_decimal(value);
+  return number >= 0 && number <= highest;
+}
+
+}  // namespace
+
+extern "C" uint64_t wifimgr_lib_set_MboSupport(uint32_t wifi_type, int32_t ssid_index, const char* value) {
+  trace::enter(__func__);
+  if (value == nullptr) return trace::fail(__func__);
+  if (!params::is_ssid_of_band(__func__, wifi_type, ssid_index)) return 1;
+  if (!is_at_most(1, value)) return trace::fail(__func__, "The MboSupport value is invalid.");
+  return params::write_ssid_value(__func__, wifi_type, -1, mbo_key(ssid_index).text, value);
+}
+
+extern "C" int wifimgr_lib_get_MboSupport(int wifi_type, int ssid_index, char* buf, unsigned len) {
+  trace::enter(__func__);
+  if (buf == nullptr) return trace::fail(__func__);
+  const auto band = static_cast<uint32_t>(wifi_type);
+  if (!params::is_ssid_of_band(__func__, band, ssid_index)) return 1;
+  return params::read_ssid_value(__func__, band, -1, mbo_key(ssid_index).text, buf, len);
+}
+
+extern "C" uint64_t wifimgr_lib_set_MapMode(uint32_t wifi_type, int32_t index, const char* value) {
+  trace::enter(__func__);
+  if (value == nullptr) return trace::fail(__func__);
+  if (index != -1) return trace::fail(__func__, store::kIndexRefusal);
+  if (!is_at_most(2, value)) return trace::fail(__func__, "The MapMode value is invalid.");
+  return params::write_ssid_value(__func__, wifi_type, -1, kMapMode, value);
+}
+
+// Always the mode in the 2.4G store, whatever the band, while the setter writes the band given; deliberate, callers set
+// both bands.
+extern "C" int wifimgr_lib_get_MapMode(int wifi_type, int ssid_index, char* buf, unsigned len) {
+  trace::enter(__func__);
+  if (buf == nullptr) return trace::fail(__func__);
+  if (!params::is_ssid_of_band(__func__, static_cast<uint32_t>(wifi_type), ssid_index)) return 1;
+  return params::read_ssid_value(__func__, store::k2_4G, -1, kMapMode, buf, len);
+}
