@@ -1,0 +1,1 @@
+wifimgr_test(channel_test driver/channel_test.cpp)
