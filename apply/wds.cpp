@@ -58,10 +58,7 @@ trace::Result set_link_words(const LinkWords& setting, uint32_t wifi_type, int32
     if (links < kWdsLinks && !is_word_of(setting, scan.token))
       return trace::fail(setting.function, setting.word_refusal);
   }
-  if (links != kWdsLinks) {
-    WIFIMGR_TRACE(trace::kErrorLevel, setting.count_refusal, setting.function, kWdsLinks);
-    return {1};
-  }
+  if (links != kWdsLinks) return trace::fail(setting.function, setting.count_refusal, kWdsLinks);
   if (update_attr(store::band_number(wifi_type), -1, setting.key, written) != 0) return trace::fail(setting.function);
   return trace::success(setting.function);
 }
@@ -81,27 +78,26 @@ int is_wds_mode(const char* value) {
 }  // namespace
 
 extern "C" int wifimgr_lib_get_wdsenable(int wifi_type, int index, char* buf, unsigned len) {
-  return store::get_band_value(__func__, "WdsEnable", wifi_type, index, buf, len);
+  return store::get_band_value(wifi_type, index, buf, len, __func__, "WdsEnable");
 }
 
 extern "C" int wifimgr_lib_get_wdslist(int wifi_type, int index, char* buf, unsigned len) {
-  return store::get_band_value(__func__, "WdsList", wifi_type, index, buf, len);
+  return store::get_band_value(wifi_type, index, buf, len, __func__, "WdsList");
 }
 
 extern "C" int wifimgr_lib_get_wdsencryptype(int wifi_type, int index, char* buf, unsigned len) {
-  return store::get_band_value(__func__, "WdsEncrypType", wifi_type, index, buf, len);
+  return store::get_band_value(wifi_type, index, buf, len, __func__, "WdsEncrypType");
 }
 
 extern "C" int wifimgr_lib_get_wdsphymode(int wifi_type, int index, char* buf, unsigned len) {
-  return store::get_band_value(__func__, "WdsPhyMode", wifi_type, index, buf, len);
+  return store::get_band_value(wifi_type, index, buf, len, __func__, "WdsPhyMode");
 }
 
 // "diffrent": callers match the text, keep the spelling.
 extern "C" uint64_t wifimgr_lib_set_wdsenable(uint32_t wifi_type, int32_t index, const char* value) {
-  static constexpr params::BandSetting kRow = {
-      __func__, "WdsEnable", params::kIndexShouldBeMinusOne, params::passing(is_wds_mode),
-      WIFIMGR_REFUSAL("Please input value from 0 to 4(0:disable;1-4:diffrent modes,recommend 1).")};
-  return params::set_band_value(kRow, wifi_type, index, value);
+  return params::set_band_value(wifi_type, index, value, __func__, "WdsEnable",
+                                "Please input value from 0 to 4(0:disable;1-4:diffrent modes,recommend 1).",
+                                params::passing(is_wds_mode));
 }
 
 extern "C" uint64_t wifimgr_lib_set_wdsencryptype(uint32_t wifi_type, int32_t index, const char* value) {
@@ -109,7 +105,7 @@ extern "C" uint64_t wifimgr_lib_set_wdsencryptype(uint32_t wifi_type, int32_t in
                                      "WdsEncrypType",
                                      {"NONE", "WEP", "TKIP", "AES"},
                                      "Please input value from NONE,WEP,TKIP,AES.",
-                                     WIFIMGR_REFUSAL("Please input %d wdsencryptypes")};
+                                     "Please input %d wdsencryptypes"};
   return set_link_words(kRow, wifi_type, index, value);
 }
 
@@ -118,7 +114,7 @@ extern "C" uint64_t wifimgr_lib_set_wdsphymode(uint32_t wifi_type, int32_t index
                                      "WdsPhyMode",
                                      {"CCK", "OFDM", "HTMIX", "GREENFIELD"},
                                      "Please input value from CCK,OFDM,HTMIX,GREENFIELD.",
-                                     WIFIMGR_REFUSAL("Please input %d wdsphyModes")};
+                                     "Please input %d wdsphyModes"};
   return set_link_words(kRow, wifi_type, index, value);
 }
 
@@ -135,10 +131,8 @@ extern "C" uint64_t wifimgr_lib_set_wdslist(uint32_t wifi_type, int32_t index, c
       return trace::fail(__func__, "Mac address check error!");
     }
   }
-  if (peers != kWdsLinks || charCnt(value, ';') > kWdsLinks - 1) {
-    WIFIMGR_TRACE(trace::kErrorLevel, WIFIMGR_REFUSAL("Please input %d Mac addresses"), __func__, kWdsLinks);
-    return 1;
-  }
+  if (peers != kWdsLinks || charCnt(value, ';') > kWdsLinks - 1)
+    return trace::fail(__func__, "Please input %d Mac addresses", kWdsLinks);
   if (update_attr(store::band_number(wifi_type), -1, "WdsList", value) != 0) return trace::fail(__func__);
   return trace::success(__func__);
 }

@@ -110,6 +110,15 @@ if(NOT WIFIMGR_SANITIZE)
   target_link_options(api_lib_wifimgr PRIVATE -Wl,--no-undefined)
 endif()
 
+# The gateway's flash counts, and the work is in the kernel and the tools: size before speed. Backtraces follow the frame
+# pointers; nothing unwinds through the library, so it carries no tables for it.
+set(small_code -Os -fno-omit-frame-pointer -fno-asynchronous-unwind-tables -fno-unwind-tables)
+if(NOT WIFIMGR_SANITIZE)
+  target_compile_options(api_lib_wifimgr PRIVATE "$<$<CONFIG:Release,MinSizeRel>:${small_code}>")
+endif()
+# Aligned for pages of 4 KiB, which the gateway's kernel has: room for larger ones would pad the file by up to 60 KiB.
+target_link_options(api_lib_wifimgr PRIVATE -Wl,-z,max-page-size=4096)
+
 # Both platform libraries stay needed even while nothing calls into one of them: on a gateway the platform's own take
 # their place. Everything else is dropped unless used, which leaves libc alone.
 target_link_libraries(api_lib_wifimgr PRIVATE

@@ -8,6 +8,12 @@
 
 using driver::Outcome;
 
+namespace {
+
+constexpr uint16_t kOuiFilter = 0x9220;
+
+}  // namespace
+
 extern "C" int wifimgr_lib_ioctl(int request, void* data, const char* ifname, uint16_t length) {
   trace::enter(__func__);
   driver::Request record = driver::make_request(driver::interface_named(ifname), data, length);
@@ -28,9 +34,8 @@ extern "C" int wifimgr_lib_ioctl(int request, void* data, const char* ifname, ui
 
 extern "C" int wifimgr_lib_OidQueryInformation(uint16_t oid, const char* ifname, void* data, uint16_t length) {
   trace::enter(__func__);
-  driver::Request record = driver::make_request(driver::interface_named(ifname), data, length, oid);
   int result = -1;
-  switch (driver::ask(driver::kOid, record, &result)) {
+  switch (driver::ask_oid(driver::interface_named(ifname), oid, data, length, &result)) {
     case Outcome::kNoSocket:
       (void)std::printf("%s %d: socket open fail\n", __func__, 2229);
       return -1;
@@ -63,8 +68,7 @@ extern "C" int wifimgr_lib_get_WIFI_STATS(const char* ifname, void* data, uint16
 extern "C" int wifimgr_lib_set_OUI_FILTER(int wifi_type, void* data, uint16_t length) {
   trace::enter(__func__);
   if (!store::is_band(wifi_type)) return trace::fail(__func__, store::kWrongBand);
-  driver::Request record = driver::make_request(driver::radio_interface(wifi_type == store::k5G), data, length, 0x9220);
-  switch (driver::ask(driver::kOid, record)) {
+  switch (driver::ask_oid(driver::radio_interface(wifi_type == store::k5G), kOuiFilter, data, length)) {
     case Outcome::kNoSocket:
       (void)std::printf("[%s]Create socket fail\n", __func__);
       return -1;

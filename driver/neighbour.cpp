@@ -66,11 +66,10 @@ extern "C" int wifimgr_lib_get_neighbourinfo(int wifi_type, wifimgr_neighbour_li
 extern "C" int wifimgr_lib_get_neighbourinfo_v1(void* buffer, int wifi_type) {
   trace::enter(__func__);
   if (!store::is_band(wifi_type)) return trace::fail(__func__, store::kWrongBand);
-  driver::Request request = driver::make_request(driver::radio_interface(wifi_type == store::k5G), buffer,
-                                                 WIFIMGR_NEIGHBOUR_TABLE_SIZE, kNeighbourTable);
   // The socket's message names another query; kept, as callers match the text.
   constexpr driver::Complaints kComplaints = {"Create socket_id_StaRssi socket fail", "ioctl open fail"};
-  const driver::Outcome outcome = driver::ask(driver::kOid, request);
+  const driver::Outcome outcome = driver::ask_oid(driver::radio_interface(wifi_type == store::k5G), kNeighbourTable,
+                                                  buffer, WIFIMGR_NEIGHBOUR_TABLE_SIZE);
   if (const char* const why = driver::complaint_about(outcome, kComplaints)) return trace::fail(__func__, why);
   return trace::success(__func__);
 }

@@ -54,4 +54,9 @@ Outcome ask(unsigned long number, Request& request, int* result) {
   return answer < 0 ? Outcome::kRefused : Outcome::kAnswered;
 }
 
+Outcome ask_oid(const InterfaceName& interface, uint16_t oid, void* data, uint16_t length, int* result) {
+  Request request = make_request(interface, data, length, oid);
+  return ask(kOid, request, result);
+}
+
 }  // namespace driver

@@ -65,6 +65,7 @@ enum class Outcome : uint8_t { kAnswered, kNoSocket, kRefused };
 
 // Sends one request over a socket of its own. `result`, when given, receives what ioctl returned.
 Outcome ask(unsigned long number, Request& request, int* result = nullptr);
+Outcome ask_oid(const InterfaceName& interface, uint16_t oid, void* data, uint16_t length, int* result = nullptr);
 
 // The words for what can go wrong with a request.
 struct Complaints {

@@ -33,9 +33,8 @@ extern "C" int wifimgr_lib_get_WPS_ACL_INFO(int wifi_type, int ssid_index, wifim
   if (!store::is_band(wifi_type)) return trace::fail(__func__, store::kWrongBand);
   if (out == nullptr) return trace::fail(__func__);
   Reply reply = {};
-  driver::Request request = driver::make_request(driver::bss_interface(wifi_type == store::k5G, ssid_index), &reply,
-                                                 sizeof reply, kAccessList);
-  switch (driver::ask(driver::kOid, request)) {
+  const driver::InterfaceName interface = driver::bss_interface(wifi_type == store::k5G, ssid_index);
+  switch (driver::ask_oid(interface, kAccessList, &reply, sizeof reply)) {
     case driver::Outcome::kNoSocket:
       (void)std::printf("[%s]:Create ACL socket fail\n", __func__);
       return -1;

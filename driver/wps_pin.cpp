@@ -28,8 +28,7 @@ bool read_or_report(const InterfaceName& interface, const Complaints& complaints
 
 Outcome read_wps_pin(const InterfaceName& interface, char* out) {
   uint32_t reply[4] = {};
-  Request request = make_request(interface, reply, sizeof reply, kPin);
-  const Outcome outcome = ask(kOid, request);
+  const Outcome outcome = ask_oid(interface, kPin, reply, sizeof reply);
   if (outcome == Outcome::kAnswered) (void)std::snprintf(out, kTextSize, "%08u", reply[0]);
   return outcome;
 }

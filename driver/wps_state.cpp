@@ -120,11 +120,10 @@ extern "C" int wifimgr_lib_get_WPS_STA_MAC(int wifi_type, char* out) {
     (void)std::puts("malloc failed.");
     return 4;
   }
-  driver::Request request = driver::make_request(driver::radio_interface(wifi_type == store::k5G), reply.get(),
-                                                 sizeof(StationReply), kSessionStation);
   constexpr driver::Complaints kComplaints = {"wifimgr_lib_get_WPS_STA_MAC: Create socket fail",
                                               "wifimgr_lib_get_WPS_STA_MAC: ioctl open fail"};
-  const driver::Outcome outcome = driver::ask(driver::kOid, request);
+  const driver::Outcome outcome = driver::ask_oid(driver::radio_interface(wifi_type == store::k5G), kSessionStation,
+                                                  reply.get(), sizeof(StationReply));
   if (const char* const why = driver::complaint_about(outcome, kComplaints)) return trace::fail(__func__, why);
   const uint8_t* const mac = reply.get()->mac;
   (void)std::snprintf(out, kMacTextSize, "%02x:%02x:%02x:%02x:%02x:%02x", mac[0], mac[1], mac[2], mac[3], mac[4],

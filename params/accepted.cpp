@@ -7,7 +7,7 @@
 
 namespace params {
 
-bool accepts(const Accepted& accepted, const char* value) {
+bool accepts(Accepted accepted, const char* value) {
   switch (accepted.kind) {
     case Accepted::Kind::kAnyText:
       return true;

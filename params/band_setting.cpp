@@ -4,17 +4,28 @@
 #include "wifimgr_lib.h"
 
 namespace params {
+namespace {
 
-trace::Result set_band_value(const BandSetting& setting, uint32_t wifi_type, int32_t index, const char* value) {
-  trace::enter(setting.function);
-  if (value == nullptr) return trace::fail(setting.function);
-  if (index != -1) return trace::fail(setting.function, setting.index_refusal);
-  if (!accepts(setting.accepted, value)) {
-    WIFIMGR_TRACE(trace::kErrorLevel, setting.refusal, setting.function);
-    return {1};
-  }
-  if (update_attr(store::band_number(wifi_type), -1, setting.key, value) != 0) return trace::fail(setting.function);
-  return trace::success(setting.function);
+trace::Result set(uint32_t wifi_type, int32_t index, const char* value, const char* function, const char* key,
+                  const char* refusal, Accepted accepted, const char* index_refusal) {
+  trace::enter(function);
+  if (value == nullptr) return trace::fail(function);
+  if (index != -1) return trace::fail(function, index_refusal);
+  if (!accepts(accepted, value)) return trace::fail(function, refusal);
+  if (update_attr(store::band_number(wifi_type), -1, key, value) != 0) return trace::fail(function);
+  return trace::success(function);
+}
+
+}  // namespace
+
+uint64_t set_band_value(uint32_t wifi_type, int32_t index, const char* value, const char* function, const char* key,
+                        const char* refusal, Accepted accepted) {
+  return set(wifi_type, index, value, function, key, refusal, accepted, kIndexShouldBeMinusOne);
+}
+
+uint64_t set_ht_group_value(uint32_t wifi_type, int32_t index, const char* value, const char* function, const char* key,
+                            const char* refusal, Accepted accepted) {
+  return set(wifi_type, index, value, function, key, refusal, accepted, kIndexIsInvalid);
 }
 
 }  // namespace params

@@ -51,15 +51,14 @@ static_assert(params::are_unique(kWrittenKeys));
 
 #define BAND_GETTER(getter, key)                                             \
   extern "C" int getter(int wifi_type, int index, char* buf, unsigned len) { \
-    return store::get_band_value(#getter, key, wifi_type, index, buf, len);  \
+    return store::get_band_value(wifi_type, index, buf, len, #getter, key);  \
   }
-#define WIFIMGR_BAND_SETTER(setter, key, index_refusal, accepts, refusal)                                         \
-  extern "C" uint64_t setter(uint32_t wifi_type, int32_t index, const char* value) {                              \
-    static constexpr params::BandSetting kRow = {#setter, key, index_refusal, accepts, WIFIMGR_REFUSAL(refusal)}; \
-    return params::set_band_value(kRow, wifi_type, index, value);                                                 \
+#define BAND_SETTER(setter, key, accepts, refusal)                                          \
+  extern "C" uint64_t setter(uint32_t wifi_type, int32_t index, const char* value) {        \
+    return params::set_band_value(wifi_type, index, value, #setter, key, refusal, accepts); \
   }
-#define BAND_SETTER(setter, key, accepts, refusal) \
-  WIFIMGR_BAND_SETTER(setter, key, params::kIndexShouldBeMinusOne, accepts, refusal)
-#define HT_GROUP_SETTER(setter, key, accepts, refusal) \
-  WIFIMGR_BAND_SETTER(setter, key, params::kIndexIsInvalid, accepts, refusal)
+#define HT_GROUP_SETTER(setter, key, accepts, refusal)                                          \
+  extern "C" uint64_t setter(uint32_t wifi_type, int32_t index, const char* value) {            \
+    return params::set_ht_group_value(wifi_type, index, value, #setter, key, refusal, accepts); \
+  }
 #include "params/band_wide.def"

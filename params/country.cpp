@@ -19,13 +19,12 @@ constexpr Region kRegion2_4G = {store::k2_4G, "CountryRegion", "The wifi type sh
 constexpr Region kRegion5G = {store::k5G, "CountryRegionABand", "The wifi type should be 1.",
                               [](long long number) { return number <= 14; }};
 
-trace::Result get_region(const char* function, const Region& region, int wifi_type, int index, char* buf,
-                         unsigned len) {
+int get_region(const char* function, const Region& region, int wifi_type, int index, char* buf, unsigned len) {
   if (buf != nullptr && index == -1 && wifi_type != region.band) {
     trace::enter(function);
     return trace::fail(function, region.band_refusal);
   }
-  return store::get_band_value(function, region.key, wifi_type, index, buf, len);
+  return store::get_band_value(wifi_type, index, buf, len, function, region.key);
 }
 
 trace::Result set_region(const char* function, const Region& region, uint32_t wifi_type, int32_t index,

@@ -62,12 +62,10 @@ static_assert(params::are_unique(kWrittenKeys));
 
 #define SSID_GETTER(getter, key, numbering)                                                     \
   extern "C" uint64_t getter(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len) { \
-    static constexpr params::SsidGetter kRow = {#getter, key, numbering};                       \
-    return params::get_ssid_value(kRow, wifi_type, ssid_index, buf, len);                       \
+    return params::get_ssid_value(wifi_type, ssid_index, buf, len, #getter, key, numbering);    \
   }
-#define SSID_SETTER(setter, key, numbering, accepts, refusal)                                                 \
-  extern "C" uint64_t setter(uint32_t wifi_type, int32_t ssid_index, const char* value) {                     \
-    static constexpr params::SsidSetting kRow = {#setter, key, numbering, accepts, WIFIMGR_REFUSAL(refusal)}; \
-    return params::set_ssid_value(kRow, wifi_type, ssid_index, value);                                        \
+#define SSID_SETTER(setter, key, numbering, accepts, refusal)                                               \
+  extern "C" uint64_t setter(uint32_t wifi_type, int32_t ssid_index, const char* value) {                   \
+    return params::set_ssid_value<numbering>(wifi_type, ssid_index, value, #setter, key, refusal, accepts); \
   }
 #include "params/per_ssid.def"

@@ -20,8 +20,7 @@ bool read_ssid_count(uint32_t wifi_type, int& count) {
 
 bool is_ssid_of(const char* function, int count, int32_t ssid_index) {
   if (ssid_index >= 1 && ssid_index <= count) return true;
-  WIFIMGR_TRACE(trace::kErrorLevel, WIFIMGR_REFUSAL("The ssid index should be from 1 to BssidNum:%d."), function,
-                count);
+  (void)trace::fail(function, "The ssid index should be from 1 to BssidNum:%d.", count);
   return false;
 }
 
@@ -44,26 +43,39 @@ trace::Result write_ssid_value(const char* function, uint32_t wifi_type, int32_t
   return trace::success(function);
 }
 
-trace::Result get_ssid_value(const SsidGetter& getter, uint32_t wifi_type, int32_t ssid_index, char* buf,
-                             uint32_t len) {
-  trace::enter(getter.function);
-  if (buf == nullptr) return trace::fail(getter.function);
-  if (!is_ssid_of_band(getter.function, wifi_type, ssid_index)) return {1};
-  const SsidKey key(getter.key, getter.numbering, ssid_index);
-  return read_ssid_value(getter.function, wifi_type, ssid_index, key.text, buf, len);
+uint64_t get_ssid_value(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len, const char* function,
+                        const char* key, Numbering numbering) {
+  trace::enter(function);
+  if (buf == nullptr) return trace::fail(function);
+  if (!is_ssid_of_band(function, wifi_type, ssid_index)) return 1;
+  return read_ssid_value(function, wifi_type, ssid_index, SsidKey(key, numbering, ssid_index).text, buf, len);
 }
 
-trace::Result set_ssid_value(const SsidSetting& setting, uint32_t wifi_type, int32_t ssid_index, const char* value) {
-  trace::enter(setting.function);
-  if (value == nullptr) return trace::fail(setting.function);
-  if (!is_ssid_of_band(setting.function, wifi_type, ssid_index)) return {1};
-  if (!accepts(setting.accepted, value)) {
-    // A refusal may print the number that was refused; most print none.
-    WIFIMGR_TRACE(trace::kErrorLevel, setting.refusal, setting.function, store::decimal(value));
-    return {1};
-  }
-  const SsidKey key(setting.key, setting.numbering, ssid_index);
-  return write_ssid_value(setting.function, wifi_type, ssid_index, key.text, value);
+namespace {
+
+trace::Result set(uint32_t wifi_type, int32_t ssid_index, const char* value, const char* function, const char* key,
+                  const char* refusal, Accepted accepted, Numbering numbering) {
+  trace::enter(function);
+  if (value == nullptr) return trace::fail(function);
+  if (!is_ssid_of_band(function, wifi_type, ssid_index)) return {1};
+  // A refusal may print the number that was refused; most print none.
+  if (!accepts(accepted, value)) return trace::fail(function, refusal, store::decimal(value));
+  return write_ssid_value(function, wifi_type, ssid_index, SsidKey(key, numbering, ssid_index).text, value);
 }
+
+}  // namespace
+
+template <Numbering kNumbering>
+uint64_t set_ssid_value(uint32_t wifi_type, int32_t ssid_index, const char* value, const char* function,
+                        const char* key, const char* refusal, Accepted accepted) {
+  return set(wifi_type, ssid_index, value, function, key, refusal, accepted, kNumbering);
+}
+
+template uint64_t set_ssid_value<Numbering::kShared>(uint32_t, int32_t, const char*, const char*, const char*,
+                                                     const char*, Accepted);
+template uint64_t set_ssid_value<Numbering::kFromOne>(uint32_t, int32_t, const char*, const char*, const char*,
+                                                      const char*, Accepted);
+template uint64_t set_ssid_value<Numbering::kFromZero>(uint32_t, int32_t, const char*, const char*, const char*,
+                                                       const char*, Accepted);
 
 }  // namespace params

@@ -18,20 +18,6 @@ enum class Numbering : uint8_t {
   kFromZero,  // a key per SSID: "%d" becomes the SSID index minus one
 };
 
-struct SsidGetter {
-  const char* function;
-  const char* key;
-  Numbering numbering;
-};
-
-struct SsidSetting {
-  const char* function;
-  const char* key;
-  Numbering numbering;
-  Accepted accepted;
-  const char* refusal;  // may print the refused number with "%d"
-};
-
 // The key of one SSID, in the buffer size that bounds all formatted keys.
 struct SsidKey {
   SsidKey(const char* key, Numbering numbering, int32_t ssid_index);
@@ -54,9 +40,13 @@ trace::Result read_ssid_value(const char* function, uint32_t wifi_type, int32_t 
 trace::Result write_ssid_value(const char* function, uint32_t wifi_type, int32_t ssid_index, const char* key,
                                const char* value);
 
-trace::Result get_ssid_value(const SsidGetter& getter, uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
+uint64_t get_ssid_value(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len, const char* function,
+                        const char* key, Numbering numbering);
 
 // Checks the value's presence, the SSID count, the index and the value, in this order, then writes the SSID's value.
-trace::Result set_ssid_value(const SsidSetting& setting, uint32_t wifi_type, int32_t ssid_index, const char* value);
+// `refusal` may print the refused number with "%d".
+template <Numbering kNumbering>
+uint64_t set_ssid_value(uint32_t wifi_type, int32_t ssid_index, const char* value, const char* function,
+                        const char* key, const char* refusal, Accepted accepted);
 
 }  // namespace params

@@ -12,34 +12,28 @@ namespace {
 
 using Repeat = void (*)(char (&list)[store::kValueSize], const char* value, int count);
 
-trace::Result set_for_every_ssid(const params::BandSetting& setting, Repeat repeat, uint32_t wifi_type, int32_t index,
-                                 const char* value) {
-  trace::enter(setting.function);
-  if (value == nullptr) return trace::fail(setting.function);
-  if (index != -1) return trace::fail(setting.function, setting.index_refusal);
-  if (!params::accepts(setting.accepted, value)) {
-    WIFIMGR_TRACE(trace::kErrorLevel, setting.refusal, setting.function);
-    return {1};
-  }
+trace::Result set_for_every_ssid(uint32_t wifi_type, int32_t index, const char* value, const char* function,
+                                 const char* key, const char* refusal, params::Accepted accepted, Repeat repeat) {
+  trace::enter(function);
+  if (value == nullptr) return trace::fail(function);
+  if (index != -1) return trace::fail(function, params::kIndexShouldBeMinusOne);
+  if (!params::accepts(accepted, value)) return trace::fail(function, refusal);
   int count = 0;
-  if (!params::read_ssid_count(wifi_type, count)) return trace::fail(setting.function);
+  if (!params::read_ssid_count(wifi_type, count)) return trace::fail(function);
   char list[store::kValueSize];
   repeat(list, value, count);
-  if (update_attr(store::band_number(wifi_type), -1, setting.key, list) != 0) return trace::fail(setting.function);
-  return trace::success(setting.function);
+  if (update_attr(store::band_number(wifi_type), -1, key, list) != 0) return trace::fail(function);
+  return trace::success(function);
 }
 
 }  // namespace
 
 extern "C" uint64_t wifimgr_lib_set_VHT_BW(uint32_t wifi_type, int32_t index, const char* value) {
-  static constexpr params::BandSetting kRow = {__func__, "VHT_BW", params::kIndexShouldBeMinusOne, params::number(0, 3),
-                                               WIFIMGR_REFUSAL("The VHT_BW value should be from 0 to 3.")};
-  return set_for_every_ssid(kRow, params::repeat_whole_value, wifi_type, index, value);
+  return set_for_every_ssid(wifi_type, index, value, __func__, "VHT_BW", "The VHT_BW value should be from 0 to 3.",
+                            params::number(0, 3), params::repeat_whole_value);
 }
 
 extern "C" uint64_t wifimgr_lib_set_VHT_SGI(uint32_t wifi_type, int32_t index, const char* value) {
-  static constexpr params::BandSetting kRow = {__func__, "VHT_SGI", params::kIndexShouldBeMinusOne,
-                                               params::number(0, 1),
-                                               WIFIMGR_REFUSAL("The VHT_SGI value should be between 0 to 1.")};
-  return set_for_every_ssid(kRow, params::repeat_value, wifi_type, index, value);
+  return set_for_every_ssid(wifi_type, index, value, __func__, "VHT_SGI", "The VHT_SGI value should be between 0 to 1.",
+                            params::number(0, 1), params::repeat_value);
 }

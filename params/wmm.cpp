@@ -22,8 +22,7 @@ bool is_wmm_list(const char* value) {
 }
 
 // The value comes before the index. A refused list shows twice in the trace: once by the check, once by the setter.
-trace::Result set_wmm_list(const char* function, const char* key, uint32_t wifi_type, int32_t index,
-                           const char* value) {
+uint64_t set_wmm_list(uint32_t wifi_type, int32_t index, const char* value, const char* function, const char* key) {
   trace::enter(function);
   if (value == nullptr || !is_wmm_list(value)) return trace::fail(function);
   if (index != -1) return trace::fail(function, params::kIndexShouldBeMinusOne);
@@ -35,9 +34,9 @@ trace::Result set_wmm_list(const char* function, const char* key, uint32_t wifi_
 
 #define WMM_LIST(getter, setter, key, index_refusal)                                                           \
   extern "C" int getter(uint32_t wifi_type, int32_t index, char* buf, uint32_t len) {                          \
-    return store::get_band_value(#getter, key, store::band_number(wifi_type), index, buf, len, index_refusal); \
+    return store::get_band_value(store::band_number(wifi_type), index, buf, len, #getter, key, index_refusal); \
   }                                                                                                            \
   extern "C" uint64_t setter(uint32_t wifi_type, int32_t index, const char* value) {                           \
-    return set_wmm_list(#setter, key, wifi_type, index, value);                                                \
+    return set_wmm_list(wifi_type, index, value, #setter, key);                                                \
   }
 #include "params/wmm.def"

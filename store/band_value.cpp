@@ -4,8 +4,8 @@
 
 namespace store {
 
-trace::Result get_band_value(const char* function, const char* key, int wifi_type, int index, char* buf, unsigned len,
-                             const char* index_refusal) {
+int get_band_value(int wifi_type, int index, char* buf, unsigned len, const char* function, const char* key,
+                   const char* index_refusal) {
   trace::enter(function);
   if (buf == nullptr) return trace::fail(function);
   if (index != -1) return trace::fail(function, index_refusal);

@@ -8,7 +8,7 @@ namespace store {
 inline constexpr char kIndexRefusal[] = "The index should be -1.";
 
 // Copies field 1 of `key` to `buf`, tracing as `function`; an `index` other than -1 is refused with `index_refusal`.
-trace::Result get_band_value(const char* function, const char* key, int wifi_type, int index, char* buf, unsigned len,
-                             const char* index_refusal = kIndexRefusal);
+int get_band_value(int wifi_type, int index, char* buf, unsigned len, const char* function, const char* key,
+                   const char* index_refusal = kIndexRefusal);
 
 }  // namespace store

@@ -11,7 +11,7 @@
 int32_t pre_wlan_state[2] = {0, 0};
 
 extern "C" int wifimgr_lib_get_bssidnum(int wifi_type, int index, char* buf, unsigned len) {
-  return store::get_band_value(__func__, "BssidNum", wifi_type, index, buf, len);
+  return store::get_band_value(wifi_type, index, buf, len, __func__, "BssidNum");
 }
 
 extern "C" int wifimgr_lib_init(int wifi_type) {

@@ -1,5 +1,7 @@
 #include "store/trace.h"
 
+#include <cstdio>
+
 namespace trace {
 
 void enter(const char* function) {
@@ -19,6 +21,12 @@ Result fail(const char* function) {
 Result fail(const char* function, const char* why) {
   WIFIMGR_TRACE(kErrorLevel, "[%s]:===Fail Exit===%s\n", function, why);
   return {1};
+}
+
+Result fail(const char* function, const char* why, int number) {
+  char words[128];
+  (void)std::snprintf(words, sizeof words, why, number);
+  return fail(function, words);
 }
 
 Result debug_exit(const char* function, const char* why) {

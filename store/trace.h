@@ -27,9 +27,10 @@ struct [[nodiscard]] Result {
 };
 
 void enter(const char* function);
-Result success(const char* function);                      // "Success Exit", 0
-Result fail(const char* function);                         // the plain "Fail Exit", 1
-Result fail(const char* function, const char* why);        // "Fail Exit", the reason and a line end, 1
-Result debug_exit(const char* function, const char* why);  // "Debug Exit", the reason and a line end, 1
+Result success(const char* function);                            // "Success Exit", 0
+Result fail(const char* function);                               // the plain "Fail Exit", 1
+Result fail(const char* function, const char* why);              // "Fail Exit", the reason and a line end, 1
+Result fail(const char* function, const char* why, int number);  // the same, the reason printing the number ("%d")
+Result debug_exit(const char* function, const char* why);        // "Debug Exit", the reason and a line end, 1
 
 }  // namespace trace
