@@ -2,7 +2,7 @@
 
 JOBS := $(shell nproc 2>/dev/null || echo 2)
 SOURCES = $(or $(shell git ls-files '*.c' '*.cpp' '*.h'),$(error git does not list the sources here))
-UNITS = $(filter store/%.cpp params/%.cpp apply/%.cpp driver/%.cpp wps/%.cpp platform/%.cpp sim/%.cpp,$(SOURCES))
+UNITS = $(filter store/%.cpp params/%.cpp apply/%.cpp driver/%.cpp wps/%.cpp platform/%.cpp sim/%.cpp wlanctl/%.cpp,$(SOURCES))
 
 .PHONY: help demo test build format lint clean
 
@@ -21,7 +21,7 @@ build/release/build.ninja:
 demo:
 	@scripts/setup.sh demo
 	@$(MAKE) -s --no-print-directory build/release/build.ninja
-	cmake --build build/release --target gateway-sim apply_settings attach_store switch_radio
+	cmake --build build/release --target gateway-sim apply_settings attach_store status_page switch_radio
 	examples/demo.sh build/release
 
 test:
@@ -51,7 +51,7 @@ lint:
 	cmake --build build/clang
 	clang-tidy --quiet -p build/clang $(UNITS)
 	cppcheck --quiet --error-exitcode=1 --std=c++20 --enable=warning,performance,portability --inline-suppr \
-	  --suppress=missingIncludeSystem -I. -Iinclude store params apply platform
+	  --suppress=missingIncludeSystem -I. -Iinclude store params apply driver wps platform
 
 clean:
 	rm -rf build

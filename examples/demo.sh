@@ -107,6 +107,16 @@ echo "off:" && interfaces
 "$build/bin/switch_radio" on 0 2>&1 | grep -v 'already a member of a bridge' || true
 echo "on:" && interfaces
 
+heading "What the radios are doing, asked through the library"
+"$build/bin/status_page"
+
+heading "The air changes: a station joins ra0 and starts WPS, another access point appears, 5G moves; the page follows"
+simctl station add ra0 02:5a:10:24:00:77 rrm=7100000000000000
+simctl wps ra0 state 3 peer 02:5a:10:24:00:77
+simctl neighbour add 2.4G 02:6e:40:24:00:99 channel=11 signal=-41 ssid=New-Upstairs
+iwpriv rai0 set Channel=100
+"$build/bin/status_page" | grep -E '^(2.4G|5G)|:77|New-Upstairs'
+
 heading "Done"
 echo "The gateway above was simulated in namespaces of its own and is gone now. Look around in one yourself:"
 echo "  $build/bin/gateway-sim --shell"

@@ -1528,8 +1528,8 @@ WIFIMGR_API int wifimgr_lib_get_WPS_ACL_INFO(int wifi_type, int ssid_index, wifi
  *
  * The setters check value, index (1 to 8, however many SSIDs the band has) and band, in this order. Those of stored
  * keys change the store before they look at the band, as update_attr does. Then they run "/userfs/bin/iwpriv ra%d set
- * KEY=VALUE" (5G rai%d, number ssid_index - 1), the value escaped for the shell; its result is not looked at. Numbers
- * are digits up to the first line end (none is 0).
+ * KEY=VALUE" (5G rai%d, number ssid_index - 1), the value escaped for the shell; its result is not looked at. A
+ * number has nothing but digits up to the first line end; none is 0.
  * Return 0, or 1. Refusals: "The input parameter is invalid.", "The ssid index is invalid.", "The wifi type is
  * invalid.", "Set the KEY failed." when the store refuses; 1 also when the escaped value needs more than 159 characters
  * (the store is changed then). */

@@ -4,9 +4,9 @@
 # usage: setup.sh build|demo|test|lint
 set -eu
 
-build="g++ cmake ninja-build"
+build="g++ cmake ninja-build libcli11-dev nlohmann-json3-dev"
 demo="$build net-tools bridge-utils"
-test="$demo libgtest-dev libgmock-dev"
+test="$demo libgtest-dev libgmock-dev python3-jsonschema"
 lint="$test clang clang-format clang-tidy cppcheck"
 
 case "${1:-}" in

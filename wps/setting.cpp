@@ -25,6 +25,11 @@ bool is_any_number(long long) {
   return true;
 }
 
+// Digits are not all that counts: a sign may stand behind a line end.
+bool is_not_negative(long long number) {
+  return number >= 0;
+}
+
 // 0 and 1 name a kind of key, 8 to 63 its length.
 bool is_key_format(long long number) {
   return is_within<0, 1>(number) || is_within<8, 63>(number);

@@ -1,0 +1,102 @@
+#include "wlanctl/applied_state.h"
+
+#include <cstdint>
+#include <cstdio>
+#include <cstring>
+#include <sstream>
+
+#include "wlanctl/places.h"
+#include "wlanctl/state_file.h"
+#include "wlanctl/store.h"
+
+namespace wlanctl {
+namespace {
+
+constexpr char kFormat[] = "wlanctl-applied";
+constexpr int kVersion = 1;
+constexpr uint32_t kTakeSnapshot = 0;
+constexpr uint32_t kCompare = 1;
+
+std::string path_of(Band band) {
+  return std::string(place::kApplied) + label_of(band);
+}
+
+std::string hex_of(const wifimgr_band_snapshot& snapshot) {
+  std::string text;
+  char digits[3];
+  for (size_t i = 0; i < sizeof snapshot; ++i) {
+    std::snprintf(digits, sizeof digits, "%02x", reinterpret_cast<const unsigned char*>(&snapshot)[i]);
+    text += digits;
+  }
+  return text;
+}
+
+bool parse_hex(const std::string& text, wifimgr_band_snapshot* snapshot) {
+  if (text.size() != 2 * sizeof *snapshot || text.find_first_not_of("0123456789abcdef") != std::string::npos) {
+    return false;
+  }
+  for (size_t i = 0; i < sizeof *snapshot; ++i) {
+    reinterpret_cast<unsigned char*>(snapshot)[i] =
+        static_cast<unsigned char>(std::stoul(text.substr(2 * i, 2), nullptr, 16));
+  }
+  return true;
+}
+
+// What the snapshot of this band must look like, whatever it says.
+bool is_believable(Band band, const wifimgr_band_snapshot& snapshot, int interfaces) {
+  const char* const prefix = band == Band::k2_4G ? "ra" : "rai";
+  return std::strncmp(snapshot.prefix, prefix, sizeof snapshot.prefix) == 0 && snapshot.bss_count >= 0 &&
+         interfaces >= 0 && interfaces <= WIFIMGR_FIELDS;
+}
+
+bool load(Band band) {
+  const std::optional<std::string> text = read_state_file(path_of(band), kFormat, kVersion);
+  if (!text) return false;
+  std::istringstream words(*text);
+  std::string label, hex;
+  int interfaces = -1;
+  wifimgr_band_snapshot snapshot = {};
+  if (!(words >> label >> interfaces >> hex) || label != label_of(band) || !parse_hex(hex, &snapshot) ||
+      !is_believable(band, snapshot, interfaces)) {
+    return false;
+  }
+  store_global[number_of(band)] = snapshot;
+  pre_wlan_state[number_of(band)] = interfaces;
+  return true;
+}
+
+}  // namespace
+
+bool restore_applied(Band band, Report& report) {
+  if (load(band)) return true;
+  const auto content = parse_dat_file(band);
+  if (!content) {
+    report.problem({"cannot read " + dat_path_of(band) + ", so what is in force is not known",
+                    "is it there, and readable?",
+                    {{"band", label_of(band)}}});
+    return false;
+  }
+  report.note(std::string("nothing is known of what was last applied to ") + label_of(band) +
+              "; its dat file counts as what is in force");
+  const PrivateStore file(band, *content);
+  (void)wifimgr_lib_wifi_config_oper(static_cast<uint32_t>(number_of(band)), kTakeSnapshot);
+  pre_wlan_state[number_of(band)] = ssid_count(band);
+  return true;
+}
+
+bool keep_applied(Band band, Report& report) {
+  std::ostringstream text;
+  text << label_of(band) << ' ' << pre_wlan_state[number_of(band)] << ' ' << hex_of(store_global[number_of(band)]);
+  return write_state_file(path_of(band), kFormat, kVersion, text.str(), report);
+}
+
+int weigh(Band band) {
+  return static_cast<int>(wifimgr_lib_wifi_config_oper(static_cast<uint32_t>(number_of(band)), kCompare));
+}
+
+const char* word_for_weight(int weight) {
+  if (weight == 0) return "nothing";
+  return weight == 1 ? "radio" : "reboot";
+}
+
+}  // namespace wlanctl

@@ -1,0 +1,147 @@
+#include "wlanctl/assignment.h"
+
+#include <fstream>
+#include <iostream>
+
+namespace wlanctl {
+namespace {
+
+Json details_of(const std::string& key, Band band) {
+  return {{"band", label_of(band)}, {"key", json_text(key)}};
+}
+
+std::string hint_for(const std::string& name) {
+  const std::vector<std::string> similar = similar_keys(name);
+  if (similar.empty()) return "wlanctl keys lists all";
+  std::string hint = "do you mean";
+  for (size_t i = 0; i < similar.size() && i < 4; ++i) hint += (i == 0 ? " " : " or ") + similar[i];
+  return hint + "?";
+}
+
+int highest_index(const Key& key) {
+  return key.scope == Scope::kLink ? 4 : WIFIMGR_FIELDS;
+}
+
+std::optional<int> parse_index(const std::string& text, const Key& key) {
+  if (text.size() != 1 || text[0] < '1' || text[0] > '0' + highest_index(key)) return std::nullopt;
+  return text[0] - '0';
+}
+
+std::optional<std::string> first_line(std::istream& stream) {
+  std::string line;
+  if (!std::getline(stream, line)) return std::nullopt;
+  if (!line.empty() && line.back() == '\r') line.pop_back();
+  return line;
+}
+
+std::optional<Assignment> split(const std::string& text, Band band, Report& report) {
+  const size_t equals = text.find('=');
+  if (equals == std::string::npos) {
+    report.problem({std::string("\"") + text + "\" sets nothing", "write KEY=VALUE or KEY:SSID=VALUE", details_of(text, band)});
+    return std::nullopt;
+  }
+  const std::optional<Target> target = parse_target(text.substr(0, equals), band, report);
+  if (!target) return std::nullopt;
+  return Assignment{*target, text.substr(equals + 1)};
+}
+
+// Written into double quotes, with double quote and backslash escaped; everything else that is text goes out bare.
+bool is_quoted_in_script(const std::string& name) {
+  return name == "SSID" || name == "WPAPSK" || (name.starts_with("Key") && name.ends_with("Str"));
+}
+
+bool is_bare_in_script(const std::string& name) {
+  return name == "AccessControlList" || name == "AuthMode" || name == "RADIUS_Key";
+}
+
+}  // namespace
+
+std::string Target::name() const {
+  return index == -1 ? key->name : std::string(key->name) + ":" + std::to_string(index);
+}
+
+std::optional<Target> parse_target(const std::string& text, Band band, Report& report) {
+  const size_t colon = text.find(':');
+  const std::string name = text.substr(0, colon);
+  const Key* const key = find_key(name);
+  if (key == nullptr) {
+    report.problem({std::string("there is no key \"") + name + "\"", hint_for(name), details_of(text, band)});
+    return std::nullopt;
+  }
+  if (!key->is_on(band)) {
+    report.problem({std::string(key->name) + " is no setting of " + label_of(band),
+                    std::string("set it on ") + label_of(band == Band::k2_4G ? Band::k5G : Band::k2_4G),
+                    details_of(text, band)});
+    return std::nullopt;
+  }
+  const std::string word = word_for(key->scope);
+  if (colon == std::string::npos) {
+    if (key->scope == Scope::kBand) return Target{key, -1};
+    report.problem({std::string(key->name) + " belongs to one " + word, "write " + std::string(key->name) + ":1",
+                    details_of(text, band)});
+    return std::nullopt;
+  }
+  if (key->scope == Scope::kBand) {
+    report.problem({std::string(key->name) + " belongs to the whole band", std::string("leave out \"") + text.substr(colon) + "\"",
+                    details_of(text, band)});
+    return std::nullopt;
+  }
+  const std::optional<int> index = parse_index(text.substr(colon + 1), *key);
+  if (!index) {
+    report.problem({std::string("\"") + text.substr(colon + 1) + "\" is no " + word + " of " + key->name,
+                    word + "s are 1 to " + std::to_string(highest_index(*key)), details_of(text, band)});
+    return std::nullopt;
+  }
+  return Target{key, *index};
+}
+
+std::optional<Assignment> parse_assignment(const std::string& text, Band band, bool literal, Report& report) {
+  std::optional<Assignment> assignment = split(text, band, report);
+  if (!assignment || assignment->value != "-" || literal) return assignment;
+  const std::optional<std::string> line = first_line(std::cin);
+  if (!line) {
+    report.problem({"standard input has no line for " + assignment->target.name(), "give one line for each \"-\"",
+                    details_of(assignment->target.name(), band)});
+    return std::nullopt;
+  }
+  assignment->value = *line;
+  return assignment;
+}
+
+std::optional<Assignment> parse_file_assignment(const std::string& text, Band band, Report& report) {
+  std::optional<Assignment> assignment = split(text, band, report);
+  if (!assignment) return std::nullopt;
+  std::ifstream file(assignment->value);
+  const std::optional<std::string> line = file ? first_line(file) : std::nullopt;
+  if (!line) {
+    report.problem({"cannot read a value for " + assignment->target.name() + " from " + assignment->value,
+                    "is the file there, and does it have a line?", details_of(assignment->target.name(), band)});
+    return std::nullopt;
+  }
+  assignment->value = *line;
+  return assignment;
+}
+
+std::string danger_of(const Key& key, const std::string& value) {
+  if (value.find_first_of("\r\n") != std::string::npos) return "a line end makes lines of their own in the dat file";
+  const std::string name = key.name;
+  if (is_quoted_in_script(name) && value.find_first_of("$`") != std::string::npos) {
+    return "a shell acts on $ and ` when the driver's script runs";
+  }
+  if (is_bare_in_script(name)) {
+    constexpr char kHarmless[] = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789:;._-,+@%/";
+    const size_t at = value.find_first_not_of(kHarmless);
+    // The list's own separators end a command line too: what follows one is run as a command, and is a MAC address.
+    if (at != std::string::npos) return std::string("a shell acts on ") + value[at] + " when the driver's script runs";
+    if (name != "AccessControlList" && value.find(';') != std::string::npos) {
+      return "a shell acts on ; when the driver's script runs";
+    }
+  }
+  if (value.find('=') != std::string::npos) return "the dat file ends a value at =";
+  const bool is_list =
+      key.accepted.kind == Accepted::Kind::kRule || name == "AccessControlList" || name == "AutoChannelSkipList";
+  if (!is_list && value.find(';') != std::string::npos) return "the dat file takes ; for the next SSID's value";
+  return "";
+}
+
+}  // namespace wlanctl

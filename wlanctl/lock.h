@@ -1,0 +1,22 @@
+// One wlanctl changes or applies at a time.
+#pragma once
+
+#include "wlanctl/report.h"
+
+namespace wlanctl {
+
+class ToolLock {
+ public:
+  // Waits for another wlanctl to end, saying so on standard error; a problem when it does not within `seconds`.
+  ToolLock(Report& report, unsigned seconds);
+  ToolLock(const ToolLock&) = delete;
+  ToolLock& operator=(const ToolLock&) = delete;
+  ~ToolLock();
+
+  explicit operator bool() const { return file_ >= 0; }
+
+ private:
+  int file_ = -1;
+};
+
+}  // namespace wlanctl

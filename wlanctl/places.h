@@ -1,0 +1,10 @@
+// Where the tool keeps what must outlive a call: gone with a reboot, like what it describes.
+#pragma once
+
+namespace wlanctl::place {
+
+inline constexpr char kLock[] = "/var/run/wlanctl.lock";
+inline constexpr char kApplied[] = "/var/run/wlanctl-applied-";  // and the band's label
+inline constexpr char kPending[] = "/var/run/wlanctl-pending-";  // likewise: an apply that waits for its confirmation
+
+}  // namespace wlanctl::place

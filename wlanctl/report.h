@@ -1,0 +1,66 @@
+// What a verb has to say: text for a person, or one JSON document; problems with what to do next.
+#pragma once
+
+#include <nlohmann/json.hpp>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace wlanctl {
+
+using Json = nlohmann::ordered_json;
+
+// The exit codes of the program.
+enum ExitCode {
+  kDone = 0,
+  kRefused = 1,     // a value was refused, a check found something, an operation failed
+  kWrongUsage = 2,  // wrong words on the command line, or a file that cannot be read
+  kNoStore = 3,     // no store to attach to, and none can be made
+  kBusy = 4,        // another wlanctl did not end in time
+  kNoAnswer = 5,    // the driver or the board does not answer
+};
+
+struct Problem {
+  std::string message;
+  std::string next;               // what the operator may do
+  Json details = Json::object();  // such as key, value, accepted, file, line
+};
+
+class Report {
+ public:
+  // `verb` is empty until the command line is understood.
+  void begin(const std::string& verb, bool as_json);
+
+  // Text for standard output; not shown in JSON.
+  std::ostream& text() { return text_; }
+
+  Json& data() { return data_; }
+
+  void problem(Problem problem);
+
+  // Something to know that is no problem; on standard error in text mode.
+  void note(const std::string& text) { notes_.push_back(text); }
+  bool has_problems() const { return !problems_.empty(); }
+
+  // Prints everything and returns the exit code. Text mode puts problems on standard error, one line each.
+  int finish(int exit_code);
+
+ private:
+  std::string verb_;
+  bool as_json_ = false;
+  std::ostringstream text_;
+  Json data_ = Json::object();
+  std::vector<Problem> problems_;
+  std::vector<std::string> notes_;
+};
+
+// A table for a terminal of 80 columns: columns as wide as needed, the last one cut only by the terminal.
+std::string table(const std::vector<std::vector<std::string>>& rows);
+
+// A text without what a terminal would act on: control characters become '?'.
+std::string printable(const std::string& text);
+
+// Text as JSON takes it: bytes that are no UTF-8 become the replacement character.
+Json json_text(const std::string& text);
+
+}  // namespace wlanctl

@@ -1,0 +1,31 @@
+// The seam between the library and the shell: the tool defines system itself, so that every command line of the library
+// passes here.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace wlanctl {
+
+enum class ShellMode {
+  kRun,     // as the library wants it
+  kRecord,  // kept instead of run
+  kDrop,    // neither
+};
+
+// What happens to the library's command lines while this lives; the mode before comes back with its end.
+class ShellScope {
+ public:
+  explicit ShellScope(ShellMode mode);
+  ShellScope(const ShellScope&) = delete;
+  ShellScope& operator=(const ShellScope&) = delete;
+  ~ShellScope();
+
+  // The lines of kRecord so far.
+  static std::vector<std::string>& lines();
+
+ private:
+  ShellMode before_;
+};
+
+}  // namespace wlanctl

@@ -1,0 +1,25 @@
+// Small files of the tool's own under /var/run: readable by their owner alone, versioned, checked before use, replaced
+// as a whole.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "wlanctl/report.h"
+
+namespace wlanctl {
+
+// The text of such a file; none when it is missing, of another format or version, damaged, or somebody else's.
+std::optional<std::string> read_state_file(const std::string& path, const std::string& format, int version);
+
+// False with a problem when it cannot be written.
+bool write_state_file(const std::string& path, const std::string& format, int version, const std::string& text,
+                      Report& report);
+
+// The bytes of a file as they are; none when it cannot be read.
+std::optional<std::string> read_bytes(const std::string& path);
+
+// Replaces a file as a whole: a temporary file beside it, renamed. False with a problem when it cannot.
+bool replace_file(const std::string& path, const std::string& bytes, unsigned mode, Report& report);
+
+}  // namespace wlanctl

@@ -1,0 +1,60 @@
+// The live store of a band, shared with the management processes, and private copies of it.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "wlanctl/key.h"
+#include "wlanctl/report.h"
+
+namespace wlanctl {
+
+// Makes the library work on the band's live store: attaches the segment that is there, so that nothing of what other
+// processes hold is lost; only where there is none is the dat file loaded. False with a problem when neither works.
+bool open_store(Band band, Report& report);
+
+// A record of a store or a dat file: a dat key and its fields, without line ends, empty ones at the end cut.
+struct StoreRecord {
+  std::string key;
+  std::vector<std::string> fields;
+};
+
+std::vector<StoreRecord> records_of_store(Band band);
+
+// As the library's own parser reads the file; none when it cannot be opened.
+std::optional<std::vector<wifimgr_attr_record>> parse_dat_file(Band band);
+std::vector<StoreRecord> records_of_file(const std::vector<wifimgr_attr_record>& parsed);
+
+std::string dat_path_of(Band band);
+
+// Points the library at a private copy of the band's store while it lives; what is done then reaches nobody.
+class PrivateStore {
+ public:
+  explicit PrivateStore(Band band);                                          // of the live store
+  PrivateStore(Band band, const std::vector<wifimgr_attr_record>& content);  // of a dat file
+  PrivateStore(const PrivateStore&) = delete;
+  PrivateStore& operator=(const PrivateStore&) = delete;
+  ~PrivateStore();
+
+ private:
+  Band band_;
+  char* live_;
+  std::vector<char> copy_;
+};
+
+// Puts the content of a dat file into the live store, in one step for everybody else. False when it does not fit or the
+// lock cannot be had.
+bool replace_store(Band band, const std::vector<wifimgr_attr_record>& content);
+
+// Field values, without their line end. None when the key is not in the store.
+std::optional<std::string> read_value(Band band, const Key& key, int index);
+
+int ssid_count(Band band);
+
+// The value as JSON: a number where the key holds numbers and this is one, else text.
+Json json_value(const Key& key, const std::string& value);
+
+inline constexpr char kMasked[] = "********";
+
+}  // namespace wlanctl

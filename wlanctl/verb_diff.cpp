@@ -1,0 +1,211 @@
+// diff: the live store against the dat file. save and revert bring one in line with the other.
+#include <algorithm>
+#include <map>
+
+#include "wlanctl/applied_state.h"
+#include "wlanctl/command.h"
+#include "wlanctl/library_messages.h"
+#include "wlanctl/lock.h"
+#include "wlanctl/store.h"
+
+namespace wlanctl {
+namespace {
+
+struct Words {
+  std::string band;
+  bool secrets = false;
+  unsigned wait_seconds = 10;
+};
+
+using Fields = std::vector<std::string>;
+using Values = std::map<std::string, Fields>;
+
+Values values_of(const std::vector<StoreRecord>& records) {
+  Values values;
+  for (const StoreRecord& record : records) values[record.key] = record.fields;
+  return values;
+}
+
+struct Difference {
+  std::string name;
+  std::string live;
+  std::string file;
+};
+
+std::string field_of(const Fields& fields, size_t index) {
+  return index < fields.size() ? fields[index] : std::string();
+}
+
+std::string named(const std::string& dat_key, size_t field, size_t fields) {
+  int index = 0;
+  const Key* const key = find_dat_key(dat_key, &index);
+  if (key != nullptr && index > 0) return std::string(key->name) + ":" + std::to_string(index);
+  const bool per_ssid = key != nullptr ? key->scope == Scope::kSsid : fields > 1;
+  return per_ssid ? dat_key + ":" + std::to_string(field + 1) : dat_key;
+}
+
+bool is_secret(const std::string& dat_key) {
+  int index = 0;
+  const Key* const key = find_dat_key(dat_key, &index);
+  return key != nullptr && key->secret;
+}
+
+// Whether the value belongs to an SSID beyond the band's count: a save leaves it out, so the file may well lack it.
+bool is_beyond(const std::string& dat_key, size_t field, size_t ssids) {
+  int index = 0;
+  const Key* const key = find_dat_key(dat_key, &index);
+  if (key != nullptr && key->scope == Scope::kLink) return false;
+  return field >= ssids || (index > 0 && static_cast<size_t>(index) > ssids);
+}
+
+std::vector<Difference> differences(const Values& live, const Values& file, size_t ssids, bool secrets) {
+  std::vector<Difference> found;
+  const auto compare = [&](const std::string& key, const Fields& in_store, const Fields& in_file) {
+    const size_t fields = std::max(in_store.size(), in_file.size());
+    for (size_t i = 0; i < fields && !is_beyond(key, i, ssids); ++i) {
+      std::string left = field_of(in_store, i);
+      std::string right = field_of(in_file, i);
+      if (left == right) continue;
+      if (is_secret(key) && !secrets) {
+        if (!left.empty()) left = std::string(kMasked) + (right.empty() ? "" : " (new)");
+        if (!right.empty()) right = kMasked;
+      }
+      found.push_back({named(key, i, fields), left, right});
+    }
+  };
+  static const Fields kNone;
+  for (const auto& [key, fields] : live) {
+    const auto other = file.find(key);
+    compare(key, fields, other == file.end() ? kNone : other->second);
+  }
+  for (const auto& [key, fields] : file) {
+    if (live.find(key) == live.end()) compare(key, kNone, fields);
+  }
+  return found;
+}
+
+// A band without a count still has one field.
+size_t shown_ssids(Band band) {
+  return static_cast<size_t>(std::max(ssid_count(band), 1));
+}
+
+Problem unreadable_file(Band band) {
+  return {"cannot read " + dat_path_of(band), "is it there, and readable?", {{"band", label_of(band)}}};
+}
+
+int diff(const Words& words, Context& context) {
+  Report& report = context.report;
+  Json bands = Json::array();
+  for (const Band band : bands_of(words.band)) {
+    if (!open_store(band, report)) return kNoStore;
+    const auto parsed = parse_dat_file(band);
+    if (!parsed) {
+      report.problem(unreadable_file(band));
+      return kWrongUsage;
+    }
+    const std::vector<Difference> found = differences(
+        values_of(records_of_store(band)), values_of(records_of_file(*parsed)), shown_ssids(band), words.secrets);
+    if (!restore_applied(band, report)) return kWrongUsage;
+    const char* const weight = word_for_weight(weigh(band));
+    Json changes = Json::array();
+    std::vector<std::vector<std::string>> rows;
+    for (const Difference& one : found) {
+      changes.push_back({{"key", one.name}, {"live", json_text(one.live)}, {"file", json_text(one.file)}});
+      rows.push_back({"  " + one.name, printable(one.file) + " -> " + printable(one.live)});
+    }
+    report.text() << label_of(band) << ": "
+                  << (found.empty() ? "the store is as the dat file"
+                                    : std::to_string(found.size()) + " values differ (dat file -> store)")
+                  << "; an apply would mean: " << weight << '\n'
+                  << table(rows);
+    bands.push_back({{"band", label_of(band)}, {"changes", std::move(changes)}, {"apply", weight}});
+  }
+  report.data() = {{"bands", std::move(bands)}};
+  return kDone;
+}
+
+int save(const Words& words, Context& context) {
+  Report& report = context.report;
+  const ToolLock lock(report, words.wait_seconds);
+  if (!lock) return kBusy;
+  Json saved = Json::array();
+  for (const Band band : bands_of(words.band)) {
+    if (!open_store(band, report)) return kNoStore;
+    // From now on the dat file no longer says what is in force.
+    if (!restore_applied(band, report) || !keep_applied(band, report)) return kWrongUsage;
+    clear_messages();
+    if (wifimgr_lib_save_dataFile(number_of(band)) != 0) {
+      report.problem({std::string(label_of(band)) + " was not saved: " + first_reason(),
+                      "is " + dat_path_of(band) + " writable, and is there room?",
+                      {{"band", label_of(band)}}});
+      return kRefused;
+    }
+    saved.push_back(label_of(band));
+    report.text() << label_of(band) << ": saved to " << dat_path_of(band) << '\n';
+  }
+  report.data() = {{"bands", std::move(saved)}};
+  return kDone;
+}
+
+int revert(const Words& words, Context& context) {
+  Report& report = context.report;
+  const ToolLock lock(report, words.wait_seconds);
+  if (!lock) return kBusy;
+  Json reverted = Json::array();
+  for (const Band band : bands_of(words.band)) {
+    if (!open_store(band, report)) return kNoStore;
+    const auto parsed = parse_dat_file(band);
+    if (!parsed) {
+      report.problem(unreadable_file(band));
+      return kWrongUsage;
+    }
+    const size_t values =
+        differences(values_of(records_of_store(band)), values_of(records_of_file(*parsed)), shown_ssids(band), false)
+            .size();
+    if (!replace_store(band, *parsed)) {
+      report.problem({std::string("the store of ") + label_of(band) + " cannot take its dat file",
+                      "stop the management processes, remove the segment with ipcrm and start them",
+                      {{"band", label_of(band)}}});
+      return kRefused;
+    }
+    reverted.push_back({{"band", label_of(band)}, {"values", values}});
+    report.text() << label_of(band) << ": " << values << " values put back to the dat file's\n";
+  }
+  report.data() = {{"bands", std::move(reverted)}};
+  return kDone;
+}
+
+void add_wait(CLI::App& verb, Words& words) {
+  verb.add_option("--wait", words.wait_seconds, "Seconds to wait for another wlanctl")->capture_default_str();
+}
+
+}  // namespace
+
+void add_diff(CLI::App& app, Context& context) {
+  add_verb<Words>(
+      app, context, "diff", "Compare the live store with the dat file, and say how heavy an apply would be",
+      [](CLI::App& verb, Words& words) {
+        add_band(verb, words.band);
+        verb.add_flag("--secrets", words.secrets, "Show passphrases and keys");
+        verb.footer("Examples:\n  wlanctl diff\n  wlanctl diff 2.4g --json");
+      },
+      diff);
+  add_verb<Words>(
+      app, context, "save", "Write the live store to the dat file; the driver is not told",
+      [](CLI::App& verb, Words& words) {
+        add_band(verb, words.band);
+        add_wait(verb, words);
+        verb.footer("Examples:\n  wlanctl save\n  wlanctl save 5g");
+      },
+      save);
+  add_verb<Words>(
+      app, context, "revert", "Put the live store back to what the dat file says",
+      [](CLI::App& verb, Words& words) {
+        add_band(verb, words.band);
+        add_wait(verb, words);
+        verb.footer("Examples:\n  wlanctl revert 2.4g");
+      },
+      revert);
+}
+
+}  // namespace wlanctl

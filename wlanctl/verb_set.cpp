@@ -1,0 +1,131 @@
+// set: changes the live store, all of it or nothing.
+#include "wlanctl/assignment.h"
+#include "wlanctl/command.h"
+#include "wlanctl/library_messages.h"
+#include "wlanctl/lock.h"
+#include "wlanctl/shell.h"
+#include "wlanctl/store.h"
+
+namespace wlanctl {
+namespace {
+
+struct Words {
+  std::string band;
+  std::vector<std::string> assignments;
+  std::vector<std::string> files;
+  bool literal = false;
+  bool force = false;
+  unsigned wait_seconds = 10;
+};
+
+std::string shown(const Key& key, const std::string& value) {
+  return key.secret && !value.empty() ? kMasked : value;
+}
+
+Json details_of(Band band, const Assignment& assignment, const std::string& reason) {
+  return {{"band", label_of(band)},
+          {"key", assignment.target.name()},
+          {"value", json_text(shown(*assignment.target.key, assignment.value))},
+          {"reason", json_text(reason)},
+          {"accepted", words_for(assignment.target.key->accepted)}};
+}
+
+void refuse(Report& report, Band band, const Assignment& assignment, const std::string& reason,
+            const std::string& next) {
+  const Key& key = *assignment.target.key;
+  report.problem({assignment.target.name() + " cannot be \"" + shown(key, assignment.value) + "\": " + reason, next,
+                  details_of(band, assignment, reason)});
+}
+
+// Asks the library's own setter, and only that.
+bool is_stored(Band band, const Assignment& assignment) {
+  clear_messages();
+  return assignment.target.key->setter(static_cast<uint32_t>(number_of(band)), assignment.target.index,
+                                       assignment.value.c_str()) == 0;
+}
+
+void read_assignments(const Words& words, Band band, Report& report, std::vector<Assignment>* assignments) {
+  for (const std::string& text : words.assignments) {
+    if (auto assignment = parse_assignment(text, band, words.literal, report)) assignments->push_back(*assignment);
+  }
+  for (const std::string& text : words.files) {
+    if (auto assignment = parse_file_assignment(text, band, report)) assignments->push_back(*assignment);
+  }
+}
+
+// On a private copy of the store, in order, so that a value may depend on one before it.
+void try_out(const Words& words, Band band, Report& report, const std::vector<Assignment>& assignments) {
+  const PrivateStore copy(band);
+  const ShellScope nothing_runs(ShellMode::kDrop);
+  for (const Assignment& assignment : assignments) {
+    const std::string danger = words.force ? "" : danger_of(*assignment.target.key, assignment.value);
+    if (!danger.empty()) {
+      refuse(report, band, assignment, danger, "choose another value, or insist with --force");
+    } else if (!is_stored(band, assignment)) {
+      const std::string reason = first_reason();
+      refuse(report, band, assignment, reason.empty() ? "the library refuses it" : reason,
+             "it takes " + words_for(assignment.target.key->accepted));
+    }
+  }
+}
+
+int run(const Words& words, Context& context) {
+  Report& report = context.report;
+  const Band band = *parse_band(words.band);
+  std::vector<Assignment> assignments;
+  read_assignments(words, band, report, &assignments);
+  if (assignments.empty() && !report.has_problems()) {
+    report.problem({"nothing to set", "write KEY=VALUE or KEY:SSID=VALUE"});
+    return kWrongUsage;
+  }
+  const ToolLock lock(report, words.wait_seconds);
+  if (!lock) return kBusy;
+  if (!open_store(band, report)) return kNoStore;
+  try_out(words, band, report, assignments);
+  report.data() = {{"band", label_of(band)}, {"changes", Json::array()}};
+  if (report.has_problems()) return kRefused;
+
+  Json changes = Json::array();
+  for (const Assignment& assignment : assignments) {
+    const Key& key = *assignment.target.key;
+    const std::string before = read_value(band, key, assignment.target.index).value_or("");
+    if (!is_stored(band, assignment)) {
+      refuse(report, band, assignment, first_reason(), "another process changed the store; try again");
+      break;
+    }
+    changes.push_back({{"key", key.name},
+                       {"index", assignment.target.index},
+                       {"before", json_value(key, shown(key, before))},
+                       {"after", json_value(key, shown(key, assignment.value))}});
+    report.text() << label_of(band) << ' ' << assignment.target.name() << " = "
+                  << printable(shown(key, assignment.value)) << "  (was " << printable(shown(key, before)) << ")\n";
+  }
+  report.data()["changes"] = std::move(changes);
+  return report.has_problems() ? kRefused : kDone;
+}
+
+}  // namespace
+
+void add_set(CLI::App& app, Context& context) {
+  add_verb<Words>(
+      app, context, "set", "Change the live store: all of the values, or none when one is refused",
+      [](CLI::App& verb, Words& words) {
+        add_band(verb, words.band)->required();
+        verb.add_option("KEY=VALUE", words.assignments,
+                        "KEY=VALUE for the band, KEY:SSID=VALUE for an SSID; - is a "
+                        "line of standard input");
+        verb.add_option("--file", words.files, "KEY[:SSID]=PATH: the value is the first line of a file")
+            ->allow_extra_args(false);
+        verb.add_flag("--literal", words.literal, "- means a dash");
+        verb.add_flag("--force", words.force, "Store what a shell or the dat file would take apart");
+        verb.add_option("--wait", words.wait_seconds, "Seconds to wait for another wlanctl")->capture_default_str();
+        verb.footer(
+            "The settings are in the live store then; save or apply brings them to the dat file.\n\n"
+            "Examples:\n"
+            "  wlanctl set 2.4g Channel=11 HideSSID:2=1\n"
+            "  wlanctl set 2.4g WPAPSK:1=- <passphrase.txt");
+      },
+      run);
+}
+
+}  // namespace wlanctl
