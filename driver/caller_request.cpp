@@ -57,8 +57,7 @@ extern "C" int wifimgr_lib_get_WIFI_STATS(const char* ifname, void* data, uint16
       (void)std::printf("==>%s: Create %s socket fail\n", __func__, ifname == nullptr ? "" : ifname);
       return -1;
     case Outcome::kRefused:
-      (void)trace::fail(__func__);
-      return -1;
+      return trace::fail_as(__func__, -1);
     case Outcome::kAnswered:
       break;
   }
@@ -68,15 +67,7 @@ extern "C" int wifimgr_lib_get_WIFI_STATS(const char* ifname, void* data, uint16
 extern "C" int wifimgr_lib_set_OUI_FILTER(int wifi_type, void* data, uint16_t length) {
   trace::enter(__func__);
   if (!store::is_band(wifi_type)) return trace::fail(__func__, store::kWrongBand);
-  switch (driver::ask_oid(driver::radio_interface(wifi_type == store::k5G), kOuiFilter, data, length)) {
-    case Outcome::kNoSocket:
-      (void)std::printf("[%s]Create socket fail\n", __func__);
-      return -1;
-    case Outcome::kRefused:
-      (void)std::printf("[%s]:ioctl open fail\n", __func__);
-      return -1;
-    case Outcome::kAnswered:
-      break;
-  }
+  const Outcome outcome = driver::ask_oid(driver::radio_interface(wifi_type == store::k5G), kOuiFilter, data, length);
+  if (driver::report(__func__, outcome, {"Create socket fail", ":ioctl open fail"}) != 0) return -1;
   return trace::success(__func__);
 }

@@ -9,7 +9,7 @@
 
 namespace {
 
-// Answered when the driver gives no channel, for 5G too; deliberate, callers show it as it is.
+// Answered when the driver gives no channel, for 5G too; deliberate.
 constexpr char kFallback[] = "6";
 constexpr size_t kTextSize = sizeof "-2147483648";
 

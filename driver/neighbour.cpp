@@ -16,8 +16,8 @@ constexpr uint16_t kNeighbourTable = 0x0683;
 static_assert(WIFIMGR_NEIGHBOUR_TABLE_SIZE == 0x4804);
 static_assert(sizeof(wifimgr_neighbour) == 94 && offsetof(wifimgr_neighbour_list, first) == 4);
 
-// Lines of a survey that come before its entries.
-constexpr int kHeadLines = 3;
+// More lines than these empty the first entry.
+constexpr int kLabelLines = 3;
 
 struct Survey {
   const char* command;
@@ -48,15 +48,16 @@ extern "C" int wifimgr_lib_get_neighbourinfo(int wifi_type, wifimgr_neighbour_li
   const store::Stream file(std::fopen(survey.dump, "re"));
   if (!file) return trace::fail(__func__, "fp is NULL");
   list->count = 0;
-  // No column is parsed and the count stays 0, deliberately: the first entry tells the band, and is empty once the
-  // survey has any neighbour. Whoever wants the neighbours reads the driver's table.
+  // No column is parsed and the count stays 0, deliberately: the first entry tells the band, and is empty when the dump
+  // has more than three lines. Whoever wants the neighbours reads the driver's table.
   char* line = nullptr;
   size_t size = 0;
-  for (int number = 1; getline(&line, &size, file.get()) >= 0; ++number) {
+  for (int lines = 0; getline(&line, &size, file.get()) >= 0;) {
     (void)std::snprintf(list->first.band, sizeof list->first.band, "%s", survey.label);
-    if (number > kHeadLines) {
+    if (lines < kLabelLines) {
+      ++lines;
+    } else {
       std::memset(&list->first, 0, sizeof list->first);
-      number = kHeadLines;
     }
   }
   std::free(line);

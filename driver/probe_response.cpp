@@ -27,11 +27,6 @@ trace::Result refuse_band(const char* function, driver::Socket& socket) {
   return trace::fail(function, store::kWrongBand);
 }
 
-int fail(const char* function) {
-  (void)trace::fail(function);
-  return -1;
-}
-
 // The numbers are part of the text that callers match.
 void report_line(const char* function, int line) {
   (void)std::printf("function ==> [%s]  line ==> [%d]\n", function, line);
@@ -42,15 +37,15 @@ void report_line(const char* function, int line) {
 extern "C" int wifimgr_lib_proberesp_execute(int wifi_type, void* data, uint16_t length, int ssid_mask) {
   trace::enter(__func__);
   driver::Socket socket;
-  if (!socket) return fail(__func__);
+  if (!socket) return trace::fail_as(__func__, -1);
   if (!is_radio(wifi_type)) return refuse_band(__func__, socket);
   for (int i = 0; i < kSsids; ++i) {
-    // An SSID that is not selected is sent to the empty name, which the kernel refuses, so the call ends there:
-    // deliberate, callers select the SSIDs from the first on and know the answer.
+    // An SSID that is not selected is sent to the empty name, which the kernel refuses, so the call ends there;
+    // deliberate.
     const bool selected = ((static_cast<unsigned>(ssid_mask) >> i) & 1U) != 0;
     driver::Request request = driver::make_request(
         selected ? driver::bss_interface(is_5g(wifi_type), i) : driver::InterfaceName{}, data, length, kExecute);
-    if (socket.send(driver::kOid, &request) < 0) return fail(__func__);
+    if (socket.send(driver::kOid, &request) < 0) return trace::fail_as(__func__, -1);
   }
   return trace::success(__func__);
 }
@@ -58,12 +53,12 @@ extern "C" int wifimgr_lib_proberesp_execute(int wifi_type, void* data, uint16_t
 extern "C" int wifimgr_lib_proberesp_delete(int wifi_type, void* data, uint16_t length) {
   trace::enter(__func__);
   driver::Socket socket;
-  if (!socket) return fail(__func__);
+  if (!socket) return trace::fail_as(__func__, -1);
   report_line(__func__, 2599);
   if (!is_radio(wifi_type)) return refuse_band(__func__, socket);
   driver::Request request = driver::make_request(driver::radio_interface(is_5g(wifi_type)), data, length, kDelete);
   report_line(__func__, 2612);
-  if (socket.send(driver::kOid, &request) < 0) return fail(__func__);
+  if (socket.send(driver::kOid, &request) < 0) return trace::fail_as(__func__, -1);
   report_line(__func__, 2622);
   return trace::success(__func__);
 }

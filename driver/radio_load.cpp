@@ -17,29 +17,40 @@ constexpr size_t kTextSize = sizeof "-2147483648";
 constexpr driver::Complaints kNoiseComplaints = {"get_Noise: Create socket fail", "get_Noise: ioctl open fail"};
 constexpr driver::Complaints kLoadComplaints = {"chanLoad: Create socket fail", "chanLoad: ioctl open fail"};
 
-// What both queries are but for their OID, their words and how they print the number.
-trace::Result get_number(const char* function, int wifi_type, int index, char* out, uint16_t oid,
-                         const driver::Complaints& complaints, const char* format) {
+// What both queries have in common but for the text. False when there is no number; the failure is traced then.
+bool read_number(const char* function, int wifi_type, int index, const char* out, uint16_t oid,
+                 const driver::Complaints& complaints, uint32_t* number) {
   trace::enter(function);
-  if (index != -1) return trace::fail(function, store::kIndexRefusal);
-  if (!store::is_band(wifi_type)) return trace::fail(function, store::kWrongBand);
-  if (out == nullptr) return trace::fail(function);
-  uint32_t number = 0;
-  const driver::Outcome outcome =
-      driver::ask_oid(driver::radio_interface(wifi_type == store::k5G), oid, &number, sizeof number);
-  if (const char* const why = driver::complaint_about(outcome, complaints)) return trace::fail(function, why);
-  (void)std::snprintf(out, kTextSize, format, number);
-  return trace::success(function);
+  const char* why = nullptr;
+  if (index != -1) {
+    why = store::kIndexRefusal;
+  } else if (!store::is_band(wifi_type)) {
+    why = store::kWrongBand;
+  } else if (out == nullptr) {
+    (void)trace::fail(function);
+    return false;
+  } else {
+    const driver::InterfaceName radio = driver::radio_interface(wifi_type == store::k5G);
+    why = driver::complaint_about(driver::ask_oid(radio, oid, number, sizeof *number), complaints);
+  }
+  if (why != nullptr) (void)trace::fail(function, why);
+  return why == nullptr;
 }
 
 }  // namespace
 
 extern "C" int wifimgr_lib_get_Noise(int wifi_type, int index, char* out) {
-  return get_number(__func__, wifi_type, index, out, kNoise, kNoiseComplaints, "%d");
+  uint32_t noise = 0;
+  if (!read_number(__func__, wifi_type, index, out, kNoise, kNoiseComplaints, &noise)) return 1;
+  (void)std::snprintf(out, kTextSize, "%d", static_cast<int32_t>(noise));
+  return trace::success(__func__);
 }
 
 extern "C" int wifimgr_lib_get_chanLoad(int wifi_type, int index, char* out) {
-  return get_number(__func__, wifi_type, index, out, kChannelLoad, kLoadComplaints, "%u");
+  uint32_t load = 0;
+  if (!read_number(__func__, wifi_type, index, out, kChannelLoad, kLoadComplaints, &load)) return 1;
+  (void)std::snprintf(out, kTextSize, "%u", load);
+  return trace::success(__func__);
 }
 
 // For band steering: the same number, asked with a longer payload and read as a signed one. Every band but 2.4G counts

@@ -59,4 +59,11 @@ Outcome ask_oid(const InterfaceName& interface, uint16_t oid, void* data, uint16
   return ask(kOid, request, result);
 }
 
+int report(const char* function, Outcome outcome, const Complaints& complaints) {
+  const char* const why = complaint_about(outcome, complaints);
+  if (why == nullptr) return 0;
+  (void)std::printf("[%s]%s\n", function, why);
+  return -1;
+}
+
 }  // namespace driver

@@ -9,7 +9,7 @@
 namespace driver {
 
 inline constexpr unsigned long kGetFrequency = 0x8B05;  // SIOCGIWFREQ
-inline constexpr unsigned long kOid = 0x8BE1;           // private requests from here on: the OID stands in the flags
+inline constexpr unsigned long kOid = 0x8BE1;           // flags = OID
 inline constexpr unsigned long kStatistics = 0x8BE9;
 inline constexpr unsigned long kStationTable = 0x8BEF;
 inline constexpr unsigned long kWpsStatusWord = 0x8BF2;
@@ -27,8 +27,8 @@ struct Request {
   uint32_t unused;
 };
 static_assert(std::is_trivially_copyable_v<Request> && std::is_standard_layout_v<Request>);
-static_assert(sizeof(void*) != 8 || (offsetof(Request, data) == 16 && offsetof(Request, length) == 24 &&
-                                     offsetof(Request, flags) == 26 && sizeof(Request) == 32));
+static_assert(offsetof(Request, data) == 16 && offsetof(Request, length) == 24 && offsetof(Request, flags) == 26 &&
+              sizeof(Request) == 32);
 
 // The name of an interface, padded with NUL.
 struct InterfaceName {
@@ -78,5 +78,8 @@ constexpr const char* complaint_about(Outcome outcome, const Complaints& complai
   if (outcome == Outcome::kAnswered) return nullptr;
   return outcome == Outcome::kNoSocket ? complaints.no_socket : complaints.refused;
 }
+
+// Prints the one that fits, behind the function's name in brackets, and returns -1; 0 when the request was answered.
+int report(const char* function, Outcome outcome, const Complaints& complaints);
 
 }  // namespace driver

@@ -1,5 +1,4 @@
 // The access list of a WPS session.
-#include <cstdio>
 #include <cstring>
 
 #include "driver/request.h"
@@ -34,16 +33,8 @@ extern "C" int wifimgr_lib_get_WPS_ACL_INFO(int wifi_type, int ssid_index, wifim
   if (out == nullptr) return trace::fail(__func__);
   Reply reply = {};
   const driver::InterfaceName interface = driver::bss_interface(wifi_type == store::k5G, ssid_index);
-  switch (driver::ask_oid(interface, kAccessList, &reply, sizeof reply)) {
-    case driver::Outcome::kNoSocket:
-      (void)std::printf("[%s]:Create ACL socket fail\n", __func__);
-      return -1;
-    case driver::Outcome::kRefused:
-      (void)std::printf("[%s]:ioctl open fail\n", __func__);
-      return -1;
-    case driver::Outcome::kAnswered:
-      break;
-  }
+  const driver::Outcome outcome = driver::ask_oid(interface, kAccessList, &reply, sizeof reply);
+  if (driver::report(__func__, outcome, {":Create ACL socket fail", ":ioctl open fail"}) != 0) return -1;
   std::memcpy(out->header, reply.list.header, sizeof out->header);
   for (size_t i = 0; i < WIFIMGR_WPS_ACCESS_ENTRIES; ++i) {
     copy_mac(out->entry[i].mac, reply.list.entry[i].mac);

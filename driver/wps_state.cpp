@@ -97,16 +97,8 @@ extern "C" int wifimgr_lib_get_WPS_STATUS(int wifi_type, uint16_t* status) {
   uint16_t reply[384] = {};
   static_assert(sizeof reply == 768);
   driver::Request request = driver::make_request(driver::radio_interface(wifi_type == store::k5G), reply, sizeof reply);
-  switch (driver::ask(driver::kWpsStatusWord, request)) {
-    case driver::Outcome::kNoSocket:
-      (void)std::printf("[%s]Create socket fail\n", __func__);
-      return -1;
-    case driver::Outcome::kRefused:
-      (void)std::printf("[%s]:ioctl open fail\n", __func__);
-      return -1;
-    case driver::Outcome::kAnswered:
-      break;
-  }
+  const driver::Outcome outcome = driver::ask(driver::kWpsStatusWord, request);
+  if (driver::report(__func__, outcome, {"Create socket fail", ":ioctl open fail"}) != 0) return -1;
   *status = reply[0];
   return trace::success(__func__);
 }

@@ -1328,7 +1328,7 @@ WIFIMGR_API int wifimgr_lib_use_global_mac(uint8_t* mac);
  *
  * Results, unless stated: 0; 1 for a wrong band or index, or a null pointer; -1 when the socket cannot be opened or
  * the driver refuses. Outputs stay untouched on failure, unless stated. The band is checked before the socket is
- * opened. Reasons marked "prints" go to standard output, the others to the trace. */
+ * opened. Reasons marked "prints" go to standard output and leave no exit in the trace, the others go to the trace. Payloads of the caller's are not looked at: a null one is sent too, and a null interface name is the empty name. */
 
 /* Sends any wireless request: `length` bytes at `data` for the interface `ifname` (cut to 15 characters). Returns
  * what ioctl returned; -1 with "\n===  create socket fail ===" or "\n===  ioctl open fail ===" in the trace. */
@@ -1364,7 +1364,7 @@ WIFIMGR_API void UpdateChannel(char* out);
 WIFIMGR_API void UpdateChannelAC(char* out);
 WIFIMGR_API int wifimgr_lib_get_CHANNEL(int wifi_type, char* out);
 
-/* Noise level of the radio's channel in dBm (OID 0x069C), as a decimal text; `out` of 12 bytes or more. index -1.
+/* Noise level of the radio's channel (OID 0x069C), as a decimal text; `out` of 12 bytes or more. index -1.
  * Returns 1 for all failures. Refusals: "The index should be -1." (before the band), "get_Noise: Create socket fail",
  * "get_Noise: ioctl open fail". */
 WIFIMGR_API int wifimgr_lib_get_Noise(int wifi_type, int index, char* out);
@@ -1378,7 +1378,7 @@ WIFIMGR_API int wifimgr_lib_get_chanLoad(int wifi_type, int index, char* out);
  * and those of wifimgr_lib_get_chanLoad. */
 WIFIMGR_API int wifimgr_lib_get_BndstrgChanLoad(int wifi_type, int ssid_index, char* out, int out_size);
 
-/* Chip temperature in degrees Celsius as the driver reports it (OID 0x09A1). Returns 1 for all failures. Refusals:
+/* Chip temperature as the driver reports it (OID 0x09A1). Returns 1 for all failures. Refusals:
  * "wifimgr_lib_get_WPS_STA_MAC: Create socket fail", "wifimgr_lib_get_WPS_STA_MAC: ioctl open fail" (so they read). */
 WIFIMGR_API int wifimgr_lib_get_CPU_TEMPERATURE(int wifi_type, uint32_t* value);
 
@@ -1475,7 +1475,8 @@ WIFIMGR_API int wifimgr_lib_set_WIFI_CMD(const char* prefix, int index, int size
                                          int kind);
 
 /* Writes a printf template for lines of a script, cut to `size` bytes: "/userfs/bin/iwpriv ra%d set %s=%s\n" (5G
- * rai%d), for interface number, key and value. Returns 0. */
+ * rai%d), for interface number, key and value. Returns 0, 1 for another band; nothing is written to a null pointer or
+ * with a size of 0 or less. */
 WIFIMGR_API int wifimgr_lib_get_WLAN_SCRIPT(int wifi_type, int size, char* out);
 
 /* ---- WPS: the driver's session -----------------------------------------------------------------------------------
@@ -1617,7 +1618,7 @@ WIFIMGR_API int wifimgr_lib_set_WLAN_WPS_BUTTON(const char* text);
 WIFIMGR_API int wifimgr_lib_get_button_state(int mode, const char* path, char* buffer, int size);
 
 /* Runs "echo %s > /proc/zq2810/led_wlan" with the text, unescaped. The line is cut to 63 characters as a whole: a
- * text of more than 32 loses part of the redirection. Deliberate. Returns 0. */
+ * text of more than 34 loses part of the redirection. Deliberate. Returns 0. */
 WIFIMGR_API int wifimgr_lib_set_LED_WLAN(const char* text);
 
 #define WIFIMGR_WLANSHARE_CMD_SIZE 64
@@ -1627,8 +1628,8 @@ WIFIMGR_API int wifimgr_lib_set_LED_WLAN(const char* text);
 WIFIMGR_API int wifimgr_lib_get_WLANSHARE_CMD(char* out, int a, int b, const char* text1, const char* text2);
 
 /* The chip's package id from "/proc/zq2810/chip_id"; untouched when there is no number in it. Returns 0; -1 when the
- * file cannot be opened. Prints "Critical Bugs, Can't get package id!"; "fscanf error!", without a line end, for an
- * empty file. */
+ * file cannot be opened, 1 for a null pointer. Prints "Critical Bugs, Can't get package id!"; "fscanf error!",
+ * without a line end, for an empty file. */
 WIFIMGR_API int wifimgr_lib_get_CHIP_ID(int* id);
 
 /* Routes the 5G radio's PCIe: writes a register with "sys memwl", which one depends on the chip's package.

@@ -44,7 +44,7 @@ uint64_t get_ssid_value(uint32_t wifi_type, int32_t ssid_index, char* buf, uint3
                         const char* key, Numbering numbering);
 
 // Checks the value's presence, the SSID count, the index and the value, in this order, then writes the SSID's value.
-// `refusal` may print the refused number with "%d".
+// `refusal` may print the refused number with "%d". The numbering is no argument, so that all others fit in registers.
 template <Numbering kNumbering>
 uint64_t set_ssid_value(uint32_t wifi_type, int32_t ssid_index, const char* value, const char* function,
                         const char* key, const char* refusal, Accepted accepted);

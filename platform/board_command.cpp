@@ -8,7 +8,7 @@
 extern "C" int wifimgr_lib_set_LED_WLAN(const char* text) {
   trace::enter(__func__);
   if (text != nullptr) {
-    // A longer line is cut as a whole, its redirection included; deliberate, the board knows only short texts.
+    // A longer line is cut as a whole, its redirection included; deliberate.
     char line[64];
     (void)std::snprintf(line, sizeof line, "echo %s > /proc/zq2810/led_wlan", text);
     (void)store::run_line(line);

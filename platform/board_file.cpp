@@ -31,15 +31,12 @@ bool read_file(const char* path, char* buffer, int size, ssize_t* result) {
 int read_board(const char* function, const char* path, char* buffer, int size, uint32_t* count) {
   trace::enter(function);
   ssize_t result = 0;
-  if (count == nullptr || !read_file(path, buffer, size, &result)) {
-    (void)trace::fail(function);
-    return -1;
-  }
+  if (count == nullptr || !read_file(path, buffer, size, &result)) return trace::fail_as(function, -1);
   *count = static_cast<uint32_t>(result);
   return trace::success(function);
 }
 
-// A board without the file is no failure; deliberate, callers write whatever the board has.
+// A board without the file is no failure; deliberate.
 int write_board(const char* function, const char* path, const char* text) {
   trace::enter(function);
   if (text != nullptr) {
@@ -47,11 +44,6 @@ int write_board(const char* function, const char* path, const char* text) {
     if (file) (void)std::fputs(text, file.get());
   }
   return trace::success(function);
-}
-
-int fail(const char* function, int result) {
-  (void)trace::fail(function);
-  return result;
 }
 
 }  // namespace
@@ -84,12 +76,14 @@ extern "C" int wifimgr_lib_set_WLAN_WPS_BUTTON(const char* text) {
   return write_board(__func__, kWlanWpsButton, text);
 }
 
-// The two modes report a file that cannot be opened differently; deliberate, callers tell them apart by it.
+// The two modes report a file that cannot be opened differently; deliberate.
 extern "C" int wifimgr_lib_get_button_state(int mode, const char* path, char* buffer, int size) {
   trace::enter(__func__);
-  if (mode != 0 && mode != 1) return fail(__func__, -2);
+  if (mode != 0 && mode != 1) return trace::fail_as(__func__, -2);
   ssize_t result = 0;
-  if (!read_file(path, buffer, size, &result)) return fail(__func__, mode == 0 ? -2 : -1);
+  if (!read_file(path, buffer, size, &result)) return trace::fail_as(__func__, mode == 0 ? -2 : -1);
+  // An error while reading counts as something read in mode 0 and is the result in mode 1.
+  if (mode == 1 && result < 0) return trace::fail_as(__func__, -1);
   (void)trace::success(__func__);
   if (mode == 0) return result != 0 ? 2 : 0;
   return static_cast<int>(result);

@@ -23,7 +23,8 @@ void write_register(const char* address, const char* value) {
 
 extern "C" int wifimgr_lib_get_CHIP_ID(int* id) {
   trace::enter(__func__);
-  const store::Stream file(id == nullptr ? nullptr : std::fopen("/proc/zq2810/chip_id", "re"));
+  if (id == nullptr) return trace::fail(__func__);
+  const store::Stream file(std::fopen("/proc/zq2810/chip_id", "re"));
   if (!file) {
     (void)std::puts("Critical Bugs, Can't get package id!");
     return -1;

@@ -40,16 +40,11 @@ void write_address(const ifreq& request, char* out, int size) {
                       mac[4], mac[5]);
 }
 
-int fail(const char* function) {
-  (void)trace::fail(function);
-  return -1;
-}
-
 }  // namespace
 
 extern "C" int wifimgr_lib_get_itf_hwaddr(const char* ifname, char* out, int size) {
   trace::enter(__func__);
-  if (out == nullptr) return fail(__func__);
+  if (out == nullptr) return trace::fail_as(__func__, -1);
   const driver::Socket socket;
   if (!socket) {
     (void)std::printf("%s %d: socket open fail\n", __func__, 2026);
@@ -66,19 +61,19 @@ extern "C" int wifimgr_lib_get_itf_hwaddr(const char* ifname, char* out, int siz
 
 extern "C" int wifimgr_lib_get_interface_mac0(const char* ifname, char* out, int size) {
   trace::enter(__func__);
-  if (out == nullptr) return fail(__func__);
+  if (out == nullptr) return trace::fail_as(__func__, -1);
   const driver::Socket socket;
   if (!socket) {
     (void)std::printf("%s %d: socket open fail\n", __func__, 2078);
     return -1;
   }
   ifreq request = make_request(ifname);
-  if (!ask_address(socket, request)) return fail(__func__);
+  if (!ask_address(socket, request)) return trace::fail_as(__func__, -1);
   write_address(request, out, size);
   return trace::success(__func__);
 }
 
-// Never fails; deliberate, callers look at what is in `mac`.
+// Never fails; deliberate.
 extern "C" int wifimgr_lib_get_interface_mac(const char* ifname, uint8_t* mac) {
   trace::enter(__func__);
   const driver::Socket socket(AF_INET, SOCK_RAW, kRawProtocol);
@@ -104,17 +99,17 @@ extern "C" int wifimgr_lib_get_ethaddr(uint8_t* mac) {
 extern "C" int wifimgr_lib_get_ifaddr(int socket, uint8_t* mac) {
   trace::enter(__func__);
   ifreq request = make_request(kBridge);
-  if (mac == nullptr || ioctl(socket, SIOCGIFHWADDR, &request) < 0) return fail(__func__);
+  if (mac == nullptr || ioctl(socket, SIOCGIFHWADDR, &request) < 0) return trace::fail_as(__func__, -1);
   copy_address(mac, request);
   return trace::success(__func__);
 }
 
 extern "C" int wifimgr_lib_get_br0_v6addr(uint8_t* record) {
   trace::enter(__func__);
-  if (record == nullptr) return fail(__func__);
+  if (record == nullptr) return trace::fail_as(__func__, -1);
   const driver::Socket socket(AF_INET6, SOCK_DGRAM, 0);
   ifreq request = make_request(kBridge);
-  if (!socket || !ask_address(socket, request)) return fail(__func__);
+  if (!socket || !ask_address(socket, request)) return trace::fail_as(__func__, -1);
   uint8_t mac[kMacSize];
   copy_address(mac, request);
   const auto local = static_cast<uint8_t>(mac[0] ^ 0x02U);
@@ -131,10 +126,7 @@ extern "C" int wifimgr_lib_get_test_itf_status(const char* ifname, uint16_t mask
   trace::enter(__func__);
   const driver::Socket socket;
   ifreq request = make_request(ifname);
-  if (!socket || socket.send(SIOCGIFFLAGS, &request) < 0) {
-    (void)trace::fail(__func__);
-    return 0;
-  }
+  if (!socket || socket.send(SIOCGIFFLAGS, &request) < 0) return trace::fail_as(__func__, 0);
   (void)trace::success(__func__);
   return (static_cast<uint16_t>(request.ifr_flags) & mask) != 0 ? 1 : 0;
 }

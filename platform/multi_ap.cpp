@@ -47,8 +47,7 @@ extern "C" uint64_t wifimgr_lib_set_MapMode(uint32_t wifi_type, int32_t index, c
   return params::write_ssid_value(__func__, wifi_type, -1, kMapMode, value);
 }
 
-// Always the mode in the 2.4G store, whatever the band, while the setter writes the band given; deliberate, callers set
-// both bands.
+// Always the mode in the 2.4G store, whatever the band, while the setter writes the band given; deliberate.
 extern "C" int wifimgr_lib_get_MapMode(int wifi_type, int ssid_index, char* buf, unsigned len) {
   trace::enter(__func__);
   if (buf == nullptr) return trace::fail(__func__);

@@ -23,7 +23,13 @@ Result fail(const char* function, const char* why) {
   return {1};
 }
 
+int fail_as(const char* function, int result) {
+  (void)fail(function);
+  return result;
+}
+
 Result fail(const char* function, const char* why, int number) {
+  if (get_itf_dbg_switch(kErrorLevel, kModule) == 0) return {1};
   char words[128];
   (void)std::snprintf(words, sizeof words, why, number);
   return fail(function, words);

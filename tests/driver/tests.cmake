@@ -1,1 +1,25 @@
-wifimgr_test(channel_test driver/channel_test.cpp)
+# wifimgr_exchange_test(NAME SOURCE...): a test program that watches calls as their caller and the driver see them.
+add_library(test_exchange STATIC driver/exchange.cpp)
+target_link_libraries(test_exchange PUBLIC test_support)
+
+function(wifimgr_exchange_test name)
+  wifimgr_test(${name} ${ARGN})
+  target_link_libraries(${name} PRIVATE test_exchange)
+endfunction()
+
+wifimgr_exchange_test(channel_test driver/channel_test.cpp)
+wifimgr_exchange_test(caller_request_test driver/caller_request_test.cpp)
+wifimgr_exchange_test(probe_response_test driver/probe_response_test.cpp)
+wifimgr_exchange_test(radio_load_test driver/radio_load_test.cpp)
+wifimgr_exchange_test(wps_pin_test driver/wps_pin_test.cpp)
+wifimgr_exchange_test(wps_state_test driver/wps_state_test.cpp)
+wifimgr_exchange_test(wps_status_test driver/wps_status_test.cpp)
+wifimgr_exchange_test(wps_access_list_test driver/wps_access_list_test.cpp)
+# These run out of memory on demand.
+wifimgr_exchange_test(ap_count_test driver/ap_count_test.cpp driver/allocation.cpp)
+wifimgr_exchange_test(station_capability_test driver/station_capability_test.cpp driver/allocation.cpp)
+wifimgr_exchange_test(station_table_test driver/station_table_test.cpp driver/allocation.cpp)
+wifimgr_exchange_test(wps_station_test driver/wps_station_test.cpp driver/allocation.cpp)
+wifimgr_test(neighbour_test driver/neighbour_test.cpp)
+wifimgr_test(process_info_test driver/process_info_test.cpp)
+wifimgr_test(command_text_test driver/command_text_test.cpp)

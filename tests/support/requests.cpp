@@ -16,6 +16,7 @@ std::vector<Request> sent;
 std::vector<SocketCall> sockets;
 std::vector<unsigned long> queries;
 std::function<int(const Request& request, void* record)> driver;
+std::function<int(int descriptor, unsigned long number, void* record)> kernel;
 seams::Fault socket_fault, ioctl_fault;
 
 namespace {
@@ -103,6 +104,7 @@ int ioctl(int descriptor, unsigned long number, ...) noexcept {
     requests::queries.push_back(number);
   }
   if (requests::fails(requests::ioctl_fault)) return -1;
+  if (!wireless && requests::kernel) return requests::kernel(descriptor, number, record);
   if (!wireless) return static_cast<int>(syscall(SYS_ioctl, descriptor, number, record));
   return requests::driver ? requests::driver(requests::sent.back(), record) : 0;
 }

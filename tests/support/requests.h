@@ -40,6 +40,9 @@ extern std::vector<unsigned long> queries;  // the numbers of all other requests
 // ioctl is to return. Negative results set errno. Without one, requests succeed and change nothing.
 extern std::function<int(const Request& request, void* record)> driver;
 
+// Stands in for the kernel on all other requests, so that a test sees their records; without one the kernel answers.
+extern std::function<int(int descriptor, unsigned long number, void* record)> kernel;
+
 // Faults of the two calls; see seams::fail. A failing ioctl reaches neither driver nor kernel.
 extern seams::Fault socket_fault, ioctl_fault;
 

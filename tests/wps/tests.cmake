@@ -1,0 +1,6 @@
+wifimgr_test(wps_setting_test wps/setting_value_test.cpp wps/setting_shell_test.cpp)
+wifimgr_test(wps_setting_order_test wps/setting_order_test.cpp)
+wifimgr_test(wps_uuid_test wps/uuid_test.cpp)
+wifimgr_test(wps_service_test wps/service_action_test.cpp wps/service_start_test.cpp)
+wifimgr_test(wps_daemon_test wps/daemon_test.cpp wps/bridge_address_test.cpp)
+wifimgr_exchange_test(ssid_pin_test wps/pin_test.cpp)
