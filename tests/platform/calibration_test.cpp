@@ -167,7 +167,7 @@ TEST(Calibration, OfABlankFlashKeepsTheDefault) {
 
 TEST(Calibration, OfAnySizeIsCopiedWhole) {
   for_each_radio([](const Radio& radio) {
-    for (const size_t rest : {0, 1, 1021, 1022, 1023, 131070}) {
+    for (const unsigned rest : {0U, 1U, 1021U, 1022U, 1023U, 131070U}) {
       SCOPED_TRACE(rest);
       const std::string image = image_of(0x7915, std::string(rest, 'c'));
       put_in_flash(radio, image);
