@@ -4,12 +4,18 @@ JOBS := $(shell nproc 2>/dev/null || echo 2)
 SOURCES = $(or $(shell git ls-files '*.c' '*.cpp' '*.h'),$(error git does not list the sources here))
 UNITS = $(filter store/%.cpp params/%.cpp apply/%.cpp driver/%.cpp wps/%.cpp platform/%.cpp sim/%.cpp wlanctl/%.cpp,$(SOURCES))
 
-.PHONY: help demo test build format lint clean
+.PHONY: help demo test test-native test-arm64 test-musl build arm64 musl package interface format lint clean
 
 help:
 	@echo "make demo    run the library inside a simulated gateway and watch it apply settings"
-	@echo "make test    build everything, with and without sanitizers, and run every test"
+	@echo "make test    everything below that tests, and the packages"
 	@echo "make build   build the library, the simulated gateway and the examples into build/release"
+	@echo "make arm64   the same and the tests for the gateway's processor, into build/arm64; sizes, and what it needs"
+	@echo "make package Debian packages for amd64 and arm64, into build/packages"
+	@echo "make test-native  with and without sanitizers, on this machine"
+	@echo "make test-arm64   as ARM64 code, under emulation"
+	@echo "make test-musl    against the musl C library"
+	@echo "make interface    describe the binary interface anew, after a change of it that is meant"
 	@echo "make format  format the sources"
 	@echo "make lint    check the format, build with clang, run clang-tidy and cppcheck"
 	@echo "make clean   remove the build folders"
@@ -18,13 +24,25 @@ help:
 build/release/build.ninja:
 	cmake --preset release -DBUILD_TESTING=OFF
 
+build/arm64/build.ninja:
+	cmake --preset arm64 -DBUILD_TESTING=OFF
+
 demo:
 	@scripts/setup.sh demo
 	@$(MAKE) -s --no-print-directory build/release/build.ninja
 	cmake --build build/release --target gateway-sim apply_settings attach_store status_page switch_radio
 	examples/demo.sh build/release
 
+# One after the other: each stage uses the whole machine. The last words are those of the test runner.
 test:
+	@for stage in package test-musl test-arm64; do \
+	  start=$$(date +%s); \
+	  $(MAKE) --no-print-directory $$stage || exit 1; \
+	  echo "== $$stage took $$(($$(date +%s) - start)) seconds"; \
+	done
+	@$(MAKE) --no-print-directory test-native
+
+test-native:
 	@scripts/setup.sh test
 	cmake --preset dev
 	cmake --preset release -DBUILD_TESTING=ON
@@ -34,6 +52,45 @@ test:
 	ctest --test-dir build/dev -j $(JOBS) --output-on-failure --no-tests=error
 	@echo "== All tests of the optimised build"
 	ctest --test-dir build/release -j $(JOBS) --output-on-failure --no-tests=error
+
+arm64:
+	@scripts/setup.sh arm64
+	cmake --preset arm64 -DBUILD_TESTING=ON
+	cmake --build build/arm64
+	@scripts/size_report.sh build/arm64/lib/libapi_lib_wifimgr.so.1 aarch64-linux-gnu-
+
+# The machine's own programs inside a simulated gateway need its driver built for them.
+test-arm64:
+	@scripts/setup.sh test-arm64
+	@$(MAKE) --no-print-directory arm64
+	cmake --preset release -DBUILD_TESTING=ON
+	cmake --build build/release --target gateway_driver
+	@echo "== All tests as ARM64 code"
+	scripts/test_arm64.sh build/arm64 build/release $(JOBS)
+
+musl:
+	@scripts/setup.sh musl
+	cmake --preset musl
+	cmake --build build/musl
+
+# Debian has no C++ runtime for musl, and the test programs are C++: what is in C runs, and both libraries do the same.
+test-musl: musl
+	@$(MAKE) -s --no-print-directory build/release/build.ninja
+	cmake --build build/release --target gateway-sim apply_settings
+	@echo "== The tests in C against musl"
+	ctest --test-dir build/musl -j $(JOBS) --output-on-failure --no-tests=error
+	scripts/same_outcome.sh build/release build/release build/musl
+
+package:
+	@scripts/setup.sh package
+	@$(MAKE) -s --no-print-directory build/release/build.ninja build/arm64/build.ninja
+	scripts/package.sh build/release build/arm64
+
+interface:
+	@scripts/setup.sh test
+	cmake --preset release -DBUILD_TESTING=ON
+	cmake --build build/release --target api_lib_wifimgr
+	scripts/describe_interface.sh build/release/lib/libapi_lib_wifimgr.so.1
 
 build:
 	@scripts/setup.sh build

@@ -104,7 +104,7 @@ target_compile_options(api_lib_wifimgr PRIVATE
   -ffunction-sections -fdata-sections -Wmissing-declarations)
 target_link_options(api_lib_wifimgr PRIVATE
   -Wl,--version-script=${WIFIMGR_EXPORT_MAP} -Wl,--no-undefined-version
-  -Wl,-z,relro,-z,now,-z,noexecstack -Wl,--gc-sections
+  -Wl,-z,relro,-z,now,-z,noexecstack -Wl,--build-id=sha1 -Wl,--gc-sections
   -Wl,--as-needed)
 if(NOT WIFIMGR_SANITIZE)
   target_link_options(api_lib_wifimgr PRIVATE -Wl,--no-undefined)
@@ -116,16 +116,13 @@ set(small_code -Os -fno-omit-frame-pointer -fno-asynchronous-unwind-tables -fno-
 if(NOT WIFIMGR_SANITIZE)
   target_compile_options(api_lib_wifimgr PRIVATE "$<$<CONFIG:Release,MinSizeRel>:${small_code}>")
 endif()
+# The binary interface is compared by the debug information, which packages leave out.
+target_compile_options(api_lib_wifimgr PRIVATE -g)
 # Aligned for pages of 4 KiB, which the gateway's kernel has: room for larger ones would pad the file by up to 60 KiB.
 target_link_options(api_lib_wifimgr PRIVATE -Wl,-z,max-page-size=4096)
 
 # Both platform libraries stay needed even while nothing calls into one of them: on a gateway the platform's own take
 # their place. Everything else is dropped unless used, which leaves libc alone.
 target_link_libraries(api_lib_wifimgr PRIVATE
-  wifimgr_warnings wifimgr_sanitizers
+  wifimgr_warnings wifimgr_sanitizers wifimgr_reproducible
   -Wl,--push-state,--no-as-needed vexa_lib_dbg api_lib_utility -Wl,--pop-state)
-
-install(TARGETS api_lib_wifimgr LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
-# On a gateway the loader's own path counts.
-install(CODE "file(RPATH_REMOVE FILE \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_LIBDIR}/libapi_lib_wifimgr.so.1\")")
-install(FILES include/wifimgr_lib.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})

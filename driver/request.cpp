@@ -8,6 +8,14 @@
 #include <cstring>
 
 namespace driver {
+namespace {
+
+// C libraries disagree about the type of a request's number.
+template <typename Number>
+Number type_of_number(int (*)(int, Number, ...));
+using RequestNumber = decltype(type_of_number(&ioctl));
+
+}  // namespace
 
 InterfaceName interface_named(const char* name) {
   InterfaceName interface = {};
@@ -43,7 +51,7 @@ Socket::~Socket() {
 }
 
 int Socket::send(unsigned long number, void* record) const {
-  return ioctl(descriptor_, number, record);
+  return ioctl(descriptor_, static_cast<RequestNumber>(number), record);
 }
 
 Outcome ask(unsigned long number, Request& request, int* result) {

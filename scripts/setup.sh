@@ -1,21 +1,29 @@
 #!/bin/sh
 # Sees to it that the Debian packages of a task are there: installs what is missing when it may, else says what to do.
 #
-# usage: setup.sh build|demo|test|lint
+# usage: setup.sh build|demo|test|arm64|test-arm64|musl|package|lint
 set -eu
 
 build="g++ cmake ninja-build libcli11-dev nlohmann-json3-dev"
 demo="$build net-tools bridge-utils"
-test="$demo libgtest-dev libgmock-dev python3-jsonschema"
+test="$demo libgtest-dev libgmock-dev python3-jsonschema abigail-tools pkg-config"
+arm64="$build g++-aarch64-linux-gnu googletest qemu-user-static"
+test_arm64="$arm64 $test"
+musl="$test musl-tools"
+package="$build dpkg-dev g++-aarch64-linux-gnu"
 lint="$test clang clang-format clang-tidy cppcheck"
 
 case "${1:-}" in
   build) packages=$build ;;
   demo) packages=$demo ;;
   test) packages=$test ;;
+  arm64) packages=$arm64 ;;
+  test-arm64) packages=$test_arm64 ;;
+  musl) packages=$musl ;;
+  package) packages=$package ;;
   lint) packages=$lint ;;
   *)
-    echo "usage: setup.sh build|demo|test|lint" >&2
+    echo "usage: setup.sh build|demo|test|arm64|test-arm64|musl|package|lint" >&2
     exit 2
     ;;
 esac

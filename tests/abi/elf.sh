@@ -1,10 +1,10 @@
 #!/bin/sh
 # What the loader sees of the library as it ships.
 #
-#   elf.sh CHECK READELF NM LIBRARY
+#   elf.sh CHECK READELF NM LIBRARY [SOURCE_DIR]
 set -eu
 export LC_ALL=C
-check=$1 readelf=$2 nm=$3 library=$4
+check=$1 readelf=$2 nm=$3 library=$4 source=${5:-}
 
 fail() {
   echo "$1"
@@ -18,10 +18,23 @@ sections=$("$readelf" -SW "$library")
 case $check in
   needed)
     found=$(echo "$dynamic" | sed -n 's/.*(NEEDED).*\[\(.*\)\]/\1/p' | sort | tr '\n' ' ')
-    [ "$found" = "libapi_lib_utility.so.1 libc.so.6 libvexa_lib_dbg.so.1 " ] || fail "needed: $found"
+    case $found in
+      # The C library is GNU's or musl's.
+      "libapi_lib_utility.so.1 libc.so.6 libvexa_lib_dbg.so.1 " | "libapi_lib_utility.so.1 libc.so libvexa_lib_dbg.so.1 ") ;;
+      *) fail "needed: $found" ;;
+    esac
     ;;
   soname)
     echo "$dynamic" | grep -q '(SONAME).*\[libapi_lib_wifimgr\.so\.1\]$' || fail "$dynamic"
+    ;;
+  build_id)
+    "$readelf" -nW "$library" | grep -q 'Build ID: [0-9a-f]\{40\}' || fail "no build id"
+    ;;
+  no_build_path)
+    ! grep -aqF "$source/" "$library" || fail "$source is in $library"
+    ;;
+  no_run_path)
+    ! echo "$dynamic" | grep -qE '\((RUNPATH|RPATH)\)' || fail "$dynamic"
     ;;
   bind_now)
     echo "$dynamic" | grep -qE '\((FLAGS|BIND_NOW)\).*BIND_NOW|\(BIND_NOW\)' || fail "$dynamic"

@@ -1,6 +1,6 @@
 #!/bin/sh
 # The exported names of the library are the same in its header, its export map, its symbol table and the list of the
-# tests, and each stands in full where it is defined.
+# tests, each stands in full where it is defined, and the tables have no other.
 #
 #   exports.sh NM SOURCE_DIR LIBRARY
 set -eu
@@ -50,5 +50,15 @@ while read -r name; do
     failed=1
   fi
 done <"$work/library"
+
+# The rows of the tables name exported functions alone.
+sed -nE 's/^[A-Z_]+\((.*)\)$/\1/p' "$source"/params/*.def "$source"/wps/*.def |
+  grep -oE '\bwifimgr_lib_[gs]et_[A-Za-z0-9_]+' | sort -u >"$work/tables"
+[ -s "$work/tables" ] || { echo "no function in any table"; failed=1; }
+if ! comm -23 "$work/tables" "$work/library" >"$work/unknown" || [ -s "$work/unknown" ]; then
+  echo "the tables name these, which are not exported:"
+  cat "$work/unknown"
+  failed=1
+fi
 
 exit $failed

@@ -1,0 +1,32 @@
+# What is installed, and how others find it: pkg-config and find_package. Components are packages: runtime, dev,
+# platform (the stand-ins of the platform's libraries) and tools.
+include(CMakePackageConfigHelpers)
+
+install(TARGETS api_lib_wifimgr
+  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT dev)
+# On a gateway the loader's own path counts.
+install(CODE "file(RPATH_REMOVE FILE
+  \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_LIBDIR}/libapi_lib_wifimgr.so.1\")" COMPONENT runtime)
+install(FILES ${PROJECT_SOURCE_DIR}/include/wifimgr_lib.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT dev)
+
+# Both find the rest relative to themselves, so that a staging root serves as well as the place it is made for.
+file(RELATIVE_PATH WIFIMGR_PC_TO_PREFIX /prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig /prefix)
+configure_file(${PROJECT_SOURCE_DIR}/packaging/wifimgr.pc.in ${PROJECT_BINARY_DIR}/packaging/wifimgr.pc @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/packaging/wifimgr.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT dev)
+
+set(WIFIMGR_CMAKE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/wifimgr)
+configure_package_config_file(
+  ${PROJECT_SOURCE_DIR}/packaging/wifimgr-config.cmake.in ${PROJECT_BINARY_DIR}/packaging/wifimgr-config.cmake
+  INSTALL_DESTINATION ${WIFIMGR_CMAKE_DIR}
+  PATH_VARS CMAKE_INSTALL_INCLUDEDIR CMAKE_INSTALL_LIBDIR
+  NO_CHECK_REQUIRED_COMPONENTS_MACRO)
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/packaging/wifimgr-config-version.cmake
+  COMPATIBILITY SameMajorVersion)
+install(FILES
+  ${PROJECT_BINARY_DIR}/packaging/wifimgr-config.cmake ${PROJECT_BINARY_DIR}/packaging/wifimgr-config-version.cmake
+  DESTINATION ${WIFIMGR_CMAKE_DIR} COMPONENT dev)
+
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/man/ DESTINATION ${CMAKE_INSTALL_MANDIR}/man3 COMPONENT dev
+  FILES_MATCHING PATTERN "*.3")
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/man/ DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tools
+  FILES_MATCHING PATTERN "*.1")

@@ -1,0 +1,88 @@
+#!/bin/sh
+# Runs a command where ARM64 programs start like the machine's own: in a user and a mount namespace in which the kernel
+# hands them to QEMU. Nothing of the machine changes.
+#
+#   emulate_arm64.sh ARM64-BUILD NATIVE-BUILD COMMAND...
+#
+# Needs Linux 6.7, the first with such hand-overs per user namespace.
+set -eu
+
+emulator=/usr/bin/qemu-aarch64-static
+libraries=/usr/aarch64-linux-gnu/lib
+driver=libexec/gateway-sim/libgateway_driver.so
+
+refuse() {
+  echo "emulate_arm64: $1" >&2
+  exit 1
+}
+
+# Adds the ARM64 loader and libraries to the places where programs look for them.
+add_libraries() {
+  mount -t tmpfs -o mode=0755 emulation /mnt
+  mkdir -p /mnt/upper/lib /mnt/scratch
+  ln -s "$libraries" /mnt/upper/lib/aarch64-linux-gnu
+  ln -s "$libraries/ld-linux-aarch64.so.1" /mnt/upper/lib/ld-linux-aarch64.so.1
+  layers=lowerdir=/usr,upperdir=/mnt/upper,workdir=/mnt/scratch
+  mount -t overlay -o "$layers" emulation /usr || refuse "no overlay on /usr: root or Linux 5.11 is needed"
+}
+
+# A simulated gateway preloads its driver into every program. The machine's own, such as the shell, need it built for them:
+# they see the native one under its name, while QEMU looks below its prefix first.
+share_driver() {
+  prefix=$arm64/emulation
+  mkdir -p "$prefix/userfs/lib"
+  cp "$arm64/$driver" "$prefix/userfs/lib/"
+  mount --bind "$native/$driver" "$arm64/$driver"
+  export QEMU_LD_PREFIX="$prefix"
+}
+
+register_emulator() {
+  formats=/proc/sys/fs/binfmt_misc
+  mount -t binfmt_misc binfmt_misc "$formats" 2>/dev/null ||
+    refuse "the kernel has no binfmt_misc for user namespaces, which came with Linux 6.7; this is $(uname -r)"
+  magic='\x7fELF\x02\x01\x01\x00\x00\x00\x00\x00\x00\x00\x00\x00\x02\x00\xb7\x00'
+  mask='\xff\xff\xff\xff\xff\xff\xff\x00\xff\xff\xff\xff\xff\xff\xff\xff\xfe\xff\xff\xff'
+  printf '%s' ":arm64:M::$magic:$mask:$emulator:OCPF" >"$formats/register"
+}
+
+if [ "${EMULATE_ARM64:-}" = inside ]; then
+  unset EMULATE_ARM64
+  # The identities of this namespace are there once this line comes.
+  read -r _ <&3
+  exec 3<&-
+  arm64=$1 native=$2
+  shift 2
+  register_emulator
+  add_libraries
+  share_driver
+  exec "$@"
+fi
+
+[ $# -ge 3 ] || refuse "usage: emulate_arm64.sh ARM64-BUILD NATIVE-BUILD COMMAND..."
+for part in "$1/$driver" "$2/$driver" "$emulator" "$libraries/ld-linux-aarch64.so.1"; do
+  [ -e "$part" ] || refuse "$part is missing"
+done
+arm64=$(cd "$1" && pwd) native=$(cd "$2" && pwd)
+shift 2
+script=$(cd "$(dirname "$0")" && pwd)/$(basename "$0")
+export EMULATE_ARM64=inside
+
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+mkfifo "$work/ready"
+if [ "$(id -u)" -eq 0 ]; then
+  # All users stay themselves, for the tests that run as another one.
+  unshare -U -m sh "$script" "$arm64" "$native" "$@" 3<>"$work/ready" &
+  child=$!
+  own=$(readlink /proc/self/ns/user)
+  while [ "$(readlink /proc/$child/ns/user)" = "$own" ]; do sleep 0.01; done
+  for map in uid_map gid_map; do cat /proc/self/$map >/proc/$child/$map; done
+else
+  unshare -U -r -m sh "$script" "$arm64" "$native" "$@" 3<>"$work/ready" &
+  child=$!
+fi
+trap 'kill $child 2>/dev/null' INT TERM
+echo >"$work/ready"
+status=0
+wait $child || status=$?
+exit $status
