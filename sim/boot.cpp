@@ -5,6 +5,7 @@
 #include <string>
 
 #include "sim/dat_file.h"
+#include "sim/driver_defaults.h"
 #include "sim/file.h"
 #include "sim/netlink.h"
 #include "sim/places.h"
@@ -18,10 +19,13 @@ struct PlatformFile {
   const char* text;
 };
 
+// Buttons are empty until they are pressed.
 constexpr PlatformFile kPlatformFiles[] = {
-    {"dbg_msg", ""},       {"wlan_button", "0\n"},           {"wps_button", "0\n"},      {"wps_5g_button", "0\n"},
-    {"ahb_status", "1\n"}, {"wlan_wps_button", "0\n"},       {"wlan11ac_button", "0\n"}, {"led_wlan", "1\n"},
-    {"chip_id", "24\n"},   {"wlanshare", "0 0 none none\n"},
+    {"dbg_msg", ""},         {"wlan_button", ""},
+    {"wps_button", ""},      {"wps_5g_button", ""},
+    {"ahb_status", "1\n"},   {"wlan_wps_button", ""},
+    {"wlan11ac_button", ""}, {"led_wlan", "1\n"},
+    {"chip_id", "24\n"},     {"wlanshare", "0 0 none none\n"},
 };
 
 struct Bridge {
@@ -33,15 +37,6 @@ struct Bridge {
 constexpr const char* kLanBridge = "br-lan";
 constexpr unsigned kLanPrefix = 24;
 constexpr Bridge kBridges[] = {{kLanBridge, "192.168.1.1", 1}, {"br0", "192.168.2.1", 2}};
-
-void start_platform() {
-  make_folder(place::kPlatform);
-  for (const PlatformFile& file : kPlatformFiles) {
-    write_text(std::string(place::kPlatform) + "/" + file.name, file.text, 0644);
-  }
-  make_folder(parent_of(place::kPciDevices));
-  write_text(place::kPciDevices, pci_device_list(present_chips()), 0444);
-}
 
 void start_bridges() {
   NetlinkBatch links;
@@ -77,10 +72,20 @@ void start_radio(Band band) {
 
 }  // namespace
 
+void start_platform() {
+  make_folder(place::kPlatform);
+  for (const PlatformFile& file : kPlatformFiles) {
+    write_text(std::string(place::kPlatform) + "/" + file.name, file.text, 0644);
+  }
+  make_folder(parent_of(place::kPciDevices));
+  write_text(place::kPciDevices, pci_device_list(present_chips()), 0444);
+}
+
 void boot() {
   start_platform();
   start_bridges();
   start_modules();
+  store_default_helpers();
   for (const Band band : kBands) start_radio(band);
 }
 

@@ -6,4 +6,7 @@ namespace gateway {
 // Brings a fresh or running gateway to the state after a boot.
 void boot();
 
+// The platform's files as a boot leaves them.
+void start_platform();
+
 }  // namespace gateway

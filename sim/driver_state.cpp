@@ -7,8 +7,10 @@
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
+#include <stdexcept>
 
 #include "sim/file.h"
+#include "sim/journal.h"
 #include "sim/places.h"
 
 namespace gateway {
@@ -18,11 +20,15 @@ namespace {
 constexpr const char* kRadioKeys[] = {"WirelessMode", "TxPower",    "CountryRegion", "CountryRegionABand",
                                       "BeaconPeriod", "DtimPeriod", "HT_BW",         "VHT_BW"};
 
+// What the radio reports, whatever the dat file says.
+constexpr const char* kReportKeys[] = {"Noise", "ChannelLoad", "Temperature", "WpsStatus", "WpsStation"};
+
 constexpr const char* kChannel = "Channel";
+constexpr int kMostChannel = 196;
 
 // Settings that the dat file lists once per SSID.
-constexpr const char* kSsidKeys[] = {"EnableSSID", "HideSSID",     "AuthMode",   "EncrypType",
-                                     "IEEE8021X",  "DefaultKeyID", "WmmCapable", "MaxStaNum"};
+constexpr const char* kSsidKeys[] = {"EnableSSID",   "HideSSID",   "AuthMode",  "EncrypType",  "IEEE8021X",
+                                     "DefaultKeyID", "WmmCapable", "MaxStaNum", "WscConfMode", "WscConfStatus"};
 
 std::string file_of(const std::string& interface) {
   return std::string(place::kDriver) + "/" + interface;
@@ -52,6 +58,18 @@ std::string unescaped(const std::string& text) {
   return value;
 }
 
+// The value that the driver keeps, which for a channel is where the radio goes.
+std::string accepted(Band band, const std::string& key, const std::string& value) {
+  if (key.empty() || key.find('\n') != std::string::npos) throw std::invalid_argument("invalid argument");
+  if (key != kChannel) return value;
+  char* end = nullptr;
+  const long channel = std::strtol(value.c_str(), &end, 10);
+  if (value.empty() || *end != '\0' || channel < 0 || channel > kMostChannel) {
+    throw std::invalid_argument("invalid argument");
+  }
+  return std::to_string(channel_for(band, static_cast<int>(channel)));
+}
+
 }  // namespace
 
 int channel_for(Band band, int wanted) {
@@ -59,7 +77,10 @@ int channel_for(Band band, int wanted) {
 }
 
 bool is_radio_wide(const std::string& key) {
-  return key == kChannel || std::find(std::begin(kRadioKeys), std::end(kRadioKeys), key) != std::end(kRadioKeys);
+  const auto is_in = [&](const auto& keys) {
+    return std::find(std::begin(keys), std::end(keys), key) != std::end(keys);
+  };
+  return key == kChannel || is_in(kRadioKeys) || is_in(kReportKeys);
 }
 
 DriverSettings settings_from_dat(const DatFile& dat, Band band, int ssid) {
@@ -69,6 +90,11 @@ DriverSettings settings_from_dat(const DatFile& dat, Band band, int ssid) {
   for (const char* key : kSsidKeys) settings[key] = dat.field(key, ssid);
   settings["SSID"] = dat.value("SSID" + std::to_string(ssid));
   settings["WPAPSK"] = dat.value("WPAPSK" + std::to_string(ssid));
+  const std::string number = std::to_string(ssid - 1);
+  settings["AccessPolicy"] = dat.value("AccessPolicy" + number);
+  settings["WpsAccessList"] = dat.value("AccessControlList" + number);
+  // Idle where WPS is on.
+  settings["WpsState"] = std::atoi(settings["WscConfMode"].c_str()) != 0 ? "1" : "0";
   for (auto entry = settings.begin(); entry != settings.end();) {
     entry = entry->second.empty() ? settings.erase(entry) : std::next(entry);
   }
@@ -96,10 +122,35 @@ void store_settings(const std::string& interface, const DriverSettings& settings
   if (rename(fresh.c_str(), path.c_str()) != 0) fail("replace " + path);
 }
 
-void forget_settings(Band band) {
-  for (const std::string& name : names_in(place::kDriver)) {
-    if (band_of(name) == band) unlink(file_of(name).c_str());
+std::vector<std::string> driver_interfaces(Band band) {
+  std::vector<std::string> interfaces = names_in(place::kDriver);
+  const auto is_foreign = [&](const std::string& name) { return band_of(name) != band; };
+  interfaces.erase(std::remove_if(interfaces.begin(), interfaces.end(), is_foreign), interfaces.end());
+  std::sort(interfaces.begin(), interfaces.end());
+  return interfaces;
+}
+
+std::vector<std::string> change_setting(const std::string& interface, const std::string& key,
+                                        const std::string& value) {
+  const Band band = band_of(interface).value();
+  const std::string kept = accepted(band, key, value);
+  const DriverSettings before = load_settings(interface).value_or(DriverSettings());
+  const bool wide = is_radio_wide(key);
+  for (const std::string& name : wide ? driver_interfaces(band) : std::vector<std::string>{interface}) {
+    DriverSettings settings = load_settings(name).value_or(DriverSettings());
+    settings[key] = kept;
+    store_settings(name, settings);
   }
+  const auto old = before.find(key);
+  if (old != before.end() && old->second == kept) return {};
+  const auto shown = [](const std::string& text) { return text.empty() ? std::string("empty") : on_one_line(text); };
+  const std::string owner = wide ? std::string(traits(band).label) + " radio" : interface;
+  const std::string was = old == before.end() ? "none" : shown(old->second);
+  return {owner + ": " + key + " " + was + " -> " + shown(kept)};
+}
+
+void forget_settings(Band band) {
+  for (const std::string& name : driver_interfaces(band)) unlink(file_of(name).c_str());
 }
 
 }  // namespace gateway

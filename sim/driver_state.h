@@ -5,6 +5,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "sim/band.h"
 #include "sim/dat_file.h"
@@ -23,6 +24,13 @@ void forget_settings(Band band);
 
 // Whether a key belongs to the radio, so that setting it on one interface sets it on all of them.
 bool is_radio_wide(const std::string& key);
+
+// Changes a setting of the interface, or of its whole radio; returns what that changed, in words for the journal. Throws
+// std::invalid_argument when the driver refuses.
+std::vector<std::string> change_setting(const std::string& interface, const std::string& key, const std::string& value);
+
+// Interfaces of the radio whose driver is loaded; none when it is not.
+std::vector<std::string> driver_interfaces(Band band);
 
 // The channel that the radio tunes to when it is told `wanted`: itself, or the driver's own choice for 0.
 int channel_for(Band band, int wanted);

@@ -12,7 +12,7 @@ namespace gateway {
 namespace {
 
 constexpr const char* kRecordedTools[] = {"ifconfig", "brctl"};
-constexpr const char* kStandIns[] = {"iwpriv", "mtd", "insmod", "rmmod", "reboot", "sys", "wscd", "killall"};
+constexpr const char* kStandIns[] = {"iwpriv", "mtd", "insmod", "rmmod", "reboot", "sys", "wscd", "killall", "simctl"};
 constexpr const char* kProgramFolders[] = {"/usr/sbin", "/sbin", "/usr/bin", "/bin"};
 
 std::string resolved(const std::string& path) {

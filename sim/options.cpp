@@ -33,7 +33,8 @@ Inside, the gateway has
   - the machine's own ifconfig, brctl and shell, and System V IPC of its own
   - stand-ins for iwpriv, mtd, insmod, rmmod, reboot, sys, wscd and killall, in /userfs/bin
   - /etc/Wireless with the dat files, /proc/zq2810, /proc/bus/pci/devices, /lib/modules/4.4.115
-  - a driver that answers wireless requests on ra* and rai*, as iwpriv left it
+  - a driver that answers wireless requests on ra* and rai*, as iwpriv left it, and simctl,
+    which sets what it answers and what the board does (simctl --help)
 Everything written is private and lost at the end, except in the current directory, in the
 build tree that gateway-sim was started from, and in the journal.
 

@@ -11,6 +11,9 @@ inline constexpr char kProc[] = "/run/gateway-sim/proc";
 // A network namespace that holds the far ends of the radios' interfaces.
 inline constexpr char kAir[] = "/run/gateway-sim/air";
 inline constexpr char kDriver[] = "/run/gateway-sim/driver";
+inline constexpr char kLists[] = "/run/gateway-sim/lists";
+inline constexpr char kFaultsLock[] = "/run/gateway-sim/lists/faults.lock";
+inline constexpr char kPayloads[] = "/run/gateway-sim/payloads";
 inline constexpr char kModules[] = "/run/gateway-sim/modules";
 inline constexpr char kChips[] = "/run/gateway-sim/chips";
 inline constexpr char kFlash[] = "/run/gateway-sim/flash";

@@ -1,10 +1,13 @@
 #include "sim/radio.h"
 
 #include <fcntl.h>
+#include <net/if.h>
 #include <sched.h>
 #include <unistd.h>
 
 #include "sim/dat_file.h"
+#include "sim/driver_defaults.h"
+#include "sim/driver_lists.h"
 #include "sim/driver_state.h"
 #include "sim/file.h"
 #include "sim/netlink.h"
@@ -51,9 +54,19 @@ void load_radio(Band band) {
     const Visit visit(air);
     far.commit();
   }
-  for (int i = 0; i < dat.ssid_count(); ++i) {
-    store_settings(bss_name(band, i), settings_from_dat(dat, band, i + 1));
+  start_driver(band);
+}
+
+void start_driver(Band band) {
+  const DatFile dat(traits(band).dat_file);
+  forget_lists(band);
+  for (int i = 0; i < kMostSsids; ++i) {
+    if (if_nametoindex(bss_name(band, i).c_str()) == 0) continue;
+    DriverSettings settings = settings_from_dat(dat, band, i + 1);
+    add_default_readings(&settings, band, i);
+    store_settings(bss_name(band, i), settings);
   }
+  store_default_lists(band);
 }
 
 bool is_loaded(Band band) {
@@ -70,6 +83,7 @@ void unload_radio(Band band) {
     batch.commit();
   }
   forget_settings(band);
+  forget_lists(band);
 }
 
 bool is_module_loaded(const std::string& name) {

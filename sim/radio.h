@@ -12,6 +12,9 @@ namespace gateway {
 // bridge.
 void load_radio(Band band);
 
+// The driver's state as it is after loading, for the interfaces that the radio has.
+void start_driver(Band band);
+
 // The radio's interfaces disappear, whatever state they are in.
 void unload_radio(Band band);
 

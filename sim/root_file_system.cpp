@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <sys/mount.h>
 #include <sys/stat.h>
+#include <sys/statvfs.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
@@ -41,12 +42,22 @@ bool bind(const std::string& source, const std::string& target) {
   return mount_at(source.c_str(), target, nullptr, MS_BIND | MS_REC);
 }
 
+// For kernels, and emulations of one, that have no mount_setattr: the topmost mount alone. What restricts it already has
+// to stay in a user namespace.
+bool remount_for_reading(const std::string& target) {
+  struct statvfs status;
+  if (statvfs(target.c_str(), &status) != 0) return false;
+  constexpr unsigned long kKept = MS_NOSUID | MS_NODEV | MS_NOEXEC;
+  return mount_at(nullptr, target, nullptr, MS_REMOUNT | MS_BIND | MS_RDONLY | (status.f_flag & kKept));
+}
+
 // What cannot have a private layer may still be read.
 bool bind_for_reading(const std::string& source, const std::string& target) {
   if (!bind(source, target)) return false;
   mount_attr attributes = {};
   attributes.attr_set = MOUNT_ATTR_RDONLY;
   if (mount_setattr(AT_FDCWD, target.c_str(), AT_RECURSIVE, &attributes, sizeof attributes) == 0) return true;
+  if (errno == ENOSYS && remount_for_reading(target)) return true;
   umount2(target.c_str(), MNT_DETACH);
   return false;
 }
@@ -108,7 +119,8 @@ void RootFileSystem::place_files() {
     place_file(file, kOwnFolders.count(top_of(file.path)) != 0 ? kNew : kPrepared);
   }
   make_folder(std::string(kNew) + "/tmp", 01777);
-  for (const char* folder : {place::kDriver, place::kModules, place::kFlash, place::kProc}) {
+  for (const char* folder :
+       {place::kDriver, place::kLists, place::kPayloads, place::kModules, place::kFlash, place::kProc}) {
     make_folder(std::string(kNew) + folder);
   }
   write_text(std::string(kNew) + place::kLock, "", 0666);

@@ -4,92 +4,114 @@
 #define _GNU_SOURCE
 #include <net/if.h>
 
+#include <errno.h>
 #include <fcntl.h>
-#include <linux/wireless.h>
 #include <stdarg.h>
-#include <stdbool.h>
-#include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
-#define DRIVER_STATE "/run/gateway-sim/driver"
+#include "sim/driver/answers.h"
+#include "sim/driver/state.h"
 
-enum { kStateSize = 8192 };
-
-// Reads the settings of an interface; false when the driver has no such interface.
-static bool read_state(const char* interface, char state[kStateSize]) {
-  char path[sizeof DRIVER_STATE + 1 + IFNAMSIZ];
-  snprintf(path, sizeof path, "%s/%s", DRIVER_STATE, interface);
-  const int fd = open(path, O_RDONLY | O_CLOEXEC);
-  if (fd < 0) return false;
-  size_t used = 0;
-  for (ssize_t got; used < kStateSize - 1 && (got = read(fd, state + used, kStateSize - 1 - used)) > 0;) {
-    used += (size_t)got;
-  }
-  state[used] = '\0';
-  close(fd);
-  return true;
-}
-
-// The number that a key is set to, 0 when it is missing.
-static int number_of(const char* state, const char* key) {
-  const size_t length = strlen(key);
-  for (const char* line = state; line != NULL && *line != '\0';) {
-    if (strncmp(line, key, length) == 0 && line[length] == '=') return atoi(line + length + 1);
-    line = strchr(line, '\n');
-    if (line != NULL) ++line;
-  }
-  return 0;
-}
-
-static void answer_name(struct iwreq* request, const char* state) {
-  (void)state;
-  snprintf(request->u.name, sizeof request->u.name, "IEEE 802.11");
-}
-
-// This driver reports a channel, not a frequency: the mantissa is the channel's number.
-static void answer_frequency(struct iwreq* request, const char* state) {
-  memset(&request->u.freq, 0, sizeof request->u.freq);
-  request->u.freq.m = number_of(state, "Channel");
-}
-
-typedef void (*Answer)(struct iwreq* request, const char* state);
-
-static const struct {
-  unsigned long request;
-  Answer answer;
-} kAnswers[] = {
-    {SIOCGIWNAME, answer_name},
-    {SIOCGIWFREQ, answer_frequency},
+enum {
+  kOid = SIOCIWFIRSTPRIV + 1,  // the flags say which
+  kStatistics = SIOCIWFIRSTPRIV + 9,
+  kStationTable = SIOCIWFIRSTPRIV + 15,
+  kWpsStatus = SIOCIWFIRSTPRIV + 18,
+  kApCount = SIOCIWFIRSTPRIV + 28,
+  kProcesses = SIOCIWFIRSTPRIV + 30,
 };
 
-static Answer find_answer(unsigned long request) {
-  for (size_t i = 0; i < sizeof kAnswers / sizeof kAnswers[0]; ++i) {
-    if (kAnswers[i].request == request) return kAnswers[i].answer;
+// What the driver answers, from which length of the payload on. OID 0 stands for requests that have none.
+static const struct Row {
+  unsigned long request;
+  uint16_t oid;
+  uint16_t least_length;
+  Answer answer;
+} kRows[] = {
+    {SIOCGIWNAME, 0, 0, answer_name},
+    {SIOCGIWFREQ, 0, 0, answer_frequency},
+    {kOid, 0x052A, 528, answer_wps_access_list},
+    {kOid, 0x0683, 18436, answer_neighbours},
+    {kOid, 0x069C, 4, answer_noise},
+    {kOid, 0x0751, 20, answer_wps_state},
+    {kOid, 0x0752, 16, answer_wps_pin},
+    {kOid, 0x075C, 198, answer_wps_peer},
+    {kOid, 0x0765, 4, answer_load},
+    {kOid, 0x09A1, 4, answer_temperature},
+    {kOid, 0x2044, 32, answer_wps_station},
+    {kOid, 0x494A, 9, answer_11v},
+    {kOid, 0x494C, 19, answer_11k},
+    {kOid, 0x9204, 1, keep_probe_response},
+    {kOid, 0x9205, 0, forget_probe_responses},
+    {kOid, 0x9220, 0, keep_oui_filter},
+    {kStatistics, 0, 56, answer_statistics},
+    {kStationTable, 0, 8, answer_station_table},
+    {kWpsStatus, 0, 768, answer_wps_status},
+    {kApCount, 0, 80, answer_ap_count},
+    {kProcesses, 0, 768, answer_processes},
+};
+
+static const struct Row* find_row(unsigned long number, uint16_t flags) {
+  for (size_t i = 0; i < sizeof kRows / sizeof kRows[0]; ++i) {
+    if (kRows[i].request == number && (number != kOid || kRows[i].oid == flags)) return &kRows[i];
   }
   return NULL;
 }
 
-static bool is_radio(const char interface[IFNAMSIZ]) {
-  if (strnlen(interface, IFNAMSIZ) == IFNAMSIZ || strncmp(interface, "ra", 2) != 0) return false;
-  const char* number = interface + (interface[2] == 'i' ? 3 : 2);
-  return *number != '\0' && strspn(number, "0123456789") == strlen(number) && if_nametoindex(interface) != 0;
+static bool is_private(unsigned long number) {
+  return number >= SIOCIWFIRSTPRIV && number <= SIOCIWLASTPRIV;
 }
 
-__attribute__((visibility("default"))) int ioctl(int fd, unsigned long request, ...) {
+static bool is_wireless(unsigned long number) {
+  return is_private(number) || number == SIOCGIWNAME || number == SIOCGIWFREQ;
+}
+
+// "ra" or "rai" for the BSSs of a radio, null for any other name.
+static const char* radio_of(const char interface[IFNAMSIZ]) {
+  if (strnlen(interface, IFNAMSIZ) == IFNAMSIZ || strncmp(interface, "ra", 2) != 0) return NULL;
+  const bool is_5g = interface[2] == 'i';
+  const char* const number = interface + (is_5g ? 3 : 2);
+  if (*number == '\0' || strspn(number, "0123456789") != strlen(number)) return NULL;
+  return if_nametoindex(interface) == 0 ? NULL : is_5g ? "rai" : "ra";
+}
+
+// The errno that the request fails with, or 0.
+static int answer(unsigned long number, struct iwreq* request, const char* radio, const char* settings) {
+  const int fault = error_for(number, request);
+  if (fault != 0) return fault;
+  const struct Row* const row = find_row(number, request->u.data.flags);
+  if (row == NULL) return EOPNOTSUPP;
+  Query query = {request, request->ifr_name, settings, radio, radio[2] == 'i', NULL, 0};
+  if (is_private(number)) {
+    query.data = request->u.data.pointer;
+    query.length = request->u.data.length;
+    if (query.length < row->least_length) return EINVAL;
+    if (query.length > 0 && query.data == NULL) return EFAULT;
+  }
+  return row->answer(&query);
+}
+
+__attribute__((visibility("default"))) int ioctl(int fd, unsigned long number, ...) {
   va_list arguments;
-  va_start(arguments, request);
-  void* argument = va_arg(arguments, void*);
+  va_start(arguments, number);
+  void* const argument = va_arg(arguments, void*);
   va_end(arguments);
 
-  const Answer answer = find_answer(request);
-  struct iwreq* wireless = argument;
-  char state[kStateSize];
-  if (answer != NULL && wireless != NULL && is_radio(wireless->ifr_name) && read_state(wireless->ifr_name, state)) {
-    answer(wireless, state);
-    return 0;
+  struct iwreq* const request = argument;
+  const int before = errno;
+  if (is_wireless(number) && request != NULL && fcntl(fd, F_GETFD) >= 0) {
+    const char* const radio = radio_of(request->ifr_name);
+    char* const settings = radio == NULL ? NULL : read_state(DRIVER_SETTINGS, request->ifr_name);
+    if (settings != NULL) {
+      const int error = answer(number, request, radio, settings);
+      free(settings);
+      errno = error == 0 ? before : error;
+      return error == 0 ? 0 : -1;
+    }
   }
-  return (int)syscall(SYS_ioctl, fd, request, argument);
+  errno = before;
+  return (int)syscall(SYS_ioctl, fd, number, argument);
 }

@@ -1,20 +1,28 @@
 // iwpriv: the private commands of the WLAN driver.
 #include <net/if.h>
+// Goes without its own names for what the header above has.
+#include <linux/wireless.h>
+#include <sys/ioctl.h>
+#include <sys/socket.h>
 
+#include <cerrno>
+#include <cstdint>
 #include <cstdio>
-#include <cstdlib>
+#include <cstring>
+#include <iterator>
+#include <stdexcept>
 
 #include "sim/band.h"
+#include "sim/driver_lists.h"
 #include "sim/driver_state.h"
 #include "sim/file.h"
 #include "sim/journal.h"
-#include "sim/places.h"
+#include "sim/neighbourhood.h"
 #include "sim/tools/tool.h"
+#include "sim/wps_session.h"
 
 namespace gateway::tools {
 namespace {
-
-constexpr int kMostChannel = 196;
 
 int complain(const Words& words, const std::string& interface, const char* reason) {
   std::fprintf(stderr, "%s: %s\n", interface.c_str(), reason);
@@ -22,50 +30,60 @@ int complain(const Words& words, const std::string& interface, const char* reaso
   return 1;
 }
 
-// The value that the driver keeps, which for a channel is where the radio goes; false when it refuses.
-bool accept(Band band, const std::string& key, std::string* value) {
-  if (key.empty() || key.find('\n') != std::string::npos) return false;
-  if (key != "Channel") return true;
-  char* end = nullptr;
-  const long channel = std::strtol(value->c_str(), &end, 10);
-  if (value->empty() || *end != '\0' || channel < 0 || channel > kMostChannel) return false;
-  *value = std::to_string(channel_for(band, static_cast<int>(channel)));
-  return true;
-}
-
-void change(const std::string& interface, const std::string& key, const std::string& value) {
-  DriverSettings settings = load_settings(interface).value_or(DriverSettings());
-  settings[key] = value;
-  store_settings(interface, settings);
-}
-
 int set(const Words& words, const std::string& interface, Band band) {
   const size_t equals = words[3].find('=');
   const std::string key = words[3].substr(0, equals);
-  std::string value = equals == std::string::npos ? "" : words[3].substr(equals + 1);
-  if (!accept(band, key, &value)) return complain(words, interface, "invalid argument");
-
-  const DriverSettings before = load_settings(interface).value_or(DriverSettings());
-  const auto old = before.find(key);
-  const bool changed = old == before.end() || old->second != value;
-  std::string owner = interface;
-  if (is_radio_wide(key)) {
-    owner = std::string(traits(band).label) + " radio";
-    for (const std::string& name : names_in(place::kDriver)) {
-      if (band_of(name) == band) change(name, key, value);
+  const std::string value = equals == std::string::npos ? "" : words[3].substr(equals + 1);
+  try {
+    check_wps(key, value);
+    Words changes = change_setting(interface, key, value);
+    const Words more = carry_out_wps(interface, key, value);
+    changes.insert(changes.end(), more.begin(), more.end());
+    if (key == "PartialScan" && value == "1") {
+      changes.push_back(std::string(traits(band).label) + " radio: heard " + std::to_string(scan(band)) +
+                        " neighbours");
     }
-  } else {
-    change(interface, key, value);
+    record_call(words, changes);
+    return 0;
+  } catch (const std::invalid_argument& refusal) {
+    return complain(words, interface, refusal.what());
   }
-  const auto shown = [](const std::string& text) { return text.empty() ? std::string("empty") : on_one_line(text); };
-  const std::string was = old == before.end() ? "none" : shown(old->second);
-  record_call(words, changed ? Words{owner + ": " + key + " " + was + " -> " + shown(value)} : Words{});
-  return 0;
 }
 
 int show(const Words& words, const std::string& interface) {
   for (const auto& [key, value] : load_settings(interface).value_or(DriverSettings())) {
     std::printf("%s=%s\n", key.c_str(), value.c_str());
+  }
+  for (const auto& [kind, bytes] : kept_payloads(interface)) std::printf("%s=%s\n", kind.c_str(), bytes.c_str());
+  record_call(words, {});
+  return 0;
+}
+
+int survey(const Words& words, const std::string& interface, Band band) {
+  std::fputs(site_survey(band, interface).c_str(), stdout);
+  record_call(words, {});
+  return 0;
+}
+
+// Asks the driver like any other program.
+int stat(const Words& words, const std::string& interface) {
+  struct {
+    uint32_t stations;
+    int32_t noise;
+    uint64_t counter[6];
+  } reply = {};
+  iwreq request = {};
+  interface.copy(request.ifr_name, sizeof request.ifr_name - 1);
+  request.u.data.pointer = &reply;
+  request.u.data.length = sizeof reply;
+  const UniqueFd socket(::socket(AF_INET, SOCK_DGRAM, 0));
+  if (!socket || ioctl(socket.get(), SIOCIWFIRSTPRIV + 9, &request) < 0) {
+    return complain(words, interface, std::strerror(errno));
+  }
+  std::printf("Stations        = %u\nNoise           = %d dBm\n", reply.stations, reply.noise);
+  const char* const kNames[] = {"Tx packets", "Rx packets", "Tx bytes", "Rx bytes", "Tx errors", "Rx errors"};
+  for (size_t i = 0; i < std::size(kNames); ++i) {
+    std::printf("%-16s= %llu\n", kNames[i], static_cast<unsigned long long>(reply.counter[i]));
   }
   record_call(words, {});
   return 0;
@@ -76,7 +94,9 @@ int show(const Words& words, const std::string& interface) {
 int iwpriv(const Words& words) {
   const StateLock lock;
   if (words.size() < 3) {
-    std::fprintf(stderr, "usage: iwpriv INTERFACE set KEY=VALUE\n       iwpriv INTERFACE show\n");
+    std::fprintf(stderr,
+                 "usage: iwpriv INTERFACE set KEY=VALUE\n"
+                 "       iwpriv INTERFACE show|stat|get_site_survey\n");
     record_call(words, {});
     return 2;
   }
@@ -87,6 +107,8 @@ int iwpriv(const Words& words) {
   if (!band || !load_settings(interface)) return complain(words, interface, "no private ioctls");
   if (command == "set" && words.size() == 4) return set(words, interface, *band);
   if (command == "show" && words.size() == 3) return show(words, interface);
+  if (command == "stat" && words.size() == 3) return stat(words, interface);
+  if (command == "get_site_survey" && words.size() == 3) return survey(words, interface, *band);
   return complain(words, interface, ("invalid command " + command).c_str());
 }
 

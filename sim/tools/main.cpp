@@ -21,6 +21,7 @@ constexpr Tool kTools[] = {
     {"mtd", mtd},
     {"reboot", reboot},
     {"rmmod", rmmod},
+    {"simctl", run_simctl},
     {"sys", sys},
     {"wscd", wscd},
 };

@@ -1,21 +1,16 @@
-// mtd: reads and writes the flash. A partition is a file; what was never written reads as erased flash does.
-#include <fcntl.h>
-#include <sys/stat.h>
+// mtd: reads and writes the flash.
 #include <unistd.h>
 
 #include <cstdio>
 #include <cstdlib>
 
 #include "sim/file.h"
+#include "sim/flash.h"
 #include "sim/journal.h"
-#include "sim/places.h"
 #include "sim/tools/tool.h"
 
 namespace gateway::tools {
 namespace {
-
-constexpr unsigned long kPartitionSize = 0x400000;
-constexpr char kErased = '\xff';
 
 struct Request {
   std::string file;
@@ -38,29 +33,15 @@ bool read_request(const Words& words, Request* request) {
          !request->partition.empty() && request->partition.find('/') == std::string::npos;
 }
 
-std::string image_of(const Request& request) {
-  return std::string(place::kFlash) + "/" + request.partition;
-}
-
-std::string load_image(const Request& request) {
-  const std::string path = image_of(request);
-  return path_exists(path) ? read_text(path) : std::string();
-}
-
-int read_flash(const Words& words, const Request& request) {
-  std::string image = load_image(request);
-  image.resize(request.offset + request.length, kErased);
-  write_text(request.file, image.substr(request.offset), 0644);
+int read_to_file(const Words& words, const Request& request) {
+  write_text(request.file, read_flash(request.partition, request.offset, request.length), 0644);
   record_call(words, {request.file + ": " + std::to_string(request.length) + " bytes read from flash"});
   return 0;
 }
 
-int write_flash(const Words& words, const Request& request) {
+int write_from_file(const Words& words, const Request& request) {
   const std::string content = read_text(request.file).substr(0, request.length);
-  std::string image = load_image(request);
-  if (image.size() < request.offset + content.size()) image.resize(request.offset + content.size(), kErased);
-  image.replace(request.offset, content.size(), content);
-  write_text(image_of(request), image, 0644);
+  write_flash(request.partition, request.offset, content);
   record_call(words, {request.partition + ": " + std::to_string(content.size()) + " bytes written at " +
                       std::to_string(request.offset)});
   return 0;
@@ -88,7 +69,7 @@ int mtd(const Words& words) {
     record_call(words, {});
     return 1;
   }
-  return reads ? read_flash(words, request) : write_flash(words, request);
+  return reads ? read_to_file(words, request) : write_from_file(words, request);
 }
 
 }  // namespace gateway::tools

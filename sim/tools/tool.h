@@ -19,6 +19,9 @@ int sys(const Words& words);
 int wscd(const Words& words);
 int killall(const Words& words);
 
+// The simulation's own: sets what the driver and the board answer.
+int run_simctl(const Words& words);
+
 // ifconfig and brctl: runs the machine's own and records what it did.
 int record_real_tool(const Words& words);
 

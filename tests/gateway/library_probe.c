@@ -10,6 +10,7 @@
  *   execute BAND OPERATION | downup BAND OPERATION | radio BAND OPERATION
  *   reboot BAND CURRENT NEW WDS_COUNT OTHER_COUNT KEY | txqueue COUNT LENGTH
  *   script BAND SSID_NUMBER | flag VALUE | run BAND COMMAND
+ *   and those of probe_driver.c, probe_wps.c and probe_board.c
  *
  * Prints a line for each step: its words and the result. */
 #define _GNU_SOURCE
@@ -18,11 +19,12 @@
 #include <stdlib.h>
 #include <string.h>
 
+#include "library_probe.h"
 #include "wifimgr_lib.h"
 
 static char** g_argument;
 
-static const char* next(void) {
+const char* next(void) {
   if (*g_argument == NULL) {
     fprintf(stderr, "library_probe: a word is missing\n");
     exit(2);
@@ -30,8 +32,17 @@ static const char* next(void) {
   return *g_argument++;
 }
 
-static int next_number(void) {
-  return (int)strtol(next(), NULL, 10);
+int next_number(void) {
+  return (int)strtol(next(), NULL, 0);
+}
+
+void* exported(const char* name) {
+  void* const address = dlsym(RTLD_DEFAULT, name);
+  if (address == NULL) {
+    fprintf(stderr, "library_probe: no function %s\n", name);
+    exit(2);
+  }
+  return address;
 }
 
 static void do_set(void) {
@@ -39,11 +50,7 @@ static void do_set(void) {
   union {
     void* address;
     wifimgr_setter_t setter;
-  } symbol = {dlsym(RTLD_DEFAULT, name)};
-  if (symbol.address == NULL) {
-    fprintf(stderr, "library_probe: no setter %s\n", name);
-    exit(2);
-  }
+  } symbol = {exported(name)};
   int band = next_number();
   int index = next_number();
   const char* value = next();
@@ -144,6 +151,8 @@ int main(int argc, char** argv) {
       printf("level %d\n", wifimgr_lib_set_dbg_level(next()));
     } else if (strcmp(step, "log") == 0) {
       zqdbg_blapi_printf("%s", next());
+    } else if (do_driver(step) || do_wps(step) || do_board(step)) {
+      continue;
     } else {
       int band = next_number();
       if (strcmp(step, "init") == 0) {

@@ -1,0 +1,61 @@
+#define _GNU_SOURCE
+#include "sim/driver/state.h"
+
+#include <errno.h>
+#include <fcntl.h>
+#include <stdio.h>
+#include <stdlib.h>
+#include <string.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+int open_state(const char* path, int flags) {
+  return (int)syscall(SYS_openat, AT_FDCWD, path, flags | O_CLOEXEC, 0);
+}
+
+char* read_state(const char* folder, const char* name) {
+  char path[128];
+  if (snprintf(path, sizeof path, "%s/%s", folder, name) >= (int)sizeof path) return NULL;
+  const int fd = open_state(path, O_RDONLY);
+  if (fd < 0) return NULL;
+  struct stat status;
+  char* text = fstat(fd, &status) == 0 ? malloc((size_t)status.st_size + 1) : NULL;
+  if (text != NULL) {
+    const size_t size = (size_t)status.st_size;
+    size_t used = 0;
+    for (ssize_t got; used < size;) {
+      got = read(fd, text + used, size - used);
+      if (got < 0 && errno == EINTR) continue;
+      if (got <= 0) break;
+      used += (size_t)got;
+    }
+    text[used] = '\0';
+  }
+  close(fd);
+  return text;
+}
+
+const char* setting_of(const char* settings, const char* key) {
+  const size_t length = strlen(key);
+  for (const char* line = settings; line != NULL && *line != '\0';) {
+    if (strncmp(line, key, length) == 0 && line[length] == '=') return line + length + 1;
+    line = strchr(line, '\n');
+    if (line != NULL) ++line;
+  }
+  return NULL;
+}
+
+long number_of(const char* settings, const char* key) {
+  const char* value = setting_of(settings, key);
+  return value == NULL ? 0 : strtol(value, NULL, 10);
+}
+
+char* next_line(char** rest) {
+  if (*rest == NULL || **rest == '\0') return NULL;
+  char* const line = *rest;
+  char* const end = strchr(line, '\n');
+  *rest = end == NULL ? line + strlen(line) : end + 1;
+  if (end != NULL) *end = '\0';
+  return line;
+}
