@@ -1,10 +1,13 @@
 // Opens a file one way and prints what it reads, with the descriptor's flags in front.
 //   button_probe FUNCTION PATH
+//   button_probe locked PATH COMMAND      runs a shell command while it holds the file's lock, and lives as long
 #define _GNU_SOURCE
 #include <errno.h>
 #include <fcntl.h>
 #include <stdio.h>
+#include <stdlib.h>
 #include <string.h>
+#include <sys/file.h>
 #include <unistd.h>
 
 // What open becomes under fortified headers.
@@ -22,7 +25,14 @@ static int opened(const char* function, const char* path) {
   return -1;
 }
 
+static int run_locked(const char* path, const char* command) {
+  const int fd = open(path, O_RDWR | O_CLOEXEC);
+  if (fd < 0 || flock(fd, LOCK_EX) != 0) return 1;
+  return system(command) == 0 ? 0 : 1;
+}
+
 int main(int argc, char** argv) {
+  if (argc == 4 && strcmp(argv[1], "locked") == 0) return run_locked(argv[2], argv[3]);
   if (argc != 3) return 2;
   errno = 0;
   const int fd = opened(argv[1], argv[2]);

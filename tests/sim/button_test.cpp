@@ -56,9 +56,9 @@ TEST(Button, OneOfManyReadersGetsThePress) {
 TEST(Button, IsReadUnderALock) {
   EXPECT_EQ(
       "0\npress\n",
-      run_script("simctl press wps press; exec 9<>/proc/zq2810/wps_button; flock 9;"
-                 "(cat /proc/zq2810/wps_button; echo) 9>&- >got & "
-                 "until grep -q -e '->' /proc/locks || [ -s got ]; do :; done; wc -c <got; flock -u 9; wait; cat got")
+      run_script("simctl press wps press; " BUTTON_PROBE_PROGRAM " locked /proc/zq2810/wps_button"
+                 " 'cat /proc/zq2810/wps_button >got & until grep -q -e \"->\" /proc/locks || [ -s got ]; do :; done;"
+                 " wc -c <got'; until [ -s got ]; do :; done; cat got; echo")
           .out);
 }
 

@@ -82,10 +82,14 @@ TEST(Fault, CountIsExactAmongManyProcesses) {
 
 // The kernel lists who waits for a lock with an arrow.
 TEST(Fault, CountGoesDownUnderALock) {
-  const Result result = run_script("simctl fail noise EIO 1; exec 9<>/run/gateway-sim/lists/faults.lock; flock 9; (" +
-                                   ask_oid("ra0", "069c", 4) +
-                                   ") 9>&- >answer & until grep -q -e '->' /proc/locks || [ -s answer ]; do :; done;"
-                                   "wc -c <answer; flock -u 9; wait; cat answer");
+  const TestFolder folder;
+  write_file(folder / "script", ask_oid("ra0", "069c", 4));
+  const Result result = run_in(
+      folder.path(),
+      {"--", "sh", "-c",
+       "simctl fail noise EIO 1; " BUTTON_PROBE_PROGRAM " locked /run/gateway-sim/lists/faults.lock"
+       " 'sh ./script >answer & until grep -q -e \"->\" /proc/locks || [ -s answer ]; do :; done; wc -c <answer';"
+       "until [ -s answer ]; do :; done; cat answer"});
   EXPECT_EQ("0\nEIO\n", result.out);
 }
 
