@@ -4,17 +4,16 @@ JOBS := $(shell nproc 2>/dev/null || echo 2)
 SOURCES = $(or $(shell git ls-files '*.c' '*.cpp' '*.h'),$(error git does not list the sources here))
 UNITS = $(filter store/%.cpp params/%.cpp apply/%.cpp driver/%.cpp wps/%.cpp platform/%.cpp sim/%.cpp wlanctl/%.cpp,$(SOURCES))
 
-.PHONY: help demo test test-native test-arm64 test-musl build arm64 musl package interface format lint clean
+.PHONY: help demo test test-arm64 test-musl build arm64 musl package interface format lint clean
 
 help:
 	@echo "make demo    run the library inside a simulated gateway and watch it apply settings"
-	@echo "make test    everything below that tests, and the packages"
+	@echo "make test    build everything, with and without sanitizers, and run every test"
 	@echo "make build   build the library, the simulated gateway and the examples into build/release"
 	@echo "make arm64   the same and the tests for the gateway's processor, into build/arm64; sizes, and what it needs"
 	@echo "make package Debian packages for amd64 and arm64, into build/packages"
-	@echo "make test-native  with and without sanitizers, on this machine"
-	@echo "make test-arm64   as ARM64 code, under emulation"
-	@echo "make test-musl    against the musl C library"
+	@echo "make test-arm64   every test as ARM64 code, under emulation"
+	@echo "make test-musl    the tests in C against the musl C library"
 	@echo "make interface    describe the binary interface anew, after a change of it that is meant"
 	@echo "make format  format the sources"
 	@echo "make lint    check the format, build with clang, run clang-tidy and cppcheck"
@@ -33,16 +32,7 @@ demo:
 	cmake --build build/release --target gateway-sim apply_settings attach_store status_page switch_radio
 	examples/demo.sh build/release
 
-# One after the other: each stage uses the whole machine. The last words are those of the test runner.
 test:
-	@for stage in package test-musl test-arm64; do \
-	  start=$$(date +%s); \
-	  $(MAKE) --no-print-directory $$stage || exit 1; \
-	  echo "== $$stage took $$(($$(date +%s) - start)) seconds"; \
-	done
-	@$(MAKE) --no-print-directory test-native
-
-test-native:
 	@scripts/setup.sh test
 	cmake --preset dev
 	cmake --preset release -DBUILD_TESTING=ON

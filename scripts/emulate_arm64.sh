@@ -16,21 +16,16 @@ refuse() {
   exit 1
 }
 
-# Adds the ARM64 loader and libraries to the places where programs look for them.
-add_libraries() {
-  mount -t tmpfs -o mode=0755 emulation /mnt
-  mkdir -p /mnt/upper/lib /mnt/scratch
-  ln -s "$libraries" /mnt/upper/lib/aarch64-linux-gnu
-  ln -s "$libraries/ld-linux-aarch64.so.1" /mnt/upper/lib/ld-linux-aarch64.so.1
-  layers=lowerdir=/usr,upperdir=/mnt/upper,workdir=/mnt/scratch
-  mount -t overlay -o "$layers" emulation /usr || refuse "no overlay on /usr: root or Linux 5.11 is needed"
-}
-
-# A simulated gateway preloads its driver into every program. The machine's own, such as the shell, need it built for them:
-# they see the native one under its name, while QEMU looks below its prefix first.
-share_driver() {
+# QEMU looks for what a program opens below this folder first. It has the loader and the libraries, under the machine's own
+# links, and the driver of a simulated gateway. That is preloaded into every program there: the machine's own, such as the
+# shell, need it built for them, and see the native one under its name.
+make_prefix() {
   prefix=$arm64/emulation
-  mkdir -p "$prefix/userfs/lib"
+  rm -rf "$prefix"
+  mkdir -p "$prefix/usr/lib" "$prefix/userfs/lib"
+  if [ -L /lib ]; then ln -s usr/lib "$prefix/lib"; else mkdir "$prefix/lib"; fi
+  ln -s "$libraries" "$prefix/usr/lib/aarch64-linux-gnu"
+  ln -s "$libraries/ld-linux-aarch64.so.1" "$prefix/lib/"
   cp "$arm64/$driver" "$prefix/userfs/lib/"
   mount --bind "$native/$driver" "$arm64/$driver"
   export QEMU_LD_PREFIX="$prefix"
@@ -53,8 +48,7 @@ if [ "${EMULATE_ARM64:-}" = inside ]; then
   arm64=$1 native=$2
   shift 2
   register_emulator
-  add_libraries
-  share_driver
+  make_prefix
   exec "$@"
 fi
 

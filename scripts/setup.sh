@@ -1,12 +1,13 @@
 #!/bin/sh
 # Sees to it that the Debian packages of a task are there: installs what is missing when it may, else says what to do.
 #
-# usage: setup.sh build|demo|test|arm64|test-arm64|musl|package|lint
+# usage: setup.sh build|demo|test|arm64|test-arm64|musl|wlanctl|package|lint
 set -eu
 
-build="g++ cmake ninja-build libcli11-dev nlohmann-json3-dev"
+build="g++ cmake ninja-build"
 demo="$build net-tools bridge-utils"
-test="$demo libgtest-dev libgmock-dev python3-jsonschema abigail-tools pkg-config"
+test="$demo libgtest-dev libgmock-dev abigail-tools pkg-config"
+wlanctl="$test libcli11-dev nlohmann-json3-dev python3-jsonschema"
 arm64="$build g++-aarch64-linux-gnu googletest qemu-user-static"
 test_arm64="$arm64 $test"
 musl="$test musl-tools"
@@ -20,10 +21,11 @@ case "${1:-}" in
   arm64) packages=$arm64 ;;
   test-arm64) packages=$test_arm64 ;;
   musl) packages=$musl ;;
+  wlanctl) packages=$wlanctl ;;
   package) packages=$package ;;
   lint) packages=$lint ;;
   *)
-    echo "usage: setup.sh build|demo|test|arm64|test-arm64|musl|package|lint" >&2
+    echo "usage: setup.sh build|demo|test|arm64|test-arm64|musl|wlanctl|package|lint" >&2
     exit 2
     ;;
 esac

@@ -6,6 +6,7 @@
 #include <sstream>
 
 #include "wlanctl/places.h"
+#include "wlanctl/record_text.h"
 #include "wlanctl/state_file.h"
 #include "wlanctl/store.h"
 
@@ -13,9 +14,11 @@ namespace wlanctl {
 namespace {
 
 constexpr char kFormat[] = "wlanctl-applied";
-constexpr int kVersion = 1;
+constexpr int kVersion = 2;
 constexpr uint32_t kTakeSnapshot = 0;
 constexpr uint32_t kCompare = 1;
+
+std::vector<wifimgr_attr_record> g_settings[kBands.size()];
 
 std::string path_of(Band band) {
   return std::string(place::kApplied) + label_of(band);
@@ -49,26 +52,37 @@ bool is_believable(Band band, const wifimgr_band_snapshot& snapshot, int interfa
          interfaces >= 0 && interfaces <= WIFIMGR_FIELDS;
 }
 
-bool load(Band band) {
-  const std::optional<std::string> text = read_state_file(path_of(band), kFormat, kVersion);
-  if (!text) return false;
-  std::istringstream words(*text);
+}  // namespace
+
+std::string applied_text(Band band) {
+  std::ostringstream text;
+  text << label_of(band) << ' ' << pre_wlan_state[number_of(band)] << ' ' << hex_of(store_global[number_of(band)])
+       << '\n'
+       << text_of_records(g_settings[number_of(band)]);
+  return text.str();
+}
+
+bool adopt_applied(Band band, const std::string& text) {
+  std::istringstream stream(text);
   std::string label, hex;
   int interfaces = -1;
   wifimgr_band_snapshot snapshot = {};
-  if (!(words >> label >> interfaces >> hex) || label != label_of(band) || !parse_hex(hex, &snapshot) ||
+  if (!(stream >> label >> interfaces >> hex) || label != label_of(band) || !parse_hex(hex, &snapshot) ||
       !is_believable(band, snapshot, interfaces)) {
     return false;
   }
+  const size_t head = text.find('\n');
+  auto settings = parse_records(head == std::string::npos ? "" : text.substr(head + 1));
+  if (!settings || settings->empty()) return false;
   store_global[number_of(band)] = snapshot;
   pre_wlan_state[number_of(band)] = interfaces;
+  g_settings[number_of(band)] = std::move(*settings);
   return true;
 }
 
-}  // namespace
-
 bool restore_applied(Band band, Report& report) {
-  if (load(band)) return true;
+  const std::optional<std::string> text = read_state_file(path_of(band), kFormat, kVersion);
+  if (text && adopt_applied(band, *text)) return true;
   const auto content = parse_dat_file(band);
   if (!content) {
     report.problem({"cannot read " + dat_path_of(band) + ", so what is in force is not known",
@@ -79,15 +93,23 @@ bool restore_applied(Band band, Report& report) {
   report.note(std::string("nothing is known of what was last applied to ") + label_of(band) +
               "; its dat file counts as what is in force");
   const PrivateStore file(band, *content);
-  (void)wifimgr_lib_wifi_config_oper(static_cast<uint32_t>(number_of(band)), kTakeSnapshot);
-  pre_wlan_state[number_of(band)] = ssid_count(band);
+  take_applied(band);
   return true;
 }
 
+void take_applied(Band band) {
+  (void)wifimgr_lib_wifi_config_oper(static_cast<uint32_t>(number_of(band)), kTakeSnapshot);
+  // Those that are not served count too: what is taken down first is all of them.
+  pre_wlan_state[number_of(band)] = ssid_count(band);
+  g_settings[number_of(band)] = table_of_store(band);
+}
+
 bool keep_applied(Band band, Report& report) {
-  std::ostringstream text;
-  text << label_of(band) << ' ' << pre_wlan_state[number_of(band)] << ' ' << hex_of(store_global[number_of(band)]);
-  return write_state_file(path_of(band), kFormat, kVersion, text.str(), report);
+  return write_state_file(path_of(band), kFormat, kVersion, applied_text(band), report);
+}
+
+const std::vector<wifimgr_attr_record>& settings_in_force(Band band) {
+  return g_settings[number_of(band)];
 }
 
 int weigh(Band band) {

@@ -2,6 +2,10 @@
 // memory; here it outlives the process.
 #pragma once
 
+#include <string>
+#include <vector>
+
+#include "wifimgr_lib.h"
 #include "wlanctl/band.h"
 #include "wlanctl/report.h"
 
@@ -12,8 +16,18 @@ namespace wlanctl {
 // to be had.
 bool restore_applied(Band band, Report& report);
 
-// Keeps what store_global and pre_wlan_state say. False with a problem when it cannot be written.
+// Keeps what is in force. False with a problem when it cannot be written.
 bool keep_applied(Band band, Report& report);
+
+// Takes what the store says for what is in force from now on.
+void take_applied(Band band);
+
+// All settings in force, those that no comparison watches too; restore_applied or take_applied comes first.
+const std::vector<wifimgr_attr_record>& settings_in_force(Band band);
+
+// What is in force as a text, and back; false when it is not believable, and nothing is changed then.
+std::string applied_text(Band band);
+bool adopt_applied(Band band, const std::string& text);
 
 // How heavy the library says that an apply would be; restore_applied comes first.
 int weigh(Band band);

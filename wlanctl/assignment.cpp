@@ -3,8 +3,14 @@
 #include <fstream>
 #include <iostream>
 
+#include "wlanctl/dat_key.h"
+
 namespace wlanctl {
 namespace {
+
+Json details_of(Band band) {
+  return {{"band", label_of(band)}};
+}
 
 Json details_of(const std::string& key, Band band) {
   return {{"band", label_of(band)}, {"key", json_text(key)}};
@@ -19,7 +25,7 @@ std::string hint_for(const std::string& name) {
 }
 
 int highest_index(const Key& key) {
-  return key.scope == Scope::kLink ? 4 : WIFIMGR_FIELDS;
+  return key.scope == Scope::kLink ? kLinks : WIFIMGR_FIELDS;
 }
 
 std::optional<int> parse_index(const std::string& text, const Key& key) {
@@ -37,7 +43,10 @@ std::optional<std::string> first_line(std::istream& stream) {
 std::optional<Assignment> split(const std::string& text, Band band, Report& report) {
   const size_t equals = text.find('=');
   if (equals == std::string::npos) {
-    report.problem({std::string("\"") + text + "\" sets nothing", "write KEY=VALUE or KEY:SSID=VALUE", details_of(text, band)});
+    // Not repeated unless it is a key: a passphrase may have come here by mistake.
+    const bool is_key = find_key(text.substr(0, text.find(':'))) != nullptr;
+    report.problem({(is_key ? "\"" + text + "\"" : std::string("a word without =")) + " sets nothing",
+                    "write KEY=VALUE or KEY:SSID=VALUE", is_key ? details_of(text, band) : details_of(band)});
     return std::nullopt;
   }
   const std::optional<Target> target = parse_target(text.substr(0, equals), band, report);
@@ -45,13 +54,41 @@ std::optional<Assignment> split(const std::string& text, Band band, Report& repo
   return Assignment{*target, text.substr(equals + 1)};
 }
 
-// Written into double quotes, with double quote and backslash escaped; everything else that is text goes out bare.
-bool is_quoted_in_script(const std::string& name) {
-  return name == "SSID" || name == "WPAPSK" || (name.starts_with("Key") && name.ends_with("Str"));
+// How the library puts a value into the script that brings an SSID's settings into force. The authentication mode is not
+// here: only the modes that the library knows are written as they stand.
+enum class InScript { kNowhere, kQuoted, kBare };
+
+InScript place_in_script(const std::string& name) {
+  static constexpr const char* kQuoted[] = {"SSID", "WPAPSK", "Key1Str", "Key2Str", "Key3Str", "Key4Str"};
+  static constexpr const char* kBare[] = {"AccessControlList", "AccessPolicy", "DefaultKeyID", "EncrypType",
+                                          "HideSSID",          "RADIUS_Key",   "RADIUS_Port",  "RADIUS_Server",
+                                          "RekeyInterval",     "WmmCapable"};
+  for (const char* const quoted : kQuoted) {
+    if (name == quoted) return InScript::kQuoted;
+  }
+  for (const char* const bare : kBare) {
+    if (name == bare) return InScript::kBare;
+  }
+  return InScript::kNowhere;
 }
 
-bool is_bare_in_script(const std::string& name) {
-  return name == "AccessControlList" || name == "AuthMode" || name == "RADIUS_Key";
+bool is_mac_address(const std::string& text) {
+  constexpr size_t kLength = 17;
+  if (text.size() != kLength) return false;
+  for (size_t i = 0; i < kLength; ++i) {
+    if (i % 3 == 2 ? text[i] != ':' : doHexCheck(text[i]) != 1) return false;
+  }
+  return true;
+}
+
+// What follows a ';' is run as a command of its own. An address is none that exists.
+bool is_address_list(const std::string& value) {
+  for (size_t at = 0; at != std::string::npos;) {
+    const size_t end = value.find(';', at);
+    if (!is_mac_address(value.substr(at, end - at))) return false;
+    at = end == std::string::npos ? end : end + 1;
+  }
+  return true;
 }
 
 }  // namespace
@@ -82,8 +119,8 @@ std::optional<Target> parse_target(const std::string& text, Band band, Report& r
     return std::nullopt;
   }
   if (key->scope == Scope::kBand) {
-    report.problem({std::string(key->name) + " belongs to the whole band", std::string("leave out \"") + text.substr(colon) + "\"",
-                    details_of(text, band)});
+    report.problem({std::string(key->name) + " belongs to the whole band",
+                    std::string("leave out \"") + text.substr(colon) + "\"", details_of(text, band)});
     return std::nullopt;
   }
   const std::optional<int> index = parse_index(text.substr(colon + 1), *key);
@@ -122,24 +159,30 @@ std::optional<Assignment> parse_file_assignment(const std::string& text, Band ba
   return assignment;
 }
 
-std::string danger_of(const Key& key, const std::string& value) {
-  if (value.find_first_of("\r\n") != std::string::npos) return "a line end makes lines of their own in the dat file";
+std::string shell_danger_of(const Key& key, const std::string& value) {
   const std::string name = key.name;
-  if (is_quoted_in_script(name) && value.find_first_of("$`") != std::string::npos) {
+  const InScript place = place_in_script(name);
+  if (place == InScript::kQuoted && value.find_first_of("$`") != std::string::npos) {
     return "a shell acts on $ and ` when the driver's script runs";
   }
-  if (is_bare_in_script(name)) {
-    constexpr char kHarmless[] = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789:;._-,+@%/";
-    const size_t at = value.find_first_not_of(kHarmless);
-    // The list's own separators end a command line too: what follows one is run as a command, and is a MAC address.
-    if (at != std::string::npos) return std::string("a shell acts on ") + value[at] + " when the driver's script runs";
-    if (name != "AccessControlList" && value.find(';') != std::string::npos) {
-      return "a shell acts on ; when the driver's script runs";
-    }
-  }
+  if (place != InScript::kBare || (name == "AccessControlList" && is_address_list(value))) return "";
+  constexpr char kHarmless[] = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789:._-,+@%/";
+  if (value.find_first_not_of(kHarmless) == std::string::npos) return "";
+  return std::string(
+             "a shell acts on what is neither letter nor digit nor one of : . _ - , + @ % / when the driver's ") +
+         "script runs" + (name == "AccessControlList" ? "; addresses are joined by ;" : "");
+}
+
+std::string danger_of(const Key& key, const std::string& value) {
+  const std::string in_shell = shell_danger_of(key, value);
+  if (!in_shell.empty()) return in_shell;
+  if (value.find_first_of("\r\n") != std::string::npos) return "a line end makes lines of their own in the dat file";
   if (value.find('=') != std::string::npos) return "the dat file ends a value at =";
-  const bool is_list =
-      key.accepted.kind == Accepted::Kind::kRule || name == "AccessControlList" || name == "AutoChannelSkipList";
+  if (value.size() >= WIFIMGR_FIELD_SIZE) {
+    return "the store cuts a value behind " + std::to_string(WIFIMGR_FIELD_SIZE - 1) + " characters";
+  }
+  const std::string name = key.name;
+  const bool is_list = keeps_list_whole(key.dat_key) || name == "AccessControlList" || name == "AutoChannelSkipList";
   if (!is_list && value.find(';') != std::string::npos) return "the dat file takes ; for the next SSID's value";
   return "";
 }

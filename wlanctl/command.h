@@ -55,10 +55,16 @@ void add_get(CLI::App& app, Context& context);
 void add_set(CLI::App& app, Context& context);
 void add_diff(CLI::App& app, Context& context);  // diff, save, revert
 void add_check(CLI::App& app, Context& context);
-void add_apply(CLI::App& app, Context& context);   // apply, confirm
-void add_status(CLI::App& app, Context& context);  // status, stations, neighbours
+void add_apply(CLI::App& app, Context& context);
+void add_confirm(CLI::App& app, Context& context);
+void add_status(CLI::App& app, Context& context);
+void add_stations(CLI::App& app, Context& context);
+void add_neighbours(CLI::App& app, Context& context);
 void add_wps(CLI::App& app, Context& context);
-void add_board(CLI::App& app, Context& context);  // radio, led, button, calibration
+void add_radio(CLI::App& app, Context& context);
+void add_board(CLI::App& app, Context& context);  // led, button
+void add_calibration(CLI::App& app, Context& context);
 void add_debug(CLI::App& app, Context& context);  // dump, trace
+void add_completion(CLI::App& app, Context& context);
 
 }  // namespace wlanctl

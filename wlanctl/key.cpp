@@ -2,9 +2,12 @@
 
 #include <strings.h>
 
+#include <algorithm>
+#include <cctype>
 #include <climits>
 #include <cstdio>
 #include <cstring>
+#include <numeric>
 #include <sstream>
 
 namespace wlanctl {
@@ -13,7 +16,7 @@ namespace {
 using enum Scope;
 using enum Numbering;
 
-constexpr long kNoUpperLimit = LONG_MAX;
+constexpr long kNoUpperLimit = INT_MAX;  // the library's own limit for such numbers
 constexpr long kMostChoices = 16;
 
 constexpr Accepted number(long lowest, long highest) {
@@ -33,6 +36,10 @@ constexpr Accepted words(const char* list) {
 }
 constexpr Accepted rule(const char* prose) {
   return {Accepted::Kind::kRule, 0, 0, prose};
+}
+// Every value is refused.
+constexpr Accepted nothing() {
+  return {Accepted::Kind::kNothing, 0, 0, ""};
 }
 
 struct Bands {
@@ -58,6 +65,24 @@ std::vector<std::string> split(const char* text) {
   return parts;
 }
 
+// How many characters must be added, left out or changed to make one of the other; capitals do not matter.
+size_t typos_between(const std::string& left, const std::string& right) {
+  std::vector<size_t> row(right.size() + 1);
+  std::iota(row.begin(), row.end(), size_t{0});
+  for (size_t i = 1; i <= left.size(); ++i) {
+    size_t diagonal = row[0];
+    row[0] = i;
+    for (size_t j = 1; j <= right.size(); ++j) {
+      const bool same = std::tolower(static_cast<unsigned char>(left[i - 1])) ==
+                        std::tolower(static_cast<unsigned char>(right[j - 1]));
+      const size_t changed = diagonal + (same ? 0 : 1);
+      diagonal = row[j];
+      row[j] = std::min({changed, row[j] + 1, row[j - 1] + 1});
+    }
+  }
+  return row[right.size()];
+}
+
 }  // namespace
 
 std::span<const Key> all_keys() {
@@ -78,7 +103,8 @@ const Key* find_dat_key(const std::string& dat_key, int* index) {
       if (dat_key == key.dat_key) return &key;
       continue;
     }
-    for (int i = 1; i <= WIFIMGR_FIELDS; ++i) {
+    const int last = key.scope == kLink ? kLinks : WIFIMGR_FIELDS;
+    for (int i = 1; i <= last; ++i) {
       if (dat_key != dat_key_of(key, i)) continue;
       *index = i;
       return &key;
@@ -91,6 +117,11 @@ std::vector<std::string> similar_keys(const std::string& name) {
   std::vector<std::string> found;
   for (const Key& key : kKeys) {
     if (!name.empty() && strcasestr(key.name, name.c_str()) != nullptr) found.emplace_back(key.name);
+  }
+  if (!found.empty()) return found;
+  constexpr size_t kTypos = 2;
+  for (const Key& key : kKeys) {
+    if (name.size() > kTypos && typos_between(key.name, name) <= kTypos) found.emplace_back(key.name);
   }
   return found;
 }
@@ -110,7 +141,6 @@ const char* word_for(Scope scope) {
 std::string words_for(const Accepted& what) {
   switch (what.kind) {
     case Accepted::Kind::kNumber:
-      if (what.highest == kNoUpperLimit) return "a number from " + std::to_string(what.lowest);
       return std::to_string(what.lowest) + (what.highest == what.lowest + 1 ? " or " : " to ") +
              std::to_string(what.highest);
     case Accepted::Kind::kDigits:
@@ -126,6 +156,8 @@ std::string words_for(const Accepted& what) {
       return "any text";
     case Accepted::Kind::kRule:
       return what.words;
+    case Accepted::Kind::kNothing:
+      return "nothing: read-only";
   }
   return "";
 }

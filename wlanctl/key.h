@@ -12,12 +12,14 @@ namespace wlanctl {
 
 enum class Scope { kBand, kSsid, kLink };
 
+inline constexpr int kLinks = 4;
+
 // How the dat key of an index is made of Key::dat_key.
 enum class Numbering { kShared, kFromOne, kFromZero };
 
 // What a setter takes, told rather than judged.
 struct Accepted {
-  enum class Kind { kNumber, kDigits, kWords, kLength, kText, kRule };
+  enum class Kind { kNumber, kDigits, kWords, kLength, kText, kRule, kNothing };
   Kind kind;
   long lowest = 0;
   long highest = 0;

@@ -16,10 +16,16 @@ namespace {
 
 constexpr int kPollMs = 50;
 
+bool g_held = false;
+
+int open_lock() {
+  return open(place::kLock, O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600);
+}
+
 }  // namespace
 
 ToolLock::ToolLock(Report& report, unsigned seconds) {
-  const int file = open(place::kLock, O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600);
+  const int file = open_lock();
   if (file < 0) {
     report.problem({std::string("cannot open ") + place::kLock + ": " + std::strerror(errno), "run as root"});
     return;
@@ -37,10 +43,25 @@ ToolLock::ToolLock(Report& report, unsigned seconds) {
     return;
   }
   file_ = file;
+  g_held = true;
+}
+
+ToolLock::ToolLock() : file_(open_lock()) {
+  if (file_ >= 0 && flock(file_, LOCK_EX | LOCK_NB) != 0) {
+    close(file_);
+    file_ = -1;
+  }
+  g_held = g_held || file_ >= 0;
 }
 
 ToolLock::~ToolLock() {
-  if (file_ >= 0) close(file_);
+  if (file_ < 0) return;
+  close(file_);
+  g_held = false;
+}
+
+bool ToolLock::is_held_here() {
+  return g_held;
 }
 
 }  // namespace wlanctl

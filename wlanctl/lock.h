@@ -9,11 +9,15 @@ class ToolLock {
  public:
   // Waits for another wlanctl to end, saying so on standard error; a problem when it does not within `seconds`.
   ToolLock(Report& report, unsigned seconds);
+  // Takes it when it is free, without a word.
+  ToolLock();
   ToolLock(const ToolLock&) = delete;
   ToolLock& operator=(const ToolLock&) = delete;
   ~ToolLock();
 
   explicit operator bool() const { return file_ >= 0; }
+
+  static bool is_held_here();
 
  private:
   int file_ = -1;

@@ -36,7 +36,10 @@ int run(int argc, char** argv) {
   app.footer(kFooter);
   app.set_version_flag("--version", WLANCTL_VERSION);
   app.require_subcommand(1);
-  for (const auto add : {add_show, add_get, add_set, add_keys, add_diff}) add(app, context);
+  for (const auto add :
+       {add_show, add_get, add_set, add_keys, add_diff, add_check, add_apply, add_confirm, add_status, add_stations,
+        add_neighbours, add_wps, add_radio, add_board, add_calibration, add_debug, add_completion})
+    add(app, context);
   try {
     app.parse(argc, argv);
   } catch (const CLI::CallForHelp& help) {

@@ -6,5 +6,7 @@ namespace wlanctl::place {
 inline constexpr char kLock[] = "/var/run/wlanctl.lock";
 inline constexpr char kApplied[] = "/var/run/wlanctl-applied-";  // and the band's label
 inline constexpr char kPending[] = "/var/run/wlanctl-pending-";  // likewise: an apply that waits for its confirmation
+inline constexpr char kGuard[] = "/var/run/wlanctl-guard-";      // likewise: held by who watches over that
+inline constexpr char kFolder[] = "/var/run";
 
 }  // namespace wlanctl::place

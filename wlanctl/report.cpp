@@ -11,6 +11,20 @@ std::string on_one_line(std::string text) {
   return printable(text);
 }
 
+// The length of the UTF-8 character at `at`; 0 when there is none that a terminal can show. The second block of control
+// characters comes as two bytes, and acts on some terminals as the first does.
+size_t length_of_character(const std::string& text, size_t at) {
+  const auto byte = [&](size_t i) { return i < text.size() ? static_cast<unsigned char>(text[i]) : 0U; };
+  const unsigned lead = byte(at);
+  if (lead < 0x80) return lead >= ' ' && lead != 0x7f ? 1 : 0;
+  if (lead < 0xc2 || lead > 0xf4 || (lead == 0xc2 && byte(at + 1) < 0xa0)) return 0;
+  const size_t length = lead < 0xe0 ? 2 : lead < 0xf0 ? 3 : 4;
+  for (size_t i = 1; i < length; ++i) {
+    if ((byte(at + i) & 0xc0U) != 0x80) return 0;
+  }
+  return length;
+}
+
 }  // namespace
 
 void Report::begin(const std::string& verb, bool as_json) {
@@ -23,6 +37,22 @@ void Report::problem(Problem problem) {
 }
 
 int Report::finish(int exit_code) {
+  constexpr int kIndentation = 2;
+  if (!refreshed_ || has_problems()) print(exit_code, kIndentation);
+  return exit_code;
+}
+
+void Report::refresh(int exit_code) {
+  constexpr int kOnOneLine = -1;
+  print(exit_code, kOnOneLine);
+  text_.str("");
+  data_ = Json::object();
+  problems_.clear();
+  notes_.clear();
+  refreshed_ = true;
+}
+
+void Report::print(int exit_code, int indentation) const {
   if (as_json_) {
     Json problems = Json::array();
     for (const Problem& problem : problems_) {
@@ -32,8 +62,8 @@ int Report::finish(int exit_code) {
     }
     const Json document = {{"version", 1},  {"verb", verb_},   {"exit_code", exit_code},
                            {"data", data_}, {"notes", notes_}, {"problems", std::move(problems)}};
-    std::cout << document.dump(2, ' ', false, Json::error_handler_t::replace) << std::endl;
-    return exit_code;
+    std::cout << document.dump(indentation, ' ', false, Json::error_handler_t::replace) << std::endl;
+    return;
   }
   std::cout << text_.str() << std::flush;
   for (const std::string& note : notes_) std::cerr << "wlanctl: note: " << on_one_line(note) << '\n';
@@ -42,7 +72,6 @@ int Report::finish(int exit_code) {
     if (!problem.next.empty()) std::cerr << "; " << on_one_line(problem.next);
     std::cerr << '\n';
   }
-  return exit_code;
 }
 
 std::string table(const std::vector<std::vector<std::string>>& rows) {
@@ -64,9 +93,11 @@ std::string table(const std::vector<std::vector<std::string>>& rows) {
 }
 
 std::string printable(const std::string& text) {
-  std::string shown = text;
-  for (char& c : shown) {
-    if (static_cast<unsigned char>(c) < ' ' || c == 0x7f) c = '?';
+  std::string shown;
+  for (size_t at = 0; at < text.size();) {
+    const size_t length = length_of_character(text, at);
+    shown += length == 0 ? std::string("?") : text.substr(at, length);
+    at += std::max(length, size_t{1});
   }
   return shown;
 }

@@ -41,13 +41,21 @@ class Report {
   // Something to know that is no problem; on standard error in text mode.
   void note(const std::string& text) { notes_.push_back(text); }
   bool has_problems() const { return !problems_.empty(); }
+  const std::vector<Problem>& problems() const { return problems_; }
 
   // Prints everything and returns the exit code. Text mode puts problems on standard error, one line each.
   int finish(int exit_code);
 
+  // For a verb that repeats itself: prints what there is so far, JSON on one line, and starts over. What comes after the
+  // last one is printed by finish, if anything does.
+  void refresh(int exit_code);
+
  private:
+  void print(int exit_code, int indentation) const;
+
   std::string verb_;
   bool as_json_ = false;
+  bool refreshed_ = false;
   std::ostringstream text_;
   Json data_ = Json::object();
   std::vector<Problem> problems_;
@@ -57,7 +65,7 @@ class Report {
 // A table for a terminal of 80 columns: columns as wide as needed, the last one cut only by the terminal.
 std::string table(const std::vector<std::vector<std::string>>& rows);
 
-// A text without what a terminal would act on: control characters become '?'.
+// A text without what a terminal would act on: control characters, and bytes that are no UTF-8, become '?'.
 std::string printable(const std::string& text);
 
 // Text as JSON takes it: bytes that are no UTF-8 become the replacement character.

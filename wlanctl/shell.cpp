@@ -8,6 +8,7 @@ namespace wlanctl {
 namespace {
 
 ShellMode g_mode = ShellMode::kRun;
+int g_last_status = 0;
 
 }  // namespace
 
@@ -24,6 +25,10 @@ std::vector<std::string>& ShellScope::lines() {
   return recorded;
 }
 
+int last_shell_status() {
+  return g_last_status;
+}
+
 }  // namespace wlanctl
 
 extern "C" int system(const char* line) {
@@ -38,5 +43,6 @@ extern "C" int system(const char* line) {
   }
   using System = int (*)(const char*);
   static const auto real = reinterpret_cast<System>(dlsym(RTLD_NEXT, "system"));
-  return real(line);
+  wlanctl::g_last_status = real(line);
+  return wlanctl::g_last_status;
 }

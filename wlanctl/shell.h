@@ -28,4 +28,7 @@ class ShellScope {
   ShellMode before_;
 };
 
+// How the last line that was run ended, as system says it; the library itself does not look. 0 before the first.
+int last_shell_status();
+
 }  // namespace wlanctl

@@ -10,6 +10,7 @@
 #include <cstring>
 #include <memory>
 
+#include "wlanctl/guardian.h"
 #include "wlanctl/library_messages.h"
 
 namespace wlanctl {
@@ -71,6 +72,7 @@ bool open_store(Band band, Report& report) {
     void* const address = shmat(segment, nullptr, 0);
     if (address != reinterpret_cast<void*>(-1)) {
       address_of(band) = static_cast<char*>(address);
+      recover_pending(band, report);
       return true;
     }
     report.problem({std::string("the store of ") + label_of(band) + " cannot be attached: " + std::strerror(errno),
@@ -91,11 +93,15 @@ std::string dat_path_of(Band band) {
 }
 
 std::vector<StoreRecord> records_of_store(Band band) {
-  std::vector<StoreRecord> records;
+  return records_of_file(table_of_store(band));
+}
+
+std::vector<wifimgr_attr_record> table_of_store(Band band) {
+  std::vector<wifimgr_attr_record> records;
   const StoreLock lock(band);
   const auto* const table = reinterpret_cast<const wifimgr_attr_record*>(address_of(band));
   const size_t room = size_of_segment(band) / sizeof *table;
-  for (size_t i = 0; i < room && table[i].key[0] != '\0'; ++i) records.push_back(shown(table[i]));
+  for (size_t i = 0; i < room && table[i].key[0] != '\0'; ++i) records.push_back(table[i]);
   return records;
 }
 

@@ -22,6 +22,9 @@ struct StoreRecord {
 
 std::vector<StoreRecord> records_of_store(Band band);
 
+// The records as they lie there, up to the table's end.
+std::vector<wifimgr_attr_record> table_of_store(Band band);
+
 // As the library's own parser reads the file; none when it cannot be opened.
 std::optional<std::vector<wifimgr_attr_record>> parse_dat_file(Band band);
 std::vector<StoreRecord> records_of_file(const std::vector<wifimgr_attr_record>& parsed);

@@ -3,6 +3,7 @@
 #include <map>
 
 #include "wlanctl/applied_state.h"
+#include "wlanctl/apply_plan.h"
 #include "wlanctl/command.h"
 #include "wlanctl/library_messages.h"
 #include "wlanctl/lock.h"
@@ -106,7 +107,7 @@ int diff(const Words& words, Context& context) {
     const std::vector<Difference> found = differences(
         values_of(records_of_store(band)), values_of(records_of_file(*parsed)), shown_ssids(band), words.secrets);
     if (!restore_applied(band, report)) return kWrongUsage;
-    const char* const weight = word_for_weight(weigh(band));
+    const char* const weight = word_for_weight(plan_apply(band).weight);
     Json changes = Json::array();
     std::vector<std::vector<std::string>> rows;
     for (const Difference& one : found) {

@@ -58,14 +58,14 @@ void try_out(const Words& words, Band band, Report& report, const std::vector<As
   const PrivateStore copy(band);
   const ShellScope nothing_runs(ShellMode::kDrop);
   for (const Assignment& assignment : assignments) {
-    const std::string danger = words.force ? "" : danger_of(*assignment.target.key, assignment.value);
-    if (!danger.empty()) {
-      refuse(report, band, assignment, danger, "choose another value, or insist with --force");
-    } else if (!is_stored(band, assignment)) {
+    if (!is_stored(band, assignment)) {
       const std::string reason = first_reason();
       refuse(report, band, assignment, reason.empty() ? "the library refuses it" : reason,
              "it takes " + words_for(assignment.target.key->accepted));
+      continue;
     }
+    const std::string danger = words.force ? "" : danger_of(*assignment.target.key, assignment.value);
+    if (!danger.empty()) refuse(report, band, assignment, danger, "choose another value, or insist with --force");
   }
 }
 
@@ -115,7 +115,8 @@ void add_set(CLI::App& app, Context& context) {
                         "KEY=VALUE for the band, KEY:SSID=VALUE for an SSID; - is a "
                         "line of standard input");
         verb.add_option("--file", words.files, "KEY[:SSID]=PATH: the value is the first line of a file")
-            ->allow_extra_args(false);
+            ->allow_extra_args(false)
+            ->type_name("KEY=PATH");
         verb.add_flag("--literal", words.literal, "- means a dash");
         verb.add_flag("--force", words.force, "Store what a shell or the dat file would take apart");
         verb.add_option("--wait", words.wait_seconds, "Seconds to wait for another wlanctl")->capture_default_str();

@@ -1,0 +1,155 @@
+// apply --confirm, killed at each of its steps, and its guardian too: either nothing was changed, or all comes back.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "apply_story.h"
+
+namespace wlanctl_test {
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+
+// The pending file is replaced before the guardian starts, before the first change, and at the end.
+std::string killed(const std::string& when, int seconds = 600) {
+  return "killed_at '" + when + " /var/run/wlanctl-pending-2.4g' wlanctl apply 2.4g --confirm " +
+         std::to_string(seconds) + "; s=$?; echo == killed; echo $s;";
+}
+
+const std::string kChange = "wlanctl show >/dev/null 2>&1; cp " + std::string(kDat) +
+                            " file; wlanctl set 2.4g SSID:1=Kitchen Channel=1 >/dev/null; segment 2.4g >changed;";
+const std::string kUnchanged =
+    "echo == unchanged; commands; segment 2.4g | cmp - changed && cmp " + std::string(kDat) + " file && echo yes;";
+const std::string kBack = "echo == back; wlanctl get 2.4g SSID:1 Channel 2>/dev/null; cmp " + std::string(kDat) +
+                          " file && echo file; commands | grep 'ra0 set SSID' | tail -1; commands | grep -E "
+                          "'ifconfig ra0' | tail -1;";
+constexpr char kAllBack[] =
+    "SSID:1   Gateway-Home\nChannel  6\nfile\n/userfs/bin/iwpriv ra0 set SSID=Gateway-Home\nifconfig ra0 up\n";
+
+// Ends a process when the interfaces are taken down, in the middle of a commit.
+std::string killing_ifconfig(const std::string& whom) {
+  return "printf '#!/bin/sh\\n[ -e /front/armed ] && rm /front/armed && kill -9 %s\\nexec /real/ifconfig \"$@\"\\n' '" +
+         whom + "' | stand_in ifconfig;";
+}
+
+constexpr char kApply[] =
+    "wlanctl apply 2.4g --confirm 600 >/dev/null & echo $! >/front/pid; wait $!; s=$?; echo == killed; echo $s;";
+
+TEST(ApplyKilled, BeforeItsStateIsKeptChangesNothing) {
+  const Result result = run_story(kChange + killed("before 1") + "ls /run | grep pending-2.4g$;" + kUnchanged +
+                                  "echo == next; wlanctl apply 2.4g");
+  EXPECT_EQ("137\n", behind(result.out, "killed"));
+  EXPECT_EQ("yes\n", behind(result.out, "unchanged"));
+  EXPECT_THAT(behind(result.out, "next"), HasSubstr("2.4g: applied"));
+}
+
+TEST(ApplyKilled, BeforeItsGuardianStartsChangesNothingAndIsTidiedUp) {
+  const Result result = run_story(kChange + killed("after 1") + "ls /run | grep pending; guardian;" + kUnchanged +
+                                  "echo == next; wlanctl apply 2.4g; ls /run | grep pending");
+  EXPECT_EQ("137\nwlanctl-pending-2.4g\n", behind(result.out, "killed"));
+  EXPECT_EQ("yes\n", behind(result.out, "unchanged"));
+  EXPECT_THAT(result.err, HasSubstr("the apply of 2.4g ended in the middle; nothing was changed"));
+  EXPECT_THAT(behind(result.out, "next"), HasSubstr("2.4g: applied"));
+  EXPECT_THAT(behind(result.out, "next"), Not(HasSubstr("pending")));
+}
+
+TEST(ApplyKilled, BeforeTheFirstChangeIsTidiedUpByItsGuardian) {
+  const Result result = run_story(kChange + killed("before 2") + "gone 2.4g; no_guardian;" + kUnchanged);
+  EXPECT_EQ("137\n", behind(result.out, "killed"));
+  EXPECT_EQ("yes\n", behind(result.out, "unchanged"));
+}
+
+TEST(ApplyKilled, RightAfterTheFirstChangeIsRolledBackAtOnce) {
+  const Result result = run_story(kChange + killed("after 2") + "gone 2.4g;" + kBack);
+  EXPECT_EQ(kAllBack, behind(result.out, "back"));
+}
+
+TEST(ApplyKilled, InTheMiddleOfTheCommitIsRolledBackAtOnce) {
+  const Result result = run_story(kChange + killing_ifconfig("$(cat /front/pid)") + "touch /front/armed;" + kApply +
+                                  "gone 2.4g;" + kBack);
+  EXPECT_EQ("137\n", behind(result.out, "killed"));
+  EXPECT_EQ(kAllBack, behind(result.out, "back"));
+}
+
+TEST(ApplyKilled, BeforeTheWaitingBeginsIsRolledBackAtOnce) {
+  const Result result = run_story(kChange + killed("before 3") + "gone 2.4g;" + kBack);
+  EXPECT_EQ("137\n", behind(result.out, "killed"));
+  EXPECT_EQ(kAllBack, behind(result.out, "back"));
+}
+
+TEST(ApplyKilled, AfterItAllCanStillBeConfirmed) {
+  const Result result = run_story(kChange + killed("after 3") + "echo == confirm; wlanctl confirm 2.4g; no_guardian;" +
+                                  "echo == stays; wlanctl get 2.4g SSID:1");
+  EXPECT_EQ("137\n", behind(result.out, "killed"));
+  EXPECT_EQ("2.4g: confirmed; the settings stay\n", behind(result.out, "confirm"));
+  EXPECT_EQ("Kitchen\n", behind(result.out, "stays"));
+}
+
+TEST(ApplyKilled, AfterItAllIsRolledBackWhenNobodyConfirms) {
+  const Result result = run_story(kChange + killed("after 3", 1) + "gone 2.4g;" + kBack);
+  EXPECT_EQ("137\n", behind(result.out, "killed"));
+  EXPECT_EQ(kAllBack, behind(result.out, "back"));
+}
+
+TEST(GuardianKilled, IsReplacedByTheNextVerbForTheTimeThatIsLeft) {
+  const Result result = run_story(
+      kChange +
+      "wlanctl apply 2.4g --confirm 600 >/dev/null; kill -9 $(guardian); no_guardian; wlanctl get 2.4g Channel --json "
+      ">get.json; cat get.json; echo == guardians; guardian | wc -l; wlanctl get 2.4g Channel; guardian | wc -l;"
+      "echo == confirm; wlanctl confirm 2.4g; no_guardian");
+  const Json document = document_in(result.out.substr(0, result.out.find("== ")));
+  EXPECT_THAT(document["notes"].dump(), HasSubstr("a new one watches over it for the"));
+  EXPECT_EQ("1\n1\n1\n", behind(result.out, "guardians"));
+  EXPECT_EQ("2.4g: confirmed; the settings stay\n", behind(result.out, "confirm"));
+}
+
+TEST(GuardianKilled, IsReplacedByOneThatRollsBackInTime) {
+  const Result result = run_story(kChange +
+                                  "wlanctl apply 2.4g --confirm 3 >/dev/null; kill -9 $(guardian); wlanctl get 2.4g "
+                                  "Channel; gone 2.4g;" +
+                                  kBack);
+  EXPECT_EQ(kAllBack, behind(result.out, "back"));
+}
+
+TEST(GuardianKilled, IsMadeUpForWhenTheTimeIsOver) {
+  const Result result = run_story(kChange +
+                                  "wlanctl apply 2.4g --confirm 1 >/dev/null; kill -9 $(guardian); no_guardian;"
+                                  "sleep 1.1; echo == next; wlanctl diff 2.4g; ls /run | grep pending;" +
+                                  kBack);
+  EXPECT_THAT(result.err, HasSubstr("was not confirmed in time and its guardian is gone; it is rolled back now"));
+  EXPECT_THAT(behind(result.out, "next"), HasSubstr("the store is as the dat file"));
+  EXPECT_EQ(kAllBack, behind(result.out, "back"));
+}
+
+TEST(GuardianKilled, InTheMiddleOfTheRollbackIsMadeUpFor) {
+  const Result result =
+      run_story(kChange + killing_ifconfig("$(cat /front/guardian)") +
+                "wlanctl apply 2.4g --confirm 1 >/dev/null; guardian >/front/guardian; touch /front/armed; no_guardian;"
+                "echo == pending; ls /run | grep pending; wlanctl get 2.4g Channel >/dev/null;" +
+                kBack + "ls /run | grep pending");
+  EXPECT_EQ("wlanctl-pending-2.4g\n", behind(result.out, "pending"));
+  EXPECT_EQ(kAllBack, behind(result.out, "back"));
+}
+
+TEST(GuardianKilled, TogetherWithTheApplyIsMadeUpForAtOnce) {
+  const Result result = run_story(
+      kChange +
+      killing_ifconfig("$(grep -l wlanctl-guard /run/gateway-sim/proc/[0-9]*/comm | cut -d/ -f5) $(cat /front/pid)") +
+      "touch /front/armed;" + kApply + "no_guardian; wlanctl get 2.4g Channel >/dev/null; ls /run | grep pending;" +
+      kBack);
+  EXPECT_THAT(result.err, HasSubstr("the apply of 2.4g ended in the middle; it is rolled back now"));
+  EXPECT_EQ(kAllBack, behind(result.out, "back"));
+}
+
+TEST(GuardianKilled, AndTheTimeOverIsTooLateForAConfirmation) {
+  const Result result = run_story(kChange +
+                                  "wlanctl apply 2.4g --confirm 1 >/dev/null; kill -9 $(guardian); sleep 1.1;"
+                                  "echo == confirm; wlanctl confirm 2.4g; echo $?;" +
+                                  kBack);
+  EXPECT_EQ("1\n", behind(result.out, "confirm"));
+  EXPECT_THAT(result.err, HasSubstr("the apply of 2.4g can no longer be confirmed"));
+  EXPECT_EQ(kAllBack, behind(result.out, "back"));
+}
+
+}  // namespace
+}  // namespace wlanctl_test

@@ -1,0 +1,39 @@
+#include "apply_story.h"
+
+namespace wlanctl_test {
+
+std::string functions() {
+  return std::string("pending=/var/run/wlanctl-pending\n") +
+         "commands() { cut -f2 /run/gateway-sim/journal | sed s,^/real/,,; }\n"
+         "segment() { case $1 in 2.4g) '" +
+         SEGMENT_BYTES_PROGRAM + "' 0x12345 ;; 5g) '" + SEGMENT_BYTES_PROGRAM +
+         "' 0x12346 ;; esac; }\n"
+         "gone() { while [ -e $pending-$1 ]; do sleep 0.02; done; }\n"
+         "guardian() {\n"
+         "  for file in /run/gateway-sim/proc/[0-9]*/comm; do\n"
+         "    { read name <$file; } 2>/dev/null || continue\n"
+         "    [ \"$name\" = wlanctl-guard ] || continue\n"
+         "    file=${file%/comm}; echo ${file##*/}\n"
+         "  done\n"
+         "}\n"
+         "no_guardian() { while [ -n \"$(guardian)\" ]; do sleep 0.02; done; }\n"
+         "mkdir -p /real /front; PATH=/front:$PATH\n"
+         "stand_in() { ln -s \"$(command -v $1)\" /real/$1; cat >/front/$1; chmod 755 /front/$1; }\n"
+         "killed_at() { WLANCTL_KILL=\"$1\"; shift; export WLANCTL_KILL\n"
+         "  LD_PRELOAD=\"$LD_PRELOAD:" +
+         KILL_AT_RENAME_LIBRARY + "\" \"$@\"; set -- $?; unset WLANCTL_KILL; return $1; }\n";
+}
+
+Result run_story(const std::string& script, const Words& options) {
+  return run(functions() + script, options);
+}
+
+std::string behind(const std::string& text, const std::string& mark) {
+  const size_t at = text.find("== " + mark + "\n");
+  if (at == std::string::npos) return "no \"" + mark + "\" in: " + text;
+  const size_t begin = at + mark.size() + 4;
+  const size_t end = text.find("\n== ", begin - 1);
+  return text.substr(begin, end == std::string::npos ? end : end + 1 - begin);
+}
+
+}  // namespace wlanctl_test

@@ -1,0 +1,27 @@
+// What the tests of apply and confirm share.
+#pragma once
+
+#include <string>
+
+#include "wlanctl.h"
+
+namespace wlanctl_test {
+
+inline constexpr char kDat[] = "/etc/Wireless/RT2860AP/RT2860AP.dat";
+
+// Shell functions for a script in the simulation:
+//   commands      the journal's command lines
+//   segment BAND  the bytes of a band's store
+//   gone BAND     waits until the band's apply no longer waits for a confirmation
+//   guardian      the process numbers of guardians
+//   no_guardian   waits until there is none
+//   stand_in NAME puts a script, standard input, in front of a command; the command itself is /real/NAME then
+std::string functions();
+
+// With these first.
+Result run_story(const std::string& script, const Words& options = {});
+
+// The part of a text behind a line that says `mark`, up to the next line that begins with "== ".
+std::string behind(const std::string& text, const std::string& mark);
+
+}  // namespace wlanctl_test

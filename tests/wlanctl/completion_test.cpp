@@ -1,0 +1,174 @@
+// What Tab does in a real shell.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "interactive_shell.h"
+
+namespace wlanctl_test {
+namespace {
+
+std::string printed(const std::string& shell) {
+  return sim_test::shell(std::string("'") + WLANCTL_PROGRAM + "' completion " + shell).out;
+}
+
+std::string installed(const std::string& file) {
+  return read_file(std::string(SOURCE_FOLDER) + "/wlanctl/completion/" + file);
+}
+
+Json keys() {
+  return document_in(sim_test::shell(std::string("'") + WLANCTL_PROGRAM + "' keys --json").out)["data"]["keys"];
+}
+
+const std::string kAll = kInsertAll;
+
+TEST(Completion, InstalledBashScriptIsTheOneThatTheProgramPrints) {
+  EXPECT_TRUE(printed("bash") == installed("wlanctl.bash"))
+      << "bring it up to date: wlanctl completion bash >wlanctl/completion/wlanctl.bash";
+}
+
+TEST(Completion, InstalledZshScriptIsTheOneThatTheProgramPrints) {
+  EXPECT_TRUE(printed("zsh") == installed("_wlanctl"))
+      << "bring it up to date: wlanctl completion zsh >wlanctl/completion/_wlanctl";
+}
+
+TEST(Completion, IsADocumentWithJson) {
+  const Json document = json_of("completion bash");
+  EXPECT_EQ("bash", document["data"]["shell"]);
+  EXPECT_EQ(printed("bash"), document["data"]["script"]);
+}
+
+TEST(Completion, RefusesAShellThatItDoesNotKnow) {
+  EXPECT_EQ(2, json_of("completion fish")["exit_code"]);
+}
+
+// The rest runs in each shell.
+class Tab : public testing::TestWithParam<Shell> {
+ protected:
+  void SetUp() override {
+    if (!is_there(GetParam())) GTEST_SKIP() << "this machine has no such shell";
+  }
+  std::string typed(const std::string& line) const { return type(GetParam(), {line}).front(); }
+
+  // The words that zsh offers: bash has everything up to the last : or = in the line only once.
+  std::string offers(const std::string& head, const Words& words) const {
+    std::string text;
+    for (const std::string& word : words) {
+      text += (text.empty() ? "" : "|") + (GetParam() == Shell::kZsh || text.empty() ? head : std::string()) + word;
+    }
+    return text;
+  }
+};
+
+INSTANTIATE_TEST_SUITE_P(Shells, Tab, testing::Values(Shell::kBash, Shell::kZsh),
+                         [](const auto& shell) { return std::string(shell.param == Shell::kBash ? "Bash" : "Zsh"); });
+
+TEST_P(Tab, CompletesAVerb) {
+  EXPECT_EQ("neighbours", typed("wlanctl nei\t"));
+}
+
+TEST_P(Tab, OffersEveryVerbOfTheHelp) {
+  const std::string help = sim_test::shell(std::string("'") + WLANCTL_PROGRAM + "' --help").out;
+  const Words offered = lines_of(sim_test::shell("echo '" + typed("wlanctl " + kAll) + "' | tr '|' '\\n'").out);
+  EXPECT_GT(offered.size(), 10u);
+  for (const std::string& verb : offered) EXPECT_THAT(help, testing::HasSubstr("\n  " + verb + " "));
+  const std::string list = help.substr(help.find("Subcommands:\n"));
+  EXPECT_EQ(offered.size(), lines_of(list.substr(0, list.find("\n\n"))).size() - 1);
+}
+
+TEST_P(Tab, CompletesTheWordsOfAVerb) {
+  EXPECT_EQ("wps|pbc|pin", typed("wlanctl wps p" + kAll));
+}
+
+TEST_P(Tab, OffersTheBands) {
+  EXPECT_EQ("show|2.4g|5g", typed("wlanctl show " + kAll));
+}
+
+TEST_P(Tab, OffersTheSsidsBehindTheBand) {
+  EXPECT_EQ("stations|5g|1|2|3|4|5|6|7|8", typed("wlanctl stations 5g " + kAll));
+}
+
+TEST_P(Tab, OffersTheOptionsOfTheVerb) {
+  EXPECT_EQ("diff|5g|--help|--json|--secrets", typed("wlanctl diff 5g --" + kAll));
+}
+
+TEST_P(Tab, OffersTheValuesOfAnOption) {
+  EXPECT_EQ("check|--band|2.4g|5g", typed("wlanctl check --band " + kAll));
+  EXPECT_EQ("check|" + offers("--band=", {"2.4g", "5g"}), typed("wlanctl check --band=" + kAll));
+}
+
+TEST_P(Tab, DoesNotTakeAnOptionsValueForAnArgument) {
+  EXPECT_EQ("get|2.4g|Channel", typed("wlanctl get 2.4g Chan\t"));
+  EXPECT_EQ("apply|--confirm|5|2.4g", typed("wlanctl apply --confirm 5 2\t"));
+}
+
+TEST_P(Tab, LeavesAKeyOfAnSsidOpenForItsNumber) {
+  EXPECT_EQ("get|2.4g|HideSSID:3", typed("wlanctl get 2.4g HideSS\t3"));
+}
+
+TEST_P(Tab, OffersTheNumbersOfAKeysSsids) {
+  EXPECT_EQ("get|2.4g|" + offers("HideSSID:", {"1", "2", "3", "4", "5", "6", "7", "8"}),
+            typed("wlanctl get 2.4g HideSSID:" + kAll));
+}
+
+TEST_P(Tab, OffersTheNumbersOfAKeysLinks) {
+  EXPECT_EQ("get|2.4g|" + offers("WdsKey:", {"1", "2", "3", "4"}), typed("wlanctl get 2.4g WdsKey:" + kAll));
+}
+
+TEST_P(Tab, LeavesAnAssignmentOpenForItsValue) {
+  EXPECT_EQ("set|2.4g|Channel=11", typed("wlanctl set 2.4g Chan\t11"));
+  EXPECT_EQ("set|2.4g|HideSSID:1=1", typed("wlanctl set 2.4g HideSSID:1\t1"));
+}
+
+TEST_P(Tab, CompletesTheSecondAssignmentToo) {
+  EXPECT_EQ("set|2.4g|Channel=1|BeaconPeriod=100", typed("wlanctl set 2.4g Channel=1 BeaconP\t100"));
+}
+
+TEST_P(Tab, OffersStandardInputForASecret) {
+  EXPECT_EQ("set|2.4g|WPAPSK:1=-", typed("wlanctl set 2.4g WPAPSK:1=\t"));
+}
+
+TEST_P(Tab, OffersNothingWhereThereIsNoChoice) {
+  EXPECT_EQ("set|2.4g|BeaconPeriod=", typed("wlanctl set 2.4g BeaconPeriod=" + kAll));
+}
+
+TEST_P(Tab, CompletesFiles) {
+  EXPECT_EQ("check|a file", typed("wlanctl check a\t"));
+}
+
+TEST_P(Tab, CompletesTheFileOfAnAssignment) {
+  EXPECT_EQ("set|2.4g|--file|WPAPSK:1=a file", typed("wlanctl set 2.4g --file WPAPSK:1=a\t"));
+}
+
+TEST_P(Tab, KnowsTheBandsOfEveryKey) {
+  for (const std::string band : {"2.4g", "5g"}) {
+    std::string expected;
+    std::vector<std::string> names;
+    for (const Json& key : keys()) {
+      const Json& bands = key["bands"];
+      if (std::find(bands.begin(), bands.end(), band) == bands.end()) continue;
+      names.push_back(key["key"].get<std::string>() + (key["scope"] == "band" ? "" : ":"));
+    }
+    Words offered = lines_of(
+        sim_test::shell("echo '" + typed("wlanctl get " + band + " " + kAll) + "' | tr '|' '\\n' | tail -n +3").out);
+    EXPECT_THAT(offered, testing::UnorderedElementsAreArray(names)) << band;
+  }
+}
+
+TEST_P(Tab, OffersTheValuesOfEveryKeyThatHasFew) {
+  Words lines, expected;
+  for (const Json& key : keys()) {
+    if (key["secret"] == true || key["choices"].empty()) continue;
+    const std::string band = key["bands"][0];
+    const std::string target = key["key"].get<std::string>() + (key["scope"] == "band" ? "=" : ":1=");
+    lines.push_back("wlanctl set " + band + " " + target + kAll);
+    // Both shells sort what they offer as texts.
+    Words choices = key["choices"].get<Words>();
+    std::sort(choices.begin(), choices.end());
+    expected.push_back("set|" + band + "|" + offers(target, choices));
+  }
+  ASSERT_GT(lines.size(), 50u);
+  EXPECT_EQ(expected, type(GetParam(), lines));
+}
+
+}  // namespace
+}  // namespace wlanctl_test

@@ -1,0 +1,158 @@
+// apply --confirm and confirm: the new settings stay when somebody says so in time, and go when nobody does.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "apply_story.h"
+
+namespace wlanctl_test {
+namespace {
+
+using testing::Contains;
+using testing::HasSubstr;
+using testing::Not;
+
+TEST(Confirm, KeepsASsidThatWasChangedLookedAtTriedAndApplied) {
+  const Result result = run_story(
+      "echo == set; wlanctl set 2.4g SSID:1=Kitchen; echo == diff; wlanctl diff 2.4g;"
+      "echo == dry; wlanctl apply 2.4g --dry-run; echo == apply; wlanctl apply 2.4g --confirm 600;"
+      "echo == confirm; wlanctl confirm 2.4g; no_guardian; echo == after; wlanctl get 2.4g SSID:1;"
+      "grep ^SSID1 " +
+      std::string(kDat) + "; ls /run | grep pending; commands | grep 'ra0 set SSID'");
+  EXPECT_THAT(behind(result.out, "diff"), HasSubstr("Gateway-Home -> Kitchen"));
+  EXPECT_THAT(behind(result.out, "dry"), HasSubstr("set SSID=\"Kitchen\""));
+  EXPECT_THAT(behind(result.out, "apply"), HasSubstr("confirm it within 600 seconds: wlanctl confirm 2.4g"));
+  EXPECT_EQ("2.4g: confirmed; the settings stay\n", behind(result.out, "confirm"));
+  EXPECT_EQ(
+      "Kitchen\nSSID1=Kitchen\n/userfs/bin/iwpriv ra0 set SSID=Kitchen\n/userfs/bin/iwpriv ra0 set SSID=Kitchen\n",
+      behind(result.out, "after"));
+}
+
+TEST(Confirm, PutsStoreFileAndDriverBackWhenItDoesNotCome) {
+  const Result result =
+      run_story("wlanctl show >/dev/null 2>&1; segment 2.4g >store; cp " + std::string(kDat) +
+                " file; wlanctl set 2.4g SSID:1=Kitchen Channel=1; wlanctl apply 2.4g --confirm 1;"
+                "gone 2.4g; echo == store; segment 2.4g | cmp - store && echo same; echo == file; cmp " +
+                kDat +
+                " file && echo same; echo == driver; commands | grep 'ra0 set SSID' | tail -1;"
+                "echo == up; commands | grep 'ifconfig ra0 up' | wc -l; no_guardian;"
+                "echo == apply; wlanctl apply 2.4g");
+  EXPECT_EQ("same\n", behind(result.out, "store"));
+  EXPECT_EQ("same\n", behind(result.out, "file"));
+  EXPECT_EQ("/userfs/bin/iwpriv ra0 set SSID=Gateway-Home\n", behind(result.out, "driver"));
+  EXPECT_EQ("2\n", behind(result.out, "up"));
+  EXPECT_THAT(behind(result.out, "apply"), HasSubstr("nothing to apply"));
+}
+
+TEST(Confirm, PutsAnotherSsidCountBackWithTheDriversInterfaces) {
+  const Result result = run_story(
+      "wlanctl set 2.4g BssidNum=3 EnableSSID:3=1; wlanctl apply 2.4g --confirm 1; echo == then; ls /sys/class/net |"
+      "grep -c '^ra[0-9]'; gone 2.4g; echo == now; ls /sys/class/net | grep -c '^ra[0-9]'; echo == commands; commands",
+      {"--chips", "7603,7612"});
+  EXPECT_EQ("3\n", behind(result.out, "then"));
+  EXPECT_EQ("2\n", behind(result.out, "now"));
+  EXPECT_THAT(lines_of(behind(result.out, "commands")), Contains("ifconfig ra2 down"));
+}
+
+TEST(Confirm, RollsBackToWhatWasInForceAndNotToWhatWasOnlySaved) {
+  const Result result = run_story(
+      "wlanctl set 2.4g SSID:1=Kitchen; wlanctl save 2.4g; wlanctl apply 2.4g --confirm 1; gone 2.4g;"
+      "echo == ssid; wlanctl get 2.4g SSID:1; echo == file; grep ^SSID1 " +
+      std::string(kDat));
+  EXPECT_EQ("Gateway-Home\n", behind(result.out, "ssid"));
+  EXPECT_EQ("SSID1=Kitchen\n", behind(result.out, "file"));
+  EXPECT_THAT(result.err, HasSubstr("a roll back leaves them in it"));
+}
+
+TEST(Confirm, LeavesTheOtherBandAloneInARollback) {
+  const Result result = run_story(
+      "wlanctl set 5g Channel=100 >/dev/null; segment 5g >store; wlanctl set 2.4g Channel=1; wlanctl apply 2.4g "
+      "--confirm 1; gone 2.4g; echo == store; segment 5g | cmp - store && echo same; commands | grep rai");
+  EXPECT_EQ("same\n", behind(result.out, "store"));
+}
+
+TEST(Confirm, CountsTheTimeFromTheEndOfTheApply) {
+  const Result result = run_story(
+      "printf '#!/bin/sh\\nsleep 0.3; exec /real/ifconfig \"$@\"\\n' | stand_in ifconfig;"
+      "wlanctl set 2.4g Channel=1 >/dev/null; wlanctl apply 2.4g --confirm 2 >/dev/null; wlanctl confirm 2.4g; echo "
+      "$?");
+  EXPECT_EQ("2.4g: confirmed; the settings stay\n0\n", result.out);
+}
+
+TEST(Confirm, RefusesASecondApplyUntilTheFirstIsConfirmed) {
+  const Result result = run_story(
+      "wlanctl set 2.4g Channel=1 >/dev/null; wlanctl apply 2.4g --confirm 600 >/dev/null; wlanctl set 2.4g Channel=2;"
+      "echo == plain; wlanctl apply 2.4g; echo $?; wlanctl apply 2.4g --confirm 5 --json >second.json; echo $?;"
+      "echo == other; wlanctl apply 5g; echo == dry; wlanctl apply 2.4g --dry-run | head -1; wlanctl confirm "
+      ">/dev/null;"
+      "echo == then; wlanctl apply 2.4g");
+  EXPECT_EQ("1\n1\n", behind(result.out, "plain"));
+  EXPECT_THAT(result.err, HasSubstr("an apply of 2.4g waits for its confirmation; wlanctl confirm 2.4g keeps it"));
+  EXPECT_THAT(behind(result.out, "other"), HasSubstr("5g: nothing to apply"));
+  EXPECT_THAT(behind(result.out, "dry"), HasSubstr("would restart the radio"));
+  EXPECT_THAT(behind(result.out, "then"), HasSubstr("2.4g: applied"));
+}
+
+TEST(Confirm, TakesBothBandsOrTheOneThatIsNamed) {
+  const Result result = run_story(
+      "wlanctl set 2.4g HideSSID:1=1; wlanctl set 5g HideSSID:1=1; wlanctl apply --confirm 600; echo == one;"
+      "wlanctl confirm 5g; ls /run | grep pending; echo == rest; wlanctl confirm; ls /run | grep pending;"
+      "wlanctl set 2.4g HideSSID:1=0 >/dev/null; wlanctl set 5g HideSSID:1=0 >/dev/null;"
+      "wlanctl apply --confirm 600 >/dev/null; echo == both; wlanctl confirm --json >both.json; cat both.json");
+  EXPECT_EQ("5g: confirmed; the settings stay\nwlanctl-pending-2.4g\n", behind(result.out, "one"));
+  EXPECT_EQ("2.4g: confirmed; the settings stay\n", behind(result.out, "rest"));
+  const Json document = document_in(behind(result.out, "both"));
+  EXPECT_EQ((Json{"2.4g", "5g"}), document["data"]["bands"]);
+}
+
+TEST(Confirm, IsRefusedWhenNothingWaits) {
+  const Json document = json_of("confirm 5g");
+  EXPECT_EQ(1, document["exit_code"]);
+  EXPECT_EQ(Json::array(), document["data"]["bands"]);
+  EXPECT_THAT(document["problems"].at(0)["message"].dump(), HasSubstr("nothing waits for a confirmation on 5g"));
+}
+
+TEST(Confirm, WaitsForAnotherOneAndGivesUp) {
+  const Result result = run_story("flock /var/run/wlanctl.lock sh -c 'wlanctl confirm --wait 0; echo $?'");
+  EXPECT_EQ("4\n", result.out);
+}
+
+TEST(Confirm, IsAskedForOnlyWhenSomethingIsApplied) {
+  const Result result =
+      run_story("wlanctl apply --confirm 600 --json >a.json; cat a.json; ls /run | grep pending; guardian");
+  const Json document = document_in(result.out);
+  EXPECT_EQ(Json(), document["data"]["bands"].at(0)["confirm_within"]);
+}
+
+TEST(Confirm, IsInTheDocumentOfTheApply) {
+  const Json document = json_of("apply 2.4g --confirm 600", "wlanctl set 2.4g HideSSID:1=1");
+  EXPECT_EQ(600, document["data"]["bands"].at(0)["confirm_within"]);
+}
+
+TEST(Confirm, KeepsTheOldSettingsWhereOnlyTheirOwnerReadsThem) {
+  const Result result = run_story(
+      "wlanctl set 2.4g HideSSID:1=1; wlanctl apply 2.4g --confirm 600; echo == mode; stat -c %a $pending-2.4g");
+  EXPECT_EQ("600\n", behind(result.out, "mode"));
+}
+
+TEST(Confirm, LeavesNothingBehindWhenTheApplyFails) {
+  const std::string text(140, 'x');
+  const Result result =
+      run_story("wlanctl set 2.4g Channel=1 WEPAuthType:1=" + text + " WEPAuthType:2=" + text +
+                " >/dev/null; wlanctl apply 2.4g --confirm 600; s=$?; echo == status; echo $s; no_guardian;"
+                "ls /run | grep pending; commands; wlanctl get 2.4g Channel");
+  EXPECT_EQ("1\n1\n", behind(result.out, "status"));
+}
+
+TEST(Confirm, EndsAWaitingWhoseFileIsDamaged) {
+  const Result result = run_story(
+      "wlanctl set 2.4g HideSSID:1=1; wlanctl apply 2.4g --confirm 600; kill -9 $(guardian); echo x >>$pending-2.4g;"
+      "echo == get; wlanctl get 2.4g HideSSID:1; echo == apply; wlanctl apply 2.4g; echo $?; echo == confirm;"
+      "wlanctl confirm; ls /run | grep pending");
+  EXPECT_EQ("1\n", behind(result.out, "get"));
+  EXPECT_THAT(result.err, HasSubstr("what it kept is damaged"));
+  EXPECT_EQ("1\n", behind(result.out, "apply"));
+  EXPECT_EQ("2.4g: confirmed; the settings stay\n", behind(result.out, "confirm"));
+}
+
+}  // namespace
+}  // namespace wlanctl_test

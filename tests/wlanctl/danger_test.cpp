@@ -1,0 +1,215 @@
+// Values that a shell would act on: an experiment over every setting finds the places where the library passes a value
+// on unescaped, and set refuses exactly there.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <regex>
+#include <set>
+
+#include "wlanctl.h"
+
+namespace wlanctl_test {
+namespace {
+
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+struct Setting {
+  std::string name;  // with its index
+  std::string setter;
+  std::string index;
+};
+
+struct Payload {
+  std::string name;
+  std::string value;
+};
+
+// A RADIUS secret must have eight characters; each makes the file "hit" when a shell acts on it.
+const std::vector<Payload> kPayloads = {
+    {"dollar", "aaaaaaaa$(touch hit)"}, {"backtick", "aaaaaaaa`touch hit`"}, {"semicolon", "aaaaaaaa;touch hit"},
+    {"line", "aaaaaaaa\ntouch hit"},    {"number", "1\ntouch hit\n"},
+};
+
+// Between them they write every line of the script.
+const Words kModes = {"set wifimgr_lib_set_authMode % 1 WPA2PSK",
+                      "set wifimgr_lib_set_authMode % 1 WEP set wifimgr_lib_set_ieee8021x % 1 1"};
+
+// A place: setting and payload.
+using Places = std::set<std::string>;
+
+struct Side {
+  std::string label;
+  std::string number;
+  std::string other;  // the marker of rows that are not of this band
+  std::string folder;
+};
+
+const Side k2_4G = {"2.4g", "0", "kOn5G", "RT2860AP"};
+const Side k5G = {"5g", "1", "kOn2_4G", "RT2860AP_AC"};
+
+// Those of a band. The count of SSIDs comes last: no SSID is left when it is no number.
+std::vector<Setting> settings_of(const Side& side) {
+  std::vector<Setting> settings;
+  Setting count;
+  const std::regex row("^KEY\\(\"(\\w+)\", \"[^\"]*\", (\\w+), \\w+, (\\w+), (\\w+), .*");
+  for (const std::string& line : lines_of(read_file(std::string(SOURCE_FOLDER) + "/wlanctl/key.def"))) {
+    std::smatch found;
+    if (!std::regex_match(line, found, row) || found[3] == side.other) continue;
+    const bool is_band_wide = found[2] == "kBand";
+    const Setting setting = {found[1].str() + (is_band_wide ? "" : ":1"), found[4], is_band_wide ? "-1" : "1"};
+    if (found[1] == "BssidNum") {
+      count = setting;
+    } else {
+      settings.push_back(setting);
+    }
+  }
+  settings.push_back(count);
+  return settings;
+}
+
+std::string probe_word(const Side& side, const Setting& setting, const Payload& payload) {
+  return " set " + setting.setter + " " + side.number + " " + setting.index + " '" + payload.value + "'";
+}
+
+std::string for_side(std::string text, const Side& side) {
+  for (size_t at = text.find('%'); at != std::string::npos; at = text.find('%')) text.replace(at, 1, side.number);
+  return text;
+}
+
+// The driver's commands do nothing here: it is the shell that is watched.
+std::string quiet_driver() {
+  return "rm /userfs/bin/iwpriv; ln -s /bin/true /userfs/bin/iwpriv; ";
+}
+
+// Which settings the library itself takes each payload for, whatever a shell would do. WPS settings go to the driver at
+// once; none of them may have made a hit.
+std::vector<std::vector<Setting>> taken(const Side& side, const std::vector<Setting>& settings) {
+  Words steps;
+  for (const Payload& payload : kPayloads) {
+    std::string step = quiet_driver() + "library_probe init " + side.number;
+    for (const Setting& setting : settings) step += probe_word(side, setting, payload);
+    steps.push_back(step + "; [ ! -e hit ] || echo hit");
+  }
+  const std::vector<Result> results = run_steps(steps);
+  std::vector<std::vector<Setting>> all;
+  for (const Result& result : results) {
+    Words lines = lines_of(result.out);
+    EXPECT_EQ(settings.size() + 1, lines.size()) << result.out;
+    all.emplace_back();
+    for (size_t i = 0; i < settings.size() && i + 1 < lines.size(); ++i) {
+      if (lines[i + 1] == settings[i].setter + " 0") all.back().push_back(settings[i]);
+    }
+  }
+  return all;
+}
+
+// Writes and runs the execute script of an SSID with each of them.
+Places hits(const Side& side, const std::vector<std::vector<Setting>>& settings) {
+  const std::string script = "/etc/Wireless/" + side.folder + "/WLAN_exec.sh";
+  std::string all = quiet_driver();
+  for (size_t i = 0; i < kPayloads.size(); ++i) {
+    for (const Setting& setting : settings[i]) {
+      for (const std::string& mode : kModes) {
+        all += "\nlibrary_probe init % oper % 0 " + mode;
+        all += probe_word(side, setting, kPayloads[i]);
+        all += " script % 0 flag 1 run % " + script + " >/dev/null 2>&1; [ ! -e hit ] || echo " + setting.name + " " +
+               kPayloads[i].name + "; rm -f hit";
+      }
+    }
+  }
+  const Result result = run(for_side(all, side));
+  const Words lines = lines_of(result.out);
+  return {lines.begin(), lines.end()};
+}
+
+// What set refuses because of a shell.
+Places refused(const Side& side, const std::vector<std::vector<Setting>>& settings) {
+  Words steps;
+  for (size_t i = 0; i < kPayloads.size(); ++i) {
+    steps.push_back("wlanctl set " + side.label + " --json");
+    for (const Setting& setting : settings[i]) steps.back() += " '" + setting.name + "=" + kPayloads[i].value + "'";
+  }
+  const std::vector<Result> results = run_steps(steps);
+  Places places;
+  for (size_t i = 0; i < kPayloads.size(); ++i) {
+    const Json document = document_in(results[i].out);
+    for (const Json& problem : document["problems"]) {
+      if (problem["reason"].get<std::string>().rfind("a shell acts on", 0) == 0) {
+        places.insert(problem["key"].get<std::string>() + " " + kPayloads[i].name);
+      }
+    }
+  }
+  return places;
+}
+
+// The list of the places.
+Places known_places() {
+  Places places;
+  for (const char* const quoted : {"SSID:1", "WPAPSK:1", "Key1Str:1", "Key2Str:1", "Key3Str:1", "Key4Str:1"}) {
+    for (const char* const payload : {" dollar", " backtick"}) places.insert(std::string(quoted) + payload);
+  }
+  for (const char* const bare : {"AccessControlList:1", "RADIUS_Key:1"}) {
+    for (const char* const payload : {" dollar", " backtick", " semicolon", " line"}) {
+      places.insert(std::string(bare) + payload);
+    }
+  }
+  places.insert("AccessControlList:1 number");
+  places.insert("RADIUS_Key:1 number");
+  return places;
+}
+
+void expect_exactly_the_dangerous_refused(const Side& side) {
+  const auto settings = taken(side, settings_of(side));
+  const Places hit = hits(side, settings);
+  EXPECT_EQ(known_places(), hit);
+  EXPECT_EQ(hit, refused(side, settings));
+}
+
+TEST(Danger, SetRefusesExactlyWhereAShellActs24g) {
+  expect_exactly_the_dangerous_refused(k2_4G);
+}
+
+TEST(Danger, SetRefusesExactlyWhereAShellActs5g) {
+  expect_exactly_the_dangerous_refused(k5G);
+}
+
+TEST(Danger, ALineEndIsRefusedForEverySetting) {
+  for (const Side& side : {k2_4G, k5G}) {
+    const auto settings = taken(side, settings_of(side));
+    std::string call = "wlanctl set " + side.label + " --json";
+    for (const Setting& setting : settings[3]) call += " '" + setting.name + "=" + kPayloads[3].value + "'";
+    const std::vector<Result> steps = run_steps({call});
+    EXPECT_EQ(settings[3].size(), document_in(steps[0].out)["problems"].size());
+  }
+}
+
+TEST(Danger, AListOfAddressesIsNoDanger) {
+  const std::vector<Result> steps = run_steps(
+      {"wlanctl set 2.4g 'AccessControlList:1=00:11:22:33:44:55;00:11:22:33:44:66'",
+       "wlanctl set 2.4g 'AccessControlList:1=00:11:22:33:44:55;reboot'", "wlanctl set 2.4g AccessControlList:1="});
+  EXPECT_EQ(0, steps[0].status) << steps[0].err;
+  EXPECT_EQ(1, steps[1].status);
+  EXPECT_EQ(0, steps[2].status);
+}
+
+TEST(Danger, ForceStoresAllTheSame) {
+  const std::vector<Result> steps = run_steps(
+      {"wlanctl set 2.4g 'SSID:1=a`b`$c'", "wlanctl set 2.4g --force 'SSID:1=a`b`$c'", "wlanctl get 2.4g SSID:1"});
+  EXPECT_EQ(1, steps[0].status);
+  EXPECT_EQ(
+      "wlanctl: SSID:1 cannot be \"a`b`$c\": a shell acts on $ and ` when the driver's script runs; choose another "
+      "value, or insist with --force\n",
+      steps[0].err);
+  EXPECT_EQ("a`b`$c\n", steps[2].out);
+}
+
+TEST(Danger, WordsOfTheCommandLineReachNoShell) {
+  const Result result =
+      run("wlanctl get 2.4g 'Channel;touch hit' '$(touch hit)'; wlanctl set 2.4g '`touch hit`=1' --file "
+          "'SSID:1=$(touch hit)'; wlanctl check '$(touch hit)'; wlanctl show '$(touch hit)'; [ ! -e hit ]");
+  EXPECT_EQ(0, result.status);
+}
+
+}  // namespace
+}  // namespace wlanctl_test

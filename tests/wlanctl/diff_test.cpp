@@ -1,0 +1,137 @@
+// diff, save and revert: the live store and the dat file.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "wlanctl.h"
+
+namespace wlanctl_test {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::StartsWith;
+
+constexpr char kFile[] = "/etc/Wireless/RT2860AP/RT2860AP.dat";
+
+Json band_of(const Result& step, size_t band = 0) {
+  return document_in(step.out)["data"]["bands"][band];
+}
+
+TEST(Diff, SaysWhenNothingDiffers) {
+  const std::vector<Result> steps = run_steps({"wlanctl diff --json", "wlanctl diff 5g"});
+  EXPECT_EQ(0, steps[0].status);
+  for (const size_t band : {0, 1}) {
+    EXPECT_THAT(band_of(steps[0], band)["changes"], IsEmpty());
+    EXPECT_EQ("nothing", band_of(steps[0], band)["apply"]);
+  }
+  EXPECT_THAT(steps[1].out, StartsWith("5g: the store is as the dat file"));
+}
+
+TEST(Diff, ShowsValueByValueAndTheWeight) {
+  const std::vector<Result> steps = run_steps({"wlanctl set 2.4g Channel=11 HideSSID:2=1 SSID:1=Kitchen >/dev/null",
+                                               "wlanctl diff 2.4g --json", "wlanctl diff 2.4g"});
+  EXPECT_EQ(Json::parse(R"([{"key":"Channel","live":"11","file":"6"},{"key":"HideSSID:2","live":"1","file":"0"},
+                            {"key":"SSID:1","live":"Kitchen","file":"Gateway-Home"}])"),
+            band_of(steps[1])["changes"]);
+  EXPECT_EQ("radio", band_of(steps[1])["apply"]);
+  EXPECT_THAT(steps[2].out, HasSubstr("\n  SSID:1      Gateway-Home -> Kitchen\n"));
+}
+
+TEST(Diff, AnotherSsidCountWeighsAReboot) {
+  EXPECT_EQ("reboot", json_of("diff 2.4g", "wlanctl set 2.4g BssidNum=1")["data"]["bands"][0]["apply"]);
+}
+
+TEST(Diff, WhatIsNotWatchedWeighsNothingAndIsShown) {
+  const Json band = json_of("diff 2.4g", "wlanctl set 2.4g EAPifname=br0")["data"]["bands"][0];
+  EXPECT_EQ(1u, band["changes"].size());
+  EXPECT_EQ("nothing", band["apply"]);
+}
+
+TEST(Diff, MeasuresAgainstWhatIsInForceAlsoAfterASave) {
+  const std::vector<Result> steps = run_steps(
+      {"wlanctl set 2.4g SSID:1=Kitchen >/dev/null; wlanctl save 2.4g >/dev/null", "wlanctl diff 2.4g --json"});
+  EXPECT_THAT(band_of(steps[1])["changes"], IsEmpty());
+  EXPECT_EQ("radio", band_of(steps[1])["apply"]);
+}
+
+TEST(Diff, SaysThatItDoesNotKnowWhatIsInForce) {
+  EXPECT_THAT(run("wlanctl diff 2.4g").err, HasSubstr("its dat file counts as what is in force"));
+}
+
+TEST(Diff, AStateFileThatIsNotBelievableIsNotUsed) {
+  const char* const kState = "/var/run/wlanctl-applied-2.4g";
+  for (const char* const harm : {"chmod 644 %", "echo x >>%", "sed -i 's/ 1 / 9 /;s/ 2 / 9 /' %", "echo >%",
+                                 "mv % x; ln -s \"$PWD/x\" %", "sed -i s/2.4g/5g/ %"}) {
+    std::string script = harm;
+    for (size_t at = script.find('%'); at != std::string::npos; at = script.find('%')) script.replace(at, 1, kState);
+    const std::vector<Result> steps =
+        run_steps({"wlanctl save 2.4g >/dev/null 2>&1", "wlanctl diff 2.4g", "stat -c %a /var/run/wlanctl-applied-2.4g",
+                   script, "wlanctl diff 2.4g"});
+    EXPECT_THAT(steps[1].err, IsEmpty());
+    EXPECT_EQ("600\n", steps[2].out);
+    EXPECT_EQ(0, steps[4].status) << harm;
+    EXPECT_THAT(steps[4].err, HasSubstr("nothing is known of what was last applied")) << harm;
+  }
+}
+
+TEST(Diff, SaysTwoWithoutADatFile) {
+  const std::vector<Result> steps = run_steps({"wlanctl show >/dev/null; rm -r /etc/Wireless", "wlanctl diff --json",
+                                               "wlanctl revert --json", "wlanctl diff 6g --json"});
+  EXPECT_EQ(2, steps[1].status);
+  EXPECT_EQ(2, steps[2].status);
+  EXPECT_EQ(2, steps[3].status);
+}
+
+TEST(Save, WritesTheStoreToTheDatFileAndTellsNoDriver) {
+  const std::vector<Result> steps =
+      run_steps({"wlanctl set 2.4g SSID:1=Kitchen >/dev/null; wc -l </run/gateway-sim/journal", "wlanctl save --json",
+                 std::string("grep ^SSID1= ") + kFile, "wc -l </run/gateway-sim/journal"});
+  EXPECT_EQ(Json::parse(R"(["2.4g","5g"])"), document_in(steps[1].out)["data"]["bands"]);
+  EXPECT_EQ("SSID1=Kitchen\n", steps[2].out);
+  EXPECT_EQ(steps[0].out, steps[3].out);
+}
+
+TEST(Save, OfOneBandLeavesTheOthersFileAlone) {
+  const std::vector<Result> steps =
+      run_steps({"cd /etc/Wireless/RT2860AP_AC; stat -c %y%i RT2860AP.dat; md5sum *", "wlanctl save 2.4g >/dev/null",
+                 "cd /etc/Wireless/RT2860AP_AC; stat -c %y%i RT2860AP.dat; md5sum *"});
+  EXPECT_EQ(steps[0].out, steps[2].out);
+}
+
+TEST(Save, IsRefusedWhenTheLibraryRefuses) {
+  const std::string longest(149, 'x');
+  const std::vector<Result> steps = run_steps(
+      {"wlanctl show >/dev/null; library_probe init 0 put EnableSSID 0 1 " + longest + " put EnableSSID 0 2 " + longest,
+       std::string("md5sum <") + kFile, "wlanctl save 2.4g --json", std::string("md5sum <") + kFile});
+  EXPECT_EQ(1, steps[2].status);
+  EXPECT_THAT(document_in(steps[2].out)["problems"][0]["message"].get<std::string>(), HasSubstr("2.4g was not saved"));
+  EXPECT_EQ(steps[1].out, steps[3].out);
+}
+
+TEST(Revert, PutsTheStoreBackForAllProcesses) {
+  const std::vector<Result> steps =
+      run_steps({"segment_bytes 0x12345 >/dev/null; wlanctl show >/dev/null; segment_bytes 0x12345 | md5sum",
+                 "wlanctl set 2.4g SSID:1=Kitchen Channel=11 >/dev/null", "wlanctl revert 2.4g --json",
+                 "segment_bytes 0x12345 | md5sum", "wlanctl revert 2.4g"});
+  EXPECT_EQ(Json::parse(R"([{"band":"2.4g","values":2}])"), document_in(steps[2].out)["data"]["bands"]);
+  EXPECT_EQ(steps[0].out, steps[3].out);
+  EXPECT_EQ("2.4g: 0 values put back to the dat file's\n", steps[4].out);
+}
+
+TEST(Revert, OfOneBandLeavesTheOtherAlone) {
+  const std::vector<Result> steps = run_steps(
+      {"wlanctl set 5g SSID:1=Kitchen >/dev/null", "wlanctl revert 2.4g >/dev/null", "wlanctl get 5g SSID:1"});
+  EXPECT_EQ("Kitchen\n", steps[2].out);
+}
+
+TEST(Revert, IsRefusedWhenTheFileHasOutgrownTheStore) {
+  const std::vector<Result> steps = run_steps({"wlanctl set 2.4g SSID:1=Kitchen >/dev/null",
+                                               std::string("for i in $(seq 400); do echo Added$i=1; done >>") + kFile,
+                                               "wlanctl revert 2.4g --json", "wlanctl get 2.4g SSID:1"});
+  EXPECT_EQ(1, steps[2].status);
+  EXPECT_EQ("Kitchen\n", steps[3].out);
+}
+
+}  // namespace
+}  // namespace wlanctl_test

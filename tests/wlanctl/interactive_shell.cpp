@@ -1,0 +1,65 @@
+#include "interactive_shell.h"
+
+#include <gtest/gtest.h>
+
+namespace wlanctl_test {
+namespace {
+
+// What a call prints, as a line of its own.
+constexpr char kCall[] = "wlanctl() { local IFS='|'; printf 'CALLED %s\\n' \"$*\"; }\n";
+
+constexpr char kBashSettings[] =
+    "PS1=\n"
+    "bind 'set enable-bracketed-paste off'\n"
+    "bind '\"\\C-xa\": insert-completions'\n";
+
+constexpr char kZshSettings[] =
+    "PS1=\n"
+    "fpath=($PWD $fpath)\n"
+    "autoload -Uz compinit && compinit -u -D\n"
+    "zle -C insert-all complete-word _generic\n"
+    "bindkey '^Xa' insert-all\n"
+    "zstyle ':completion:insert-all:*' completer _all_matches _complete\n"
+    "zstyle ':completion:insert-all:*' insert yes\n";
+
+std::string completion_of(const char* shell) {
+  return sim_test::shell(std::string("'") + WLANCTL_PROGRAM + "' completion " + shell).out;
+}
+
+}  // namespace
+
+bool is_there(Shell shell) {
+  return sim_test::shell(std::string("command -v ") + (shell == Shell::kBash ? "bash" : "zsh") + " >/dev/null")
+             .status == 0;
+}
+
+Words type(Shell shell, const Words& lines) {
+  const TestFolder folder;
+  std::string start;
+  if (shell == Shell::kBash) {
+    write_file(folder / ".bashrc", completion_of("bash") + kBashSettings + kCall);
+    start = "exec bash --rcfile .bashrc -i";
+  } else {
+    write_file(folder / "_wlanctl", completion_of("zsh"));
+    write_file(folder / ".zshrc", std::string(kZshSettings) + kCall);
+    start = "exec zsh -d -i";
+  }
+  write_file(folder / "a file", "");
+  std::string typed;
+  for (const std::string& line : lines) typed += line + "\n";
+  write_file(folder / "typed", typed + "exit\n");
+  const Result result = sim_test::shell("cd '" + folder.path() +
+                                        "' && HOME=$PWD ZDOTDIR=$PWD LC_ALL=C TERM=dumb script -qec 'stty cols 9999; " +
+                                        start + "' /dev/null <typed 2>&1");
+  Words calls;
+  for (std::string line : lines_of(result.out)) {
+    if (line.rfind("CALLED ", 0) != 0) continue;
+    line.erase(0, line.find(' ') + 1);
+    calls.push_back(line.substr(0, line.find('\r')));
+  }
+  EXPECT_EQ(lines.size(), calls.size()) << result.out;
+  calls.resize(lines.size());
+  return calls;
+}
+
+}  // namespace wlanctl_test

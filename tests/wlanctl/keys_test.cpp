@@ -1,0 +1,193 @@
+// keys: the table of settings is the library's own, by its sources and by what its setters take.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <map>
+#include <set>
+
+#include "wlanctl.h"
+
+namespace wlanctl_test {
+namespace {
+
+using testing::HasSubstr;
+
+struct Probe {
+  std::string key;  // with its index
+  std::string value;
+};
+
+// Both sides of what a setting takes, from the words that `keys` prints.
+struct Bounds {
+  std::vector<Probe> good;
+  std::vector<Probe> bad;
+};
+
+std::string name_of(const Json& key) {
+  return key["key"].get<std::string>() + (key["scope"] == "band" ? "" : ":1");
+}
+
+void add_number(const std::string& name, long lowest, long highest, Bounds* bounds) {
+  bounds->good.push_back({name, std::to_string(lowest)});
+  bounds->good.push_back({name, std::to_string(highest)});
+  bounds->bad.push_back({name, std::to_string(lowest - 1)});
+  bounds->bad.push_back({name, std::to_string(highest + 1)});
+}
+
+// By its words; false for a rule of its own.
+bool add_by_words(const Json& key, Bounds* bounds) {
+  const std::string name = name_of(key);
+  const std::string words = key["accepted"];
+  long lowest = 0;
+  long highest = 0;
+  char between[4] = "";
+  int used = 0;
+  if (std::sscanf(words.c_str(), "%ld %3[a-z] %ld%n", &lowest, between, &highest, &used) == 3 &&
+      static_cast<size_t>(used) == words.size()) {
+    add_number(name, lowest, highest, bounds);
+  } else if (words.rfind("one of ", 0) == 0) {
+    for (const Json& choice : key["choices"]) bounds->good.push_back({name, choice});
+    bounds->bad.push_back({name, "NEITHER"});
+    bounds->bad.push_back({name, ""});
+  } else if (words.rfind("at most ", 0) == 0) {
+    const size_t most = std::stoul(words.substr(8));
+    bounds->good.push_back({name, std::string(most, 'x')});
+    bounds->bad.push_back({name, std::string(most + 1, 'x')});
+  } else if (words == "digits") {
+    bounds->good.push_back({name, "0123456789"});
+    bounds->bad.push_back({name, "1x"});
+  } else if (words == "any text") {
+    // The count of SSIDs takes any, and then there may be none left.
+    bounds->good.push_back({name, key["key"] == "BssidNum" ? "2" : "anytext"});
+  } else if (words == "nothing: read-only") {
+    bounds->bad.push_back({name, "02:28:10:24:00:00"});
+    bounds->bad.push_back({name, ""});
+  } else {
+    return false;
+  }
+  return true;
+}
+
+struct Rule {
+  Words good;
+  Words bad;
+};
+
+const std::string kMac = "00:11:22:33:44:55";
+
+std::string four_of(const std::string& word) {
+  return word + ";" + word + ";" + word + ";" + word;
+}
+
+std::string text_of(size_t length, char c) {
+  return std::string(length, c);
+}
+
+// The rules of their own, by the key's name; the wireless mode's differ by band.
+std::map<std::string, Rule> own_rules(const std::string& band) {
+  const Rule ipv4 = {{"0.0.0.0", "255.255.255.255"}, {"256.0.0.0", "1.2.3", "1.2.3.x"}};
+  std::map<std::string, Rule> rules = {
+      {"own_ip_addr", ipv4},
+      {"RADIUS_Server:1", ipv4},
+      {"CountryRegion", {{"0", "7", "31", "32", "33"}, {"8", "30", "34"}}},
+      {"HT_MCS:1", {{"0", "15", "32", "33"}, {"16", "31", "34"}}},
+      {"WscKeyASCII:1", {{"0", "1", "8", "63"}, {"2", "7", "64"}}},
+      {"RADIUS_Key:1",
+       {{text_of(8, 'x'), text_of(63, 'x'), text_of(64, 'f')}, {text_of(7, 'x'), text_of(64, 'x'), text_of(65, 'f')}}},
+      {"WdsList", {{four_of(kMac)}, {four_of(kMac) + ";" + kMac, four_of("00:11"), kMac}}},
+      {"WdsPhyMode", {{"CCK;OFDM;HTMIX;GREENFIELD"}, {"CCK;OFDM;HTMIX", four_of("VHT")}}},
+      {"WdsEncrypType", {{"NONE;WEP;TKIP;AES", four_of("AES")}, {"NONE;WEP;TKIP", four_of("GCMP256")}}},
+      {"WdsKey:1", {{text_of(8, 'x'), text_of(63, 'x'), text_of(64, 'f')}, {text_of(7, 'x'), text_of(64, 'x')}}},
+  };
+  rules["WirelessMode"] =
+      band == "2.4g"
+          ? Rule{{"0", "1", "3", "4", "5", "6", "7", "8", "9", "10", "16"}, {"2", "11", "15", "17"}}
+          : Rule{{"2", "3", "5", "8", "10", "11", "14", "15", "17"}, {"0", "1", "4", "6", "7", "9", "12", "16"}};
+  for (const char* const list : {"AckPolicy", "APACM", "APAifsn", "APCwmax", "APCwmin", "APTxop", "BSSACM", "BSSAifsn",
+                                 "BSSCwmax", "BSSCwmin", "BSSTxop"}) {
+    rules[list] = {{"0;1;2;3"}, {"0;1;2", "0;1;2;3;4", "0;1;2;x", "0;;2;3"}};
+  }
+  return rules;
+}
+
+Bounds bounds_of(const Json& keys, const std::string& band) {
+  Bounds bounds;
+  const std::map<std::string, Rule> rules = own_rules(band);
+  for (const Json& key : keys) {
+    if (add_by_words(key, &bounds)) continue;
+    const auto rule = rules.find(name_of(key));
+    if (rule == rules.end()) {
+      ADD_FAILURE() << "no values for " << key;
+      continue;
+    }
+    for (const std::string& value : rule->second.good) bounds.good.push_back({rule->first, value});
+    for (const std::string& value : rule->second.bad) bounds.bad.push_back({rule->first, value});
+  }
+  return bounds;
+}
+
+std::string assignments(const std::vector<Probe>& probes) {
+  std::string words;
+  for (const Probe& probe : probes) words += " '" + probe.key + "=" + probe.value + "'";
+  return words;
+}
+
+void expect_bounds(const std::string& band) {
+  const Bounds bounds = bounds_of(json_of("keys " + band)["data"]["keys"], band);
+  const std::vector<Result> steps = run_steps(
+      {"wlanctl set " + band + assignments(bounds.good), "wlanctl set --json " + band + assignments(bounds.bad)});
+  EXPECT_EQ(0, steps[0].status) << steps[0].err;
+  EXPECT_EQ(1, steps[1].status);
+  std::multiset<std::string> refused;
+  std::multiset<std::string> expected;
+  for (const Probe& probe : bounds.bad) expected.insert(probe.key);
+  for (const Json& problem : document_in(steps[1].out)["problems"]) refused.insert(problem["key"]);
+  EXPECT_EQ(expected, refused);
+}
+
+TEST(Keys, AreThoseOfTheLibrarysSources) {
+  const Result result = sim_test::shell(std::string("'") + PYTHON_PROGRAM + "' '" + SOURCE_FOLDER +
+                                        "/tests/wlanctl/key_rows.py' '" + SOURCE_FOLDER + "' 2>&1");
+  EXPECT_EQ(0, result.status) << result.out;
+}
+
+TEST(Keys, TheSettersOf24gTakeAndRefuseWhatIsSaid) {
+  expect_bounds("2.4g");
+}
+
+TEST(Keys, TheSettersOf5gTakeAndRefuseWhatIsSaid) {
+  expect_bounds("5g");
+}
+
+TEST(Keys, AreInTheDatFilesOfAGateway) {
+  const Json keys = json_of("keys")["data"]["keys"];
+  std::string script = "library_probe init 0 init 1 >/dev/null\n";
+  for (const Json& key : keys) {
+    for (const Json& band : key["bands"]) {
+      script += "wlanctl get " + band.get<std::string>() + " " + name_of(key) + " >/dev/null\n";
+    }
+  }
+  EXPECT_EQ("", run(script).err);
+}
+
+TEST(Keys, OfOneBandLeaveOutTheOthers) {
+  const std::vector<Result> steps = run_steps({"wlanctl keys 2.4g", "wlanctl keys 5g", "wlanctl keys"});
+  EXPECT_THAT(steps[0].out, HasSubstr("\nCountryRegion "));
+  EXPECT_THAT(steps[0].out, Not(HasSubstr("\nCountryRegionABand ")));
+  EXPECT_THAT(steps[1].out, Not(HasSubstr("\nCountryRegion ")));
+  EXPECT_THAT(steps[2].out, AllOf(HasSubstr("\nCountryRegion "), HasSubstr("\nCountryRegionABand ")));
+}
+
+TEST(Keys, NeedNoStore) {
+  const std::vector<Result> steps =
+      run_steps({"rm -r /etc/Wireless; wlanctl keys --json >/dev/null", "wc -l </proc/sysvipc/shm"});
+  EXPECT_EQ(0, steps[0].status);
+  EXPECT_EQ("1\n", steps[1].out);
+}
+
+TEST(Keys, RefuseABandThatIsNone) {
+  EXPECT_EQ(2, run("wlanctl keys 6g --json >/dev/null").status);
+}
+
+}  // namespace
+}  // namespace wlanctl_test

@@ -1,0 +1,126 @@
+// What other processes hold in the live store survives every verb, and no verb touches the other band.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <map>
+
+#include "wlanctl.h"
+
+namespace wlanctl_test {
+namespace {
+
+using testing::Contains;
+using testing::HasSubstr;
+
+// How each verb is called on 5G; a new one must be added. Other names than a verb's own begin with it.
+const std::map<std::string, std::string>& calls() {
+  static const std::map<std::string, std::string> all = {
+      {"show", "show 5g"},
+      {"get", "get 5g Channel"},
+      {"set", "set 5g Channel=40"},
+      {"keys", "keys 5g"},
+      {"diff", "diff 5g"},
+      {"save", "save 5g"},
+      {"revert", "revert 5g"},
+      {"check", "check /etc/Wireless/RT2860AP_AC/RT2860AP.dat"},
+      {"apply", "apply 5g"},
+      {"confirm", "confirm 5g"},
+      {"status", "status"},
+      {"stations", "stations 5g"},
+      {"neighbours", "neighbours 5g"},
+      {"wps", "wps pbc 5g 1"},
+      {"radio", "radio off 5g"},
+      {"led", "led blink"},
+      {"button", "button wps"},
+      {"calibration", "calibration read 5g"},
+      {"dump", "dump 5g"},
+      {"trace", "trace level 1"},
+      {"completion", "completion bash"},
+  };
+  return all;
+}
+
+// The verbs, as --help lists them.
+Words verbs() {
+  Words found;
+  bool listed = false;
+  for (const std::string& line : lines_of(sim_test::shell(std::string("'") + WLANCTL_PROGRAM + "' --help").out)) {
+    if (line == "Subcommands:") {
+      listed = true;
+    } else if (listed && line.rfind("  ", 0) == 0 && line[2] != ' ') {
+      found.push_back(line.substr(2, line.find(' ', 2) - 2));
+    } else if (line.empty()) {
+      listed = false;
+    }
+  }
+  return found;
+}
+
+// Another process with a change of both bands, unsaved. It lives until the file "done" is there, and then says what it
+// finds.
+constexpr char kHolder[] =
+    "library_probe init 0 init 1 set wifimgr_lib_set_ssid 0 1 Unsaved set wifimgr_lib_set_ssid 1 1 Unsaved5 run 0 "
+    "'touch held; until [ -e done ]; do sleep 0.05; done' get SSID1 0 1 get SSID1 1 1 >found & holder=$!\n"
+    "until [ -e held ]; do sleep 0.05; done\n";
+constexpr char kRelease[] = "touch done; wait $holder; tail -n 2 found\n";
+constexpr char kKept[] = "SSID1 0 Unsaved\nSSID1 0 Unsaved5\n";
+
+TEST(LiveStore, EveryVerbIsTried) {
+  const Words found = verbs();
+  EXPECT_THAT(found, Contains("show"));
+  for (const std::string& verb : found) EXPECT_EQ(1u, calls().count(verb)) << verb << ": how is it called?";
+}
+
+TEST(LiveStore, AnUnsavedChangeOfAnotherProcessSurvivesEveryVerb) {
+  std::string script = kHolder;
+  for (const std::string& verb : verbs()) {
+    if (verb == "revert") continue;  // which is asked to drop it
+    script += "timeout 20 wlanctl " + calls().at(verb) + " >/dev/null 2>&1 </dev/null\n";
+    script += "ssids=$(wlanctl get 2.4g SSID:1)$(wlanctl get 5g SSID:1)\n";
+    script += "[ $ssids = UnsavedUnsaved5 ] || echo " + verb + " $ssids\n";
+  }
+  EXPECT_EQ(kKept, run(script + kRelease).out);
+}
+
+TEST(LiveStore, NoVerbTouchesTheOtherBandsSegmentOrFile) {
+  std::string script = kHolder;
+  script +=
+      "state() { segment_bytes 0x12345 | md5sum; md5sum /etc/Wireless/RT2860AP/*; "
+      "ls -l --time-style=full-iso /etc/Wireless/RT2860AP; }\nbefore=$(state)\n";
+  for (const std::string& verb : verbs()) {
+    script += "timeout 20 wlanctl " + calls().at(verb) + " >/dev/null 2>&1 </dev/null\n";
+    script += "[ \"$(state)\" = \"$before\" ] || { echo " + verb + "; before=$(state); }\n";
+  }
+  EXPECT_EQ("SSID1 0 Unsaved\n", run(script + kRelease + "true").out.substr(0, 16));
+}
+
+TEST(LiveStore, IsAttachedNotMadeAnew) {
+  const Result result =
+      run(std::string(kHolder) + "before=$(cut -c 1-30 /proc/sysvipc/shm)\nwlanctl show >/dev/null\n" +
+          "[ \"$before\" = \"$(cut -c 1-30 /proc/sysvipc/shm)\" ] || echo anew\n" + kRelease);
+  EXPECT_EQ(kKept, result.out);
+}
+
+TEST(LiveStore, IsLoadedFromTheFileWhereThereIsNone) {
+  const std::vector<Result> steps = run_steps({"wlanctl get 2.4g SSID:1", "wlanctl set 2.4g SSID:1=Kitchen",
+                                               "wlanctl get 2.4g SSID:1", "wc -l </proc/sysvipc/shm"});
+  EXPECT_EQ("Gateway-Home\n", steps[0].out);
+  EXPECT_EQ("Kitchen\n", steps[2].out);
+  EXPECT_EQ("2\n", steps[3].out);  // the head and 2.4G's: nobody has asked for 5G
+}
+
+TEST(LiveStore, SaysThreeWhenThereIsNoneAndNoneCanBeMade) {
+  Words steps = {"rm -r /etc/Wireless"};
+  const Words verbs_of_a_store = {"show", "show 5g", "get 2.4g Channel", "set 2.4g Channel=1", "diff",
+                                  "save", "revert"};
+  for (const std::string& verb : verbs_of_a_store) steps.push_back("wlanctl " + verb + " --json");
+  steps.push_back("wlanctl show");
+  std::vector<Result> results = run_steps(steps);
+  EXPECT_THAT(results.back().err, HasSubstr("wlanctl: there is no store of 2.4g, and none can be made: "));
+  EXPECT_EQ(1u, lines_of(results.back().err).size());
+  results.erase(results.begin());
+  for (size_t i = 0; i < results.size(); ++i) EXPECT_EQ(3, results[i].status) << i << results[i].out;
+}
+
+}  // namespace
+}  // namespace wlanctl_test

@@ -1,0 +1,17 @@
+// The recording that the README shows.
+#include <gtest/gtest.h>
+
+#include "wlanctl.h"
+
+namespace wlanctl_test {
+namespace {
+
+TEST(Recording, IsWhatTheProgramDoes) {
+  const std::string folder = std::string(SOURCE_FOLDER) + "/wlanctl";
+  const Result now = sim_test::shell("'" + folder + "/recording.sh' '" + BUILD_FOLDER + "' 2>&1");
+  EXPECT_EQ(read_file(folder + "/recording.txt"), now.out)
+      << "bring it up to date: wlanctl/recording.sh BUILD_FOLDER >wlanctl/recording.txt";
+}
+
+}  // namespace
+}  // namespace wlanctl_test

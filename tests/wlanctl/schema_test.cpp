@@ -1,0 +1,155 @@
+// The documents of --json: one shape for all verbs, on success, on errors and with nothing to show. What a verb's data
+// is, the tests of the verb say; every document that they see is held against its schema.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "wlanctl.h"
+
+namespace wlanctl_test {
+namespace {
+
+using testing::HasSubstr;
+
+Words verbs() {
+  const std::string script =
+      std::string("'") + WLANCTL_PROGRAM + "' --help | sed -n '/^Subcommands:/,/^$/s/^  \\([a-z]*\\) .*/\\1/p'";
+  return lines_of(sim_test::shell(script).out);
+}
+
+std::string schema_path(const std::string& name) {
+  return std::string(SCHEMA_FOLDER) + "/" + name + ".json";
+}
+
+// What validate.py says of a document.
+Result judge(const Json& document) {
+  const TestFolder folder;
+  write_file(folder / "document.json", document.dump());
+  return sim_test::shell(std::string("'") + PYTHON_PROGRAM + "' '" + VALIDATE_SCRIPT + "' '" + SCHEMA_FOLDER + "' '" +
+                         (folder / "document.json") + "'");
+}
+
+Json plain_document() {
+  return {{"version", 1},
+          {"verb", "get"},
+          {"exit_code", 0},
+          {"data", {{"band", "2.4g"}, {"values", {{{"key", "Channel"}, {"index", -1}, {"value", 6}}}}}},
+          {"notes", Json::array()},
+          {"problems", Json::array()}};
+}
+
+TEST(Schema, EveryVerbHasOne) {
+  const Words all = verbs();
+  EXPECT_GT(all.size(), 20u);
+  for (const std::string& verb : all) EXPECT_TRUE(std::filesystem::exists(schema_path(verb))) << verb;
+}
+
+TEST(Schema, IsThereForVerbsOnly) {
+  Words known = verbs();
+  known.insert(known.end(), {"envelope", "usage"});
+  for (const auto& entry : std::filesystem::directory_iterator(SCHEMA_FOLDER)) {
+    EXPECT_THAT(known, testing::Contains(entry.path().stem().string()));
+  }
+}
+
+TEST(Schema, TakesADocumentThatIsRight) {
+  EXPECT_EQ(0, judge(plain_document()).status);
+}
+
+TEST(Schema, RefusesADocumentThatIsNot) {
+  const struct {
+    const char* what;
+    const char* where;
+    Json value;
+  } kRows[] = {
+      {"another version", "/version", 2},
+      {"a verb that is none", "/verb", "got"},
+      {"an exit code that is none", "/exit_code", 6},
+      {"a problem of a call that had none", "/problems/0", {{"message", "m"}, {"next", "n"}}},
+      {"failure without a problem", "/exit_code", 1},
+      {"a number as a text", "/data/values/0/index", "-1"},
+      {"a band that is none", "/data/band", "6g"},
+      {"no data of a call that worked", "/data", Json::object()},
+      {"more data than there is", "/data/more", 1},
+      {"an empty note", "/notes/0", ""},
+      {"more than the envelope", "/more", 1},
+  };
+  for (const auto& row : kRows) {
+    SCOPED_TRACE(row.what);
+    Json document = plain_document();
+    document[Json::json_pointer(row.where)] = row.value;
+    EXPECT_EQ(1, judge(document).status);
+  }
+}
+
+TEST(Schema, RefusesAProblemWithDetailsThatNobodyKnows) {
+  Json document = plain_document();
+  document["exit_code"] = 1;
+  document["problems"] = {{{"message", "m"}, {"next", "n"}, {"band", "5g"}}};
+  EXPECT_EQ(0, judge(document).status);
+  document["problems"][0]["colour"] = "red";
+  EXPECT_EQ(1, judge(document).status);
+}
+
+TEST(Json, IsOneDocumentForAVerbThatIsNone) {
+  const Json document = json_of("nonsense");
+  EXPECT_EQ("", document["verb"]);
+  EXPECT_EQ(2, document["exit_code"]);
+  EXPECT_EQ(1u, document["problems"].size());
+}
+
+TEST(Json, IsOneDocumentForNoVerb) {
+  EXPECT_EQ(2, json_of("")["exit_code"]);
+}
+
+// Each verb in turn, with an option that no verb has.
+TEST(Json, IsOneDocumentForWrongWordsOfAVerb) {
+  Words steps;
+  for (const std::string& verb : verbs()) steps.push_back("wlanctl " + verb + " --nonsense --json");
+  const std::vector<Result> results = run_steps(steps);
+  for (size_t i = 0; i < steps.size(); ++i) {
+    SCOPED_TRACE(steps[i]);
+    EXPECT_EQ(2, results[i].status);
+    EXPECT_EQ("", results[i].err);
+    const Json document = document_in(results[i].out);
+    EXPECT_EQ(2, document["exit_code"]);
+    EXPECT_NE("", document["verb"]);
+    EXPECT_NE("", document["problems"][0]["next"]);
+  }
+}
+
+TEST(Json, TakesItsOptionInFrontOfTheWordsToo) {
+  EXPECT_EQ("keys", document_in(run_steps({"wlanctl keys --json 2.4g"}).front().out)["verb"]);
+}
+
+// Whoever tells this from usage: the verb's words are refused before anything is opened.
+TEST(Json, OfWrongWordsLeavesNoStoreBehind) {
+  EXPECT_EQ("0\n", run("wlanctl show 3g --json >/dev/null; ipcs -m | grep -c 0x0001234").out);
+}
+
+TEST(Text, OfErrorsIsOneLineOnStandardError) {
+  Words steps;
+  for (const std::string& verb : verbs()) steps.push_back("wlanctl " + verb + " --nonsense");
+  const std::vector<Result> results = run_steps(steps);
+  for (size_t i = 0; i < steps.size(); ++i) {
+    SCOPED_TRACE(steps[i]);
+    EXPECT_EQ(2, results[i].status);
+    EXPECT_EQ("", results[i].out);
+    ASSERT_EQ(1u, lines_of(results[i].err).size()) << results[i].err;
+    EXPECT_THAT(results[i].err, testing::StartsWith("wlanctl: "));
+    EXPECT_THAT(results[i].err, HasSubstr("; wlanctl "));
+  }
+}
+
+TEST(Help, HasExamplesForEveryVerb) {
+  for (const std::string& verb : verbs()) {
+    const Result help = sim_test::shell(std::string("'") + WLANCTL_PROGRAM + "' " + verb + " --help");
+    EXPECT_EQ(0, help.status) << verb;
+    EXPECT_THAT(help.out, HasSubstr("Examples:\n"));
+    EXPECT_THAT(help.out, HasSubstr("  wlanctl " + verb)) << verb;
+  }
+}
+
+}  // namespace
+}  // namespace wlanctl_test

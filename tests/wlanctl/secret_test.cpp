@@ -1,0 +1,92 @@
+// Passphrases and keys: taken from where nobody looks on, and shown to nobody who does not ask.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "wlanctl.h"
+
+namespace wlanctl_test {
+namespace {
+
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::Not;
+
+// Every secret begins like that; none is a value of the dat files.
+constexpr char kSecret[] = "hush-hush";
+
+TEST(Secret, IsMaskedWhereverItIsShown) {
+  const std::vector<Result> steps = run_steps({
+      "printf 'hush-hush-1\\nhush-hush-2\\nhush-hush-3\\nhush-hush-4\\n' |"
+      " wlanctl set 2.4g WPAPSK:1=- Key1Str:1=- RADIUS_Key:1=- WdsKey:1=-",
+      "wlanctl set 2.4g WPAPSK:1=hush-hush-5 --json",
+      "wlanctl show 2.4g --json; wlanctl show; wlanctl show 2.4g 1",
+      "wlanctl diff --json; wlanctl diff 2.4g",
+      "wlanctl dump 2.4g --json; wlanctl dump 2.4g",
+      "wlanctl apply 2.4g --dry-run --json; wlanctl apply 2.4g --dry-run",
+      "wlanctl check --json /etc/Wireless/RT2860AP/RT2860AP.dat",
+      "wlanctl revert",
+  });
+  for (size_t i = 0; i < steps.size(); ++i) {
+    EXPECT_THAT(steps[i].out + steps[i].err, Not(HasSubstr(kSecret))) << i;
+  }
+  EXPECT_EQ(0, steps[0].status);
+  EXPECT_THAT(steps[0].out, HasSubstr("2.4g WPAPSK:1 = ********  (was ********)\n"));
+  EXPECT_THAT(steps[2].out, AllOf(HasSubstr("\"WPAPSK\": \"********\""), HasSubstr("\"WdsKey\": \"********\"")));
+  EXPECT_THAT(steps[3].out, HasSubstr("WPAPSK:1      ******** -> ******** (new)\n"));
+}
+
+TEST(Secret, IsShownToWhoAsks) {
+  const std::vector<Result> steps =
+      run_steps({"echo hush-hush-1 | wlanctl set 2.4g WPAPSK:1=-", "wlanctl show 2.4g 1 --secrets",
+                 "wlanctl diff 2.4g --secrets --json", "wlanctl get 2.4g WPAPSK:1"});
+  EXPECT_THAT(steps[1].out, HasSubstr("hush-hush-1"));
+  EXPECT_THAT(steps[2].out, AllOf(HasSubstr("hush-hush-1"), HasSubstr("sample-passphrase-1")));
+  EXPECT_EQ("hush-hush-1\n", steps[3].out);
+}
+
+TEST(Secret, IsNotInARefusal) {
+  const std::string longer = std::string(kSecret) + std::string(60, 'x');
+  const std::vector<Result> steps = run_steps({
+      "echo " + longer + " | wlanctl set 2.4g WPAPSK:1=-",
+      "echo " + longer + " >file; wlanctl set 2.4g --file WPAPSK:1=file --json",
+      "echo 'hush-hush$(reboot)' | wlanctl set 2.4g WPAPSK:1=- --json",
+      "echo 'hush-hush;x' | wlanctl set 2.4g RADIUS_Key:1=- Key1Str:1=hush-hush=",
+      "echo hush | wlanctl set 2.4g RADIUS_Key:1=-",
+      "wlanctl set 2.4g WPAPSK=hush-hush Nothing=hush-hush WPAPSK:9=hush-hush --json",
+      "wlanctl set 2.4g WPAPSK:1 hush-hush",
+  });
+  for (size_t i = 0; i < steps.size(); ++i) {
+    EXPECT_EQ(1, steps[i].status) << i << steps[i].out;
+    EXPECT_THAT(steps[i].out + steps[i].err, Not(HasSubstr("hush"))) << i;
+  }
+}
+
+// With the platform's debug trace switched on, a setter traces nothing of its values either way; the journal has what
+// ran, and the state files what is in force.
+TEST(Secret, IsInNoJournalTraceOrStateFile) {
+  const std::vector<Result> steps = run_steps(
+      {"library_probe init 0 level 8 >/dev/null",
+       "printf 'hush-hush-1\\nhush-hush-2\\n' | wlanctl set 2.4g WPAPSK:1=- Key1Str:1=- && wlanctl save",
+       "cat /run/gateway-sim/journal; cat /var/run/wlanctl* /proc/zq2810/dbg_msg /tmp/vexalib_dbg 2>/dev/null; true",
+       "grep -rl hush-hush /tmp /var /run /proc/zq2810 2>/dev/null; true",
+       "grep -c hush-hush /etc/Wireless/RT2860AP/*.dat"});
+  EXPECT_EQ(0, steps[1].status);
+  EXPECT_THAT(steps[1].out + steps[1].err + steps[2].out, Not(HasSubstr(kSecret)));
+  EXPECT_EQ("", steps[3].out);
+  EXPECT_EQ("2\n", steps[4].out);
+}
+
+TEST(Secret, IsMaskedOfEveryKeyThatHasOne) {
+  std::string script;
+  for (const Json& key : json_of("keys 2.4g")["data"]["keys"]) {
+    if (!key["secret"]) continue;
+    script += "wlanctl set 2.4g " + key["key"].get<std::string>() + ":1=hush-hush-9\n";
+  }
+  EXPECT_EQ(7u, lines_of(script).size());
+  const Result result = run(script + "wlanctl show 2.4g; wlanctl diff 2.4g");
+  EXPECT_EQ(0, result.status);
+  EXPECT_THAT(result.out + result.err, Not(HasSubstr(kSecret)));
+}
+
+}  // namespace
+}  // namespace wlanctl_test

@@ -1,0 +1,189 @@
+// set and get: the live store, all of the values or none.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "wlanctl.h"
+
+namespace wlanctl_test {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+
+constexpr char kInit[] = "library_probe init 0 init 1 >/dev/null";
+
+// The steps behind an initialised store.
+std::vector<Result> run_live(Words steps) {
+  steps.insert(steps.begin(), kInit);
+  std::vector<Result> results = run_steps(steps);
+  results.erase(results.begin());
+  return results;
+}
+
+Words keys_of(const Json& problems) {
+  Words keys;
+  for (const Json& problem : problems) keys.push_back(problem["key"]);
+  return keys;
+}
+
+TEST(Set, ChangesTheLiveStoreForAllProcesses) {
+  const auto steps = run_live({"wlanctl set 2.4g Channel=11 HideSSID:2=1",
+                               "segment_bytes 0x12345 | tr '\\0' '\\n' | grep -A1 -x Channel",
+                               "wlanctl get 2.4g Channel HideSSID:1 HideSSID:2"});
+  EXPECT_EQ(0, steps[0].status) << steps[0].err;
+  EXPECT_EQ("2.4g Channel = 11  (was 6)\n2.4g HideSSID:2 = 1  (was 0)\n", steps[0].out);
+  EXPECT_THAT(steps[1].out, HasSubstr("\n11\n"));
+  EXPECT_EQ("Channel     11\nHideSSID:1  0\nHideSSID:2  1\n", steps[2].out);
+}
+
+TEST(Set, DoesNotTouchTheDatFile) {
+  const auto steps =
+      run_live({"wlanctl set 2.4g SSID:1=Kitchen", "grep -c Kitchen /etc/Wireless/RT2860AP/RT2860AP.dat"});
+  EXPECT_EQ("0\n", steps[1].out);
+}
+
+TEST(Set, SaysWhatItChangedInJson) {
+  const auto steps = run_live({"wlanctl set 2.4g Channel=11 SSID:1=Kitchen --json"});
+  const Json document = document_in(steps[0].out);
+  EXPECT_EQ(Json::parse(R"([{"key":"Channel","index":-1,"before":6,"after":11},
+                            {"key":"SSID","index":1,"before":"Gateway-Home","after":"Kitchen"}])"),
+            document["data"]["changes"]);
+}
+
+TEST(Set, StoresNothingWhenOneIsRefused) {
+  const auto steps = run_live({"wlanctl set 2.4g Channel=11 HideSSID:1=2 SSID:1=Kitchen >/dev/null",
+                               "wlanctl get 2.4g Channel HideSSID:1 SSID:1"});
+  EXPECT_EQ(1, steps[0].status);
+  EXPECT_EQ("Channel     6\nHideSSID:1  0\nSSID:1      Gateway-Home\n", steps[1].out);
+}
+
+TEST(Set, ReportsAllRefusalsAtOnce) {
+  const auto steps = run_live({"wlanctl set 2.4g Channel=181 HideSSID:1=2 SSID:1=Kitchen HT_MCS:3=1 --json",
+                               "wlanctl set 2.4g Channel=181 HideSSID:1=2"});
+  const Json document = document_in(steps[0].out);
+  EXPECT_THAT(keys_of(document["problems"]), ElementsAre("Channel", "HideSSID:1", "HT_MCS:3"));
+  EXPECT_THAT(document["data"]["changes"], IsEmpty());
+  const Json problem = document["problems"][0];
+  EXPECT_EQ("181", problem["value"]);
+  EXPECT_EQ("The input channel is invalid.Please input from 0 to 180", problem["reason"]);
+  EXPECT_EQ("0 to 180", problem["accepted"]);
+  EXPECT_EQ("The ssid index should be from 1 to BssidNum:2.", document["problems"][2]["reason"]);
+  EXPECT_THAT(steps[1].out, IsEmpty());
+  EXPECT_THAT(
+      lines_of(steps[1].err),
+      ElementsAre("wlanctl: Channel cannot be \"181\": The input channel is invalid.Please input from 0 to 180; "
+                  "it takes 0 to 180",
+                  "wlanctl: HideSSID:1 cannot be \"2\": The HideSSID value should be 0 or 1.; it takes 0 or 1"));
+}
+
+TEST(Set, AValueMayDependOnOneBeforeIt) {
+  const auto steps = run_live({"wlanctl set 2.4g WirelessMode=4 HT_BW=1", "wlanctl set 2.4g WirelessMode=4 >/dev/null",
+                               "wlanctl set 2.4g HT_BW=1", "wlanctl set 2.4g WirelessMode=9 HT_BW=1",
+                               "wlanctl set 2.4g BssidNum=3 SSID:3=Cellar"});
+  EXPECT_EQ(1, steps[0].status);
+  EXPECT_EQ(1, steps[2].status);
+  EXPECT_EQ(0, steps[3].status);
+  EXPECT_EQ(0, steps[4].status);
+}
+
+TEST(Set, AFailedTryRunsNothingAndRemembersNothing) {
+  const auto steps = run_live({"wc -l </run/gateway-sim/journal", "wlanctl set 2.4g WscConfMode:1=1 Channel=999",
+                               "wc -l </run/gateway-sim/journal", "wlanctl set 2.4g WscConfMode:1=1 >/dev/null",
+                               "tail -n 1 /run/gateway-sim/journal | cut -f 2"});
+  EXPECT_EQ(1, steps[1].status);
+  EXPECT_EQ(steps[0].out, steps[2].out);
+  EXPECT_THAT(steps[4].out, HasSubstr("iwpriv ra0 set WscConfMode=1"));
+}
+
+TEST(Set, NamesWhatIsWrongWithAKey) {
+  const auto steps =
+      run_live({"wlanctl set 2.4g Chanel=6 HideSSID=1 Channel:1=6 HideSSID:9=1 CountryRegionABand=1 Channel"});
+  EXPECT_EQ(1, steps[0].status);
+  EXPECT_THAT(lines_of(steps[0].err),
+              ElementsAre("wlanctl: there is no key \"Chanel\"; do you mean Channel?",
+                          "wlanctl: HideSSID belongs to one ssid; write HideSSID:1",
+                          "wlanctl: Channel belongs to the whole band; leave out \":1\"",
+                          "wlanctl: \"9\" is no ssid of HideSSID; ssids are 1 to 8",
+                          "wlanctl: CountryRegionABand is no setting of 2.4g; set it on 5g",
+                          "wlanctl: \"Channel\" sets nothing; write KEY=VALUE or KEY:SSID=VALUE"));
+}
+
+TEST(Set, CapitalsOfAKeyAndABandDoNotMatter) {
+  EXPECT_EQ(0, run_live({"wlanctl set 2.4G channel=11"})[0].status);
+}
+
+TEST(Set, TakesValuesFromStandardInputALineEach) {
+  const auto steps = run_live({"printf 'Kitchen\\nCellar\\r\\n' | wlanctl set 2.4g SSID:1=- SSID:2=-",
+                               "wlanctl get 2.4g SSID:1 SSID:2", "printf 'one\\n' | wlanctl set 2.4g SSID:1=- SSID:2=-",
+                               "wlanctl get 2.4g SSID:1"});
+  EXPECT_EQ("SSID:1  Kitchen\nSSID:2  Cellar\n", steps[1].out);
+  EXPECT_EQ(1, steps[2].status);
+  EXPECT_EQ("wlanctl: standard input has no line for SSID:2; give one line for each \"-\"\n", steps[2].err);
+  EXPECT_EQ("Kitchen\n", steps[3].out);
+}
+
+TEST(Set, ADashIsADashWithLiteral) {
+  const auto steps = run_live({"wlanctl set 2.4g --literal SSID:1=- </dev/null", "wlanctl get 2.4g SSID:1"});
+  EXPECT_EQ("-\n", steps[1].out);
+}
+
+TEST(Set, TakesAValueFromAFile) {
+  const auto steps = run_live({"echo Kitchen >name; wlanctl set 2.4g --file SSID:1=name Channel=1",
+                               "wlanctl get 2.4g SSID:1", "wlanctl set 2.4g --file SSID:1=nowhere"});
+  EXPECT_EQ("Kitchen\n", steps[1].out);
+  EXPECT_EQ(1, steps[2].status);
+  EXPECT_THAT(steps[2].err, HasSubstr("cannot read a value for SSID:1 from nowhere; is the file there"));
+}
+
+TEST(Set, RefusesWhatTheDatFileCannotHoldUnlessForced) {
+  const std::string longest(149, 'x');
+  const auto steps =
+      run_live({"wlanctl set 2.4g SSID:1=a=b --json", "wlanctl set 2.4g SSID:1='a;b' --json",
+                "wlanctl set 2.4g SSID:1=\"$(printf 'a\\nb')\" --json", "wlanctl set 2.4g SSID:1=" + longest,
+                "wlanctl set 2.4g --json SSID:1=x" + longest, "wlanctl set 2.4g AutoChannelSkipList='1;2'",
+                "wlanctl set 2.4g --force SSID:1=a=b", "wlanctl get 2.4g SSID:1"});
+  for (const size_t refused : {0, 1, 2, 4}) EXPECT_EQ(1, steps[refused].status) << refused;
+  for (const size_t taken : {3, 5, 6}) EXPECT_EQ(0, steps[taken].status) << taken;
+  EXPECT_EQ("a=b\n", steps[7].out);
+}
+
+TEST(Set, ForceDoesNotForceTheLibrary) {
+  EXPECT_EQ(1, run_live({"wlanctl set 2.4g --force Channel=181"})[0].status);
+}
+
+TEST(Set, SaysTwoForWrongWords) {
+  for (const Result& step : run_live({"wlanctl set --json", "wlanctl set 6g Channel=1 --json",
+                                      "wlanctl set 2.4g --json", "wlanctl set 2.4g Channel=1 --nonsense --json"})) {
+    EXPECT_EQ(2, step.status) << step.out;
+  }
+}
+
+TEST(Get, PrintsOneValueBare) {
+  EXPECT_EQ("6\n", run_live({"wlanctl get 2.4g Channel"})[0].out);
+}
+
+TEST(Get, NumbersAreNumbersAndTextsAreTexts) {
+  const auto steps = run_live({"wlanctl set 2.4g SSID:1=42 >/dev/null", "wlanctl get 2.4g Channel SSID:1 --json"});
+  EXPECT_EQ(Json::parse(R"([{"key":"Channel","index":-1,"value":6},{"key":"SSID","index":1,"value":"42"}])"),
+            document_in(steps[1].out)["data"]["values"]);
+}
+
+TEST(Get, SaysWhatIsNotInTheDatFile) {
+  const TestFolder folder;
+  write_file(folder / "radio.dat", "Default\nBssidNum=1\nSSID1=a\n");
+  const auto steps = run_steps({"wlanctl get 2.4g SSID:1 Channel --json", "wlanctl get 2.4g Nonsense --json"},
+                               {"--dat24", folder / "radio.dat"});
+  EXPECT_EQ(1, steps[0].status);
+  EXPECT_EQ(1u, document_in(steps[0].out)["data"]["values"].size());
+  EXPECT_THAT(steps[0].out, HasSubstr("Channel is not in the dat file of 2.4g"));
+  EXPECT_EQ(1, steps[1].status);
+}
+
+TEST(Get, SaysTwoForWrongWords) {
+  for (const Result& step : run_live({"wlanctl get --json", "wlanctl get 2.4g --json"})) EXPECT_EQ(2, step.status);
+}
+
+}  // namespace
+}  // namespace wlanctl_test

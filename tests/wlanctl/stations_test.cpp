@@ -1,0 +1,167 @@
+// wlanctl stations and neighbours.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "wlanctl.h"
+
+namespace wlanctl_test {
+namespace {
+
+using testing::HasSubstr;
+
+TEST(Stations, ListsThoseOfBothBandsByInterface) {
+  const Json document = json_of("stations", "simctl station add rai1 02:aa:bb:cc:dd:02 rrm=7300000000000000 btm=05");
+  EXPECT_EQ(0, document["exit_code"]);
+  const Json bands = document["data"]["bands"];
+  EXPECT_EQ(2u, bands[0]["ssids"][0]["stations"].size());
+  EXPECT_EQ(Json::array(), bands[0]["ssids"][1]["stations"]);
+  EXPECT_EQ(Json::parse(R"({"ssid": 2, "interface": "rai1", "name": "Gateway-Guest-5G", "stations":
+                            [{"mac": "02:aa:bb:cc:dd:02", "can_11k": true, "features_11v": 5}]})"),
+            bands[1]["ssids"][1]);
+}
+
+TEST(Stations, ABandOrAnSsidCanBeNamed) {
+  const std::vector<Result> results = run_steps({"wlanctl stations 5g --json", "wlanctl stations 2.4g 2 --json"});
+  const Json of_band = document_in(results[0].out)["data"]["bands"];
+  ASSERT_EQ(1u, of_band.size());
+  EXPECT_EQ("5g", of_band[0]["band"]);
+  const Json of_ssid = document_in(results[1].out)["data"]["bands"];
+  ASSERT_EQ(1u, of_ssid[0]["ssids"].size());
+  EXPECT_EQ(2, of_ssid[0]["ssids"][0]["ssid"]);
+}
+
+TEST(Stations, OneThatTheDriverListsTwiceIsShownOnce) {
+  const Json document = json_of("stations 2.4g 1",
+                                "simctl station remove ra0 all;"
+                                "simctl station add ra0 02:aa:bb:cc:dd:01 marker=0x0100");
+  EXPECT_EQ(1u, document["data"]["bands"][0]["ssids"][0]["stations"].size());
+}
+
+TEST(Stations, NobodyIsAnEmptyList) {
+  const std::vector<Result> results =
+      run_steps({"simctl station remove ra0 all; wlanctl stations 2.4g --json", "wlanctl stations 2.4g"});
+  EXPECT_EQ(Json::array(), document_in(results[0].out)["data"]["bands"][0]["ssids"][0]["stations"]);
+  EXPECT_EQ(0, results[0].status);
+  EXPECT_EQ("no stations\n", results[1].out);
+  EXPECT_EQ("", results[1].err);
+}
+
+TEST(Stations, AListThatTheDriverRefusesIsNull) {
+  const Json document = json_of("stations 2.4g", "simctl fail stations EIO ra1");
+  EXPECT_EQ(5, document["exit_code"]);
+  EXPECT_EQ(2u, document["data"]["bands"][0]["ssids"][0]["stations"].size());
+  EXPECT_TRUE(document["data"]["bands"][0]["ssids"][1]["stations"].is_null());
+}
+
+TEST(Stations, WhatTheDriverDoesNotTellOfAStationIsNull) {
+  const Json document = json_of("stations 5g 1", "simctl fail 11k EIO");
+  EXPECT_EQ(5, document["exit_code"]);
+  const Json station = document["data"]["bands"][0]["ssids"][0]["stations"][0];
+  EXPECT_TRUE(station["can_11k"].is_null());
+  EXPECT_EQ(1, station["features_11v"]);
+}
+
+TEST(Stations, FeaturesAreAskedOfTheFirstFourSsidsOnly) {
+  const TestFolder folder;
+  write_file(folder / "dat", sim_test::dat_text(5, "1;1;1;1;1", "SSID5=Five\n"));
+  const Json document =
+      json_of("stations 2.4g 5", "simctl station add ra4 02:aa:bb:cc:dd:01", {"--dat24", folder / "dat"});
+  EXPECT_EQ(0, document["exit_code"]);
+  const Json station = document["data"]["bands"][0]["ssids"][0]["stations"][0];
+  EXPECT_TRUE(station["can_11k"].is_null());
+  EXPECT_TRUE(station["features_11v"].is_null());
+}
+
+TEST(Stations, AnSsidThatTheBandLacksIsRefused) {
+  const Json document = json_of("stations 2.4g 3");
+  EXPECT_EQ(1, document["exit_code"]);
+  EXPECT_EQ(3, document["problems"][0]["ssid"]);
+}
+
+TEST(Stations, AnSsidThatWaitsForAnApplyIsNotedAndNull) {
+  const Json document = json_of("stations 2.4g", "wlanctl set 2.4g BssidNum=3");
+  EXPECT_EQ(0, document["exit_code"]);
+  EXPECT_TRUE(document["data"]["bands"][0]["ssids"][2]["stations"].is_null());
+  EXPECT_EQ(1u, document["notes"].size());
+}
+
+TEST(Stations, ABandWithoutDriverIsAProblem) {
+  const Json document = json_of("stations 5g", "", {"--chips", "7603"});
+  EXPECT_EQ(5, document["exit_code"]);
+  EXPECT_EQ(1u, document["problems"].size());
+  EXPECT_TRUE(document["data"]["bands"][0]["ssids"][0]["stations"].is_null());
+}
+
+TEST(Stations, WrongWordsAreUsage) {
+  const std::vector<Result> results = run_steps({"wlanctl stations 3g", "wlanctl stations 2.4g 9"});
+  EXPECT_EQ(2, results[0].status);
+  EXPECT_EQ(2, results[1].status);
+}
+
+TEST(Neighbours, AreListedTheStrongestFirst) {
+  const Json document = json_of("neighbours 2.4g",
+                                "simctl neighbour remove 2.4G all;"
+                                "simctl neighbour add 2.4G 02:11:22:33:44:01 signal=-70 channel=1 ssid=Weak wps=1;"
+                                "simctl neighbour add 2.4G 02:11:22:33:44:02 signal=-40 channel=13 ssid='A B' "
+                                "security=WPA3PSK/AES");
+  EXPECT_EQ(0, document["exit_code"]);
+  const Json list = document["data"]["bands"][0]["neighbours"];
+  ASSERT_EQ(2u, list.size());
+  Json first = list[0];
+  EXPECT_TRUE(first["age_seconds"].is_number_unsigned());
+  first.erase("age_seconds");
+  EXPECT_EQ(Json::parse(R"({"bssid": "02:11:22:33:44:02", "ssid": "A B", "channel": 13, "signal_dbm": -40,
+                            "security": "WPA3PSK/AES", "mode": "11b/g/n/ax", "wps": false})"),
+            first);
+  EXPECT_EQ(true, list[1]["wps"]);
+}
+
+TEST(Neighbours, BothBandsAreShownWithoutAName) {
+  const Json document = json_of("neighbours");
+  EXPECT_EQ(2u, document["data"]["bands"].size());
+  EXPECT_EQ("", document["data"]["bands"][1]["neighbours"][2]["ssid"]) << "a hidden one has no name";
+}
+
+TEST(Neighbours, NobodyIsAnEmptyList) {
+  const std::vector<Result> results =
+      run_steps({"simctl neighbour remove 5G all; wlanctl neighbours 5g --json", "wlanctl neighbours 5g"});
+  EXPECT_EQ(Json::array(), document_in(results[0].out)["data"]["bands"][0]["neighbours"]);
+  EXPECT_EQ("5g: 0 neighbours\n", results[1].out);
+}
+
+TEST(Neighbours, ATableThatTheDriverRefusesIsNullAndTheOtherBandIsShown) {
+  const Json document = json_of("neighbours", "simctl fail neighbours EIO ra0");
+  EXPECT_EQ(5, document["exit_code"]);
+  EXPECT_TRUE(document["data"]["bands"][0]["neighbours"].is_null());
+  EXPECT_EQ(3u, document["data"]["bands"][1]["neighbours"].size());
+}
+
+TEST(Neighbours, ATableOfAnotherLayoutIsNotShown) {
+  const std::vector<Result> results =
+      run_steps({"simctl neighbour add 2.4G 02:11:22:33:44:01 signal=-300; wlanctl neighbours 2.4g --json",
+                 "simctl neighbour remove 2.4G all; simctl neighbour add 2.4G 02:11:22:33:44:01 channel=0;"
+                 "wlanctl neighbours 2.4g --json",
+                 "simctl neighbour remove 2.4G all; simctl neighbour add 2.4G 03:11:22:33:44:01;"
+                 "wlanctl neighbours 2.4g --json"});
+  for (const Result& result : results) {
+    EXPECT_EQ(5, result.status);
+    const Json document = document_in(result.out);
+    EXPECT_TRUE(document["data"]["bands"][0]["neighbours"].is_null());
+    EXPECT_THAT(document["problems"][0]["message"].get<std::string>(), HasSubstr("not laid out as expected"));
+  }
+}
+
+TEST(Neighbours, ANameThatIsNoUtf8IsStillADocument) {
+  const Json document =
+      json_of("neighbours 2.4g", "simctl neighbour add 2.4G 02:11:22:33:44:01 signal=-10 ssid=\"$(printf 'x\\377')\"");
+  EXPECT_EQ("x\xef\xbf\xbd", document["data"]["bands"][0]["neighbours"][0]["ssid"]);
+}
+
+TEST(Neighbours, ABandWithoutDriverIsAProblem) {
+  const Json document = json_of("neighbours 5g", "", {"--chips", "7603"});
+  EXPECT_EQ(5, document["exit_code"]);
+  EXPECT_TRUE(document["data"]["bands"][0]["neighbours"].is_null());
+}
+
+}  // namespace
+}  // namespace wlanctl_test

@@ -1,0 +1,13 @@
+// Passphrases and keys taken out of what the library writes, for showing it.
+#pragma once
+
+#include <string>
+
+namespace wlanctl {
+
+std::string masked_dat_line(const std::string& line);
+
+// Of a driver's script, as a whole: a value may go over several lines.
+std::string masked_script(const std::string& script);
+
+}  // namespace wlanctl
