@@ -7,7 +7,7 @@ set -eu
 build="g++ cmake ninja-build"
 demo="$build net-tools bridge-utils"
 test="$demo libgtest-dev libgmock-dev abigail-tools pkg-config"
-wlanctl="$test libcli11-dev nlohmann-json3-dev python3-jsonschema"
+wlanctl="$test libcli11-dev nlohmann-json3-dev python3-jsonschema zsh"
 arm64="$build g++-aarch64-linux-gnu googletest qemu-user-static"
 test_arm64="$arm64 $test"
 musl="$test musl-tools"

@@ -92,7 +92,7 @@ void show_session(Report& report, Band band, const ServedSsid& ssid) {
   const int mode = wps_setting(band, "WscConfMode", ssid.number);
   report.text() << label_of(band) << " SSID " << ssid.number << " (" << ssid.interface << "): WPS "
                 << word_for_wps(session.state) << (session.peer ? " with " + *session.peer : std::string()) << ", mode "
-                << mode << ", the gateway's own PIN " << pin.value_or("-") << '\n';
+                << mode << ", PIN " << pin.value_or("-") << '\n';
   Json shown = {{"band", label_of(band)}, {"ssid", ssid.number}, {"interface", ssid.interface}, {"mode", mode}};
   shown.update(json_of(session));
   shown["pin"] = json_or_null(pin);

@@ -61,7 +61,7 @@ TEST(RadioSwitch, AnInterfaceThatDoesNotFollowIsAProblem) {
 }
 
 TEST(RadioSwitch, ABandWithoutDriverIsAProblem) {
-  const Json document = json_of("radio on 5g", "", {"--chips", "7603"});
+  const Json document = json_of("radio on 5g", "rmmod mt7662e_ap", {"--chips", "7603,7612"});
   EXPECT_EQ(5, document["exit_code"]);
   EXPECT_EQ(1u, document["problems"].size());
 }

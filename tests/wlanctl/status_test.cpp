@@ -113,7 +113,7 @@ TEST(Status, WhatTheLibraryPrintsIsNoOutputOfTheTool) {
 }
 
 TEST(Status, ABandWithoutDriverIsOneProblemAndTheOtherIsShown) {
-  const Json document = json_of("status", "", {"--chips", "7603"});
+  const Json document = json_of("status", "rmmod mt7662e_ap", {"--chips", "7603,7612"});
   EXPECT_EQ(5, document["exit_code"]);
   ASSERT_EQ(1u, document["problems"].size());
   EXPECT_EQ("5g: there is no rai0", document["problems"][0]["message"]);
