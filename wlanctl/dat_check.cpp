@@ -230,9 +230,10 @@ std::vector<DatFinding> check_dat(const std::string& bytes, const std::vector<Ba
 
 std::optional<Band> band_of_dat_path(const std::string& path) {
   const std::filesystem::path file(path);
-  for (const Band band : kBands) {
-    const std::filesystem::path folder = std::filesystem::path(dat_path_of(band)).parent_path().filename();
-    if (file.parent_path().filename() == folder || file.stem() == folder) return band;
+  for (const std::filesystem::path& name : {file.parent_path().filename(), file.stem()}) {
+    for (const Band band : kBands) {
+      if (name == std::filesystem::path(dat_path_of(band)).parent_path().filename()) return band;
+    }
   }
   return std::nullopt;
 }

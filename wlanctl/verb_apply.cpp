@@ -209,19 +209,21 @@ int apply(const Words& words, Context& context) {
 }
 
 constexpr char kFooter[] =
-    "The whole store of the band comes into force: values that depend on others are made\n"
-    "consistent, the dat file is written, the interfaces are restarted when a setting\n"
-    "needs it, and the driver is told the rest. With nothing changed nothing is run.\n\n"
+    "The whole store of the band comes into force: values that depend on others\n"
+    "are made consistent, the dat file is written, the interfaces are restarted\n"
+    "when a setting needs it, and the driver is told the rest. With nothing changed\n"
+    "nothing is run.\n\n"
     "--confirm: before it begins, the dat file and the settings in force are kept in\n"
     "/var/run/wlanctl-pending-BAND, and a guardian starts, a process of its own that\n"
-    "neither ^C nor a lost connection ends. Unless wlanctl confirm comes within SECONDS\n"
-    "after the apply, the guardian puts both back and restarts the interfaces; also\n"
-    "when the apply is killed in the middle, at once then. Should the guardian be killed\n"
-    "too, the next wlanctl that works on the band takes its place. A reboot ends the\n"
-    "waiting and leaves what the dat file says by then.\n\n"
+    "neither ^C nor a lost connection ends. Unless wlanctl confirm comes within\n"
+    "SECONDS after the apply, the guardian puts both back and restarts the\n"
+    "interfaces; should the apply be killed in the middle, at once. When the\n"
+    "guardian is killed too, the next wlanctl that works on the band takes its\n"
+    "place. What was set meanwhile is gone then. A reboot ends the waiting, and\n"
+    "leaves what the dat file says by then.\n\n"
     "Examples:\n"
     "  wlanctl apply 2.4g --dry-run\n"
-    "  wlanctl apply 2.4g --confirm 60 && ping -c3 192.168.1.1 && wlanctl confirm 2.4g";
+    "  wlanctl apply 2.4g --confirm 60 && ping -c3 192.168.1.2 && wlanctl confirm";
 
 }  // namespace
 
@@ -230,9 +232,9 @@ void add_apply(CLI::App& app, Context& context) {
       app, context, "apply", "Bring the live store into force: dat file, interfaces, driver",
       [](CLI::App& verb, Words& words) {
         add_band(verb, words.band);
-        verb.add_flag("--dry-run", words.dry_run, "Only show command lines, dat file and scripts; touch nothing");
+        verb.add_flag("--dry-run", words.dry_run, "Show what would be run and written; touch nothing");
         verb.add_flag("--secrets", words.secrets, "Show passphrases and keys in a dry run");
-        verb.add_option("--confirm", words.confirm_seconds, "Put all back unless wlanctl confirm comes in time")
+        verb.add_option("--confirm", words.confirm_seconds, "Put all back unless wlanctl confirm comes")
             ->type_name("SECONDS")
             ->check(CLI::Range(1U, kLongestWait));
         verb.add_flag("--force", words.force, "Apply values that a shell would act on");

@@ -16,6 +16,7 @@ struct Words {
   std::string band;
   int ssid = 0;
   std::string pin;
+  CLI::Option* pin_option = nullptr;
   bool force = false;
   unsigned wait_seconds = 10;
 };
@@ -159,7 +160,7 @@ int push_button(const Words& words, Context& context) {
 }
 
 int enrol_by_pin(const Words& words, Context& context) {
-  if (words.pin.empty()) return start(words, context, kByPin, kOwnPin);
+  if (words.pin_option->count() == 0) return start(words, context, kByPin, kOwnPin);
   const std::optional<uint32_t> pin = parse_pin(words, context.report);
   return pin ? start(words, context, kByPin, *pin) : kRefused;
 }
@@ -203,7 +204,7 @@ void add_wps(CLI::App& app, Context& context) {
       *wps, context, "pin", "Let a station in by its PIN or the gateway's",
       [](CLI::App& verb, Words& words) {
         add_ssid(verb, words);
-        verb.add_option("PIN", words.pin, "Without it, the one that status shows");
+        words.pin_option = verb.add_option("PIN", words.pin, "Without it, the one that status shows");
         verb.add_flag("--force", words.force, "Whatever its length and check digit");
         add_wait(verb, words);
         verb.footer("Examples:\n  wlanctl wps pin 5g 1 12345670\n  wlanctl wps pin 5g 1");

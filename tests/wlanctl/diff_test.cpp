@@ -49,8 +49,8 @@ TEST(Diff, WhatIsNotWatchedWeighsNothingAndIsShown) {
 }
 
 TEST(Diff, MeasuresAgainstWhatIsInForceAlsoAfterASave) {
-  const std::vector<Result> steps = run_steps(
-      {"wlanctl set 2.4g SSID:1=Kitchen >/dev/null; wlanctl save 2.4g >/dev/null", "wlanctl diff 2.4g --json"});
+  const std::vector<Result> steps =
+      run_steps({"wlanctl set 2.4g Channel=11 >/dev/null; wlanctl save 2.4g >/dev/null", "wlanctl diff 2.4g --json"});
   EXPECT_THAT(band_of(steps[1])["changes"], IsEmpty());
   EXPECT_EQ("radio", band_of(steps[1])["apply"]);
 }

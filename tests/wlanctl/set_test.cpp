@@ -30,7 +30,7 @@ Words keys_of(const Json& problems) {
 
 TEST(Set, ChangesTheLiveStoreForAllProcesses) {
   const auto steps = run_live({"wlanctl set 2.4g Channel=11 HideSSID:2=1",
-                               "segment_bytes 0x12345 | tr '\\0' '\\n' | grep -A1 -x Channel",
+                               "segment_bytes 0x12345 | tr -s '\\0' '\\n' | grep -A1 -x Channel",
                                "wlanctl get 2.4g Channel HideSSID:1 HideSSID:2"});
   EXPECT_EQ(0, steps[0].status) << steps[0].err;
   EXPECT_EQ("2.4g Channel = 11  (was 6)\n2.4g HideSSID:2 = 1  (was 0)\n", steps[0].out);

@@ -1,4 +1,4 @@
-// wlanctl stations and neighbours.
+// wlanctl stations.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -6,8 +6,6 @@
 
 namespace wlanctl_test {
 namespace {
-
-using testing::HasSubstr;
 
 TEST(Stations, ListsThoseOfBothBandsByInterface) {
   const Json document = json_of("stations", "simctl station add rai1 02:aa:bb:cc:dd:02 rrm=7300000000000000 btm=05");
@@ -92,75 +90,17 @@ TEST(Stations, ABandWithoutDriverIsAProblem) {
   EXPECT_TRUE(document["data"]["bands"][0]["ssids"][0]["stations"].is_null());
 }
 
+TEST(Stations, ListFitsATerminalOfEightyColumns) {
+  const Result result =
+      run("wlanctl set 2.4g SSID:1=abcdefghijklmnopqrstuvwxyz012345 >&2; wlanctl stations 2.4g; wlanctl status");
+  EXPECT_THAT(result.out, testing::HasSubstr("0x01  abcdefghijklmnopqrstuvwxyz012345\n"));
+  for (const std::string& line : lines_of(result.out)) EXPECT_LE(line.size(), 80u) << line;
+}
+
 TEST(Stations, WrongWordsAreUsage) {
   const std::vector<Result> results = run_steps({"wlanctl stations 3g", "wlanctl stations 2.4g 9"});
   EXPECT_EQ(2, results[0].status);
   EXPECT_EQ(2, results[1].status);
-}
-
-TEST(Neighbours, AreListedTheStrongestFirst) {
-  const Json document = json_of("neighbours 2.4g",
-                                "simctl neighbour remove 2.4G all;"
-                                "simctl neighbour add 2.4G 02:11:22:33:44:01 signal=-70 channel=1 ssid=Weak wps=1;"
-                                "simctl neighbour add 2.4G 02:11:22:33:44:02 signal=-40 channel=13 ssid='A B' "
-                                "security=WPA3PSK/AES");
-  EXPECT_EQ(0, document["exit_code"]);
-  const Json list = document["data"]["bands"][0]["neighbours"];
-  ASSERT_EQ(2u, list.size());
-  Json first = list[0];
-  EXPECT_TRUE(first["age_seconds"].is_number_unsigned());
-  first.erase("age_seconds");
-  EXPECT_EQ(Json::parse(R"({"bssid": "02:11:22:33:44:02", "ssid": "A B", "channel": 13, "signal_dbm": -40,
-                            "security": "WPA3PSK/AES", "mode": "11b/g/n/ax", "wps": false})"),
-            first);
-  EXPECT_EQ(true, list[1]["wps"]);
-}
-
-TEST(Neighbours, BothBandsAreShownWithoutAName) {
-  const Json document = json_of("neighbours");
-  EXPECT_EQ(2u, document["data"]["bands"].size());
-  EXPECT_EQ("", document["data"]["bands"][1]["neighbours"][2]["ssid"]) << "a hidden one has no name";
-}
-
-TEST(Neighbours, NobodyIsAnEmptyList) {
-  const std::vector<Result> results =
-      run_steps({"simctl neighbour remove 5G all; wlanctl neighbours 5g --json", "wlanctl neighbours 5g"});
-  EXPECT_EQ(Json::array(), document_in(results[0].out)["data"]["bands"][0]["neighbours"]);
-  EXPECT_EQ("5g: 0 neighbours\n", results[1].out);
-}
-
-TEST(Neighbours, ATableThatTheDriverRefusesIsNullAndTheOtherBandIsShown) {
-  const Json document = json_of("neighbours", "simctl fail neighbours EIO ra0");
-  EXPECT_EQ(5, document["exit_code"]);
-  EXPECT_TRUE(document["data"]["bands"][0]["neighbours"].is_null());
-  EXPECT_EQ(3u, document["data"]["bands"][1]["neighbours"].size());
-}
-
-TEST(Neighbours, ATableOfAnotherLayoutIsNotShown) {
-  const std::vector<Result> results =
-      run_steps({"simctl neighbour add 2.4G 02:11:22:33:44:01 signal=-300; wlanctl neighbours 2.4g --json",
-                 "simctl neighbour remove 2.4G all; simctl neighbour add 2.4G 02:11:22:33:44:01 channel=0;"
-                 "wlanctl neighbours 2.4g --json",
-                 "simctl neighbour remove 2.4G all; simctl neighbour add 2.4G 03:11:22:33:44:01;"
-                 "wlanctl neighbours 2.4g --json"});
-  for (const Result& result : results) {
-    EXPECT_EQ(5, result.status);
-    const Json document = document_in(result.out);
-    EXPECT_TRUE(document["data"]["bands"][0]["neighbours"].is_null());
-    EXPECT_THAT(document["problems"][0]["message"].get<std::string>(), HasSubstr("not laid out as expected"));
-  }
-}
-
-TEST(Neighbours, ANameThatIsNoUtf8IsStillADocument) {
-  const Json document =
-      json_of("neighbours 2.4g", "simctl neighbour add 2.4G 02:11:22:33:44:01 signal=-10 ssid=\"$(printf 'x\\377')\"");
-  EXPECT_EQ("x\xef\xbf\xbd", document["data"]["bands"][0]["neighbours"][0]["ssid"]);
-}
-
-TEST(Neighbours, ABandWithoutDriverIsAProblem) {
-  const Json document = json_of("neighbours 5g", "rmmod mt7662e_ap", {"--chips", "7603,7612"});
-  EXPECT_EQ(5, document["exit_code"]);
-  EXPECT_TRUE(document["data"]["bands"][0]["neighbours"].is_null());
 }
 
 }  // namespace

@@ -106,7 +106,6 @@ TEST(Wps, APinThatIsNoNumberIsRefusedEvenIfForced) {
   for (const char* const pin : {"'1;id'", "12x45670", "-5", "00000000", "4294967296", "99999999999999999999", "''"}) {
     SCOPED_TRACE(pin);
     const Result result = run(calls_of(std::string("pin --force 2.4g 1 -- ") + pin));
-    if (std::string(pin) == "''") continue;  // as if there was none
     EXPECT_THAT(lines_of(result.out), ElementsAre("1"));
   }
 }
