@@ -203,9 +203,10 @@ TEST(Apply, NeverPrintsAPassphrase) {
   EXPECT_THAT(result.out + result.err, Not(HasSubstr("correct-horse")));
 }
 
-TEST(Apply, GoesOnWhenItsTerminalHangsUp) {
+TEST(Apply, GoesOnWhenItsTerminalHangsUpOrSomebodyEndsIt) {
   const Result result = run_story(
-      "printf '#!/bin/sh\\nkill -HUP $(cat pid); exec /real/ifconfig \"$@\"\\n' | stand_in ifconfig;"
+      "printf '#!/bin/sh\\nkill -HUP $(cat pid); kill -TERM $(cat pid); exec /real/ifconfig \"$@\"\\n' | stand_in "
+      "ifconfig;"
       "wlanctl set 2.4g Channel=1; wlanctl apply 2.4g & echo $! >pid; wait $!; echo == again; wlanctl apply 2.4g;"
       "echo == dat; grep ^Channel= " +
       std::string(kDat));

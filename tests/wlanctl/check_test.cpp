@@ -196,7 +196,8 @@ TEST(Check, WhatItCallsLeftOutIsWhatASaveLeavesOut) {
       run_steps({"wlanctl check --json " + file, "library_probe init 0 save 0", "cat " + file},
                 {"--dat24", folder / "radio.dat"});
   Words lost;
-  for (const Json& finding : document_in(steps[0].out)["data"]["files"][0]["findings"]) {
+  const Json document = document_in(steps[0].out);
+  for (const Json& finding : document["data"]["files"][0]["findings"]) {
     if (finding["kind"] == "left-out") lost.push_back(finding["key"]);
   }
   EXPECT_THAT(lost, ElementsAre("SSID3", "SSID9", "WPAPSK3", "AccessPolicy2"));

@@ -16,7 +16,9 @@ std::string installed(const std::string& file) {
 }
 
 Json keys() {
-  return document_in(sim_test::shell(std::string("'") + WLANCTL_PROGRAM + "' keys --json").out)["data"]["keys"];
+  const std::string document = sim_test::shell(std::string("'") + WLANCTL_PROGRAM + "' keys --json").out;
+  validate_text(document);
+  return document_in(document)["data"]["keys"];
 }
 
 const std::string kAll = kInsertAll;
@@ -44,9 +46,7 @@ TEST(Completion, RefusesAShellThatItDoesNotKnow) {
 // The rest runs in each shell.
 class Tab : public testing::TestWithParam<Shell> {
  protected:
-  void SetUp() override {
-    ASSERT_TRUE(is_there(GetParam())) << "Debian packages bash and zsh";
-  }
+  void SetUp() override { ASSERT_TRUE(is_there(GetParam())) << "Debian packages bash and zsh"; }
   std::string typed(const std::string& line) const { return type(GetParam(), {line}).front(); }
 
   // The words that zsh offers: bash has everything up to the last : or = in the line only once.

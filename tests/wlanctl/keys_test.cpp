@@ -141,7 +141,8 @@ void expect_bounds(const std::string& band) {
   std::multiset<std::string> refused;
   std::multiset<std::string> expected;
   for (const Probe& probe : bounds.bad) expected.insert(probe.key);
-  for (const Json& problem : document_in(steps[1].out)["problems"]) refused.insert(problem["key"]);
+  const Json document = document_in(steps[1].out);
+  for (const Json& problem : document["problems"]) refused.insert(problem["key"]);
   EXPECT_EQ(expected, refused);
 }
 

@@ -1,6 +1,7 @@
 // The documents of --json: one shape for all verbs, on success, on errors and with nothing to show. What a verb's data
 // is, the tests of the verb say; every document that they see is held against its schema.
 #include <gmock/gmock.h>
+#include <gtest/gtest-spi.h>
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -90,6 +91,20 @@ TEST(Schema, RefusesAProblemWithDetailsThatNobodyKnows) {
   EXPECT_EQ(0, judge(document).status);
   document["problems"][0]["colour"] = "red";
   EXPECT_EQ(1, judge(document).status);
+}
+
+// A test of another verb fails by itself where a document is wrong: with this in the program's place.
+std::string instead(const std::string& document, int status) {
+  return "printf '#!/bin/sh\\ncat <<.\\n%s\\n.\\nexit " + std::to_string(status) + "\\n' '" + document +
+         "' >stand-in; chmod +x stand-in; WLANCTL_PROGRAM=./stand-in; wlanctl get 2.4g Channel --json; ";
+}
+
+TEST(Schema, IsAskedAboutEveryDocumentOfATest) {
+  const std::string right = plain_document().dump();
+  EXPECT_EQ(right + "\n", run(instead(right, 0)).out);
+  EXPECT_NONFATAL_FAILURE(run(instead("{\"verb\": \"get\"}", 0)), "is a required property");
+  EXPECT_NONFATAL_FAILURE(run(instead("no document", 0)), "no JSON");
+  EXPECT_NONFATAL_FAILURE(run(instead(right, 1)), "says exit code 0, was 1");
 }
 
 TEST(Json, IsOneDocumentForAVerbThatIsNone) {
