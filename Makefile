@@ -4,20 +4,23 @@ JOBS := $(shell nproc 2>/dev/null || echo 2)
 SOURCES = $(or $(shell git ls-files '*.c' '*.cpp' '*.h'),$(error git does not list the sources here))
 UNITS = $(filter store/%.cpp params/%.cpp apply/%.cpp driver/%.cpp wps/%.cpp platform/%.cpp sim/%.cpp wlanctl/%.cpp,$(SOURCES))
 
-.PHONY: help demo test test-arm64 test-musl build arm64 musl package interface format lint clean
+.PHONY: help demo test test-native test-clang test-arm64 test-musl build build-native build-clang arm64 musl package \
+  interface format lint clean
 
 help:
-	@echo "make demo    run the library inside a simulated gateway and watch it apply settings"
-	@echo "make test    build everything, with and without sanitizers, and run every test"
-	@echo "make build   build the library, the simulated gateway and the examples into build/release"
-	@echo "make arm64   the same and the tests for the gateway's processor, into build/arm64; sizes, and what it needs"
-	@echo "make package Debian packages for amd64 and arm64, into build/packages"
-	@echo "make test-arm64   every test as ARM64 code, under emulation"
+	@echo "make demo         run the library inside a simulated gateway and watch it apply settings"
+	@echo "make test         all that follows up to test-native, as a fresh machine does it: an hour"
+	@echo "make package      Debian packages for amd64 and arm64, into build/packages"
 	@echo "make test-musl    the tests in C against the musl C library"
+	@echo "make test-clang   every test, built with clang"
+	@echo "make test-arm64   every test as ARM64 code, under emulation"
+	@echo "make test-native  every test, with sanitizers and optimised"
+	@echo "make build        build the library, the simulated gateway, the tool and the examples into build/release"
+	@echo "make arm64        the same and the tests for the gateway's processor, into build/arm64; sizes, and what it needs"
 	@echo "make interface    describe the binary interface anew, after a change of it that is meant"
-	@echo "make format  format the sources"
-	@echo "make lint    check the format, build with clang, run clang-tidy and cppcheck"
-	@echo "make clean   remove the build folders"
+	@echo "make format       format the sources"
+	@echo "make lint         check the format, build with clang, run clang-tidy and cppcheck"
+	@echo "make clean        remove the build folders"
 
 # Without the tests, so that the demo and the build need no package that is only for them.
 build/release/build.ninja:
@@ -32,16 +35,36 @@ demo:
 	cmake --build build/release --target gateway-sim apply_settings attach_store status_page switch_radio
 	examples/demo.sh build/release
 
+# The tests of this machine come last: they are the ones to look at first.
 test:
+	@scripts/setup.sh test-all
+	@for stage in package test-musl test-clang test-arm64 build-native; do \
+	  echo "== $$stage"; start=$$(date +%s); $(MAKE) --no-print-directory $$stage || exit 1; \
+	  echo "== $$stage took $$(($$(date +%s) - start)) seconds"; \
+	done
+	@$(MAKE) --no-print-directory test-native
+
+build-native:
 	@scripts/setup.sh test
 	cmake --preset dev
 	cmake --preset release -DBUILD_TESTING=ON
 	cmake --build build/dev
 	cmake --build build/release
+
+test-native: build-native
 	@echo "== All tests with the address and undefined-behaviour sanitizers"
 	ctest --test-dir build/dev -j $(JOBS) --output-on-failure --no-tests=error
 	@echo "== All tests of the optimised build"
 	ctest --test-dir build/release -j $(JOBS) --output-on-failure --no-tests=error
+
+build-clang:
+	@scripts/setup.sh clang
+	cmake --preset clang -DBUILD_TESTING=ON
+	cmake --build build/clang
+
+test-clang: build-clang
+	@echo "== All tests of the build with clang"
+	ctest --test-dir build/clang -j $(JOBS) --output-on-failure --no-tests=error
 
 arm64:
 	@scripts/setup.sh arm64
@@ -91,11 +114,9 @@ format:
 	@scripts/setup.sh lint
 	clang-format -i $(SOURCES)
 
-lint:
+lint: build-clang
 	@scripts/setup.sh lint
 	clang-format --dry-run -Werror $(SOURCES)
-	cmake --preset clang
-	cmake --build build/clang
 	clang-tidy --quiet -p build/clang $(UNITS)
 	cppcheck --quiet --error-exitcode=1 --std=c++20 --enable=warning,performance,portability --inline-suppr \
 	  --suppress=missingIncludeSystem -I. -Iinclude store params apply driver wps platform

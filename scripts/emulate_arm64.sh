@@ -4,7 +4,8 @@
 #
 #   emulate_arm64.sh ARM64-BUILD NATIVE-BUILD COMMAND...
 #
-# Needs Linux 6.7, the first with such hand-overs per user namespace.
+# Linux 6.7 is the first with hand-overs per user namespace. An older one must hand ARM64 programs over everywhere, as it
+# does once Debian's binfmt-support is installed along with qemu-user-static.
 set -eu
 
 emulator=/usr/bin/qemu-aarch64-static
@@ -33,8 +34,11 @@ make_prefix() {
 
 register_emulator() {
   formats=/proc/sys/fs/binfmt_misc
-  mount -t binfmt_misc binfmt_misc "$formats" 2>/dev/null ||
-    refuse "the kernel has no binfmt_misc for user namespaces, which came with Linux 6.7; this is $(uname -r)"
+  if ! mount -t binfmt_misc binfmt_misc "$formats" 2>/dev/null; then
+    "$arm64/bin/gateway-sim" --version >/dev/null 2>&1 ||
+      refuse "Linux $(uname -r) needs to be told what runs ARM64 programs: install binfmt-support and qemu-user-static again"
+    return
+  fi
   magic='\x7fELF\x02\x01\x01\x00\x00\x00\x00\x00\x00\x00\x00\x00\x02\x00\xb7\x00'
   mask='\xff\xff\xff\xff\xff\xff\xff\x00\xff\xff\xff\xff\xff\xff\xff\xff\xfe\xff\xff\xff'
   printf '%s' ":arm64:M::$magic:$mask:$emulator:OCPF" >"$formats/register"
@@ -47,8 +51,8 @@ if [ "${EMULATE_ARM64:-}" = inside ]; then
   exec 3<&-
   arm64=$1 native=$2
   shift 2
-  register_emulator
   make_prefix
+  register_emulator
   exec "$@"
 fi
 

@@ -1,31 +1,33 @@
 #!/bin/sh
 # Sees to it that the Debian packages of a task are there: installs what is missing when it may, else says what to do.
 #
-# usage: setup.sh build|demo|test|arm64|test-arm64|musl|wlanctl|package|lint
+# usage: setup.sh build|demo|test|test-all|clang|arm64|test-arm64|musl|package|lint
 set -eu
 
-build="g++ cmake ninja-build"
+build="g++ cmake ninja-build libcli11-dev nlohmann-json3-dev"
 demo="$build net-tools bridge-utils"
-test="$demo libgtest-dev libgmock-dev abigail-tools pkg-config"
-wlanctl="$test libcli11-dev nlohmann-json3-dev python3-jsonschema zsh"
+test="$demo libgtest-dev libgmock-dev abigail-tools pkg-config python3-jsonschema zsh"
 arm64="$build g++-aarch64-linux-gnu googletest qemu-user-static"
 test_arm64="$arm64 $test"
 musl="$test musl-tools"
 package="$build dpkg-dev g++-aarch64-linux-gnu"
-lint="$test clang clang-format clang-tidy cppcheck"
+clang="$test clang"
+lint="$clang clang-format clang-tidy cppcheck"
+test_all="$test_arm64 $musl $package $clang"
 
 case "${1:-}" in
   build) packages=$build ;;
   demo) packages=$demo ;;
   test) packages=$test ;;
+  test-all) packages=$test_all ;;
+  clang) packages=$clang ;;
   arm64) packages=$arm64 ;;
   test-arm64) packages=$test_arm64 ;;
   musl) packages=$musl ;;
-  wlanctl) packages=$wlanctl ;;
   package) packages=$package ;;
   lint) packages=$lint ;;
   *)
-    echo "usage: setup.sh build|demo|test|arm64|test-arm64|musl|wlanctl|package|lint" >&2
+    echo "usage: setup.sh build|demo|test|test-all|clang|arm64|test-arm64|musl|package|lint" >&2
     exit 2
     ;;
 esac

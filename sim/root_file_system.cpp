@@ -24,6 +24,7 @@ constexpr char kMachine[] = "/machine";
 constexpr char kNew[] = "/new";
 constexpr char kPrepared[] = "/prepared";
 constexpr char kLayers[] = "/layers";
+constexpr char kHeld[] = "/held";
 
 // Folders that the gateway has of its own; the machine's are not looked at.
 const std::set<std::string> kOwnFolders = {"/dev", "/proc", "/run", "/sys", "/tmp", "/userfs"};
@@ -97,7 +98,7 @@ void RootFileSystem::enter() {
   if (!mount_at("none", "/", nullptr, MS_REC | MS_PRIVATE)) fail("make the mount points private");
   require_mount("gateway", kStage, "tmpfs", 0, "mode=0755");
   if (chdir(kStage) != 0) fail("enter the stage");
-  for (const char* folder : {kMachine, kNew, kPrepared, kLayers}) make_folder(folder + 1);
+  for (const char* folder : {kMachine, kNew, kPrepared, kLayers, kHeld}) make_folder(folder + 1);
   pivot(".", kMachine + 1);
   if (chdir("/") != 0) fail("enter the stage");
   if (!bind(kNew, kNew)) fail("make the new root a mount point");
@@ -157,12 +158,15 @@ void RootFileSystem::mirror_entry(const std::string& path) {
 // An unprivileged process cannot layer over a folder with mount points in it: that would uncover what they hide. Such a
 // folder is put together from its entries.
 void RootFileSystem::mirror(const std::string& folder) {
-  const std::vector<std::string> inner = mounts_.topmost_below(folder);
+  std::vector<std::string> inner = mounts_.topmost_below(folder);
   if (!plan_.privileged && !inner.empty()) {
     descend(folder);
     return;
   }
-  if (overlay(folder)) {
+  hold_back(inner);
+  const bool layered = overlay(folder);
+  hand_back(inner);
+  if (layered) {
     for (const std::string& point : inner) {
       if (path_exists(kNew + point)) mirror_entry(point);
     }
@@ -170,6 +174,28 @@ void RootFileSystem::mirror(const std::string& folder) {
   }
   if (is_folder(kPrepared + folder)) fail("lay a private layer over " + folder);
   bind_for_reading(kMachine + folder, kNew + folder);
+}
+
+// What is prepared below a mount point belongs into the mount point's layer, not into that of the folder around it. A
+// prepared file that takes a mount point's place leaves nothing to mirror there.
+void RootFileSystem::hold_back(std::vector<std::string>& points) {
+  const auto is_replaced = [](const std::string& point) {
+    return path_exists(kPrepared + point) && !is_folder(kPrepared + point);
+  };
+  points.erase(std::remove_if(points.begin(), points.end(), is_replaced), points.end());
+  for (const std::string& point : points) {
+    if (!is_folder(kPrepared + point)) continue;
+    make_folder(kHeld + parent_of(point));
+    if (rename((kPrepared + point).c_str(), (kHeld + point).c_str()) != 0) fail("hold back " + point);
+  }
+}
+
+void RootFileSystem::hand_back(const std::vector<std::string>& points) {
+  for (const std::string& point : points) {
+    if (!is_folder(kHeld + point)) continue;
+    make_folder(kPrepared + parent_of(point));
+    if (rename((kHeld + point).c_str(), (kPrepared + point).c_str()) != 0) fail("prepare " + point);
+  }
 }
 
 bool RootFileSystem::overlay(const std::string& folder) {

@@ -28,6 +28,8 @@ class RootFileSystem {
   void place_files();
   void mirror_machine();
   void mirror(const std::string& folder);
+  void hold_back(std::vector<std::string>& points);
+  void hand_back(const std::vector<std::string>& points);
   bool overlay(const std::string& folder);
   void descend(const std::string& folder);
   void mirror_entry(const std::string& path);

@@ -2,7 +2,6 @@
 // of the interfaces afterwards.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include "gateway.h"
 
@@ -235,7 +234,7 @@ TEST(TxQueue, ReachesTheKernel) {
   const Result result =
       run_script(std::string(LIBRARY_PROBE_PROGRAM) +
                  " txqueue 1 77; cat /sys/class/net/ra0/tx_queue_len /sys/class/net/ra1/tx_queue_len");
-  EXPECT_EQ(geteuid() == 0 ? "txqueue 0\n77\n1000\n" : "txqueue 0\n1000\n1000\n", result.out);
+  EXPECT_EQ(is_machines_root() ? "txqueue 0\n77\n1000\n" : "txqueue 0\n1000\n1000\n", result.out);
 }
 
 }  // namespace

@@ -3,7 +3,8 @@
 #include <dirent.h>
 #include <fcntl.h>
 #include <gtest/gtest.h>
-#include <linux/sockios.h>
+#include <linux/netlink.h>
+#include <linux/rtnetlink.h>
 #include <net/if.h>
 #include <net/if_arp.h>
 #include <sys/ioctl.h>
@@ -50,6 +51,39 @@ ifreq request_for(const std::string& name) {
 void ask_kernel(unsigned long number, const void* argument, const std::string& what) {
   const int descriptor = static_cast<int>(syscall(SYS_socket, AF_INET, SOCK_DGRAM, 0));
   if (descriptor < 0 || syscall(SYS_ioctl, descriptor, number, argument) != 0) refuse(what);
+  (void)close(descriptor);
+}
+
+void put_attribute(nlmsghdr* message, unsigned short type, const std::string& text) {
+  auto* const attribute = reinterpret_cast<rtattr*>(reinterpret_cast<char*>(message) + NLMSG_ALIGN(message->nlmsg_len));
+  attribute->rta_type = type;
+  attribute->rta_len = static_cast<unsigned short>(RTA_LENGTH(text.size()));
+  std::memcpy(RTA_DATA(attribute), text.data(), text.size());
+  message->nlmsg_len = NLMSG_ALIGN(message->nlmsg_len) + RTA_ALIGN(attribute->rta_len);
+}
+
+// Over netlink, which emulations of the kernel know, unlike the bridge's requests.
+void add_bridge(const std::string& name) {
+  alignas(nlmsghdr) char bytes[256] = {};
+  auto* const message = reinterpret_cast<nlmsghdr*>(bytes);
+  message->nlmsg_len = NLMSG_LENGTH(sizeof(ifinfomsg));
+  message->nlmsg_type = RTM_NEWLINK;
+  message->nlmsg_flags = NLM_F_REQUEST | NLM_F_CREATE | NLM_F_EXCL | NLM_F_ACK;
+  put_attribute(message, IFLA_IFNAME, name + '\0');
+  const unsigned used = message->nlmsg_len;
+  put_attribute(message, IFLA_LINKINFO, "");
+  auto* const info = reinterpret_cast<rtattr*>(bytes + used);
+  put_attribute(message, IFLA_INFO_KIND, "bridge");
+  info->rta_len = static_cast<unsigned short>(message->nlmsg_len - used);
+
+  const int descriptor = static_cast<int>(syscall(SYS_socket, AF_NETLINK, SOCK_RAW, NETLINK_ROUTE));
+  alignas(nlmsghdr) char answer[512] = {};
+  if (descriptor < 0 || send(descriptor, bytes, message->nlmsg_len, 0) < 0 ||
+      recv(descriptor, answer, sizeof answer, 0) < static_cast<ssize_t>(NLMSG_LENGTH(sizeof(int)))) {
+    refuse("add the bridge " + name);
+  }
+  errno = -reinterpret_cast<const nlmsgerr*>(NLMSG_DATA(reinterpret_cast<nlmsghdr*>(answer)))->error;
+  if (errno != 0) refuse("add the bridge " + name);
   (void)close(descriptor);
 }
 
@@ -114,7 +148,7 @@ std::vector<std::string> all_files() {
 }
 
 void add_interface(const std::string& name, const Mac& mac) {
-  ask_kernel(SIOCBRADDBR, name.c_str(), "add the bridge " + name);
+  add_bridge(name);
   ifreq request = request_for(name);
   request.ifr_hwaddr.sa_family = ARPHRD_ETHER;
   std::memcpy(request.ifr_hwaddr.sa_data, mac.data(), mac.size());

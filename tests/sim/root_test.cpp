@@ -145,6 +145,19 @@ TEST(Proc, PlatformFolderTakesWrites) {
                           "wlan_wps_button", "wlanshare", "wps_5g_button", "wps_button", "24", "1", "hello"));
 }
 
+// As machines have it that keep /lib, /usr or a single file on a file system of its own.
+TEST(Root, GatewaysFilesAreThereBelowMountPointsToo) {
+  const Result result = shell(
+      std::string(geteuid() == 0 ? "unshare -m" : "unshare -U -r -m") +
+      " sh -c '"
+      "mount --bind /usr/lib /usr/lib && mount --bind /usr/bin /usr/bin && mount --bind /bin/true /usr/bin/killall;"
+      "exec " GATEWAY_SIM_PROGRAM
+      " -- sh -c \"ls /lib/modules/4.4.115; touch /usr/lib/new; ls /usr/lib/new; readlink /usr/bin/killall\"'");
+  EXPECT_EQ(result.out,
+            "mt7603eap.ko\nmt7615_ap.ko\nmt7662e_ap.ko\nmt7663_ap.ko\n/usr/lib/new\n/userfs/bin/gateway-tools\n");
+  EXPECT_FALSE(std::filesystem::exists("/usr/lib/new"));
+}
+
 class ChipList : public testing::TestWithParam<const char*> {};
 
 // Programs look for a chip's number anywhere in a line of the list.

@@ -16,7 +16,8 @@ struct Result {
   std::string err;
 };
 
-// A folder for one test, gone with it, also when the test is interrupted or killed. The real one, also inside a simulation that has it as its current directory.
+// A folder for one test, gone with it, also when the test is interrupted or killed. The real one, also inside a
+// simulation that has it as its current directory.
 class TestFolder {
  public:
   TestFolder();
@@ -71,6 +72,9 @@ Result run_script(const std::string& script, const Words& options = {});
 
 // Runs a shell command outside; its standard error is the test's own.
 Result shell(const std::string& command);
+
+// Root, and not only within a user namespace.
+bool is_machines_root();
 
 std::string read_file(const std::string& path);
 void write_file(const std::string& path, const std::string& text);
