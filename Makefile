@@ -74,7 +74,7 @@ arm64:
 
 # The machine's own programs inside a simulated gateway need its driver built for them.
 test-arm64:
-	@scripts/setup.sh test-arm64
+	@scripts/setup.sh arm64
 	@$(MAKE) --no-print-directory arm64
 	cmake --preset release -DBUILD_TESTING=ON
 	cmake --build build/release --target gateway_driver

@@ -4,13 +4,13 @@ set(CMAKE_C_COMPILER musl-gcc)
 set(CMAKE_CXX_COMPILER g++)
 set(WIFIMGR_CXX_RUNTIME OFF CACHE BOOL "Programs in C++ can be linked")
 
-set(libraries /usr/lib/x86_64-linux-musl)
+set(libraries /usr/lib/${CMAKE_HOST_SYSTEM_PROCESSOR}-linux-musl)
 execute_process(COMMAND g++ -dumpversion OUTPUT_VARIABLE version OUTPUT_STRIP_TRAILING_WHITESPACE)
 string(JOIN " " CMAKE_CXX_FLAGS_INIT
   -specs=${libraries}/musl-gcc.specs
   -isystem ${CMAKE_CURRENT_LIST_DIR}/musl
   -isystem /usr/include/c++/${version}
-  -isystem /usr/include/x86_64-linux-gnu/c++/${version}
+  -isystem /usr/include/${CMAKE_HOST_SYSTEM_PROCESSOR}-linux-gnu/c++/${version}
   -D__locale_t=locale_t)
 set(CMAKE_CXX_STANDARD_LIBRARIES_INIT "-lc -lgcc")
 set(CMAKE_SHARED_LINKER_FLAGS_INIT -nodefaultlibs)

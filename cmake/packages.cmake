@@ -31,6 +31,11 @@ set(CPACK_COMPONENT_RUNTIME_DESCRIPTION "${PROJECT_DESCRIPTION}
  The shared library that management processes link. It needs two libraries of
  the gateway's platform, libvexa_lib_dbg.so.1 and libapi_lib_utility.so.1.")
 
+# So that those of both processors can be installed side by side.
+foreach(component RUNTIME DEV PLATFORM)
+  set(CPACK_DEBIAN_${component}_PACKAGE_MULTIARCH same)
+endforeach()
+
 set(CPACK_DEBIAN_DEV_PACKAGE_NAME libapi-lib-wifimgr-dev)
 set(CPACK_DEBIAN_DEV_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_DEV_PACKAGE_DEPENDS "libapi-lib-wifimgr1 (= ${PROJECT_VERSION})")
@@ -48,8 +53,10 @@ set(CPACK_COMPONENT_PLATFORM_DESCRIPTION "${PROJECT_DESCRIPTION} (stand-ins of t
 if(TARGET gateway-sim)
   list(APPEND CPACK_COMPONENTS_ALL tools)
   set(CPACK_DEBIAN_TOOLS_PACKAGE_NAME wifimgr-tools)
+  set(CPACK_DEBIAN_TOOLS_PACKAGE_RECOMMENDS "libapi-lib-wifimgr-platform1")
   set(CPACK_COMPONENT_TOOLS_DESCRIPTION "${PROJECT_DESCRIPTION} (tools)
- gateway-sim, a simulated gateway in namespaces of its own, and its parts.")
+ wlanctl shows, checks, changes and applies the settings of both radios.
+ gateway-sim is a simulated gateway in namespaces of its own.")
 endif()
 
 include(CPack)

@@ -71,6 +71,13 @@ static const char* weight(uint64_t answer) {
   }
 }
 
+/* 0 when it cannot be read. */
+static int ssid_count(int band) {
+  char count[WIFIMGR_VALUE_SIZE] = "";
+  if (wifimgr_lib_get_bssidnum(band, -1, count, sizeof count) != 0) return 0;
+  return (int)strtol(count, NULL, 10);
+}
+
 static int start(int band) {
   /* Loading clears what all processes share of the band: only the process that owns the settings does this. */
   if (wifimgr_lib_init(band) != 0) {
@@ -78,10 +85,8 @@ static int start(int band) {
     return 1;
   }
   wifimgr_lib_wifi_config_oper((uint32_t)band, 0);
-  char count[WIFIMGR_VALUE_SIZE] = "";
-  if (wifimgr_lib_get_bssidnum(band, -1, count, sizeof count) != 0) return 1;
-  printf("%-5s loaded, snapshot taken: interfaces \"%s0\" and on, SSID count %s", kBandNames[band],
-         store_global[band].prefix, count);
+  printf("%-5s loaded, snapshot taken: interfaces \"%s0\" and on, SSID count %d\n", kBandNames[band],
+         store_global[band].prefix, ssid_count(band));
   return 0;
 }
 
@@ -118,7 +123,8 @@ static int apply(int band) {
 
   uint64_t answer = wifimgr_lib_wifi_config_oper((uint32_t)band, 1);
   printf("%-5s the comparison answers %s\n", kBandNames[band], weight(answer));
-  if (answer == 0) return 0;
+  /* Names, passphrases and the like are not watched: they may have changed all the same. */
+  if (answer == 0) return wifimgr_lib_save_dataFile(band);
   /* A gateway may reboot for 2. The commit does without: it writes the dat file, reloads the driver module because the
    * SSID count changed, and brings the interfaces back. */
   if (wifimgr_lib_commit((uint32_t)band, 1) != 0) {
@@ -126,6 +132,8 @@ static int apply(int band) {
     return 1;
   }
   wifimgr_lib_wifi_config_oper((uint32_t)band, 0);
+  /* The next commit takes down what this one brought up. */
+  pre_wlan_state[band] = ssid_count(band);
   printf("%-5s committed; with the new snapshot the answer is %s\n", kBandNames[band],
          weight(wifimgr_lib_wifi_config_oper((uint32_t)band, 1)));
   return 0;
@@ -133,17 +141,15 @@ static int apply(int band) {
 
 /* Settings that the driver takes up while it runs: one script per SSID, written and run. */
 static int run_scripts(int band, const char* script) {
-  char count[WIFIMGR_VALUE_SIZE] = "";
-  if (wifimgr_lib_get_bssidnum(band, -1, count, sizeof count) != 0) return 1;
-  for (uint32_t number = 0; number < (uint32_t)strtoul(count, NULL, 10); ++number) {
-    if (wifimgr_lib_write_wifi_execute_sh((uint32_t)band, number) != 0) {
+  for (int number = 0; number < ssid_count(band); ++number) {
+    if (wifimgr_lib_write_wifi_execute_sh((uint32_t)band, (uint32_t)number) != 0) {
       fprintf(stderr, "%s: cannot write %s\n", kBandNames[band], script);
       return 1;
     }
     /* On 5G each run uses up a permission. */
     if (band == 1) wifimgr_lib_set_11AC_CMDflag(1);
     wifimgr_lib_execute_wlan_script(band, script);
-    printf("%-5s script of SSID %u written and run\n", kBandNames[band], (unsigned)number + 1);
+    printf("%-5s script of SSID %d written and run\n", kBandNames[band], number + 1);
   }
   return 0;
 }

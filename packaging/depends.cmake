@@ -1,4 +1,5 @@
-# Read by CPack before it packs: which versions of the C and C++ libraries each package needs.
+# Read by CPack before it packs: which versions of the C and C++ libraries each package needs. The programs are those of
+# the build, the examples among them, so that an answer may be too new but never too old.
 
 # The newest version of a library's symbols that the files ask for.
 function(newest_symbol_version result prefix)

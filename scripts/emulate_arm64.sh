@@ -66,21 +66,30 @@ script=$(cd "$(dirname "$0")" && pwd)/$(basename "$0")
 export EMULATE_ARM64=inside
 
 work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
+child=
+# The command has a group of its own, so that an interrupt ends all of it.
+end() {
+  [ -z "$child" ] || kill -TERM -- -"$child" 2>/dev/null || true
+  rm -rf "$work"
+}
+trap end EXIT
+trap 'exit 129' HUP
+trap 'exit 130' INT
+trap 'exit 143' TERM
 mkfifo "$work/ready"
 if [ "$(id -u)" -eq 0 ]; then
   # All users stay themselves, for the tests that run as another one.
-  unshare -U -m sh "$script" "$arm64" "$native" "$@" 3<>"$work/ready" &
+  setsid unshare -U -m sh "$script" "$arm64" "$native" "$@" 3<>"$work/ready" &
   child=$!
   own=$(readlink /proc/self/ns/user)
   while [ "$(readlink /proc/$child/ns/user)" = "$own" ]; do sleep 0.01; done
   for map in uid_map gid_map; do cat /proc/self/$map >/proc/$child/$map; done
 else
-  unshare -U -r -m sh "$script" "$arm64" "$native" "$@" 3<>"$work/ready" &
+  setsid unshare -U -r -m sh "$script" "$arm64" "$native" "$@" 3<>"$work/ready" &
   child=$!
 fi
-trap 'kill $child 2>/dev/null' INT TERM
-echo >"$work/ready"
+exec 4<>"$work/ready"
+echo >&4
 status=0
 wait $child || status=$?
 exit $status

@@ -8,6 +8,9 @@ cd "$(dirname "$0")/.."
 gateway=$1 first=$2 second=$3
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
+trap 'exit 129' HUP
+trap 'exit 130' INT
+trap 'exit 143' TERM
 
 outcome() {
   "$gateway/bin/gateway-sim" --chips 7603,7612 -- sh -c "

@@ -12,6 +12,9 @@ needed_libraries="libapi_lib_utility.so.1 libc.so.6 libvexa_lib_dbg.so.1"
 
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
+trap 'exit 129' HUP
+trap 'exit 130' INT
+trap 'exit 143' TERM
 failed=0
 
 # bar NAME VALUE LIMIT: a number that may not be larger.
@@ -29,6 +32,7 @@ section() {
 
 "${tools}strip" -o "$work/library" "$library"
 echo "== $library, stripped"
+[ "$(section .text)" -gt 0 ] || { echo "  cannot be read"; exit 1; }
 bar "file" "$(stat -c %s "$work/library")" $most_bytes
 for name in .text .rodata .dynsym .dynstr .gnu.hash .eh_frame .rela.dyn .rela.plt .data.rel.ro .data .bss; do
   printf '  %-34s %8d bytes\n' "$name" "$(section $name)"
@@ -53,7 +57,10 @@ echo "  needed libraries: $needed: $verdict"
 
 newest=$("${tools}readelf" -VW "$work/library" | grep -o 'Name: GLIBC_[0-9.]*' | sed 's/.*_//' | sort -V | tail -1)
 verdict=ok
-if [ "$(printf '%s\n' "$newest" $newest_libc | sort -V | tail -1)" != $newest_libc ]; then
+if [ -z "$newest" ]; then
+  verdict="NOT FOUND"
+  failed=1
+elif [ "$(printf '%s\n' "$newest" $newest_libc | sort -V | tail -1)" != $newest_libc ]; then
   verdict="NEWER THAN $newest_libc"
   failed=1
 fi

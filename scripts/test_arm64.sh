@@ -19,17 +19,25 @@ while IFS='	' read -r name _; do
   left_out="$left_out|$(echo "$name" | sed 's/\./\\./g')"
 done <"$list"
 
-status=0
-"$here/emulate_arm64.sh" "$arm64" "$native" \
-  ctest --test-dir "$arm64" -j "$jobs" --timeout 300 --output-on-failure --no-tests=error -E "^(${left_out#|})\$" ||
-  status=$?
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+trap 'exit 129' HUP
+trap 'exit 130' INT
+trap 'exit 143' TERM
+{
+  status=0
+  "$here/emulate_arm64.sh" "$arm64" "$native" \
+    ctest --test-dir "$arm64" -j "$jobs" --output-on-failure --no-tests=error -E "^(${left_out#|})\$" || status=$?
+  echo $status >"$work/status"
+} | tee "$work/log"
 
-all=$(count "$arm64")
+status=$(cat "$work/status")
+ran=$(sed -n 's/^.* tests failed out of \([0-9]*\)$/\1/p' "$work/log")
 skipped=$(grep -c '^[^#]' "$list")
 echo "== Not run as ARM64 code, $skipped tests, and why"
 grep '^[^#]' "$list" | sed 's/^\([^	]*\)	/  \1: /'
-here_too="all $(count "$native")"
+has="$(count "$native") tests"
 # The tests of a program show one by one only once it is built.
-! names "$native" | grep -q '_NOT_BUILT$' || here_too="not built yet, see make test-native"
-echo "== Tests run as ARM64 code: $((all - skipped)) of $all; as this machine's own: $here_too"
+! names "$native" | grep -q '_NOT_BUILT$' || has="tests that are not built yet"
+echo "== Tests run as ARM64 code: ${ran:-none} of $(count "$arm64"); this machine's own build has $has"
 exit $status

@@ -1,10 +1,11 @@
 #!/bin/sh
 # What the loader sees of the library as it ships.
 #
-#   elf.sh CHECK READELF NM LIBRARY [SOURCE_DIR]
+#   elf.sh CHECK READELF NM LIBRARY [FOLDER...]
 set -eu
 export LC_ALL=C
-check=$1 readelf=$2 nm=$3 library=$4 source=${5:-}
+check=$1 readelf=$2 nm=$3 library=$4
+shift 4
 
 fail() {
   echo "$1"
@@ -31,7 +32,7 @@ case $check in
     "$readelf" -nW "$library" | grep -q 'Build ID: [0-9a-f]\{40\}' || fail "no build id"
     ;;
   no_build_path)
-    ! grep -aqF "$source/" "$library" || fail "$source is in $library"
+    for folder in "$@"; do ! grep -aqF "$folder/" "$library" || fail "$folder is in $library"; done
     ;;
   no_run_path)
     ! echo "$dynamic" | grep -qE '\((RUNPATH|RPATH)\)' || fail "$dynamic"

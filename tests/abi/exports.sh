@@ -8,6 +8,9 @@ export LC_ALL=C
 nm=$1 source=$2 library=$3
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
+trap 'exit 129' HUP
+trap 'exit 130' INT
+trap 'exit 143' TERM
 failed=0
 
 # Compares a sorted list of names with that of the library.

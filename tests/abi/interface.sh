@@ -6,12 +6,16 @@
 set -eu
 abidiff=$1 source=$2 library=$3
 
+# Without it only names can be compared. Told where the headers are, abidiff takes every type for a private one, as the
+# description has no places, and would not show a change of it.
+readelf -SW "$library" | grep -q ' \.debug_info ' || { echo "$library has no debug information"; exit 1; }
+
 status=0
-"$abidiff" --no-architecture --headers-dir2 "$source/include" "$source/tests/abi/wifimgr.abi" "$library" || status=$?
+"$abidiff" --no-architecture "$source/tests/abi/wifimgr.abi" "$library" || status=$?
 case $status in
   0) exit 0 ;;
   *[!0-9]* | 1 | 2 | 3) echo "abidiff failed" ;;
-  4 | 5 | 6 | 7) echo "the binary interface changed, in a way that may suit existing callers" ;;
+  4 | 5 | 6 | 7) echo "the binary interface changed; existing callers break unless it is an addition" ;;
   *) echo "the binary interface changed, and existing callers break" ;;
 esac
 exit 1

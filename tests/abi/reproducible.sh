@@ -6,6 +6,9 @@ set -eu
 cmake=$1 source=$2 build=$3 library=$4
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
+trap 'exit 129' HUP
+trap 'exit 130' INT
+trap 'exit 143' TERM
 copy=$work/a/copy/elsewhere
 
 mkdir -p "$copy"

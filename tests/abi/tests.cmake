@@ -17,7 +17,7 @@ if(NOT WIFIMGR_SANITIZE)
   foreach(check needed soname build_id bind_now relro no_exec_stack no_text_relocations no_symbolic no_thread_locals
       no_static_constructors no_cxx_runtime no_versions interposable no_build_path)
     add_test(NAME abi.${check} COMMAND sh ${here}/elf.sh
-      ${check} ${CMAKE_READELF} ${CMAKE_NM} ${library} ${PROJECT_SOURCE_DIR})
+      ${check} ${CMAKE_READELF} ${CMAKE_NM} ${library} ${PROJECT_SOURCE_DIR} ${PROJECT_BINARY_DIR})
   endforeach()
 
   # The same bytes wherever it is built.
