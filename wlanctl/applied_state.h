@@ -7,17 +7,26 @@
 
 #include "wifimgr_lib.h"
 #include "wlanctl/band.h"
-#include "wlanctl/report.h"
 
 namespace wlanctl {
+
+class Report;
 
 // Puts what is in force into store_global and pre_wlan_state: what was last applied or, where that is not known or not
 // believable, what the dat file says, with a note. The band's store must be open. False with a problem when neither is
 // to be had.
 bool restore_applied(Band band, Report& report);
 
+// How the dat file stands to what is in force. Once settled, a file that has changed was changed by somebody else, who
+// may have applied it too: nothing is known of what is in force then.
+enum class FileIs { kChanging, kSettled };
+
 // Keeps what is in force. False with a problem when it cannot be written.
-bool keep_applied(Band band, Report& report);
+bool keep_applied(Band band, FileIs file, Report& report);
+
+// Whether the driver took all of it.
+bool is_told(Band band);
+void set_told(Band band, bool told);
 
 // Takes what the store says for what is in force from now on.
 void take_applied(Band band);

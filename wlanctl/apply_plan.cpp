@@ -6,6 +6,7 @@
 #include "wlanctl/apply_run.h"
 #include "wlanctl/assignment.h"
 #include "wlanctl/file_redirect.h"
+#include "wlanctl/report.h"
 #include "wlanctl/store.h"
 
 namespace wlanctl {
@@ -59,7 +60,7 @@ Plan plan_apply(Band band) {
   const std::optional<std::string> file = parsed ? saved_text(band, *parsed) : std::nullopt;
   const std::optional<std::string> in_force = saved_text(band, settings_in_force(band));
   plan.is_file_in_force = file == in_force;
-  plan.nothing = live && live == file && live == in_force && weigh(band) == 0;
+  plan.nothing = live && live == file && live == in_force && weigh(band) == 0 && is_told(band);
 
   const PrivateStore copy(band);
   Report unheard;

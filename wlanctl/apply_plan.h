@@ -15,7 +15,7 @@ struct Danger {
 };
 
 struct Plan {
-  bool nothing = false;  // the store, the dat file and what is in force agree
+  bool nothing = false;  // the store, the dat file and what is in force agree, and the driver knows
   bool is_file_in_force = true;
   int weight = 0;  // with dependent settings made consistent, as an apply does
   std::vector<Danger> dangers;

@@ -9,6 +9,7 @@
 #include "wlanctl/applied_state.h"
 #include "wlanctl/library_messages.h"
 #include "wlanctl/library_output.h"
+#include "wlanctl/report.h"
 #include "wlanctl/shell.h"
 #include "wlanctl/store.h"
 
@@ -115,13 +116,19 @@ std::optional<Applied> bring_into_force(Band band, bool always_commit, Report& r
   applied.committed = always_commit || applied.weight != 0;
   ask_for_reload(band);
   if (!write_dat_file(band, applied.committed, report)) return std::nullopt;
-  for (int ssid = 1; ssid <= ssid_count(band); ++ssid) {
-    if (!write_script(band, ssid, report)) break;
+  bool written = true;
+  bool failed = false;
+  for (int ssid = 1; written && ssid <= ssid_count(band); ++ssid) {
+    written = write_script(band, ssid, report);
+    if (!written) break;
     Script script = {ssid, script_path_of(band), read_script(band), 0};
     script.status = run_script(band);
+    failed = failed || script.status != 0;
     applied.scripts.push_back(std::move(script));
   }
   take_applied(band);
+  // On a changed count the driver may lack the interface until the reboot.
+  set_told(band, written && (!failed || applied.weight > 1));
   return applied;
 }
 

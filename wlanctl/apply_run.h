@@ -6,9 +6,10 @@
 #include <vector>
 
 #include "wlanctl/band.h"
-#include "wlanctl/report.h"
 
 namespace wlanctl {
+
+class Report;
 
 // The driver's script of an SSID.
 struct Script {

@@ -45,8 +45,9 @@ std::optional<Assignment> split(const std::string& text, Band band, Report& repo
   if (equals == std::string::npos) {
     // Not repeated unless it is a key: a passphrase may have come here by mistake.
     const bool is_key = find_key(text.substr(0, text.find(':'))) != nullptr;
-    report.problem({(is_key ? "\"" + text + "\"" : std::string("a word without =")) + " sets nothing",
-                    "write KEY=VALUE or KEY:SSID=VALUE", is_key ? details_of(text, band) : details_of(band)});
+    const std::string shown = text.substr(0, text.find(':'));
+    report.problem({(is_key ? "\"" + shown + "\"" : std::string("a word without =")) + " sets nothing",
+                    "write KEY=VALUE or KEY:SSID=VALUE", is_key ? details_of(shown, band) : details_of(band)});
     return std::nullopt;
   }
   const std::optional<Target> target = parse_target(text.substr(0, equals), band, report);
@@ -97,7 +98,9 @@ std::string Target::name() const {
   return index == -1 ? key->name : std::string(key->name) + ":" + std::to_string(index);
 }
 
-std::optional<Target> parse_target(const std::string& text, Band band, Report& report) {
+std::optional<Target> parse_target(const std::string& word, Band band, Report& report) {
+  // A value behind = would be repeated in what is said.
+  const std::string text = word.substr(0, word.find('='));
   const size_t colon = text.find(':');
   const std::string name = text.substr(0, colon);
   const Key* const key = find_key(name);
@@ -111,10 +114,10 @@ std::optional<Target> parse_target(const std::string& text, Band band, Report& r
                     details_of(text, band)});
     return std::nullopt;
   }
-  const std::string word = word_for(key->scope);
+  const std::string index_word = word_for(key->scope);
   if (colon == std::string::npos) {
     if (key->scope == Scope::kBand) return Target{key, -1};
-    report.problem({std::string(key->name) + " belongs to one " + word, "write " + std::string(key->name) + ":1",
+    report.problem({std::string(key->name) + " belongs to one " + index_word, "write " + std::string(key->name) + ":1",
                     details_of(text, band)});
     return std::nullopt;
   }
@@ -125,8 +128,12 @@ std::optional<Target> parse_target(const std::string& text, Band band, Report& r
   }
   const std::optional<int> index = parse_index(text.substr(colon + 1), *key);
   if (!index) {
-    report.problem({std::string("\"") + text.substr(colon + 1) + "\" is no " + word + " of " + key->name,
-                    word + "s are 1 to " + std::to_string(highest_index(*key)), details_of(text, band)});
+    // What stands there may be a passphrase, with a colon by mistake.
+    const bool is_shown = !key->secret || text.size() - colon <= 2;
+    report.problem({(is_shown ? "\"" + text.substr(colon + 1) + "\"" : std::string("that")) + " is no " + index_word +
+                        " of " + key->name,
+                    index_word + "s are 1 to " + std::to_string(highest_index(*key)),
+                    details_of(is_shown ? text : key->name, band)});
     return std::nullopt;
   }
   return Target{key, *index};
@@ -151,7 +158,9 @@ std::optional<Assignment> parse_file_assignment(const std::string& text, Band ba
   std::ifstream file(assignment->value);
   const std::optional<std::string> line = file ? first_line(file) : std::nullopt;
   if (!line) {
-    report.problem({"cannot read a value for " + assignment->target.name() + " from " + assignment->value,
+    // A passphrase in the place of its file is not repeated.
+    const std::string place = assignment->target.key->secret ? "the file" : assignment->value;
+    report.problem({"cannot read a value for " + assignment->target.name() + " from " + place,
                     "is the file there, and does it have a line?", details_of(assignment->target.name(), band)});
     return std::nullopt;
   }

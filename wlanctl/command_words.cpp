@@ -1,5 +1,6 @@
 #include "wlanctl/command_words.h"
 
+#include <CLI/CLI.hpp>
 #include <cstdlib>
 
 namespace wlanctl {

@@ -1,9 +1,12 @@
 // The words of the command line, verb by verb, taken from its description: what Tab completes.
 #pragma once
 
-#include <CLI/CLI.hpp>
 #include <string>
 #include <vector>
+
+namespace CLI {
+class App;
+}
 
 namespace wlanctl {
 

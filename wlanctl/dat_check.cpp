@@ -229,12 +229,14 @@ std::vector<DatFinding> check_dat(const std::string& bytes, const std::vector<Ba
 }
 
 std::optional<Band> band_of_dat_path(const std::string& path) {
-  const std::filesystem::path file(path);
-  for (const std::filesystem::path& name : {file.parent_path().filename(), file.stem()}) {
-    for (const Band band : kBands) {
-      if (name == std::filesystem::path(dat_path_of(band)).parent_path().filename()) return band;
-    }
+  // Both bands' files have the same name; it is their folders that differ.
+  std::error_code error;
+  const std::filesystem::path file = std::filesystem::weakly_canonical(path, error);
+  for (const Band band : kBands) {
+    if (file.parent_path().filename() == std::filesystem::path(dat_path_of(band)).parent_path().filename()) return band;
   }
+  const std::string folder_of_5g = std::filesystem::path(dat_path_of(Band::k5G)).parent_path().filename();
+  if (file.stem() == folder_of_5g) return Band::k5G;
   return std::nullopt;
 }
 

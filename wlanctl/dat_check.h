@@ -45,7 +45,8 @@ struct DatFinding {
 // In the order of the lines. A value counts as good when one of the bands takes it.
 std::vector<DatFinding> check_dat(const std::string& bytes, const std::vector<Band>& bands);
 
-// The band whose folder of dat files the file stands in, or is named after; none for other names.
+// The band whose folder of dat files the file stands in, wherever it is named from; none for other folders. A file that
+// is named after 5G's folder is 5G's.
 std::optional<Band> band_of_dat_path(const std::string& path);
 
 }  // namespace wlanctl

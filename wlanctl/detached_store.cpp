@@ -4,11 +4,20 @@
 #include <sys/sem.h>
 #include <sys/shm.h>
 
+#include <cerrno>
+#include <ctime>
+
 namespace wlanctl {
 namespace {
 
 // Of the store that is answered for; 0 while there is none.
 size_t g_size = 0;
+
+bool g_only_new = false;
+bool g_was_there = false;
+
+// A process that is stopped while it has a band's lock must not stop this one as well.
+constexpr timespec kLongestHold = {.tv_sec = 5, .tv_nsec = 0};
 
 char*& address_of(Band band) {
   return band == Band::k2_4G ? shm_addr_2_4g : shm_addr_5g;
@@ -43,6 +52,19 @@ DetachedStore::~DetachedStore() {
   g_size = 0;
 }
 
+OnlyNewSegments::OnlyNewSegments() {
+  g_only_new = true;
+  g_was_there = false;
+}
+
+OnlyNewSegments::~OnlyNewSegments() {
+  g_only_new = false;
+}
+
+bool OnlyNewSegments::was_there() const {
+  return g_was_there;
+}
+
 }  // namespace wlanctl
 
 // What the library asks of the kernel. Those of the program come first.
@@ -56,14 +78,20 @@ int semget(key_t key, int count, int flags) noexcept {
 
 int semop(int semaphore, sembuf* steps, size_t count) noexcept {
   if (wlanctl::g_size != 0) return 0;
-  static const auto real = wlanctl::real(&semop, "semop");
-  return real(semaphore, steps, count);
+  return semtimedop(semaphore, steps, count, &wlanctl::kLongestHold);
 }
 
 int shmget(key_t key, size_t size, int flags) noexcept {
   if (wlanctl::g_size != 0) return 0;
   static const auto real = wlanctl::real(&shmget, "shmget");
-  return real(key, size, flags);
+  if (!wlanctl::g_only_new) return real(key, size, flags);
+  if ((flags & IPC_CREAT) == 0) {
+    errno = ENOENT;
+    return -1;
+  }
+  const int segment = real(key, size, flags | IPC_EXCL);
+  wlanctl::g_was_there = segment < 0 && errno == EEXIST;
+  return segment;
 }
 
 int shmctl(int segment, int command, shmid_ds* status) noexcept {

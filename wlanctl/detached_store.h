@@ -29,4 +29,16 @@ class DetachedStore {
   std::vector<wifimgr_attr_record> table_;
 };
 
+// While it lives, the library can make a segment, but not take one that is there: initialising would clear it.
+class OnlyNewSegments {
+ public:
+  OnlyNewSegments();
+  OnlyNewSegments(const OnlyNewSegments&) = delete;
+  OnlyNewSegments& operator=(const OnlyNewSegments&) = delete;
+  ~OnlyNewSegments();
+
+  // Whether somebody else had made it by then.
+  bool was_there() const;
+};
+
 }  // namespace wlanctl

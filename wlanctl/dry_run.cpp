@@ -3,6 +3,7 @@
 #include "wifimgr_lib.h"
 #include "wlanctl/applied_state.h"
 #include "wlanctl/file_redirect.h"
+#include "wlanctl/report.h"
 #include "wlanctl/shell.h"
 #include "wlanctl/state_file.h"
 #include "wlanctl/store.h"

@@ -15,6 +15,7 @@
 
 #include "wlanctl/lock.h"
 #include "wlanctl/places.h"
+#include "wlanctl/report.h"
 #include "wlanctl/rollback.h"
 
 namespace wlanctl {
@@ -181,7 +182,8 @@ void recover_pending(Band band, Report& report) {
     report.note(apply +
                 (pending->phase == Phase::kWaiting ? " was not confirmed in time and its guardian is gone; "
                                                    : " ended in the middle; ") +
-                (!done       ? "rolling it back failed"
+                (!done ? std::string("rolling it back failed; wlanctl confirm ") + label_of(band) +
+                             " --force ends the waiting with what is there"
                  : was_begun ? "it is rolled back now"
                              : "nothing was changed"));
   } else if (start_guardian(band, guard, report)) {

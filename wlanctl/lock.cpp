@@ -6,10 +6,12 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdint>
 #include <cstring>
 #include <iostream>
 
 #include "wlanctl/places.h"
+#include "wlanctl/report.h"
 
 namespace wlanctl {
 namespace {
@@ -27,16 +29,19 @@ int open_lock() {
 ToolLock::ToolLock(Report& report, unsigned seconds) {
   const int file = open_lock();
   if (file < 0) {
-    report.problem({std::string("cannot open ") + place::kLock + ": " + std::strerror(errno), "run as root"});
+    exit_code_ = kRefused;
+    report.problem({std::string("cannot open ") + place::kLock + ": " + std::strerror(errno),
+                    geteuid() == 0 ? "remove it: it must be a plain file" : "run as root"});
     return;
   }
-  const unsigned tries = seconds * 1000 / kPollMs;
-  for (unsigned i = 0; flock(file, LOCK_EX | LOCK_NB) != 0; ++i) {
+  const uint64_t tries = uint64_t{seconds} * 1000 / kPollMs;
+  for (uint64_t i = 0; flock(file, LOCK_EX | LOCK_NB) != 0; ++i) {
     if (i == 0) std::cerr << "wlanctl: waiting for another wlanctl to end" << std::endl;
     if (i < tries) {
       poll(nullptr, 0, kPollMs);
       continue;
     }
+    exit_code_ = kBusy;
     report.problem({"another wlanctl did not end within " + std::to_string(seconds) + " seconds",
                     "try again, or give it longer with --wait"});
     close(file);

@@ -1,9 +1,9 @@
 // One wlanctl changes or applies at a time.
 #pragma once
 
-#include "wlanctl/report.h"
-
 namespace wlanctl {
+
+class Report;
 
 class ToolLock {
  public:
@@ -17,10 +17,14 @@ class ToolLock {
 
   explicit operator bool() const { return file_ >= 0; }
 
+  // The program's, where it could not be taken.
+  int exit_code() const { return exit_code_; }
+
   static bool is_held_here();
 
  private:
   int file_ = -1;
+  int exit_code_ = 0;
 };
 
 }  // namespace wlanctl

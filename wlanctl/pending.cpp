@@ -14,6 +14,7 @@
 
 #include "wlanctl/applied_state.h"
 #include "wlanctl/places.h"
+#include "wlanctl/report.h"
 #include "wlanctl/state_file.h"
 #include "wlanctl/store.h"
 
@@ -21,7 +22,7 @@ namespace wlanctl {
 namespace {
 
 constexpr char kFormat[] = "wlanctl-pending";
-constexpr int kVersion = 1;
+constexpr int kVersion = 2;
 constexpr const char* kPhases[] = {"prepared", "applying", "waiting"};
 constexpr int64_t kMsPerSecond = 1000;
 
@@ -34,13 +35,6 @@ int64_t now_ms() {
   timespec now = {};
   (void)clock_gettime(CLOCK_BOOTTIME, &now);
   return now.tv_sec * kMsPerSecond + now.tv_nsec / 1000000;
-}
-
-// The clock says nothing about a deadline of another boot.
-std::string this_boot() {
-  std::string id = read_bytes("/proc/sys/kernel/random/boot_id").value_or("");
-  id = id.substr(0, id.find('\n'));
-  return id.empty() ? "-" : id;
 }
 
 std::optional<Phase> parse_phase(const std::string& word) {

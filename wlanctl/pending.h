@@ -7,9 +7,10 @@
 #include <string>
 
 #include "wlanctl/band.h"
-#include "wlanctl/report.h"
 
 namespace wlanctl {
+
+class Report;
 
 enum class Phase {
   kPrepared,  // nothing was changed yet

@@ -4,6 +4,7 @@
 namespace wlanctl::place {
 
 inline constexpr char kLock[] = "/var/run/wlanctl.lock";
+inline constexpr char kMaking[] = "/var/run/wlanctl-making";     // held while a store is made where there is none
 inline constexpr char kApplied[] = "/var/run/wlanctl-applied-";  // and the band's label
 inline constexpr char kPending[] = "/var/run/wlanctl-pending-";  // likewise: an apply that waits for its confirmation
 inline constexpr char kGuard[] = "/var/run/wlanctl-guard-";      // likewise: held by who watches over that

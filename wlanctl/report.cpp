@@ -25,6 +25,12 @@ size_t length_of_character(const std::string& text, size_t at) {
   return length;
 }
 
+bool is_printed() {
+  if (std::cout) return true;
+  std::cerr << "wlanctl: the output could not be written; is there room?\n";
+  return false;
+}
+
 }  // namespace
 
 void Report::begin(const std::string& verb, bool as_json) {
@@ -38,21 +44,22 @@ void Report::problem(Problem problem) {
 
 int Report::finish(int exit_code) {
   constexpr int kIndentation = 2;
-  if (!refreshed_ || has_problems()) print(exit_code, kIndentation);
-  return exit_code;
+  const bool done = (refreshed_ && !has_problems()) || print(exit_code, kIndentation);
+  return done || exit_code != kDone ? exit_code : static_cast<int>(kRefused);
 }
 
-void Report::refresh(int exit_code) {
+bool Report::refresh(int exit_code) {
   constexpr int kOnOneLine = -1;
-  print(exit_code, kOnOneLine);
+  const bool done = print(exit_code, kOnOneLine);
   text_.str("");
   data_ = Json::object();
   problems_.clear();
   notes_.clear();
   refreshed_ = true;
+  return done;
 }
 
-void Report::print(int exit_code, int indentation) const {
+bool Report::print(int exit_code, int indentation) const {
   if (as_json_) {
     Json problems = Json::array();
     for (const Problem& problem : problems_) {
@@ -63,7 +70,7 @@ void Report::print(int exit_code, int indentation) const {
     const Json document = {{"version", 1},  {"verb", verb_},   {"exit_code", exit_code},
                            {"data", data_}, {"notes", notes_}, {"problems", std::move(problems)}};
     std::cout << document.dump(indentation, ' ', false, Json::error_handler_t::replace) << std::endl;
-    return;
+    return is_printed();
   }
   std::cout << text_.str() << std::flush;
   for (const std::string& note : notes_) std::cerr << "wlanctl: note: " << on_one_line(note) << '\n';
@@ -72,6 +79,7 @@ void Report::print(int exit_code, int indentation) const {
     if (!problem.next.empty()) std::cerr << "; " << on_one_line(problem.next);
     std::cerr << '\n';
   }
+  return is_printed();
 }
 
 std::string table(const std::vector<std::vector<std::string>>& rows) {

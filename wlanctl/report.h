@@ -43,15 +43,17 @@ class Report {
   bool has_problems() const { return !problems_.empty(); }
   const std::vector<Problem>& problems() const { return problems_; }
 
-  // Prints everything and returns the exit code. Text mode puts problems on standard error, one line each.
+  // Prints everything and returns the exit code, which is a failure when it could not be printed. Text mode puts problems
+  // on standard error, one line each.
   int finish(int exit_code);
 
   // For a verb that repeats itself: prints what there is so far, JSON on one line, and starts over. What comes after the
   // last one is printed by finish, if anything does.
-  void refresh(int exit_code);
+  // False when it could not be printed.
+  bool refresh(int exit_code);
 
  private:
-  void print(int exit_code, int indentation) const;
+  bool print(int exit_code, int indentation) const;
 
   std::string verb_;
   bool as_json_ = false;

@@ -6,10 +6,12 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <optional>
 
 #include "wifimgr_lib.h"
 #include "wlanctl/applied_state.h"
 #include "wlanctl/apply_run.h"
+#include "wlanctl/report.h"
 #include "wlanctl/store.h"
 
 namespace wlanctl {
@@ -35,27 +37,31 @@ bool restore_dat_file(Band band, const std::string& bytes, Report& report) {
 
 bool roll_back(const Pending& pending, Report& report) {
   const Band band = pending.band;
+  const bool is_open = reopen_if_replaced(band, report);
   // However far the apply came: what is up now is at most the larger of the two.
-  const int applied_count = ssid_count(band);
+  const int applied_count = is_open ? ssid_count(band) : 0;
   if (!adopt_applied(band, pending.applied)) {
     report.problem({std::string("what was in force on ") + label_of(band) + " before is not to be read",
                     "set the values again, and apply",
                     {{"band", label_of(band)}}});
+    (void)restore_dat_file(band, pending.dat, report);
     return false;
   }
   const int count_before = pre_wlan_state[number_of(band)];
-  if (!replace_store(band, settings_in_force(band))) {
+  // The radio and the file come back even if the store cannot: the operator may have no other way in.
+  std::optional<PrivateStore> instead;
+  if (!is_open || !replace_store(band, settings_in_force(band))) {
     report.problem({std::string("the store of ") + label_of(band) + " cannot take its old settings",
-                    "is another process stopped while it holds the store?",
+                    std::string("radio and dat file have them; wlanctl revert ") + label_of(band),
                     {{"band", label_of(band)}}});
-    return false;
+    instead.emplace(band, settings_in_force(band));
   }
   if (applied_count != count_before) (void)wifimgr_lib_set_reloadFlag(static_cast<uint32_t>(number_of(band)), "1");
   pre_wlan_state[number_of(band)] = std::max(applied_count, count_before);
   // The commit writes the dat file too, but with what the store keeps of it alone.
   const bool in_force = bring_into_force(band, true, report).has_value();
   const bool file_is_back = restore_dat_file(band, pending.dat, report);
-  return in_force && file_is_back && keep_applied(band, report) && remove_pending(band, report);
+  return in_force && file_is_back && keep_applied(band, FileIs::kSettled, report) && remove_pending(band, report);
 }
 
 }  // namespace wlanctl

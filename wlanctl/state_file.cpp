@@ -10,15 +10,13 @@
 #include <cstring>
 #include <sstream>
 
+#include "wlanctl/report.h"
+
 namespace wlanctl {
 namespace {
 
-// Against half-written and hand-edited files; a sum (FNV-1a), not a seal.
-std::string sum_of(const std::string& text) {
-  uint64_t sum = 0xcbf29ce484222325;
-  for (const char c : text) sum = (sum ^ static_cast<unsigned char>(c)) * 0x100000001b3;
-  return std::to_string(sum);
-}
+// Far more than a dat file may have, and what a device without an end is stopped at.
+constexpr size_t kMost = size_t{1} << 20;
 
 bool is_own(int file) {
   struct stat status;
@@ -30,18 +28,38 @@ std::optional<std::string> read_open(int file) {
   std::string bytes;
   char block[4096];
   ssize_t got = 0;
-  while ((got = read(file, block, sizeof block)) > 0) bytes.append(block, static_cast<size_t>(got));
+  while ((got = read(file, block, sizeof block)) > 0) {
+    bytes.append(block, static_cast<size_t>(got));
+    if (bytes.size() <= kMost) continue;
+    errno = EFBIG;
+    return std::nullopt;
+  }
   if (got < 0) return std::nullopt;
   return bytes;
 }
 
 }  // namespace
 
+// Against half-written and hand-edited files; a sum (FNV-1a), not a seal.
+std::string sum_of(const std::string& text) {
+  uint64_t sum = 0xcbf29ce484222325;
+  for (const char c : text) sum = (sum ^ static_cast<unsigned char>(c)) * 0x100000001b3;
+  return std::to_string(sum);
+}
+
+std::string this_boot() {
+  std::string id = read_bytes("/proc/sys/kernel/random/boot_id").value_or("");
+  id = id.substr(0, id.find('\n'));
+  return id.empty() ? "-" : id;
+}
+
 std::optional<std::string> read_bytes(const std::string& path) {
   const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC);
   if (file < 0) return std::nullopt;
   std::optional<std::string> bytes = read_open(file);
+  const int error = errno;
   close(file);
+  errno = error;
   return bytes;
 }
 

@@ -5,9 +5,9 @@
 #include <optional>
 #include <string>
 
-#include "wlanctl/report.h"
-
 namespace wlanctl {
+
+class Report;
 
 // The text of such a file; none when it is missing, of another format or version, damaged, or somebody else's.
 std::optional<std::string> read_state_file(const std::string& path, const std::string& format, int version);
@@ -15,6 +15,12 @@ std::optional<std::string> read_state_file(const std::string& path, const std::s
 // False with a problem when it cannot be written.
 bool write_state_file(const std::string& path, const std::string& format, int version, const std::string& text,
                       Report& report);
+
+// A sum of the text, to see whether it changed.
+std::string sum_of(const std::string& text);
+
+// Which boot this is: what such a file says is true of one only.
+std::string this_boot();
 
 // The bytes of a file as they are; none when it cannot be read.
 std::optional<std::string> read_bytes(const std::string& path);

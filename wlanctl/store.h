@@ -6,13 +6,24 @@
 #include <vector>
 
 #include "wlanctl/key.h"
-#include "wlanctl/report.h"
 
 namespace wlanctl {
 
+class Report;
+
+enum class Opening {
+  kUsual,
+  kLeavePending,  // an apply that waits for its confirmation is left as it is, even if its guardian is lost
+  kToFill,        // an empty store will do
+};
+
 // Makes the library work on the band's live store: attaches the segment that is there, so that nothing of what other
-// processes hold is lost; only where there is none is the dat file loaded. False with a problem when neither works.
-bool open_store(Band band, Report& report);
+// processes hold is lost; only where there is none is the dat file loaded. False with a problem when neither works, when
+// the store is empty, and when another process holds its lock and does not let go.
+bool open_store(Band band, Report& report, Opening how = Opening::kUsual);
+
+// Attaches the segment anew where somebody has removed it, and made another, since it was opened.
+bool reopen_if_replaced(Band band, Report& report);
 
 // A record of a store or a dat file: a dat key and its fields, without line ends, empty ones at the end cut.
 struct StoreRecord {
@@ -25,7 +36,8 @@ std::vector<StoreRecord> records_of_store(Band band);
 // The records as they lie there, up to the table's end.
 std::vector<wifimgr_attr_record> table_of_store(Band band);
 
-// As the library's own parser reads the file; none when it cannot be opened.
+// As the library's own parser reads the file, and never in the middle of another process's save; none when it cannot be
+// opened.
 std::optional<std::vector<wifimgr_attr_record>> parse_dat_file(Band band);
 std::vector<StoreRecord> records_of_file(const std::vector<wifimgr_attr_record>& parsed);
 
@@ -46,17 +58,30 @@ class PrivateStore {
   std::vector<char> copy_;
 };
 
+// Whether a dat file has all that a save of the live store would have written.
+bool is_complete(Band band, const std::vector<wifimgr_attr_record>& file);
+
 // Puts the content of a dat file into the live store, in one step for everybody else. False when it does not fit or the
 // lock cannot be had.
 bool replace_store(Band band, const std::vector<wifimgr_attr_record>& content);
+
+enum class Reverting { kDone, kUnreadable, kIncomplete, kNoRoom };
+
+struct Reverted {
+  Reverting how = Reverting::kDone;
+  std::vector<wifimgr_attr_record> before;
+  std::vector<wifimgr_attr_record> file;
+  std::vector<std::string> missing;  // keys that the store has and the file should have
+};
+
+// Puts the band's dat file into the live store, in one step. A file that was cut off, or never written to its end, is
+// refused unless `even_if_incomplete`: the store may be all that is left of the settings.
+Reverted revert_store(Band band, bool even_if_incomplete);
 
 // Field values, without their line end. None when the key is not in the store.
 std::optional<std::string> read_value(Band band, const Key& key, int index);
 
 int ssid_count(Band band);
-
-// The value as JSON: a number where the key holds numbers and this is one, else text.
-Json json_value(const Key& key, const std::string& value);
 
 inline constexpr char kMasked[] = "********";
 

@@ -54,7 +54,10 @@ bool refuse_second(Band band, Report& report) {
 // Everything that can be refused is found here, before anything is touched.
 int plan_all(const Words& words, Report& report, std::vector<Job>* jobs) {
   for (const Band band : bands_of(words.band)) {
-    if (!open_store(band, report)) return kNoStore;
+    if (!open_store(band, report, words.dry_run ? Opening::kLeavePending : Opening::kUsual)) return kNoStore;
+    if (words.dry_run && is_pending(band)) {
+      report.note(std::string("an apply of ") + label_of(band) + " waits for its confirmation, or to be rolled back");
+    }
     if (!words.dry_run && refuse_second(band, report)) continue;
     if (!restore_applied(band, report)) return kWrongUsage;
     jobs->push_back({band, plan_apply(band), std::nullopt, std::nullopt});
@@ -66,7 +69,7 @@ int plan_all(const Words& words, Report& report, std::vector<Job>* jobs) {
 // Before the first change of any band: the settings to come back, and somebody who brings them.
 bool prepare(const Words& words, Job& job, Report& report) {
   // Until the new settings are in force, and kept as such, the file must not pass for them.
-  if (!keep_applied(job.band, report)) return false;
+  if (!keep_applied(job.band, FileIs::kChanging, report)) return false;
   if (words.confirm_seconds == 0) return true;
   if (!job.plan.is_file_in_force) {
     report.note(dat_path_of(job.band) +
@@ -89,11 +92,12 @@ bool run_job(Job& job, Report& report) {
   }
   make_consistent(job.band, report);
   job.applied = bring_into_force(job.band, false, report);
-  if (job.applied) return keep_applied(job.band, report);
+  if (job.applied) return keep_applied(job.band, FileIs::kSettled, report);
   // A write that failed on the way has left half a file.
   if (file_before && read_bytes(dat_path_of(job.band)) != file_before) {
     (void)restore_dat_file(job.band, *file_before, report);
   }
+  (void)keep_applied(job.band, FileIs::kSettled, report);
   return false;
 }
 
@@ -136,10 +140,11 @@ int judge_scripts(const Job& job, Report& report) {
   if (!job.applied || job.applied->weight > 1) return kDone;
   for (const Script& script : job.applied->scripts) {
     if (script.status == 0) continue;
-    report.problem({"the driver's script of SSID " + std::to_string(script.ssid) + " of " + label_of(job.band) +
-                        " failed, with status " + std::to_string(script.status),
-                    "run " + script.path + " by hand to see why",
-                    {{"band", label_of(job.band)}, {"ssid", script.ssid}}});
+    report.problem(
+        {"the driver's script of SSID " + std::to_string(script.ssid) + " of " + label_of(job.band) +
+             " failed, with status " + std::to_string(script.status),
+         "wlanctl apply " + std::string(label_of(job.band)) + " tells it again; the kernel's log may say why",
+         {{"band", label_of(job.band)}, {"ssid", script.ssid}}});
   }
   return report.has_problems() ? kNoAnswer : kDone;
 }
@@ -191,7 +196,7 @@ int apply(const Words& words, Context& context) {
   // A dry run changes nothing, and waits for nobody.
   if (!words.dry_run) {
     lock.emplace(report, words.wait_seconds);
-    if (!*lock) return kBusy;
+    if (!*lock) return lock->exit_code();
   }
   std::vector<Job> jobs;
   int code = plan_all(words, report, &jobs);

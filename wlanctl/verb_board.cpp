@@ -133,8 +133,8 @@ void add_board(CLI::App& app, Context& context) {
         verb.add_option("NAME", words.name, "One of them alone")
             ->check(CLI::Validator([](std::string& name) { return check_name(name); }, "{" + button_names() + "}"));
         verb.footer(
-            "A look uses the press up: a management process that waits for the same button does\n"
-            "not see it any more.\n\n"
+            "A look uses the press up: a management process that waits for the same button\n"
+            "does not see it any more.\n\n"
             "Examples:\n  wlanctl button\n  wlanctl button wps");
       },
       look_at_buttons);

@@ -49,7 +49,7 @@ int read(const Words& words, Context& context) {
   Report& report = context.report;
   const Band band = *parse_band(words.band);
   const ToolLock lock(report, words.wait_seconds);
-  if (!lock) return kBusy;
+  if (!lock) return lock.exit_code();
   std::string said;
   const bool done = call_quietly([&] { return wifimgr_lib_get_wifi_calibration(number_of(band)) == 0; }, &said);
   // The library keeps the driver's file without a failure when the image is another chip's, which it says, and when
@@ -95,7 +95,7 @@ int write(const Words& words, Context& context) {
     return kRefused;
   }
   const ToolLock lock(report, words.wait_seconds);
-  if (!lock) return kBusy;
+  if (!lock) return lock.exit_code();
   std::string said;
   const auto flash = [&] { return wifimgr_lib_set_wifi_calibration(number_of(band)) == 0 && last_shell_status() == 0; };
   if (!call_quietly(flash, &said)) {

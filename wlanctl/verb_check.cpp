@@ -93,11 +93,11 @@ void add_check(CLI::App& app, Context& context) {
         verb.add_option("--band", words.band, "The files' band, 2.4g or 5g; else told by their names where it can be")
             ->check(CLI::IsMember({label_of(Band::k2_4G), label_of(Band::k5G)}, CLI::ignore_case));
         verb.footer(
-            "One line per finding: FILE:LINE: KEY: reason. The library's own setters judge the values.\n"
-            "Exit codes: 0 nothing found, 1 findings, 2 a file cannot be read.\n\n"
+            "One line per finding: FILE:LINE: KEY: reason. The library's own setters judge\n"
+            "the values. Exit codes: 0 nothing found, 1 findings, 2 a file cannot be read.\n\n"
             "Examples:\n"
             "  wlanctl check /etc/Wireless/RT2860AP/RT2860AP.dat\n"
-            "  wlanctl check --band 5g new.dat && cp new.dat /etc/Wireless/RT2860AP_AC/RT2860AP_AC.dat");
+            "  wlanctl check --band 5g new.dat");
       },
       run);
 }

@@ -9,20 +9,22 @@ namespace {
 
 struct Words {
   std::string band;
+  bool force = false;
   unsigned wait_seconds = 10;
 };
 
 Problem too_late(Band band, const std::string& why) {
   const std::string label = label_of(band);
   return {"the apply of " + label + " can no longer be confirmed: " + why,
-          "wlanctl diff " + label + " shows what is in force; set and apply again",
+          "wlanctl diff " + label + " shows what is in force; when it cannot be rolled back, --force ends the waiting",
           {{"band", label}}};
 }
 
-bool confirm_band(Band band, Report& report) {
+bool confirm_band(Band band, bool force, Report& report) {
   // Where its guardian is lost and the time over, this rolls it back.
-  if (!open_store(band, report)) return false;
+  if (!open_store(band, report, force ? Opening::kLeavePending : Opening::kUsual)) return false;
   const std::optional<Pending> pending = read_pending(band);
+  if (is_pending(band) && force) return remove_pending(band, report);
   if (!is_pending(band)) {
     report.problem(too_late(band, "it was rolled back"));
   } else if (!pending) {
@@ -43,12 +45,12 @@ int confirm(const Words& words, Context& context) {
   Json confirmed = Json::array();
   report.data() = {{"bands", confirmed}};
   const ToolLock lock(report, words.wait_seconds);
-  if (!lock) return kBusy;
+  if (!lock) return lock.exit_code();
   bool waiting = false;
   for (const Band band : bands_of(words.band)) {
     if (!is_pending(band)) continue;
     waiting = true;
-    if (!confirm_band(band, report)) continue;
+    if (!confirm_band(band, words.force, report)) continue;
     confirmed.push_back(label_of(band));
     report.text() << label_of(band) << ": confirmed; the settings stay\n";
   }
@@ -67,6 +69,7 @@ void add_confirm(CLI::App& app, Context& context) {
       app, context, "confirm", "Keep what apply --confirm has brought into force",
       [](CLI::App& verb, Words& words) {
         add_band(verb, words.band);
+        verb.add_flag("--force", words.force, "Also when its time is over and it cannot be rolled back");
         verb.add_option("--wait", words.wait_seconds, "Seconds to wait for another wlanctl")->capture_default_str();
         verb.footer("Examples:\n  wlanctl confirm\n  wlanctl confirm 5g");
       },

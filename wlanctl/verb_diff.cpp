@@ -8,6 +8,7 @@
 #include "wlanctl/library_messages.h"
 #include "wlanctl/lock.h"
 #include "wlanctl/store.h"
+#include "wlanctl/wrap.h"
 
 namespace wlanctl {
 namespace {
@@ -15,6 +16,7 @@ namespace {
 struct Words {
   std::string band;
   bool secrets = false;
+  bool force = false;
   unsigned wait_seconds = 10;
 };
 
@@ -108,11 +110,22 @@ int diff(const Words& words, Context& context) {
         values_of(records_of_store(band)), values_of(records_of_file(*parsed)), shown_ssids(band), words.secrets);
     if (!restore_applied(band, report)) return kWrongUsage;
     const char* const weight = word_for_weight(plan_apply(band).weight);
+    if (!is_told(band)) {
+      report.note(std::string("the driver did not take all of the last apply of ") + label_of(band) +
+                  "; wlanctl apply " + label_of(band) + " tells it again");
+    }
     Json changes = Json::array();
     std::vector<std::vector<std::string>> rows;
+    size_t widest = 0;
     for (const Difference& one : found) {
       changes.push_back({{"key", one.name}, {"live", json_text(one.live)}, {"file", json_text(one.file)}});
       rows.push_back({"  " + one.name, printable(one.file) + " -> " + printable(one.live)});
+      widest = std::max(widest, rows.back()[0].size());
+    }
+    // Two long values do not fit beside each other.
+    for (std::vector<std::string>& row : rows) {
+      const size_t arrow = row[1].rfind(" -> ");
+      if (widest + 2 + row[1].size() > kColumns) row[1].replace(arrow, 1, "\n" + std::string(widest + 2, ' '));
     }
     report.text() << label_of(band) << ": "
                   << (found.empty() ? "the store is as the dat file"
@@ -128,12 +141,13 @@ int diff(const Words& words, Context& context) {
 int save(const Words& words, Context& context) {
   Report& report = context.report;
   const ToolLock lock(report, words.wait_seconds);
-  if (!lock) return kBusy;
+  if (!lock) return lock.exit_code();
   Json saved = Json::array();
   for (const Band band : bands_of(words.band)) {
     if (!open_store(band, report)) return kNoStore;
     // From now on the dat file no longer says what is in force.
-    if (!restore_applied(band, report) || !keep_applied(band, report)) return kWrongUsage;
+    if (!restore_applied(band, report)) return kWrongUsage;
+    if (!keep_applied(band, FileIs::kChanging, report)) return kRefused;
     clear_messages();
     if (wifimgr_lib_save_dataFile(number_of(band)) != 0) {
       report.problem({std::string(label_of(band)) + " was not saved: " + first_reason(),
@@ -141,6 +155,7 @@ int save(const Words& words, Context& context) {
                       {{"band", label_of(band)}}});
       return kRefused;
     }
+    if (!keep_applied(band, FileIs::kSettled, report)) return kRefused;
     saved.push_back(label_of(band));
     report.text() << label_of(band) << ": saved to " << dat_path_of(band) << '\n';
   }
@@ -148,27 +163,37 @@ int save(const Words& words, Context& context) {
   return kDone;
 }
 
+Problem refusal_of(Band band, const Reverted& outcome) {
+  const Json about = {{"band", label_of(band)}};
+  if (outcome.how == Reverting::kUnreadable) return unreadable_file(band);
+  if (outcome.how == Reverting::kNoRoom) {
+    return {std::string("the store of ") + label_of(band) + " cannot take its dat file",
+            "stop the management processes, remove the segment with ipcrm and start them", about};
+  }
+  const size_t others = outcome.missing.size() - 1;
+  return {dat_path_of(band) + " lacks " + outcome.missing.front() +
+              (others == 0 ? "" : " and " + std::to_string(others) + " more keys that the store has"),
+          "was it cut off? wlanctl save " + std::string(label_of(band)) +
+              " writes it anew; --force reverts to what there is",
+          about};
+}
+
 int revert(const Words& words, Context& context) {
   Report& report = context.report;
   const ToolLock lock(report, words.wait_seconds);
-  if (!lock) return kBusy;
+  if (!lock) return lock.exit_code();
   Json reverted = Json::array();
   for (const Band band : bands_of(words.band)) {
-    if (!open_store(band, report)) return kNoStore;
-    const auto parsed = parse_dat_file(band);
-    if (!parsed) {
-      report.problem(unreadable_file(band));
-      return kWrongUsage;
+    if (!open_store(band, report, Opening::kToFill)) return kNoStore;
+    const size_t ssids = shown_ssids(band);
+    const Reverted outcome = revert_store(band, words.force);
+    if (outcome.how != Reverting::kDone) {
+      report.problem(refusal_of(band, outcome));
+      return outcome.how == Reverting::kUnreadable ? kWrongUsage : kRefused;
     }
     const size_t values =
-        differences(values_of(records_of_store(band)), values_of(records_of_file(*parsed)), shown_ssids(band), false)
+        differences(values_of(records_of_file(outcome.before)), values_of(records_of_file(outcome.file)), ssids, false)
             .size();
-    if (!replace_store(band, *parsed)) {
-      report.problem({std::string("the store of ") + label_of(band) + " cannot take its dat file",
-                      "stop the management processes, remove the segment with ipcrm and start them",
-                      {{"band", label_of(band)}}});
-      return kRefused;
-    }
     reverted.push_back({{"band", label_of(band)}, {"values", values}});
     report.text() << label_of(band) << ": " << values << " values put back to the dat file's\n";
   }
@@ -203,6 +228,7 @@ void add_diff(CLI::App& app, Context& context) {
       app, context, "revert", "Put the live store back to what the dat file says",
       [](CLI::App& verb, Words& words) {
         add_band(verb, words.band);
+        verb.add_flag("--force", words.force, "Also to a dat file that lacks keys of the store");
         add_wait(verb, words);
         verb.footer("Examples:\n  wlanctl revert 2.4g");
       },

@@ -1,6 +1,7 @@
 // get: single values of the live store.
 #include "wlanctl/assignment.h"
 #include "wlanctl/command.h"
+#include "wlanctl/json_value.h"
 #include "wlanctl/store.h"
 
 namespace wlanctl {
@@ -50,7 +51,9 @@ void add_get(CLI::App& app, Context& context) {
       [](CLI::App& verb, Words& words) {
         add_band(verb, words.band)->required();
         verb.add_option("KEY", words.keys, "KEY for the band, KEY:SSID for an SSID")->required();
-        verb.footer("Examples:\n  wlanctl get 2.4g Channel\n  wlanctl get 5g SSID:1 HideSSID:1 --json");
+        verb.footer(
+            "A passphrase that is asked for by its name is printed as it is.\n\n"
+            "Examples:\n  wlanctl get 2.4g Channel\n  wlanctl get 5g SSID:1 HideSSID:1 --json");
       },
       run);
 }

@@ -1,6 +1,7 @@
 // keys: every setting with its scope, what it takes and what it means.
 #include "wlanctl/command.h"
 #include "wlanctl/key.h"
+#include "wlanctl/wrap.h"
 
 namespace wlanctl {
 namespace {
@@ -9,13 +10,32 @@ struct Words {
   std::string band;
 };
 
+constexpr size_t kIndentation = 4;
+constexpr size_t kNameWidth = 26;
+constexpr size_t kScopeWidth = 6;
+
+void print_row(std::ostream& text, const std::string& name, const std::string& scope, const std::string& accepted) {
+  std::string head = name + ' ';
+  head.append(head.size() < kNameWidth ? kNameWidth - head.size() : 0, ' ');
+  head += scope;
+  head.append(kNameWidth + kScopeWidth > head.size() ? kNameWidth + kScopeWidth - head.size() : 0, ' ');
+  for (const std::string& line : wrapped(accepted, kColumns - head.size())) {
+    text << head << line << '\n';
+    head.assign(head.size(), ' ');
+  }
+}
+
 int run(const Words& words, Context& context) {
-  std::vector<std::vector<std::string>> rows = {{"KEY", "OF", "ACCEPTS", "MEANING"}};
+  std::ostream& text = context.report.text();
+  print_row(text, "KEY", "OF", "ACCEPTS");
   Json keys = Json::array();
   const std::optional<Band> only = parse_band(words.band);
   for (const Key& key : all_keys()) {
     if (only && !key.is_on(*only)) continue;
-    rows.push_back({key.name, word_for(key.scope), words_for(key.accepted), key.meaning});
+    print_row(text, key.name, word_for(key.scope), words_for(key.accepted));
+    for (const std::string& line : wrapped(key.meaning, kColumns - kIndentation)) {
+      text << std::string(kIndentation, ' ') << line << '\n';
+    }
     Json bands = Json::array();
     for (const Band band : kBands) {
       if (key.is_on(band)) bands.push_back(label_of(band));
@@ -28,7 +48,6 @@ int run(const Words& words, Context& context) {
                     {"meaning", key.meaning},
                     {"secret", key.secret}});
   }
-  context.report.text() << table(rows);
   context.report.data() = {{"keys", std::move(keys)}};
   return kDone;
 }

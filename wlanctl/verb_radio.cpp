@@ -25,7 +25,7 @@ int turn(const Words& words, Context& context, Switch position) {
   Report& report = context.report;
   const Band band = *parse_band(words.band);
   const ToolLock lock(report, words.wait_seconds);
-  if (!lock) return kBusy;
+  if (!lock) return lock.exit_code();
   if (!open_store(band, report)) return kNoStore;
   if (!is_there(band, report)) return kNoAnswer;
   std::string reason;

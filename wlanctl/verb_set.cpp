@@ -1,9 +1,12 @@
 // set: changes the live store, all of it or nothing.
 #include "wlanctl/assignment.h"
 #include "wlanctl/command.h"
+#include "wlanctl/json_value.h"
 #include "wlanctl/library_messages.h"
+#include "wlanctl/library_output.h"
 #include "wlanctl/lock.h"
 #include "wlanctl/shell.h"
+#include "wlanctl/signal_hold.h"
 #include "wlanctl/store.h"
 
 namespace wlanctl {
@@ -37,9 +40,10 @@ void refuse(Report& report, Band band, const Assignment& assignment, const std::
                   details_of(band, assignment, reason)});
 }
 
-// Asks the library's own setter, and only that.
+// Asks the library's own setter, and only that. Some tell the driver too, whose tool prints.
 bool is_stored(Band band, const Assignment& assignment) {
   clear_messages();
+  const CaughtOutput unheard;
   return assignment.target.key->setter(static_cast<uint32_t>(number_of(band)), assignment.target.index,
                                        assignment.value.c_str()) == 0;
 }
@@ -69,6 +73,19 @@ void try_out(const Words& words, Band band, Report& report, const std::vector<As
   }
 }
 
+struct Stored {
+  Target target;
+  std::string before;
+};
+
+void take_back(Band band, const std::vector<Stored>& stored) {
+  for (auto one = stored.rbegin(); one != stored.rend(); ++one) {
+    const Key& key = *one->target.key;
+    const int field = key.numbering == Numbering::kShared ? one->target.index : -1;
+    (void)update_attr(number_of(band), field, dat_key_of(key, one->target.index).c_str(), one->before.c_str());
+  }
+}
+
 int run(const Words& words, Context& context) {
   Report& report = context.report;
   const Band band = *parse_band(words.band);
@@ -79,29 +96,36 @@ int run(const Words& words, Context& context) {
     return kWrongUsage;
   }
   const ToolLock lock(report, words.wait_seconds);
-  if (!lock) return kBusy;
+  if (!lock) return lock.exit_code();
   if (!open_store(band, report)) return kNoStore;
   try_out(words, band, report, assignments);
   report.data() = {{"band", label_of(band)}, {"changes", Json::array()}};
   if (report.has_problems()) return kRefused;
 
+  // All or nothing, whoever interrupts it.
+  const SignalHold hold;
+  std::vector<Stored> stored;
   Json changes = Json::array();
+  std::ostringstream text;
   for (const Assignment& assignment : assignments) {
     const Key& key = *assignment.target.key;
     const std::string before = read_value(band, key, assignment.target.index).value_or("");
     if (!is_stored(band, assignment)) {
       refuse(report, band, assignment, first_reason(), "another process changed the store; try again");
-      break;
+      take_back(band, stored);
+      return kRefused;
     }
+    stored.push_back({assignment.target, before});
     changes.push_back({{"key", key.name},
                        {"index", assignment.target.index},
                        {"before", json_value(key, shown(key, before))},
                        {"after", json_value(key, shown(key, assignment.value))}});
-    report.text() << label_of(band) << ' ' << assignment.target.name() << " = "
-                  << printable(shown(key, assignment.value)) << "  (was " << printable(shown(key, before)) << ")\n";
+    text << label_of(band) << ' ' << assignment.target.name() << " = " << printable(shown(key, assignment.value))
+         << "  (was " << printable(shown(key, before)) << ")\n";
   }
+  report.text() << text.str();
   report.data()["changes"] = std::move(changes);
-  return report.has_problems() ? kRefused : kDone;
+  return kDone;
 }
 
 }  // namespace

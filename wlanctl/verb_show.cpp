@@ -1,5 +1,6 @@
 // show: a band or one of its SSIDs, as a table.
 #include "wlanctl/command.h"
+#include "wlanctl/json_value.h"
 #include "wlanctl/store.h"
 
 namespace wlanctl {

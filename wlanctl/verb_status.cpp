@@ -189,7 +189,7 @@ int watch(unsigned seconds, Context& context) {
     if (!clears) before = "\n";
     const int exit_code = show_page(context.report);
     if (exit_code == kNoStore) return exit_code;
-    context.report.refresh(exit_code);
+    if (!context.report.refresh(exit_code)) return kRefused;
   } while (!signals.come_within(seconds));
   return kDone;
 }
@@ -210,8 +210,8 @@ void add_status(CLI::App& app, Context& context) {
                             ->type_name("SECONDS")
                             ->check(CLI::Range(1U, kMostSeconds));
         verb.footer(
-            "With --watch and --json each page is a document on a line of its own. A watch that\n"
-            "is interrupted (SIGINT, SIGTERM) ends with exit code 0.\n\n"
+            "With --watch and --json each page is a document on a line of its own. A watch\n"
+            "that is interrupted (SIGINT, SIGTERM) ends with exit code 0.\n\n"
             "Examples:\n"
             "  wlanctl status\n"
             "  wlanctl status --watch 5\n"

@@ -121,7 +121,7 @@ int act(const Words& words, Context& context, const char* action,
   Report& report = context.report;
   const Band band = *parse_band(words.band);
   const ToolLock lock(report, words.wait_seconds);
-  if (!lock) return kBusy;
+  if (!lock) return lock.exit_code();
   if (const int failure = open_ssid(words, band, report)) return failure;
   if (!is_ready(band, words.ssid, report)) return kRefused;
   // The library takes the interface's prefix from a snapshot; this one is for that, and goes with the process.

@@ -32,8 +32,14 @@ std::string killing_ifconfig(const std::string& whom) {
          whom + "' | stand_in ifconfig;";
 }
 
+constexpr char kGuardianPid[] = "$(grep -l wlanctl-guard /run/gateway-sim/proc/[0-9]*/comm | cut -d/ -f5)";
+
+// An apply whose guardian is killed in the middle, so that nobody waits for the second that it gives.
+const std::string kUnguarded = killing_ifconfig(kGuardianPid) +
+                               "touch /front/armed; wlanctl apply 2.4g --confirm 1 >/dev/null; no_guardian; sleep 1.1;";
+
 constexpr char kApply[] =
-    "wlanctl apply 2.4g --confirm 600 >/dev/null & echo $! >/front/pid; wait $!; s=$?; echo == killed; echo $s;";
+    "with_pid /front/pid wlanctl apply 2.4g --confirm 600 >/dev/null; s=$?; echo == killed; echo $s;";
 
 TEST(ApplyKilled, BeforeItsStateIsKeptChangesNothing) {
   const Result result = run_story(kChange + killed("before 1") + "ls /run | grep pending-2.4g$;" + kUnchanged +
@@ -104,51 +110,65 @@ TEST(GuardianKilled, IsReplacedByTheNextVerbForTheTimeThatIsLeft) {
 }
 
 TEST(GuardianKilled, IsReplacedByOneThatRollsBackInTime) {
-  const Result result = run_story(kChange +
-                                  "wlanctl apply 2.4g --confirm 3 >/dev/null; kill -9 $(guardian); wlanctl get 2.4g "
-                                  "Channel; gone 2.4g;" +
-                                  kBack);
+  const Result result =
+      run_story(kChange +
+                "wlanctl apply 2.4g --confirm 3 >/dev/null; kill -9 $(guardian); no_guardian; wlanctl get 2.4g "
+                "Channel; gone 2.4g;" +
+                kBack);
   EXPECT_EQ(kAllBack, behind(result.out, "back"));
 }
 
 TEST(GuardianKilled, IsMadeUpForWhenTheTimeIsOver) {
-  const Result result = run_story(kChange +
-                                  "wlanctl apply 2.4g --confirm 1 >/dev/null; kill -9 $(guardian); no_guardian;"
-                                  "sleep 1.1; echo == next; wlanctl diff 2.4g; ls /run | grep pending;" +
-                                  kBack);
+  const Result result =
+      run_story(kChange + kUnguarded + "echo == next; wlanctl diff 2.4g; ls /run | grep pending;" + kBack);
   EXPECT_THAT(result.err, HasSubstr("was not confirmed in time and its guardian is gone; it is rolled back now"));
   EXPECT_THAT(behind(result.out, "next"), HasSubstr("the store is as the dat file"));
   EXPECT_EQ(kAllBack, behind(result.out, "back"));
 }
 
 TEST(GuardianKilled, InTheMiddleOfTheRollbackIsMadeUpFor) {
-  const Result result =
-      run_story(kChange + killing_ifconfig("$(cat /front/guardian)") +
-                "wlanctl apply 2.4g --confirm 1 >/dev/null; guardian >/front/guardian; touch /front/armed; no_guardian;"
-                "echo == pending; ls /run | grep pending; wlanctl get 2.4g Channel >/dev/null;" +
-                kBack + "ls /run | grep pending");
+  const Result result = run_story(
+      kChange +
+      "printf '#!/bin/sh\\ngrep -aq \" waiting \" /run/wlanctl-pending-2.4g && rm /front/armed 2>/dev/null && kill "
+      "-9 %s\\nexec /real/ifconfig \"$@\"\\n' '" +
+      kGuardianPid +
+      "' | stand_in ifconfig; touch /front/armed; wlanctl apply 2.4g --confirm 1 >/dev/null; no_guardian;"
+      "echo == pending; ls /run | grep pending; wlanctl get 2.4g Channel >/dev/null;" +
+      kBack + "ls /run | grep pending");
   EXPECT_EQ("wlanctl-pending-2.4g\n", behind(result.out, "pending"));
   EXPECT_EQ(kAllBack, behind(result.out, "back"));
 }
 
 TEST(GuardianKilled, TogetherWithTheApplyIsMadeUpForAtOnce) {
-  const Result result = run_story(
-      kChange +
-      killing_ifconfig("$(grep -l wlanctl-guard /run/gateway-sim/proc/[0-9]*/comm | cut -d/ -f5) $(cat /front/pid)") +
-      "touch /front/armed;" + kApply + "no_guardian; wlanctl get 2.4g Channel >/dev/null; ls /run | grep pending;" +
-      kBack);
+  const Result result =
+      run_story(kChange + killing_ifconfig(std::string(kGuardianPid) + " $(cat /front/pid)") + "touch /front/armed;" +
+                kApply + "no_guardian; wlanctl get 2.4g Channel >/dev/null; ls /run | grep pending;" + kBack);
   EXPECT_THAT(result.err, HasSubstr("the apply of 2.4g ended in the middle; it is rolled back now"));
   EXPECT_EQ(kAllBack, behind(result.out, "back"));
 }
 
 TEST(GuardianKilled, AndTheTimeOverIsTooLateForAConfirmation) {
-  const Result result = run_story(kChange +
-                                  "wlanctl apply 2.4g --confirm 1 >/dev/null; kill -9 $(guardian); sleep 1.1;"
-                                  "echo == confirm; wlanctl confirm 2.4g; echo $?;" +
-                                  kBack);
+  const Result result = run_story(kChange + kUnguarded + "echo == confirm; wlanctl confirm 2.4g; echo $?;" + kBack);
   EXPECT_EQ("1\n", behind(result.out, "confirm"));
   EXPECT_THAT(result.err, HasSubstr("the apply of 2.4g can no longer be confirmed"));
   EXPECT_EQ(kAllBack, behind(result.out, "back"));
+}
+
+TEST(GuardianKilled, AndADryRunLeavesItAtThat) {
+  const Result result = run_story(kChange + kUnguarded +
+                                  "segment 2.4g >before; wlanctl apply 2.4g --dry-run | head -n 1;"
+                                  "ls /run | grep pending; segment 2.4g | cmp - before && echo same");
+  EXPECT_THAT(result.out, testing::EndsWith("wlanctl-pending-2.4g\nsame\n"));
+  EXPECT_THAT(result.err, HasSubstr("waits for its confirmation, or to be rolled back"));
+}
+
+TEST(GuardianKilled, AndNoWayBackIsEndedByForce) {
+  const Result result = run_story(kChange + kUnguarded + "mv " + kDat + " away; mkdir " + kDat +
+                                  "; wlanctl confirm 2.4g; s=$?; echo == refused; echo $s; ls /run | grep pending;"
+                                  "echo == forced; wlanctl confirm 2.4g --force; echo $?; ls /run | grep pending");
+  EXPECT_EQ("1\nwlanctl-pending-2.4g\n", behind(result.out, "refused"));
+  EXPECT_THAT(result.err, HasSubstr("wlanctl confirm 2.4g --force ends the waiting with what is there"));
+  EXPECT_EQ("2.4g: confirmed; the settings stay\n0\n", behind(result.out, "forced"));
 }
 
 }  // namespace

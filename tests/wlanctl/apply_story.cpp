@@ -19,6 +19,7 @@ std::string functions() {
          "no_guardian() { while [ -n \"$(guardian)\" ]; do sleep 0.02; done; }\n"
          "mkdir -p /real /front; PATH=/front:$PATH\n"
          "stand_in() { ln -s \"$(command -v $1)\" /real/$1; cat >/front/$1; chmod 755 /front/$1; }\n"
+         "with_pid() { sh -c 'echo $$ >\"$0\"; exec \"$@\"' \"$@\"; }\n"
          "killed_at() { WLANCTL_KILL=\"$1\"; shift; export WLANCTL_KILL\n"
          "  LD_PRELOAD=\"$LD_PRELOAD:" +
          KILL_AT_RENAME_LIBRARY + "\" \"$@\"; set -- $?; unset WLANCTL_KILL; return $1; }\n";

@@ -15,6 +15,7 @@ inline constexpr char kDat[] = "/etc/Wireless/RT2860AP/RT2860AP.dat";
 //   gone BAND     waits until the band's apply no longer waits for a confirmation
 //   guardian      the process numbers of guardians
 //   no_guardian   waits until there is none
+//   with_pid FILE runs a command that finds its own process number in a file from its start on
 //   stand_in NAME puts a script, standard input, in front of a command; the command itself is /real/NAME then
 std::string functions();
 

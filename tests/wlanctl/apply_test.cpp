@@ -207,7 +207,7 @@ TEST(Apply, GoesOnWhenItsTerminalHangsUpOrSomebodyEndsIt) {
   const Result result = run_story(
       "printf '#!/bin/sh\\nkill -HUP $(cat pid); kill -TERM $(cat pid); exec /real/ifconfig \"$@\"\\n' | stand_in "
       "ifconfig;"
-      "wlanctl set 2.4g Channel=1; wlanctl apply 2.4g & echo $! >pid; wait $!; echo == again; wlanctl apply 2.4g;"
+      "wlanctl set 2.4g Channel=1; with_pid pid wlanctl apply 2.4g; echo == again; wlanctl apply 2.4g;"
       "echo == dat; grep ^Channel= " +
       std::string(kDat));
   EXPECT_THAT(behind(result.out, "again"), HasSubstr("nothing to apply"));
@@ -217,7 +217,7 @@ TEST(Apply, GoesOnWhenItsTerminalHangsUpOrSomebodyEndsIt) {
 TEST(Apply, IsAppliedAgainAfterItWasKilledInTheMiddle) {
   const Result result = run_story(
       "printf '#!/bin/sh\\n[ -e pid ] && kill -9 $(cat pid); exec /real/ifconfig \"$@\"\\n' | stand_in ifconfig;"
-      "wlanctl set 2.4g Channel=1; wlanctl apply 2.4g & echo $! >pid; wait $!; rm pid; echo == again;"
+      "wlanctl set 2.4g Channel=1; with_pid pid wlanctl apply 2.4g; rm pid; echo == again;"
       "wlanctl apply 2.4g");
   EXPECT_THAT(behind(result.out, "again"), HasSubstr("applied; dat file written, interfaces restarted"));
 }
@@ -237,6 +237,17 @@ TEST(Apply, RefusesATimeThatIsNone) {
   const Result result = run_story("wlanctl apply --confirm 0; echo $?; wlanctl apply --confirm soon --json; echo $?");
   EXPECT_THAT(result.out, testing::StartsWith("2\n"));
   EXPECT_THAT(result.out, testing::EndsWith("2\n"));
+}
+
+TEST(Apply, TellsTheDriverAgainWhatItCouldNotTell) {
+  const Result result = run_story(
+      "mkdir /etc/Wireless/RT2860AP/WLAN_exec.sh; wlanctl set 2.4g SSID:1=Kitchen >/dev/null; wlanctl apply 2.4g;"
+      "echo $?; rmdir /etc/Wireless/RT2860AP/WLAN_exec.sh; wlanctl diff 2.4g; echo == again; wlanctl apply 2.4g;"
+      "echo == driver; commands | grep 'ra0 set SSID' | sort -u; echo == then; wlanctl apply 2.4g");
+  EXPECT_THAT(result.err, HasSubstr("the driver did not take all of the last apply of 2.4g"));
+  EXPECT_THAT(behind(result.out, "again"), HasSubstr("driver told of 2 SSIDs"));
+  EXPECT_EQ("/userfs/bin/iwpriv ra0 set SSID=Kitchen\n", behind(result.out, "driver"));
+  EXPECT_THAT(behind(result.out, "then"), HasSubstr("nothing to apply"));
 }
 
 }  // namespace

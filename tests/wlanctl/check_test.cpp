@@ -254,6 +254,18 @@ TEST(Check, TakesTheBandFromTheFoldersOrTheFilesName) {
   EXPECT_EQ(1u, document["notes"].size());
 }
 
+TEST(Check, TakesTheBandFromTheFolderThatItIsCalledIn) {
+  const std::vector<Result> steps =
+      run_steps({"cd /etc/Wireless/RT2860AP_AC; wlanctl check RT2860AP.dat --json",
+                 "cp /etc/Wireless/RT2860AP_AC/RT2860AP.dat .; wlanctl check RT2860AP.dat --json"});
+  EXPECT_EQ("5g", document_in(steps[0].out)["data"]["files"][0]["band"]);
+  EXPECT_TRUE(document_in(steps[1].out)["data"]["files"][0]["band"].is_null());
+}
+
+TEST(Check, AFileWithoutAnEndIsNoFile) {
+  EXPECT_EQ(2, run("wlanctl check /dev/zero --json >/dev/null").status);
+}
+
 TEST(Check, AnUnknownBandRefusesWhatBothRefuse) {
   EXPECT_THAT(findings_of("BssidNum=1\nWirelessMode=12\n", ""), ElementsAre("2 refused WirelessMode"));
 }

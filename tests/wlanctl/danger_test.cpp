@@ -22,14 +22,19 @@ struct Setting {
 
 struct Payload {
   std::string name;
-  std::string value;
+  std::string begin;
+  std::string end;
 };
 
-// A RADIUS secret must have eight characters; each makes the file "hit" when a shell acts on it.
+// A RADIUS secret must have eight characters; each makes a file when a shell acts on it.
 const std::vector<Payload> kPayloads = {
-    {"dollar", "aaaaaaaa$(touch hit)"}, {"backtick", "aaaaaaaa`touch hit`"}, {"semicolon", "aaaaaaaa;touch hit"},
-    {"line", "aaaaaaaa\ntouch hit"},    {"number", "1\ntouch hit\n"},
+    {"dollar", "aaaaaaaa$(touch ", ")"}, {"backtick", "aaaaaaaa`touch ", "`"}, {"semicolon", "aaaaaaaa;touch ", ""},
+    {"line", "aaaaaaaa\ntouch ", ""},    {"number", "1\ntouch ", "\n"},
 };
+
+std::string value_of(const Payload& payload, const std::string& file) {
+  return payload.begin + file + payload.end;
+}
 
 // Between them they write every line of the script.
 const Words kModes = {"set wifimgr_lib_set_authMode % 1 WPA2PSK",
@@ -68,8 +73,8 @@ std::vector<Setting> settings_of(const Side& side) {
   return settings;
 }
 
-std::string probe_word(const Side& side, const Setting& setting, const Payload& payload) {
-  return " set " + setting.setter + " " + side.number + " " + setting.index + " '" + payload.value + "'";
+std::string probe_word(const Side& side, const Setting& setting, const std::string& value) {
+  return " set " + setting.setter + " " + side.number + " " + setting.index + " '" + value + "'";
 }
 
 std::string for_side(std::string text, const Side& side) {
@@ -79,7 +84,7 @@ std::string for_side(std::string text, const Side& side) {
 
 // The driver's commands do nothing here: it is the shell that is watched.
 std::string quiet_driver() {
-  return "rm /userfs/bin/iwpriv; ln -s /bin/true /userfs/bin/iwpriv; ";
+  return "rm -f /userfs/bin/iwpriv; ";
 }
 
 // Which settings the library itself takes each payload for, whatever a shell would do. WPS settings go to the driver at
@@ -88,8 +93,8 @@ std::vector<std::vector<Setting>> taken(const Side& side, const std::vector<Sett
   Words steps;
   for (const Payload& payload : kPayloads) {
     std::string step = quiet_driver() + "library_probe init " + side.number;
-    for (const Setting& setting : settings) step += probe_word(side, setting, payload);
-    steps.push_back(step + "; [ ! -e hit ] || echo hit");
+    for (const Setting& setting : settings) step += probe_word(side, setting, value_of(payload, "hit"));
+    steps.push_back(step + " 2>/dev/null; [ ! -e hit ] || echo hit");
   }
   const std::vector<Result> results = run_steps(steps);
   std::vector<std::vector<Setting>> all;
@@ -104,19 +109,23 @@ std::vector<std::vector<Setting>> taken(const Side& side, const std::vector<Sett
   return all;
 }
 
-// Writes and runs the execute script of an SSID with each of them.
+// Writes and runs the execute script of an SSID with each of them, on a store made anew each time.
 Places hits(const Side& side, const std::vector<std::vector<Setting>>& settings) {
   const std::string script = "/etc/Wireless/" + side.folder + "/WLAN_exec.sh";
   std::string all = quiet_driver();
   for (size_t i = 0; i < kPayloads.size(); ++i) {
+    all += "\nlibrary_probe";
+    std::string names;
     for (const Setting& setting : settings[i]) {
+      const std::string file = "hit" + std::to_string(names.empty() ? 0 : lines_of(names).size());
+      names += setting.name + " " + kPayloads[i].name + "\n";
       for (const std::string& mode : kModes) {
-        all += "\nlibrary_probe init % oper % 0 " + mode;
-        all += probe_word(side, setting, kPayloads[i]);
-        all += " script % 0 flag 1 run % " + script + " >/dev/null 2>&1; [ ! -e hit ] || echo " + setting.name + " " +
-               kPayloads[i].name + "; rm -f hit";
+        all += " init % oper % 0 " + mode + probe_word(side, setting, value_of(kPayloads[i], file));
+        all += " script % 0 flag 1 run % " + script;
       }
     }
+    all += " >/dev/null 2>&1\ni=0; while read place; do [ ! -e hit$i ] || echo $place; i=$((i+1)); done <<END\n" +
+           names + "END\nrm -f hit*";
   }
   const Result result = run(for_side(all, side));
   const Words lines = lines_of(result.out);
@@ -128,7 +137,8 @@ Places refused(const Side& side, const std::vector<std::vector<Setting>>& settin
   Words steps;
   for (size_t i = 0; i < kPayloads.size(); ++i) {
     steps.push_back("wlanctl set " + side.label + " --json");
-    for (const Setting& setting : settings[i]) steps.back() += " '" + setting.name + "=" + kPayloads[i].value + "'";
+    for (const Setting& setting : settings[i])
+      steps.back() += " '" + setting.name + "=" + value_of(kPayloads[i], "hit") + "'";
   }
   const std::vector<Result> results = run_steps(steps);
   Places places;
@@ -178,7 +188,7 @@ TEST(Danger, ALineEndIsRefusedForEverySetting) {
   for (const Side& side : {k2_4G, k5G}) {
     const auto settings = taken(side, settings_of(side));
     std::string call = "wlanctl set " + side.label + " --json";
-    for (const Setting& setting : settings[3]) call += " '" + setting.name + "=" + kPayloads[3].value + "'";
+    for (const Setting& setting : settings[3]) call += " '" + setting.name + "=" + value_of(kPayloads[3], "hit") + "'";
     const std::vector<Result> steps = run_steps({call});
     EXPECT_EQ(settings[3].size(), document_in(steps[0].out)["problems"].size());
   }

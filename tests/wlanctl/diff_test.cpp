@@ -61,7 +61,7 @@ TEST(Diff, SaysThatItDoesNotKnowWhatIsInForce) {
 
 TEST(Diff, AStateFileThatIsNotBelievableIsNotUsed) {
   const char* const kState = "/var/run/wlanctl-applied-2.4g";
-  for (const char* const harm : {"chmod 644 %", "echo x >>%", "sed -i 's/ 1 / 9 /;s/ 2 / 9 /' %", "echo >%",
+  for (const char* const harm : {"chmod 644 %", "echo x >>%", "sed -i '1s/ 3 / 9 /' %", "echo >%",
                                  "mv % x; ln -s \"$PWD/x\" %", "sed -i s/2.4g/5g/ %"}) {
     std::string script = harm;
     for (size_t at = script.find('%'); at != std::string::npos; at = script.find('%')) script.replace(at, 1, kState);
@@ -131,6 +131,66 @@ TEST(Revert, IsRefusedWhenTheFileHasOutgrownTheStore) {
                                                "wlanctl revert 2.4g --json", "wlanctl get 2.4g SSID:1"});
   EXPECT_EQ(1, steps[2].status);
   EXPECT_EQ("Kitchen\n", steps[3].out);
+}
+
+TEST(Diff, TwoLongValuesFitAConsole) {
+  const Result result =
+      run("wlanctl set 2.4g SSID:1=12345678901234567890123456789012 >/dev/null; wlanctl save 2.4g "
+          ">/dev/null 2>&1; wlanctl set 2.4g SSID:1=abcdefghijabcdefghijabcdefghijab >/dev/null;"
+          "wlanctl diff 2.4g");
+  EXPECT_THAT(result.out, HasSubstr("-> abcdefghijabcdefghijabcdefghijab"));
+  for (const std::string& line : lines_of(result.out)) EXPECT_LE(line.size(), 80u) << line;
+}
+
+TEST(Diff, WhatOthersHaveCommittedIsInForce) {
+  const Result result =
+      run("wlanctl set 2.4g Channel=3 >/dev/null; wlanctl apply 2.4g >/dev/null 2>&1;"
+          "library_probe init 0 oper 0 0 set wifimgr_lib_set_channel 0 -1 11 commit 0 1 >/dev/null 2>&1; wlanctl diff "
+          "2.4g");
+  EXPECT_THAT(result.out, HasSubstr("an apply would mean: nothing"));
+  EXPECT_THAT(result.err, HasSubstr("others have changed"));
+}
+
+TEST(Diff, AFileThatWasCutOffIsNotWhatIsInForce) {
+  const std::vector<Result> steps = run_steps({"wlanctl save 2.4g >/dev/null 2>&1", std::string(": >") + kFile,
+                                               "wlanctl save 2.4g >/dev/null", "wlanctl diff 2.4g"});
+  EXPECT_EQ("2.4g: the store is as the dat file; an apply would mean: nothing\n", steps[3].out);
+  EXPECT_EQ("", steps[2].err + steps[3].err);
+}
+
+TEST(Revert, IsRefusedWhenTheFileWasCutOff) {
+  for (const char* const harm : {": >F", "printf 'hello\\nworld\\n' >F", "head -c 3000 F >part; cat part >F"}) {
+    const std::string file = kFile;
+    std::string script = harm;
+    for (size_t at = script.find('F'); at != std::string::npos; at = script.find('F', at + file.size())) {
+      script.replace(at, 1, file);
+    }
+    const std::vector<Result> steps =
+        run_steps({"wlanctl show >/dev/null; segment_bytes 0x12345 | md5sum", script, "wlanctl revert 2.4g",
+                   "segment_bytes 0x12345 | md5sum", "wlanctl save 2.4g && wlanctl revert 2.4g"});
+    EXPECT_EQ(1, steps[2].status) << harm;
+    EXPECT_THAT(steps[2].err, HasSubstr("was it cut off? wlanctl save 2.4g writes it anew"));
+    EXPECT_EQ(steps[0].out, steps[3].out) << harm;
+    EXPECT_EQ(0, steps[4].status) << steps[4].err;
+  }
+}
+
+TEST(Revert, ToAFileThatLacksKeysCanBeForced) {
+  const std::vector<Result> steps =
+      run_steps({"wlanctl set 2.4g SSID:1=Kitchen >/dev/null", std::string("sed -i /^BGProtection=/d ") + kFile,
+                 "wlanctl revert 2.4g", "wlanctl revert 2.4g --force >/dev/null", "wlanctl get 2.4g SSID:1"});
+  EXPECT_EQ(1, steps[2].status);
+  EXPECT_EQ("Gateway-Home\n", steps[4].out);
+}
+
+TEST(Revert, BesideSavesOfAnotherProcessLosesNothing) {
+  const Result result =
+      run("library_probe init 0 save 0 init 0 run 0 'touch ready' $(yes 'save 0' | head -n 400) run 0 'touch saved' "
+          ">/dev/null 2>&1 &\n"
+          "until [ -e ready ]; do sleep 0.02; done; wlanctl dump 2.4g | wc -l >before\n"
+          "until [ -e saved ]; do wlanctl revert 2.4g >/dev/null || echo refused; done; wait\n"
+          "wlanctl dump 2.4g | wc -l | cmp - before && echo same");
+  EXPECT_EQ("same\n", result.out) << result.err;
 }
 
 }  // namespace

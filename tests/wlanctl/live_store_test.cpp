@@ -72,12 +72,12 @@ TEST(LiveStore, EveryVerbIsTried) {
 }
 
 TEST(LiveStore, AnUnsavedChangeOfAnotherProcessSurvivesEveryVerb) {
-  std::string script = kHolder;
+  std::string script =
+      std::string(kHolder) + "ssid() { segment_bytes $1 | tr -s '\\0' '\\n' | grep -A1 -x SSID1 | tail -n 1; }\n";
   for (const std::string& verb : verbs()) {
     if (verb == "revert") continue;  // which is asked to drop it
-    script += "timeout 20 wlanctl " + calls().at(verb) + " >/dev/null 2>&1 </dev/null\n";
-    script += "ssids=$(wlanctl get 2.4g SSID:1)$(wlanctl get 5g SSID:1)\n";
-    script += "[ $ssids = UnsavedUnsaved5 ] || echo " + verb + " $ssids\n";
+    script += "timeout 60 wlanctl " + calls().at(verb) + " >/dev/null 2>&1 </dev/null\n";
+    script += "ssids=$(ssid 0x12345)$(ssid 0x12346); [ $ssids = UnsavedUnsaved5 ] || echo " + verb + " $ssids\n";
   }
   EXPECT_EQ(kKept, run(script + kRelease).out);
 }
@@ -88,7 +88,7 @@ TEST(LiveStore, NoVerbTouchesTheOtherBandsSegmentOrFile) {
       "state() { segment_bytes 0x12345 | md5sum; md5sum /etc/Wireless/RT2860AP/*; "
       "ls -l --time-style=full-iso /etc/Wireless/RT2860AP; }\nbefore=$(state)\n";
   for (const std::string& verb : verbs()) {
-    script += "timeout 20 wlanctl " + calls().at(verb) + " >/dev/null 2>&1 </dev/null\n";
+    script += "timeout 60 wlanctl " + calls().at(verb) + " >/dev/null 2>&1 </dev/null\n";
     script += "[ \"$(state)\" = \"$before\" ] || { echo " + verb + "; before=$(state); }\n";
   }
   EXPECT_EQ("SSID1 0 Unsaved\n", run(script + kRelease + "true").out.substr(0, 16));
@@ -120,6 +120,37 @@ TEST(LiveStore, SaysThreeWhenThereIsNoneAndNoneCanBeMade) {
   EXPECT_EQ(1u, lines_of(results.back().err).size());
   results.erase(results.begin());
   for (size_t i = 0; i < results.size(); ++i) EXPECT_EQ(3, results[i].status) << i << results[i].out;
+}
+
+TEST(LiveStore, SeveralThatFindNoneMakeOne) {
+  const Result result =
+      run("for i in 1 2 3 4 5 6 7 8 9 10; do\n"
+          "ipcrm -M 0x12345 2>/dev/null; for j in 1 2 3; do wlanctl show 2.4g 1 | wc -l >lines$j & done\n"
+          "wlanctl set 2.4g Channel=3 >/dev/null || echo failed; wait; wlanctl get 2.4g Channel; cmp lines1 lines2; "
+          "cmp lines1 lines3; done | sort -u");
+  EXPECT_EQ("3\n", result.out) << result.err;
+}
+
+TEST(LiveStore, ThatIsEmptyIsNone) {
+  const std::vector<Result> steps =
+      run_steps({std::string("wlanctl show >/dev/null; ipcrm -M 0x12345; '") + PYTHON_PROGRAM +
+                     "' -c 'import ctypes; ctypes.CDLL(None).shmget(0x12345, 358440, 0o1666)'",
+                 "wlanctl show 2.4g", "wlanctl status --json", "wlanctl revert 2.4g", "wlanctl get 2.4g SSID:1"});
+  EXPECT_EQ(3, steps[1].status);
+  EXPECT_EQ("wlanctl: the store of 2.4g is empty; wlanctl revert 2.4g fills it from the dat file\n", steps[1].err);
+  EXPECT_EQ(3, steps[2].status);
+  EXPECT_EQ(0, steps[3].status) << steps[3].err;
+  EXPECT_EQ("Gateway-Home\n", steps[4].out);
+}
+
+TEST(LiveStore, ThatAnotherProcessHoldsIsSaid) {
+  const Result result =
+      run("wlanctl show >/dev/null; hold_store 0x12348 & holder=$!\n"
+          "until [ -e held ]; do sleep 0.02; done\n"
+          "wlanctl show 2.4g >/dev/null 2>&1 & show=$!\n"
+          "wlanctl set 2.4g Channel=1 2>err; echo $?; grep -c \"held by process $holder,\" err; wait $show; echo $?\n"
+          "wlanctl get 5g Channel >/dev/null; echo $?; touch done; wait $holder; wlanctl get 2.4g Channel");
+  EXPECT_EQ("3\n1\n3\n0\n6\n", result.out) << result.err;
 }
 
 }  // namespace

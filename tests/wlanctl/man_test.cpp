@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <map>
 #include <regex>
 #include <set>
 
@@ -12,8 +13,11 @@ namespace {
 
 using testing::HasSubstr;
 
-std::string help_of(const std::string& verb) {
-  return sim_test::shell(std::string("'") + WLANCTL_PROGRAM + "' " + verb + " --help").out;
+const std::string& help_of(const std::string& verb) {
+  static std::map<std::string, std::string> texts;
+  const auto [text, is_new] = texts.try_emplace(verb);
+  if (is_new) text->second = sim_test::shell(std::string("'") + WLANCTL_PROGRAM + "' " + verb + " --help").out;
+  return text->second;
 }
 
 // The verbs that a help text lists.

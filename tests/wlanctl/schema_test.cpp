@@ -15,7 +15,7 @@ using testing::HasSubstr;
 
 Words verbs() {
   const std::string script =
-      std::string("'") + WLANCTL_PROGRAM + "' --help | sed -n '/^Subcommands:/,/^$/s/^  \\([a-z]*\\) .*/\\1/p'";
+      std::string("'") + WLANCTL_PROGRAM + "' --help | sed -n '/^Subcommands:/,/^$/s/^  \\([a-z][a-z]*\\) .*/\\1/p'";
   return lines_of(sim_test::shell(script).out);
 }
 
@@ -48,7 +48,7 @@ TEST(Schema, EveryVerbHasOne) {
 
 TEST(Schema, IsThereForVerbsOnly) {
   Words known = verbs();
-  known.insert(known.end(), {"envelope", "usage"});
+  known.insert(known.end(), {"envelope", "help", "usage", "version"});
   for (const auto& entry : std::filesystem::directory_iterator(SCHEMA_FOLDER)) {
     EXPECT_THAT(known, testing::Contains(entry.path().stem().string()));
   }
@@ -164,6 +164,43 @@ TEST(Help, HasExamplesForEveryVerb) {
     EXPECT_THAT(help.out, HasSubstr("Examples:\n"));
     EXPECT_THAT(help.out, HasSubstr("  wlanctl " + verb)) << verb;
   }
+}
+
+TEST(Json, IsADocumentForHelpAndVersionToo) {
+  EXPECT_THAT(json_of("--help")["data"]["text"].get<std::string>(), HasSubstr("Subcommands:"));
+  EXPECT_THAT(json_of("wps pbc --help")["data"]["text"].get<std::string>(), HasSubstr("  wlanctl wps pbc "));
+  EXPECT_EQ("version", json_of("--version")["verb"]);
+}
+
+TEST(Help, FitsAConsoleOfEightyColumns) {
+  Words calls = {""};
+  for (const std::string& verb : verbs()) calls.push_back(verb);
+  for (const char* const below : {"wps pbc", "wps pin", "wps stop", "wps status", "radio on", "radio off",
+                                  "calibration read", "calibration write", "trace on", "trace off", "trace level"}) {
+    calls.emplace_back(below);
+  }
+  for (const std::string& call : calls) {
+    const Result help = sim_test::shell(std::string("'") + WLANCTL_PROGRAM + "' " + call + " --help");
+    EXPECT_EQ(0, help.status) << call;
+    for (const std::string& line : lines_of(help.out)) EXPECT_LE(line.size(), 80u) << call << ": " << line;
+  }
+}
+
+TEST(Output, ThatCannotBeWrittenIsAFailure) {
+  const std::vector<Result> results =
+      run_steps({"wlanctl show >/dev/full", "\"$WLANCTL_PROGRAM\" show --json >/dev/full",
+                 "wlanctl status --watch 1 >/dev/full"});
+  for (const Result& result : results) {
+    EXPECT_EQ(1, result.status);
+    EXPECT_EQ("wlanctl: the output could not be written; is there room?\n", result.err);
+  }
+}
+
+TEST(Output, ThatIsClosedIsInNoFile) {
+  const Result result =
+      run("wlanctl show >/dev/null; wlanctl set 2.4g SSID:1=Kitchen >&-; echo $?; wlanctl save 2.4g >&- 2>&-; echo $?;"
+          "grep -ls -e ' = ' -e saved /run/wlanctl* /etc/Wireless/RT2860AP/RT2860AP.dat");
+  EXPECT_EQ("0\n0\n", result.out);
 }
 
 }  // namespace

@@ -86,5 +86,32 @@ TEST(Secret, IsMaskedOfEveryKeyThatHasOne) {
   EXPECT_THAT(result.out + result.err, Not(HasSubstr(kSecret)));
 }
 
+TEST(Secret, IsNotRepeatedWhereItStandsInTheWrongPlace) {
+  const std::vector<Result> steps = run_steps({
+      "wlanctl set WPAPSK:1=hush-hush",
+      "wlanctl set WPAPSK:1=hush-hush --json",
+      "wlanctl set 2.4g WPAPSK:hush-hush",
+      "wlanctl set 2.4g WPAPSK:hush-hush=x",
+      "wlanctl set 2.4g --file WPAPSK:1=hush-hush",
+      "wlanctl get 2.4g WPAPSK=hush-hush WPAPSK:1=hush-hush --json",
+      "wlanctl show 2.4g WPAPSK:1=hush-hush",
+      "wlanctl WPAPSK:1=hush-hush",
+  });
+  for (size_t i = 0; i < steps.size(); ++i) {
+    EXPECT_NE(0, steps[i].status) << i;
+    EXPECT_THAT(steps[i].out + steps[i].err, Not(HasSubstr("hush"))) << i;
+  }
+}
+
+TEST(Secret, IsNotInTheListOfProcesses) {
+  const Result result =
+      run("wlanctl show >/dev/null; hold_store 0x12348 &\n"
+          "until [ -e held ]; do sleep 0.02; done\n"
+          "\"$WLANCTL_PROGRAM\" set 2.4g WPAPSK:1=hush-hush-1 >/dev/null & set=$!\n"
+          "until tr '\\0' ' ' </run/gateway-sim/proc/$set/cmdline | grep -q 'WPAPSK:1=\\*'; do\n"
+          "[ -e /run/gateway-sim/proc/$set ] || { echo gone; break; }; sleep 0.02; done; touch done; wait");
+  EXPECT_EQ("", result.out) << result.err;
+}
+
 }  // namespace
 }  // namespace wlanctl_test

@@ -155,7 +155,7 @@ TEST(Status, NoStoreIsItsOwnExitCode) {
 
 // Runs a watch until it has shown two pages, then ends it by a signal.
 Result watched(const std::string& words, const std::string& signal) {
-  return run("wlanctl status " + words +
+  return run(": >pages; wlanctl status " + words +
              " >pages 2>complaints & watch=$!\n"
              "while [ $(grep -c Gateway-Home-5G pages) -lt 2 ]; do sleep 0.05; done\n"
              "kill -" +
@@ -182,11 +182,11 @@ TEST(Watch, EachPageIsADocumentOnALineOfItsOwn) {
 }
 
 TEST(Watch, ShowsWhatChangesAndGoesOnAfterAFailure) {
-  const Result result =
-      run("simctl noise 2.4G -80; simctl fail noise EIO ra0; wlanctl status --watch 1 --json >pages & watch=$!\n"
-          "while [ $(wc -l <pages) -lt 1 ]; do sleep 0.05; done; simctl fail none\n"
-          "while ! grep -q 'noise_dbm\":-80' pages; do sleep 0.05; done; kill $watch; wait $watch; echo $? >>pages\n"
-          "sed -n '1p;$p' pages");
+  const Result result = run(
+      ": >pages; simctl noise 2.4G -80; simctl fail noise EIO ra0; wlanctl status --watch 1 --json >pages & watch=$!\n"
+      "while [ $(wc -l <pages) -lt 1 ]; do sleep 0.05; done; simctl fail none\n"
+      "while ! grep -q 'noise_dbm\":-80' pages; do sleep 0.05; done; kill $watch; wait $watch; echo $? >>pages\n"
+      "sed -n '1p;$p' pages");
   const Words lines = lines_of(result.out);
   ASSERT_EQ(2u, lines.size());
   EXPECT_EQ(5, document_in(lines[0])["exit_code"]);
@@ -195,8 +195,8 @@ TEST(Watch, ShowsWhatChangesAndGoesOnAfterAFailure) {
 
 TEST(Watch, ClearsATerminalBeforeEachPage) {
   const Result result =
-      run("script -qfc 'wlanctl status --watch 1' pages >/dev/null 2>&1 & recorder=$!\n"
-          "while [ $(grep -c Gateway-Home-5G pages) -lt 2 ]; do sleep 0.05; done 2>/dev/null\n"
+      run(": >pages; script -qfc 'wlanctl status --watch 1' pages >/dev/null 2>&1 & recorder=$!\n"
+          "while [ $(grep -c Gateway-Home-5G pages) -lt 2 ]; do sleep 0.05; done\n"
           "kill $recorder; wait $recorder; cat pages");
   EXPECT_THAT(result.out, HasSubstr("\033[H\033[2Jgateway"));
 }

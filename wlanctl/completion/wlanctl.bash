@@ -33,7 +33,7 @@ _wlanctl_words() {
       arguments='band'
       ;;
     'revert')
-      options='--help --wait=text --json'
+      options='--help --force --wait=text --json'
       arguments='band'
       ;;
     'check')
@@ -45,7 +45,7 @@ _wlanctl_words() {
       arguments='band'
       ;;
     'confirm')
-      options='--help --wait=text --json'
+      options='--help --force --wait=text --json'
       arguments='band'
       ;;
     'status')

@@ -1,0 +1,14 @@
+// The values of settings in JSON.
+#pragma once
+
+#include <string>
+
+#include "wlanctl/key.h"
+#include "wlanctl/report.h"
+
+namespace wlanctl {
+
+// A number where the key holds numbers and this is one, else text.
+Json json_value(const Key& key, const std::string& value);
+
+}  // namespace wlanctl
