@@ -102,7 +102,9 @@ __attribute__((visibility("default"))) int ioctl(int fd, unsigned long number, .
 
   struct iwreq* const request = argument;
   const int before = errno;
-  if (is_wireless(number) && request != NULL && fcntl(fd, F_GETFD) >= 0) {
+  // EBADF; emulations of the kernel know no wireless requests and say something else.
+  if (is_wireless(number) && fcntl(fd, F_GETFD) < 0) return -1;
+  if (is_wireless(number) && request != NULL) {
     const char* const radio = radio_of(request->ifr_name);
     char* const settings = radio == NULL ? NULL : read_state(DRIVER_SETTINGS, request->ifr_name);
     if (settings != NULL) {
