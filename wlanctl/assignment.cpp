@@ -1,9 +1,13 @@
 #include "wlanctl/assignment.h"
 
+#include <termios.h>
+#include <unistd.h>
+
 #include <fstream>
 #include <iostream>
 
 #include "wlanctl/dat_key.h"
+#include "wlanctl/signal_hold.h"
 
 namespace wlanctl {
 namespace {
@@ -37,6 +41,25 @@ std::optional<std::string> first_line(std::istream& stream) {
   std::string line;
   if (!std::getline(stream, line)) return std::nullopt;
   if (!line.empty() && line.back() == '\r') line.pop_back();
+  return line;
+}
+
+// Asks for it at a terminal, where a passphrase is not to be seen.
+std::optional<std::string> line_of_input(const Target& target) {
+  termios settings = {};
+  if (isatty(STDIN_FILENO) == 0 || tcgetattr(STDIN_FILENO, &settings) != 0) return first_line(std::cin);
+  termios unseen = settings;
+  if (target.key->secret) unseen.c_lflag &= ~static_cast<tcflag_t>(ECHO);
+  std::optional<std::string> line;
+  {
+    // An interruption must not leave the terminal without its echo: it waits for the line.
+    const SignalHold hold;
+    (void)tcsetattr(STDIN_FILENO, TCSAFLUSH, &unseen);
+    std::cerr << target.name() << ": " << std::flush;
+    line = first_line(std::cin);
+    (void)tcsetattr(STDIN_FILENO, TCSAFLUSH, &settings);
+  }
+  if (target.key->secret) std::cerr << '\n';
   return line;
 }
 
@@ -142,7 +165,7 @@ std::optional<Target> parse_target(const std::string& word, Band band, Report& r
 std::optional<Assignment> parse_assignment(const std::string& text, Band band, bool literal, Report& report) {
   std::optional<Assignment> assignment = split(text, band, report);
   if (!assignment || assignment->value != "-" || literal) return assignment;
-  const std::optional<std::string> line = first_line(std::cin);
+  const std::optional<std::string> line = line_of_input(assignment->target);
   if (!line) {
     report.problem({"standard input has no line for " + assignment->target.name(), "give one line for each \"-\"",
                     details_of(assignment->target.name(), band)});
@@ -191,8 +214,13 @@ std::string danger_of(const Key& key, const std::string& value) {
     return "the store cuts a value behind " + std::to_string(WIFIMGR_FIELD_SIZE - 1) + " characters";
   }
   const std::string name = key.name;
-  const bool is_list = keeps_list_whole(key.dat_key) || name == "AccessControlList" || name == "AutoChannelSkipList";
-  if (!is_list && value.find(';') != std::string::npos) return "the dat file takes ; for the next SSID's value";
+  if (name == "BssidNum" && (value.size() != 1 || value[0] < '1' || value[0] > '0' + WIFIMGR_FIELDS)) {
+    return "a band has 1 to " + std::to_string(WIFIMGR_FIELDS) + " SSIDs";
+  }
+  constexpr size_t kLongestName = 32;
+  if (name == "SSID" && value.size() > kLongestName) return "on the air a network's name has 32 bytes at most";
+  if (!keeps_list_whole(key.dat_key) && !is_split_list(key) && value.find(';') != std::string::npos)
+    return "the dat file takes ; for the next SSID's value";
   return "";
 }
 

@@ -45,6 +45,10 @@ bool keeps_list_whole(const std::string& dat_key) {
   return attr_value_parser(dat_key.c_str(), list, &count, fields) == 0 && std::strcmp(fields[0], "1;2") == 0;
 }
 
+bool is_split_list(const Key& key) {
+  return std::strcmp(key.name, "AccessControlList") == 0 || std::strcmp(key.name, "AutoChannelSkipList") == 0;
+}
+
 bool is_numbered_dat_key(const std::string& dat_key) {
   unsigned number = 0;
   return get_attr_num(dat_key.c_str(), dat_key.c_str(), &number) == 0 ||

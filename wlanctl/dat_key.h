@@ -3,6 +3,8 @@
 
 #include <string>
 
+#include "wlanctl/key.h"
+
 namespace wlanctl {
 
 // Whether the library has a use for the key: it can set or read it, or hands it on to its callers.
@@ -16,5 +18,8 @@ bool is_numbered_dat_key(const std::string& dat_key);
 
 // Whether a save leaves the key out when the band serves `ssids` SSIDs.
 bool is_left_out(const std::string& dat_key, int ssids);
+
+// The settings whose value is a list, though the loader splits it at each ; as if it were of several SSIDs.
+bool is_split_list(const Key& key);
 
 }  // namespace wlanctl

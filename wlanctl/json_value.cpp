@@ -10,4 +10,10 @@ Json json_value(const Key& key, const std::string& value) {
   return json_text(value);
 }
 
+Json json_value(const std::string& dat_key, const std::string& value) {
+  int index = 0;
+  const Key* const key = find_dat_key(dat_key, &index);
+  return key == nullptr ? json_text(value) : json_value(*key, value);
+}
+
 }  // namespace wlanctl

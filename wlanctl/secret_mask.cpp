@@ -1,5 +1,7 @@
 #include "wlanctl/secret_mask.h"
 
+#include <cstring>
+
 #include "wlanctl/key.h"
 #include "wlanctl/store.h"
 
@@ -29,11 +31,25 @@ std::string masked_command(const std::string& command) {
 
 }  // namespace
 
+bool is_secret_dat_key(const std::string& dat_key) {
+  int index = 0;
+  if (const Key* const key = find_dat_key(dat_key, &index)) return key->secret;
+  for (const char* const word : {"psk", "passphrase", "password", "passwd", "secret", "pincode"}) {
+    if (strcasestr(dat_key.c_str(), word) != nullptr) return true;
+  }
+  // "RADIUS_Key", "RADIUS_Acct_Key2", "ApCliKey1Str", but neither "DefaultKeyID" nor "Key1Type" nor "RekeyInterval".
+  std::string name = dat_key.substr(0, dat_key.find_last_not_of("0123456789") + 1);
+  if (name.ends_with("Str")) {
+    name.resize(name.size() - 3);
+    name.resize(name.find_last_not_of("0123456789") + 1);
+  }
+  return name.ends_with("Key") || name.ends_with("_key");
+}
+
 std::string masked_dat_line(const std::string& line) {
   const size_t equals = line.find('=');
-  int index = 0;
-  const Key* const key = equals == std::string::npos ? nullptr : find_dat_key(line.substr(0, equals), &index);
-  if (key == nullptr || !key->secret || equals + 1 == line.size()) return line;
+  if (equals == std::string::npos || equals + 1 == line.size() || !is_secret_dat_key(line.substr(0, equals)))
+    return line;
   return line.substr(0, equals + 1) + kMasked;
 }
 

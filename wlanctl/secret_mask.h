@@ -5,6 +5,9 @@
 
 namespace wlanctl {
 
+// Also of keys that this tool does not know, by what they are called.
+bool is_secret_dat_key(const std::string& dat_key);
+
 std::string masked_dat_line(const std::string& line);
 
 // Of a driver's script, as a whole: a value may go over several lines.

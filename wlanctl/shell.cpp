@@ -29,6 +29,10 @@ int last_shell_status() {
   return g_last_status;
 }
 
+void clear_shell_status() {
+  g_last_status = 0;
+}
+
 }  // namespace wlanctl
 
 extern "C" int system(const char* line) {

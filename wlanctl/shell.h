@@ -28,7 +28,9 @@ class ShellScope {
   ShellMode before_;
 };
 
-// How the last line that was run ended, as system says it; the library itself does not look. 0 before the first.
+// How the last line that was run ended, as system says it; the library itself does not look. 0 before the first, and
+// after a clear.
 int last_shell_status();
+void clear_shell_status();
 
 }  // namespace wlanctl

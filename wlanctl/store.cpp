@@ -14,6 +14,7 @@
 #include <cstring>
 #include <memory>
 #include <set>
+#include <sstream>
 
 #include "wlanctl/dat_key.h"
 #include "wlanctl/detached_store.h"
@@ -79,13 +80,29 @@ std::vector<wifimgr_attr_record> table_of_segment(Band band) {
   return records;
 }
 
+// The loader takes the first address only of a list that has a record of its own. The library, and the file after a save,
+// have all of it in the first field.
+void keep_list_whole(const std::string& line, wifimgr_attr_record* record) {
+  int index = 0;
+  const Key* const key = find_dat_key(record->key, &index);
+  if (key == nullptr || !is_split_list(*key) || key->numbering == Numbering::kShared) return;
+  std::string value = line.substr(line.find('=') + 1);
+  value.resize(std::min(value.find('='), value.size()));
+  if (value.find(';') == std::string::npos) return;
+  std::memset(record->field, 0, sizeof record->field);
+  (void)std::snprintf(record->field[0], sizeof record->field[0], "%s", value.c_str());
+}
+
 std::optional<std::vector<wifimgr_attr_record>> parse_unlocked(Band band) {
   const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(dat_path_of(band).c_str(), "re"), std::fclose);
   if (!file) return std::nullopt;
   std::vector<wifimgr_attr_record> records;
   for (char line[WIFIMGR_DAT_LINE_SIZE]; std::fgets(line, sizeof line, file.get()) != nullptr;) {
     wifimgr_attr_record record = {};
-    if (parse_data_from_line(line, &record) == 0) records.push_back(record);
+    const std::string text = line;
+    if (parse_data_from_line(line, &record) != 0) continue;
+    keep_list_whole(text, &record);
+    records.push_back(record);
   }
   return records;
 }
@@ -316,12 +333,30 @@ Reverted revert_store(Band band, bool even_if_incomplete) {
   }
 }
 
+void spread_list(Band band, const Key& key, const std::string& value) {
+  if (!is_split_list(key) || key.numbering != Numbering::kShared) return;
+  std::istringstream stream(value);
+  std::vector<std::string> parts;
+  for (std::string part; std::getline(stream, part, ';');) parts.push_back(part);
+  if (parts.size() > WIFIMGR_FIELDS) parts = {value};
+  parts.resize(WIFIMGR_FIELDS);
+  for (int i = 0; i < WIFIMGR_FIELDS; ++i) {
+    (void)update_attr(number_of(band), i + 1, key.dat_key, parts[static_cast<size_t>(i)].c_str());
+  }
+}
+
 std::optional<std::string> read_value(Band band, const Key& key, int index) {
   char text[WIFIMGR_VALUE_SIZE] = "";
   // A key of an index of its own has one value.
   const int field = key.numbering == Numbering::kShared ? index : -1;
   if (read_attr(number_of(band), field, dat_key_of(key, index).c_str(), text, sizeof text) != 0) return std::nullopt;
-  return without_line_end(text, sizeof text);
+  std::string value = without_line_end(text, sizeof text);
+  if (!is_split_list(key) || key.numbering != Numbering::kShared) return value;
+  for (int i = 2; i <= WIFIMGR_FIELDS; ++i) {
+    if (read_attr(number_of(band), i, key.dat_key, text, sizeof text) != 0 || text[0] == '\0') break;
+    value += ';' + without_line_end(text, sizeof text);
+  }
+  return value;
 }
 
 int ssid_count(Band band) {

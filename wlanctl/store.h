@@ -78,7 +78,11 @@ struct Reverted {
 // refused unless `even_if_incomplete`: the store may be all that is left of the settings.
 Reverted revert_store(Band band, bool even_if_incomplete);
 
-// Field values, without their line end. None when the key is not in the store.
+// Spreads the list that a setter left in one place over the fields, as the loader does with the dat file's line: what is
+// left of a longer list would come behind it. Does nothing where a list has a record of its own.
+void spread_list(Band band, const Key& key, const std::string& value);
+
+// Field values, without their line end; a list as a whole. None when the key is not in the store.
 std::optional<std::string> read_value(Band band, const Key& key, int index);
 
 int ssid_count(Band band);

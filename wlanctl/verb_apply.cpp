@@ -234,7 +234,7 @@ constexpr char kFooter[] =
 
 void add_apply(CLI::App& app, Context& context) {
   add_verb<Words>(
-      app, context, "apply", "Bring the live store into force: dat file, interfaces, driver",
+      app, context, "apply", "Bring the live store into force",
       [](CLI::App& verb, Words& words) {
         add_band(verb, words.band);
         verb.add_flag("--dry-run", words.dry_run, "Show what would be run and written; touch nothing");

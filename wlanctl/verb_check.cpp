@@ -87,7 +87,7 @@ int run(const Words& words, Context& context) {
 
 void add_check(CLI::App& app, Context& context) {
   add_verb<Words>(
-      app, context, "check", "Look for mistakes in dat files; nothing is touched, no store is needed",
+      app, context, "check", "Look for mistakes in dat files, touching nothing",
       [](CLI::App& verb, Words& words) {
         verb.add_option("FILE", words.files, "Dat files")->required();
         verb.add_option("--band", words.band, "The files' band, 2.4g or 5g; else told by their names where it can be")

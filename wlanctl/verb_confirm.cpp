@@ -31,9 +31,9 @@ bool confirm_band(Band band, bool force, Report& report) {
     report.note(std::string("what was kept for ") + label_of(band) + " was damaged");
     return remove_pending(band, report);
   } else if (pending->phase != Phase::kWaiting) {
-    report.problem(too_late(band, "it ended in the middle, and is rolled back"));
+    report.problem(too_late(band, "it ended in the middle, and its roll back is due"));
   } else if (pending->is_over()) {
-    report.problem(too_late(band, "its time is over, and it is rolled back"));
+    report.problem(too_late(band, "its time is over, and its roll back is due"));
   } else {
     return remove_pending(band, report);
   }

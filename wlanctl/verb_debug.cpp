@@ -6,6 +6,7 @@
 
 #include "wlanctl/command.h"
 #include "wlanctl/query.h"
+#include "wlanctl/secret_mask.h"
 #include "wlanctl/store.h"
 
 namespace wlanctl {
@@ -16,16 +17,6 @@ struct DumpWords {
   bool secrets = false;
 };
 
-// Keys that this tool does not know may hold secrets as well.
-bool is_secret(const std::string& dat_key) {
-  int index = 0;
-  if (const Key* const key = find_dat_key(dat_key, &index)) return key->secret;
-  for (const char* word : {"PSK", "Psk", "Passphrase", "Password", "Secret", "PinCode", "KeyStr"}) {
-    if (dat_key.find(word) != std::string::npos) return true;
-  }
-  return dat_key.find("Key") != std::string::npos && dat_key.find("Str") != std::string::npos;
-}
-
 int dump(const DumpWords& words, Context& context) {
   Report& report = context.report;
   Json bands = Json::array();
@@ -34,7 +25,7 @@ int dump(const DumpWords& words, Context& context) {
     Json records = Json::array();
     report.text() << label_of(band) << '\n';
     for (const StoreRecord& record : records_of_store(band)) {
-      const bool is_masked = is_secret(record.key) && !words.secrets;
+      const bool is_masked = is_secret_dat_key(record.key) && !words.secrets;
       Json values = Json::array();
       std::string line;
       for (const std::string& field : record.fields) {

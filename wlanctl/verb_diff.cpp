@@ -5,8 +5,10 @@
 #include "wlanctl/applied_state.h"
 #include "wlanctl/apply_plan.h"
 #include "wlanctl/command.h"
+#include "wlanctl/json_value.h"
 #include "wlanctl/library_messages.h"
 #include "wlanctl/lock.h"
+#include "wlanctl/secret_mask.h"
 #include "wlanctl/store.h"
 #include "wlanctl/wrap.h"
 
@@ -31,6 +33,7 @@ Values values_of(const std::vector<StoreRecord>& records) {
 
 struct Difference {
   std::string name;
+  std::string dat_key;
   std::string live;
   std::string file;
 };
@@ -45,12 +48,6 @@ std::string named(const std::string& dat_key, size_t field, size_t fields) {
   if (key != nullptr && index > 0) return std::string(key->name) + ":" + std::to_string(index);
   const bool per_ssid = key != nullptr ? key->scope == Scope::kSsid : fields > 1;
   return per_ssid ? dat_key + ":" + std::to_string(field + 1) : dat_key;
-}
-
-bool is_secret(const std::string& dat_key) {
-  int index = 0;
-  const Key* const key = find_dat_key(dat_key, &index);
-  return key != nullptr && key->secret;
 }
 
 // Whether the value belongs to an SSID beyond the band's count: a save leaves it out, so the file may well lack it.
@@ -69,11 +66,11 @@ std::vector<Difference> differences(const Values& live, const Values& file, size
       std::string left = field_of(in_store, i);
       std::string right = field_of(in_file, i);
       if (left == right) continue;
-      if (is_secret(key) && !secrets) {
+      if (is_secret_dat_key(key) && !secrets) {
         if (!left.empty()) left = std::string(kMasked) + (right.empty() ? "" : " (new)");
         if (!right.empty()) right = kMasked;
       }
-      found.push_back({named(key, i, fields), left, right});
+      found.push_back({named(key, i, fields), key, left, right});
     }
   };
   static const Fields kNone;
@@ -118,7 +115,9 @@ int diff(const Words& words, Context& context) {
     std::vector<std::vector<std::string>> rows;
     size_t widest = 0;
     for (const Difference& one : found) {
-      changes.push_back({{"key", one.name}, {"live", json_text(one.live)}, {"file", json_text(one.file)}});
+      changes.push_back({{"key", one.name},
+                         {"live", json_value(one.dat_key, one.live)},
+                         {"file", json_value(one.dat_key, one.file)}});
       rows.push_back({"  " + one.name, printable(one.file) + " -> " + printable(one.live)});
       widest = std::max(widest, rows.back()[0].size());
     }
@@ -209,7 +208,7 @@ void add_wait(CLI::App& verb, Words& words) {
 
 void add_diff(CLI::App& app, Context& context) {
   add_verb<Words>(
-      app, context, "diff", "Compare the live store with the dat file, and say how heavy an apply would be",
+      app, context, "diff", "Compare live store and dat file; weigh an apply",
       [](CLI::App& verb, Words& words) {
         add_band(verb, words.band);
         verb.add_flag("--secrets", words.secrets, "Show passphrases and keys");
@@ -217,7 +216,7 @@ void add_diff(CLI::App& app, Context& context) {
       },
       diff);
   add_verb<Words>(
-      app, context, "save", "Write the live store to the dat file; the driver is not told",
+      app, context, "save", "Write the live store to the dat file, no more",
       [](CLI::App& verb, Words& words) {
         add_band(verb, words.band);
         add_wait(verb, words);

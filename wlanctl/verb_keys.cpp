@@ -56,7 +56,7 @@ int run(const Words& words, Context& context) {
 
 void add_keys(CLI::App& app, Context& context) {
   add_verb<Words>(
-      app, context, "keys", "List the settings: whose they are, what they accept, what they mean",
+      app, context, "keys", "List the settings: whose, what they take and mean",
       [](CLI::App& verb, Words& words) {
         add_band(verb, words.band);
         verb.footer("Examples:\n  wlanctl keys\n  wlanctl keys 5g | grep VHT");

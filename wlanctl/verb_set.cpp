@@ -43,9 +43,14 @@ void refuse(Report& report, Band band, const Assignment& assignment, const std::
 // Asks the library's own setter, and only that. Some tell the driver too, whose tool prints.
 bool is_stored(Band band, const Assignment& assignment) {
   clear_messages();
+  clear_shell_status();
   const CaughtOutput unheard;
-  return assignment.target.key->setter(static_cast<uint32_t>(number_of(band)), assignment.target.index,
-                                       assignment.value.c_str()) == 0;
+  const Key& key = *assignment.target.key;
+  if (key.setter(static_cast<uint32_t>(number_of(band)), assignment.target.index, assignment.value.c_str()) != 0) {
+    return false;
+  }
+  spread_list(band, key, assignment.value);
+  return true;
 }
 
 void read_assignments(const Words& words, Band band, Report& report, std::vector<Assignment>* assignments) {
@@ -116,6 +121,14 @@ int run(const Words& words, Context& context) {
       return kRefused;
     }
     stored.push_back({assignment.target, before});
+    if (last_shell_status() != 0) {
+      report.problem({"the driver did not take " + assignment.target.name() + ", which is in the store now",
+                      "is the driver well? set it again then",
+                      {{"band", label_of(band)}, {"key", assignment.target.name()}}});
+    }
+    if (std::string(key.name) == "AccessControlList" && assignment.value.find(';') != std::string::npos) {
+      report.note(assignment.target.name() + ": a boot loads the first address of a list only");
+    }
     changes.push_back({{"key", key.name},
                        {"index", assignment.target.index},
                        {"before", json_value(key, shown(key, before))},
@@ -125,14 +138,14 @@ int run(const Words& words, Context& context) {
   }
   report.text() << text.str();
   report.data()["changes"] = std::move(changes);
-  return kDone;
+  return report.has_problems() ? kNoAnswer : kDone;
 }
 
 }  // namespace
 
 void add_set(CLI::App& app, Context& context) {
   add_verb<Words>(
-      app, context, "set", "Change the live store: all of the values, or none when one is refused",
+      app, context, "set", "Change the live store: all of the values, or none",
       [](CLI::App& verb, Words& words) {
         add_band(verb, words.band)->required();
         verb.add_option("KEY=VALUE", words.assignments,
@@ -145,7 +158,10 @@ void add_set(CLI::App& app, Context& context) {
         verb.add_flag("--force", words.force, "Store what a shell or the dat file would take apart");
         verb.add_option("--wait", words.wait_seconds, "Seconds to wait for another wlanctl")->capture_default_str();
         verb.footer(
-            "The settings are in the live store then; save or apply brings them to the dat file.\n\n"
+            "The settings are in the live store then; save or apply brings them to the dat\n"
+            "file. They are tried in the order given, and the last one of a key counts. Six\n"
+            "of WPS go to the driver at once: WscConfMode, WscConfStatus, WscV2Support,\n"
+            "WscMaxPinAttack, WscKeyASCII and WscSetupLockTime.\n\n"
             "Examples:\n"
             "  wlanctl set 2.4g Channel=11 HideSSID:2=1\n"
             "  wlanctl set 2.4g WPAPSK:1=- <passphrase.txt");

@@ -178,5 +178,13 @@ TEST(Confirm, RollsRadioAndFileBackThoughTheStoreWasMadeAnew) {
   EXPECT_EQ("file\n/userfs/bin/iwpriv ra0 set SSID=Gateway-Home\n", behind(result.out, "back"));
 }
 
+TEST(Confirm, HasOneGuardianThoughTheStandardFilesAreClosed) {
+  const Result result = run_story(
+      "wlanctl set 2.4g HideSSID:1=1 >/dev/null; wlanctl apply 2.4g --confirm 600 <&- >&- 2>&-;"
+      "wlanctl get 2.4g HideSSID:1; guardian | wc -l");
+  EXPECT_EQ("1\n1\n", result.out);
+  EXPECT_EQ("", result.err);
+}
+
 }  // namespace
 }  // namespace wlanctl_test

@@ -31,7 +31,7 @@ TEST(Diff, SaysWhenNothingDiffers) {
 TEST(Diff, ShowsValueByValueAndTheWeight) {
   const std::vector<Result> steps = run_steps({"wlanctl set 2.4g Channel=11 HideSSID:2=1 SSID:1=Kitchen >/dev/null",
                                                "wlanctl diff 2.4g --json", "wlanctl diff 2.4g"});
-  EXPECT_EQ(Json::parse(R"([{"key":"Channel","live":"11","file":"6"},{"key":"HideSSID:2","live":"1","file":"0"},
+  EXPECT_EQ(Json::parse(R"([{"key":"Channel","live":11,"file":6},{"key":"HideSSID:2","live":1,"file":0},
                             {"key":"SSID:1","live":"Kitchen","file":"Gateway-Home"}])"),
             band_of(steps[1])["changes"]);
   EXPECT_EQ("radio", band_of(steps[1])["apply"]);

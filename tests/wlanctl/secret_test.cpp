@@ -113,5 +113,31 @@ TEST(Secret, IsNotInTheListOfProcesses) {
   EXPECT_EQ("", result.out) << result.err;
 }
 
+TEST(Secret, OfAKeyThatNobodyKnowsIsMaskedToo) {
+  const TestFolder folder;
+  std::string dat = "Default\nBssidNum=1\nChannel=6\nReloadFlag=0\n";
+  for (const char* const key : {"ApCliWPAPSK", "WPAPSK", "RADIUS_Key", "RADIUS_Acct_Key", "Key1Str", "ApCliKey1Str",
+                                "WscVendorPinCode", "AdminPassword"}) {
+    dat += std::string(key) + "=hush-hush\n";
+  }
+  write_file(folder / "dat", dat);
+  const std::vector<Result> steps =
+      run_steps({"wlanctl dump 2.4g",
+                 "sed -i 's/=hush-hush$/=hush-other/' /etc/Wireless/RT2860AP/RT2860AP.dat; wlanctl diff 2.4g",
+                 "wlanctl diff 2.4g --json", "wlanctl apply 2.4g --dry-run", "wlanctl apply 2.4g --dry-run --json"},
+                {"--dat24", folder / "dat"});
+  EXPECT_THAT(steps[1].out, HasSubstr("8 values differ"));
+  for (const Result& step : steps) EXPECT_THAT(step.out + step.err, Not(HasSubstr("hush"))) << step.out;
+}
+
+TEST(Secret, IsAskedForWithoutAnEchoAtATerminal) {
+  const Result result =
+      run("wlanctl show >/dev/null; mkfifo typed; : >seen\n"
+          "script -qfec 'wlanctl set 2.4g WPAPSK:1=-' seen <typed >/dev/null & typing=$!\n"
+          "exec 3>typed; until grep -q 'WPAPSK:1: ' seen; do sleep 0.02; done; echo hush-hush-1 >&3\n"
+          "wait $typing; echo $?; exec 3>&-; grep -c hush seen; wlanctl get 2.4g WPAPSK:1");
+  EXPECT_EQ("0\n0\nhush-hush-1\n", result.out) << result.err;
+}
+
 }  // namespace
 }  // namespace wlanctl_test

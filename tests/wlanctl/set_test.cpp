@@ -141,8 +141,8 @@ TEST(Set, RefusesWhatTheDatFileCannotHoldUnlessForced) {
   const std::string longest(149, 'x');
   const auto steps =
       run_live({"wlanctl set 2.4g SSID:1=a=b --json", "wlanctl set 2.4g SSID:1='a;b' --json",
-                "wlanctl set 2.4g SSID:1=\"$(printf 'a\\nb')\" --json", "wlanctl set 2.4g SSID:1=" + longest,
-                "wlanctl set 2.4g --json SSID:1=x" + longest, "wlanctl set 2.4g AutoChannelSkipList='1;2'",
+                "wlanctl set 2.4g SSID:1=\"$(printf 'a\\nb')\" --json", "wlanctl set 2.4g WEPAuthType:1=" + longest,
+                "wlanctl set 2.4g --json WEPAuthType:1=x" + longest, "wlanctl set 2.4g AutoChannelSkipList='1;2'",
                 "wlanctl set 2.4g --force SSID:1=a=b", "wlanctl get 2.4g SSID:1"});
   for (const size_t refused : {0, 1, 2, 4}) EXPECT_EQ(1, steps[refused].status) << refused;
   for (const size_t taken : {3, 5, 6}) EXPECT_EQ(0, steps[taken].status) << taken;
@@ -183,6 +183,51 @@ TEST(Get, SaysWhatIsNotInTheDatFile) {
 
 TEST(Get, SaysTwoForWrongWords) {
   for (const Result& step : run_live({"wlanctl get --json", "wlanctl get 2.4g --json"})) EXPECT_EQ(2, step.status);
+}
+
+constexpr char kDatFile[] = "/etc/Wireless/RT2860AP/RT2860AP.dat";
+
+TEST(Set, AListTakesThePlaceOfALongerOne) {
+  const std::vector<Result> steps = run_steps(
+      {std::string("sed -i s/^AutoChannelSkipList=.*/AutoChannelSkipList=12\\;13\\;14/ ") + kDatFile + "; " + kInit,
+       "wlanctl get 2.4g AutoChannelSkipList", "wlanctl set 2.4g 'AutoChannelSkipList=1;6'; wlanctl save 2.4g",
+       std::string("grep ^AutoChannelSkipList= ") + kDatFile,
+       "wlanctl get 2.4g AutoChannelSkipList; wlanctl diff 2.4g; wlanctl revert 2.4g"});
+  EXPECT_EQ("12;13;14\n", steps[1].out);
+  EXPECT_EQ("AutoChannelSkipList=1;6\n", steps[3].out);
+  EXPECT_THAT(steps[4].out, testing::StartsWith("1;6\n2.4g: the store is as the dat file"));
+  EXPECT_THAT(steps[4].out, HasSubstr("2.4g: 0 values"));
+}
+
+TEST(Set, AnAddressListStaysWholeThroughApplyAndRevert) {
+  const std::vector<Result> steps =
+      run_live({"wlanctl set 2.4g 'AccessControlList:1=00:11:22:33:44:55;00:11:22:33:44:66'", "wlanctl apply 2.4g",
+                "wlanctl apply 2.4g; wlanctl diff 2.4g; wlanctl revert 2.4g", "wlanctl get 2.4g AccessControlList:1"});
+  EXPECT_THAT(steps[0].err, HasSubstr("a boot loads the first address of a list only"));
+  EXPECT_THAT(steps[2].out, testing::AllOf(HasSubstr("nothing to apply"), HasSubstr("the store is as the dat file"),
+                                           HasSubstr("2.4g: 0 values")));
+  EXPECT_EQ("00:11:22:33:44:55;00:11:22:33:44:66\n", steps[3].out);
+}
+
+TEST(Set, WhatTheDriversToolPrintsIsNoOutputAndItsFailureIsSaid) {
+  const std::vector<Result> steps =
+      run_live({"rm /userfs/bin/iwpriv; printf '#!/bin/sh\\necho prints; exit 7\\n' >/userfs/bin/iwpriv; chmod 755 "
+                "/userfs/bin/iwpriv; wlanctl set 2.4g WscConfMode:1=2 --json",
+                "wlanctl set 2.4g Channel=11"});
+  EXPECT_EQ(5, steps[0].status);
+  const Json document = document_in(steps[0].out);
+  EXPECT_EQ("WscConfMode:1", document["problems"][0]["key"]);
+  EXPECT_EQ(1u, document["data"]["changes"].size());
+  EXPECT_EQ(0, steps[1].status);
+}
+
+TEST(Set, RefusesWhatTheGatewayCannotServe) {
+  const std::string name(33, 'x');
+  for (const std::string& assignment : Words{"BssidNum=0", "BssidNum=9", "BssidNum=abc", "SSID:1=" + name}) {
+    const auto steps = run_live({"wlanctl set 2.4g " + assignment, "wlanctl set 2.4g --force " + assignment});
+    EXPECT_EQ(1, steps[0].status) << assignment;
+    EXPECT_EQ(0, steps[1].status) << assignment;
+  }
 }
 
 }  // namespace
