@@ -15,7 +15,6 @@ using testing::Not;
 // Enough of a file that every setter can judge; 6 lines.
 constexpr char kHead[] =
     "Default\nBssidNum=2\nWirelessMode=16\nReloadFlag=0\nWdsEncrypType=AES;AES;AES;WEP\n# two SSIDs\n";
-constexpr int kFirst = 7;
 
 struct Checked {
   int status;

@@ -21,7 +21,7 @@ Json band_of(const Result& step, size_t band = 0) {
 TEST(Diff, SaysWhenNothingDiffers) {
   const std::vector<Result> steps = run_steps({"wlanctl diff --json", "wlanctl diff 5g"});
   EXPECT_EQ(0, steps[0].status);
-  for (const size_t band : {0, 1}) {
+  for (const size_t band : {0u, 1u}) {
     EXPECT_THAT(band_of(steps[0], band)["changes"], IsEmpty());
     EXPECT_EQ("nothing", band_of(steps[0], band)["apply"]);
   }

@@ -144,8 +144,8 @@ TEST(Set, RefusesWhatTheDatFileCannotHoldUnlessForced) {
                 "wlanctl set 2.4g SSID:1=\"$(printf 'a\\nb')\" --json", "wlanctl set 2.4g WEPAuthType:1=" + longest,
                 "wlanctl set 2.4g --json WEPAuthType:1=x" + longest, "wlanctl set 2.4g AutoChannelSkipList='1;2'",
                 "wlanctl set 2.4g --force SSID:1=a=b", "wlanctl get 2.4g SSID:1"});
-  for (const size_t refused : {0, 1, 2, 4}) EXPECT_EQ(1, steps[refused].status) << refused;
-  for (const size_t taken : {3, 5, 6}) EXPECT_EQ(0, steps[taken].status) << taken;
+  for (const size_t refused : {0u, 1u, 2u, 4u}) EXPECT_EQ(1, steps[refused].status) << refused;
+  for (const size_t taken : {3u, 5u, 6u}) EXPECT_EQ(0, steps[taken].status) << taken;
   EXPECT_EQ("a=b\n", steps[7].out);
 }
 
