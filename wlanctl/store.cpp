@@ -111,7 +111,7 @@ bool replace_unlocked(Band band, const std::vector<wifimgr_attr_record>& content
   const size_t room = size_of_segment(band);
   const size_t used = content.size() * sizeof(wifimgr_attr_record);
   if (used + sizeof(wifimgr_attr_record) > room) return false;
-  std::memcpy(address_of(band), content.data(), used);
+  if (used != 0) std::memcpy(address_of(band), content.data(), used);
   std::memset(address_of(band) + used, 0, room - used);
   return true;
 }
@@ -285,7 +285,7 @@ PrivateStore::PrivateStore(Band band, const std::vector<wifimgr_attr_record>& co
     : band_(band),
       live_(address_of(band)),
       copy_(std::max(size_of_segment(band), (content.size() + 1) * sizeof(wifimgr_attr_record))) {
-  std::memcpy(copy_.data(), content.data(), content.size() * sizeof(wifimgr_attr_record));
+  if (!content.empty()) std::memcpy(copy_.data(), content.data(), content.size() * sizeof(wifimgr_attr_record));
   address_of(band) = copy_.data();
 }
 
