@@ -31,11 +31,6 @@ set(CPACK_COMPONENT_RUNTIME_DESCRIPTION "${PROJECT_DESCRIPTION}
  The shared library that management processes link. It needs two libraries of
  the gateway's platform, libvexa_lib_dbg.so.1 and libapi_lib_utility.so.1.")
 
-# So that those of both processors can be installed side by side.
-foreach(component RUNTIME DEV PLATFORM)
-  set(CPACK_DEBIAN_${component}_PACKAGE_MULTIARCH same)
-endforeach()
-
 set(CPACK_DEBIAN_DEV_PACKAGE_NAME libapi-lib-wifimgr-dev)
 set(CPACK_DEBIAN_DEV_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_DEV_PACKAGE_DEPENDS "libapi-lib-wifimgr1 (= ${PROJECT_VERSION})")

@@ -25,10 +25,10 @@ fail() {
 contents_of() {
   case $1 in
     libapi-lib-wifimgr1) echo libapi_lib_wifimgr.so.1 ;;
-    libapi-lib-wifimgr-dev) echo libapi_lib_wifimgr.so wifimgr_lib.h wifimgr.pc wifimgr-config.cmake wifimgr_lib.3.gz ;;
+    libapi-lib-wifimgr-dev) echo libapi_lib_wifimgr.so wifimgr_lib.h wifimgr.pc wifimgr-config.cmake wifimgr_lib.3 ;;
     libapi-lib-wifimgr-platform1) echo libvexa_lib_dbg.so.1 libapi_lib_utility.so.1 ;;
     wifimgr-tools)
-      echo wlanctl gateway-sim gateway-tools libgateway_driver.so wlanctl.1.gz gateway-sim.1.gz _wlanctl \
+      echo wlanctl gateway-sim gateway-tools libgateway_driver.so wlanctl.1 gateway-sim.1 _wlanctl \
         bash-completion/completions/wlanctl
       ;;
   esac
@@ -47,7 +47,7 @@ done
 
 for package in "$packages"/*.deb; do
   echo "== $package, $(stat -c %s "$package") bytes"
-  dpkg-deb -f "$package" Package Version Architecture Multi-Arch Depends Recommends | sed 's/^/  /'
+  dpkg-deb -f "$package" Package Version Architecture Depends Recommends | sed 's/^/  /'
   dpkg-deb -x "$package" "$work/files"
   find "$work/files" -type f -o -type l | sed "s|$work/files|  |" | sort | tee "$work/list"
   contents=$(contents_of "$(dpkg-deb -f "$package" Package)")
@@ -55,7 +55,7 @@ for package in "$packages"/*.deb; do
   for file in $contents; do
     grep -q "/$file\$" "$work/list" || fail "$package lacks $file"
   done
-  find "$work/files" -type f ! -name '*.gz' | while read -r file; do
+  find "$work/files" -type f | while read -r file; do
     sections=$(readelf -SW "$file" 2>/dev/null) || continue
     ! echo "$sections" | grep -qE ' \.(symtab|debug_info) ' || fail "$file is not stripped"
     case $file in

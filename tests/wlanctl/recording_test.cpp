@@ -1,4 +1,5 @@
 // The recording that the README shows.
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "wlanctl.h"
@@ -11,6 +12,12 @@ TEST(Recording, IsWhatTheProgramDoes) {
   const Result now = sim_test::shell("'" + folder + "/recording.sh' '" + BUILD_FOLDER + "' 2>&1");
   EXPECT_EQ(read_file(folder + "/recording.txt"), now.out)
       << "bring it up to date: wlanctl/recording.sh BUILD_FOLDER >wlanctl/recording.txt";
+}
+
+TEST(Recording, StandsInTheReadme) {
+  const std::string folder = SOURCE_FOLDER;
+  EXPECT_THAT(read_file(folder + "/README.md"),
+              testing::HasSubstr("```\n" + read_file(folder + "/wlanctl/recording.txt") + "```\n"));
 }
 
 }  // namespace
