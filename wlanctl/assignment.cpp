@@ -115,6 +115,26 @@ bool is_address_list(const std::string& value) {
   return true;
 }
 
+// What the library makes of any other word is an open network.
+constexpr const char* kModes[] = {"OPEN",          "WEPAUTO", "WEPRadius",      "WPAPSK",  "WPA2PSK",
+                                  "WPAPSKWPA2PSK", "WPA3PSK", "WPA2PSKWPA3PSK", "WPA",     "WPA2",
+                                  "WPA1WPA2",      "WPA3",    "WPA3-192Bit",    "WPA3-192"};
+
+std::string unknown_mode(const std::string& value) {
+  std::string known;
+  for (const char* const mode : kModes) {
+    if (value == mode) return "";
+    known += (known.empty() ? "" : ", ") + std::string(mode);
+  }
+  return "it would open the network, as every mode does but " + known;
+}
+
+// Empty, or "0" as the library itself has it, where there is none.
+bool is_passphrase(const std::string& value) {
+  constexpr size_t kShortest = 8;
+  return value.empty() || value == "0" || value.size() >= kShortest;
+}
+
 }  // namespace
 
 std::string Target::name() const {
@@ -219,6 +239,8 @@ std::string danger_of(const Key& key, const std::string& value) {
   }
   constexpr size_t kLongestName = 32;
   if (name == "SSID" && value.size() > kLongestName) return "on the air a network's name has 32 bytes at most";
+  if (name == "AuthMode") return unknown_mode(value);
+  if (name == "WPAPSK" && !is_passphrase(value)) return "a passphrase has 8 characters at least";
   if (!keeps_list_whole(key.dat_key) && !is_split_list(key) && value.find(';') != std::string::npos)
     return "the dat file takes ; for the next SSID's value";
   return "";

@@ -4,6 +4,7 @@
 
 #include "wifimgr_lib.h"
 #include "wlanctl/dat_key.h"
+#include "wlanctl/report.h"
 
 namespace wlanctl {
 namespace {
@@ -11,10 +12,6 @@ namespace {
 constexpr size_t kLongestLine = WIFIMGR_DAT_LINE_SIZE - 1;  // its line end included
 constexpr size_t kLongestKey = WIFIMGR_KEY_SIZE - 1;
 constexpr size_t kLongestField = WIFIMGR_FIELD_SIZE - 1;
-
-std::string count_of(size_t count, const std::string& what) {
-  return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
-}
 
 struct RawLine {
   int number;

@@ -53,6 +53,17 @@ std::string without_values(std::string message, const CommandLine& words) {
   return message;
 }
 
+// The first word, where it is no verb and no option.
+std::string unknown_verb(const CLI::App& app, const CommandLine& words) {
+  const auto is_option = [](const std::string& word) { return word.starts_with('-'); };
+  const auto word = std::find_if_not(words.begin(), words.end(), is_option);
+  if (word == words.end()) return "";
+  for (const CLI::App* const verb : app.get_subcommands(nullptr)) {
+    if (verb->get_name() == *word) return "";
+  }
+  return word->substr(0, word->find('='));
+}
+
 // What the program says of itself, which is no verb's.
 int tell(const std::string& what, const std::string& text, Context& context) {
   context.report.begin(what, context.common.json);
@@ -64,9 +75,11 @@ int tell(const std::string& what, const std::string& text, Context& context) {
 int refuse_usage(const CLI::ParseError& error, const CLI::App& app, const CommandLine& words, Context& context) {
   const auto chosen = app.get_subcommands();
   context.report.begin(chosen.empty() ? "" : chosen.front()->get_name(), context.common.json);
-  context.report.problem({without_values(error.what(), words),
-                          chosen.empty() ? "wlanctl --help lists the verbs"
-                                         : "wlanctl " + chosen.front()->get_name() + " --help has the words"});
+  const std::string unknown = unknown_verb(app, words);
+  context.report.problem(
+      {unknown.empty() ? without_values(error.what(), words) : "there is no verb \"" + unknown + "\"",
+       chosen.empty() ? "wlanctl --help lists the verbs"
+                      : "wlanctl " + chosen.front()->get_name() + " --help has the words"});
   return context.report.finish(kWrongUsage);
 }
 

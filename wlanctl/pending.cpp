@@ -80,6 +80,14 @@ void set_deadline(Pending* pending, unsigned seconds) {
   pending->deadline_ms = now_ms() + seconds * kMsPerSecond;
 }
 
+void note_waiting(Band band, Report& report) {
+  const std::optional<Pending> pending = read_pending(band);
+  if (!pending || pending->phase != Phase::kWaiting || pending->is_over()) return;
+  const std::string label = label_of(band);
+  report.note(label + " waits " + std::to_string(pending->seconds_left()) + " more seconds for wlanctl confirm " +
+              label + "; without it, what was before the apply comes back");
+}
+
 bool is_pending(Band band) {
   struct stat status;
   return lstat(path_of(band).c_str(), &status) == 0;

@@ -34,6 +34,9 @@ struct Pending {
 std::optional<Pending> prepare_pending(Band band, Report& report);
 void set_deadline(Pending* pending, unsigned seconds);
 
+// Says that an apply waits for its confirmation, where one does: what is changed meanwhile goes when it is rolled back.
+void note_waiting(Band band, Report& report);
+
 // Whether there is such a file, be it damaged.
 bool is_pending(Band band);
 std::optional<Pending> read_pending(Band band);

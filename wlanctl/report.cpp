@@ -100,6 +100,10 @@ std::string table(const std::vector<std::vector<std::string>>& rows) {
   return text;
 }
 
+std::string count_of(size_t count, const std::string& what) {
+  return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
+}
+
 std::string printable(const std::string& text) {
   std::string shown;
   for (size_t at = 0; at < text.size();) {

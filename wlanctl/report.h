@@ -70,6 +70,9 @@ std::string table(const std::vector<std::vector<std::string>>& rows);
 // A text without what a terminal would act on: control characters, and bytes that are no UTF-8, become '?'.
 std::string printable(const std::string& text);
 
+// "1 value", "2 values".
+std::string count_of(size_t count, const std::string& what);
+
 // Text as JSON takes it: bytes that are no UTF-8 become the replacement character.
 Json json_text(const std::string& text);
 

@@ -60,7 +60,7 @@ bool check(const std::string& file, const std::string& band_text, Report& report
   if (findings.empty()) {
     report.text() << printable(file) << (band ? std::string(" (") + label_of(*band) + ")" : "") << ": nothing found\n";
   } else {
-    report.problem({std::to_string(findings.size()) + (findings.size() == 1 ? " finding in " : " findings in ") + file,
+    report.problem({count_of(findings.size(), "finding") + " in " + file,
                     "mend the lines and check again",
                     {{"file", json_text(file)}}});
   }

@@ -8,6 +8,7 @@
 #include "wlanctl/json_value.h"
 #include "wlanctl/library_messages.h"
 #include "wlanctl/lock.h"
+#include "wlanctl/pending.h"
 #include "wlanctl/secret_mask.h"
 #include "wlanctl/store.h"
 #include "wlanctl/wrap.h"
@@ -106,7 +107,9 @@ int diff(const Words& words, Context& context) {
     const std::vector<Difference> found = differences(
         values_of(records_of_store(band)), values_of(records_of_file(*parsed)), shown_ssids(band), words.secrets);
     if (!restore_applied(band, report)) return kWrongUsage;
-    const char* const weight = word_for_weight(plan_apply(band).weight);
+    note_waiting(band, report);
+    const Plan plan = plan_apply(band);
+    const char* const weight = word_for_weight(plan.weight);
     if (!is_told(band)) {
       report.note(std::string("the driver did not take all of the last apply of ") + label_of(band) +
                   "; wlanctl apply " + label_of(band) + " tells it again");
@@ -128,8 +131,9 @@ int diff(const Words& words, Context& context) {
     }
     report.text() << label_of(band) << ": "
                   << (found.empty() ? "the store is as the dat file"
-                                    : std::to_string(found.size()) + " values differ (dat file -> store)")
-                  << "; an apply would mean: " << weight << '\n'
+                                    : count_of(found.size(), "value") + (found.size() == 1 ? " differs" : " differ") +
+                                          " (dat file -> store)")
+                  << "; an apply would mean: " << (plan.weight == 0 && !plan.nothing ? "no restart" : weight) << '\n'
                   << table(rows);
     bands.push_back({{"band", label_of(band)}, {"changes", std::move(changes)}, {"apply", weight}});
   }
@@ -194,7 +198,7 @@ int revert(const Words& words, Context& context) {
         differences(values_of(records_of_file(outcome.before)), values_of(records_of_file(outcome.file)), ssids, false)
             .size();
     reverted.push_back({{"band", label_of(band)}, {"values", values}});
-    report.text() << label_of(band) << ": " << values << " values put back to the dat file's\n";
+    report.text() << label_of(band) << ": " << count_of(values, "value") << " put back to the dat file's\n";
   }
   report.data() = {{"bands", std::move(reverted)}};
   return kDone;

@@ -5,6 +5,7 @@
 #include "wlanctl/library_messages.h"
 #include "wlanctl/library_output.h"
 #include "wlanctl/lock.h"
+#include "wlanctl/pending.h"
 #include "wlanctl/shell.h"
 #include "wlanctl/signal_hold.h"
 #include "wlanctl/store.h"
@@ -103,6 +104,7 @@ int run(const Words& words, Context& context) {
   const ToolLock lock(report, words.wait_seconds);
   if (!lock) return lock.exit_code();
   if (!open_store(band, report)) return kNoStore;
+  note_waiting(band, report);
   try_out(words, band, report, assignments);
   report.data() = {{"band", label_of(band)}, {"changes", Json::array()}};
   if (report.has_problems()) return kRefused;

@@ -9,6 +9,7 @@
 #include "wlanctl/live_board.h"
 #include "wlanctl/live_radio.h"
 #include "wlanctl/neighbour_table.h"
+#include "wlanctl/pending.h"
 #include "wlanctl/served_ssid.h"
 #include "wlanctl/store.h"
 
@@ -133,6 +134,7 @@ Json ask_band(Report& report, Band band) {
 int show_page(Report& report) {
   for (const Band band : kBands) {
     if (!open_store(band, report)) return kNoStore;
+    note_waiting(band, report);
   }
   const Board board = board_of(report);
   print_board(report, board);

@@ -29,6 +29,17 @@ TEST(Confirm, KeepsASsidThatWasChangedLookedAtTriedAndApplied) {
       behind(result.out, "after"));
 }
 
+TEST(Confirm, IsAskedForByWhoeverLooksOrChangesMeanwhile) {
+  const Result result = run_story(
+      "wlanctl set 2.4g SSID:1=Kitchen; wlanctl apply 2.4g --confirm 600 >/dev/null 2>&1; for verb in diff status "
+      "'set 2.4g Channel=1'; do echo == ${verb%% *}; wlanctl $verb 2>&1 | grep 'seconds for wlanctl confirm 2.4g'; "
+      "done; echo == after; wlanctl confirm >/dev/null; wlanctl diff 2>&1 | grep confirm");
+  for (const char* const verb : {"diff", "status", "set"}) {
+    EXPECT_THAT(behind(result.out, verb), HasSubstr("what was before the apply comes back")) << verb;
+  }
+  EXPECT_EQ("", behind(result.out, "after"));
+}
+
 TEST(Confirm, PutsStoreFileAndDriverBackWhenItDoesNotCome) {
   const Result result =
       run_story("wlanctl show >/dev/null 2>&1; segment 2.4g >store; cp " + std::string(kDat) +

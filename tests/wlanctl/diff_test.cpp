@@ -38,6 +38,13 @@ TEST(Diff, ShowsValueByValueAndTheWeight) {
   EXPECT_THAT(steps[2].out, HasSubstr("\n  SSID:1      Gateway-Home -> Kitchen\n"));
 }
 
+TEST(Diff, TellsAnApplyWithoutARestartFromNone) {
+  const auto steps = run_steps({"wlanctl set 2.4g HideSSID:1=1", "wlanctl diff 2.4g", "wlanctl diff 5g"});
+  EXPECT_THAT(steps[1].out,
+              StartsWith("2.4g: 1 value differs (dat file -> store); an apply would mean: no restart\n"));
+  EXPECT_EQ("5g: the store is as the dat file; an apply would mean: nothing\n", steps[2].out);
+}
+
 TEST(Diff, AnotherSsidCountWeighsAReboot) {
   EXPECT_EQ("reboot", json_of("diff 2.4g", "wlanctl set 2.4g BssidNum=1")["data"]["bands"][0]["apply"]);
 }

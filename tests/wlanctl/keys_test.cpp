@@ -57,8 +57,9 @@ bool add_by_words(const Json& key, Bounds* bounds) {
     bounds->good.push_back({name, "0123456789"});
     bounds->bad.push_back({name, "1x"});
   } else if (words == "any text") {
-    // The count of SSIDs takes any, and then there may be none left.
-    bounds->good.push_back({name, key["key"] == "BssidNum" ? "2" : "anytext"});
+    // These the library takes any text for, and the tool only what leaves the gateway served and secured.
+    const std::string text = key["key"] == "BssidNum" ? "2" : key["key"] == "AuthMode" ? "WPA2PSK" : "anytext";
+    bounds->good.push_back({name, text});
   } else if (words == "nothing: read-only") {
     bounds->bad.push_back({name, "02:28:10:24:00:00"});
     bounds->bad.push_back({name, ""});

@@ -114,6 +114,13 @@ TEST(Json, IsOneDocumentForAVerbThatIsNone) {
   EXPECT_EQ(1u, document["problems"].size());
 }
 
+TEST(Text, SaysWhatIsNoVerb) {
+  const std::vector<Result> steps = run_steps({"wlanctl shwo 2.4g", "wlanctl WPAPSK:1=secret-word", "wlanctl"});
+  EXPECT_EQ("wlanctl: there is no verb \"shwo\"; wlanctl --help lists the verbs\n", steps[0].err);
+  EXPECT_THAT(steps[1].err, testing::Not(HasSubstr("secret-word")));
+  EXPECT_THAT(steps[2].err, testing::Not(HasSubstr("there is no verb")));
+}
+
 TEST(Json, IsOneDocumentForNoVerb) {
   EXPECT_EQ(2, json_of("")["exit_code"]);
 }

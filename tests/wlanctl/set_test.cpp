@@ -223,10 +223,39 @@ TEST(Set, WhatTheDriversToolPrintsIsNoOutputAndItsFailureIsSaid) {
 
 TEST(Set, RefusesWhatTheGatewayCannotServe) {
   const std::string name(33, 'x');
-  for (const std::string& assignment : Words{"BssidNum=0", "BssidNum=9", "BssidNum=abc", "SSID:1=" + name}) {
+  for (const std::string& assignment :
+       Words{"BssidNum=0", "BssidNum=9", "BssidNum=abc", "SSID:1=" + name, "WPAPSK:1=seven-7"}) {
     const auto steps = run_live({"wlanctl set 2.4g " + assignment, "wlanctl set 2.4g --force " + assignment});
     EXPECT_EQ(1, steps[0].status) << assignment;
     EXPECT_EQ(0, steps[1].status) << assignment;
+  }
+}
+
+// A word that the library does not know makes an open network.
+TEST(Set, RefusesAModeThatWouldOpenTheNetwork) {
+  for (const char* const mode : {"WPA9", "WPA2psk", "SHARED", "''"}) {
+    const std::string assignment = std::string(" AuthMode:1=") + mode;
+    const auto steps = run_live({"wlanctl set 5g" + assignment, "wlanctl set 5g --force" + assignment});
+    EXPECT_EQ(1, steps[0].status) << mode;
+    EXPECT_THAT(steps[0].err, HasSubstr("it would open the network")) << mode;
+    EXPECT_EQ(0, steps[1].status) << mode;
+  }
+}
+
+// All that it takes are still what they were, or what they stand for, once they were applied.
+TEST(Set, TakesEveryModeThatTheLibraryKnows) {
+  for (const char* const mode : {"OPEN", "WEPAUTO", "WEPRadius", "WPAPSK", "WPA2PSK", "WPAPSKWPA2PSK", "WPA3PSK",
+                                 "WPA2PSKWPA3PSK", "WPA", "WPA2", "WPA1WPA2", "WPA3", "WPA3-192Bit", "WPA3-192"}) {
+    const auto steps = run_live({std::string("wlanctl set 5g AuthMode:1=") + mode, "wlanctl apply 5g >/dev/null 2>&1",
+                                 "wlanctl get 5g AuthMode:1"});
+    EXPECT_EQ(0, steps[0].status) << mode;
+    EXPECT_EQ(mode == std::string("OPEN"), steps[2].out == "OPEN\n") << mode;
+  }
+}
+
+TEST(Set, TakesNoPassphraseAsTheLibraryHasIt) {
+  for (const char* const none : {"", "0"}) {
+    EXPECT_EQ(0, run_live({std::string("wlanctl set 2.4g WPAPSK:1=") + none})[0].status) << none;
   }
 }
 
