@@ -38,7 +38,7 @@ demo:
 # The tests of this machine come last: they are the ones to look at first.
 test:
 	@scripts/setup.sh test-all
-	@for stage in package test-musl test-clang test-arm64 build-native; do \
+	@for stage in package test-musl test-clang build-native test-arm64; do \
 	  echo "== $$stage"; start=$$(date +%s); $(MAKE) --no-print-directory $$stage || exit 1; \
 	  echo "== $$stage took $$(($$(date +%s) - start)) seconds"; \
 	done
