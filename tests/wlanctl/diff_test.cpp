@@ -40,8 +40,7 @@ TEST(Diff, ShowsValueByValueAndTheWeight) {
 
 TEST(Diff, TellsAnApplyWithoutARestartFromNone) {
   const auto steps = run_steps({"wlanctl set 2.4g HideSSID:1=1", "wlanctl diff 2.4g", "wlanctl diff 5g"});
-  EXPECT_THAT(steps[1].out,
-              StartsWith("2.4g: 1 value differs (dat file -> store); an apply would mean: no restart\n"));
+  EXPECT_THAT(steps[1].out, StartsWith("2.4g: 1 value differs (dat file -> store); an apply would mean: no restart\n"));
   EXPECT_EQ("5g: the store is as the dat file; an apply would mean: nothing\n", steps[2].out);
 }
 
