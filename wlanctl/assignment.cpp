@@ -121,6 +121,8 @@ constexpr const char* kModes[] = {"OPEN",          "WEPAUTO", "WEPRadius",      
                                   "WPA1WPA2",      "WPA3",    "WPA3-192Bit",    "WPA3-192"};
 
 std::string unknown_mode(const std::string& value) {
+  // Whatever else stands in such a word, the library takes it for WEP.
+  if (value.find("WEP") != std::string::npos) return "";
   std::string known;
   for (const char* const mode : kModes) {
     if (value == mode) return "";

@@ -244,7 +244,7 @@ TEST(Set, RefusesAModeThatWouldOpenTheNetwork) {
 
 // All that it takes are still what they were, or what they stand for, once they were applied.
 TEST(Set, TakesEveryModeThatTheLibraryKnows) {
-  for (const char* const mode : {"OPEN", "WEPAUTO", "WEPRadius", "WPAPSK", "WPA2PSK", "WPAPSKWPA2PSK", "WPA3PSK",
+  for (const char* const mode : {"OPEN", "WEP", "WEPAUTO", "WEPRadius", "WPAPSK", "WPA2PSK", "WPAPSKWPA2PSK", "WPA3PSK",
                                  "WPA2PSKWPA3PSK", "WPA", "WPA2", "WPA1WPA2", "WPA3", "WPA3-192Bit", "WPA3-192"}) {
     const auto steps = run_live({std::string("wlanctl set 5g AuthMode:1=") + mode, "wlanctl apply 5g >/dev/null 2>&1",
                                  "wlanctl get 5g AuthMode:1"});
