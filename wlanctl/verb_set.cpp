@@ -89,6 +89,7 @@ void take_back(Band band, const std::vector<Stored>& stored) {
     const Key& key = *one->target.key;
     const int field = key.numbering == Numbering::kShared ? one->target.index : -1;
     (void)update_attr(number_of(band), field, dat_key_of(key, one->target.index).c_str(), one->before.c_str());
+    spread_list(band, key, one->before);
   }
 }
 
