@@ -1,20 +1,23 @@
 # The front door. Every target sets itself up on a fresh Debian machine and rebuilds only what changed.
 
-JOBS := $(shell nproc 2>/dev/null || echo 2)
 SOURCES = $(or $(shell git ls-files '*.c' '*.cpp' '*.h'),$(error git does not list the sources here))
 UNITS = $(filter store/%.cpp params/%.cpp apply/%.cpp driver/%.cpp wps/%.cpp platform/%.cpp sim/%.cpp wlanctl/%.cpp,$(SOURCES))
 
-.PHONY: help demo test test-native test-clang test-arm64 test-musl build build-native build-clang arm64 musl package \
-  interface format lint clean
+STAGE = scripts/stage.sh
+
+.PHONY: help check demo test test-all test-rest test-clang test-arm64 test-musl build build-clang arm64 musl package \
+  stages interface format lint clean
 
 help:
 	@echo "make demo         run the library inside a simulated gateway and watch it apply settings"
-	@echo "make test         all that follows up to test-native, as a fresh machine does it: an hour"
-	@echo "make package      Debian packages for amd64 and arm64, into build/packages"
-	@echo "make test-musl    the tests in C against the musl C library"
+	@echo "make test         every test, with sanitizers and of the optimised build: minutes"
+	@echo "make test-all     that and all that follows up to package: half an hour"
 	@echo "make test-clang   every test, built with clang"
 	@echo "make test-arm64   every test as ARM64 code, under emulation"
-	@echo "make test-native  every test, with sanitizers and optimised"
+	@echo "make test-musl    the tests in C against the musl C library"
+	@echo "make package      Debian packages for amd64 and arm64, into build/packages"
+	@echo "make check ROOM=params  builds what changed and runs the tests of one room: seconds"
+	@echo "make stages       what the stages of the last make test or test-all took, into CONTRIBUTING.md"
 	@echo "make build        build the library, the simulated gateway, the tool and the examples into build/release"
 	@echo "make arm64        the same and the tests for the gateway's processor, into build/arm64; sizes, and what it needs"
 	@echo "make interface    describe the binary interface anew, after a change of it that is meant"
@@ -35,27 +38,48 @@ demo:
 	cmake --build build/release --target gateway-sim apply_settings attach_store status_page switch_radio
 	examples/demo.sh build/release
 
-# The tests of this machine come last: they are the ones to look at first.
+# The test programs are built once, in build/dev, and run twice: on what is sanitized there, and on what ships.
 test:
-	@scripts/setup.sh test-all
-	@for stage in package test-musl test-clang build-native test-arm64; do \
-	  echo "== $$stage"; start=$$(date +%s); $(MAKE) --no-print-directory $$stage || exit 1; \
-	  echo "== $$stage took $$(($$(date +%s) - start)) seconds"; \
-	done
-	@$(MAKE) --no-print-directory test-native
-
-build-native:
 	@scripts/setup.sh test
-	cmake --preset dev
-	cmake --preset release -DBUILD_TESTING=ON
-	cmake --build build/dev
-	cmake --build build/release
+	@$(STAGE) --forget
+	@$(STAGE) "configure" $(MAKE) -s --no-print-directory configure-tests
+	@$(STAGE) "build: sanitized, and the test programs" cmake --build build/dev
+	@$(STAGE) "build: optimised, as it ships" cmake --build build/release
+	@$(STAGE) "test: sanitized" scripts/run_tests.sh build/dev
+	@$(STAGE) "test: optimised" scripts/run_tests.sh build/release
+	@$(STAGE) --table
 
-test-native: build-native
-	@echo "== All tests with the address and undefined-behaviour sanitizers"
-	ctest --test-dir build/dev -j $(JOBS) --output-on-failure --no-tests=error
-	@echo "== All tests of the optimised build"
-	ctest --test-dir build/release -j $(JOBS) --output-on-failure --no-tests=error
+.PHONY: configure-tests
+configure-tests:
+	cmake --preset dev -DWIFIMGR_TEST_GATEWAY=$(CURDIR)/build/release
+	cmake --preset release -DBUILD_TESTING=ON -DWIFIMGR_TEST_PROGRAMS=$(CURDIR)/build/dev/tests
+
+test-all: test
+	@$(MAKE) --no-print-directory test-rest
+	@$(STAGE) --table
+
+# What make test leaves out.
+test-rest:
+	@scripts/setup.sh test-all
+	@for stage in package test-musl test-clang test-arm64; do \
+	  $(STAGE) "make $$stage" $(MAKE) --no-print-directory $$stage || exit 1; \
+	done
+
+# What installs and describes the library is looked at where it is optimised; the rest where it is sanitized.
+check:
+	@[ -n "$(ROOM)" ] || { echo "make check ROOM=...: the folders of tests/ are the rooms" >&2; exit 2; }
+	@[ -f "tests/$(ROOM)/tests.cmake" ] || { echo "make check: there is no room $(ROOM)" >&2; exit 2; }
+	@scripts/setup.sh test
+	@[ -f build/dev/build.ninja ] && [ -f build/release/build.ninja ] || $(MAKE) -s --no-print-directory configure-tests
+	@case "$(ROOM)" in \
+	  abi | install) build=build/release target=all ;; \
+	  gateway | wlanctl) build=build/dev target=tests_$(ROOM); cmake --build build/release --target gateway-sim || exit 1 ;; \
+	  *) build=build/dev target=tests_$(ROOM) ;; \
+	esac; \
+	cmake --build $$build --target $$target && scripts/run_tests.sh $$build -L '^$(ROOM)$$'
+
+stages:
+	@$(STAGE) --into CONTRIBUTING.md
 
 build-clang:
 	@scripts/setup.sh clang
@@ -64,7 +88,7 @@ build-clang:
 
 test-clang: build-clang
 	@echo "== All tests of the build with clang"
-	ctest --test-dir build/clang -j $(JOBS) --output-on-failure --no-tests=error
+	scripts/run_tests.sh build/clang
 
 arm64:
 	@scripts/setup.sh arm64
@@ -76,10 +100,10 @@ arm64:
 test-arm64:
 	@scripts/setup.sh arm64
 	@$(MAKE) --no-print-directory arm64
-	cmake --preset release -DBUILD_TESTING=ON
+	@$(MAKE) -s --no-print-directory build/release/build.ninja
 	cmake --build build/release --target gateway_driver
 	@echo "== All tests as ARM64 code"
-	scripts/test_arm64.sh build/arm64 build/release $(JOBS)
+	scripts/test_arm64.sh build/arm64 build/release
 
 musl:
 	@scripts/setup.sh musl
@@ -91,7 +115,7 @@ test-musl: musl
 	@$(MAKE) -s --no-print-directory build/release/build.ninja
 	cmake --build build/release --target gateway-sim apply_settings
 	@echo "== The tests in C against musl"
-	ctest --test-dir build/musl -j $(JOBS) --output-on-failure --no-tests=error
+	scripts/run_tests.sh build/musl
 	scripts/same_outcome.sh build/release build/release build/musl
 
 package:
@@ -101,13 +125,13 @@ package:
 
 interface:
 	@scripts/setup.sh test
-	cmake --preset release -DBUILD_TESTING=ON
+	@$(MAKE) -s --no-print-directory build/release/build.ninja
 	cmake --build build/release --target api_lib_wifimgr
 	scripts/describe_interface.sh build/release/lib/libapi_lib_wifimgr.so.1
 
 build:
 	@scripts/setup.sh build
-	cmake --preset release -DBUILD_TESTING=OFF
+	@$(MAKE) -s --no-print-directory build/release/build.ninja
 	cmake --build build/release
 
 format:

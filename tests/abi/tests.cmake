@@ -32,3 +32,8 @@ if(NOT WIFIMGR_SANITIZE)
       ${WIFIMGR_ABIDIFF} ${PROJECT_SOURCE_DIR} ${library})
   endif()
 endif()
+
+if(WIFIMGR_TEST_PROGRAMS)
+  add_test(NAME abi.loaded_library COMMAND sh ${here}/loaded_library.sh
+    ${WIFIMGR_TEST_PROGRAMS}/lock_test ${PROJECT_BINARY_DIR}/lib)
+endif()

@@ -10,7 +10,7 @@ namespace {
 using testing::HasSubstr;
 
 std::string probe(const std::string& steps) {
-  return std::string(LIBRARY_PROBE_PROGRAM) + " " + steps;
+  return library_probe_program() + " " + steps;
 }
 
 TEST(Board, EachChipOnTheBusSetsItsFlag) {

@@ -29,8 +29,9 @@ class Gateway : public testing::Test {
                 const std::string& chips = "7603,7612") {
     write_file(folder_ / "24.dat", dat_2_4g);
     write_file(folder_ / "5.dat", dat_5g);
-    const std::string script = std::string("wc -l </run/gateway-sim/journal; ") + LIBRARY_PROBE_PROGRAM + " " + steps +
-                               " 2>/dev/null; echo ==; " + kShow + "; echo ==; cut -f2 /run/gateway-sim/journal";
+    const std::string script = std::string("wc -l </run/gateway-sim/journal; ") + library_probe_program() + " " +
+                               steps + " 2>/dev/null; echo ==; " + kShow +
+                               "; echo ==; cut -f2 /run/gateway-sim/journal";
     const Result result =
         run_script(script, {"--dat24", folder_ / "24.dat", "--dat5", folder_ / "5.dat", "--chips", chips});
     EXPECT_EQ(0, result.status) << result.err;

@@ -231,9 +231,8 @@ TEST_F(Radio, NoRebootForTheSsidCount) {
 
 // Which leaves the queue length to the machine's own root, whatever the user is inside.
 TEST(TxQueue, ReachesTheKernel) {
-  const Result result =
-      run_script(std::string(LIBRARY_PROBE_PROGRAM) +
-                 " txqueue 1 77; cat /sys/class/net/ra0/tx_queue_len /sys/class/net/ra1/tx_queue_len");
+  const Result result = run_script(
+      library_probe_program() + " txqueue 1 77; cat /sys/class/net/ra0/tx_queue_len /sys/class/net/ra1/tx_queue_len");
   EXPECT_EQ(is_machines_root() ? "txqueue 0\n77\n1000\n" : "txqueue 0\n1000\n1000\n", result.out);
 }
 

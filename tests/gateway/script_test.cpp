@@ -22,7 +22,7 @@ constexpr char kRun[] = " run 0 'sh /etc/Wireless/RT2860AP/WLAN_exec.sh'";
 // Changes SSID 1 of 2.4G by the probe's steps, writes its script and runs it; the settings of ra0 are what it prints
 // last.
 Result run_of(const std::string& steps, const std::string& before = "", const std::string& after = "") {
-  return run_script(before + LIBRARY_PROBE_PROGRAM + " init 0 oper 0 0 " + steps + " script 0 0" + kRun + "; echo; " +
+  return run_script(before + library_probe_program() + " init 0 oper 0 0 " + steps + " script 0 0" + kRun + "; echo; " +
                     after + " iwpriv ra0 show");
 }
 
@@ -150,7 +150,7 @@ TEST(Script, UnquotedValueOfACrLfFileKeepsItsCarriageReturn) {
 
 TEST(Script, SetsEverythingOfAnSsidAndNothingOfAnother) {
   const Result result = run_script(
-      std::string(LIBRARY_PROBE_PROGRAM) +
+      library_probe_program() +
       " init 0 oper 0 0 put AuthMode 0 2 WPA put EncrypType 0 2 TKIPAES put SSID2 0 2 'New Guest' put HideSSID 0 2 1"
       " put RADIUS_Server 0 2 10.1.2.3 put RADIUS_Port 0 2 1645 put RADIUS_Key2 0 2 secret put RekeyInterval 0 2 77"
       " put WPAPSK2 0 2 'a phrase' put WmmCapable 0 2 0 put AccessPolicy1 0 2 2 put AccessControlList1 0 2 "
@@ -168,7 +168,7 @@ TEST(Script, SetsEverythingOfAnSsidAndNothingOfAnother) {
 }
 
 TEST(Script, LeavesTheOtherSsidsAlone) {
-  const Result result = run_script(std::string("iwpriv ra1 show >before; ") + LIBRARY_PROBE_PROGRAM +
+  const Result result = run_script(std::string("iwpriv ra1 show >before; ") + library_probe_program() +
                                    " init 0 oper 0 0 put SSID1 0 1 New script 0 0" + kRun +
                                    " >/dev/null; iwpriv ra1 show | cmp before - && iwpriv ra0 show | grep ^SSID=");
   EXPECT_EQ("SSID=New\n", result.out);
@@ -176,7 +176,7 @@ TEST(Script, LeavesTheOtherSsidsAlone) {
 
 TEST(Script, RunsOn5GOncePerFlag) {
   const std::string script = " 'sh /etc/Wireless/RT2860AP_AC/WLAN_exec.sh'";
-  const std::string probe = std::string(LIBRARY_PROBE_PROGRAM) + " init 1 oper 1 0 ";
+  const std::string probe = library_probe_program() + " init 1 oper 1 0 ";
   const std::string show = " >/dev/null; iwpriv rai0 show | grep -e ^SSID= -e ^WmmCapable= -e ^TxBurst=";
   const std::string write = " put WirelessMode 1 -1 14 put WmmCapable 1 1 0 put SSID1 1 1 New script 1 0";
   EXPECT_EQ("SSID=New\nTxBurst=1\nWmmCapable=1\n", run_script(probe + write + " flag 1 run 1" + script + show).out);

@@ -8,12 +8,12 @@ namespace sim_test {
 namespace {
 
 std::string probe(const std::string& steps) {
-  return std::string(LIBRARY_PROBE_PROGRAM) + " " + steps + "; ";
+  return library_probe_program() + " " + steps + "; ";
 }
 
 TEST(SharedStore, AnAttachingProcessSeesWhatIsNotSaved) {
-  const Result result = run_script(probe("init 0 init 1 set wifimgr_lib_set_ssid 0 1 Unsaved") + ATTACH_STORE_PROGRAM +
-                                   "; grep ^SSID1= /etc/Wireless/RT2860AP/RT2860AP.dat");
+  const Result result = run_script(probe("init 0 init 1 set wifimgr_lib_set_ssid 0 1 Unsaved") +
+                                   built("bin/attach_store") + "; grep ^SSID1= /etc/Wireless/RT2860AP/RT2860AP.dat");
   EXPECT_THAT(result.out, testing::HasSubstr("2.4G  SSID 1 \"Unsaved\", channel 6, beacon period 100\n"));
   EXPECT_THAT(result.out, testing::HasSubstr("\nSSID1=Gateway-Home\n"));
   EXPECT_EQ(0, result.status) << result.err;
@@ -32,7 +32,7 @@ TEST(SharedStore, ASavedChangeOutlivesTheStore) {
 }
 
 TEST(SharedStore, AnAttachingProcessSaysWhenThereIsNothingToAttachTo) {
-  const Result result = run_script(ATTACH_STORE_PROGRAM);
+  const Result result = run_script(built("bin/attach_store"));
   EXPECT_EQ(1, result.status);
   EXPECT_EQ("no store to attach to: no process has initialised the bands yet\n", result.err);
 }

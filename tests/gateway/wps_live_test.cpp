@@ -11,7 +11,7 @@ namespace {
 using testing::ElementsAre;
 
 std::string probe(const std::string& steps) {
-  return std::string(LIBRARY_PROBE_PROGRAM) + " " + steps + "; ";
+  return library_probe_program() + " " + steps + "; ";
 }
 
 Words answers(const std::string& script) {

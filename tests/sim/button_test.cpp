@@ -56,7 +56,8 @@ TEST(Button, OneOfManyReadersGetsThePress) {
 TEST(Button, IsReadUnderALock) {
   EXPECT_EQ(
       "0\npress\n",
-      run_script("simctl press wps press; " BUTTON_PROBE_PROGRAM " locked /proc/zq2810/wps_button"
+      run_script("simctl press wps press; " + button_probe_program() +
+                 " locked /proc/zq2810/wps_button"
                  " 'cat /proc/zq2810/wps_button >got & until grep -q -e \"->\" /proc/locks || [ -s got ]; do :; done;"
                  " wc -c <got'; until [ -s got ]; do :; done; cat got; echo")
           .out);
@@ -78,7 +79,7 @@ TEST(Button, IsTakenByEveryWayToOpen) {
                      {"open64", "cloexec "}, {"openat", ""},
                      {"openat64", ""},       {"fortified", ""}};
   for (const auto& row : kRows) {
-    const std::string read = std::string(BUTTON_PROBE_PROGRAM) + " " + row.function + " /proc/zq2810/wlan_button; ";
+    const std::string read = button_probe_program() + " " + row.function + " /proc/zq2810/wlan_button; ";
     EXPECT_EQ(std::string(row.flags) + "press\n" + row.flags + "\n",
               run_script("simctl press wlan press; " + read + read).out)
         << row.function;
@@ -86,7 +87,7 @@ TEST(Button, IsTakenByEveryWayToOpen) {
 }
 
 TEST(Button, IsLeftByThoseWhoWrite) {
-  const std::string probe = BUTTON_PROBE_PROGRAM;
+  const std::string probe = button_probe_program();
   EXPECT_EQ("press\n?\npress\n",
             run_script("simctl press wlan press; " + probe + " read-write /proc/zq2810/wlan_button; " + probe +
                        " append /proc/zq2810/wlan_button; " + probe + " open /proc/zq2810/wlan_button")
@@ -94,7 +95,7 @@ TEST(Button, IsLeftByThoseWhoWrite) {
 }
 
 TEST(Button, FailsToOpenAsTheKernelSays) {
-  const std::string probe = BUTTON_PROBE_PROGRAM;
+  const std::string probe = button_probe_program();
   EXPECT_EQ("ENOENT\nENOTDIR\nENOENT\n",
             run_script("rm /proc/zq2810/wlan_button; " + probe + " open /proc/zq2810/wlan_button; " + probe +
                        " open64 /proc/zq2810/wps_button/x; " + probe + " openat ''")

@@ -107,7 +107,7 @@ TEST(Command, FileCreationMaskIsTheCallers) {
 }
 
 TEST(Command, RunsInsideAnotherSimulation) {
-  EXPECT_EQ(run({"--", GATEWAY_SIM_PROGRAM, "--", "sh", "-c", "exit 9"}).status, 9);
+  EXPECT_EQ(run({"--", gateway_sim_program(), "--", "sh", "-c", "exit 9"}).status, 9);
 }
 
 }  // namespace

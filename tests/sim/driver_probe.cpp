@@ -3,13 +3,11 @@
 namespace sim_test {
 
 std::string ask(const std::string& interface, const std::string& number, unsigned length, const std::string& more) {
-  return std::string(REQUEST_PROBE_PROGRAM) + " " + interface + " " + number + " 0 " + std::to_string(length) + " " +
-         more + "; ";
+  return request_probe_program() + " " + interface + " " + number + " 0 " + std::to_string(length) + " " + more + "; ";
 }
 
 std::string ask_oid(const std::string& interface, const std::string& oid, unsigned length, const std::string& more) {
-  return std::string(REQUEST_PROBE_PROGRAM) + " " + interface + " 8be1 " + oid + " " + std::to_string(length) + " " +
-         more + "; ";
+  return request_probe_program() + " " + interface + " 8be1 " + oid + " " + std::to_string(length) + " " + more + "; ";
 }
 
 uint64_t number_at(const std::string& reply, size_t at, size_t size) {

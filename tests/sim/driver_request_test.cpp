@@ -25,8 +25,8 @@ constexpr Row kRows[] = {
 };
 
 std::string send(const Row& row, unsigned length, const std::string& more) {
-  return std::string(REQUEST_PROBE_PROGRAM) + " rai0 " + row.number + " " + row.oid + " " + std::to_string(length) +
-         " " + more + "; ";
+  return request_probe_program() + " rai0 " + row.number + " " + row.oid + " " + std::to_string(length) + " " + more +
+         "; ";
 }
 
 TEST(DriverRequest, RefusesAPayloadThatIsTooShort) {
@@ -129,9 +129,9 @@ TEST(DriverRequest, APinnedLoadIsAnyNumber) {
 
 TEST(DriverRequest, ChannelFollowsEveryWayToSetIt) {
   const Result result =
-      run_script("iwpriv ra1 set Channel=11; " + ask("ra0", "8b05", 16, "- 0") + WIRELESS_PROBE_PROGRAM +
-                 " ra0; simctl channel 2.4G 3; " WIRELESS_PROBE_PROGRAM
-                 " ra1; simctl channel 5G 0; " WIRELESS_PROBE_PROGRAM " rai0");
+      run_script("iwpriv ra1 set Channel=11; " + ask("ra0", "8b05", 16, "- 0") + wireless_probe_program() +
+                 " ra0; simctl channel 2.4G 3; " + wireless_probe_program() + " ra1; simctl channel 5G 0; " +
+                 wireless_probe_program() + " rai0");
   EXPECT_EQ("\nIEEE 802.11\n11\nIEEE 802.11\n3\nIEEE 802.11\n36\n", result.out);
 }
 

@@ -24,8 +24,8 @@ TEST(Fault, EachRequestFailsByItsName) {
       {"oui-filter", "8be1", "9220"},  {"probe-response", "8be1", "9204"}, {"probe-response-delete", "8be1", "9205"}};
   std::string script;
   for (const auto& row : kRows) {
-    script += std::string("simctl fail ") + row.name + " EXDEV; " REQUEST_PROBE_PROGRAM " ra0 " + row.number + " " +
-              row.oid + " 20000; simctl fail none; ";
+    script += std::string("simctl fail ") + row.name + " EXDEV; " + request_probe_program() + " ra0 " + row.number +
+              " " + row.oid + " 20000; simctl fail none; ";
   }
   const Words lines = lines_of(run_script(script).out);
   ASSERT_EQ(std::size(kRows), lines.size());
@@ -51,7 +51,7 @@ TEST(Fault, AnOidThatTheDriverDoesNotKnowFailsAsToldToo) {
 
 TEST(Fault, TheRequestOfAllOidsFailsThemAll) {
   const Result result = run_script("simctl fail 0x8BE1 EIO; " + ask_oid("ra0", "069c", 4) +
-                                   ask_oid("rai1", "0752", 16) + WIRELESS_PROBE_PROGRAM + " ra0");
+                                   ask_oid("rai1", "0752", 16) + wireless_probe_program() + " ra0");
   EXPECT_EQ("EIO\nEIO\nIEEE 802.11\n6\n", result.out);
 }
 
@@ -87,9 +87,10 @@ TEST(Fault, CountGoesDownUnderALock) {
   const Result result = run_in(
       folder.path(),
       {"--", "sh", "-c",
-       "simctl fail noise EIO 1; " BUTTON_PROBE_PROGRAM " locked /run/gateway-sim/lists/faults.lock"
-       " 'sh ./script >answer & until grep -q -e \"->\" /proc/locks || [ -s answer ]; do :; done; wc -c <answer';"
-       "until [ -s answer ]; do :; done; cat answer"});
+       "simctl fail noise EIO 1; " + button_probe_program() +
+           " locked /run/gateway-sim/lists/faults.lock"
+           " 'sh ./script >answer & until grep -q -e \"->\" /proc/locks || [ -s answer ]; do :; done; wc -c <answer';"
+           "until [ -s answer ]; do :; done; cat answer"});
   EXPECT_EQ("0\nEIO\n", result.out);
 }
 

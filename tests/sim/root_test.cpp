@@ -62,7 +62,7 @@ TEST(Root, SystemFoldersNeverStayReal) {
 
 TEST(Root, WorksWithTheProgramUnderTmp) {
   const TestFolder prefix;
-  const std::filesystem::path tree = std::filesystem::path(GATEWAY_SIM_PROGRAM).parent_path().parent_path();
+  const std::filesystem::path tree = std::filesystem::path(gateway_sim_program()).parent_path().parent_path();
   for (const char* part :
        {"bin/gateway-sim", "libexec/gateway-sim/gateway-tools", "libexec/gateway-sim/libgateway_driver.so",
         "share/gateway-sim/dat/RT2860AP.dat", "share/gateway-sim/dat/RT2860AP_AC.dat"}) {
@@ -80,7 +80,7 @@ TEST(Root, WorksWithTheProgramUnderTmp) {
 TEST(Root, MissingPartIsNamed) {
   const TestFolder prefix;
   std::filesystem::create_directory(prefix / "bin");
-  std::filesystem::copy_file(GATEWAY_SIM_PROGRAM, prefix / "bin/gateway-sim");
+  std::filesystem::copy_file(gateway_sim_program(), prefix / "bin/gateway-sim");
   const Result result = shell(prefix / "bin/gateway-sim" + " -- true 2>&1");
   EXPECT_EQ(result.status, 125);
   EXPECT_THAT(result.out, HasSubstr("libexec/gateway-sim/gateway-tools"));
@@ -121,7 +121,7 @@ TEST(Proc, BehavesLikeTheKernels) {
   const Result result = run_script(
       "sed -n 's/^Name:.//p' /proc/self/status; cat /proc/$$/comm; grep -c ra0: /proc/net/dev;"
       "grep -c ' /proc tmpfs ' /proc/mounts; ls /proc/sysvipc; tr '\\0' ' ' </proc/1/cmdline | cut -d' ' -f1");
-  EXPECT_THAT(lines_of(result.out), ElementsAre("sed", "sh", "1", "1", "msg", "sem", "shm", GATEWAY_SIM_PROGRAM));
+  EXPECT_THAT(lines_of(result.out), ElementsAre("sed", "sh", "1", "1", "msg", "sem", "shm", gateway_sim_program()));
 }
 
 TEST(Proc, NewProcessesHaveTheirFolder) {
@@ -151,7 +151,8 @@ TEST(Root, GatewaysFilesAreThereBelowMountPointsToo) {
       std::string(geteuid() == 0 ? "unshare -m" : "unshare -U -r -m") +
       " sh -c '"
       "mount --bind /usr/lib /usr/lib && mount --bind /usr/bin /usr/bin && mount --bind /bin/true /usr/bin/killall;"
-      "exec " GATEWAY_SIM_PROGRAM
+      "exec " +
+      gateway_sim_program() +
       " -- sh -c \"ls /lib/modules/4.4.115; touch /usr/lib/new; ls /usr/lib/new; readlink /usr/bin/killall\"'");
   EXPECT_EQ(result.out,
             "mt7603eap.ko\nmt7615_ap.ko\nmt7662e_ap.ko\nmt7663_ap.ko\n/usr/lib/new\n/userfs/bin/gateway-tools\n");

@@ -119,7 +119,7 @@ class Terminal {
     pid_ = forkpty(&fd_, nullptr, nullptr, nullptr);
     if (pid_ != 0) return;
     Words words = arguments;
-    words.insert(words.begin(), GATEWAY_SIM_PROGRAM);
+    words.insert(words.begin(), gateway_sim_program());
     std::vector<char*> pointers;
     for (std::string& word : words) pointers.push_back(word.data());
     pointers.push_back(nullptr);

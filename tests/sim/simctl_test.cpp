@@ -68,7 +68,7 @@ TEST(Simctl, HelpNamesEveryCommandAndRequest) {
 
 TEST(Simctl, WorksInsideOnly) {
   const std::string tools =
-      std::filesystem::path(GATEWAY_SIM_PROGRAM).parent_path().parent_path() / "libexec/gateway-sim/gateway-tools";
+      std::filesystem::path(gateway_sim_program()).parent_path().parent_path() / "libexec/gateway-sim/gateway-tools";
   const TestFolder folder;
   std::filesystem::create_symlink(tools, folder / "simctl");
   const Result outside = shell(folder / "simctl" + " show 2>&1");

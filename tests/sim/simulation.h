@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "programs.h"
+
 namespace sim_test {
 
 using Words = std::vector<std::string>;
@@ -40,7 +42,7 @@ class Simulation {
   struct Setting {
     std::string folder;
     bool as_nobody = false;
-    std::string program = GATEWAY_SIM_PROGRAM;
+    std::string program = gateway_sim_program();
   };
 
   explicit Simulation(const Words& arguments) : Simulation(arguments, Setting()) {}

@@ -141,13 +141,13 @@ TEST(Iwpriv, RefusesWhatTheDriverWould) {
 }
 
 TEST(Driver, AnswersWirelessRequests) {
-  const std::string probe = WIRELESS_PROBE_PROGRAM;
+  const std::string probe = wireless_probe_program();
   const Result result = run_script(probe + " ra0; iwpriv ra1 set Channel=13; " + probe + " ra0; " + probe + " rai1");
   EXPECT_EQ(result.out, "IEEE 802.11\n6\nIEEE 802.11\n13\nIEEE 802.11\n36\n");
 }
 
 TEST(Driver, LeavesEverythingElseToTheKernel) {
-  const std::string probe = WIRELESS_PROBE_PROGRAM;
+  const std::string probe = wireless_probe_program();
   const Result result = run_script("for i in ra7 br-lan lo wds0 ra ra0x nosuch; do " + probe + " $i; done");
   const Words lines = lines_of(result.out);
   ASSERT_THAT(lines, SizeIs(7));
@@ -160,7 +160,7 @@ TEST(Driver, StartsFromTheDatFile) {
   const TestFolder folder;
   write_file(folder / "24.dat", dat_text(2, "1;0", "Channel=9\nSSID2=second\nAuthMode=OPEN;WPAPSK\r\n"));
   write_file(folder / "5.dat", dat_text(1, "1", "Channel=0\n"));
-  const Result result = run_script(std::string(WIRELESS_PROBE_PROGRAM) + " ra0; " + WIRELESS_PROBE_PROGRAM +
+  const Result result = run_script(wireless_probe_program() + " ra0; " + wireless_probe_program() +
                                        " rai0; iwpriv ra1 show | grep -vE '^(Noise|ChannelLoad|Temperature|Wps)'",
                                    {"--dat24", folder / "24.dat", "--dat5", folder / "5.dat"});
   EXPECT_EQ(result.out, "IEEE 802.11\n9\nIEEE 802.11\n36\nAuthMode=WPAPSK\nChannel=9\nEnableSSID=0\nSSID=second\n");

@@ -36,10 +36,11 @@ void expect_refusal(const Result& result) {
 
 // A user namespace of its own lets a test switch user namespaces off without touching the machine's setting.
 TEST(Refusal, NamesTheMissingPermission) {
-  const std::string as_restricted_root = "setpriv --bounding-set=-all --inh-caps=-all " GATEWAY_SIM_PROGRAM " -- true";
+  const std::string as_restricted_root =
+      "setpriv --bounding-set=-all --inh-caps=-all " + gateway_sim_program() + " -- true";
   if (shell("unshare -U -r true 2>&1").status != 0) {
     // Off already, for whoever runs this.
-    const std::string as_caller = GATEWAY_SIM_PROGRAM " -- true";
+    const std::string as_caller = gateway_sim_program() + " -- true";
     expect_refusal(shell((geteuid() == 0 ? as_restricted_root : as_caller) + " 2>&1"));
     return;
   }
@@ -53,13 +54,13 @@ TEST(Refusal, NamesTheMissingPermission) {
 class AsUser : public testing::Test {
  protected:
   AsUser() {
-    if (shell_as_user("test -x " GATEWAY_SIM_PROGRAM).status == 0) return;
-    program_ = copied(GATEWAY_SIM_PROGRAM, "bin");
-    const std::string build_folder = std::filesystem::path(GATEWAY_SIM_PROGRAM).parent_path().parent_path();
+    if (shell_as_user("test -x " + gateway_sim_program()).status == 0) return;
+    program_ = copied(gateway_sim_program(), "bin");
+    const std::string build_folder = std::filesystem::path(gateway_sim_program()).parent_path().parent_path();
     for (const char* parts : {"libexec", "share"}) {
       std::filesystem::copy(build_folder + "/" + parts, folder_ / parts, std::filesystem::copy_options::recursive);
     }
-    wireless_probe_ = copied(WIRELESS_PROBE_PROGRAM, "bin");
+    wireless_probe_ = copied(wireless_probe_program(), "bin");
     shell("chmod -R a+rX " + folder_.path());
   }
 
@@ -76,8 +77,8 @@ class AsUser : public testing::Test {
   Result script(const std::string& text) { return run_as_user({"--", "sh", "-c", text}); }
 
   TestFolder folder_;
-  std::string program_ = GATEWAY_SIM_PROGRAM;
-  std::string wireless_probe_ = WIRELESS_PROBE_PROGRAM;
+  std::string program_ = gateway_sim_program();
+  std::string wireless_probe_ = wireless_probe_program();
 
  private:
   // Within the user's reach, when the build folder is not.

@@ -1,5 +1,5 @@
 // Runs every test in a process and a sandbox of its own: the library's state is per process, and a test must find it
-// fresh, whether ctest starts the program once per test or a person starts it for all.
+// fresh, whether the program is started for one of them or for all.
 #include <fnmatch.h>
 #include <gtest/gtest.h>
 #include <sys/prctl.h>
@@ -16,12 +16,20 @@
 
 namespace {
 
-bool matches(const std::string& name, const std::string& patterns) {
+bool matches_any(const std::string& name, const std::string& patterns) {
   std::istringstream split(patterns);
   for (std::string pattern; std::getline(split, pattern, ':');) {
     if (fnmatch(pattern.c_str(), name.c_str(), 0) == 0) return true;
   }
   return false;
+}
+
+// As GoogleTest has it: patterns, and behind the first dash those of what is left out.
+bool is_selected(const std::string& name, const std::string& filter) {
+  const size_t dash = filter.find('-');
+  const std::string wanted = filter.substr(0, dash);
+  if (!wanted.empty() && !matches_any(name, wanted)) return false;
+  return dash == std::string::npos || !matches_any(name, filter.substr(dash + 1));
 }
 
 std::vector<std::string> selected_tests() {
@@ -31,7 +39,7 @@ std::vector<std::string> selected_tests() {
     const testing::TestSuite& suite = *all.GetTestSuite(i);
     for (int j = 0; j < suite.total_test_count(); ++j) {
       const std::string name = std::string(suite.name()) + "." + suite.GetTestInfo(j)->name();
-      if (matches(name, GTEST_FLAG_GET(filter))) names.push_back(name);
+      if (is_selected(name, GTEST_FLAG_GET(filter))) names.push_back(name);
     }
   }
   return names;
@@ -44,7 +52,7 @@ int run_here(const std::string& name) {
 }
 
 int run_each_in_a_child(const std::vector<std::string>& names) {
-  int failed = 0;
+  std::vector<std::string> failed;
   for (const std::string& name : names) {
     std::fflush(nullptr);
     const pid_t child = fork();
@@ -53,14 +61,12 @@ int run_each_in_a_child(const std::vector<std::string>& names) {
       std::exit(run_here(name));
     }
     int status = 0;
-    if (child < 0 || waitpid(child, &status, 0) < 0 || status != 0) {
-      ++failed;
-      std::printf("FAILED: %s\n", name.c_str());
-    }
+    if (child < 0 || waitpid(child, &status, 0) < 0 || status != 0) failed.push_back(name);
   }
   if (names.empty()) std::printf("no test has such a name\n");
-  std::printf("%zu passed, %d failed\n", names.size() - static_cast<size_t>(failed), failed);
-  return failed == 0 && !names.empty() ? 0 : 1;
+  std::printf("==== all of them\n[  PASSED  ] %zu tests.\n", names.size() - failed.size());
+  for (const std::string& name : failed) std::printf("[  FAILED  ] %s\n", name.c_str());
+  return failed.empty() && !names.empty() ? 0 : 1;
 }
 
 }  // namespace

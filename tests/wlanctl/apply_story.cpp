@@ -6,7 +6,7 @@ std::string functions() {
   return std::string("pending=/var/run/wlanctl-pending\n") +
          "commands() { cut -f2 /run/gateway-sim/journal | sed s,^/real/,,; }\n"
          "segment() { case $1 in 2.4g) '" +
-         SEGMENT_BYTES_PROGRAM + "' 0x12345 ;; 5g) '" + SEGMENT_BYTES_PROGRAM +
+         built("tests/segment_bytes") + "' 0x12345 ;; 5g) '" + built("tests/segment_bytes") +
          "' 0x12346 ;; esac; }\n"
          "gone() { while [ -e $pending-$1 ]; do sleep 0.02; done; }\n"
          "guardian() {\n"
@@ -22,7 +22,7 @@ std::string functions() {
          "with_pid() { sh -c 'echo $$ >\"$0\"; exec \"$@\"' \"$@\"; }\n"
          "killed_at() { WLANCTL_KILL=\"$1\"; shift; export WLANCTL_KILL\n"
          "  LD_PRELOAD=\"$LD_PRELOAD:" +
-         KILL_AT_RENAME_LIBRARY + "\" \"$@\"; set -- $?; unset WLANCTL_KILL; return $1; }\n";
+         built("lib/libkill_at_rename.so") + "\" \"$@\"; set -- $?; unset WLANCTL_KILL; return $1; }\n";
 }
 
 Result run_story(const std::string& script, const Words& options) {

@@ -24,7 +24,7 @@ struct Checked {
 // Runs a shell line outside any gateway; $WLANCTL is the program.
 Result shell_in(const TestFolder& folder, const std::string& line) {
   std::string whole = "cd '";
-  whole += folder.path() + "' && WLANCTL='" + WLANCTL_PROGRAM + "'; " + line;
+  whole += folder.path() + "' && WLANCTL='" + wlanctl_program() + "'; " + line;
   return sim_test::shell(whole);
 }
 

@@ -8,15 +8,15 @@ namespace wlanctl_test {
 namespace {
 
 std::string printed(const std::string& shell) {
-  return sim_test::shell(std::string("'") + WLANCTL_PROGRAM + "' completion " + shell).out;
+  return sim_test::shell(std::string("'") + wlanctl_program() + "' completion " + shell).out;
 }
 
 std::string installed(const std::string& file) {
-  return read_file(std::string(SOURCE_FOLDER) + "/wlanctl/completion/" + file);
+  return read_file(source_folder() + "/wlanctl/completion/" + file);
 }
 
 Json keys() {
-  const std::string document = sim_test::shell(std::string("'") + WLANCTL_PROGRAM + "' keys --json").out;
+  const std::string document = sim_test::shell(std::string("'") + wlanctl_program() + "' keys --json").out;
   validate_text(document);
   return document_in(document)["data"]["keys"];
 }
@@ -67,7 +67,7 @@ TEST_P(Tab, CompletesAVerb) {
 }
 
 TEST_P(Tab, OffersEveryVerbOfTheHelp) {
-  const std::string help = sim_test::shell(std::string("'") + WLANCTL_PROGRAM + "' --help").out;
+  const std::string help = sim_test::shell(std::string("'") + wlanctl_program() + "' --help").out;
   const Words offered = lines_of(sim_test::shell("echo '" + typed("wlanctl " + kAll) + "' | tr '|' '\\n'").out);
   EXPECT_GT(offered.size(), 10u);
   for (const std::string& verb : offered) EXPECT_THAT(help, testing::HasSubstr("\n  " + verb + " "));

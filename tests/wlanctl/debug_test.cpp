@@ -82,7 +82,7 @@ TEST(Trace, OffEndsIt) {
 }
 
 TEST(Trace, OtherProcessesFollowTheSwitch) {
-  const std::string probe = std::string(LIBRARY_PROBE_PROGRAM) + " init 0 2>&1 | grep -c wifimgr_lib_init; true";
+  const std::string probe = library_probe_program() + " init 0 2>&1 | grep -c wifimgr_lib_init; true";
   const std::vector<Result> results = run_steps({probe, "wlanctl trace on; " + probe, "wlanctl trace off; " + probe});
   EXPECT_EQ("0\n", results[0].out);
   EXPECT_NE("trace: on, level 8\n0\n", results[1].out);

@@ -23,7 +23,7 @@ constexpr char kZshSettings[] =
     "zstyle ':completion:insert-all:*' insert yes\n";
 
 std::string completion_of(const char* shell) {
-  return sim_test::shell(std::string("'") + WLANCTL_PROGRAM + "' completion " + shell).out;
+  return sim_test::shell(std::string("'") + wlanctl_program() + "' completion " + shell).out;
 }
 
 }  // namespace
@@ -48,9 +48,11 @@ Words type(Shell shell, const Words& lines) {
   std::string typed;
   for (const std::string& line : lines) typed += line + "\n";
   write_file(folder / "typed", typed + "exit\n");
+  // A keyboard that never ends: script gives a shell seconds to react to the end of one.
   const Result result = sim_test::shell("cd '" + folder.path() +
-                                        "' && HOME=$PWD ZDOTDIR=$PWD LC_ALL=C TERM=dumb script -qec 'stty cols 9999; " +
-                                        start + "' /dev/null <typed 2>&1");
+                                        "' && mkfifo keyboard && { cat typed >keyboard & } && "
+                                        "HOME=$PWD ZDOTDIR=$PWD LC_ALL=C TERM=dumb script -qec 'stty cols 9999; " +
+                                        start + "' /dev/null <>keyboard 2>&1");
   Words calls;
   for (std::string line : lines_of(result.out)) {
     if (line.rfind("CALLED ", 0) != 0) continue;

@@ -148,8 +148,8 @@ void expect_bounds(const std::string& band) {
 }
 
 TEST(Keys, AreThoseOfTheLibrarysSources) {
-  const Result result = sim_test::shell(std::string("'") + PYTHON_PROGRAM + "' '" + SOURCE_FOLDER +
-                                        "/tests/wlanctl/key_rows.py' '" + SOURCE_FOLDER + "' 2>&1");
+  const Result result = sim_test::shell(std::string("'") + PYTHON_PROGRAM + "' '" + source_folder() +
+                                        "/tests/wlanctl/key_rows.py' '" + source_folder() + "' 2>&1");
   EXPECT_EQ(0, result.status) << result.out;
 }
 

@@ -67,7 +67,7 @@ std::string made(const Call& call) {
 Words verbs() {
   Words found;
   bool listed = false;
-  for (const std::string& line : lines_of(sim_test::shell(std::string("'") + WLANCTL_PROGRAM + "' --help").out)) {
+  for (const std::string& line : lines_of(sim_test::shell(std::string("'") + wlanctl_program() + "' --help").out)) {
     if (line == "Subcommands:") {
       listed = true;
     } else if (listed && line.rfind("  ", 0) == 0 && line[2] != ' ') {

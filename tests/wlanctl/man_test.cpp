@@ -16,7 +16,7 @@ using testing::HasSubstr;
 const std::string& help_of(const std::string& verb) {
   static std::map<std::string, std::string> texts;
   const auto [text, is_new] = texts.try_emplace(verb);
-  if (is_new) text->second = sim_test::shell(std::string("'") + WLANCTL_PROGRAM + "' " + verb + " --help").out;
+  if (is_new) text->second = sim_test::shell(std::string("'") + wlanctl_program() + "' " + verb + " --help").out;
   return text->second;
 }
 
@@ -47,7 +47,7 @@ std::set<std::string> options_in(const std::string& help) {
 
 // The page as a reader sees its words, without marks.
 std::string page() {
-  std::string text = read_file(std::string(SOURCE_FOLDER) + "/man/wlanctl.1");
+  std::string text = read_file(source_folder() + "/man/wlanctl.1");
   return std::regex_replace(text, std::regex("\\\\-"), "-");
 }
 
@@ -101,7 +101,7 @@ TEST(ManPage, HasEveryExitCode) {
 }
 
 TEST(ManPage, HasTheFilesUnderVarRun) {
-  const std::string places = read_file(std::string(SOURCE_FOLDER) + "/wlanctl/places.h");
+  const std::string places = read_file(source_folder() + "/wlanctl/places.h");
   const std::string files = section(".SH ", "FILES");
   const std::regex path("\"(/var/run/[^\"]+)\"");
   for (std::sregex_iterator it(places.begin(), places.end(), path), end; it != end; ++it) {
@@ -111,8 +111,8 @@ TEST(ManPage, HasTheFilesUnderVarRun) {
 
 TEST(ManPage, IsReadByManWithoutAWarning) {
   EXPECT_EQ(
-      "",
-      sim_test::shell(std::string("groff -man -ww -Tutf8 '") + SOURCE_FOLDER + "/man/wlanctl.1' 2>&1 >/dev/null").out);
+      "", sim_test::shell(std::string("groff -man -ww -Tutf8 '") + source_folder() + "/man/wlanctl.1' 2>&1 >/dev/null")
+              .out);
 }
 
 }  // namespace

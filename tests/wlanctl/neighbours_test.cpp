@@ -77,7 +77,7 @@ std::string table_with(uint32_t count, size_t at, const std::string& bytes) {
 Json json_of_table(const std::string& table) {
   const TestFolder folder;
   write_file(folder / "table", table);
-  const std::string script = prelude(folder) + "LD_PRELOAD=\"$LD_PRELOAD " + BUILD_FOLDER +
+  const std::string script = prelude(folder) + "LD_PRELOAD=\"$LD_PRELOAD " + build_folder() +
                              "/lib/libgiven_neighbour_table.so\" NEIGHBOUR_TABLE=table "
                              "wlanctl neighbours 2.4g --json";
   const Result result = sim_test::run_in(folder.path(), {"--", "sh", "-c", script});

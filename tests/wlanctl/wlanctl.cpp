@@ -1,14 +1,70 @@
 #include "wlanctl.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <stdexcept>
 
 namespace wlanctl_test {
 namespace {
 
-void expect_valid(const std::string& arguments) {
-  const Result result = sim_test::shell(std::string("'") + PYTHON_PROGRAM + "' '" + VALIDATE_SCRIPT + "' '" +
-                                        SCHEMA_FOLDER + "' " + arguments + " 2>&1");
-  EXPECT_EQ(0, result.status) << result.out;
+// validate.py, started when a program's first document asks for it, and ended with the program.
+class Validator {
+ public:
+  Validator() {
+    int asked[2];
+    int answered[2];
+    if (pipe2(asked, O_CLOEXEC) != 0 || pipe2(answered, O_CLOEXEC) != 0) throw std::runtime_error("no pipe");
+    const std::string script = source_folder() + "/tests/wlanctl/validate.py";
+    const std::string schemas = source_folder() + "/wlanctl/schema";
+    process_ = fork();
+    if (process_ == 0) {
+      dup2(asked[0], STDIN_FILENO);
+      dup2(answered[1], STDOUT_FILENO);
+      execl(PYTHON_PROGRAM, PYTHON_PROGRAM, script.c_str(), schemas.c_str(), nullptr);
+      _exit(1);
+    }
+    close(asked[0]);
+    close(answered[1]);
+    questions_ = asked[1];
+    answers_ = fdopen(answered[0], "r");
+  }
+  Validator(const Validator&) = delete;
+  Validator& operator=(const Validator&) = delete;
+  ~Validator() {
+    close(questions_);
+    std::fclose(answers_);
+    waitpid(process_, nullptr, 0);
+  }
+
+  // Nothing when all is well with the file.
+  std::string findings(const std::string& path) {
+    const std::string question = path + "\n";
+    const ssize_t written = write(questions_, question.data(), question.size());
+    if (written != static_cast<ssize_t>(question.size())) return "validate.py has ended";
+    std::string text;
+    char* line = nullptr;
+    size_t size = 0;
+    ssize_t length = 0;
+    while ((length = getline(&line, &size, answers_)) > 1) text += line;
+    std::free(line);
+    return length < 0 ? "validate.py has ended: " + text : text;
+  }
+
+ private:
+  pid_t process_ = -1;
+  int questions_ = -1;
+  FILE* answers_ = nullptr;
+};
+
+void expect_valid(const std::string& path) {
+  static Validator validator;
+  EXPECT_EQ("", validator.findings(path));
 }
 
 Result run_inside(const TestFolder& folder, const std::string& script, const Words& options) {
@@ -22,13 +78,16 @@ Result run_inside(const TestFolder& folder, const std::string& script, const Wor
 }  // namespace
 
 std::string prelude(const TestFolder& folder) {
-  return std::string("PATH='") + WLANCTL_PATH_FOLDER + "':'" + PROGRAM_FOLDER + "':$PATH; WLANCTL_PROGRAM='" +
-         WLANCTL_PROGRAM + "'; WLANCTL_DOCUMENTS='" + folder.path() +
+  return std::string("PATH='") + built("tests/path") + "':'" + built("bin") + "':$PATH; WLANCTL_PROGRAM='" +
+         wlanctl_program() + "'; WLANCTL_DOCUMENTS='" + folder.path() +
          "'; export PATH WLANCTL_PROGRAM WLANCTL_DOCUMENTS\n";
 }
 
 void validate_documents(const TestFolder& folder) {
-  expect_valid("--folder '" + folder.path() + "'");
+  for (const auto& entry : std::filesystem::directory_iterator(folder.path())) {
+    const std::string name = entry.path().filename();
+    if (name.starts_with("document-") && name.ends_with(".json")) expect_valid(entry.path());
+  }
 }
 
 void validate_text(const std::string& documents) {

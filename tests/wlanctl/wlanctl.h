@@ -9,12 +9,17 @@
 
 namespace wlanctl_test {
 
+using sim_test::build_folder;
+using sim_test::built;
+using sim_test::library_probe_program;
 using sim_test::lines_of;
 using sim_test::read_file;
 using sim_test::Result;
 using sim_test::Simulation;
+using sim_test::source_folder;
 using sim_test::TestFolder;
 using sim_test::Words;
+using sim_test::wlanctl_program;
 using sim_test::write_file;
 
 using Json = nlohmann::ordered_json;

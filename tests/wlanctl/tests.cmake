@@ -1,0 +1,37 @@
+# wlanctl end to end: the built program, inside the simulated gateway.
+wifimgr_test_helper(hold_store wlanctl/hold_store.c)
+wifimgr_test_helper(segment_bytes wlanctl/segment_bytes.c)
+foreach(library kill_at_rename given_neighbour_table)
+  add_library(${library} MODULE wlanctl/${library}.c)
+  wifimgr_room_target(wlanctl ${library})
+endforeach()
+target_link_libraries(kill_at_rename PRIVATE ${CMAKE_DL_LIBS})
+foreach(target gateway-sim wlanctl library_probe)
+  wifimgr_room_target(wlanctl ${target})
+endforeach()
+
+# What the tests have on their path.
+set(path_folder ${PROJECT_BINARY_DIR}/tests/path)
+configure_file(wlanctl/recorded_wlanctl.sh ${path_folder}/wlanctl COPYONLY)
+foreach(helper hold_store library_probe segment_bytes)
+  file(CREATE_LINK ${PROJECT_BINARY_DIR}/tests/${helper} ${path_folder}/${helper} SYMBOLIC)
+endforeach()
+
+if(NOT WIFIMGR_TEST_PROGRAMS)
+  # The system's own, which has the system's jsonschema.
+  find_program(WLANCTL_PYTHON python3 HINTS /usr/bin REQUIRED)
+  find_package(nlohmann_json REQUIRED)
+  add_library(wlanctl_test_support STATIC
+    wlanctl/apply_story.cpp wlanctl/interactive_shell.cpp wlanctl/wlanctl.cpp)
+  target_include_directories(wlanctl_test_support PUBLIC ${CMAKE_CURRENT_SOURCE_DIR}/wlanctl)
+  target_link_libraries(wlanctl_test_support PUBLIC sim_test_support nlohmann_json::nlohmann_json)
+  target_compile_definitions(wlanctl_test_support PUBLIC PYTHON_PROGRAM="${WLANCTL_PYTHON}")
+  # gcc 12 sees overlaps in "text" + std::string that are none.
+  target_compile_options(wlanctl_test_support PUBLIC $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
+  target_precompile_headers(wlanctl_test_support PRIVATE <gmock/gmock.h> <gtest/gtest.h> <nlohmann/json.hpp>)
+endif()
+
+foreach(name apply_killed apply board calibration check completion confirm danger debug diff dry_run keys live_store lock man
+    neighbours recording schema secret set show stations status wps)
+  wifimgr_program_test(wlanctl_test_support ${name}_test wlanctl/${name}_test.cpp)
+endforeach()
