@@ -12,14 +12,14 @@
 #include <iterator>
 #include <stdexcept>
 
-#include "sim/band.h"
-#include "sim/driver_lists.h"
-#include "sim/driver_state.h"
-#include "sim/file.h"
-#include "sim/journal.h"
-#include "sim/neighbourhood.h"
+#include "sim/base/band.h"
+#include "sim/base/file.h"
+#include "sim/records/journal.h"
+#include "sim/state/driver_lists.h"
+#include "sim/state/driver_state.h"
+#include "sim/state/neighbourhood.h"
+#include "sim/state/wps_session.h"
 #include "sim/tools/tool.h"
-#include "sim/wps_session.h"
 
 namespace gateway::tools {
 namespace {

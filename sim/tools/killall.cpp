@@ -4,7 +4,7 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "sim/journal.h"
+#include "sim/records/journal.h"
 #include "sim/tools/process.h"
 #include "sim/tools/tool.h"
 

@@ -1,7 +1,7 @@
 #include <cstdio>
 #include <exception>
 
-#include "sim/file.h"
+#include "sim/base/file.h"
 #include "sim/tools/tool.h"
 
 namespace gateway::tools {

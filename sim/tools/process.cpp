@@ -7,8 +7,8 @@
 #include <cstdlib>
 #include <system_error>
 
-#include "sim/file.h"
-#include "sim/places.h"
+#include "sim/base/file.h"
+#include "sim/base/places.h"
 
 namespace gateway::tools {
 namespace {

@@ -5,11 +5,11 @@
 #include <sys/sem.h>
 #include <sys/shm.h>
 
-#include "sim/boot.h"
-#include "sim/file.h"
-#include "sim/journal.h"
-#include "sim/network_state.h"
-#include "sim/places.h"
+#include "sim/base/file.h"
+#include "sim/base/places.h"
+#include "sim/network/network_state.h"
+#include "sim/radio/boot.h"
+#include "sim/records/journal.h"
 #include "sim/tools/process.h"
 #include "sim/tools/tool.h"
 

@@ -6,10 +6,10 @@
 #include <cerrno>
 #include <csignal>
 
-#include "sim/file.h"
-#include "sim/journal.h"
-#include "sim/network_state.h"
-#include "sim/places.h"
+#include "sim/base/file.h"
+#include "sim/base/places.h"
+#include "sim/network/network_state.h"
+#include "sim/records/journal.h"
 #include "sim/tools/interface_text.h"
 #include "sim/tools/tool.h"
 

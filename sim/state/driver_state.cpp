@@ -1,0 +1,156 @@
+#include "sim/state/driver_state.h"
+
+#include <stdio.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
+#include <stdexcept>
+
+#include "sim/base/file.h"
+#include "sim/base/places.h"
+#include "sim/records/journal.h"
+
+namespace gateway {
+namespace {
+
+// Settings of the radio that the driver takes from the dat file. The channel is treated apart.
+constexpr const char* kRadioKeys[] = {"WirelessMode", "TxPower",    "CountryRegion", "CountryRegionABand",
+                                      "BeaconPeriod", "DtimPeriod", "HT_BW",         "VHT_BW"};
+
+// What the radio reports, whatever the dat file says.
+constexpr const char* kReportKeys[] = {"Noise", "ChannelLoad", "Temperature", "WpsStatus", "WpsStation"};
+
+constexpr const char* kChannel = "Channel";
+constexpr int kMostChannel = 196;
+
+// Settings that the dat file lists once per SSID.
+constexpr const char* kSsidKeys[] = {"EnableSSID",   "HideSSID",   "AuthMode",  "EncrypType",  "IEEE8021X",
+                                     "DefaultKeyID", "WmmCapable", "MaxStaNum", "WscConfMode", "WscConfStatus"};
+
+std::string file_of(const std::string& interface) {
+  return std::string(place::kDriver) + "/" + interface;
+}
+
+// A setting is one line of the file whatever its value holds: backslashes and line feeds are escaped in it.
+std::string escaped(const std::string& value) {
+  std::string text;
+  for (const char c : value) {
+    if (c == '\n') {
+      text += "\\n";
+    } else {
+      if (c == '\\') text += '\\';
+      text += c;
+    }
+  }
+  return text;
+}
+
+std::string unescaped(const std::string& text) {
+  std::string value;
+  for (size_t i = 0; i < text.size(); ++i) {
+    const bool escape = text[i] == '\\' && i + 1 < text.size();
+    if (escape) ++i;
+    value += escape && text[i] == 'n' ? '\n' : text[i];
+  }
+  return value;
+}
+
+// The value that the driver keeps, which for a channel is where the radio goes.
+std::string accepted(Band band, const std::string& key, const std::string& value) {
+  if (key.empty() || key.find('\n') != std::string::npos) throw std::invalid_argument("invalid argument");
+  if (key != kChannel) return value;
+  char* end = nullptr;
+  const long channel = std::strtol(value.c_str(), &end, 10);
+  if (value.empty() || *end != '\0' || channel < 0 || channel > kMostChannel) {
+    throw std::invalid_argument("invalid argument");
+  }
+  return std::to_string(channel_for(band, static_cast<int>(channel)));
+}
+
+}  // namespace
+
+int channel_for(Band band, int wanted) {
+  return wanted > 0 ? wanted : traits(band).automatic_channel;
+}
+
+bool is_radio_wide(const std::string& key) {
+  const auto is_in = [&](const auto& keys) {
+    return std::find(std::begin(keys), std::end(keys), key) != std::end(keys);
+  };
+  return key == kChannel || is_in(kRadioKeys) || is_in(kReportKeys);
+}
+
+DriverSettings settings_from_dat(const DatFile& dat, Band band, int ssid) {
+  DriverSettings settings;
+  settings[kChannel] = std::to_string(channel_for(band, std::atoi(dat.field(kChannel, 1).c_str())));
+  for (const char* key : kRadioKeys) settings[key] = dat.field(key, 1);
+  for (const char* key : kSsidKeys) settings[key] = dat.field(key, ssid);
+  settings["SSID"] = dat.value("SSID" + std::to_string(ssid));
+  settings["WPAPSK"] = dat.value("WPAPSK" + std::to_string(ssid));
+  const std::string number = std::to_string(ssid - 1);
+  settings["AccessPolicy"] = dat.value("AccessPolicy" + number);
+  settings["WpsAccessList"] = dat.value("AccessControlList" + number);
+  // Idle where WPS is on.
+  settings["WpsState"] = std::atoi(settings["WscConfMode"].c_str()) != 0 ? "1" : "0";
+  for (auto entry = settings.begin(); entry != settings.end();) {
+    entry = entry->second.empty() ? settings.erase(entry) : std::next(entry);
+  }
+  return settings;
+}
+
+std::optional<DriverSettings> load_settings(const std::string& interface) {
+  std::ifstream stream(file_of(interface));
+  if (!stream) return std::nullopt;
+  DriverSettings settings;
+  for (std::string line; std::getline(stream, line);) {
+    const size_t equals = line.find('=');
+    if (equals != std::string::npos) settings[line.substr(0, equals)] = unescaped(line.substr(equals + 1));
+  }
+  return settings;
+}
+
+void store_settings(const std::string& interface, const DriverSettings& settings) {
+  std::string text;
+  for (const auto& [key, value] : settings) text += key + "=" + escaped(value) + "\n";
+  // The file is swapped in whole: requests are answered from it at any time, without a lock.
+  const std::string path = file_of(interface);
+  const std::string fresh = std::string(place::kState) + "/driver.new";
+  write_text(fresh, text, 0644);
+  if (rename(fresh.c_str(), path.c_str()) != 0) fail("replace " + path);
+}
+
+std::vector<std::string> driver_interfaces(Band band) {
+  std::vector<std::string> interfaces = names_in(place::kDriver);
+  const auto is_foreign = [&](const std::string& name) { return band_of(name) != band; };
+  interfaces.erase(std::remove_if(interfaces.begin(), interfaces.end(), is_foreign), interfaces.end());
+  std::sort(interfaces.begin(), interfaces.end());
+  return interfaces;
+}
+
+std::vector<std::string> change_setting(const std::string& interface, const std::string& key,
+                                        const std::string& value) {
+  const Band band = band_of(interface).value();
+  const std::string kept = accepted(band, key, value);
+  const DriverSettings before = load_settings(interface).value_or(DriverSettings());
+  const bool wide = is_radio_wide(key);
+  for (const std::string& name : wide ? driver_interfaces(band) : std::vector<std::string>{interface}) {
+    DriverSettings settings = load_settings(name).value_or(DriverSettings());
+    settings[key] = kept;
+    store_settings(name, settings);
+  }
+  const auto old = before.find(key);
+  if (old != before.end() && old->second == kept) return {};
+  const auto shown = [](const std::string& text) { return text.empty() ? std::string("empty") : on_one_line(text); };
+  const std::string owner = wide ? std::string(traits(band).label) + " radio" : interface;
+  const std::string was = old == before.end() ? "none" : shown(old->second);
+  return {owner + ": " + key + " " + was + " -> " + shown(kept)};
+}
+
+void forget_settings(Band band) {
+  for (const std::string& name : driver_interfaces(band)) unlink(file_of(name).c_str());
+}
+
+}  // namespace gateway
