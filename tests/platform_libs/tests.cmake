@@ -1,6 +1,6 @@
 # The stand-ins for the platform's libraries, without the seams that take their place in the other tests.
 foreach(name debug_switch_test escape_test)
-  add_executable(${name} imports/${name}.cpp support/main.cpp support/sandbox.cpp)
+  add_executable(${name} platform_libs/${name}.cpp support/main.cpp support/sandbox.cpp)
   target_include_directories(${name} PRIVATE ${CMAKE_CURRENT_SOURCE_DIR})
   target_link_libraries(${name} PRIVATE
     api_lib_wifimgr vexa_lib_dbg api_lib_utility GTest::gtest wifimgr_warnings wifimgr_sanitizers)
