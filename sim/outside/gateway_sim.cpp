@@ -79,7 +79,9 @@ struct Preparation {
 Preparation prepare(const Options& options, Caller caller) {
   Preparation prepared;
   prepared.caller = caller;
-  const Installation installation = find_installation();
+  Installation installation = find_installation();
+  if (!options.dat_2_4g.empty()) installation.dat_2_4g = options.dat_2_4g;
+  if (!options.dat_5g.empty()) installation.dat_5g = options.dat_5g;
   std::error_code ignored;
   prepared.folder = std::filesystem::current_path(ignored);
   try {
@@ -92,7 +94,7 @@ Preparation prepare(const Options& options, Caller caller) {
     _exit(kUsageError);
   }
   prepared.root.privileged = caller == Caller::kPrivileged;
-  prepared.root.files = plan_gateway_files(options, installation);
+  prepared.root.files = plan_gateway_files(options.chips, installation);
   prepared.root.real_folders = real_folders(installation, prepared.folder);
   return prepared;
 }

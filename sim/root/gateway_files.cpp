@@ -53,12 +53,9 @@ void plan_recorded_tool(std::vector<PlannedFile>* plan, const std::string& name)
   fail("find " + name + " (Debian packages net-tools and bridge-utils)");
 }
 
-void plan_driver(std::vector<PlannedFile>* plan, const Options& options, const Installation& installation) {
-  const auto chosen = [](const std::string& own, const std::string& supplied) {
-    return read_text(own.empty() ? supplied : own);
-  };
-  plan->push_back(text_file(place::kDat2_4G, chosen(options.dat_2_4g, installation.dat_2_4g)));
-  plan->push_back(text_file(place::kDat5G, chosen(options.dat_5g, installation.dat_5g)));
+void plan_driver(std::vector<PlannedFile>* plan, const Installation& installation) {
+  plan->push_back(text_file(place::kDat2_4G, read_text(installation.dat_2_4g)));
+  plan->push_back(text_file(place::kDat5G, read_text(installation.dat_5g)));
   for (const WlanModule& module : wlan_modules()) {
     plan->push_back(text_file(std::string(place::kModuleFiles) + "/" + module.name + ".ko",
                               std::string("simulated WLAN driver module for chip ") + module.chip + "\n"));
@@ -67,15 +64,15 @@ void plan_driver(std::vector<PlannedFile>* plan, const Options& options, const I
 
 }  // namespace
 
-std::vector<PlannedFile> plan_gateway_files(const Options& options, const Installation& installation) {
+std::vector<PlannedFile> plan_gateway_files(const Chips& chips, const Installation& installation) {
   std::vector<PlannedFile> plan;
-  plan_driver(&plan, options, installation);
+  plan_driver(&plan, installation);
   plan.push_back({place::kToolProgram, read_text(installation.tools), 0755, {}});
   plan.push_back({place::kDriverLibrary, read_text(installation.driver_library), 0755, {}});
   for (const char* name : kStandIns) plan_tool(&plan, name);
   for (const char* name : kRecordedTools) plan_recorded_tool(&plan, name);
   plan.push_back({"/var/run", {}, 0, "/run"});
-  plan.push_back({place::kChips, joined(options.chips, ","), 0644, {}});
+  plan.push_back({place::kChips, joined(chips, ","), 0644, {}});
   plan.push_back({place::kJournal, {}, 0644, {}});
   return plan;
 }

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "sim/outside/options.h"
+#include "sim/radio/chip.h"
 #include "sim/root/real_paths.h"
 
 namespace gateway {
@@ -19,7 +19,7 @@ struct PlannedFile {
 
 // Reads everything from the machine; paths have no symbolic link above their last name. Throws when the machine lacks a
 // tool that the gateway borrows.
-std::vector<PlannedFile> plan_gateway_files(const Options& options, const Installation& installation);
+std::vector<PlannedFile> plan_gateway_files(const Chips& chips, const Installation& installation);
 
 // Writes a planned file below the folder `root`, which stands for "/".
 void place_file(const PlannedFile& file, const std::string& root);

@@ -10,6 +10,7 @@ namespace gateway {
 struct Installation {
   std::string tools;
   std::string driver_library;
+  // The dat files to start with.
   std::string dat_2_4g;
   std::string dat_5g;
   // The build tree and the checkout it was made from; empty when the program is installed.

@@ -1,7 +1,7 @@
 #!/bin/sh
 # The rooms of the library know only those below them: store <- params <- apply, and driver <- wps, platform, which also
 # stand on store and params. Everything may use include/ and platform_libs/. The examples are callers: the public header
-# and their own. The simulator has nothing of the library, and the tool its public header alone.
+# and their own. The simulator has nothing of the library, and rooms of its own; the tool has the public header alone.
 #
 #   include_directions.sh SOURCE_DIR
 set -eu
@@ -41,7 +41,16 @@ allow driver "$public" store driver
 allow wps "$public" store params driver wps
 allow platform "$public" store params driver platform
 allow examples '(wifimgr_lib|attach_store)\.h'
-allow sim 'none' sim sim/tools sim/driver
+allow sim/base 'none' sim/base
+allow sim/driver 'none' sim/driver
+allow sim/records 'none' sim/base sim/records
+allow sim/network 'none' sim/base sim/network
+allow sim/state 'none' sim/base sim/driver sim/records sim/state
+allow sim/radio 'none' sim/base sim/driver sim/records sim/network sim/state sim/radio
+allow sim/tools 'none' sim/base sim/driver sim/records sim/network sim/state sim/radio sim/tools
+allow sim/simctl 'none' sim/base sim/driver sim/records sim/network sim/state sim/radio sim/tools sim/simctl
+allow sim/root 'none' sim/base sim/radio sim/root
+allow sim/outside 'none' sim/base sim/radio sim/root sim/outside
 allow wlanctl 'wifimgr_lib\.h' wlanctl
 
 exit $failed
