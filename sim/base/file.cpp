@@ -2,11 +2,13 @@
 
 #include <dirent.h>
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdio>
 #include <memory>
 #include <system_error>
 
@@ -33,6 +35,12 @@ UniqueFd open_file(const std::string& path, int flags, unsigned mode) {
   UniqueFd fd(open(path.c_str(), flags | O_CLOEXEC, mode));
   if (!fd) fail("open " + path);
   return fd;
+}
+
+void lock_file(int fd, const std::string& path) {
+  while (flock(fd, LOCK_EX) != 0) {
+    if (errno != EINTR) fail("lock " + path);
+  }
 }
 
 bool path_exists(const std::string& path) {
@@ -76,6 +84,11 @@ void write_text(const std::string& path, std::string_view text, unsigned mode) {
   struct stat status;
   if (fstat(fd.get(), &status) == 0 && S_ISREG(status.st_mode)) fchmod(fd.get(), mode);
   write_all(fd.get(), text, path);
+}
+
+void swap_in(const std::string& fresh, const std::string& path, std::string_view text) {
+  write_text(fresh, text, 0644);
+  if (rename(fresh.c_str(), path.c_str()) != 0) fail("replace " + path);
 }
 
 void make_link(const std::string& target, const std::string& path) {

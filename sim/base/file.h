@@ -33,6 +33,9 @@ class UniqueFd {
 // Opens close-on-exec; throws when it cannot.
 UniqueFd open_file(const std::string& path, int flags, unsigned mode = 0644);
 
+// Waits until nobody else holds the file's lock, and takes it until the file is closed.
+void lock_file(int fd, const std::string& path);
+
 bool path_exists(const std::string& path);
 bool is_folder(const std::string& path);
 
@@ -41,6 +44,9 @@ std::string read_text(int fd, const std::string& path);
 
 // Replaces the file's content. The mode holds whatever the umask is.
 void write_text(const std::string& path, std::string_view text, unsigned mode = 0644);
+
+// Writes `fresh` and gives it the place of `path`: whoever reads finds one content or the other, whole.
+void swap_in(const std::string& fresh, const std::string& path, std::string_view text);
 
 void write_all(int fd, std::string_view text, const std::string& path);
 void make_link(const std::string& target, const std::string& path);

@@ -1,12 +1,10 @@
 #include "sim/records/journal.h"
 
 #include <fcntl.h>
-#include <sys/file.h>
 #include <time.h>
 #include <unistd.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <cstdio>
 #include <cstring>
 
@@ -83,15 +81,8 @@ void record_call(const std::vector<std::string>& words, const std::vector<std::s
   if (write(fd.get(), line.data(), line.size()) < 0) fail(std::string("write ") + place::kJournal);
 }
 
-StateLock::StateLock() : fd_(open(place::kLock, O_RDWR | O_CREAT | O_CLOEXEC, 0666)) {
-  if (fd_ < 0) fail(std::string("open ") + place::kLock);
-  while (flock(fd_, LOCK_EX) != 0) {
-    if (errno != EINTR) fail(std::string("lock ") + place::kLock);
-  }
-}
-
-StateLock::~StateLock() {
-  close(fd_);
+StateLock::StateLock() : file_(open_file(place::kLock, O_RDWR | O_CREAT, 0666)) {
+  lock_file(file_.get(), place::kLock);
 }
 
 }  // namespace gateway

@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "sim/base/file.h"
+
 namespace gateway {
 
 // A command line as a shell would take it: words that hold anything special are quoted.
@@ -19,12 +21,9 @@ void record_call(const std::vector<std::string>& words, const std::vector<std::s
 class StateLock {
  public:
   StateLock();
-  ~StateLock();
-  StateLock(const StateLock&) = delete;
-  StateLock& operator=(const StateLock&) = delete;
 
  private:
-  int fd_;
+  UniqueFd file_;
 };
 
 }  // namespace gateway

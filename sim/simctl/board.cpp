@@ -1,9 +1,7 @@
 // The board: buttons, flash, package id. And all of it as it was.
 #include <fcntl.h>
-#include <sys/file.h>
 #include <unistd.h>
 
-#include <cerrno>
 #include <cstdlib>
 #include <system_error>
 
@@ -58,9 +56,7 @@ std::string image_from(Band band, const std::string& word) {
 // Readers empty the file under this lock.
 void fill_button(const std::string& path, const std::string& text) {
   const UniqueFd fd = open_file(path, O_WRONLY | O_CREAT);
-  while (flock(fd.get(), LOCK_EX) != 0) {
-    if (errno != EINTR) fail("lock " + path);
-  }
+  lock_file(fd.get(), path);
   if (ftruncate(fd.get(), 0) != 0) fail("empty " + path);
   write_all(fd.get(), text, path);
 }

@@ -1,11 +1,8 @@
 #include "sim/state/driver_lists.h"
 
 #include <fcntl.h>
-#include <stdio.h>
-#include <sys/file.h>
 #include <unistd.h>
 
-#include <cerrno>
 #include <fstream>
 
 #include "sim/base/file.h"
@@ -48,10 +45,8 @@ void store(const std::string& list, const std::vector<Entry>& entries, void (*fo
     format(&entry, line);
     text += std::string(line) + "\n";
   }
-  // Swapped in whole: the driver reads it at any time.
-  const std::string fresh = path_of(list + ".new");
-  write_text(fresh, text, 0644);
-  if (rename(fresh.c_str(), path_of(list).c_str()) != 0) fail("replace " + path_of(list));
+  // The driver reads it at any time.
+  swap_in(path_of(list + ".new"), path_of(list), text);
 }
 
 }  // namespace
@@ -86,9 +81,7 @@ std::vector<Fault> load_faults() {
 
 void change_faults(const std::function<void(std::vector<Fault>* faults)>& change) {
   const UniqueFd lock = open_file(place::kFaultsLock, O_RDWR | O_CREAT, 0666);
-  while (flock(lock.get(), LOCK_EX) != 0) {
-    if (errno != EINTR) fail(std::string("lock ") + place::kFaultsLock);
-  }
+  lock_file(lock.get(), place::kFaultsLock);
   std::vector<Fault> faults = load_faults();
   change(&faults);
   store<Fault>(kFaultList, faults, format_fault);

@@ -1,6 +1,5 @@
 #include "sim/state/driver_state.h"
 
-#include <stdio.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -115,11 +114,8 @@ std::optional<DriverSettings> load_settings(const std::string& interface) {
 void store_settings(const std::string& interface, const DriverSettings& settings) {
   std::string text;
   for (const auto& [key, value] : settings) text += key + "=" + escaped(value) + "\n";
-  // The file is swapped in whole: requests are answered from it at any time, without a lock.
-  const std::string path = file_of(interface);
-  const std::string fresh = std::string(place::kState) + "/driver.new";
-  write_text(fresh, text, 0644);
-  if (rename(fresh.c_str(), path.c_str()) != 0) fail("replace " + path);
+  // Requests are answered from it at any time, without a lock.
+  swap_in(std::string(place::kState) + "/driver.new", file_of(interface), text);
 }
 
 std::vector<std::string> driver_interfaces(Band band) {
