@@ -27,8 +27,9 @@ std::string ssid_of(const Neighbour& neighbour) {
 }
 
 size_t scan(Band band) {
+  const int64_t now = monotonic_ms();
   std::vector<Neighbour> neighbours = load_neighbours(band);
-  for (Neighbour& neighbour : neighbours) neighbour.seen_ms = monotonic_ms();
+  for (Neighbour& neighbour : neighbours) neighbour.seen_ms = now;
   store_neighbours(band, neighbours);
   return neighbours.size();
 }
