@@ -13,6 +13,7 @@ inline constexpr char kAir[] = "/run/gateway-sim/air";
 inline constexpr char kDriver[] = "/run/gateway-sim/driver";
 inline constexpr char kLists[] = "/run/gateway-sim/lists";
 inline constexpr char kFaultsLock[] = "/run/gateway-sim/lists/faults.lock";
+inline constexpr char kToolFaults[] = "/run/gateway-sim/lists/tool-faults";
 inline constexpr char kPayloads[] = "/run/gateway-sim/payloads";
 inline constexpr char kModules[] = "/run/gateway-sim/modules";
 inline constexpr char kChips[] = "/run/gateway-sim/chips";

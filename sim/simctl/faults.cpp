@@ -1,6 +1,5 @@
 // Requests that are to fail.
 #include <algorithm>
-#include <cctype>
 #include <cstring>
 #include <optional>
 
@@ -90,7 +89,7 @@ std::string request_names() {
   size_t column = 0;
   for (const Request& request : kRequests) {
     const std::string name = std::string(request.name) + (&request + 1 == std::end(kRequests) ? "" : ",");
-    if (column == 0 || column + name.size() > 82) {
+    if (column == 0 || column + name.size() > 79) {
       text += "\n     ";
       column = 5;
     }
@@ -105,29 +104,17 @@ std::string fault_text(const Fault& fault) {
   const std::string error = name != nullptr ? std::string(name) : std::to_string(fault.error);
   std::string text = name_of_fault(fault) + " fails with " + error;
   if (std::strcmp(fault.interface, "*") != 0) text += std::string(" on ") + fault.interface;
-  if (fault.count < 0) return text;
-  text += ' ';
-  text += std::to_string(fault.count);
-  text += fault.count == 1 ? " time" : " times";
-  return text;
+  return text + times_text(fault.count);
 }
 
 Changes fail_requests(const Words& words) {
   expect_words(words, 1, 4);
-  if (words[0] == "none") {
-    expect_words(words, 1, 1);
-    const bool had_any = !load_faults().empty();
-    change_faults([](std::vector<Fault>* faults) { faults->clear(); });
-    return had_any ? Changes{"driver: no request fails any more"} : Changes();
-  }
   expect_words(words, 2, 4);
   const Request request = request_from(words[0]);
   Fault fault = {request.number, request.oid, error_from(words[1]), "*", -1};
   for (size_t i = 2; i < words.size(); ++i) {
-    const bool is_count = !words[i].empty() && std::isdigit(static_cast<unsigned char>(words[i][0])) != 0;
-    if (is_count) {
-      fault.count = static_cast<int>(number_from(words[i], "count", INT32_MAX));
-      if (fault.count == 0 || i + 1 != words.size()) throw UsageError("the count comes last, from 1 on: " + words[i]);
+    if (is_count(words[i])) {
+      fault.count = count_from(words, i);
     } else if (i == 2) {
       if (!band_of(words[i])) throw UsageError("no radio has an interface " + words[i]);
       std::memset(fault.interface, 0, sizeof fault.interface);
@@ -136,15 +123,27 @@ Changes fail_requests(const Words& words) {
       throw UsageError("not a count: " + words[i]);
     }
   }
-  change_faults([&](std::vector<Fault>* faults) {
+  change_faults([&](std::vector<Fault>* known) {
     // What was said of the same requests before does not hold any more.
     const auto is_same = [&](const Fault& old) {
       return old.request == fault.request && old.oid == fault.oid && std::strcmp(old.interface, fault.interface) == 0;
     };
-    faults->erase(std::remove_if(faults->begin(), faults->end(), is_same), faults->end());
-    faults->push_back(fault);
+    known->erase(std::remove_if(known->begin(), known->end(), is_same), known->end());
+    known->push_back(fault);
   });
   return {"driver: " + fault_text(fault)};
+}
+
+Changes faults(const Words& words) {
+  expect_words(words, 1, words.size());
+  if (words[0] != "none") return can_fail(words[0]) ? fail_tool(words) : fail_requests(words);
+  expect_words(words, 1, 1);
+  Changes changes;
+  if (!load_faults().empty()) changes.emplace_back("driver: no request fails any more");
+  if (!load_tool_faults().empty()) changes.emplace_back("commands: none fails any more");
+  change_faults([](std::vector<Fault>* faults) { faults->clear(); });
+  change_tool_faults([](std::vector<ToolFault>* faults) { faults->clear(); });
+  return changes;
 }
 
 }  // namespace gateway::tools::simctl

@@ -74,6 +74,7 @@ void show_rest() {
     std::printf("process %s: %u, %s\n", process.name, process.pid, process.running != 0 ? "running" : "not running");
   }
   for (const Fault& fault : load_faults()) std::printf("request %s\n", fault_text(fault).c_str());
+  for (const ToolFault& fault : load_tool_faults()) std::printf("command %s\n", fault_text(fault).c_str());
   std::string id = read_text(std::string(place::kPlatform) + "/chip_id");
   if (!id.empty() && id.back() == '\n') id.pop_back();
   std::printf("package id: %s\n", on_one_line(id).c_str());

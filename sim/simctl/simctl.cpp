@@ -12,21 +12,24 @@ namespace {
 constexpr char kHelp[] =
     R"(usage: simctl COMMAND [WORD]...
 
-Sets what the simulated gateway's WLAN driver answers and what its board does. Works
-inside the simulation only. BAND is 2.4G or 5G, IF an interface such as ra0 or rai1, MAC
-and BSSID are written 02:5a:10:24:00:11. A reading (VALUE) is exactly what is given; after
-'~' (quote it) it wanders a little around it, as it does at first.
+Sets what the simulated gateway's WLAN driver answers, what its board does and
+what goes wrong. Works inside the simulation only. BAND is 2.4g or 5g, IF an
+interface such as ra0 or rai1, MAC and BSSID are written 02:5a:10:24:00:11. A
+reading (VALUE) is exactly what is given; after '~' (quote it) it wanders a
+little around it, as it does at first.
 
 Commands:
   show [BAND|IF]                     what there is
   channel BAND NUMBER                move the radio, 0 for its own choice
   noise|load|temperature BAND VALUE  in dBm, percent, degrees Celsius
   station add IF MAC [KEY=VALUE]...  associate a station, or change one
-      aid=N signal=VALUE rate=MBIT rrm=HEX16 btm=HEX2 (802.11k and 802.11v capabilities)
+      aid=N signal=VALUE rate=MBIT
+      rrm=HEX16 btm=HEX2 (802.11k and 802.11v capabilities)
       valid=N marker=N (bytes 7 and 8..9 of its entry in the driver's table)
   station remove IF MAC|all
-  wps IF state N [peer MAC]          0 off, 1 idle, 2 open, 3 enrolling, 4 done, 5 failed
-  wps IF pin N                       as a number, without a look at its check digit
+  wps IF state N [peer MAC]          0 off, 1 idle, 2 open, 3 enrolling,
+                                     4 done, 5 failed
+  wps IF pin N                       a number, its check digit is not looked at
   wps IF status N                    the radio's WPS status word
   wps IF access MAC[,MAC]...|none    the access list of the session
   neighbour add BAND BSSID [KEY=VALUE]...
@@ -34,13 +37,23 @@ Commands:
   neighbour remove BAND BSSID|all
   process add NAME PID [running=0|1] a process that helps the driver
   process remove NAME|all
-  press BUTTON [TEXT]                wlan, wps, wps5g, wlan11ac or wlan-wps; TEXT is 1
-  calibration BAND FILE|chip=HEX     put an image into flash, or make one for that chip
+  press BUTTON [TEXT]                wlan, wps, wps5g, wlan11ac or wlan-wps;
+                                     TEXT is 1
+  calibration BAND FILE|chip=HEX     put an image into flash, or make one for
+                                     that chip
   chip-id N                          the package id on the board
   fail REQUEST ERRNO [IF] [COUNT]    make a request fail, COUNT times
       REQUEST is 0x8B05, oid:0x0752 or a name: )";
 
 constexpr char kHelpEnd[] = R"(
+  fail TOOL HOW... [WORD]... [COUNT] make a command go wrong, COUNT times, in
+                                     calls that have each WORD among theirs
+      TOOL is ifconfig, brctl, iwpriv, insmod, rmmod, wscd, mtd, sys, killall or
+      reboot; HOW, the first three in this order:
+      print=TEXT    a line on standard error
+      slow=SECONDS  wait that long
+      exit=STATUS, signal=NAME or hang, in place of its work
+      call=N        begin with the Nth of these calls
   fail none                          let all of them succeed
   reset                              all this as after a boot; the flash stays
 
@@ -53,6 +66,7 @@ Examples:
   simctl press wps
   simctl calibration 2.4G chip=7915
   simctl fail channel EIO ra0 1
+  simctl fail ifconfig exit=1 print='SIOCSIFFLAGS: Input/output error' ra0 up 1
 )";
 
 struct Command {
@@ -73,7 +87,7 @@ constexpr Command kCommands[] = {
     {"press", simctl::press},
     {"calibration", simctl::calibration},
     {"chip-id", simctl::chip_id},
-    {"fail", simctl::fail_requests},
+    {"fail", simctl::faults},
     {"reset", simctl::reset},
 };
 

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "sim/driver/lists.h"
+#include "sim/state/tool_faults.h"
 #include "sim/tools/tool.h"
 
 namespace gateway::tools::simctl {
@@ -38,11 +39,14 @@ Changes press(const Words& words);
 Changes calibration(const Words& words);
 Changes chip_id(const Words& words);
 
+Changes faults(const Words& words);
 Changes fail_requests(const Words& words);
+Changes fail_tool(const Words& words);
 
 // The names that requests go by, on lines of their own, and what a fault does.
 std::string request_names();
 std::string fault_text(const Fault& fault);
+std::string fault_text(const ToolFault& fault);
 
 Changes reset(const Words& words);
 

@@ -53,6 +53,24 @@ uint32_t number_from(const std::string& word, const char* what, uint32_t most) {
   return static_cast<uint32_t>(value);
 }
 
+bool is_count(const std::string& word) {
+  return !word.empty() && word[0] >= '0' && word[0] <= '9';
+}
+
+int count_from(const Words& words, size_t at) {
+  const auto count = static_cast<int>(number_from(words[at], "count", INT32_MAX));
+  if (count == 0 || at + 1 != words.size()) throw UsageError("the count comes last, from 1 on: " + words[at]);
+  return count;
+}
+
+std::string times_text(int count) {
+  if (count < 0) return {};
+  std::string text(1, ' ');
+  text += std::to_string(count);
+  text += count == 1 ? " time" : " times";
+  return text;
+}
+
 Mac mac_from(const std::string& word) {
   Mac mac = {};
   if (!parse_mac(word.c_str(), mac.data())) throw UsageError("not a hardware address: " + word);

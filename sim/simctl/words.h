@@ -26,6 +26,13 @@ Band loaded_band_from(const std::string& word);
 // Decimal, or hexadecimal after 0x.
 uint32_t number_from(const std::string& word, const char* what, uint32_t most = UINT32_MAX);
 
+// A count at the end of the words: from 1 on.
+bool is_count(const std::string& word);
+int count_from(const Words& words, size_t at);
+
+// " 2 times"; empty for a count without end.
+std::string times_text(int count);
+
 using Mac = std::array<uint8_t, kMacSize>;
 Mac mac_from(const std::string& word);
 

@@ -2,6 +2,7 @@
 
 #include "sim/driver/reading.h"
 #include "sim/state/driver_lists.h"
+#include "sim/state/tool_faults.h"
 #include "sim/state/wps_pin.h"
 
 namespace gateway {
@@ -76,6 +77,7 @@ void store_default_helpers() {
   }
   store_processes(processes);
   change_faults([](std::vector<Fault>* faults) { faults->clear(); });
+  change_tool_faults([](std::vector<ToolFault>* faults) { faults->clear(); });
 }
 
 }  // namespace gateway

@@ -4,7 +4,9 @@
 
 #include <algorithm>
 #include <cctype>
+#include <csignal>
 #include <cstdlib>
+#include <cstring>
 #include <system_error>
 
 #include "sim/base/file.h"
@@ -27,6 +29,19 @@ std::string name_of_process(const std::string& pid) {
 }
 
 }  // namespace
+
+int signal_from(std::string text) {
+  if (!text.empty() && std::isdigit(static_cast<unsigned char>(text[0])) != 0) {
+    const int number = std::atoi(text.c_str());
+    return number < NSIG ? number : -1;
+  }
+  if (text.rfind("SIG", 0) == 0) text.erase(0, 3);
+  for (int number = 1; number < NSIG; ++number) {
+    const char* name = sigabbrev_np(number);
+    if (name != nullptr && text == name) return number;
+  }
+  return -1;
+}
 
 std::vector<pid_t> processes_named(const std::string& name) {
   std::vector<pid_t> found;

@@ -9,6 +9,9 @@
 
 namespace gateway::tools {
 
+// The signal's number for "9", "KILL" or "SIGKILL"; -1 when there is none.
+int signal_from(std::string text);
+
 // Processes with that name, this one and process 1 left out.
 std::vector<pid_t> processes_named(const std::string& name);
 
