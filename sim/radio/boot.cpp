@@ -68,6 +68,7 @@ void start_radio(Band band) {
     links.join_bridge(bss_name(band, i), kLanBridge);
   }
   links.commit();
+  start_stations(band);
 }
 
 }  // namespace

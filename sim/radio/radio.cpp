@@ -66,7 +66,15 @@ void start_driver(Band band) {
     add_default_readings(&settings, band, i);
     store_settings(bss_name(band, i), settings);
   }
-  store_default_lists(band);
+  store_default_neighbours(band);
+}
+
+void start_stations(Band band) {
+  std::vector<std::string> up;
+  for (const auto& [name, state] : read_network_state()) {
+    if (state.up && band_of(name) == band) up.push_back(name);
+  }
+  store_default_stations(band, up);
 }
 
 bool is_loaded(Band band) {

@@ -15,6 +15,9 @@ void load_radio(Band band);
 // The driver's state as it is after loading, for the interfaces that the radio has.
 void start_driver(Band band);
 
+// The home's devices join the radio's interfaces that are up.
+void start_stations(Band band);
+
 // The radio's interfaces disappear, whatever state they are in.
 void unload_radio(Band band);
 

@@ -101,7 +101,9 @@ Changes reset(const Words& words) {
   expect_words(words, 0, 0);
   start_platform();
   for (const Band band : kBands) {
-    if (is_loaded(band)) start_driver(band);
+    if (!is_loaded(band)) continue;
+    start_driver(band);
+    start_stations(band);
   }
   store_default_helpers();
   return {"driver and board as after a boot"};

@@ -5,6 +5,7 @@
 #include "sim/driver/reading.h"
 #include "sim/records/journal.h"
 #include "sim/simctl/words.h"
+#include "sim/state/association.h"
 #include "sim/state/driver_lists.h"
 
 namespace gateway::tools::simctl {
@@ -128,21 +129,17 @@ Changes add_station(const Words& words) {
 Changes remove_station(const Words& words) {
   expect_words(words, 3, 3);
   const std::string interface = interface_from(words[1]);
+  if (words[2] == "all") return stations_leave(interface);
+  const Mac mac = mac_from(words[2]);
   const Band band = band_of(interface).value();
-  const bool all = words[2] == "all";
-  const Mac mac = all ? Mac() : mac_from(words[2]);
-  std::vector<Station> left;
-  Changes changes;
-  for (const Station& station : load_stations(band)) {
-    if (interface == station.interface && (all || is_at(station.mac, mac))) {
-      changes.push_back(interface + ": station " + mac_text(station.mac) + " left");
-    } else {
-      left.push_back(station);
-    }
-  }
-  if (changes.empty() && !all) throw Refusal(interface + " has no station " + words[2]);
-  store_stations(band, left);
-  return changes;
+  std::vector<Station> stations = load_stations(band);
+  const auto known = std::find_if(stations.begin(), stations.end(), [&](const Station& station) {
+    return interface == station.interface && is_at(station.mac, mac);
+  });
+  if (known == stations.end()) throw Refusal(interface + " has no station " + words[2]);
+  stations.erase(known);
+  store_stations(band, stations);
+  return {interface + ": station " + mac_text(mac.data()) + " left"};
 }
 
 Changes add_neighbour(const Words& words) {

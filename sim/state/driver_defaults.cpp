@@ -1,5 +1,7 @@
 #include "sim/state/driver_defaults.h"
 
+#include <algorithm>
+
 #include "sim/driver/reading.h"
 #include "sim/state/driver_lists.h"
 #include "sim/state/tool_faults.h"
@@ -49,16 +51,8 @@ void add_default_readings(DriverSettings* settings, Band band, int number) {
   (*settings)["WpsPin"] = pin_from(kFirstPin[index] + static_cast<unsigned>(number));
 }
 
-void store_default_lists(Band band) {
+void store_default_neighbours(Band band) {
   const int64_t now = monotonic_ms();
-  std::vector<Station> stations;
-  for (const char* line : kStations) {
-    Station station;
-    if (!parse_station(line, &station) || band_of(station.interface) != band) continue;
-    station.joined_ms = now;
-    stations.push_back(station);
-  }
-  store_stations(band, stations);
   std::vector<Neighbour> neighbours;
   for (const char* line : band == Band::k2_4G ? kNeighbours2_4G : kNeighbours5G) {
     Neighbour neighbour;
@@ -67,6 +61,19 @@ void store_default_lists(Band band) {
     neighbours.push_back(neighbour);
   }
   store_neighbours(band, neighbours);
+}
+
+void store_default_stations(Band band, const std::vector<std::string>& interfaces) {
+  const int64_t now = monotonic_ms();
+  std::vector<Station> stations;
+  for (const char* line : kStations) {
+    Station station;
+    if (!parse_station(line, &station)) continue;
+    if (std::find(interfaces.begin(), interfaces.end(), station.interface) == interfaces.end()) continue;
+    station.joined_ms = now;
+    stations.push_back(station);
+  }
+  store_stations(band, stations);
 }
 
 void store_default_helpers() {

@@ -9,8 +9,11 @@ namespace gateway {
 // Adds what the dat file has no word of: readings, WPS. `number` counts BSSs from 0.
 void add_default_readings(DriverSettings* settings, Band band, int number);
 
-// The radio's stations and neighbours.
-void store_default_lists(Band band);
+// Whom the radio hears.
+void store_default_neighbours(Band band);
+
+// The stations of these interfaces of the radio.
+void store_default_stations(Band band, const std::vector<std::string>& interfaces);
 
 // The driver's helpers, and no faults.
 void store_default_helpers();

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <cstring>
 #include <fstream>
 #include <iterator>
 #include <stdexcept>
@@ -69,6 +70,36 @@ std::string accepted(Band band, const std::string& key, const std::string& value
   return std::to_string(channel_for(band, static_cast<int>(channel)));
 }
 
+bool is_in(const std::string& key, const char* const* begin, const char* const* end) {
+  return std::find(begin, end, key) != end;
+}
+
+// What does not come from the dat file, so that reading that does not change it.
+bool is_reported(const std::string& key) {
+  return is_in(key, std::begin(kReportKeys), std::end(kReportKeys)) || key == "WpsPin";
+}
+
+int number_of_bss(const std::string& interface) {
+  return std::atoi(interface.c_str() + std::strlen(traits(band_of(interface).value()).bss_prefix));
+}
+
+// The change of a key in words; nothing when it stayed.
+std::vector<std::string> describe(Band band, const std::string& interface, const std::string& key,
+                                  const DriverSettings& before, const DriverSettings& after) {
+  const auto shown = [&](const DriverSettings& settings) {
+    const auto found = settings.find(key);
+    if (found == settings.end()) return std::string("none");
+    return found->second.empty() ? std::string("empty") : on_one_line(found->second);
+  };
+  const auto old = before.find(key);
+  const auto now = after.find(key);
+  const bool had = old != before.end();
+  const bool has = now != after.end();
+  if (had == has && (!had || old->second == now->second)) return {};
+  const std::string owner = is_radio_wide(key) ? std::string(traits(band).label) + " radio" : interface;
+  return {owner + ": " + key + " " + shown(before) + " -> " + shown(after)};
+}
+
 }  // namespace
 
 int channel_for(Band band, int wanted) {
@@ -76,10 +107,8 @@ int channel_for(Band band, int wanted) {
 }
 
 bool is_radio_wide(const std::string& key) {
-  const auto is_in = [&](const auto& keys) {
-    return std::find(std::begin(keys), std::end(keys), key) != std::end(keys);
-  };
-  return key == kChannel || is_in(kRadioKeys) || is_in(kReportKeys);
+  return key == kChannel || is_in(key, std::begin(kRadioKeys), std::end(kRadioKeys)) ||
+         is_in(key, std::begin(kReportKeys), std::end(kReportKeys));
 }
 
 DriverSettings settings_from_dat(const DatFile& dat, Band band, int ssid) {
@@ -137,12 +166,29 @@ std::vector<std::string> change_setting(const std::string& interface, const std:
     settings[key] = kept;
     store_settings(name, settings);
   }
-  const auto old = before.find(key);
-  if (old != before.end() && old->second == kept) return {};
-  const auto shown = [](const std::string& text) { return text.empty() ? std::string("empty") : on_one_line(text); };
-  const std::string owner = wide ? std::string(traits(band).label) + " radio" : interface;
-  const std::string was = old == before.end() ? "none" : shown(old->second);
-  return {owner + ": " + key + " " + was + " -> " + shown(kept)};
+  return describe(band, interface, key, before, {{key, kept}});
+}
+
+std::vector<std::string> read_dat_file_anew(Band band) {
+  const DatFile dat(traits(band).dat_file);
+  const std::vector<std::string> interfaces = driver_interfaces(band);
+  std::vector<std::string> changes;
+  for (const std::string& interface : interfaces) {
+    const DriverSettings before = load_settings(interface).value_or(DriverSettings());
+    DriverSettings after = settings_from_dat(dat, band, number_of_bss(interface) + 1);
+    for (const auto& [key, value] : before) {
+      if (is_reported(key)) after[key] = value;
+    }
+    store_settings(interface, after);
+    DriverSettings all = before;
+    all.insert(after.begin(), after.end());
+    for (const auto& [key, value] : all) {
+      if (is_radio_wide(key) && interface != interfaces.front()) continue;
+      const std::vector<std::string> change = describe(band, interface, key, before, after);
+      changes.insert(changes.end(), change.begin(), change.end());
+    }
+  }
+  return changes;
 }
 
 void forget_settings(Band band) {

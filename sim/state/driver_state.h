@@ -29,6 +29,10 @@ bool is_radio_wide(const std::string& key);
 // std::invalid_argument when the driver refuses.
 std::vector<std::string> change_setting(const std::string& interface, const std::string& key, const std::string& value);
 
+// The driver reads the band's dat file again, for the interfaces that it has. What the radio reports of itself stays.
+// Returns what changed, in words for the journal.
+std::vector<std::string> read_dat_file_anew(Band band);
+
 // Interfaces of the radio whose driver is loaded; none when it is not.
 std::vector<std::string> driver_interfaces(Band band);
 

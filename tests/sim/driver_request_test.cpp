@@ -136,10 +136,12 @@ TEST(DriverRequest, ChannelFollowsEveryWayToSetIt) {
 }
 
 TEST(DriverRequest, StatisticsCountStationsAndTraffic) {
-  const Result result = run_script("simctl noise 2.4G -80; " + ask("ra0", "8be9", 56) + ask("ra1", "8be9", 60) +
-                                   "ifconfig ra0 down; cd /sys/class/net/ra0/statistics; "
-                                   "cat tx_packets rx_packets tx_bytes rx_bytes tx_errors rx_errors; " +
-                                   ask("ra0", "8be9", 56) + "iwpriv ra0 stat");
+  const Result result = run_script(
+      "simctl noise 2.4G -80; " + ask("ra0", "8be9", 56) + ask("ra1", "8be9", 60) +
+      "ifconfig ra0 down; simctl station add ra0 02:aa:bb:cc:dd:01; simctl station add ra0 02:aa:bb:cc:dd:02;"
+      "cd /sys/class/net/ra0/statistics; "
+      "cat tx_packets rx_packets tx_bytes rx_bytes tx_errors rx_errors; " +
+      ask("ra0", "8be9", 56) + "iwpriv ra0 stat");
   const Words lines = lines_of(result.out);
   ASSERT_THAT(lines, SizeIs(2 + 6 + 1 + 8));
   EXPECT_EQ("02000000b0ffffff", bytes_at(lines[0], 0, 8));
