@@ -10,6 +10,7 @@ inline constexpr char kLock[] = "/run/gateway-sim/lock";
 inline constexpr char kProc[] = "/run/gateway-sim/proc";
 // A network namespace that holds the far ends of the radios' interfaces.
 inline constexpr char kAir[] = "/run/gateway-sim/air";
+inline constexpr char kBootId[] = "/run/gateway-sim/boot_id";
 inline constexpr char kDriver[] = "/run/gateway-sim/driver";
 inline constexpr char kLists[] = "/run/gateway-sim/lists";
 inline constexpr char kFaultsLock[] = "/run/gateway-sim/lists/faults.lock";

@@ -2,6 +2,8 @@
 
 #include <net/if.h>
 
+#include <cstdio>
+#include <random>
 #include <string>
 
 #include "sim/base/file.h"
@@ -71,6 +73,25 @@ void start_radio(Band band) {
   start_stations(band);
 }
 
+// Written as the kernel writes it.
+std::string fresh_boot_id() {
+  std::random_device source;
+  std::string text;
+  for (const int words : {2, 1, 1, 1, 3}) {
+    for (int i = 0; i < words; ++i) {
+      char part[8];
+      std::snprintf(part, sizeof part, "%04x", source() & 0xffffU);
+      text += part;
+    }
+    text += '-';
+  }
+  text.back() = '\n';
+  // Its version, 4, and its variant.
+  text[14] = '4';
+  text[19] = '8';
+  return text;
+}
+
 }  // namespace
 
 void start_platform() {
@@ -83,6 +104,7 @@ void start_platform() {
 }
 
 void boot() {
+  write_text(place::kBootId, fresh_boot_id(), 0444);
   start_platform();
   start_bridges();
   start_modules();

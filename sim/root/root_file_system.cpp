@@ -259,6 +259,10 @@ void RootFileSystem::add_system_folders() {
     const std::string path = root + place::kProc + name;
     if (path_exists(path) && !bind_for_reading(path, path)) fail("protect " + path);
   }
+  // The kernel has one of its own, which a reboot here does not change.
+  const std::string boot_id = root + place::kProc + "/sys/kernel/random/boot_id";
+  write_text(root + place::kBootId, "");
+  if (path_exists(boot_id) && !bind(root + place::kBootId, boot_id)) fail("give the gateway a boot id");
   make_folder(root + "/sys");
   require_mount("sysfs", root + "/sys", "sysfs", MS_RDONLY | MS_NOSUID | MS_NODEV | MS_NOEXEC);
   make_folder(root + "/proc");

@@ -14,6 +14,8 @@
 #include "sim/records/journal.h"
 #include "sim/simctl/words.h"
 #include "sim/state/driver_defaults.h"
+#include "sim/tools/process.h"
+#include "sim/tools/tool.h"
 
 namespace gateway::tools::simctl {
 namespace {
@@ -95,6 +97,14 @@ Changes chip_id(const Words& words) {
   const std::string text = std::string(negative ? "-" : "") + std::to_string(id);
   write_text(std::string(place::kPlatform) + "/chip_id", text + "\n", 0644);
   return {"chip_id: " + text};
+}
+
+// Nobody is asked and nothing is put in order. What has reached a file outlives it: which of it the flash would have had
+// already, the simulation does not know.
+Changes power_cut(const Words& words) {
+  expect_words(words, 0, 0);
+  end_processes(false);
+  return boot_again("power cut");
 }
 
 Changes reset(const Words& words) {

@@ -55,6 +55,7 @@ constexpr char kHelpEnd[] = R"(
       exit=STATUS, signal=NAME or hang, in place of its work
       call=N        begin with the Nth of these calls
   fail none                          let all of them succeed
+  power-cut                          end all processes at once, then boot
   reset                              all this as after a boot; the flash stays
 
 Exit codes: 0 done, 1 the gateway cannot have that, 2 the words make no sense.
@@ -75,20 +76,11 @@ struct Command {
 };
 
 constexpr Command kCommands[] = {
-    {"show", simctl::show},
-    {"channel", simctl::channel},
-    {"noise", simctl::noise},
-    {"load", simctl::load},
-    {"temperature", simctl::temperature},
-    {"station", simctl::station},
-    {"wps", simctl::wps},
-    {"neighbour", simctl::neighbour},
-    {"process", simctl::process},
-    {"press", simctl::press},
-    {"calibration", simctl::calibration},
-    {"chip-id", simctl::chip_id},
-    {"fail", simctl::faults},
-    {"reset", simctl::reset},
+    {"show", simctl::show},   {"channel", simctl::channel},         {"noise", simctl::noise},
+    {"load", simctl::load},   {"temperature", simctl::temperature}, {"station", simctl::station},
+    {"wps", simctl::wps},     {"neighbour", simctl::neighbour},     {"process", simctl::process},
+    {"press", simctl::press}, {"calibration", simctl::calibration}, {"chip-id", simctl::chip_id},
+    {"fail", simctl::faults}, {"power-cut", simctl::power_cut},     {"reset", simctl::reset},
 };
 
 enum { kRefused = 1, kUsage = 2 };

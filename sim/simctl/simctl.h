@@ -48,6 +48,7 @@ std::string request_names();
 std::string fault_text(const Fault& fault);
 std::string fault_text(const ToolFault& fault);
 
+Changes power_cut(const Words& words);
 Changes reset(const Words& words);
 
 }  // namespace gateway::tools::simctl

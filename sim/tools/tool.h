@@ -26,6 +26,9 @@ int run_simctl(const Words& words);
 // ifconfig and brctl: runs the machine's own and records what it did.
 int record_real_tool(const Words& words);
 
+// What a boot would not have left is taken away, then comes the boot. Returns what changed, `why` first.
+Words boot_again(const std::string& why);
+
 // Whether a tool of that name is here that can be told to fail: all but the simulation's own.
 bool can_fail(const std::string& name);
 
