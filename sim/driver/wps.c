@@ -73,7 +73,7 @@ static bool is_associated(const Query* query, const char* stations, const char* 
 }
 
 int answer_wps_access_list(const Query* query) {
-  memset(query->data, 0, query->length);
+  memset(query->data, 0, kAccessListSize);
   const uint32_t policy = (uint32_t)number_of(query->settings, "AccessPolicy");
   uint32_t count = 0;
   char* const stations = read_radio_list("stations", query->radio);

@@ -146,7 +146,7 @@ TEST(Driver, AnswersWirelessRequests) {
   EXPECT_EQ(result.out, "IEEE 802.11\n6\nIEEE 802.11\n13\nIEEE 802.11\n36\n");
 }
 
-TEST(Driver, LeavesEverythingElseToTheKernel) {
+TEST(Driver, AnswersForItsInterfacesAlone) {
   const std::string probe = WIRELESS_PROBE_PROGRAM;
   const Result result = run_script("for i in ra7 br-lan lo wds0 ra ra0x nosuch; do " + probe + " $i; done");
   const Words lines = lines_of(result.out);
