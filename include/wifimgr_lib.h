@@ -72,18 +72,20 @@
 extern "C" {
 #endif
 
+/* ---- Sizes and records ------------------------------------------------------------------------------------------- */
+
 #define WIFIMGR_KEY_SIZE 36       /* a key: 35 characters and a NUL */
 #define WIFIMGR_FIELD_SIZE 150    /* a value field: 149 characters and a NUL */
 #define WIFIMGR_FIELDS 8          /* value fields of an attribute, one per SSID */
 #define WIFIMGR_VALUE_SIZE 160    /* what callers give getters */
 #define WIFIMGR_DAT_LINE_SIZE 186 /* a line of a dat file: 185 characters and a NUL */
-#define WIFIMGR_DAT_PATH_SIZE 512
+#define WIFIMGR_DAT_PATH_SIZE 512 /* the path of a dat file with its NUL */
 
 /* One attribute, as it lies in a band's shared-memory segment: 1236 bytes. An empty field begins with NUL; the first
  * record with an empty key ends the table. */
 typedef struct wifimgr_attr_record {
-  char key[WIFIMGR_KEY_SIZE];
-  char field[WIFIMGR_FIELDS][WIFIMGR_FIELD_SIZE];
+  char key[WIFIMGR_KEY_SIZE];                     /* as in front of the "=" */
+  char field[WIFIMGR_FIELDS][WIFIMGR_FIELD_SIZE]; /* of SSID 1 to 8; a band-wide value is the first */
 } wifimgr_attr_record;
 
 /* The common type of all setters that take band, index and value. */
@@ -1005,12 +1007,13 @@ WIFIMGR_API int wdskey_check_for_wep(int length, const char* key);
  * library holds no values and never walks them. A record with an empty name ends each table; its setter is null, as is
  * that of a key that cannot be written. */
 
-#define WIFIMGR_TABLE_NAME_SIZE 64
-#define WIFIMGR_ATTR_NAME_SIZE 20
+#define WIFIMGR_TABLE_NAME_SIZE 64 /* the name in a record of a table */
+#define WIFIMGR_ATTR_NAME_SIZE 20  /* a name of wlan_script_com_attr */
 
+/* A dat key and what writes it. */
 typedef struct wifimgr_key_setter {
   char name[WIFIMGR_TABLE_NAME_SIZE]; /* padded with NUL */
-  wifimgr_setter_t setter;
+  wifimgr_setter_t setter;            /* null where nothing writes the key */
 } wifimgr_key_setter;
 
 /* Band-wide keys with defaults: 54 on 2.4G, 63 on 5G. RekeyInterval and RekeyMethod among them are per SSID. */
@@ -1045,12 +1048,19 @@ WIFIMGR_API int wifimgr_lib_get_wlan_script_attr(char (*out)[WIFIMGR_ATTR_NAME_S
 
 /* ---- Process-wide flags and fixed answers ------------------------------------------------------------------------
  *
- * Process memory; none of these traces. Functions that take anything ignore it, do nothing and return 0. */
+ * Process memory; none of these traces. */
 
+/* What takes anything: callers pass what they always passed, or nothing. C before C23 says so by a declaration without
+ * a prototype, which -Wstrict-prototypes is not to report here. */
 #if defined(__cplusplus) || (defined(__STDC_VERSION__) && __STDC_VERSION__ >= 202311L)
 #define WIFIMGR_ANYTHING ...
+#define WIFIMGR_ANYTHING_BEGIN
+#define WIFIMGR_ANYTHING_END
 #else
 #define WIFIMGR_ANYTHING
+#define WIFIMGR_ANYTHING_BEGIN \
+  _Pragma("GCC diagnostic push") _Pragma("GCC diagnostic ignored \"-Wstrict-prototypes\"")
+#define WIFIMGR_ANYTHING_END _Pragma("GCC diagnostic pop")
 #endif
 
 /* Command flags of this process, -1 until set. The getters return 0 while they are -1; the setters return 0. The 5G
@@ -1065,18 +1075,21 @@ WIFIMGR_API int wifimgr_lib_set_11AC_CMDflag(uint32_t value);
 /* Always 1. */
 WIFIMGR_API int wifimgr_lib_get_wlan_igmp_snooping_support(void);
 
+/* Take anything, do nothing and return 0. */
+WIFIMGR_ANYTHING_BEGIN
 WIFIMGR_API int wifimgr_lib_set_AP2040Rescan(WIFIMGR_ANYTHING);
 WIFIMGR_API int wifimgr_lib_get_max_sta_num_ui(WIFIMGR_ANYTHING);
+WIFIMGR_API int wifimgr_lib_set_ixia5gflag(WIFIMGR_ANYTHING);
+WIFIMGR_API int wifimgr_lib_check_wifi_ixia_test(WIFIMGR_ANYTHING);
+WIFIMGR_API int wifimgr_lib_set_needRebootFlag(WIFIMGR_ANYTHING);
+WIFIMGR_ANYTHING_END
 
 /* Stores `value` in the caller's variable; nothing for a null pointer. Returns 0. */
 WIFIMGR_API int wifimgr_lib_set_iswps5gstart_val(uint32_t* variable, uint32_t value);
 
-/* A flag that nothing in the library changes: -1. */
+/* A flag that nothing in the library changes, wifimgr_lib_set_ixia5gflag neither, and its value: -1. */
 WIFIMGR_API extern int32_t ixia5gflag;
 WIFIMGR_API int32_t wifimgr_lib_get_ixia5gflag(void);
-WIFIMGR_API int wifimgr_lib_set_ixia5gflag(WIFIMGR_ANYTHING);
-WIFIMGR_API int wifimgr_lib_check_wifi_ixia_test(WIFIMGR_ANYTHING);
-WIFIMGR_API int wifimgr_lib_set_needRebootFlag(WIFIMGR_ANYTHING);
 
 /* Texts of this platform, cut to `size` bytes with their NUL: "/proc/zq2810/wlan_button", ".../wps_button",
  * ".../wps_5g_button", ".../wlan11ac_button"; "3", the way of selecting a channel automatically; "0", the 802.1X
@@ -1102,45 +1115,45 @@ WIFIMGR_API int wifimgr_lib_get_img_commit_flag_offset(uint32_t* value);
 
 /* ---- Change detection -------------------------------------------------------------------------------------------- */
 
-/* What was in force when a band's snapshot was taken: 432 bytes, packed, integers in native byte order, texts padded
+/* What was in force when a band's snapshot was taken, by dat key: 432 bytes, packed, integers in native byte order, texts padded
  * with NUL. Both bands have the same layout; each fills its own country field. */
 typedef struct wifimgr_band_snapshot {
-  char prefix[16]; /* of the interface names: "ra" or "rai" */
-  int32_t bss_count;
-  int32_t whnat;
-  int32_t channel;
-  int32_t country_region;        /* 2.4G */
-  int32_t country_region_a_band; /* 5G */
-  int32_t beacon_period;
-  int32_t dtim_period;
-  int32_t ht_tx_stream;
-  int32_t ht_rx_stream;
-  int32_t ht_bss_coexistence;
-  int32_t wireless_mode;
-  int32_t ht_extcha;
-  int32_t ht_bw;
-  int32_t ht_gi;
-  int32_t vht_bw;  /* 5G */
-  int32_t vht_sgi; /* 5G */
-  int32_t tx_power;
-  int32_t mu_ofdma_dl_enable;
-  int32_t mu_ofdma_ul_enable;
-  int32_t mu_mimo_dl_enable;
-  int32_t mu_mimo_ul_enable;
-  int32_t twt_support;
-  int32_t sr_enable;
-  int32_t sr_mode;
-  int32_t srsd_enable;
-  int32_t frag_threshold;
-  uint8_t wds_enable;
-  char wds_encryp_type[32];
-  char wds_key[65]; /* of link 1 */
-  char wds_list[80];
-  char wep_key[4][27];       /* of SSID 1, only while WDS is on and SSID 1 uses WEP */
-  int32_t apsd_capable[2];   /* of SSID 1; the second number is not used */
-  int32_t wsc_v2_support[2]; /* of SSID 1; the second number is not used */
-  int32_t ssid_enable;       /* of SSID 1 */
-  char filling[6];
+  char prefix[16];               /* of the interface names: "ra" or "rai" */
+  int32_t bss_count;             /* BssidNum */
+  int32_t whnat;                 /* WHNAT */
+  int32_t channel;               /* Channel */
+  int32_t country_region;        /* CountryRegion, of 2.4G */
+  int32_t country_region_a_band; /* CountryRegionABand, of 5G */
+  int32_t beacon_period;         /* BeaconPeriod */
+  int32_t dtim_period;           /* DtimPeriod */
+  int32_t ht_tx_stream;          /* HT_TxStream */
+  int32_t ht_rx_stream;          /* HT_RxStream */
+  int32_t ht_bss_coexistence;    /* HT_BSSCoexistence */
+  int32_t wireless_mode;         /* WirelessMode */
+  int32_t ht_extcha;             /* HT_EXTCHA */
+  int32_t ht_bw;                 /* HT_BW */
+  int32_t ht_gi;                 /* HT_GI */
+  int32_t vht_bw;                /* VHT_BW, of 5G */
+  int32_t vht_sgi;               /* VHT_SGI, of 5G */
+  int32_t tx_power;              /* TxPower */
+  int32_t mu_ofdma_dl_enable;    /* MuOfdmaDlEnable */
+  int32_t mu_ofdma_ul_enable;    /* MuOfdmaUlEnable */
+  int32_t mu_mimo_dl_enable;     /* MuMimoDlEnable */
+  int32_t mu_mimo_ul_enable;     /* MuMimoUlEnable */
+  int32_t twt_support;           /* TWTSupport */
+  int32_t sr_enable;             /* SREnable */
+  int32_t sr_mode;               /* SRMode */
+  int32_t srsd_enable;           /* SRSDEnable */
+  int32_t frag_threshold;        /* FragThreshold */
+  uint8_t wds_enable;            /* WdsEnable */
+  char wds_encryp_type[32];      /* WdsEncrypType */
+  char wds_key[65];              /* Wds0Key, the key of link 1 */
+  char wds_list[80];             /* WdsList */
+  char wep_key[4][27];           /* Key1Str1 to Key4Str1, only while WDS is on and SSID 1 uses WEP */
+  int32_t apsd_capable[2];       /* APSDCapable of SSID 1; the second number is not used */
+  int32_t wsc_v2_support[2];     /* WscV2Support of SSID 1; the second number is not used */
+  int32_t ssid_enable;           /* EnableSSID of SSID 1 */
+  char filling[6];               /* not used */
 } WIFIMGR_PACKED wifimgr_band_snapshot;
 
 /* The snapshots of 2.4G and 5G: process memory, zero until taken. */
@@ -1228,12 +1241,12 @@ WIFIMGR_API int wifimgr_lib_commit(uint32_t wifi_type, int32_t ssid_index);
 
 /* A restart of a band's interfaces. */
 typedef struct wifimgr_restart_request {
-  uint32_t band;
+  uint32_t band;      /* 0 for 2.4G, 1 for 5G */
   int32_t old_count;  /* BSS interfaces that are up: 0 to old_count - 1 are taken down */
   uint32_t new_count; /* only compared with old_count, as 32-bit words */
   uint32_t up_mask;   /* bit i brings BSS interface i up; bits 0 to 7 */
   int32_t wds;        /* not 0: bring the four WDS interfaces up */
-  uint32_t spare;
+  uint32_t spare;     /* not used */
 } wifimgr_restart_request;
 
 /* Takes interfaces down and out of br-lan and brings those of the mask, and WDS, up and into it. With another count:
@@ -1384,11 +1397,11 @@ WIFIMGR_API int wifimgr_lib_get_CPU_TEMPERATURE(int wifi_type, uint32_t* value);
 
 /* The driver's AP count record: 80 bytes, two parts of them cleared; the meaning is the driver's. */
 typedef struct wifimgr_ap_count {
-  uint8_t head[40];
-  uint8_t cleared_40[8];
-  uint8_t middle[8];
-  uint8_t cleared_56[8];
-  uint8_t tail[16];
+  uint8_t head[40];      /* the driver's */
+  uint8_t cleared_40[8]; /* zero */
+  uint8_t middle[8];     /* the driver's */
+  uint8_t cleared_56[8]; /* zero */
+  uint8_t tail[16];      /* the driver's */
 } wifimgr_ap_count;
 
 /* Request 0x8BFC; 0 is 2.4G, every other number 5G. Returns -1 for all failures. Prints "==>getAPCount(): XXXXXX
@@ -1397,12 +1410,12 @@ WIFIMGR_API int getAPCount(int wifi_type, wifimgr_ap_count* out);
 
 /* ---- Driver: stations -------------------------------------------------------------------------------------------- */
 
-#define WIFIMGR_STATIONS 64
+#define WIFIMGR_STATIONS 64 /* room in a list of stations */
 
 /* Stations of an interface: as many MACs as `count` says are valid. 2.4G may list a station twice, hence 64. */
 typedef struct wifimgr_station_list {
-  uint64_t count;
-  uint8_t mac[WIFIMGR_STATIONS][6];
+  uint64_t count;                   /* valid addresses */
+  uint8_t mac[WIFIMGR_STATIONS][6]; /* of the stations, in the driver's order */
 } WIFIMGR_PACKED wifimgr_station_list;
 
 /* The stations of one interface (request 0x8BEF), from the driver's table of 32.
@@ -1425,14 +1438,16 @@ WIFIMGR_API int wifimgr_lib_get_Sta11vCap(int wifi_type, int ssid_index, const u
 /* Starts a partial scan in the background: "/userfs/bin/iwpriv ra0 set PartialScan=1 &" (5G rai0). */
 WIFIMGR_API int wifimgr_lib_set_PartialScan(int wifi_type);
 
+/* A neighbour as the survey would list it. */
 typedef struct wifimgr_neighbour {
-  char band[5]; /* "2.4G" or "5G" */
-  uint8_t rest[89];
+  char band[5];     /* "2.4G" or "5G" */
+  uint8_t rest[89]; /* not filled in */
 } wifimgr_neighbour;
 
+/* What wifimgr_lib_get_neighbourinfo writes: 98 bytes, packed. */
 typedef struct wifimgr_neighbour_list {
-  uint32_t count;
-  wifimgr_neighbour first;
+  uint32_t count;          /* always 0 */
+  wifimgr_neighbour first; /* at most its label is set */
 } WIFIMGR_PACKED wifimgr_neighbour_list;
 
 /* Makes the driver dump a site survey to "/tmp/site_survey_ra0" or "/tmp/site_survey_rai0", which stays. The survey
@@ -1441,26 +1456,28 @@ typedef struct wifimgr_neighbour_list {
  * wifimgr_lib_get_neighbourinfo_v1. Returns 1 for all failures. Refusal: "fp is NULL". */
 WIFIMGR_API int wifimgr_lib_get_neighbourinfo(int wifi_type, wifimgr_neighbour_list* list);
 
-#define WIFIMGR_NEIGHBOUR_TABLE_SIZE 18436
+#define WIFIMGR_NEIGHBOUR_TABLE_SIZE 18436 /* the driver's neighbour table */
 
 /* The driver's neighbour table (OID 0x0683) as it is; `buffer` of WIFIMGR_NEIGHBOUR_TABLE_SIZE bytes. Mind the order
  * of the arguments. Returns 1 for all failures. Refusals: "Create socket_id_StaRssi socket fail", "ioctl open fail".
  */
 WIFIMGR_API int wifimgr_lib_get_neighbourinfo_v1(void* buffer, int wifi_type);
 
-#define WIFIMGR_PROCESSES 8
+#define WIFIMGR_PROCESSES 8 /* most that a record of processes lists */
 
+/* A process of the WLAN service. */
 typedef struct wifimgr_process {
-  char name[16]; /* padded with NUL; 16 characters fill it without one */
-  uint32_t pid;
-  uint8_t running;
-  uint8_t filling[3];
+  char name[16];      /* padded with NUL; 16 characters fill it without one */
+  uint32_t pid;       /* its process id */
+  uint8_t running;    /* 1 while it runs */
+  uint8_t filling[3]; /* not used */
 } wifimgr_process;
 
+/* The processes of the WLAN service: 196 bytes. */
 typedef struct wifimgr_process_info {
-  uint8_t count; /* of the driver's processes, plus 1; 255 of them give 0. Only 8 are ever listed. */
-  uint8_t filling[3];
-  wifimgr_process process[WIFIMGR_PROCESSES];
+  uint8_t count;      /* of the driver's processes, plus 1; 255 of them give 0. Only 8 are ever listed. */
+  uint8_t filling[3]; /* not used */
+  wifimgr_process process[WIFIMGR_PROCESSES]; /* the service itself first */
 } wifimgr_process_info;
 
 /* The processes of the WLAN service: itself first, as "wlan.svc", when "/var/run/wlan_svc.pid" names a live process,
@@ -1509,17 +1526,18 @@ WIFIMGR_API int wifimgr_lib_get_WPS_STATUS(int wifi_type, uint16_t* status);
  * "wifimgr_lib_get_WPS_STA_MAC: Create socket fail", "wifimgr_lib_get_WPS_STA_MAC: ioctl open fail". */
 WIFIMGR_API int wifimgr_lib_get_WPS_STA_MAC(int wifi_type, char* out);
 
-#define WIFIMGR_WPS_ACCESS_ENTRIES 64
+#define WIFIMGR_WPS_ACCESS_ENTRIES 64 /* entries of a WPS access list */
 
 /* A MAC is cut at its first zero byte and filled with zeros: 00:11:22:33:44:55 reads as six zeros. Deliberate. */
 typedef struct wifimgr_wps_access_entry {
-  uint8_t mac[6];
+  uint8_t mac[6]; /* of the station */
   uint16_t value; /* the driver's */
 } wifimgr_wps_access_entry;
 
+/* The access list of an interface's WPS: 528 bytes. */
 typedef struct wifimgr_wps_access_list {
-  uint8_t header[16]; /* the driver's */
-  wifimgr_wps_access_entry entry[WIFIMGR_WPS_ACCESS_ENTRIES];
+  uint8_t header[16];                                         /* the driver's */
+  wifimgr_wps_access_entry entry[WIFIMGR_WPS_ACCESS_ENTRIES]; /* all of them; the unused are zero */
 } wifimgr_wps_access_list;
 
 /* The access list of an interface's WPS (OID 0x052A). Prints "[%s]:Create ACL socket fail", "[%s]:ioctl open fail". */
@@ -1565,7 +1583,9 @@ WIFIMGR_API uint64_t wifimgr_lib_set_WscUUIDStr(uint32_t wifi_type, int32_t ssid
 WIFIMGR_API int wifimgr_lib_get_wscPinCode(int wifi_type, int ssid_index, char* out);
 
 /* Does nothing and returns 0, whatever is passed. */
+WIFIMGR_ANYTHING_BEGIN
 WIFIMGR_API int wifimgr_lib_get_wps_info(WIFIMGR_ANYTHING);
+WIFIMGR_ANYTHING_END
 
 /* WPS actions: each writes a script of iwpriv lines to `path`, for the caller to run. The band's snapshot must have
  * been taken: the interface prefix comes from it.
@@ -1621,7 +1641,7 @@ WIFIMGR_API int wifimgr_lib_get_button_state(int mode, const char* path, char* b
  * text of more than 34 loses part of the redirection. Deliberate. Returns 0. */
 WIFIMGR_API int wifimgr_lib_set_LED_WLAN(const char* text);
 
-#define WIFIMGR_WLANSHARE_CMD_SIZE 64
+#define WIFIMGR_WLANSHARE_CMD_SIZE 64 /* the buffer of wifimgr_lib_get_WLANSHARE_CMD */
 
 /* Writes "echo %d %d %s %s > /proc/zq2810/wlanshare", cut to 63 characters, to `out` of 64 bytes; runs nothing.
  * Returns 0. */
