@@ -9,6 +9,11 @@ install(CODE "file(RPATH_REMOVE FILE
   \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_LIBDIR}/libapi_lib_wifimgr.so.1\")" COMPONENT runtime)
 install(FILES ${PROJECT_SOURCE_DIR}/include/wifimgr_lib.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT dev)
 
+# Who links a program needs the platform's libraries too. For machines without them the stand-ins lie where linkers are
+# sent and no loader looks, so that they never take the place of a gateway's own.
+install(TARGETS vexa_lib_dbg api_lib_utility
+  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/wifimgr COMPONENT dev NAMELINK_SKIP)
+
 # Both find the rest relative to themselves, so that a staging root serves as well as the place it is made for.
 file(RELATIVE_PATH WIFIMGR_PC_TO_PREFIX /prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig /prefix)
 configure_file(${PROJECT_SOURCE_DIR}/packaging/wifimgr.pc.in ${PROJECT_BINARY_DIR}/packaging/wifimgr.pc @ONLY)

@@ -39,7 +39,8 @@ function part(what, text, term, line, count, i) {
 
 function begin(title_of_page) {
   page = out "/" title_of_page ".3"
-  print ".TH " roff(title_of_page) " 3\n.SH NAME" >page
+  # Texts that callers match stand in the pages: neither padded nor hyphenated.
+  print ".TH " roff(title_of_page) " 3\n.ad l\n.nh\n.SH NAME" >page
 }
 
 function see_also(rest) {

@@ -1058,8 +1058,7 @@ WIFIMGR_API int wifimgr_lib_get_wlan_script_attr(char (*out)[WIFIMGR_ATTR_NAME_S
 #define WIFIMGR_ANYTHING_END
 #else
 #define WIFIMGR_ANYTHING
-#define WIFIMGR_ANYTHING_BEGIN \
-  _Pragma("GCC diagnostic push") _Pragma("GCC diagnostic ignored \"-Wstrict-prototypes\"")
+#define WIFIMGR_ANYTHING_BEGIN _Pragma("GCC diagnostic push") _Pragma("GCC diagnostic ignored \"-Wstrict-prototypes\"")
 #define WIFIMGR_ANYTHING_END _Pragma("GCC diagnostic pop")
 #endif
 
