@@ -150,10 +150,10 @@ function parts(text, headings, line, count, i, now, what, width, term, value) {
     } else if (what == "item" && now ~ /^  [^ ]/) {
       value = value " " substr(now, 3)
     } else if (match(now, /^[A-Za-z_][A-Za-z_0-9.]*(, [a-z_]+)*  +/)) {
+      width = RLENGTH
       part_ends(what, value, term)
       what = "term"
-      width = RLENGTH
-      term = substr(now, 1, RLENGTH)
+      term = substr(now, 1, width)
       sub(/ +$/, "", term)
       value = substr(now, width + 1)
     } else if (what == "term" && match(now, /^ +/) && RLENGTH == width) {
@@ -192,9 +192,14 @@ function first_sentence(text) {
 }
 
 # As much of it as fits into a list.
-function summary(text, cut) {
+function summary(text, cut, part_of_it, opening, closing) {
   text = first_sentence(text)
   if (length(text) <= 100) return text
-  for (cut = 100; cut > 24; --cut) if (substr(text, cut) ~ /^([;:,] | \()/) return substr(text, 1, cut - 1)
+  for (cut = 100; cut > 24; --cut) {
+    part_of_it = substr(text, 1, cut - 1)
+    opening = part_of_it
+    closing = part_of_it
+    if (substr(text, cut) ~ /^([;:,] | \()/ && gsub(/\(/, "", opening) == gsub(/\)/, "", closing)) return part_of_it
+  }
   return text
 }
