@@ -107,9 +107,8 @@ case $check in
     cd "$root/share/man"
     groff -man -ww -z -Tutf8 man3/*.3 >"$work/log" 2>&1 || { cat "$work/log"; fail "groff refuses a page"; }
     [ ! -s "$work/log" ] || { cat "$work/log"; fail "groff warns of the pages"; }
-    awk '/global:/ { open = 1; next } /local:/ { open = 0 } open && /;/ { gsub(/[ ;]/, ""); print }' \
-      "$source/include/wifimgr_lib.map" >"$work/names"
-    [ -s "$work/names" ] || fail "the export map has no names"
+    sed -n 's/^\(FUNCTION\|OBJECT\)(\(.*\))$/\2/p' "$source/tests/abi/exported_names.def" >"$work/names"
+    [ -s "$work/names" ] || fail "the list of exported names is empty"
     while read -r name; do
       page=man3/$name.3
       [ -s "$page" ] || fail "$name has no page"
@@ -123,8 +122,14 @@ case $check in
         fail "the page of $name does not say what it does"
     done <"$work/names"
     # What a page refers to is installed.
-    sed -n 's/^\.BR \([a-z_\\-]*\) (3).*/\1/p' man3/*.3 | tr -d '\\' | sort -u | while read -r name; do
+    sed -n 's/^\.BR \([A-Za-z0-9_\\-]*\) (3).*/\1/p' man3/*.3 | tr -d '\\' | sort -u | while read -r name; do
       [ -s "man3/$name.3" ] || { echo "a page refers to $name(3), which is not there"; exit 1; }
+    done
+    # The overview leads to every group.
+    for page in man3/wifimgr_*.3; do
+      name=$(basename "$page" .3)
+      [ "$name" = wifimgr_lib ] || grep -qx "$name" "$work/names" || grep -q "^\.BR $name (3)" man3/wifimgr_lib.3 ||
+        fail "wifimgr_lib(3) does not lead to $name(3)"
     done
     if command -v man >/dev/null; then
       said=$(MANPATH=$root/share/man MANPAGER=cat man 3 wifimgr_lib_set_channel 2>&1) || fail "man says: $said"

@@ -1,0 +1,2 @@
+wifimgr_test(documented_modes_test docs/documented_modes_test.cpp)
+target_compile_definitions(documented_modes_test PRIVATE SOURCES="${PROJECT_SOURCE_DIR}")
