@@ -50,7 +50,8 @@ sed -n 's/^# .*{#\(.*\)}$/\1/p' "$pages"/example_*.md | list Examples examples
 
 # The groups of the header come before the pages.
 doxygen -l build/docs/layout.xml
-sed -i -e '/<tab type="pages"/d' -e 's|<tab type="modules".*|<tab type="modules" visible="yes" title="The header, group by group" intro=""/>\n&|' \
-  -e 's|<tab type="modules" visible="yes" title="" .*|<tab type="pages" visible="yes" title="" intro=""/>|' build/docs/layout.xml
+sed -i -e '/<tab type="pages"/d' -e '/<tab type="modules"/c\
+<tab type="modules" visible="yes" title="The header, group by group" intro=""/>\
+<tab type="pages" visible="yes" title="" intro=""/>' build/docs/layout.xml
 doxygen docs/Doxyfile
 echo "docs: build/docs/html/index.html"

@@ -1,5 +1,5 @@
-# Reads the public header into arrays, for the programs that make pages of it. The header stays a plain C header: what it
-# has to look like is written down in docs/README.md, and what does not ends the program with the line's number.
+# Reads the public header into arrays, for the programs that make pages of it. The header stays a plain C header; what
+# its comments have to look like is in CONTRIBUTING.md, and what does not is refused with its line.
 #
 #   head                       the comment that opens the file
 #   groups, title[g], intro[g] the rulers, and the comments that no declaration follows

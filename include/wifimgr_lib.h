@@ -283,7 +283,8 @@ WIFIMGR_API int doCmdWrite(const char* path, const char* text);
  * never clears one.
  * flags  7 characters, set to '0' by the caller.
  * count  not used.
- * Runs "cat /proc/bus/pci/devices > /tmp/devices". Refusal: "Open the file /tmp/devices failed.". */
+ * Runs "cat /proc/bus/pci/devices > /tmp/devices" and reads that, which is what another user planted there when the
+ * command could not write it. Refusal: "Open the file /tmp/devices failed.". */
 WIFIMGR_API int parse_driver(char* flags, int count);
 
 /* ---- Writing the dat file ---------------------------------------------------------------------------------------- */
