@@ -37,7 +37,14 @@ page_says() {
 
 install() { DESTDIR=$stage "$cmake" --install "$build" "$@" >"$work/log" 2>&1 || { cat "$work/log"; fail "cannot install"; }; }
 
-install
+# What is linked needs these two components and nothing else.
+case $check in
+  files) install ;;
+  *)
+    install --component runtime
+    install --component dev
+    ;;
+esac
 library=$(find "$stage" -name libapi_lib_wifimgr.so.1)
 libraries=$(dirname "$library")
 root=$stage$(setting CMAKE_INSTALL_PREFIX)
