@@ -116,18 +116,7 @@ case $check in
     [ ! -s "$work/log" ] || { cat "$work/log"; fail "groff warns of the pages"; }
     sed -n 's/^\(FUNCTION\|OBJECT\)(\(.*\))$/\2/p' "$source/tests/abi/exported_names.def" >"$work/names"
     [ -s "$work/names" ] || fail "the list of exported names is empty"
-    while read -r name; do
-      page=man3/$name.3
-      [ -s "$page" ] || fail "$name has no page"
-      other=$(sed -n 's/^\.so //p' "$page")
-      page=${other:-$page}
-      # Its name stands where apropos looks, its declaration and a contract follow.
-      sed -n '/^\.SH NAME/{n;p;}' "$page" | sed 's/ \\- .*//' | tr -d ' ' | tr ',' '\n' | grep -qx "$name" ||
-        fail "the page of $name does not name it"
-      sed -n '/^\.SH SYNOPSIS/,/^\.fi/p' "$page" | grep -qE "[ *]$name[[(;]" || fail "the page of $name does not declare it"
-      [ "$(sed -n '/^\.SH DESCRIPTION/,/^\.SH SEE/p' "$page" | grep -cv '^\.')" -gt 0 ] ||
-        fail "the page of $name does not say what it does"
-    done <"$work/names"
+    awk -f "$source/tests/install/manual.awk" "$source/tests/abi/exported_names.def" || fail "pages are missing"
     # What a page refers to is installed.
     sed -n 's/^\.BR \([A-Za-z0-9_\\-]*\) (3).*/\1/p' man3/*.3 | tr -d '\\' | sort -u | while read -r name; do
       [ -s "man3/$name.3" ] || { echo "a page refers to $name(3), which is not there"; exit 1; }
