@@ -26,15 +26,25 @@ function say(text, width, cut) {
 
 function part(what, text, term, line, count, i) {
   if (what == "heading") print ".SS " roff(text) >page
-  if (what == "text") { print ".PP" >page; say(text) }
+  if (what == "text") {
+    if (!begins) print ".PP" >page
+    say(text)
+  }
   if (what == "item") { print ".IP \\(bu 2" >page; say(text) }
   if (what == "term") { print ".TP\n.I " roff(term) >page; say(text) }
   if (what == "code") {
-    print ".PP\n.nf" >page
+    print (begins ? ".nf" : ".PP\n.nf") >page
     count = split(text, line, /\n/)
     for (i = 1; i <= count; ++i) print roff(line[i]) >page
     print ".fi" >page
   }
+  begins = 0
+}
+
+# The first paragraph of a section needs no macro of its own.
+function section(title_of_section) {
+  print ".SH " title_of_section >page
+  begins = 1
 }
 
 function begin(title_of_page) {
@@ -66,10 +76,11 @@ function contract_page(c, first, i, names, shown) {
   print roff(names) " \\- " roff(summary(contract[c])) >page
   print ".SH SYNOPSIS\n.nf\n.B #include <wifimgr_lib.h>\n.PP" >page
   for (i = first; i <= items && cluster[i] == c; ++i) print roff(declaration[i]) >page
-  print ".fi\n.SH DESCRIPTION" >page
+  print ".fi" >page
+  section("DESCRIPTION")
   parts(contract[c], 0)
   if (intro[group[first]] != "") {
-    print ".SH \"" roff(toupper(title[group[first]])) "\"" >page
+    section("\"" roff(toupper(title[group[first]])) "\"")
     parts(intro[group[first]], 0)
   }
   see_also(reference("wifimgr_lib") " ,\n" reference("wifimgr_conventions") " ,\n" reference(group_page(group[first])))
@@ -94,9 +105,9 @@ END {
     print ".SH SYNOPSIS\n.nf\n.B #include <wifimgr_lib.h>" >page
     for (i = 1; i <= items; ++i)
       if (group[i] == g && (kind[i] == "type" || kind[i] == "constant")) print ".PP\n" roff(declaration[i]) >page
-    print ".fi\n.SH DESCRIPTION" >page
+    print ".fi" >page
+    section("DESCRIPTION")
     if (intro[g] != "") parts(intro[g], 0)
-    print ".PP" >page
     for (i = 1; i <= items; ++i) {
       if (group[i] != g || kind[i] == "type" || kind[i] == "constant") continue
       print ".TP\n.BR " roff(name[i]) " (3)" >page
@@ -106,7 +117,7 @@ END {
   }
   begin("wifimgr_conventions")
   print "wifimgr_conventions \\- what all functions of the WLAN manager library have in common, and its sharp edges" >page
-  print ".SH DESCRIPTION" >page
+  section("DESCRIPTION")
   parts(head, 1)
   see_also(reference("wifimgr_lib"))
 }
