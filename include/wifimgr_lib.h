@@ -1631,7 +1631,8 @@ WIFIMGR_API uint64_t wifimgr_lib_set_wscMaxPinAttack(uint32_t wifi_type, int32_t
 WIFIMGR_API uint64_t wifimgr_lib_set_wscKeyASCII(uint32_t wifi_type, int32_t ssid_index, const char* value);
 WIFIMGR_API uint64_t wifimgr_lib_set_wscSetupLockTime(uint32_t wifi_type, int32_t ssid_index, const char* value);
 
-/* Only sent: WscMode 1 (PIN) or 2 (push button); WscPinCode any number, its checksum is not tested; WscGenPinCode 0 or 1. */
+/* Only sent: WscMode 1 (PIN) or 2 (push button); WscPinCode any number, its checksum is not tested; WscGenPinCode 0 or
+ * 1. */
 WIFIMGR_API uint64_t wifimgr_lib_set_wscMode(uint32_t wifi_type, int32_t ssid_index, const char* value);
 WIFIMGR_API uint64_t wifimgr_lib_set_wscPinCode(uint32_t wifi_type, int32_t ssid_index, const char* value);
 WIFIMGR_API uint64_t wifimgr_lib_set_wscGenPinCode(uint32_t wifi_type, int32_t ssid_index, const char* value);
