@@ -58,7 +58,7 @@ trace::Result set_link_words(const LinkWords& setting, uint32_t wifi_type, int32
     if (links < kWdsLinks && !is_word_of(setting, scan.token))
       return trace::fail(setting.function, setting.word_refusal);
   }
-  if (links != kWdsLinks) return trace::fail(setting.function, setting.count_refusal, kWdsLinks);
+  if (links != kWdsLinks) return trace::fail_printing(setting.function, setting.count_refusal, kWdsLinks);
   if (update_attr(store::band_number(wifi_type), -1, setting.key, written) != 0) return trace::fail(setting.function);
   return trace::success(setting.function);
 }
@@ -132,7 +132,7 @@ extern "C" uint64_t wifimgr_lib_set_wdslist(uint32_t wifi_type, int32_t index, c
     }
   }
   if (peers != kWdsLinks || charCnt(value, ';') > kWdsLinks - 1)
-    return trace::fail(__func__, "Please input %d Mac addresses", kWdsLinks);
+    return trace::fail_printing(__func__, "Please input %d Mac addresses", kWdsLinks);
   if (update_attr(store::band_number(wifi_type), -1, "WdsList", value) != 0) return trace::fail(__func__);
   return trace::success(__func__);
 }
