@@ -31,6 +31,7 @@ add_library(api_lib_wifimgr SHARED
   params/phy_mode.cpp
   params/reload_flag.cpp
   params/repeated_value.cpp
+  params/setting_table.cpp
   params/ssid_count.cpp
   params/ssid_setting.cpp
   params/vht.cpp

@@ -12,7 +12,7 @@ failed=0
 # The project's own headers that a file includes, quoted or in angle brackets.
 own_headers() {
   sed -nE -e 's/^ *# *include *"(.*)".*/\1/p' \
-    -e 's/^ *# *include *<(wifimgr_lib\.h|(include|imports|store|params|apply|driver|wps|platform|examples|sim|wlanctl|tests)\/.*)>.*/\1/p' "$1"
+    -e 's/^ *# *include *<(wifimgr_(lib|settings)\.h|(include|imports|store|params|apply|driver|wps|platform|examples|sim|wlanctl|tests)\/.*)>.*/\1/p' "$1"
 }
 
 # allow ROOM PLAIN-NAMES ALLOWED-ROOM...: which of them the files of a room may include.
@@ -31,7 +31,7 @@ allow() {
   done
 }
 
-public='wifimgr_lib\.h|imports/[a-z_]+\.h'
+public='wifimgr_(lib|settings)\.h|imports/[a-z_]+\.h'
 allow include 'none'
 allow imports '(vexa_lib_dbg|api_lib_utility)\.h'
 allow store "$public" store
@@ -42,6 +42,6 @@ allow wps "$public" store params driver wps
 allow platform "$public" store params driver platform
 allow examples '(wifimgr_lib|attach_store)\.h'
 allow sim 'none' sim sim/tools sim/driver
-allow wlanctl 'wifimgr_lib\.h' wlanctl
+allow wlanctl 'wifimgr_(lib|settings)\.h' wlanctl
 
 exit $failed
