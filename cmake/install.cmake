@@ -7,7 +7,8 @@ install(TARGETS api_lib_wifimgr
 # On a gateway the loader's own path counts.
 install(CODE "file(RPATH_REMOVE FILE
   \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_LIBDIR}/libapi_lib_wifimgr.so.1\")" COMPONENT runtime)
-install(FILES ${PROJECT_SOURCE_DIR}/include/wifimgr_lib.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT dev)
+install(FILES ${PROJECT_SOURCE_DIR}/include/wifimgr_lib.h ${PROJECT_SOURCE_DIR}/include/wifimgr_settings.h
+  DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT dev)
 
 # Both find the rest relative to themselves, so that a staging root serves as well as the place it is made for.
 file(RELATIVE_PATH WIFIMGR_PC_TO_PREFIX /prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig /prefix)
@@ -28,3 +29,7 @@ install(FILES
 
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/man/ DESTINATION ${CMAKE_INSTALL_MANDIR}/man3 COMPONENT dev
   FILES_MATCHING PATTERN "*.3")
+
+include(${PROJECT_SOURCE_DIR}/cmake/settings.cmake)
+install(FILES ${WIFIMGR_SETTINGS_MANUAL} DESTINATION ${CMAKE_INSTALL_MANDIR}/man3 COMPONENT dev)
+install(FILES ${WIFIMGR_SETTINGS_PAGE} DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/wifimgr COMPONENT dev)
