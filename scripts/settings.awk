@@ -82,7 +82,7 @@ function defaults() {
 
 function code(text) { gsub(/\|/, "\\|", text); return text == "" ? "" : "`" text "`" }
 
-function roff(text) { gsub(/\\/, "\\e", text); gsub(/-/, "\\-", text); sub(/^['.]/, "\\\\\\&&", text); return text }
+function roff(text) { gsub(/\\/, "\\e", text); gsub(/-/, "\\-", text); gsub(/;/, ";\\:", text); sub(/^['.]/, "\\\\\\&&", text); return text }
 
 function getter() { return row["getter"] == "NULL" ? "" : row["getter"] }
 
@@ -159,7 +159,7 @@ function start() {
     print "including `wifimgr_settings.h`."
   }
   if (as == "man") {
-    print ".TH WIFIMGR_SETTINGS 3 \"\" \"wifimgr\" \"WLAN manager library\"\n.SH NAME\nwifimgr_settings \\- every setting of the two radios"
+    print ".TH WIFIMGR_SETTINGS 3 \"\" \"wifimgr\" \"WLAN manager library\"\n.ad l\n.nh\n.SH NAME\nwifimgr_settings \\- every setting of the two radios"
     print ".SH SYNOPSIS\n.nf\n.B #define WIFIMGR_SETTING(key, ...) key,\n.B #include <wifimgr_settings.h>\n.fi\n.SH DESCRIPTION"
     print "The settings by what they are about. A change wants nothing but a commit, a restart of the radio's interfaces, or a reboot"
     print "to be complete, as\n.BR wifimgr_lib_wifi_config_oper (3)\nanswers;"

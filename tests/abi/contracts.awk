@@ -3,7 +3,7 @@
 #
 #   settings.sh rows | awk -F '\t' -f contracts.awk include/wifimgr_lib.h -
 #
-# A contract is the comment before the declarations; a refusal may stand in that of the section around it ("---- WPS").
+# Every setter of the common type has a row. A contract is the comment before the declarations; a refusal may stand in that of the section around it ("---- WPS").
 
 # The header: comments and the names declared behind them.
 FNR == 1 { ++files }
@@ -21,9 +21,11 @@ files == 1 && in_comment {
   next
 }
 files == 1 && /^WIFIMGR_API / {
+  is_setter = /uint64_t wifimgr_lib_set_[A-Za-z0-9_]*\(uint32_t wifi_type, int32_t [a-z_]+, const char\* value\);/
   name = $0
   sub(/\(.*/, "", name)
   sub(/.*[ *]/, "", name)
+  if (is_setter) setters[name] = 1
   around[name] = section
   contract[name] = comment ~ /^---- / ? "" : comment
   next
@@ -44,6 +46,7 @@ function tells_range(low, high) {
 }
 
 {
+  delete setters[$8]
   key = $1; setter = $8; accepts = $9; low = $10; high = $11; words = $12; refusal = $13; unit = $15
   name = key
   sub(/%d/, "", name)
@@ -77,6 +80,11 @@ function tells_range(low, high) {
 }
 
 END {
+  # These only send: nothing of theirs is in a dat file.
+  delete setters["wifimgr_lib_set_wscMode"]
+  delete setters["wifimgr_lib_set_wscPinCode"]
+  delete setters["wifimgr_lib_set_wscGenPinCode"]
+  for (setter in setters) { print "no row has " setter; failed = 1 }
   if (rows < 100) { print "only " rows + 0 " rows"; failed = 1 }
   exit failed
 }

@@ -151,6 +151,15 @@ TEST(SettingsTable, HasTheNameOfEachGetterAndSetterAfterItsKey) {
   }
 }
 
+TEST(SettingsTable, KeepsKeysAndPassphrasesSecret) {
+  for (const SettingRow& row : kSettings) {
+    const std::string key = row.key;
+    const bool is_secret = key == "WPAPSK%d" || key == "RADIUS_Key%d" || key == "Wds%dKey" ||
+                           (key.rfind("Key", 0) == 0 && key.find("Str") != std::string::npos);
+    EXPECT_EQ(is_secret ? "SECRET" : "OPEN", row.secrecy) << key;
+  }
+}
+
 // A value that differs from the default, for keys whose rule is their own.
 const std::map<std::string, std::string> kOtherValues = {
     {"CountryRegion", "1"},

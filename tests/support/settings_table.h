@@ -24,6 +24,7 @@ struct SettingRow {
   const char* words;
   const char* refusal;
   const char* defaults[2];  // by band; null where the key is not in the band's file
+  std::string_view secrecy;
   std::string_view effect;
 
   bool is_on(int band) const { return bands == "BOTH" || bands == (band == 0 ? "ONLY_2_4G" : "ONLY_5G"); }
@@ -33,8 +34,8 @@ struct SettingRow {
 inline constexpr SettingRow kSettings[] = {
 #define WIFIMGR_SETTING(key, scope, numbering, bands, reads, getter, writes, setter, accepts, low, high, words, \
                         refusal, meaning, unit, on_2_4g, on_5g, secrecy, effect)                                \
-  {key,     #scope,   #numbering, #bands, #getter, #reads,  #setter,          setter,                           \
-   #writes, #accepts, low,        high,   words,   refusal, {on_2_4g, on_5g}, #effect},
+  {key,      #scope, #numbering, #bands, #getter, #reads,           #setter,  setter, #writes,                  \
+   #accepts, low,    high,       words,  refusal, {on_2_4g, on_5g}, #secrecy, #effect},
 #include "wifimgr_settings.h"
 };
 
