@@ -151,7 +151,8 @@ TEST(Keys, AreThoseOfTheSettingsTable) {
   const Result result =
       sim_test::shell(std::string("sh '") + SOURCE_FOLDER + "/scripts/settings.sh' rows | cut -f 1 | sed 's/%d//'");
   std::set<std::string> listed;
-  for (const Json& key : json_of("keys")["data"]["keys"]) listed.insert(key["key"]);
+  const Json keys = json_of("keys")["data"]["keys"];
+  for (const Json& key : keys) listed.insert(key["key"]);
   const Words rows = lines_of(result.out);
   EXPECT_EQ(std::set<std::string>(rows.begin(), rows.end()), listed);
   EXPECT_LT(100u, listed.size());
