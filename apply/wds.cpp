@@ -5,7 +5,6 @@
 #include "params/band_setting.h"
 #include "store/band.h"
 #include "store/band_value.h"
-#include "store/decimal.h"
 #include "store/record.h"
 #include "store/trace.h"
 #include "wifimgr_lib.h"
@@ -71,10 +70,6 @@ bool has_mac_digits(const char* token) {
   return true;
 }
 
-int is_wds_mode(const char* value) {
-  return std::strlen(value) == 1 && doStrDecCheck(value) != 0 && store::decimal(value) <= 4 ? 1 : 0;
-}
-
 }  // namespace
 
 extern "C" int wifimgr_lib_get_wdsenable(int wifi_type, int index, char* buf, unsigned len) {
@@ -97,7 +92,7 @@ extern "C" int wifimgr_lib_get_wdsphymode(int wifi_type, int index, char* buf, u
 extern "C" uint64_t wifimgr_lib_set_wdsenable(uint32_t wifi_type, int32_t index, const char* value) {
   return params::set_band_value(wifi_type, index, value, __func__, "WdsEnable",
                                 "Please input value from 0 to 4(0:disable;1-4:diffrent modes,recommend 1).",
-                                params::passing(is_wds_mode));
+                                params::ACCEPTS_ONE_DIGIT(0, 4, nullptr));
 }
 
 extern "C" uint64_t wifimgr_lib_set_wdsencryptype(uint32_t wifi_type, int32_t index, const char* value) {

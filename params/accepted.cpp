@@ -49,10 +49,12 @@ bool accepts(Accepted accepted, const char* value) {
       return std::strlen(value) <= static_cast<size_t>(accepted.highest);
     case Accepted::Kind::kWords:
       return is_one_of(accepted.words, value);
+    case Accepted::Kind::kAddress:
+      return IPV4check(value) != 0;
     case Accepted::Kind::kPassphrase:
       return is_passphrase(value);
-    case Accepted::Kind::kPassing:
-      return accepted.check(value) != 0;
+    case Accepted::Kind::kNothing:
+      return MacCheck(value) != 0;
   }
   return false;
 }
