@@ -37,13 +37,13 @@ constexpr bool is_refusal(string_view text, bool number_printed) {
   return number_printed && text.substr(at, 2) == "%d" && text.find('%', at + 1) == string_view::npos;
 }
 
-#define WIFIMGR_SETTING(key, scope, numbering, bands, reads, getter, writes, setter, accepts, low, high, words,     \
-                        refusal, meaning, unit, on_2_4g, on_5g, secrecy, effect)                                    \
-  static_assert(sizeof key <= store::kKeySize, "the store cuts this key: " key);                                    \
-  static_assert((string_view(key).find("%d") != string_view::npos) == NUMBERED_##numbering, key);                   \
-  static_assert((low) <= (high), key);                                                                              \
-  static_assert(is_refusal(refusal, NUMBER_PRINTED_##writes), "printed as a format, or only looks like one: " key); \
-  static_assert(sizeof refusal + kNumberLength <= trace::kReasonSize, "the trace cuts the refusal of " key);        \
+#define WIFIMGR_SETTING(key, scope, numbering, bands, reads, getter, writes, setter, accepts, low, high, words,       \
+                        refusal, meaning, unit, on_2_4g, on_5g, secrecy, effect)                                      \
+  static_assert(sizeof key <= store::kKeySize, "the store cuts this key: " key);                                      \
+  static_assert((string_view(key).find("%d") != string_view::npos) == NUMBERED_##numbering, "numbered or not? " key); \
+  static_assert((low) <= (high), "the bounds of " key);                                                               \
+  static_assert(is_refusal(refusal, NUMBER_PRINTED_##writes), "printed as a format, or only looks like one: " key);   \
+  static_assert(sizeof refusal + kNumberLength <= trace::kReasonSize, "the trace cuts the refusal of " key);          \
   static_assert(sizeof meaning > 1, "what does it mean? " key);
 #include "wifimgr_settings.h"
 
