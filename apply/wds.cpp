@@ -5,7 +5,6 @@
 #include "params/band_setting.h"
 #include "store/band.h"
 #include "store/band_value.h"
-#include "store/decimal.h"
 #include "store/record.h"
 #include "store/trace.h"
 #include "wifimgr_lib.h"
@@ -58,7 +57,7 @@ trace::Result set_link_words(const LinkWords& setting, uint32_t wifi_type, int32
     if (links < kWdsLinks && !is_word_of(setting, scan.token))
       return trace::fail(setting.function, setting.word_refusal);
   }
-  if (links != kWdsLinks) return trace::fail(setting.function, setting.count_refusal, kWdsLinks);
+  if (links != kWdsLinks) return trace::fail_printing(setting.function, setting.count_refusal, kWdsLinks);
   if (update_attr(store::band_number(wifi_type), -1, setting.key, written) != 0) return trace::fail(setting.function);
   return trace::success(setting.function);
 }
@@ -69,10 +68,6 @@ bool has_mac_digits(const char* token) {
     if (i % 3 != 2 && doHexCheck(token[i]) != 1) return false;
   }
   return true;
-}
-
-int is_wds_mode(const char* value) {
-  return std::strlen(value) == 1 && doStrDecCheck(value) != 0 && store::decimal(value) <= 4 ? 1 : 0;
 }
 
 }  // namespace
@@ -97,7 +92,7 @@ extern "C" int wifimgr_lib_get_wdsphymode(int wifi_type, int index, char* buf, u
 extern "C" uint64_t wifimgr_lib_set_wdsenable(uint32_t wifi_type, int32_t index, const char* value) {
   return params::set_band_value(wifi_type, index, value, __func__, "WdsEnable",
                                 "Please input value from 0 to 4(0:disable;1-4:diffrent modes,recommend 1).",
-                                params::passing(is_wds_mode));
+                                params::ACCEPTS_ONE_DIGIT(0, 4, nullptr));
 }
 
 extern "C" uint64_t wifimgr_lib_set_wdsencryptype(uint32_t wifi_type, int32_t index, const char* value) {
@@ -132,7 +127,7 @@ extern "C" uint64_t wifimgr_lib_set_wdslist(uint32_t wifi_type, int32_t index, c
     }
   }
   if (peers != kWdsLinks || charCnt(value, ';') > kWdsLinks - 1)
-    return trace::fail(__func__, "Please input %d Mac addresses", kWdsLinks);
+    return trace::fail_printing(__func__, "Please input %d Mac addresses", kWdsLinks);
   if (update_attr(store::band_number(wifi_type), -1, "WdsList", value) != 0) return trace::fail(__func__);
   return trace::success(__func__);
 }

@@ -374,9 +374,8 @@ WIFIMGR_API int wifimgr_lib_set_reloadFlag(uint32_t wifi_type, const char* value
 WIFIMGR_API int wifimgr_lib_get_countryRegion(int wifi_type, int index, char* buf, unsigned len);
 WIFIMGR_API uint64_t wifimgr_lib_set_countryRegion(uint32_t wifi_type, int32_t index, const char* value);
 
-/* CountryRegionABand: regulatory region of 5G. Accepts digits, 0 to 14. Only band 1: the getter refuses others with
- * "The wifi type should be 1.", the setter, before it looks at the index, with "The input parameter is invalid.", which
- * is its refusal of a value too. */
+/* CountryRegionABand: regulatory region of 5G. Only band 1: the getter refuses others with "The wifi type should be
+ * 1.", the setter with "The input parameter is invalid.", as it does other values. Accepts digits, 0 to 14. */
 WIFIMGR_API int wifimgr_lib_get_countryRegionABand(int wifi_type, int index, char* buf, unsigned len);
 WIFIMGR_API uint64_t wifimgr_lib_set_countryRegionABand(uint32_t wifi_type, int32_t index, const char* value);
 
@@ -1044,12 +1043,13 @@ WIFIMGR_API uint64_t wifimgr_lib_set_wdsphymode(uint32_t wifi_type, int32_t inde
 WIFIMGR_API int wifimgr_lib_get_wdslist(int wifi_type, int index, char* buf, unsigned len);
 WIFIMGR_API uint64_t wifimgr_lib_set_wdslist(uint32_t wifi_type, int32_t index, const char* value);
 
-/* Wds%dKey (link minus 1): the key of a link; index is the link, 1 to 4. The setter checks it by the link's stored
- * cipher (spelt in capitals) and writes field 1; the getter reads the field with the link's number, so for links 2 to
- * 4 it does not give what the setter wrote. Deliberate. Refusals of the getter: "The wdskey index is invalid, please
- * input 1 to %d.". Of the setter: "The wdskey index should be from 1 to %d.", "get_wdsencryptype err.", "The number
- * of WdsEncrypType is should be %d.", "Please input 5 or 13 ASCII characters / 10 or 26 hexadecimal characters!",
- * "Please input 8 to 64 hexadecimal characters!", "WdsEntryType in datfile is ERR." (NONE and unknown ciphers). */
+/* Wds%dKey (link minus 1): the key of a link; index is the link, 1 to 4. The setter checks it as a WEP or a WPA key,
+ * by the link's stored cipher (spelt in capitals), and writes field 1; the getter reads the field with the link's
+ * number, so for links 2 to 4 it does not give what the setter wrote. Deliberate. Refusals of the getter: "The wdskey
+ * index is invalid, please input 1 to %d.". Of the setter: "The wdskey index should be from 1 to %d.",
+ * "get_wdsencryptype err.", "The number of WdsEncrypType is should be %d.", "Please input 5 or 13 ASCII characters /
+ * 10 or 26 hexadecimal characters!", "Please input 8 to 64 hexadecimal characters!", "WdsEntryType in datfile is
+ * ERR." (NONE and unknown ciphers). */
 WIFIMGR_API int wifimgr_lib_get_wdskey(int wifi_type, int index, char* buf, unsigned len);
 WIFIMGR_API uint64_t wifimgr_lib_set_wdskey(uint32_t wifi_type, int32_t index, const char* value);
 
@@ -1779,8 +1779,9 @@ WIFIMGR_API uint64_t wifimgr_lib_set_DfsZeroWaitDefault(uint32_t wifi_type, int3
 WIFIMGR_API int wifimgr_lib_get_DfsDedicatedZeroWait(int wifi_type, int index, char* buf, unsigned len);
 WIFIMGR_API int wifimgr_lib_get_DfsZeroWaitDefault(int wifi_type, int index, char* buf, unsigned len);
 
-/* MboSupport1 to 8: multi-band operation of an SSID, 1 to BssidNum. Accepts 0 and 1; a text without a number is 0.
- * Refusals: "The ssid index should be from 1 to BssidNum:%d.", "The MboSupport value is invalid.". */
+/* MboSupport1 to 8: multi-band operation of an SSID, 1 to BssidNum. Accepts a text whose leading number is 0 to 1,
+ * one without a number being 0. Refusals: "The ssid index should be from 1 to BssidNum:%d.", "The MboSupport value is
+ * invalid.". */
 WIFIMGR_API uint64_t wifimgr_lib_set_MboSupport(uint32_t wifi_type, int32_t ssid_index, const char* value);
 WIFIMGR_API int wifimgr_lib_get_MboSupport(int wifi_type, int ssid_index, char* buf, unsigned len);
 

@@ -12,7 +12,7 @@ failed=0
 # The project's own headers that a file includes, quoted or in angle brackets.
 own_headers() {
   sed -nE -e 's/^ *# *include *"(.*)".*/\1/p' \
-    -e 's/^ *# *include *<(wifimgr_lib\.h|(include|platform_libs|store|params|apply|driver|wps|platform|examples|sim|wlanctl|tests)\/.*)>.*/\1/p' "$1"
+    -e 's/^ *# *include *<(wifimgr_(lib|settings)\.h|(include|platform_libs|store|params|apply|driver|wps|platform|examples|sim|wlanctl|tests)\/.*)>.*/\1/p' "$1"
 }
 
 # allow ROOM PLAIN-NAMES ALLOWED-ROOM...: which of them the files of a room may include.
@@ -31,7 +31,7 @@ allow() {
   done
 }
 
-public='wifimgr_lib\.h|platform_libs/[a-z_]+\.h'
+public='wifimgr_(lib|settings)\.h|platform_libs/[a-z_]+\.h'
 allow include 'none'
 allow platform_libs '(vexa_lib_dbg|api_lib_utility)\.h'
 allow store "$public" store
@@ -51,6 +51,6 @@ allow sim/tools 'none' sim/base sim/driver sim/records sim/network sim/state sim
 allow sim/simctl 'none' sim/base sim/driver sim/records sim/network sim/state sim/radio sim/tools sim/simctl
 allow sim/root 'none' sim/base sim/radio sim/root
 allow sim/outside 'none' sim/base sim/radio sim/root sim/outside
-allow wlanctl 'wifimgr_lib\.h' wlanctl
+allow wlanctl 'wifimgr_(lib|settings)\.h' wlanctl
 
 exit $failed
