@@ -120,11 +120,13 @@ void RootFileSystem::place_files() {
     place_file(file, kOwnFolders.count(top_of(file.path)) != 0 ? kNew : kPrepared);
   }
   make_folder(std::string(kNew) + "/tmp", 01777);
-  for (const char* folder : {place::kDriver, place::kModules, place::kFlash, place::kProc}) {
+  for (const char* folder : {place::kModules, place::kFlash, place::kProc}) {
     make_folder(std::string(kNew) + folder);
   }
   // The driver changes these for any user: it is the callers' processes that do it here.
-  for (const char* folder : {place::kLists, place::kPayloads}) make_folder(std::string(kNew) + folder, 0777);
+  for (const char* folder : {place::kDriver, place::kLists, place::kPayloads}) {
+    make_folder(std::string(kNew) + folder, 0777);
+  }
   for (const char* lock : {place::kLock, place::kFaultsLock}) write_text(std::string(kNew) + lock, "", 0666);
   if (!plan_.journal.empty()) {
     const std::string journal = std::string(kNew) + place::kJournal;
