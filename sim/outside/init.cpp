@@ -18,6 +18,7 @@
 
 #include "sim/base/file.h"
 #include "sim/base/places.h"
+#include "sim/outside/system_log.h"
 
 namespace gateway {
 namespace {
@@ -133,6 +134,7 @@ int run_command(const Options& options, const std::string& folder, const std::st
   const sigset_t set = watched_signals();
   const UniqueFd signals(signalfd(-1, &set, SFD_CLOEXEC | SFD_NONBLOCK));
   if (!signals) fail("wait for signals");
+  SystemLog log;
   const pid_t command = fork();
   if (command < 0) fail("start a process");
   if (command == 0) execute(options, folder, programs);
@@ -140,8 +142,9 @@ int run_command(const Options& options, const std::string& folder, const std::st
   int ending = 0;
   long deadline = 0;
   for (int status = 0;;) {
-    pollfd wait = {signals.get(), POLLIN, 0};
-    poll(&wait, 1, kProcPollMs);
+    pollfd waits[] = {{signals.get(), POLLIN, 0}, {log.fd(), POLLIN, 0}};
+    poll(waits, 2, kProcPollMs);
+    log.write_down();
     signalfd_siginfo info;
     while (read(signals.get(), &info, sizeof info) == sizeof info) {
       const int number = static_cast<int>(info.ssi_signo);
