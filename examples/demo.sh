@@ -118,5 +118,12 @@ iwpriv rai0 set Channel=100
 "$build/bin/status_page" | grep -E '^(2.4G|5G)|:77|New-Upstairs'
 
 heading "Done"
-echo "The gateway above was simulated in namespaces of its own and is gone now. Look around in one yourself:"
+echo "The gateway above was simulated in namespaces of its own and is gone now. Go on in one yourself:"
 echo "  $build/bin/gateway-sim --shell"
+echo "and there, with the operator's tool and the simulation's controls:"
+echo "  wlanctl status                      where you are"
+echo "  wlanctl set 2.4g SSID:1=Kitchen Channel=11"
+echo "  wlanctl apply 2.4g"
+echo "  simctl show                         what the driver and the board answer"
+echo "  simctl --help                       make them answer otherwise, or fail"
+echo "  cat /run/gateway-sim/journal        the commands that ran"
