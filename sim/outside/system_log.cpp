@@ -33,7 +33,7 @@ std::string line_of(std::string message) {
   if (end != std::string::npos) message.erase(0, end + 1);
   while (!message.empty() && (message.back() == '\n' || message.back() == '\0')) message.pop_back();
   for (char& c : message) {
-    if ((c >= 0 && c < ' ') || c == '\x7f') c = ' ';
+    if (static_cast<unsigned char>(c) < 0x20 || c == '\x7f') c = ' ';
   }
   return message + "\n";
 }
