@@ -36,7 +36,7 @@ build/arm64/build.ninja:
 demo:
 	@scripts/setup.sh demo
 	@$(MAKE) -s --no-print-directory build/release/build.ninja
-	cmake --build build/release --target gateway-sim apply_settings attach_store status_page switch_radio
+	cmake --build build/release --target gateway-sim wlanctl apply_settings attach_store status_page switch_radio
 	examples/demo.sh build/release
 
 # The test programs are built once, in build/dev, and run twice: on what is sanitized there, and on what ships.
