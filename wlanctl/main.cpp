@@ -6,8 +6,8 @@
 #include <cstring>
 #include <exception>
 
-#include "wlanctl/command.h"
-#include "wlanctl/wrap.h"
+#include "wlanctl/base/wrap.h"
+#include "wlanctl/command_line/command.h"
 
 namespace wlanctl {
 namespace {

@@ -42,6 +42,7 @@ allow wps "$public" store params driver wps
 allow platform "$public" store params driver platform
 allow examples '(wifimgr_lib|attach_store)\.h'
 allow sim 'none' sim sim/tools sim/driver
-allow wlanctl 'wifimgr_lib\.h' wlanctl
+allow wlanctl 'wifimgr_lib\.h' wlanctl/base wlanctl/files wlanctl/library wlanctl/keys wlanctl/store wlanctl/check \
+  wlanctl/live wlanctl/apply wlanctl/confirm wlanctl/command_line wlanctl/completion
 
 exit $failed

@@ -58,7 +58,7 @@ std::vector<Setting> settings_of(const Side& side) {
   std::vector<Setting> settings;
   Setting count;
   const std::regex row("^KEY\\(\"(\\w+)\", \"[^\"]*\", (\\w+), \\w+, (\\w+), (\\w+), .*");
-  for (const std::string& line : lines_of(read_file(std::string(SOURCE_FOLDER) + "/wlanctl/key.def"))) {
+  for (const std::string& line : lines_of(read_file(std::string(SOURCE_FOLDER) + "/wlanctl/keys/key.def"))) {
     std::smatch found;
     if (!std::regex_match(line, found, row) || found[3] == side.other) continue;
     const bool is_band_wide = found[2] == "kBand";

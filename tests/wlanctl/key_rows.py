@@ -121,7 +121,7 @@ def main(folder):
     library = library_rows(folder)
     tool = {}
     findings = []
-    for _, words in rows_of(folder / "wlanctl/key.def", {"KEY"}):
+    for _, words in rows_of(folder / "wlanctl/keys/key.def", {"KEY"}):
         name, key, scope, numbering, bands, setter, takes, _, secrecy = words
         tool[setter] = (key.strip('"'), scope, numbering, bands, takes)
         name = name.strip('"')

@@ -1,0 +1,42 @@
+// KEY, KEY:INDEX and KEY:INDEX=VALUE, as they stand on the command line.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "wlanctl/base/report.h"
+#include "wlanctl/keys/key.h"
+
+namespace wlanctl {
+
+// One setting of a band.
+struct Target {
+  const Key* key = nullptr;
+  int index = -1;  // -1 for the band, else an SSID or a link from 1
+
+  // "HideSSID:2", or "Channel" for the whole band.
+  std::string name() const;
+};
+
+// Reads KEY or KEY:INDEX; none with a problem that says what is wrong with it on this band.
+std::optional<Target> parse_target(const std::string& text, Band band, Report& report);
+
+struct Assignment {
+  Target target;
+  std::string value;
+};
+
+// Reads KEY[:INDEX]=VALUE. A VALUE of "-" is a line of standard input, unless `literal`.
+std::optional<Assignment> parse_assignment(const std::string& text, Band band, bool literal, Report& report);
+
+// Reads KEY[:INDEX]=PATH: the value is the first line of that file.
+std::optional<Assignment> parse_file_assignment(const std::string& text, Band band, Report& report);
+
+// Why a shell would act on the value when the driver's script is run; "" when none would.
+std::string shell_danger_of(const Key& key, const std::string& value);
+
+// Why a value must not be stored though the library would take it: a shell would act on it, or the dat file cannot hold
+// it. "" when nothing speaks against it.
+std::string danger_of(const Key& key, const std::string& value);
+
+}  // namespace wlanctl
