@@ -3,13 +3,18 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
-#include <sstream>
+#include <vector>
 
 #include "wlanctl/base/report.h"
+#include "wlanctl/files/bytes.h"
 #include "wlanctl/files/places.h"
 #include "wlanctl/files/record_text.h"
 #include "wlanctl/files/state_file.h"
-#include "wlanctl/store/store.h"
+#include "wlanctl/store/dat_file.h"
+#include "wlanctl/store/private_store.h"
+#include "wlanctl/store/revert.h"
+#include "wlanctl/store/segment.h"
+#include "wlanctl/store/value.h"
 
 namespace wlanctl {
 namespace {
@@ -21,8 +26,8 @@ constexpr uint32_t kCompare = 1;
 
 constexpr char kAnySum[] = "any";
 
-std::vector<wifimgr_attr_record> g_settings[kBands.size()];
-bool g_told[kBands.size()] = {true, true};
+std::vector<wifimgr_attr_record> g_settings[kBandCount];
+bool g_told[kBandCount] = {true, true};
 
 std::string path_of(Band band) {
   return std::string(place::kApplied) + label_of(band);
@@ -50,7 +55,7 @@ bool parse_hex(const std::string& text, wifimgr_band_snapshot* snapshot) {
 }
 
 // What the snapshot of this band must look like, whatever it says.
-bool is_believable(Band band, const wifimgr_band_snapshot& snapshot, int interfaces) {
+bool is_believable(Band band, const wifimgr_band_snapshot& snapshot, int64_t interfaces) {
   const char* const prefix = band == Band::k2_4G ? "ra" : "rai";
   return std::strncmp(snapshot.prefix, prefix, sizeof snapshot.prefix) == 0 && snapshot.bss_count >= 0 &&
          interfaces >= 0 && interfaces <= WIFIMGR_FIELDS;
@@ -68,39 +73,36 @@ struct Kept {
 Kept read_kept(Band band) {
   const std::optional<std::string> text = read_state_file(path_of(band), kFormat, kVersion);
   const size_t end = text ? text->find('\n') : std::string::npos;
-  std::istringstream head(text ? text->substr(0, end) : "");
-  std::string boot, sum;
-  if (end == std::string::npos || !(head >> boot >> sum) || boot != this_boot()) return {};
-  return {sum == kAnySum || sum == sum_of_dat_file(band), text->substr(end + 1)};
+  if (end == std::string::npos) return {};
+  const std::vector<std::string> head = words_of(text->substr(0, end));
+  if (head.size() != 2 || head[0] != this_boot()) return {};
+  return {head[1] == kAnySum || head[1] == sum_of_dat_file(band), text->substr(end + 1)};
 }
 
 }  // namespace
 
 std::string applied_text(Band band) {
-  std::ostringstream text;
-  text << label_of(band) << ' ' << pre_wlan_state[number_of(band)] << ' ' << is_told(band) << ' '
+  Text text;
+  text << label_of(band) << ' ' << pre_wlan_state[number_of(band)] << ' ' << (is_told(band) ? '1' : '0') << ' '
        << hex_of(store_global[number_of(band)]) << '\n'
        << text_of_records(g_settings[number_of(band)]);
   return text.str();
 }
 
 bool adopt_applied(Band band, const std::string& text) {
-  std::istringstream stream(text);
-  std::string label, hex;
-  int interfaces = -1;
-  bool told = false;
+  const size_t end = text.find('\n');
+  if (end == std::string::npos) return false;
+  const std::vector<std::string> head = words_of(text.substr(0, end));
+  if (head.size() != 4 || head[0] != label_of(band)) return false;
+  const std::optional<int64_t> interfaces = number_in(head[1]);
   wifimgr_band_snapshot snapshot = {};
-  if (!(stream >> label >> interfaces >> told >> hex) || label != label_of(band) || !parse_hex(hex, &snapshot) ||
-      !is_believable(band, snapshot, interfaces)) {
-    return false;
-  }
-  const size_t head = text.find('\n');
-  auto settings = parse_records(head == std::string::npos ? "" : text.substr(head + 1));
+  if (!interfaces || !parse_hex(head[3], &snapshot) || !is_believable(band, snapshot, *interfaces)) return false;
+  auto settings = parse_records(text.substr(end + 1));
   if (!settings || settings->empty()) return false;
   store_global[number_of(band)] = snapshot;
-  pre_wlan_state[number_of(band)] = interfaces;
+  pre_wlan_state[number_of(band)] = static_cast<int>(*interfaces);
   g_settings[number_of(band)] = std::move(*settings);
-  set_told(band, told);
+  set_told(band, head[2] == "1");
   return true;
 }
 
@@ -118,8 +120,7 @@ bool restore_applied(Band band, Report& report) {
   const auto content = parse_dat_file(band);
   if (!content) {
     report.problem({"cannot read " + dat_path_of(band) + ", so what is in force is not known",
-                    "is it there, and readable?",
-                    {{"band", label_of(band)}}});
+                    "is it there, and readable?", about(band)});
     return false;
   }
   // A file that was cut off says nothing of what others may have applied.
@@ -134,7 +135,7 @@ bool restore_applied(Band band, Report& report) {
 }
 
 void take_applied(Band band) {
-  (void)wifimgr_lib_wifi_config_oper(static_cast<uint32_t>(number_of(band)), kTakeSnapshot);
+  (void)wifimgr_lib_wifi_config_oper(wifi_type_of(band), kTakeSnapshot);
   // Those that are not served count too: what is taken down first is all of them.
   pre_wlan_state[number_of(band)] = ssid_count(band);
   g_settings[number_of(band)] = table_of_store(band);
@@ -151,7 +152,7 @@ const std::vector<wifimgr_attr_record>& settings_in_force(Band band) {
 }
 
 int weigh(Band band) {
-  return static_cast<int>(wifimgr_lib_wifi_config_oper(static_cast<uint32_t>(number_of(band)), kCompare));
+  return static_cast<int>(wifimgr_lib_wifi_config_oper(wifi_type_of(band), kCompare));
 }
 
 const char* word_for_weight(int weight) {

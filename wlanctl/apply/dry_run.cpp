@@ -3,10 +3,12 @@
 #include "wifimgr_lib.h"
 #include "wlanctl/apply/applied_state.h"
 #include "wlanctl/base/report.h"
-#include "wlanctl/files/state_file.h"
+#include "wlanctl/base/text.h"
+#include "wlanctl/files/bytes.h"
 #include "wlanctl/library/file_redirect.h"
 #include "wlanctl/library/shell.h"
-#include "wlanctl/store/store.h"
+#include "wlanctl/store/dat_file.h"
+#include "wlanctl/store/private_store.h"
 
 namespace wlanctl {
 namespace {
@@ -40,7 +42,7 @@ std::optional<DryRun> dry_run(Band band, Report& report) {
   // The one command line whose effect the library reads again: the bus as the line would have copied it.
   const MemoryFile devices(read_bytes("/proc/bus/pci/devices").value_or(""));
   if (!dat || !script || !devices) {
-    report.problem({"no memory for a dry run", "stop something, and try again", {{"band", label_of(band)}}});
+    report.problem({"no memory for a dry run", "stop something, and try again", about(band)});
     return std::nullopt;
   }
   const PrivateStore copy(band);

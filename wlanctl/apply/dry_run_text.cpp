@@ -6,9 +6,10 @@
 
 #include "wlanctl/apply/applied_state.h"
 #include "wlanctl/apply/dry_run.h"
+#include "wlanctl/base/terminal.h"
 #include "wlanctl/keys/key.h"
 #include "wlanctl/keys/secret_mask.h"
-#include "wlanctl/store/store.h"
+#include "wlanctl/store/dat_file.h"
 
 namespace wlanctl {
 namespace {
@@ -22,7 +23,7 @@ constexpr const char* kWeights[] = {
 Json changes_of(std::vector<LineChange>& changes) {
   Json shown = Json::array();
   for (const LineChange& change : changes) {
-    shown.push_back({{"change", change.added ? "added" : "removed"}, {"line", json_text(change.line)}});
+    shown.push_back({{"change", change.added ? "added" : "removed"}, {"line", change.line}});
   }
   return shown;
 }
@@ -46,7 +47,7 @@ bool is_of_no_ssid(const std::string& line, const std::string* kept, int ssids) 
   return kept != nullptr && line.starts_with(*kept + ';');
 }
 
-void print_changes(const std::vector<LineChange>& changes, int ssids, std::ostream& text) {
+void print_changes(const std::vector<LineChange>& changes, int ssids, Text& text) {
   std::map<std::string, std::string> kept;
   for (const LineChange& change : changes) {
     if (change.added) kept[key_in(change.line)] = change.line;
@@ -72,14 +73,8 @@ void print_changes(const std::vector<LineChange>& changes, int ssids, std::ostre
   }
 }
 
-void print_lines(const std::vector<std::string>& lines, std::ostream& text) {
+void print_lines(const std::vector<std::string>& lines, Text& text) {
   for (const std::string& line : lines) text << "    " << printable(line) << '\n';
-}
-
-Json texts_of(const std::vector<std::string>& lines) {
-  Json texts = Json::array();
-  for (const std::string& line : lines) texts.push_back(json_text(line));
-  return texts;
 }
 
 }  // namespace
@@ -93,7 +88,7 @@ bool tell_dry_run(Band band, const Plan& plan, bool secrets, Report& report) {
     for (LineChange& change : run->dat_changes) change.line = masked_dat_line(change.line);
   }
   Json scripts = Json::array();
-  std::ostream& text = report.text();
+  Text& text = report.text();
   if (plan.nothing) {
     text << label << ": an apply would run nothing; the store, the dat file and what is in force\n  agree\n";
   } else {
@@ -106,13 +101,13 @@ bool tell_dry_run(Band band, const Plan& plan, bool secrets, Report& report) {
     const std::vector<std::string> lines = lines_of(secrets ? script.text : masked_script(script.text));
     text << "  " << script.path << " for SSID " << script.ssid << '\n';
     print_lines(lines, text);
-    scripts.push_back({{"ssid", script.ssid}, {"path", script.path}, {"lines", texts_of(lines)}});
+    scripts.push_back({{"ssid", script.ssid}, {"path", script.path}, {"lines", lines}});
   }
   const char* const action = plan.nothing ? "none" : applied.committed ? "commit" : "save";
   report.data()["bands"].push_back({{"band", label},
                                     {"apply", word_for_weight(applied.weight)},
                                     {"action", action},
-                                    {"commands", texts_of(run->commands)},
+                                    {"commands", run->commands},
                                     {"dat", {{"path", dat_path_of(band)}, {"changes", changes_of(run->dat_changes)}}},
                                     {"scripts", std::move(scripts)}});
   return true;

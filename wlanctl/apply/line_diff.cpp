@@ -1,16 +1,8 @@
 #include "wlanctl/apply/line_diff.h"
 
 #include <algorithm>
-#include <sstream>
 
 namespace wlanctl {
-
-std::vector<std::string> lines_of(const std::string& text) {
-  std::vector<std::string> lines;
-  std::istringstream stream(text);
-  for (std::string line; std::getline(stream, line);) lines.push_back(line);
-  return lines;
-}
 
 // The longest common subsequence, by the table: dat files have some hundred lines.
 std::vector<LineChange> changed_lines(const std::vector<std::string>& before, const std::vector<std::string>& after) {

@@ -11,8 +11,6 @@ struct LineChange {
   std::string line;
 };
 
-std::vector<std::string> lines_of(const std::string& text);
-
 // The lines that make `after` of `before`, in their order, those that stay left out.
 std::vector<LineChange> changed_lines(const std::vector<std::string>& before, const std::vector<std::string>& after);
 

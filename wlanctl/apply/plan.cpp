@@ -6,8 +6,11 @@
 #include "wlanctl/apply/run.h"
 #include "wlanctl/base/report.h"
 #include "wlanctl/keys/assignment.h"
+#include "wlanctl/keys/danger.h"
 #include "wlanctl/library/file_redirect.h"
-#include "wlanctl/store/store.h"
+#include "wlanctl/store/dat_file.h"
+#include "wlanctl/store/private_store.h"
+#include "wlanctl/store/value.h"
 
 namespace wlanctl {
 namespace {
@@ -25,17 +28,6 @@ std::optional<std::string> saved_text(Band band, const std::vector<wifimgr_attr_
   return saved_text(band);
 }
 
-// With what stands behind a line end in it: the script would take that for a line of its own.
-std::optional<std::string> raw_value(Band band, const Key& key, int index) {
-  char text[WIFIMGR_VALUE_SIZE] = "";
-  const int field = key.numbering == Numbering::kShared ? index : -1;
-  if (read_attr(number_of(band), field, dat_key_of(key, index).c_str(), text, sizeof text) != 0) return std::nullopt;
-  std::string value = text;
-  if (!value.empty() && value.back() == '\n') value.pop_back();
-  if (!value.empty() && value.back() == '\r') value.pop_back();
-  return value;
-}
-
 std::vector<Danger> dangers_of(Band band) {
   std::vector<Danger> dangers;
   for (const Key& key : all_keys()) {
@@ -43,7 +35,8 @@ std::vector<Danger> dangers_of(Band band) {
     const int last = key.scope == Scope::kBand ? 1 : ssid_count(band);
     for (int i = 1; i <= last; ++i) {
       const Target target = {&key, key.scope == Scope::kBand ? -1 : i};
-      const std::optional<std::string> value = raw_value(band, key, target.index);
+      // What stands behind a line end in it, the script would take for a line of its own.
+      const std::optional<std::string> value = read_raw_value(band, key, target.index);
       const std::string reason = value ? shell_danger_of(key, *value) : "";
       if (!reason.empty()) dangers.push_back({target.name(), reason});
     }

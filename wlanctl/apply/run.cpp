@@ -3,7 +3,6 @@
 #include <sys/wait.h>
 
 #include <cstdio>
-#include <memory>
 
 #include "wifimgr_lib.h"
 #include "wlanctl/apply/applied_state.h"
@@ -11,20 +10,15 @@
 #include "wlanctl/library/messages.h"
 #include "wlanctl/library/output.h"
 #include "wlanctl/library/shell.h"
-#include "wlanctl/store/store.h"
+#include "wlanctl/store/dat_file.h"
+#include "wlanctl/store/value.h"
 
 namespace wlanctl {
 namespace {
 
-uint32_t wifi_type_of(Band band) {
-  return static_cast<uint32_t>(number_of(band));
-}
-
 std::string text_of(Band band, int ssid, uint64_t (*getter)(uint32_t, int32_t, char*, uint32_t)) {
   char text[WIFIMGR_VALUE_SIZE] = "";
-  if (getter(wifi_type_of(band), ssid, text, sizeof text) != 0) return "";
-  const std::string value = text;
-  return value.substr(0, value.find_first_of("\r\n"));
+  return getter(wifi_type_of(band), ssid, text, sizeof text) == 0 ? without_line_end(text) : "";
 }
 
 // The normalisation leaves modes that it does not know again: it would take the 192-bit one for an open network, and
@@ -62,7 +56,7 @@ bool write_dat_file(Band band, bool commit, Report& report) {
   report.problem({std::string(label_of(band)) + " was not applied, " + dat_path_of(band) + " cannot be written" +
                       (reason.empty() ? "" : ": ") + reason,
                   "is the file writable, is there room, and is no line of it longer than 185 characters?",
-                  {{"band", label_of(band)}}});
+                  about(band)});
   return false;
 }
 
@@ -73,17 +67,17 @@ bool write_script(Band band, int ssid, Report& report) {
   if (result == 0) return true;
   report.problem({"cannot write " + script_path_of(band) + ", so the driver was not told of SSID " +
                       std::to_string(ssid) + " of " + label_of(band),
-                  "is its folder writable, and is there room?",
-                  {{"band", label_of(band)}}});
+                  "is its folder writable, and is there room?", about(band)});
   return false;
 }
 
 // As the library wrote it, wherever its path is led.
 std::string read_script(Band band) {
-  const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(script_path_of(band).c_str(), "re"),
-                                                             std::fclose);
+  std::FILE* const file = std::fopen(script_path_of(band).c_str(), "re");
+  if (file == nullptr) return "";
   std::string text;
-  for (int c = 0; file && (c = std::fgetc(file.get())) != EOF;) text += static_cast<char>(c);
+  for (int c = 0; (c = std::fgetc(file)) != EOF;) text += static_cast<char>(c);
+  (void)std::fclose(file);
   return text;
 }
 

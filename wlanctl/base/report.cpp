@@ -1,37 +1,38 @@
 #include "wlanctl/base/report.h"
 
-#include <algorithm>
-#include <iostream>
+#include <cstdio>
+#include <utility>
+
+#include "wlanctl/base/json_print.h"
+#include "wlanctl/base/terminal.h"
 
 namespace wlanctl {
 namespace {
 
-std::string on_one_line(std::string text) {
-  std::replace(text.begin(), text.end(), '\n', ' ');
-  return printable(text);
-}
-
-// The length of the UTF-8 character at `at`; 0 when there is none that a terminal can show. The second block of control
-// characters comes as two bytes, and acts on some terminals as the first does.
-size_t length_of_character(const std::string& text, size_t at) {
-  const auto byte = [&](size_t i) { return i < text.size() ? static_cast<unsigned char>(text[i]) : 0U; };
-  const unsigned lead = byte(at);
-  if (lead < 0x80) return lead >= ' ' && lead != 0x7f ? 1 : 0;
-  if (lead < 0xc2 || lead > 0xf4 || (lead == 0xc2 && byte(at + 1) < 0xa0)) return 0;
-  const size_t length = lead < 0xe0 ? 2 : lead < 0xf0 ? 3 : 4;
-  for (size_t i = 1; i < length; ++i) {
-    if ((byte(at + i) & 0xc0U) != 0x80) return 0;
-  }
-  return length;
+void put(const std::string& text) {
+  (void)std::fwrite(text.data(), 1, text.size(), stdout);
+  (void)std::fflush(stdout);
 }
 
 bool is_printed() {
-  if (std::cout) return true;
-  std::cerr << "wlanctl: the output could not be written; is there room?\n";
+  if (std::ferror(stdout) == 0) return true;
+  (void)std::fputs("wlanctl: the output could not be written; is there room?\n", stderr);
   return false;
 }
 
+std::string line_of(const std::string& text) {
+  return printable(on_one_line(text));
+}
+
 }  // namespace
+
+Json about(Band band) {
+  return {{"band", label_of(band)}};
+}
+
+Json about(Band band, const std::string& interface) {
+  return {{"band", label_of(band)}, {"interface", interface}};
+}
 
 void Report::begin(const std::string& verb, bool as_json) {
   verb_ = verb;
@@ -43,15 +44,13 @@ void Report::problem(Problem problem) {
 }
 
 int Report::finish(int exit_code) {
-  constexpr int kIndentation = 2;
-  const bool done = (refreshed_ && !has_problems()) || print(exit_code, kIndentation);
+  const bool done = (refreshed_ && !has_problems()) || print(exit_code, false);
   return done || exit_code != kDone ? exit_code : static_cast<int>(kRefused);
 }
 
 bool Report::refresh(int exit_code) {
-  constexpr int kOnOneLine = -1;
-  const bool done = print(exit_code, kOnOneLine);
-  text_.str("");
+  const bool done = print(exit_code, true);
+  text_.clear();
   data_ = Json::object();
   problems_.clear();
   notes_.clear();
@@ -59,64 +58,29 @@ bool Report::refresh(int exit_code) {
   return done;
 }
 
-bool Report::print(int exit_code, int indentation) const {
+Json Report::document(int exit_code) const {
+  Json problems = Json::array();
+  for (const Problem& problem : problems_) {
+    Json entry = {{"message", problem.message}, {"next", problem.next}};
+    entry.update(problem.details);
+    problems.push_back(std::move(entry));
+  }
+  return {{"version", 1},  {"verb", verb_},   {"exit_code", exit_code},
+          {"data", data_}, {"notes", notes_}, {"problems", std::move(problems)}};
+}
+
+bool Report::print(int exit_code, bool on_one_line) const {
   if (as_json_) {
-    Json problems = Json::array();
-    for (const Problem& problem : problems_) {
-      Json entry = {{"message", json_text(problem.message)}, {"next", json_text(problem.next)}};
-      entry.update(problem.details);
-      problems.push_back(std::move(entry));
-    }
-    const Json document = {{"version", 1},  {"verb", verb_},   {"exit_code", exit_code},
-                           {"data", data_}, {"notes", notes_}, {"problems", std::move(problems)}};
-    std::cout << document.dump(indentation, ' ', false, Json::error_handler_t::replace) << std::endl;
+    put(printed(document(exit_code), on_one_line ? Layout::kOnOneLine : Layout::kIndented) + '\n');
     return is_printed();
   }
-  std::cout << text_.str() << std::flush;
-  for (const std::string& note : notes_) std::cerr << "wlanctl: note: " << on_one_line(note) << '\n';
+  put(text_.str());
+  for (const std::string& note : notes_) (void)std::fprintf(stderr, "wlanctl: note: %s\n", line_of(note).c_str());
   for (const Problem& problem : problems_) {
-    std::cerr << "wlanctl: " << on_one_line(problem.message);
-    if (!problem.next.empty()) std::cerr << "; " << on_one_line(problem.next);
-    std::cerr << '\n';
+    const std::string next = problem.next.empty() ? "" : "; " + line_of(problem.next);
+    (void)std::fprintf(stderr, "wlanctl: %s%s\n", line_of(problem.message).c_str(), next.c_str());
   }
   return is_printed();
-}
-
-std::string table(const std::vector<std::vector<std::string>>& rows) {
-  std::vector<size_t> widths;
-  for (const auto& row : rows) {
-    if (widths.size() < row.size()) widths.resize(row.size());
-    for (size_t i = 0; i + 1 < row.size(); ++i) widths[i] = std::max(widths[i], row[i].size());
-  }
-  std::string text;
-  for (const auto& row : rows) {
-    std::string line;
-    for (size_t i = 0; i < row.size(); ++i) {
-      line += row[i];
-      if (i + 1 < row.size()) line.append(widths[i] - row[i].size() + 2, ' ');
-    }
-    text += line.substr(0, line.find_last_not_of(' ') + 1) + '\n';
-  }
-  return text;
-}
-
-std::string count_of(size_t count, const std::string& what) {
-  return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
-}
-
-std::string printable(const std::string& text) {
-  std::string shown;
-  for (size_t at = 0; at < text.size();) {
-    const size_t length = length_of_character(text, at);
-    shown += length == 0 ? std::string("?") : text.substr(at, length);
-    at += std::max(length, size_t{1});
-  }
-  return shown;
-}
-
-Json json_text(const std::string& text) {
-  // The library replaces what is no UTF-8 when it prints.
-  return Json(text);
 }
 
 }  // namespace wlanctl

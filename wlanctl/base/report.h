@@ -1,14 +1,14 @@
 // What a verb has to say: text for a person, or one JSON document; problems with what to do next.
 #pragma once
 
-#include <nlohmann/json.hpp>
-#include <sstream>
 #include <string>
 #include <vector>
 
-namespace wlanctl {
+#include "wlanctl/base/band.h"
+#include "wlanctl/base/json.h"
+#include "wlanctl/base/text.h"
 
-using Json = nlohmann::ordered_json;
+namespace wlanctl {
 
 // The exit codes of the program.
 enum ExitCode {
@@ -26,13 +26,17 @@ struct Problem {
   Json details = Json::object();  // such as key, value, accepted, file, line
 };
 
+// The details of a problem with a band.
+Json about(Band band);
+Json about(Band band, const std::string& interface);
+
 class Report {
  public:
   // `verb` is empty until the command line is understood.
   void begin(const std::string& verb, bool as_json);
 
   // Text for standard output; not shown in JSON.
-  std::ostream& text() { return text_; }
+  Text& text() { return text_; }
 
   Json& data() { return data_; }
 
@@ -53,27 +57,16 @@ class Report {
   bool refresh(int exit_code);
 
  private:
-  bool print(int exit_code, int indentation) const;
+  Json document(int exit_code) const;
+  bool print(int exit_code, bool on_one_line) const;
 
   std::string verb_;
   bool as_json_ = false;
   bool refreshed_ = false;
-  std::ostringstream text_;
+  Text text_;
   Json data_ = Json::object();
   std::vector<Problem> problems_;
   std::vector<std::string> notes_;
 };
-
-// A table for a terminal of 80 columns: columns as wide as needed, the last one cut only by the terminal.
-std::string table(const std::vector<std::vector<std::string>>& rows);
-
-// A text without what a terminal would act on: control characters, and bytes that are no UTF-8, become '?'.
-std::string printable(const std::string& text);
-
-// "1 value", "2 values".
-std::string count_of(size_t count, const std::string& what);
-
-// Text as JSON takes it: bytes that are no UTF-8 become the replacement character.
-Json json_text(const std::string& text);
 
 }  // namespace wlanctl

@@ -4,6 +4,8 @@
 
 #include <signal.h>
 
+#include <initializer_list>
+
 namespace wlanctl {
 
 class SignalHold {

@@ -2,23 +2,22 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <filesystem>
 #include <map>
-#include <memory>
 #include <optional>
 
+#include "wlanctl/base/terminal.h"
+#include "wlanctl/base/text.h"
 #include "wlanctl/check/dat_text.h"
-#include "wlanctl/keys/assignment.h"
+#include "wlanctl/keys/danger.h"
 #include "wlanctl/keys/dat_key.h"
+#include "wlanctl/keys/secret_mask.h"
 #include "wlanctl/library/detached_store.h"
 #include "wlanctl/library/messages.h"
 #include "wlanctl/library/shell.h"
-#include "wlanctl/store/store.h"
+#include "wlanctl/store/dat_file.h"
 
 namespace wlanctl {
 namespace {
-
-constexpr char kSsidCount[] = "BssidNum";
 
 void add_if_missing(const std::string& key, const std::string& value, std::vector<wifimgr_attr_record>* table) {
   for (const wifimgr_attr_record& record : *table) {
@@ -29,22 +28,14 @@ void add_if_missing(const std::string& key, const std::string& value, std::vecto
   if (parse_data_from_line(line.data(), &record) == 0) table->push_back(record);
 }
 
-// The library's reasons may have line ends of their own.
-std::string on_one_line(std::string text) {
-  std::replace(text.begin(), text.end(), '\n', ' ');
-  return text;
-}
-
 // The file as the loader has it, without what it would stumble over, and with all SSIDs served: whether a value is good
 // does not depend on whether its SSID is.
 std::vector<wifimgr_attr_record> table_of(const std::vector<DatLine>& lines) {
   std::vector<wifimgr_attr_record> table;
   for (const DatLine& line : lines) {
     if (!line.is_judged) continue;
-    std::string text = line.key + "=";
-    for (size_t i = 0; i < line.fields.size(); ++i) text += (i == 0 ? "" : ";") + line.fields[i];
-    if (line.key == kSsidCount) text = line.key + "=" + std::to_string(WIFIMGR_FIELDS);
-    text += "\n";
+    const std::string value = line.key == kSsidCount ? std::to_string(WIFIMGR_FIELDS) : joined(line.fields, ";");
+    std::string text = line.key + "=" + value + "\n";
     wifimgr_attr_record record = {};
     if (parse_data_from_line(text.data(), &record) == 0) table.push_back(record);
   }
@@ -55,7 +46,7 @@ std::vector<wifimgr_attr_record> table_of(const std::vector<DatLine>& lines) {
 }
 
 std::string quoted(const Key& key, const std::string& value) {
-  return key.secret && !value.empty() ? std::string(kMasked) : "\"" + value + "\"";
+  return key.secret && !value.empty() ? shown_value(key, value) : "\"" + value + "\"";
 }
 
 // One file against the rules that need more than a line.
@@ -139,9 +130,8 @@ class Check {
   }
 
   void check_value(const DatLine& line, const Key& key, int index, const std::string& value, int field) {
-    DatFinding finding = {
-        Finding::kRefused,      line.number, line.key, field, true, key.secret && !value.empty() ? kMasked : value, "",
-        words_for(key.accepted)};
+    DatFinding finding = {Finding::kRefused,      line.number, line.key, field, true, shown_value(key, value), "",
+                          words_for(key.accepted)};
     if (const std::optional<std::string> refusal = refusal_of(key, index, value)) {
       finding.reason = quoted(key, value) +
                        " is refused: " + (refusal->empty() ? "it takes " + finding.accepted : on_one_line(*refusal));
@@ -167,7 +157,7 @@ class Check {
       DetachedStore store(band, table_);
       const ShellScope nothing_runs(ShellMode::kDrop);
       clear_messages();
-      if (key.setter(static_cast<uint32_t>(number_of(band)), index, value.c_str()) == 0) return std::nullopt;
+      if (key.setter(wifi_type_of(band), index, value.c_str()) == 0) return std::nullopt;
       if (reason.empty()) reason = first_reason();
     }
     return reason;
@@ -184,45 +174,23 @@ class Check {
   std::map<std::string, int> first_lines_;
 };
 
-}  // namespace
-
-const char* word_for(Finding kind) {
-  switch (kind) {
-    case Finding::kUnknownKey:
-      return "unknown-key";
-    case Finding::kNoKey:
-      return "no-key";
-    case Finding::kLongKey:
-      return "long-key";
-    case Finding::kDuplicateKey:
-      return "duplicate-key";
-    case Finding::kNoEquals:
-      return "no-equals";
-    case Finding::kSecondEquals:
-      return "second-equals";
-    case Finding::kLongLine:
-      return "long-line";
-    case Finding::kLineEnd:
-      return "line-end";
-    case Finding::kNulByte:
-      return "nul-byte";
-    case Finding::kEmptyField:
-      return "empty-field";
-    case Finding::kExcessField:
-      return "excess-field";
-    case Finding::kLongField:
-      return "long-field";
-    case Finding::kLeftOut:
-      return "left-out";
-    case Finding::kSsidCount:
-      return "ssid-count";
-    case Finding::kRefused:
-      return "refused";
-    case Finding::kShell:
-      return "shell";
-  }
-  return "";
+std::string name_in(const std::string& path) {
+  return path.substr(path.rfind('/') + 1);
 }
+
+// The name of the folder that a file is in.
+std::string folder_of(const std::string& path) {
+  const size_t slash = path.rfind('/');
+  return slash == std::string::npos ? "" : name_in(path.substr(0, slash));
+}
+
+// The file's name without what follows the last dot.
+std::string stem_of(const std::string& path) {
+  const std::string name = name_in(path);
+  return name.substr(0, name.rfind('.'));
+}
+
+}  // namespace
 
 std::vector<DatFinding> check_dat(const std::string& bytes, const std::vector<Band>& bands) {
   return Check(bands, read_dat_text(bytes)).run();
@@ -230,13 +198,13 @@ std::vector<DatFinding> check_dat(const std::string& bytes, const std::vector<Ba
 
 std::optional<Band> band_of_dat_path(const std::string& path) {
   // Both bands' files have the same name; it is their folders that differ.
-  std::error_code error;
-  const std::filesystem::path file = std::filesystem::weakly_canonical(path, error);
+  char* const whole = realpath(path.c_str(), nullptr);
+  const std::string file = whole == nullptr ? path : whole;
+  std::free(whole);
   for (const Band band : kBands) {
-    if (file.parent_path().filename() == std::filesystem::path(dat_path_of(band)).parent_path().filename()) return band;
+    if (folder_of(file) == folder_of(dat_path_of(band))) return band;
   }
-  const std::string folder_of_5g = std::filesystem::path(dat_path_of(Band::k5G)).parent_path().filename();
-  if (file.stem() == folder_of_5g) return Band::k5G;
+  if (stem_of(file) == folder_of(dat_path_of(Band::k5G))) return Band::k5G;
   return std::nullopt;
 }
 

@@ -7,40 +7,9 @@
 #include <vector>
 
 #include "wlanctl/base/band.h"
+#include "wlanctl/check/finding.h"
 
 namespace wlanctl {
-
-enum class Finding {
-  kUnknownKey,
-  kNoKey,
-  kLongKey,
-  kDuplicateKey,
-  kNoEquals,
-  kSecondEquals,
-  kLongLine,
-  kLineEnd,
-  kNulByte,
-  kEmptyField,
-  kExcessField,
-  kLongField,
-  kLeftOut,
-  kSsidCount,
-  kRefused,
-  kShell,
-};
-
-const char* word_for(Finding kind);  // "unknown-key" ...
-
-struct DatFinding {
-  Finding kind;
-  int line;         // from 1; 0 for the file as a whole
-  std::string key;  // as the file has it; "" for a line without one
-  int field = 0;    // from 1; 0 for the whole value
-  bool has_value = false;
-  std::string value;  // what was refused; masked for a secret
-  std::string reason;
-  std::string accepted;  // what the setter takes, for a refused value
-};
 
 // In the order of the lines. A value counts as good when one of the bands takes it.
 std::vector<DatFinding> check_dat(const std::string& bytes, const std::vector<Band>& bands);

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "wifimgr_lib.h"
-#include "wlanctl/base/report.h"
+#include "wlanctl/base/text.h"
 #include "wlanctl/keys/dat_key.h"
 
 namespace wlanctl {
@@ -22,13 +22,7 @@ struct RawLine {
 std::vector<RawLine> split_lines(const std::string& bytes) {
   std::vector<RawLine> lines;
   int number = 0;
-  for (size_t at = 0; at < bytes.size();) {
-    const size_t end = std::min(bytes.find('\n', at), bytes.size());
-    RawLine line = {++number, bytes.substr(at, end - at)};
-    line.ends_in_cr = !line.text.empty() && line.text.back() == '\r';
-    lines.push_back(std::move(line));
-    at = end + 1;
-  }
+  for (const std::string& line : lines_of(bytes)) lines.push_back({++number, line, line.ends_with('\r')});
   return lines;
 }
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "wlanctl/check/dat_check.h"
+#include "wlanctl/check/finding.h"
 
 namespace wlanctl {
 

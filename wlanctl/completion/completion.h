@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "wlanctl/command_line/command_words.h"
+#include "wlanctl/completion/words.h"
 #include "wlanctl/keys/key.h"
 
 namespace wlanctl {

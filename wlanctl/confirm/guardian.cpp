@@ -10,8 +10,11 @@
 #include <syslog.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <initializer_list>
+#include <iterator>
 
 #include "wlanctl/base/report.h"
 #include "wlanctl/confirm/rollback.h"
@@ -87,24 +90,15 @@ class Watch {
   int clock_;
 };
 
-// Whether an apply without its process, or without its confirmation, is to be undone.
-bool is_lost(const Pending& pending, bool starter_gone) {
-  return pending.is_over() || (starter_gone && pending.phase != Phase::kWaiting);
-}
-
-bool undo(const Pending& pending, Report& report) {
-  return pending.phase == Phase::kPrepared ? remove_pending(pending.band, report) : roll_back(pending, report);
-}
-
 void watch_over(Band band, int starter) {
   Watch watch(starter);
   for (std::optional<Pending> pending; (pending = read_pending(band));) {
-    if (is_lost(*pending, watch.is_starter_gone())) {
+    if (pending->is_lost(watch.is_starter_gone())) {
       Report report;
       const ToolLock lock(report, kLongestApply);
       pending = read_pending(band);
       if (!lock || !pending) return;
-      if (is_lost(*pending, watch.is_starter_gone())) {
+      if (pending->is_lost(watch.is_starter_gone())) {
         tell_log(band, report, undo(*pending, report));
         return;
       }
@@ -152,45 +146,8 @@ bool start_guardian(Band band, const Guard& guard, Report& report) {
   }
   if (started) return true;
   report.problem({std::string("no guardian can be started for ") + label_of(band) + ": " + std::strerror(errno),
-                  "apply without --confirm",
-                  {{"band", label_of(band)}}});
+                  "apply without --confirm", about(band)});
   return false;
-}
-
-void recover_pending(Band band, Report& report) {
-  static bool is_at_it = false;
-  if (is_at_it || !is_pending(band)) return;
-  std::optional<ToolLock> lock;
-  if (!ToolLock::is_held_here()) {
-    lock.emplace();
-    if (!*lock) return;
-  }
-  const Guard guard(band);
-  const std::optional<Pending> pending = read_pending(band);
-  if (!guard || (!pending && !is_pending(band))) return;
-  const std::string apply = std::string("the apply of ") + label_of(band);
-  if (!pending) {
-    report.note(apply +
-                " that waits for a confirmation cannot be rolled back, what it kept is damaged; wlanctl confirm " +
-                label_of(band) + " ends the waiting");
-    return;
-  }
-  is_at_it = true;
-  if (is_lost(*pending, true)) {
-    const bool done = undo(*pending, report);
-    const bool was_begun = pending->phase != Phase::kPrepared;
-    report.note(apply +
-                (pending->phase == Phase::kWaiting ? " was not confirmed in time and its guardian is gone; "
-                                                   : " ended in the middle; ") +
-                (!done ? std::string("rolling it back failed; wlanctl confirm ") + label_of(band) +
-                             " --force ends the waiting with what is there"
-                 : was_begun ? "it is rolled back now"
-                             : "nothing was changed"));
-  } else if (start_guardian(band, guard, report)) {
-    report.note(apply + " had lost its guardian; a new one watches over it for the " +
-                std::to_string(pending->seconds_left()) + " seconds that are left");
-  }
-  is_at_it = false;
 }
 
 }  // namespace wlanctl

@@ -10,8 +10,4 @@ namespace wlanctl {
 // open. False with a problem when it cannot be started.
 bool start_guardian(Band band, const Guard& guard, Report& report);
 
-// What every verb does first with a band: looks after a pending apply whose guardian was lost. What it did becomes a
-// note. Does nothing while another wlanctl is at work.
-void recover_pending(Band band, Report& report);
-
 }  // namespace wlanctl

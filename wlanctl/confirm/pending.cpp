@@ -1,6 +1,5 @@
 #include "wlanctl/confirm/pending.h"
 
-#include <fcntl.h>
 #include <poll.h>
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -10,13 +9,15 @@
 #include <cerrno>
 #include <cstring>
 #include <ctime>
-#include <sstream>
+#include <vector>
 
 #include "wlanctl/apply/applied_state.h"
 #include "wlanctl/base/report.h"
+#include "wlanctl/files/bytes.h"
+#include "wlanctl/files/lock.h"
 #include "wlanctl/files/places.h"
 #include "wlanctl/files/state_file.h"
-#include "wlanctl/store/store.h"
+#include "wlanctl/store/dat_file.h"
 
 namespace wlanctl {
 namespace {
@@ -45,13 +46,17 @@ std::optional<Phase> parse_phase(const std::string& word) {
 }
 
 int open_guard(Band band) {
-  return open((std::string(place::kGuard) + label_of(band)).c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600);
+  return open_lock_file(std::string(place::kGuard) + label_of(band));
 }
 
 }  // namespace
 
 bool Pending::is_over() const {
   return phase == Phase::kWaiting && (boot != this_boot() || now_ms() >= deadline_ms);
+}
+
+bool Pending::is_lost(bool is_starter_gone) const {
+  return is_over() || (is_starter_gone && phase != Phase::kWaiting);
 }
 
 unsigned Pending::seconds_left() const {
@@ -63,8 +68,7 @@ std::optional<Pending> prepare_pending(Band band, Report& report) {
   std::optional<std::string> dat = read_bytes(dat_path_of(band));
   if (!dat) {
     report.problem({"cannot read " + dat_path_of(band) + ", which is to come back without a confirmation",
-                    "is it there, and readable?",
-                    {{"band", label_of(band)}}});
+                    "is it there, and readable?", about(band)});
     return std::nullopt;
   }
   Pending pending;
@@ -97,23 +101,25 @@ std::optional<Pending> read_pending(Band band) {
   const std::optional<std::string> text = read_state_file(path_of(band), kFormat, kVersion);
   if (!text) return std::nullopt;
   const size_t end = text->find('\n');
-  std::istringstream head(text->substr(0, end));
-  std::string label, phase;
-  size_t applied = 0;
-  Pending pending;
-  if (!(head >> label >> phase >> pending.deadline_ms >> pending.boot >> applied) || label != label_of(band) ||
-      end == std::string::npos || !parse_phase(phase) || applied > text->size() - end - 1) {
-    return std::nullopt;
-  }
-  pending.band = band;
-  pending.phase = *parse_phase(phase);
-  pending.applied = text->substr(end + 1, applied);
-  pending.dat = text->substr(end + 1 + applied);
-  return pending;
+  if (end == std::string::npos) return std::nullopt;
+  const std::vector<std::string> head = words_of(text->substr(0, end));
+  if (head.size() != 5 || head[0] != label_of(band)) return std::nullopt;
+  const std::optional<Phase> phase = parse_phase(head[1]);
+  const std::optional<int64_t> deadline = number_in(head[2]);
+  const std::optional<int64_t> applied = number_in(head[4]);
+  const auto rest = static_cast<int64_t>(text->size() - end - 1);
+  if (!phase || !deadline || !applied || *applied < 0 || *applied > rest) return std::nullopt;
+  const size_t begin_of_dat = end + 1 + static_cast<size_t>(*applied);
+  return Pending{.band = band,
+                 .phase = *phase,
+                 .deadline_ms = *deadline,
+                 .boot = head[3],
+                 .applied = text->substr(end + 1, static_cast<size_t>(*applied)),
+                 .dat = text->substr(begin_of_dat)};
 }
 
 bool write_pending(const Pending& pending, Report& report) {
-  std::ostringstream text;
+  Text text;
   text << label_of(pending.band) << ' ' << kPhases[static_cast<int>(pending.phase)] << ' ' << pending.deadline_ms << ' '
        << pending.boot << ' ' << pending.applied.size() << '\n'
        << pending.applied << pending.dat;
@@ -123,8 +129,7 @@ bool write_pending(const Pending& pending, Report& report) {
 bool remove_pending(Band band, Report& report) {
   if (unlink(path_of(band).c_str()) == 0 || errno == ENOENT) return true;
   report.problem({"cannot remove " + path_of(band) + ": " + std::strerror(errno),
-                  "remove it, or the settings are rolled back",
-                  {{"band", label_of(band)}}});
+                  "remove it, or the settings are rolled back", about(band)});
   return false;
 }
 

@@ -27,6 +27,9 @@ struct Pending {
   std::string dat;          // the dat file's bytes
 
   bool is_over() const;  // waiting, and the time is over
+
+  // Whether it is to be undone: an apply without its confirmation or, once its process is gone, without its end.
+  bool is_lost(bool is_starter_gone) const;
   unsigned seconds_left() const;
 };
 

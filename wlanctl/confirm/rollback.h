@@ -10,6 +10,9 @@ namespace wlanctl {
 // apply stays, and the next wlanctl tries again. A store that cannot take the settings stays as it is, with a problem. The caller holds the tool lock, and the band's store is open.
 bool roll_back(const Pending& pending, Report& report);
 
+// The same, where anything was begun.
+bool undo(const Pending& pending, Report& report);
+
 // Puts a dat file back in place: a link or a bound file at its path stays one.
 bool restore_dat_file(Band band, const std::string& bytes, Report& report);
 

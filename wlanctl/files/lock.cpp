@@ -7,8 +7,8 @@
 
 #include <cerrno>
 #include <cstdint>
+#include <cstdio>
 #include <cstring>
-#include <iostream>
 
 #include "wlanctl/base/report.h"
 #include "wlanctl/files/places.h"
@@ -20,14 +20,14 @@ constexpr int kPollMs = 50;
 
 bool g_held = false;
 
-int open_lock() {
-  return open(place::kLock, O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600);
-}
-
 }  // namespace
 
+int open_lock_file(const std::string& path) {
+  return open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600);
+}
+
 ToolLock::ToolLock(Report& report, unsigned seconds) {
-  const int file = open_lock();
+  const int file = open_lock_file(place::kLock);
   if (file < 0) {
     exit_code_ = kRefused;
     report.problem({std::string("cannot open ") + place::kLock + ": " + std::strerror(errno),
@@ -36,7 +36,7 @@ ToolLock::ToolLock(Report& report, unsigned seconds) {
   }
   const uint64_t tries = uint64_t{seconds} * 1000 / kPollMs;
   for (uint64_t i = 0; flock(file, LOCK_EX | LOCK_NB) != 0; ++i) {
-    if (i == 0) std::cerr << "wlanctl: waiting for another wlanctl to end" << std::endl;
+    if (i == 0) (void)std::fputs("wlanctl: waiting for another wlanctl to end\n", stderr);
     if (i < tries) {
       poll(nullptr, 0, kPollMs);
       continue;
@@ -51,7 +51,7 @@ ToolLock::ToolLock(Report& report, unsigned seconds) {
   g_held = true;
 }
 
-ToolLock::ToolLock() : file_(open_lock()) {
+ToolLock::ToolLock() : file_(open_lock_file(place::kLock)) {
   if (file_ >= 0 && flock(file_, LOCK_EX | LOCK_NB) != 0) {
     close(file_);
     file_ = -1;

@@ -1,9 +1,14 @@
 // One wlanctl changes or applies at a time.
 #pragma once
 
+#include <string>
+
 namespace wlanctl {
 
 class Report;
+
+// A file to be locked with flock, made where there is none; -1 when it cannot be had.
+int open_lock_file(const std::string& path);
 
 class ToolLock {
  public:

@@ -3,7 +3,8 @@
 #include <cctype>
 #include <cstdio>
 #include <cstring>
-#include <sstream>
+
+#include "wlanctl/base/text.h"
 
 namespace wlanctl {
 namespace {
@@ -47,14 +48,12 @@ bool unescape(const std::string& word, char* field, size_t size) {
 }
 
 bool parse_record(const std::string& line, wifimgr_attr_record* record) {
-  std::istringstream words(line);
-  std::string word;
-  if (!(words >> word) || !unescape(word, record->key, sizeof record->key)) return false;
-  size_t fields = 0;
-  while (words >> word) {
-    if (fields == WIFIMGR_FIELDS || !unescape(word, record->field[fields++], WIFIMGR_FIELD_SIZE)) return false;
+  const std::vector<std::string> words = words_of(line);
+  if (words.size() != 1 + WIFIMGR_FIELDS || !unescape(words[0], record->key, sizeof record->key)) return false;
+  for (size_t i = 0; i < WIFIMGR_FIELDS; ++i) {
+    if (!unescape(words[i + 1], record->field[i], WIFIMGR_FIELD_SIZE)) return false;
   }
-  return fields == WIFIMGR_FIELDS;
+  return true;
 }
 
 }  // namespace
@@ -71,8 +70,7 @@ std::string text_of_records(const std::vector<wifimgr_attr_record>& records) {
 
 std::optional<std::vector<wifimgr_attr_record>> parse_records(const std::string& text) {
   std::vector<wifimgr_attr_record> records;
-  std::istringstream stream(text);
-  for (std::string line; std::getline(stream, line);) {
+  for (const std::string& line : lines_of(text)) {
     wifimgr_attr_record record = {};
     if (!parse_record(line, &record)) return std::nullopt;
     records.push_back(record);

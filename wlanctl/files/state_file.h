@@ -22,10 +22,4 @@ std::string sum_of(const std::string& text);
 // Which boot this is: what such a file says is true of one only.
 std::string this_boot();
 
-// The bytes of a file as they are; none when it cannot be read.
-std::optional<std::string> read_bytes(const std::string& path);
-
-// Replaces a file as a whole: a temporary file beside it, renamed. False with a problem when it cannot.
-bool replace_file(const std::string& path, const std::string& bytes, unsigned mode, Report& report);
-
 }  // namespace wlanctl

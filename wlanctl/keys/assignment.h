@@ -32,11 +32,4 @@ std::optional<Assignment> parse_assignment(const std::string& text, Band band, b
 // Reads KEY[:INDEX]=PATH: the value is the first line of that file.
 std::optional<Assignment> parse_file_assignment(const std::string& text, Band band, Report& report);
 
-// Why a shell would act on the value when the driver's script is run; "" when none would.
-std::string shell_danger_of(const Key& key, const std::string& value);
-
-// Why a value must not be stored though the library would take it: a shell would act on it, or the dat file cannot hold
-// it. "" when nothing speaks against it.
-std::string danger_of(const Key& key, const std::string& value);
-
 }  // namespace wlanctl

@@ -46,7 +46,7 @@ bool keeps_list_whole(const std::string& dat_key) {
 }
 
 bool is_split_list(const Key& key) {
-  return std::strcmp(key.name, "AccessControlList") == 0 || std::strcmp(key.name, "AutoChannelSkipList") == 0;
+  return std::strcmp(key.name, kAddressList) == 0 || std::strcmp(key.name, "AutoChannelSkipList") == 0;
 }
 
 bool is_numbered_dat_key(const std::string& dat_key) {

@@ -7,6 +7,10 @@
 
 namespace wlanctl {
 
+// Names that more than a row of the table knows.
+inline constexpr char kSsidCount[] = "BssidNum";
+inline constexpr char kAddressList[] = "AccessControlList";
+
 // Whether the library has a use for the key: it can set or read it, or hands it on to its callers.
 bool is_known_dat_key(const std::string& dat_key);
 

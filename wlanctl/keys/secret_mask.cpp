@@ -3,7 +3,6 @@
 #include <cstring>
 
 #include "wlanctl/keys/key.h"
-#include "wlanctl/store/store.h"
 
 namespace wlanctl {
 namespace {
@@ -30,6 +29,10 @@ std::string masked_command(const std::string& command) {
 }
 
 }  // namespace
+
+std::string shown_value(const Key& key, const std::string& value) {
+  return key.secret && !value.empty() ? kMasked : value;
+}
 
 bool is_secret_dat_key(const std::string& dat_key) {
   int index = 0;

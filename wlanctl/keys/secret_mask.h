@@ -5,6 +5,13 @@
 
 namespace wlanctl {
 
+struct Key;
+
+inline constexpr char kMasked[] = "********";
+
+// The value, or the mask where it is a secret.
+std::string shown_value(const Key& key, const std::string& value);
+
 // Also of keys that this tool does not know, by what they are called.
 bool is_secret_dat_key(const std::string& dat_key);
 

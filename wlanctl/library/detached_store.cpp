@@ -7,6 +7,8 @@
 #include <cerrno>
 #include <ctime>
 
+#include "wlanctl/library/band_variables.h"
+
 namespace wlanctl {
 namespace {
 
@@ -18,10 +20,6 @@ bool g_was_there = false;
 
 // A process that is stopped while it has a band's lock must not stop this one as well.
 constexpr timespec kLongestHold = {.tv_sec = 5, .tv_nsec = 0};
-
-char*& address_of(Band band) {
-  return band == Band::k2_4G ? shm_addr_2_4g : shm_addr_5g;
-}
 
 // The library keeps the room of an address that it knows, and a later table may stand at the same one.
 void forget_room(Band band) {

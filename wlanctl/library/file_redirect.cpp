@@ -6,9 +6,9 @@
 #include <unistd.h>
 
 #include <cstdio>
-#include <cstring>
 
-#include "wifimgr_lib.h"
+#include "wlanctl/files/bytes.h"
+#include "wlanctl/library/band_variables.h"
 
 namespace wlanctl {
 namespace {
@@ -22,22 +22,10 @@ const char* led(const char* path) {
   return found == g_paths->end() ? path : found->second.c_str();
 }
 
-char* dat_path(Band band) {
-  return band == Band::k2_4G ? dat_path_2_4g : dat_path_5g;
-}
-
-void write_all(int file, const std::string& text) {
-  for (size_t at = 0; at < text.size();) {
-    const ssize_t written = write(file, text.data() + at, text.size() - at);
-    if (written <= 0) return;
-    at += static_cast<size_t>(written);
-  }
-}
-
 }  // namespace
 
 MemoryFile::MemoryFile(const std::string& text) : file_(memfd_create("wlanctl", MFD_CLOEXEC)) {
-  write_all(file_, text);
+  (void)write_bytes(file_, text);
 }
 
 MemoryFile::~MemoryFile() {
@@ -66,12 +54,12 @@ FileRedirect::~FileRedirect() {
   g_paths = nullptr;
 }
 
-DatRedirect::DatRedirect(Band band, const MemoryFile& file) : band_(band), before_(dat_path(band)) {
-  (void)std::snprintf(dat_path(band), WIFIMGR_DAT_PATH_SIZE, "%s", file.path().c_str());
+DatRedirect::DatRedirect(Band band, const MemoryFile& file) : band_(band), before_(dat_path_variable(band)) {
+  (void)std::snprintf(dat_path_variable(band), WIFIMGR_DAT_PATH_SIZE, "%s", file.path().c_str());
 }
 
 DatRedirect::~DatRedirect() {
-  (void)std::snprintf(dat_path(band_), WIFIMGR_DAT_PATH_SIZE, "%s", before_.c_str());
+  (void)std::snprintf(dat_path_variable(band_), WIFIMGR_DAT_PATH_SIZE, "%s", before_.c_str());
 }
 
 }  // namespace wlanctl

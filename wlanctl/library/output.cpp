@@ -5,8 +5,9 @@
 #include <unistd.h>
 
 #include <cstdio>
-#include <iostream>
-#include <sstream>
+#include <vector>
+
+#include "wlanctl/base/text.h"
 
 namespace wlanctl {
 namespace {
@@ -16,7 +17,6 @@ constexpr size_t kMostShown = 4096;
 
 // The library prints through stdio: what it has buffered must not come out after the streams are back.
 void flush_all() {
-  std::cout.flush();
   (void)std::fflush(stdout);
 }
 
@@ -28,13 +28,11 @@ std::string start_of(int file) {
 }
 
 std::string joined_lines(const std::string& text) {
-  std::istringstream stream(text);
-  std::string joined;
-  for (std::string line; std::getline(stream, line);) {
-    if (line.find_first_not_of(" \t\r") == std::string::npos) continue;
-    joined += (joined.empty() ? "" : "; ") + line;
+  std::vector<std::string> said;
+  for (const std::string& line : lines_of(text)) {
+    if (line.find_first_not_of(" \t\r") != std::string::npos) said.push_back(line);
   }
-  return joined;
+  return joined(said, "; ");
 }
 
 }  // namespace

@@ -2,17 +2,33 @@
 // its reason.
 #pragma once
 
-#include <functional>
-#include <optional>
 #include <string>
 
 #include "wlanctl/base/report.h"
+#include "wlanctl/library/output.h"
 
 namespace wlanctl {
 
-// Makes `call`, which returns whether it was answered, and keeps its prints away from the tool's output. `reason`
-// receives what the library had to say.
-bool call_quietly(const std::function<bool()>& call, std::string* reason);
+// Keeps what the library prints away from the tool's output while it lives.
+class QuietCall {
+ public:
+  QuietCall();
+
+  // Ends it; returns what the library had to say.
+  std::string end();
+
+ private:
+  CaughtOutput output_;
+};
+
+// Makes `call`, which returns whether it was answered. `reason` receives what the library had to say.
+template <typename Call>
+bool call_quietly(Call call, std::string* reason) {
+  QuietCall quiet;
+  const bool answered = call();
+  *reason = quiet.end();
+  return answered;
+}
 
 // Who is asked, for messages and for the problem's details.
 struct Asked {
@@ -25,12 +41,12 @@ struct Asked {
 void complain(Report& report, const Asked& asked, const std::string& what, const std::string& reason);
 
 // The two together.
-bool ask(Report& report, const Asked& asked, const std::string& what, const std::function<bool()>& call);
-
-// JSON of a place that may be empty.
-template <typename Value>
-Json json_or_null(const std::optional<Value>& value) {
-  return value ? Json(*value) : Json();
+template <typename Call>
+bool ask(Report& report, const Asked& asked, const std::string& what, Call call) {
+  std::string reason;
+  if (call_quietly(call, &reason)) return true;
+  complain(report, asked, what, reason);
+  return false;
 }
 
 }  // namespace wlanctl

@@ -54,7 +54,7 @@ Json json_of(const Board& board) {
   if (board.processes) {
     processes = Json::array();
     for (const Process& process : *board.processes) {
-      processes.push_back({{"name", json_text(process.name)}, {"pid", process.id}, {"running", process.is_running}});
+      processes.push_back({{"name", process.name}, {"pid", process.id}, {"running", process.is_running}});
     }
   }
   return {{"bridge_address", json_or_null(board.bridge_address)},

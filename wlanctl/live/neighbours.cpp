@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "wifimgr_lib.h"
+#include "wlanctl/base/terminal.h"
 #include "wlanctl/live/mac.h"
 #include "wlanctl/live/radio.h"
 
@@ -87,7 +88,7 @@ std::optional<std::vector<Neighbour>> neighbours_of(Band band, Report& report) {
   if (count > kEntries || !std::all_of(table->entry, table->entry + count, is_believable)) {
     report.problem({std::string(label_of(band)) + ": the driver's neighbour table is not laid out as expected",
                     "use a wlanctl of the driver's version; iwpriv " + interface + " get_site_survey prints a survey",
-                    {{"band", label_of(band)}, {"interface", interface}}});
+                    about(band, interface)});
     return std::nullopt;
   }
   std::vector<Neighbour> neighbours;
@@ -102,7 +103,7 @@ Json json_of(const std::optional<std::vector<Neighbour>>& neighbours) {
   Json list = Json::array();
   for (const Neighbour& neighbour : *neighbours) {
     list.push_back({{"bssid", neighbour.bssid},
-                    {"ssid", json_text(neighbour.ssid)},
+                    {"ssid", neighbour.ssid},
                     {"channel", neighbour.channel},
                     {"signal_dbm", neighbour.signal},
                     {"age_seconds", neighbour.age},
@@ -114,9 +115,8 @@ Json json_of(const std::optional<std::vector<Neighbour>>& neighbours) {
 }
 
 std::string table_of(const std::vector<Neighbour>& neighbours, size_t most) {
-  constexpr size_t kColumns = 80;
   const size_t count = std::min(most, neighbours.size());
-  std::vector<std::vector<std::string>> rows = {{"  BSSID", "CH", "dBm", "WPS", "SECURITY", "SSID"}};
+  Rows rows = {{"  BSSID", "CH", "dBm", "WPS", "SECURITY", "SSID"}};
   size_t widest = rows[0][4].size();
   for (size_t i = 0; i < count; ++i) widest = std::max(widest, neighbours[i].security.size());
   const size_t used = std::string("  02:00:00:00:00:00  233  -128  yes    ").size() + widest;

@@ -4,7 +4,6 @@
 
 #include <optional>
 #include <string>
-#include <vector>
 
 #include "wlanctl/base/band.h"
 #include "wlanctl/base/report.h"
@@ -30,25 +29,5 @@ struct Radio {
   std::optional<unsigned> temperature;
 };
 Radio radio_of(Band band, Report& report);
-
-struct Station {
-  std::string mac;
-  std::optional<bool> can_11k;      // empty for the SSIDs of which the driver cannot be asked
-  std::optional<int> features_11v;  // the driver's byte, likewise
-};
-
-// `ssid` counts from 1.
-std::optional<std::vector<Station>> stations_of(Band band, int ssid, Report& report);
-Json json_of(const std::optional<std::vector<Station>>& stations);
-
-struct WpsSession {
-  std::optional<unsigned> state;
-  std::optional<std::string> peer;  // of a session that has one
-};
-WpsSession wps_session_of(Band band, int ssid, Report& report);
-std::string word_for_wps(const std::optional<unsigned>& state);  // "idle" ..., a number, "-"
-std::optional<std::string> wps_pin_of(Band band, int ssid, Report& report);
-// {"state": 1, "state_name": "idle", "peer": null}
-Json json_of(const WpsSession& session);
 
 }  // namespace wlanctl

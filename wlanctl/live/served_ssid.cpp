@@ -1,6 +1,6 @@
 #include "wlanctl/live/served_ssid.h"
 
-#include "wlanctl/store/store.h"
+#include "wlanctl/store/value.h"
 
 namespace wlanctl {
 namespace {

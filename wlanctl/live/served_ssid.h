@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "wlanctl/base/band.h"
+#include "wlanctl/base/report.h"
 #include "wlanctl/live/radio.h"
 
 namespace wlanctl {

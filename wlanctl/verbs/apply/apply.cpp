@@ -3,28 +3,24 @@
 #include "wlanctl/apply/dry_run_text.h"
 #include "wlanctl/apply/plan.h"
 #include "wlanctl/apply/run.h"
+#include "wlanctl/base/report.h"
 #include "wlanctl/base/signal_hold.h"
-#include "wlanctl/command_line/command.h"
+#include "wlanctl/base/terminal.h"
+#include "wlanctl/command_line/common_words.h"
 #include "wlanctl/confirm/guardian.h"
 #include "wlanctl/confirm/pending.h"
+#include "wlanctl/confirm/recovery.h"
 #include "wlanctl/confirm/rollback.h"
+#include "wlanctl/files/bytes.h"
 #include "wlanctl/files/lock.h"
-#include "wlanctl/files/state_file.h"
-#include "wlanctl/store/store.h"
+#include "wlanctl/store/dat_file.h"
+#include "wlanctl/store/segment.h"
+#include "wlanctl/verbs/verbs.h"
 
 namespace wlanctl {
 namespace {
 
 constexpr unsigned kLongestWait = 24 * 60 * 60;
-
-struct Words {
-  std::string band;
-  bool dry_run = false;
-  bool secrets = false;
-  bool force = false;
-  unsigned confirm_seconds = 0;
-  unsigned wait_seconds = 10;
-};
 
 // A band's part of an apply under way.
 struct Job {
@@ -47,14 +43,15 @@ bool refuse_second(Band band, Report& report) {
   const std::string label = label_of(band);
   report.problem({"an apply of " + label + " waits for its confirmation",
                   "wlanctl confirm " + label + " keeps it; without, it is rolled back when its time is over",
-                  {{"band", label}}});
+                  about(band)});
   return true;
 }
 
 // Everything that can be refused is found here, before anything is touched.
 int plan_all(const Words& words, Report& report, std::vector<Job>* jobs) {
   for (const Band band : bands_of(words.band)) {
-    if (!open_store(band, report, words.dry_run ? Opening::kLeavePending : Opening::kUsual)) return kNoStore;
+    // A dry run touches nothing, not even what is due.
+    if (!(words.dry_run ? open_store(band, report) : open_band(band, report))) return kNoStore;
     if (words.dry_run && is_pending(band)) {
       report.note(std::string("an apply of ") + label_of(band) + " waits for its confirmation, or to be rolled back");
     }
@@ -127,7 +124,7 @@ void tell(const Words& words, const Job& job, Report& report) {
   }
   entry["scripts"] = std::move(scripts);
   const bool waits = job.applied && job.pending;
-  entry["confirm_within"] = waits ? Json(words.confirm_seconds) : Json(nullptr);
+  entry["confirm_within"] = waits ? Json(words.confirm_seconds) : Json();
   if (waits) {
     report.text() << "  confirm it within " << words.confirm_seconds << " seconds: wlanctl confirm " << label
                   << "\n  else the settings before come back\n";
@@ -189,8 +186,7 @@ int run_all(const Words& words, std::vector<Job>& jobs, Report& report) {
   return report.has_problems() && code == kDone ? kRefused : code;
 }
 
-int apply(const Words& words, Context& context) {
-  Report& report = context.report;
+int apply(const Words& words, Report& report) {
   report.data() = {{"dry_run", words.dry_run}, {"bands", Json::array()}};
   std::optional<ToolLock> lock;
   // A dry run changes nothing, and waits for nobody.
@@ -230,23 +226,20 @@ constexpr char kFooter[] =
     "  wlanctl apply 2.4g --dry-run\n"
     "  wlanctl apply 2.4g --confirm 60 && ping -c3 192.168.1.2 && wlanctl confirm";
 
+constexpr Word kWords[] = {
+    word::kBand,
+    {"--dry-run", &Words::dry_run, "Show what would be run and written; touch nothing"},
+    {"--secrets", &Words::secrets, "Show passphrases and keys in a dry run"},
+    {"--confirm",
+     &Words::confirm_seconds,
+     "Put all back unless wlanctl confirm comes",
+     {.lowest = 1, .highest = kLongestWait, .value_name = "SECONDS"}},
+    {"--force", &Words::force, "Apply values that a shell would act on"},
+    word::kWait,
+};
+
 }  // namespace
 
-void add_apply(CLI::App& app, Context& context) {
-  add_verb<Words>(
-      app, context, "apply", "Bring the live store into force",
-      [](CLI::App& verb, Words& words) {
-        add_band(verb, words.band);
-        verb.add_flag("--dry-run", words.dry_run, "Show what would be run and written; touch nothing");
-        verb.add_flag("--secrets", words.secrets, "Show passphrases and keys in a dry run");
-        verb.add_option("--confirm", words.confirm_seconds, "Put all back unless wlanctl confirm comes")
-            ->type_name("SECONDS")
-            ->check(CLI::Range(1U, kLongestWait));
-        verb.add_flag("--force", words.force, "Apply values that a shell would act on");
-        verb.add_option("--wait", words.wait_seconds, "Seconds to wait for another wlanctl")->capture_default_str();
-        verb.footer(kFooter);
-      },
-      apply);
-}
+const Verb kApply = {"apply", "Bring the live store into force", kFooter, kWords, apply};
 
 }  // namespace wlanctl

@@ -1,28 +1,26 @@
 // confirm: keeps what an apply with --confirm brought into force.
-#include "wlanctl/command_line/command.h"
+#include "wlanctl/base/report.h"
+#include "wlanctl/base/terminal.h"
+#include "wlanctl/command_line/common_words.h"
 #include "wlanctl/confirm/pending.h"
+#include "wlanctl/confirm/recovery.h"
 #include "wlanctl/files/lock.h"
-#include "wlanctl/store/store.h"
+#include "wlanctl/store/segment.h"
+#include "wlanctl/verbs/verbs.h"
 
 namespace wlanctl {
 namespace {
-
-struct Words {
-  std::string band;
-  bool force = false;
-  unsigned wait_seconds = 10;
-};
 
 Problem too_late(Band band, const std::string& why) {
   const std::string label = label_of(band);
   return {"the apply of " + label + " can no longer be confirmed: " + why,
           "wlanctl diff " + label + " shows what is in force; when it cannot be rolled back, --force ends the waiting",
-          {{"band", label}}};
+          about(band)};
 }
 
 bool confirm_band(Band band, bool force, Report& report) {
   // Where its guardian is lost and the time over, this rolls it back.
-  if (!open_store(band, report, force ? Opening::kLeavePending : Opening::kUsual)) return false;
+  if (!(force ? open_store(band, report) : open_band(band, report))) return false;
   const std::optional<Pending> pending = read_pending(band);
   if (is_pending(band) && force) return remove_pending(band, report);
   if (!is_pending(band)) {
@@ -40,8 +38,7 @@ bool confirm_band(Band band, bool force, Report& report) {
   return false;
 }
 
-int confirm(const Words& words, Context& context) {
-  Report& report = context.report;
+int confirm(const Words& words, Report& report) {
   Json confirmed = Json::array();
   report.data() = {{"bands", confirmed}};
   const ToolLock lock(report, words.wait_seconds);
@@ -62,18 +59,15 @@ int confirm(const Words& words, Context& context) {
   return report.has_problems() ? kRefused : kDone;
 }
 
+constexpr Word kWords[] = {
+    word::kBand,
+    {"--force", &Words::force, "Also when its time is over and it cannot be rolled back"},
+    word::kWait,
+};
+
 }  // namespace
 
-void add_confirm(CLI::App& app, Context& context) {
-  add_verb<Words>(
-      app, context, "confirm", "Keep what apply --confirm has brought into force",
-      [](CLI::App& verb, Words& words) {
-        add_band(verb, words.band);
-        verb.add_flag("--force", words.force, "Also when its time is over and it cannot be rolled back");
-        verb.add_option("--wait", words.wait_seconds, "Seconds to wait for another wlanctl")->capture_default_str();
-        verb.footer("Examples:\n  wlanctl confirm\n  wlanctl confirm 5g");
-      },
-      confirm);
-}
+const Verb kConfirm = {"confirm", "Keep what apply --confirm has brought into force",
+                       "Examples:\n  wlanctl confirm\n  wlanctl confirm 5g", kWords, confirm};
 
 }  // namespace wlanctl

@@ -4,24 +4,23 @@
 
 #include "wlanctl/apply/applied_state.h"
 #include "wlanctl/apply/plan.h"
-#include "wlanctl/base/wrap.h"
-#include "wlanctl/command_line/command.h"
+#include "wlanctl/base/report.h"
+#include "wlanctl/base/terminal.h"
+#include "wlanctl/command_line/common_words.h"
 #include "wlanctl/confirm/pending.h"
+#include "wlanctl/confirm/recovery.h"
 #include "wlanctl/files/lock.h"
 #include "wlanctl/keys/json_value.h"
 #include "wlanctl/keys/secret_mask.h"
 #include "wlanctl/library/messages.h"
-#include "wlanctl/store/store.h"
+#include "wlanctl/store/dat_file.h"
+#include "wlanctl/store/revert.h"
+#include "wlanctl/store/segment.h"
+#include "wlanctl/store/value.h"
+#include "wlanctl/verbs/verbs.h"
 
 namespace wlanctl {
 namespace {
-
-struct Words {
-  std::string band;
-  bool secrets = false;
-  bool force = false;
-  unsigned wait_seconds = 10;
-};
 
 using Fields = std::vector<std::string>;
 using Values = std::map<std::string, Fields>;
@@ -91,21 +90,20 @@ size_t shown_ssids(Band band) {
 }
 
 Problem unreadable_file(Band band) {
-  return {"cannot read " + dat_path_of(band), "is it there, and readable?", {{"band", label_of(band)}}};
+  return {"cannot read " + dat_path_of(band), "is it there, and readable?", about(band)};
 }
 
-int diff(const Words& words, Context& context) {
-  Report& report = context.report;
+int diff(const Words& words, Report& report) {
   Json bands = Json::array();
   for (const Band band : bands_of(words.band)) {
-    if (!open_store(band, report)) return kNoStore;
+    if (!open_band(band, report)) return kNoStore;
     const auto parsed = parse_dat_file(band);
     if (!parsed) {
       report.problem(unreadable_file(band));
       return kWrongUsage;
     }
-    const std::vector<Difference> found = differences(
-        values_of(records_of_store(band)), values_of(records_of_file(*parsed)), shown_ssids(band), words.secrets);
+    const std::vector<Difference> found = differences(values_of(records_of(table_of_store(band))),
+                                                      values_of(records_of(*parsed)), shown_ssids(band), words.secrets);
     if (!restore_applied(band, report)) return kWrongUsage;
     note_waiting(band, report);
     const Plan plan = plan_apply(band);
@@ -115,7 +113,7 @@ int diff(const Words& words, Context& context) {
                   "; wlanctl apply " + label_of(band) + " tells it again");
     }
     Json changes = Json::array();
-    std::vector<std::vector<std::string>> rows;
+    Rows rows;
     size_t widest = 0;
     for (const Difference& one : found) {
       changes.push_back({{"key", one.name},
@@ -141,21 +139,19 @@ int diff(const Words& words, Context& context) {
   return kDone;
 }
 
-int save(const Words& words, Context& context) {
-  Report& report = context.report;
+int save(const Words& words, Report& report) {
   const ToolLock lock(report, words.wait_seconds);
   if (!lock) return lock.exit_code();
   Json saved = Json::array();
   for (const Band band : bands_of(words.band)) {
-    if (!open_store(band, report)) return kNoStore;
+    if (!open_band(band, report)) return kNoStore;
     // From now on the dat file no longer says what is in force.
     if (!restore_applied(band, report)) return kWrongUsage;
     if (!keep_applied(band, FileIs::kChanging, report)) return kRefused;
     clear_messages();
     if (wifimgr_lib_save_dataFile(number_of(band)) != 0) {
       report.problem({std::string(label_of(band)) + " was not saved: " + first_reason(),
-                      "is " + dat_path_of(band) + " writable, and is there room?",
-                      {{"band", label_of(band)}}});
+                      "is " + dat_path_of(band) + " writable, and is there room?", about(band)});
       return kRefused;
     }
     if (!keep_applied(band, FileIs::kSettled, report)) return kRefused;
@@ -167,27 +163,25 @@ int save(const Words& words, Context& context) {
 }
 
 Problem refusal_of(Band band, const Reverted& outcome) {
-  const Json about = {{"band", label_of(band)}};
   if (outcome.how == Reverting::kUnreadable) return unreadable_file(band);
   if (outcome.how == Reverting::kNoRoom) {
     return {std::string("the store of ") + label_of(band) + " cannot take its dat file",
-            "stop the management processes, remove the segment with ipcrm and start them", about};
+            "stop the management processes, remove the segment with ipcrm and start them", about(band)};
   }
   const size_t others = outcome.missing.size() - 1;
   return {dat_path_of(band) + " lacks " + outcome.missing.front() +
               (others == 0 ? "" : " and " + std::to_string(others) + " more keys that the store has"),
           "was it cut off? wlanctl save " + std::string(label_of(band)) +
               " writes it anew; --force reverts to what there is",
-          about};
+          about(band)};
 }
 
-int revert(const Words& words, Context& context) {
-  Report& report = context.report;
+int revert(const Words& words, Report& report) {
   const ToolLock lock(report, words.wait_seconds);
   if (!lock) return lock.exit_code();
   Json reverted = Json::array();
   for (const Band band : bands_of(words.band)) {
-    if (!open_store(band, report, Opening::kToFill)) return kNoStore;
+    if (!open_store(band, report, Content::kToCome)) return kNoStore;
     const size_t ssids = shown_ssids(band);
     const Reverted outcome = revert_store(band, words.force);
     if (outcome.how != Reverting::kDone) {
@@ -195,8 +189,7 @@ int revert(const Words& words, Context& context) {
       return outcome.how == Reverting::kUnreadable ? kWrongUsage : kRefused;
     }
     const size_t values =
-        differences(values_of(records_of_file(outcome.before)), values_of(records_of_file(outcome.file)), ssids, false)
-            .size();
+        differences(values_of(records_of(outcome.before)), values_of(records_of(outcome.file)), ssids, false).size();
     reverted.push_back({{"band", label_of(band)}, {"values", values}});
     report.text() << label_of(band) << ": " << count_of(values, "value") << " put back to the dat file's\n";
   }
@@ -204,38 +197,18 @@ int revert(const Words& words, Context& context) {
   return kDone;
 }
 
-void add_wait(CLI::App& verb, Words& words) {
-  verb.add_option("--wait", words.wait_seconds, "Seconds to wait for another wlanctl")->capture_default_str();
-}
+constexpr Word kDiffWords[] = {word::kBand, word::kSecrets};
+constexpr Word kSaveWords[] = {word::kBand, word::kWait};
+constexpr Word kRevertWords[] = {
+    word::kBand, {"--force", &Words::force, "Also to a dat file that lacks keys of the store"}, word::kWait};
 
 }  // namespace
 
-void add_diff(CLI::App& app, Context& context) {
-  add_verb<Words>(
-      app, context, "diff", "Compare live store and dat file; weigh an apply",
-      [](CLI::App& verb, Words& words) {
-        add_band(verb, words.band);
-        verb.add_flag("--secrets", words.secrets, "Show passphrases and keys");
-        verb.footer("Examples:\n  wlanctl diff\n  wlanctl diff 2.4g --json");
-      },
-      diff);
-  add_verb<Words>(
-      app, context, "save", "Write the live store to the dat file, no more",
-      [](CLI::App& verb, Words& words) {
-        add_band(verb, words.band);
-        add_wait(verb, words);
-        verb.footer("Examples:\n  wlanctl save\n  wlanctl save 5g");
-      },
-      save);
-  add_verb<Words>(
-      app, context, "revert", "Put the live store back to what the dat file says",
-      [](CLI::App& verb, Words& words) {
-        add_band(verb, words.band);
-        verb.add_flag("--force", words.force, "Also to a dat file that lacks keys of the store");
-        add_wait(verb, words);
-        verb.footer("Examples:\n  wlanctl revert 2.4g");
-      },
-      revert);
-}
+const Verb kDiff = {"diff", "Compare live store and dat file; weigh an apply",
+                    "Examples:\n  wlanctl diff\n  wlanctl diff 2.4g --json", kDiffWords, diff};
+const Verb kSave = {"save", "Write the live store to the dat file, no more",
+                    "Examples:\n  wlanctl save\n  wlanctl save 5g", kSaveWords, save};
+const Verb kRevert = {"revert", "Put the live store back to what the dat file says", "Examples:\n  wlanctl revert 2.4g",
+                      kRevertWords, revert};
 
 }  // namespace wlanctl

@@ -1,17 +1,14 @@
 // led and button: the gateway's front.
-#include <array>
-
 #include "wifimgr_lib.h"
-#include "wlanctl/command_line/command.h"
+#include "wlanctl/base/report.h"
+#include "wlanctl/base/terminal.h"
+#include "wlanctl/command_line/common_words.h"
 #include "wlanctl/library/query.h"
 #include "wlanctl/library/shell.h"
+#include "wlanctl/verbs/verbs.h"
 
 namespace wlanctl {
 namespace {
-
-struct LedWords {
-  std::string text;
-};
 
 // Why the board cannot be given the text; "" when it can. The library puts it into a command line as it is, where the
 // first word could also be an option, and cuts the line.
@@ -29,25 +26,24 @@ std::string led_refusal(const std::string& text) {
   return "";
 }
 
-int light(const LedWords& words, Context& context) {
-  Report& report = context.report;
-  const std::string refusal = led_refusal(words.text);
-  report.data() = {{"text", json_text(words.text)}};
+int light(const Words& words, Report& report) {
+  const std::string refusal = led_refusal(words.led_text);
+  report.data() = {{"text", words.led_text}};
   if (!refusal.empty()) {
-    report.problem({"the LED cannot be told \"" + words.text + "\": " + refusal,
+    report.problem({"the LED cannot be told \"" + words.led_text + "\": " + refusal,
                     "use letters, digits, - and _ in words with one blank between, at most 32 characters",
-                    {{"value", json_text(words.text)}, {"reason", json_text(refusal)}}});
+                    {{"value", words.led_text}, {"reason", refusal}}});
     return kRefused;
   }
   std::string reason;
-  const auto tell = [&] { return wifimgr_lib_set_LED_WLAN(words.text.c_str()) == 0 && last_shell_status() == 0; };
+  const auto tell = [&] { return wifimgr_lib_set_LED_WLAN(words.led_text.c_str()) == 0 && last_shell_status() == 0; };
   if (!call_quietly(tell, &reason)) {
     report.problem({std::string("the LED was not told") + (reason.empty() ? "" : ": ") + reason,
                     "is this the gateway, and are you root?",
-                    {{"value", json_text(words.text)}, {"reason", json_text(reason)}}});
+                    {{"value", words.led_text}, {"reason", reason}}});
     return kNoAnswer;
   }
-  report.text() << "WLAN LED: " << words.text << '\n';
+  report.text() << "WLAN LED: " << words.led_text << '\n';
   return kDone;
 }
 
@@ -55,14 +51,10 @@ struct Button {
   const char* name;
   const char* file;
 };
-constexpr std::array kButtons = {
-    Button{"wlan", "/proc/zq2810/wlan_button"},         Button{"wps", "/proc/zq2810/wps_button"},
-    Button{"wps5g", "/proc/zq2810/wps_5g_button"},      Button{"wlan11ac", "/proc/zq2810/wlan11ac_button"},
-    Button{"wlan-wps", "/proc/zq2810/wlan_wps_button"},
-};
-
-struct ButtonWords {
-  std::string name;
+constexpr Button kButtons[] = {
+    {"wlan", "/proc/zq2810/wlan_button"},         {"wps", "/proc/zq2810/wps_button"},
+    {"wps5g", "/proc/zq2810/wps_5g_button"},      {"wlan11ac", "/proc/zq2810/wlan11ac_button"},
+    {"wlan-wps", "/proc/zq2810/wlan_wps_button"},
 };
 
 std::string text_of(const char* buffer, int length) {
@@ -86,15 +78,14 @@ std::optional<std::string> read_button(const Button& button, Report& report) {
   return text_of(buffer, length);
 }
 
-int look_at_buttons(const ButtonWords& words, Context& context) {
-  Report& report = context.report;
+int look_at_buttons(const Words& words, Report& report) {
   Json buttons = Json::array();
-  std::vector<std::vector<std::string>> rows;
+  Rows rows;
   for (const Button& button : kButtons) {
-    if (!words.name.empty() && words.name != button.name) continue;
+    if (!words.button.empty() && words.button != button.name) continue;
     const std::optional<std::string> text = read_button(button, report);
     const Json pressed = text ? Json(!text->empty()) : Json();
-    buttons.push_back({{"button", button.name}, {"pressed", pressed}, {"text", text ? json_text(*text) : Json()}});
+    buttons.push_back({{"button", button.name}, {"pressed", pressed}, {"text", json_or_null(text)}});
     rows.push_back({button.name, !text           ? "-"
                                  : text->empty() ? "not pressed"
                                                  : "pressed (" + printable(*text) + "), and used up by this look"});
@@ -105,39 +96,31 @@ int look_at_buttons(const ButtonWords& words, Context& context) {
 }
 
 std::string button_names() {
-  std::string names;
-  for (const Button& button : kButtons) names += (names.empty() ? "" : ", ") + std::string(button.name);
-  return names;
+  std::vector<std::string> names;
+  for (const Button& button : kButtons) names.emplace_back(button.name);
+  return joined(names, ", ");
 }
 
-std::string check_name(const std::string& name) {
+std::string button_refusal(const std::string& name) {
   for (const Button& button : kButtons) {
     if (name == button.name) return "";
   }
   return "there is no button \"" + name + "\"; say one of " + button_names();
 }
 
+constexpr Word kLedWords[] = {
+    {"TEXT", &Words::led_text, "Letters, digits, blanks, - and _; at most 32", {.required = true}}};
+constexpr Word kButtonWords[] = {
+    {"NAME", &Words::button, "One of them alone", {.choices = button_names, .refusal = button_refusal}}};
+
 }  // namespace
 
-void add_board(CLI::App& app, Context& context) {
-  add_verb<LedWords>(
-      app, context, "led", "Tell the WLAN LED what to show",
-      [](CLI::App& verb, LedWords& words) {
-        verb.add_option("TEXT", words.text, "Letters, digits, blanks, - and _; at most 32")->required();
-        verb.footer("Examples:\n  wlanctl led 0\n  wlanctl led \"1 on\"");
-      },
-      light);
-  add_verb<ButtonWords>(
-      app, context, "button", "Show which buttons were pressed",
-      [](CLI::App& verb, ButtonWords& words) {
-        verb.add_option("NAME", words.name, "One of them alone")
-            ->check(CLI::Validator([](std::string& name) { return check_name(name); }, "{" + button_names() + "}"));
-        verb.footer(
-            "A look uses the press up: a management process that waits for the same button\n"
-            "does not see it any more.\n\n"
-            "Examples:\n  wlanctl button\n  wlanctl button wps");
-      },
-      look_at_buttons);
-}
+const Verb kLed = {"led", "Tell the WLAN LED what to show", "Examples:\n  wlanctl led 0\n  wlanctl led \"1 on\"",
+                   kLedWords, light};
+const Verb kButton = {"button", "Show which buttons were pressed",
+                      "A look uses the press up: a management process that waits for the same button\n"
+                      "does not see it any more.\n\n"
+                      "Examples:\n  wlanctl button\n  wlanctl button wps",
+                      kButtonWords, look_at_buttons};
 
 }  // namespace wlanctl

@@ -2,22 +2,18 @@
 #include <unistd.h>
 
 #include <cstdio>
-#include <fstream>
 
 #include "wifimgr_lib.h"
-#include "wlanctl/command_line/command.h"
+#include "wlanctl/base/report.h"
+#include "wlanctl/base/terminal.h"
+#include "wlanctl/command_line/common_words.h"
 #include "wlanctl/files/lock.h"
 #include "wlanctl/library/query.h"
 #include "wlanctl/library/shell.h"
+#include "wlanctl/verbs/verbs.h"
 
 namespace wlanctl {
 namespace {
-
-struct Words {
-  std::string band;
-  bool yes = false;
-  unsigned wait_seconds = 10;
-};
 
 // Where the library keeps each band's image, and where it passes through.
 struct Places {
@@ -33,20 +29,21 @@ const Places& places_of(Band band) {
 
 // The chip that the driver's image is for, "7915" and the like; none when there is no image.
 std::optional<std::string> chip_of_image(Band band) {
-  std::ifstream file(places_of(band).image, std::ios::binary);
   unsigned char id[2] = {};
-  if (!file.read(reinterpret_cast<char*>(id), sizeof id)) return std::nullopt;
+  std::FILE* const file = std::fopen(places_of(band).image, "re");
+  const size_t read = file == nullptr ? 0 : std::fread(id, 1, sizeof id, file);
+  if (file != nullptr) (void)std::fclose(file);
+  if (read != sizeof id) return std::nullopt;
   char text[8];
   (void)std::snprintf(text, sizeof text, "%02x%02x", id[1], id[0]);
   return text;
 }
 
-Json details_of(Band band) {
+Json about_image(Band band) {
   return {{"band", label_of(band)}, {"file", places_of(band).image}};
 }
 
-int read(const Words& words, Context& context) {
-  Report& report = context.report;
+int read(const Words& words, Report& report) {
   const Band band = *parse_band(words.band);
   const ToolLock lock(report, words.wait_seconds);
   if (!lock) return lock.exit_code();
@@ -65,8 +62,8 @@ int read(const Words& words, Context& context) {
                   << chip.value_or("-") << '\n';
     return kDone;
   }
-  Json details = details_of(band);
-  details["reason"] = json_text(said);
+  Json details = about_image(band);
+  details["reason"] = said;
   if (done && is_foreign) {
     report.problem({std::string(label_of(band)) + ": the image in flash is for another chip; the driver's file stays",
                     "flash the band's own image", std::move(details)});
@@ -77,21 +74,20 @@ int read(const Words& words, Context& context) {
   return kNoAnswer;
 }
 
-int write(const Words& words, Context& context) {
-  Report& report = context.report;
+int write(const Words& words, Report& report) {
   const Band band = *parse_band(words.band);
   const std::string image = places_of(band).image;
   const std::optional<std::string> chip = chip_of_image(band);
   report.data() = {{"band", label_of(band)}, {"file", image}, {"written", false}, {"chip", json_or_null(chip)}};
   if (!chip) {
     report.problem(
-        {"there is no image in " + image, "calibration read brings the one in flash there", details_of(band)});
+        {"there is no image in " + image, "calibration read brings the one in flash there", about_image(band)});
     return kWrongUsage;
   }
   if (!words.yes) {
     report.problem({std::string("this would replace the calibration of ") + label_of(band) + " in flash by " + image +
                         ", for chip " + *chip,
-                    "if that is meant, say so with --yes", details_of(band)});
+                    "if that is meant, say so with --yes", about_image(band)});
     return kRefused;
   }
   const ToolLock lock(report, words.wait_seconds);
@@ -99,8 +95,8 @@ int write(const Words& words, Context& context) {
   std::string said;
   const auto flash = [&] { return wifimgr_lib_set_wifi_calibration(number_of(band)) == 0 && last_shell_status() == 0; };
   if (!call_quietly(flash, &said)) {
-    Json details = details_of(band);
-    details["reason"] = json_text(said);
+    Json details = about_image(band);
+    details["reason"] = said;
     report.problem({std::string(label_of(band)) + ": the image was not written" + (said.empty() ? "" : ": ") + said,
                     "compare flash with the file before the next boot", std::move(details)});
     return kNoAnswer;
@@ -110,32 +106,21 @@ int write(const Words& words, Context& context) {
   return kDone;
 }
 
-void configure(CLI::App& verb, Words& words) {
-  add_band(verb, words.band)->required();
-  verb.add_option("--wait", words.wait_seconds, "Seconds to wait for another wlanctl")->capture_default_str();
-}
+constexpr Word kReadWords[] = {word::kOneBand, word::kWait};
+constexpr Word kWriteWords[] = {word::kOneBand, word::kWait, {"--yes", &Words::yes, "Yes, replace what is in flash"}};
+constexpr Verb kRead = {"read", "Copy it from flash to the driver's file",
+                        "The driver looks at the file when it is loaded.\n\nExamples:\n  wlanctl calibration read 2.4g",
+                        kReadWords, read};
+constexpr Verb kWrite = {"write", "Copy the driver's file to flash",
+                         "Examples:\n  wlanctl calibration write 2.4g --yes", kWriteWords, write};
+constexpr const Verb* kVerbs[] = {&kRead, &kWrite};
 
 }  // namespace
 
-void add_calibration(CLI::App& app, Context& context) {
-  CLI::App* const calibration = app.add_subcommand("calibration", "Copy calibration from flash, or to it");
-  calibration->require_subcommand(1);
-  calibration->footer("Examples:\n  wlanctl calibration read 2.4g\n  wlanctl calibration write 2.4g --yes");
-  add_verb<Words>(
-      *calibration, context, "read", "Copy it from flash to the driver's file",
-      [](CLI::App& verb, Words& words) {
-        configure(verb, words);
-        verb.footer("The driver looks at the file when it is loaded.\n\nExamples:\n  wlanctl calibration read 2.4g");
-      },
-      read);
-  add_verb<Words>(
-      *calibration, context, "write", "Copy the driver's file to flash",
-      [](CLI::App& verb, Words& words) {
-        configure(verb, words);
-        verb.add_flag("--yes", words.yes, "Yes, replace what is in flash");
-        verb.footer("Examples:\n  wlanctl calibration write 2.4g --yes");
-      },
-      write);
-}
+const Verb kCalibration = {
+    .name = "calibration",
+    .help = "Copy calibration from flash, or to it",
+    .footer = "Examples:\n  wlanctl calibration read 2.4g\n  wlanctl calibration write 2.4g --yes",
+    .verbs = kVerbs};
 
 }  // namespace wlanctl

@@ -1,17 +1,15 @@
 // neighbours: who else sends on the band.
-#include "wlanctl/command_line/command.h"
 #include "wlanctl/live/neighbours.h"
+#include "wlanctl/base/report.h"
+#include "wlanctl/base/terminal.h"
+#include "wlanctl/command_line/common_words.h"
 #include "wlanctl/live/radio.h"
+#include "wlanctl/verbs/verbs.h"
 
 namespace wlanctl {
 namespace {
 
-struct Words {
-  std::string band;
-};
-
-int run(const Words& words, Context& context) {
-  Report& report = context.report;
+int run(const Words& words, Report& report) {
   Json bands = Json::array();
   for (const Band band : bands_of(words.band)) {
     const auto neighbours = is_there(band, report) ? neighbours_of(band, report) : std::nullopt;
@@ -24,16 +22,11 @@ int run(const Words& words, Context& context) {
   return report.has_problems() ? kNoAnswer : kDone;
 }
 
+constexpr Word kWords[] = {word::kBand};
+
 }  // namespace
 
-void add_neighbours(CLI::App& app, Context& context) {
-  add_verb<Words>(
-      app, context, "neighbours", "Show who else sends on a band, the strongest first",
-      [](CLI::App& verb, Words& words) {
-        add_band(verb, words.band);
-        verb.footer("Examples:\n  wlanctl neighbours\n  wlanctl neighbours 5g --json");
-      },
-      run);
-}
+const Verb kNeighbours = {"neighbours", "Show who else sends on a band, the strongest first",
+                          "Examples:\n  wlanctl neighbours\n  wlanctl neighbours 5g --json", kWords, run};
 
 }  // namespace wlanctl

@@ -1,20 +1,17 @@
 // stations: who is associated with which SSID.
 #include <cstdio>
 
-#include "wlanctl/command_line/command.h"
+#include "wlanctl/base/report.h"
+#include "wlanctl/base/terminal.h"
+#include "wlanctl/command_line/common_words.h"
+#include "wlanctl/confirm/recovery.h"
 #include "wlanctl/live/radio.h"
 #include "wlanctl/live/served_ssid.h"
-#include "wlanctl/store/store.h"
+#include "wlanctl/live/stations.h"
+#include "wlanctl/verbs/verbs.h"
 
 namespace wlanctl {
 namespace {
-
-struct Words {
-  std::string band;
-  int ssid = 0;
-};
-
-using Rows = std::vector<std::vector<std::string>>;
 
 std::string hexadecimal(const std::optional<int>& byte) {
   if (!byte) return "-";
@@ -32,24 +29,17 @@ Json ask_ssid(Report& report, Band band, const ServedSsid& ssid, Rows* rows) {
                 " waits for wlanctl apply");
   }
   for (const Station& station : stations.value_or(std::vector<Station>())) {
-    rows->push_back({station.mac, label_of(band), std::to_string(ssid.number),
-                     !station.can_11k   ? "-"
-                     : *station.can_11k ? "yes"
-                                        : "no",
+    rows->push_back({station.mac, label_of(band), std::to_string(ssid.number), yes_or_no(station.can_11k),
                      hexadecimal(station.features_11v), printable(ssid.name)});
   }
-  return {{"ssid", ssid.number},
-          {"interface", ssid.interface},
-          {"name", json_text(ssid.name)},
-          {"stations", json_of(stations)}};
+  return {{"ssid", ssid.number}, {"interface", ssid.interface}, {"name", ssid.name}, {"stations", json_of(stations)}};
 }
 
-int run(const Words& words, Context& context) {
-  Report& report = context.report;
+int run(const Words& words, Report& report) {
   Json bands = Json::array();
   Rows rows = {{"STATION", "BAND", "SSID", "11k", "11v", "NAME"}};
   for (const Band band : bands_of(words.band)) {
-    if (!open_store(band, report)) return kNoStore;
+    if (!open_band(band, report)) return kNoStore;
     if (words.ssid != 0 && !has_ssid(band, words.ssid, report)) return kRefused;
     Json ssids = Json::array();
     (void)is_there(band, report);
@@ -67,20 +57,14 @@ int run(const Words& words, Context& context) {
   return report.has_problems() ? kNoAnswer : kDone;
 }
 
+constexpr Word kWords[] = {word::kBand, word::kSsid};
+
 }  // namespace
 
-void add_stations(CLI::App& app, Context& context) {
-  add_verb<Words>(
-      app, context, "stations", "Show the stations of a band or an SSID",
-      [](CLI::App& verb, Words& words) {
-        CLI::Option* const band = add_band(verb, words.band);
-        verb.add_option("SSID", words.ssid, "1 to 8")->check(CLI::Range(1, WIFIMGR_FIELDS))->needs(band);
-        verb.footer(
-            "11k and 11v are what the driver tells of a station's 802.11k and 802.11v, of\n"
-            "SSIDs 1 to 4 only; the latter is its own number.\n\n"
-            "Examples:\n  wlanctl stations\n  wlanctl stations 2.4g 1 --json");
-      },
-      run);
-}
+const Verb kStations = {"stations", "Show the stations of a band or an SSID",
+                        "11k and 11v are what the driver tells of a station's 802.11k and 802.11v, of\n"
+                        "SSIDs 1 to 4 only; the latter is its own number.\n\n"
+                        "Examples:\n  wlanctl stations\n  wlanctl stations 2.4g 1 --json",
+                        kWords, run};
 
 }  // namespace wlanctl

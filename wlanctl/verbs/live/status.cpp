@@ -5,13 +5,18 @@
 #include <cerrno>
 #include <ctime>
 
-#include "wlanctl/command_line/command.h"
+#include "wlanctl/base/report.h"
+#include "wlanctl/base/terminal.h"
+#include "wlanctl/command_line/common_words.h"
 #include "wlanctl/confirm/pending.h"
+#include "wlanctl/confirm/recovery.h"
 #include "wlanctl/live/board.h"
 #include "wlanctl/live/neighbours.h"
 #include "wlanctl/live/radio.h"
 #include "wlanctl/live/served_ssid.h"
-#include "wlanctl/store/store.h"
+#include "wlanctl/live/stations.h"
+#include "wlanctl/live/wps_session.h"
+#include "wlanctl/verbs/verbs.h"
 
 namespace wlanctl {
 namespace {
@@ -19,12 +24,6 @@ namespace {
 constexpr unsigned kDefaultSeconds = 2;
 constexpr unsigned kMostSeconds = 3600;
 constexpr size_t kMostShownNeighbours = 6;
-constexpr size_t kColumns = 80;
-
-struct Words {
-  std::vector<unsigned> watch;  // none, or the seconds, 0 for the default
-  CLI::Option* watches = nullptr;
-};
 
 template <typename Value>
 std::string or_dash(const std::optional<Value>& value, const char* unit = "") {
@@ -36,20 +35,6 @@ std::string or_dash(const std::optional<Value>& value, const char* unit = "") {
   }
 }
 
-// Words in lines of a terminal's width.
-std::string wrapped(const std::string& head, const std::vector<std::string>& words) {
-  std::string text;
-  std::string line = head;
-  for (const std::string& word : words) {
-    if (line.size() + 2 + word.size() > kColumns) {
-      text += line + '\n';
-      line = std::string(head.size(), ' ');
-    }
-    line += "  " + word;
-  }
-  return text + line + '\n';
-}
-
 void print_board(Report& report, const Board& board) {
   report.text() << "gateway    br0 " << or_dash(board.bridge_address) << "  chip package "
                 << or_dash(board.chip_package) << '\n';
@@ -59,25 +44,25 @@ void print_board(Report& report, const Board& board) {
     words.push_back(printable(process.name) + " (" +
                     (process.is_running ? std::to_string(process.id) : std::string("stopped")) + ")");
   }
-  report.text() << wrapped("processes", words);
+  report.text() << wrapped_below("processes", words);
 }
 
 void print_radio(Report& report, Band band, const Radio& radio) {
   report.text() << '\n'
-                << wrapped(label_of(band),
-                           {interface_of(band, 0), or_dash(radio.address), "channel " + or_dash(radio.channel),
-                            "noise " + or_dash(radio.noise, " dBm"), "load " + or_dash(radio.load, "%"),
-                            or_dash(radio.temperature, " C")});
+                << wrapped_below(label_of(band),
+                                 {interface_of(band, 0), or_dash(radio.address), "channel " + or_dash(radio.channel),
+                                  "noise " + or_dash(radio.noise, " dBm"), "load " + or_dash(radio.load, "%"),
+                                  or_dash(radio.temperature, " C")});
 }
 
 struct SsidRows {
-  std::vector<std::vector<std::string>> ssids = {{"  SSID", "INTERFACE", "STATE", "WPS", "STATIONS", "NAME"}};
-  std::vector<std::vector<std::string>> stations = {{"  STATION", "SSID", "802.11k"}};
+  Rows ssids = {{"  SSID", "INTERFACE", "STATE", "WPS", "STATIONS", "NAME"}};
+  Rows stations = {{"  STATION", "SSID", "802.11k"}};
   std::vector<std::string> peers;
 };
 
 Json ask_ssid(Report& report, Band band, const ServedSsid& ssid, SsidRows* rows) {
-  Json shown = {{"ssid", ssid.number},         {"interface", ssid.interface},  {"name", json_text(ssid.name)},
+  Json shown = {{"ssid", ssid.number},         {"interface", ssid.interface},  {"name", ssid.name},
                 {"enabled", ssid.is_enabled},  {"state", word_for(ssid.link)}, {"stations", nullptr},
                 {"wps", json_of(WpsSession())}};
   if (ssid.link == LinkState::kAbsent) {
@@ -94,10 +79,7 @@ Json ask_ssid(Report& report, Band band, const ServedSsid& ssid, SsidRows* rows)
                          printable(ssid.name)});
   if (wps.peer) rows->peers.push_back("  WPS of SSID " + std::to_string(ssid.number) + " is with " + *wps.peer);
   for (const Station& station : stations.value_or(std::vector<Station>())) {
-    rows->stations.push_back({"  " + station.mac, std::to_string(ssid.number),
-                              !station.can_11k   ? "-"
-                              : *station.can_11k ? "yes"
-                                                 : "no"});
+    rows->stations.push_back({"  " + station.mac, std::to_string(ssid.number), yes_or_no(station.can_11k)});
   }
   return shown;
 }
@@ -133,7 +115,7 @@ Json ask_band(Report& report, Band band) {
 
 int show_page(Report& report) {
   for (const Band band : kBands) {
-    if (!open_store(band, report)) return kNoStore;
+    if (!open_band(band, report)) return kNoStore;
     note_waiting(band, report);
   }
   const Board board = board_of(report);
@@ -182,44 +164,42 @@ class EndingSignals {
   sigset_t before_;
 };
 
-int watch(unsigned seconds, Context& context) {
+int watch(unsigned seconds, bool as_json, Report& report) {
   const EndingSignals signals;
-  const bool clears = !context.common.json && isatty(STDOUT_FILENO) != 0;
+  const bool clears = !as_json && isatty(STDOUT_FILENO) != 0;
   const char* before = clears ? "\033[H\033[2J" : "";
   do {
-    context.report.text() << before;
+    report.text() << before;
     if (!clears) before = "\n";
-    const int exit_code = show_page(context.report);
+    const int exit_code = show_page(report);
     if (exit_code == kNoStore) return exit_code;
-    if (!context.report.refresh(exit_code)) return kRefused;
+    if (!report.refresh(exit_code)) return kRefused;
   } while (!signals.come_within(seconds));
   return kDone;
 }
 
-int run(const Words& words, Context& context) {
-  if (words.watches->count() == 0) return show_page(context.report);
-  return watch(words.watch.empty() || words.watch.front() == 0 ? kDefaultSeconds : words.watch.front(), context);
+int run(const Words& words, Report& report) {
+  if (!words.is_watching) return show_page(report);
+  const std::vector<unsigned>& seconds = words.watch_seconds;
+  return watch(seconds.empty() || seconds.front() == 0 ? kDefaultSeconds : seconds.front(), words.json, report);
 }
+
+constexpr Word kWords[] = {
+    {"--watch",
+     &Words::watch_seconds,
+     "Every so many seconds (2), until interrupted",
+     {.lowest = 1, .highest = kMostSeconds, .value_name = "SECONDS", .is_given = &Words::is_watching}},
+};
 
 }  // namespace
 
-void add_status(CLI::App& app, Context& context) {
-  add_verb<Words>(
-      app, context, "status", "Show both live radios on one page",
-      [](CLI::App& verb, Words& words) {
-        words.watches = verb.add_option("--watch", words.watch, "Every so many seconds (2), until interrupted")
-                            ->expected(0, 1)
-                            ->type_name("SECONDS")
-                            ->check(CLI::Range(1U, kMostSeconds));
-        verb.footer(
-            "With --watch and --json each page is a document on a line of its own. A watch\n"
-            "that is interrupted (SIGINT, SIGTERM) ends with exit code 0.\n\n"
-            "Examples:\n"
-            "  wlanctl status\n"
-            "  wlanctl status --watch 5\n"
-            "  wlanctl status --json | jq '.data.bands[].channel'");
-      },
-      run);
-}
+const Verb kStatus = {"status", "Show both live radios on one page",
+                      "With --watch and --json each page is a document on a line of its own. A watch\n"
+                      "that is interrupted (SIGINT, SIGTERM) ends with exit code 0.\n\n"
+                      "Examples:\n"
+                      "  wlanctl status\n"
+                      "  wlanctl status --watch 5\n"
+                      "  wlanctl status --json | jq '.data.bands[].channel'",
+                      kWords, run};
 
 }  // namespace wlanctl

@@ -2,24 +2,20 @@
 #include <cstdint>
 #include <cstdlib>
 
-#include "wlanctl/command_line/command.h"
+#include "wlanctl/base/report.h"
+#include "wlanctl/base/terminal.h"
+#include "wlanctl/command_line/common_words.h"
+#include "wlanctl/confirm/recovery.h"
 #include "wlanctl/files/lock.h"
 #include "wlanctl/library/private_script.h"
 #include "wlanctl/live/radio.h"
 #include "wlanctl/live/served_ssid.h"
-#include "wlanctl/store/store.h"
+#include "wlanctl/live/wps_session.h"
+#include "wlanctl/store/value.h"
+#include "wlanctl/verbs/verbs.h"
 
 namespace wlanctl {
 namespace {
-
-struct Words {
-  std::string band;
-  int ssid = 0;
-  std::string pin;
-  CLI::Option* pin_option = nullptr;
-  bool force = false;
-  unsigned wait_seconds = 10;
-};
 
 enum Method : uint32_t { kByPin = 0, kByPushButton = 1 };
 
@@ -37,7 +33,7 @@ bool has_right_check_digit(const std::string& pin) {
 std::optional<uint32_t> parse_pin(const Words& words, Report& report) {
   const std::string& pin = words.pin;
   const auto refuse = [&](const std::string& reason, const std::string& next) {
-    report.problem({"that is no PIN: " + reason, next, {{"value", json_text(pin)}, {"reason", reason}}});
+    report.problem({"that is no PIN: " + reason, next, {{"value", pin}, {"reason", reason}}});
     return std::nullopt;
   };
   if (pin.empty() || pin.size() > kMostPinDigits || pin.find_first_not_of("0123456789") != std::string::npos) {
@@ -102,7 +98,7 @@ void show_session(Report& report, Band band, const ServedSsid& ssid) {
 
 // 0, or the exit code of what is wrong.
 int open_ssid(const Words& words, Band band, Report& report) {
-  if (!open_store(band, report)) return kNoStore;
+  if (!open_band(band, report)) return kNoStore;
   if (!has_ssid(band, words.ssid, report)) return kRefused;
   if (link_state(interface_of(band, words.ssid - 1)) != LinkState::kAbsent) return kDone;
   if (is_there(band, report)) {
@@ -116,19 +112,19 @@ int open_ssid(const Words& words, Band band, Report& report) {
 // The library's scripts rather than its setters: a script tells the driver everything that a session needs, mode and
 // state included, in one go, and leaves the store alone. What is in it are the library's own numbers and interface
 // names; nothing that an operator typed gets there but the PIN, as a number.
-int act(const Words& words, Context& context, const char* action,
-        const std::function<int(const char* path, int band, int ssid_from_zero)>& write) {
-  Report& report = context.report;
+// `write` gets the script's path, the band's number and that of the SSID, from 0.
+template <typename Write>
+int act(const Words& words, Report& report, const char* action, Write write) {
   const Band band = *parse_band(words.band);
   const ToolLock lock(report, words.wait_seconds);
   if (!lock) return lock.exit_code();
   if (const int failure = open_ssid(words, band, report)) return failure;
   if (!is_ready(band, words.ssid, report)) return kRefused;
-  // The library takes the interface's prefix from a snapshot; this one is for that, and goes with the process.
   const PrivateScript script;
   std::string reason;
   const auto write_script = [&] {
-    (void)wifimgr_lib_wifi_config_oper(static_cast<uint32_t>(number_of(band)), 0);
+    // The library takes the interface's prefix from a snapshot; this one is for that, and goes with the process.
+    (void)wifimgr_lib_wifi_config_oper(wifi_type_of(band), 0);
     return script.path() != nullptr && write(script.path(), number_of(band), words.ssid - 1) == 0 && !script.is_empty();
   };
   if (!call_quietly(write_script, &reason)) {
@@ -141,90 +137,65 @@ int act(const Words& words, Context& context, const char* action,
   if (!script.run(&printed)) {
     report.problem({std::string("the driver did not ") + action + (printed.empty() ? "" : ": ") + printed,
                     "is the driver well? wlanctl status tells",
-                    {{"band", label_of(band)}, {"ssid", words.ssid}, {"reason", json_text(printed)}}});
+                    {{"band", label_of(band)}, {"ssid", words.ssid}, {"reason", printed}}});
     return kNoAnswer;
   }
   show_session(report, band, served_ssid(band, words.ssid));
   return report.has_problems() ? kNoAnswer : kDone;
 }
 
-int start(const Words& words, Context& context, Method method, uint32_t pin) {
-  return act(words, context, "open a session", [&](const char* path, int band, int ssid) {
+int start(const Words& words, Report& report, Method method, uint32_t pin) {
+  return act(words, report, "open a session", [&](const char* path, int band, int ssid) {
     const uint32_t argument[] = {method, pin};
     return wifimgr_lib_service_start_wps(path, band, ssid, argument);
   });
 }
 
-int push_button(const Words& words, Context& context) {
-  return start(words, context, kByPushButton, kOwnPin);
+int push_button(const Words& words, Report& report) {
+  return start(words, report, kByPushButton, kOwnPin);
 }
 
-int enrol_by_pin(const Words& words, Context& context) {
-  if (words.pin_option->count() == 0) return start(words, context, kByPin, kOwnPin);
-  const std::optional<uint32_t> pin = parse_pin(words, context.report);
-  return pin ? start(words, context, kByPin, *pin) : kRefused;
+int enrol_by_pin(const Words& words, Report& report) {
+  if (!words.has_pin) return start(words, report, kByPin, kOwnPin);
+  const std::optional<uint32_t> pin = parse_pin(words, report);
+  return pin ? start(words, report, kByPin, *pin) : kRefused;
 }
 
-int stop(const Words& words, Context& context) {
-  return act(words, context, "end the session", wifimgr_lib_service_stop_wps);
+int stop(const Words& words, Report& report) {
+  return act(words, report, "end the session", wifimgr_lib_service_stop_wps);
 }
 
-int status(const Words& words, Context& context) {
-  Report& report = context.report;
+int status(const Words& words, Report& report) {
   const Band band = *parse_band(words.band);
   if (const int failure = open_ssid(words, band, report)) return failure;
   show_session(report, band, served_ssid(band, words.ssid));
   return report.has_problems() ? kNoAnswer : kDone;
 }
 
-void add_ssid(CLI::App& verb, Words& words) {
-  add_band(verb, words.band)->required();
-  verb.add_option("SSID", words.ssid, "1 to 8")->required()->check(CLI::Range(1, WIFIMGR_FIELDS));
-}
+constexpr Word kActWords[] = {word::kOneBand, word::kOneSsid, word::kWait};
+constexpr Word kPinWords[] = {
+    word::kOneBand,
+    word::kOneSsid,
+    {"PIN", &Words::pin, "Without it, the one that status shows", {.is_given = &Words::has_pin}},
+    {"--force", &Words::force, "Whatever its length and check digit"},
+    word::kWait,
+};
+constexpr Word kStatusWords[] = {word::kOneBand, word::kOneSsid};
 
-void add_wait(CLI::App& verb, Words& words) {
-  verb.add_option("--wait", words.wait_seconds, "Seconds to wait for another wlanctl")->capture_default_str();
-}
+constexpr Verb kPbc = {"pbc", "As if the gateway's WPS button was pressed", "Examples:\n  wlanctl wps pbc 2.4g 1",
+                       kActWords, push_button};
+constexpr Verb kPin = {"pin", "Let a station in by its PIN or the gateway's",
+                       "Examples:\n  wlanctl wps pin 5g 1 12345670\n  wlanctl wps pin 5g 1", kPinWords, enrol_by_pin};
+constexpr Verb kStop = {"stop", "End the session", "Examples:\n  wlanctl wps stop 2.4g 1", kActWords, stop};
+constexpr Verb kSession = {"status", "Show how far a session is, and the PIN",
+                           "Examples:\n  wlanctl wps status 2.4g 1 --json", kStatusWords, status};
+constexpr const Verb* kVerbs[] = {&kPbc, &kPin, &kStop, &kSession};
 
 }  // namespace
 
-void add_wps(CLI::App& app, Context& context) {
-  CLI::App* const wps = app.add_subcommand("wps", "Let a station in by push button or PIN");
-  wps->require_subcommand(1);
-  wps->footer("Examples:\n  wlanctl wps pbc 2.4g 1\n  wlanctl wps status 2.4g 1");
-  add_verb<Words>(
-      *wps, context, "pbc", "As if the gateway's WPS button was pressed",
-      [](CLI::App& verb, Words& words) {
-        add_ssid(verb, words);
-        add_wait(verb, words);
-        verb.footer("Examples:\n  wlanctl wps pbc 2.4g 1");
-      },
-      push_button);
-  add_verb<Words>(
-      *wps, context, "pin", "Let a station in by its PIN or the gateway's",
-      [](CLI::App& verb, Words& words) {
-        add_ssid(verb, words);
-        words.pin_option = verb.add_option("PIN", words.pin, "Without it, the one that status shows");
-        verb.add_flag("--force", words.force, "Whatever its length and check digit");
-        add_wait(verb, words);
-        verb.footer("Examples:\n  wlanctl wps pin 5g 1 12345670\n  wlanctl wps pin 5g 1");
-      },
-      enrol_by_pin);
-  add_verb<Words>(
-      *wps, context, "stop", "End the session",
-      [](CLI::App& verb, Words& words) {
-        add_ssid(verb, words);
-        add_wait(verb, words);
-        verb.footer("Examples:\n  wlanctl wps stop 2.4g 1");
-      },
-      stop);
-  add_verb<Words>(
-      *wps, context, "status", "Show how far a session is, and the PIN",
-      [](CLI::App& verb, Words& words) {
-        add_ssid(verb, words);
-        verb.footer("Examples:\n  wlanctl wps status 2.4g 1 --json");
-      },
-      status);
-}
+const Verb kWps = {.name = "wps",
+                   .help = "Let a station in by push button or PIN",
+                   .footer = "Examples:\n  wlanctl wps pbc 2.4g 1\n  wlanctl wps status 2.4g 1",
+                   .verbs = kVerbs};
 
 }  // namespace wlanctl

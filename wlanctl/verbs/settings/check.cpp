@@ -2,26 +2,24 @@
 #include <cerrno>
 #include <cstring>
 
+#include "wlanctl/base/report.h"
+#include "wlanctl/base/terminal.h"
 #include "wlanctl/check/dat_check.h"
-#include "wlanctl/command_line/command.h"
-#include "wlanctl/files/state_file.h"
+#include "wlanctl/command_line/common_words.h"
+#include "wlanctl/files/bytes.h"
+#include "wlanctl/verbs/verbs.h"
 
 namespace wlanctl {
 namespace {
 
-struct Words {
-  std::vector<std::string> files;
-  std::string band;
-};
-
 Json shown(const DatFinding& finding) {
   const auto number_or_null = [](int number) { return number == 0 ? Json() : Json(number); };
   return {{"line", number_or_null(finding.line)},
-          {"key", json_text(finding.key)},
+          {"key", finding.key},
           {"field", number_or_null(finding.field)},
           {"kind", word_for(finding.kind)},
-          {"value", finding.has_value ? json_text(finding.value) : Json()},
-          {"reason", json_text(finding.reason)},
+          {"value", finding.has_value ? finding.value : Json()},
+          {"reason", finding.reason},
           {"accepted", finding.accepted.empty() ? Json() : Json(finding.accepted)}};
 }
 
@@ -41,9 +39,8 @@ std::string line_of(const std::string& file, const DatFinding& finding) {
 bool check(const std::string& file, const std::string& band_text, Report& report, Json& files, size_t& found) {
   const std::optional<std::string> bytes = read_bytes(file);
   if (!bytes) {
-    report.problem({"cannot read " + file + ": " + std::strerror(errno),
-                    "is it there, a file, and readable?",
-                    {{"file", json_text(file)}}});
+    report.problem(
+        {"cannot read " + file + ": " + std::strerror(errno), "is it there, a file, and readable?", {{"file", file}}});
     return false;
   }
   const std::optional<Band> band = band_text.empty() ? band_of_dat_path(file) : parse_band(band_text);
@@ -60,46 +57,47 @@ bool check(const std::string& file, const std::string& band_text, Report& report
   if (findings.empty()) {
     report.text() << printable(file) << (band ? std::string(" (") + label_of(*band) + ")" : "") << ": nothing found\n";
   } else {
-    report.problem({count_of(findings.size(), "finding") + " in " + file,
-                    "mend the lines and check again",
-                    {{"file", json_text(file)}}});
+    report.problem(
+        {count_of(findings.size(), "finding") + " in " + file, "mend the lines and check again", {{"file", file}}});
   }
-  files.push_back({{"file", json_text(file)},
-                   {"band", band ? Json(label_of(*band)) : Json()},
-                   {"findings", std::move(shown_findings)}});
+  files.push_back(
+      {{"file", file}, {"band", band ? Json(label_of(*band)) : Json()}, {"findings", std::move(shown_findings)}});
   found += findings.size();
   return true;
 }
 
-int run(const Words& words, Context& context) {
+int run(const Words& words, Report& report) {
   Json files = Json::array();
   size_t found = 0;
   bool all_read = true;
   for (const std::string& file : words.files) {
-    all_read = check(file, words.band, context.report, files, found) && all_read;
+    all_read = check(file, words.band, report, files, found) && all_read;
   }
-  context.report.data() = {{"files", std::move(files)}};
+  report.data() = {{"files", std::move(files)}};
   if (!all_read) return kWrongUsage;
   return found == 0 ? kDone : kRefused;
 }
 
+std::string bands() {
+  return std::string(label_of(Band::k2_4G)) + "," + label_of(Band::k5G);
+}
+
+constexpr Word kWords[] = {
+    {"FILE", &Words::files, "Dat files", {.required = true, .offers = "file"}},
+    {"--band",
+     &Words::band,
+     "The files' band, 2.4g or 5g; else told by their names where it can be",
+     {.choices = bands, .any_case = true}},
+};
+
 }  // namespace
 
-void add_check(CLI::App& app, Context& context) {
-  add_verb<Words>(
-      app, context, "check", "Look for mistakes in dat files, touching nothing",
-      [](CLI::App& verb, Words& words) {
-        verb.add_option("FILE", words.files, "Dat files")->required();
-        verb.add_option("--band", words.band, "The files' band, 2.4g or 5g; else told by their names where it can be")
-            ->check(CLI::IsMember({label_of(Band::k2_4G), label_of(Band::k5G)}, CLI::ignore_case));
-        verb.footer(
-            "One line per finding: FILE:LINE: KEY: reason. The library's own setters judge\n"
-            "the values. Exit codes: 0 nothing found, 1 findings, 2 a file cannot be read.\n\n"
-            "Examples:\n"
-            "  wlanctl check /etc/Wireless/RT2860AP/RT2860AP.dat\n"
-            "  wlanctl check --band 5g new.dat");
-      },
-      run);
-}
+const Verb kCheck = {"check", "Look for mistakes in dat files, touching nothing",
+                     "One line per finding: FILE:LINE: KEY: reason. The library's own setters judge\n"
+                     "the values. Exit codes: 0 nothing found, 1 findings, 2 a file cannot be read.\n\n"
+                     "Examples:\n"
+                     "  wlanctl check /etc/Wireless/RT2860AP/RT2860AP.dat\n"
+                     "  wlanctl check --band 5g new.dat",
+                     kWords, run};
 
 }  // namespace wlanctl

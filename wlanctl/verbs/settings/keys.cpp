@@ -1,20 +1,18 @@
 // keys: every setting with its scope, what it takes and what it means.
-#include "wlanctl/base/wrap.h"
-#include "wlanctl/command_line/command.h"
+#include "wlanctl/base/report.h"
+#include "wlanctl/base/terminal.h"
+#include "wlanctl/command_line/common_words.h"
 #include "wlanctl/keys/key.h"
+#include "wlanctl/verbs/verbs.h"
 
 namespace wlanctl {
 namespace {
-
-struct Words {
-  std::string band;
-};
 
 constexpr size_t kIndentation = 4;
 constexpr size_t kNameWidth = 26;
 constexpr size_t kScopeWidth = 6;
 
-void print_row(std::ostream& text, const std::string& name, const std::string& scope, const std::string& accepted) {
+void print_row(Text& text, const std::string& name, const std::string& scope, const std::string& accepted) {
   std::string head = name + ' ';
   head.append(head.size() < kNameWidth ? kNameWidth - head.size() : 0, ' ');
   head += scope;
@@ -25,8 +23,8 @@ void print_row(std::ostream& text, const std::string& name, const std::string& s
   }
 }
 
-int run(const Words& words, Context& context) {
-  std::ostream& text = context.report.text();
+int run(const Words& words, Report& report) {
+  Text& text = report.text();
   print_row(text, "KEY", "OF", "ACCEPTS");
   Json keys = Json::array();
   const std::optional<Band> only = parse_band(words.band);
@@ -48,20 +46,15 @@ int run(const Words& words, Context& context) {
                     {"meaning", key.meaning},
                     {"secret", key.secret}});
   }
-  context.report.data() = {{"keys", std::move(keys)}};
+  report.data() = {{"keys", std::move(keys)}};
   return kDone;
 }
 
+constexpr Word kWords[] = {word::kBand};
+
 }  // namespace
 
-void add_keys(CLI::App& app, Context& context) {
-  add_verb<Words>(
-      app, context, "keys", "List the settings: whose, what they take and mean",
-      [](CLI::App& verb, Words& words) {
-        add_band(verb, words.band);
-        verb.footer("Examples:\n  wlanctl keys\n  wlanctl keys 5g | grep VHT");
-      },
-      run);
-}
+const Verb kKeys = {"keys", "List the settings: whose, what they take and mean",
+                    "Examples:\n  wlanctl keys\n  wlanctl keys 5g | grep VHT", kWords, run};
 
 }  // namespace wlanctl

@@ -1,44 +1,39 @@
 // set: changes the live store, all of it or nothing.
+#include "wlanctl/base/report.h"
 #include "wlanctl/base/signal_hold.h"
-#include "wlanctl/command_line/command.h"
+#include "wlanctl/base/terminal.h"
+#include "wlanctl/command_line/common_words.h"
 #include "wlanctl/confirm/pending.h"
+#include "wlanctl/confirm/recovery.h"
 #include "wlanctl/files/lock.h"
 #include "wlanctl/keys/assignment.h"
+#include "wlanctl/keys/danger.h"
+#include "wlanctl/keys/dat_key.h"
 #include "wlanctl/keys/json_value.h"
+#include "wlanctl/keys/secret_mask.h"
 #include "wlanctl/library/messages.h"
 #include "wlanctl/library/output.h"
 #include "wlanctl/library/shell.h"
-#include "wlanctl/store/store.h"
+#include "wlanctl/store/private_store.h"
+#include "wlanctl/store/value.h"
+#include "wlanctl/verbs/verbs.h"
 
 namespace wlanctl {
 namespace {
 
-struct Words {
-  std::string band;
-  std::vector<std::string> assignments;
-  std::vector<std::string> files;
-  bool literal = false;
-  bool force = false;
-  unsigned wait_seconds = 10;
-};
-
-std::string shown(const Key& key, const std::string& value) {
-  return key.secret && !value.empty() ? kMasked : value;
-}
-
-Json details_of(Band band, const Assignment& assignment, const std::string& reason) {
+Json about_assignment(Band band, const Assignment& assignment, const std::string& reason) {
   return {{"band", label_of(band)},
           {"key", assignment.target.name()},
-          {"value", json_text(shown(*assignment.target.key, assignment.value))},
-          {"reason", json_text(reason)},
+          {"value", shown_value(*assignment.target.key, assignment.value)},
+          {"reason", reason},
           {"accepted", words_for(assignment.target.key->accepted)}};
 }
 
 void refuse(Report& report, Band band, const Assignment& assignment, const std::string& reason,
             const std::string& next) {
   const Key& key = *assignment.target.key;
-  report.problem({assignment.target.name() + " cannot be \"" + shown(key, assignment.value) + "\": " + reason, next,
-                  details_of(band, assignment, reason)});
+  report.problem({assignment.target.name() + " cannot be \"" + shown_value(key, assignment.value) + "\": " + reason,
+                  next, about_assignment(band, assignment, reason)});
 }
 
 // Asks the library's own setter, and only that. Some tell the driver too, whose tool prints.
@@ -47,7 +42,7 @@ bool is_stored(Band band, const Assignment& assignment) {
   clear_shell_status();
   const CaughtOutput unheard;
   const Key& key = *assignment.target.key;
-  if (key.setter(static_cast<uint32_t>(number_of(band)), assignment.target.index, assignment.value.c_str()) != 0) {
+  if (key.setter(wifi_type_of(band), assignment.target.index, assignment.value.c_str()) != 0) {
     return false;
   }
   spread_list(band, key, assignment.value);
@@ -86,15 +81,11 @@ struct Stored {
 
 void take_back(Band band, const std::vector<Stored>& stored) {
   for (auto one = stored.rbegin(); one != stored.rend(); ++one) {
-    const Key& key = *one->target.key;
-    const int field = key.numbering == Numbering::kShared ? one->target.index : -1;
-    (void)update_attr(number_of(band), field, dat_key_of(key, one->target.index).c_str(), one->before.c_str());
-    spread_list(band, key, one->before);
+    write_value(band, *one->target.key, one->target.index, one->before);
   }
 }
 
-int run(const Words& words, Context& context) {
-  Report& report = context.report;
+int run(const Words& words, Report& report) {
   const Band band = *parse_band(words.band);
   std::vector<Assignment> assignments;
   read_assignments(words, band, report, &assignments);
@@ -104,7 +95,7 @@ int run(const Words& words, Context& context) {
   }
   const ToolLock lock(report, words.wait_seconds);
   if (!lock) return lock.exit_code();
-  if (!open_store(band, report)) return kNoStore;
+  if (!open_band(band, report)) return kNoStore;
   note_waiting(band, report);
   try_out(words, band, report, assignments);
   report.data() = {{"band", label_of(band)}, {"changes", Json::array()}};
@@ -114,7 +105,7 @@ int run(const Words& words, Context& context) {
   const SignalHold hold;
   std::vector<Stored> stored;
   Json changes = Json::array();
-  std::ostringstream text;
+  Text text;
   for (const Assignment& assignment : assignments) {
     const Key& key = *assignment.target.key;
     const std::string before = read_value(band, key, assignment.target.index).value_or("");
@@ -129,47 +120,46 @@ int run(const Words& words, Context& context) {
                       "is the driver well? set it again then",
                       {{"band", label_of(band)}, {"key", assignment.target.name()}}});
     }
-    if (std::string(key.name) == "AccessControlList" && assignment.value.find(';') != std::string::npos) {
+    if (std::string(key.name) == kAddressList && assignment.value.find(';') != std::string::npos) {
       report.note(assignment.target.name() + ": a boot loads the first address of a list only");
     }
     changes.push_back({{"key", key.name},
                        {"index", assignment.target.index},
-                       {"before", json_value(key, shown(key, before))},
-                       {"after", json_value(key, shown(key, assignment.value))}});
-    text << label_of(band) << ' ' << assignment.target.name() << " = " << printable(shown(key, assignment.value))
-         << "  (was " << printable(shown(key, before)) << ")\n";
+                       {"before", json_value(key, shown_value(key, before))},
+                       {"after", json_value(key, shown_value(key, assignment.value))}});
+    text << label_of(band) << ' ' << assignment.target.name() << " = " << printable(shown_value(key, assignment.value))
+         << "  (was " << printable(shown_value(key, before)) << ")\n";
   }
   report.text() << text.str();
   report.data()["changes"] = std::move(changes);
   return report.has_problems() ? kNoAnswer : kDone;
 }
 
+constexpr Word kWords[] = {
+    word::kOneBand,
+    {"KEY=VALUE",
+     &Words::assignments,
+     "KEY=VALUE for the band, KEY:SSID=VALUE for an SSID; - is a line of standard input",
+     {.offers = "assignment"}},
+    {"--file",
+     &Words::files,
+     "KEY[:SSID]=PATH: the value is the first line of a file",
+     {.value_name = "KEY=PATH", .offers = "file-assignment"}},
+    {"--literal", &Words::literal, "- means a dash"},
+    {"--force", &Words::force, "Store what a shell or the dat file would take apart"},
+    word::kWait,
+};
+
 }  // namespace
 
-void add_set(CLI::App& app, Context& context) {
-  add_verb<Words>(
-      app, context, "set", "Change the live store: all of the values, or none",
-      [](CLI::App& verb, Words& words) {
-        add_band(verb, words.band)->required();
-        verb.add_option("KEY=VALUE", words.assignments,
-                        "KEY=VALUE for the band, KEY:SSID=VALUE for an SSID; - is a "
-                        "line of standard input");
-        verb.add_option("--file", words.files, "KEY[:SSID]=PATH: the value is the first line of a file")
-            ->allow_extra_args(false)
-            ->type_name("KEY=PATH");
-        verb.add_flag("--literal", words.literal, "- means a dash");
-        verb.add_flag("--force", words.force, "Store what a shell or the dat file would take apart");
-        verb.add_option("--wait", words.wait_seconds, "Seconds to wait for another wlanctl")->capture_default_str();
-        verb.footer(
-            "The settings are in the live store then; save or apply brings them to the dat\n"
-            "file. They are tried in the order given, and the last one of a key counts. Six\n"
-            "of WPS go to the driver at once: WscConfMode, WscConfStatus, WscV2Support,\n"
-            "WscMaxPinAttack, WscKeyASCII and WscSetupLockTime.\n\n"
-            "Examples:\n"
-            "  wlanctl set 2.4g Channel=11 HideSSID:2=1\n"
-            "  wlanctl set 2.4g WPAPSK:1=- <passphrase.txt");
-      },
-      run);
-}
+const Verb kSet = {"set", "Change the live store: all of the values, or none",
+                   "The settings are in the live store then; save or apply brings them to the dat\n"
+                   "file. They are tried in the order given, and the last one of a key counts. Six\n"
+                   "of WPS go to the driver at once: WscConfMode, WscConfStatus, WscV2Support,\n"
+                   "WscMaxPinAttack, WscKeyASCII and WscSetupLockTime.\n\n"
+                   "Examples:\n"
+                   "  wlanctl set 2.4g Channel=11 HideSSID:2=1\n"
+                   "  wlanctl set 2.4g WPAPSK:1=- <passphrase.txt",
+                   kWords, run};
 
 }  // namespace wlanctl

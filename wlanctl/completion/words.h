@@ -1,12 +1,10 @@
-// The words of the command line, verb by verb, taken from its description: what Tab completes.
+// The words of the command line, verb by verb: what Tab completes.
 #pragma once
 
 #include <string>
 #include <vector>
 
-namespace CLI {
-class App;
-}
+#include "wlanctl/command_line/verb.h"
 
 namespace wlanctl {
 
@@ -29,6 +27,6 @@ struct VerbWords {
   std::vector<VerbWords> verbs;
 };
 
-VerbWords words_of(const CLI::App& app);
+VerbWords words_of(const Program& program);
 
 }  // namespace wlanctl
