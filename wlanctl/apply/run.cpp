@@ -53,10 +53,9 @@ bool write_dat_file(Band band, bool commit, Report& report) {
   (void)commands.end();
   if (result == 0) return true;
   const std::string reason = first_reason();
-  report.problem({std::string(label_of(band)) + " was not applied, " + dat_path_of(band) + " cannot be written" +
-                      (reason.empty() ? "" : ": ") + reason,
-                  "is the file writable, is there room, and is no line of it longer than 185 characters?",
-                  about(band)});
+  report.problem(
+      {std::string(label_of(band)) + " was not applied, " + dat_path_of(band) + " cannot be written" + because(reason),
+       "is the file writable, is there room, and is no line of it longer than 185 characters?", about(band)});
   return false;
 }
 

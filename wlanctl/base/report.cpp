@@ -34,6 +34,10 @@ Json about(Band band, const std::string& interface) {
   return {{"band", label_of(band)}, {"interface", interface}};
 }
 
+Json about(Band band, int ssid) {
+  return {{"band", label_of(band)}, {"ssid", ssid}};
+}
+
 void Report::begin(const std::string& verb, bool as_json) {
   verb_ = verb;
   as_json_ = as_json;

@@ -29,6 +29,7 @@ struct Problem {
 // The details of a problem with a band.
 Json about(Band band);
 Json about(Band band, const std::string& interface);
+Json about(Band band, int ssid);
 
 class Report {
  public:

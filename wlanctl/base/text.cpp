@@ -71,6 +71,10 @@ std::string without_line_end(const std::string& text) {
   return text.substr(0, text.find_first_of("\r\n"));
 }
 
+std::string because(const std::string& reason) {
+  return reason.empty() ? "" : ": " + reason;
+}
+
 std::optional<int64_t> number_in(const std::string& text) {
   int64_t number = 0;
   const char* const end = text.data() + text.size();

@@ -37,6 +37,9 @@ std::vector<std::string> words_of(const std::string& text);
 
 std::string without_line_end(const std::string& text);  // what stands before the first "\r" or "\n"
 
+// ": reason", or nothing where none was given.
+std::string because(const std::string& reason);
+
 // A decimal number and nothing else.
 std::optional<int64_t> number_in(const std::string& text);
 

@@ -1,4 +1,5 @@
 // Completion for bash, without the help of other completion packages: a gateway has none.
+#include "wlanctl/base/text.h"
 #include "wlanctl/completion/completion.h"
 
 namespace wlanctl {
@@ -162,16 +163,15 @@ complete -F _wlanctl wlanctl
 )bash";
 
 std::string words_line(const VerbWords& verb) {
-  std::string verbs, options, arguments;
-  for (const VerbWords& below : verb.verbs) verbs += (verbs.empty() ? "" : " ") + below.name;
+  std::vector<std::string> verbs, options;
+  for (const VerbWords& below : verb.verbs) verbs.push_back(below.name);
   for (const OptionWords& option : verb.options) {
-    options += (options.empty() ? "" : " ") + option.name + (option.value.empty() ? "" : "=" + option.value);
+    options.push_back(option.name + (option.value.empty() ? "" : "=" + option.value));
   }
-  for (const WordKind& kind : verb.arguments) arguments += (arguments.empty() ? "" : " ") + kind;
   std::string line = "    " + shell_quoted(verb.path) + ")\n";
-  if (!verbs.empty()) line += "      verbs=" + shell_quoted(verbs) + "\n";
-  line += "      options=" + shell_quoted(options) + "\n";
-  if (!arguments.empty()) line += "      arguments=" + shell_quoted(arguments) + "\n";
+  if (!verbs.empty()) line += "      verbs=" + shell_quoted(joined(verbs, " ")) + "\n";
+  line += "      options=" + shell_quoted(joined(options, " ")) + "\n";
+  if (!verb.arguments.empty()) line += "      arguments=" + shell_quoted(joined(verb.arguments, " ")) + "\n";
   return line + "      ;;\n";
 }
 

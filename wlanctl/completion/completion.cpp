@@ -1,5 +1,7 @@
 #include "wlanctl/completion/completion.h"
 
+#include "wlanctl/base/text.h"
+
 namespace wlanctl {
 
 std::string shell_quoted(const std::string& text) {
@@ -15,11 +17,11 @@ std::string shell_quoted(const std::string& text) {
 }
 
 std::string bands_with(const Key& key) {
-  std::string bands;
+  std::vector<std::string> bands;
   for (const Band band : kBands) {
-    if (key.is_on(band)) bands += (bands.empty() ? "" : ",") + std::string(label_of(band));
+    if (key.is_on(band)) bands.emplace_back(label_of(band));
   }
-  return bands;
+  return joined(bands, ",");
 }
 
 std::vector<std::string> offers_of(const Key& key) {

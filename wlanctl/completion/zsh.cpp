@@ -1,4 +1,5 @@
 // Completion for zsh, with the meaning of each word beside it.
+#include "wlanctl/base/text.h"
 #include "wlanctl/completion/completion.h"
 
 namespace wlanctl {
@@ -142,8 +143,7 @@ void add_words(const VerbWords& verb, std::string* text) {
 }
 
 std::string row_of(const Key& key) {
-  std::string offers;
-  for (const std::string& offer : offers_of(key)) offers += (offers.empty() ? "" : ",") + offer;
+  const std::string offers = joined(offers_of(key), ",");
   return std::string(key.name) + " " + word_for(key.scope) + " " + bands_with(key) + " " +
          (offers.empty() ? "none" : offers) + " " + key.meaning;
 }

@@ -12,10 +12,6 @@
 namespace wlanctl {
 namespace {
 
-Json about_key(const std::string& key, Band band) {
-  return {{"band", label_of(band)}, {"key", key}};
-}
-
 std::string hint_for(const std::string& name) {
   constexpr size_t kMost = 4;
   std::vector<std::string> similar = similar_keys(name);
@@ -80,6 +76,10 @@ std::optional<Assignment> split(const std::string& text, Band band, Report& repo
 }
 
 }  // namespace
+
+Json about_key(const std::string& key, Band band) {
+  return {{"band", label_of(band)}, {"key", key}};
+}
 
 std::string Target::name() const {
   return index == -1 ? key->name : std::string(key->name) + ":" + std::to_string(index);

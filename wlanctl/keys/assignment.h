@@ -18,6 +18,9 @@ struct Target {
   std::string name() const;
 };
 
+// The details of a problem with a setting.
+Json about_key(const std::string& key, Band band);
+
 // Reads KEY or KEY:INDEX; none with a problem that says what is wrong with it on this band.
 std::optional<Target> parse_target(const std::string& text, Band band, Report& report);
 

@@ -29,8 +29,7 @@ bool has_ssid(Band band, int number, Report& report) {
   if (number >= 1 && number <= count) return true;
   report.problem(
       {std::string(label_of(band)) + " has " + std::to_string(count) + " SSIDs, and no SSID " + std::to_string(number),
-       "name one of them",
-       {{"band", label_of(band)}, {"ssid", number}}});
+       "name one of them", about(band, number)});
   return false;
 }
 

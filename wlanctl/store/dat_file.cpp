@@ -32,7 +32,7 @@ std::string dat_path_of(Band band) {
   return dat_path_variable(band);
 }
 
-std::optional<std::vector<wifimgr_attr_record>> parse_dat_file(Band band, const StoreLock& /*lock*/) {
+std::optional<std::vector<wifimgr_attr_record>> look_at_dat_file(Band band, const StoreLock& /*lock*/) {
   std::FILE* const file = std::fopen(dat_path_of(band).c_str(), "re");
   if (file == nullptr) return std::nullopt;
   std::vector<wifimgr_attr_record> records;
@@ -49,8 +49,8 @@ std::optional<std::vector<wifimgr_attr_record>> parse_dat_file(Band band, const 
 
 std::optional<std::vector<wifimgr_attr_record>> parse_dat_file(Band band) {
   for (int look = 1;; ++look) {
-    auto file = parse_dat_file(band, StoreLock(band));
-    if (!file || !file->empty() || look == kLooks) return file;
+    auto file = look_at_dat_file(band, StoreLock(band));
+    if (!file || !file->empty() || look == kMostLooks) return file;
     pause_between_looks();
   }
 }

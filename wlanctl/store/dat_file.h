@@ -17,10 +17,10 @@ std::string dat_path_of(Band band);
 // Never in the middle of another process's save; none when it cannot be opened.
 std::optional<std::vector<wifimgr_attr_record>> parse_dat_file(Band band);
 
-// The same at this moment, by who has the lock. A save empties the file before it takes the lock: without a record in it
-// the file is worth another look, `kLooks` times at most.
-std::optional<std::vector<wifimgr_attr_record>> parse_dat_file(Band band, const StoreLock& lock);
-inline constexpr int kLooks = 11;
+// One look at the file, by who has the lock. A save empties the file before it takes the lock: what lacks records may be
+// whole at the next look.
+std::optional<std::vector<wifimgr_attr_record>> look_at_dat_file(Band band, const StoreLock& lock);
+inline constexpr int kMostLooks = 11;
 void pause_between_looks();
 
 }  // namespace wlanctl

@@ -43,7 +43,7 @@ std::vector<std::string> missing_keys(const std::vector<wifimgr_attr_record>& li
 Reverted try_to_revert(Band band, bool even_if_incomplete) {
   Reverted reverted;
   const StoreLock lock(band);
-  auto file = parse_dat_file(band, lock);
+  auto file = look_at_dat_file(band, lock);
   if (!file) {
     reverted.how = Reverting::kUnreadable;
     return reverted;
@@ -67,8 +67,8 @@ bool is_complete(Band band, const std::vector<wifimgr_attr_record>& file) {
 
 Reverted revert_store(Band band, bool even_if_incomplete) {
   for (int look = 1;; ++look) {
-    Reverted reverted = try_to_revert(band, even_if_incomplete && look == kLooks);
-    if (reverted.how != Reverting::kIncomplete || look == kLooks) return reverted;
+    Reverted reverted = try_to_revert(band, even_if_incomplete && look == kMostLooks);
+    if (reverted.how != Reverting::kIncomplete || look == kMostLooks) return reverted;
     pause_between_looks();
   }
 }

@@ -5,7 +5,6 @@
 #include "wlanctl/apply/run.h"
 #include "wlanctl/base/report.h"
 #include "wlanctl/base/signal_hold.h"
-#include "wlanctl/base/terminal.h"
 #include "wlanctl/command_line/common_words.h"
 #include "wlanctl/confirm/guardian.h"
 #include "wlanctl/confirm/pending.h"
@@ -141,7 +140,7 @@ int judge_scripts(const Job& job, Report& report) {
         {"the driver's script of SSID " + std::to_string(script.ssid) + " of " + label_of(job.band) +
              " failed, with status " + std::to_string(script.status),
          "wlanctl apply " + std::string(label_of(job.band)) + " tells it again; the kernel's log may say why",
-         {{"band", label_of(job.band)}, {"ssid", script.ssid}}});
+         about(job.band, script.ssid)});
   }
   return report.has_problems() ? kNoAnswer : kDone;
 }

@@ -1,6 +1,5 @@
 // confirm: keeps what an apply with --confirm brought into force.
 #include "wlanctl/base/report.h"
-#include "wlanctl/base/terminal.h"
 #include "wlanctl/command_line/common_words.h"
 #include "wlanctl/confirm/pending.h"
 #include "wlanctl/confirm/recovery.h"

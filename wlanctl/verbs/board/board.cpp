@@ -2,7 +2,6 @@
 #include "wifimgr_lib.h"
 #include "wlanctl/base/report.h"
 #include "wlanctl/base/terminal.h"
-#include "wlanctl/command_line/common_words.h"
 #include "wlanctl/library/query.h"
 #include "wlanctl/library/shell.h"
 #include "wlanctl/verbs/verbs.h"
@@ -38,7 +37,7 @@ int light(const Words& words, Report& report) {
   std::string reason;
   const auto tell = [&] { return wifimgr_lib_set_LED_WLAN(words.led_text.c_str()) == 0 && last_shell_status() == 0; };
   if (!call_quietly(tell, &reason)) {
-    report.problem({std::string("the LED was not told") + (reason.empty() ? "" : ": ") + reason,
+    report.problem({std::string("the LED was not told") + because(reason),
                     "is this the gateway, and are you root?",
                     {{"value", words.led_text}, {"reason", reason}}});
     return kNoAnswer;

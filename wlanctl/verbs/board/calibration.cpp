@@ -5,7 +5,6 @@
 
 #include "wifimgr_lib.h"
 #include "wlanctl/base/report.h"
-#include "wlanctl/base/terminal.h"
 #include "wlanctl/command_line/common_words.h"
 #include "wlanctl/files/lock.h"
 #include "wlanctl/library/query.h"
@@ -69,7 +68,7 @@ int read(const Words& words, Report& report) {
                     "flash the band's own image", std::move(details)});
     return kRefused;
   }
-  report.problem({std::string(label_of(band)) + ": flash gave no image" + (said.empty() ? "" : ": ") + said,
+  report.problem({std::string(label_of(band)) + ": flash gave no image" + because(said),
                   "is this the gateway, and are you root?", std::move(details)});
   return kNoAnswer;
 }
@@ -97,7 +96,7 @@ int write(const Words& words, Report& report) {
   if (!call_quietly(flash, &said)) {
     Json details = about_image(band);
     details["reason"] = said;
-    report.problem({std::string(label_of(band)) + ": the image was not written" + (said.empty() ? "" : ": ") + said,
+    report.problem({std::string(label_of(band)) + ": the image was not written" + because(said),
                     "compare flash with the file before the next boot", std::move(details)});
     return kNoAnswer;
   }

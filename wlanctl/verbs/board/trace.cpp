@@ -6,8 +6,6 @@
 
 #include "wifimgr_lib.h"
 #include "wlanctl/base/report.h"
-#include "wlanctl/base/terminal.h"
-#include "wlanctl/command_line/common_words.h"
 #include "wlanctl/library/query.h"
 #include "wlanctl/verbs/verbs.h"
 

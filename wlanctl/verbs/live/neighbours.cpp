@@ -1,7 +1,6 @@
 // neighbours: who else sends on the band.
 #include "wlanctl/live/neighbours.h"
 #include "wlanctl/base/report.h"
-#include "wlanctl/base/terminal.h"
 #include "wlanctl/command_line/common_words.h"
 #include "wlanctl/live/radio.h"
 #include "wlanctl/verbs/verbs.h"

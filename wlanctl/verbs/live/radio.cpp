@@ -36,7 +36,7 @@ int turn(const Words& words, Report& report, Switch position) {
     ssids.push_back({{"ssid", ssid.number}, {"interface", ssid.interface}, {"state", word_for(ssid.link)}});
     rows.push_back({"  " + ssid.interface, word_for(ssid.link), printable(ssid.name)});
     if (is_as_wanted(ssid, position)) continue;
-    report.problem({ssid.interface + " is still " + word_for(ssid.link) + (reason.empty() ? "" : ": ") + reason,
+    report.problem({ssid.interface + " is still " + word_for(ssid.link) + because(reason),
                     "are you root, and is the driver well?",
                     {{"band", label_of(band)}, {"interface", ssid.interface}, {"reason", reason}}});
   }

@@ -7,7 +7,6 @@
 
 #include "wlanctl/base/report.h"
 #include "wlanctl/base/terminal.h"
-#include "wlanctl/command_line/common_words.h"
 #include "wlanctl/confirm/pending.h"
 #include "wlanctl/confirm/recovery.h"
 #include "wlanctl/live/board.h"

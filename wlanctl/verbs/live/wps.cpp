@@ -3,7 +3,6 @@
 #include <cstdlib>
 
 #include "wlanctl/base/report.h"
-#include "wlanctl/base/terminal.h"
 #include "wlanctl/command_line/common_words.h"
 #include "wlanctl/confirm/recovery.h"
 #include "wlanctl/files/lock.h"
@@ -104,7 +103,7 @@ int open_ssid(const Words& words, Band band, Report& report) {
   if (is_there(band, report)) {
     report.problem({"there is no " + interface_of(band, words.ssid - 1) + " yet",
                     std::string("bring the SSID into force: wlanctl apply ") + label_of(band),
-                    {{"band", label_of(band)}, {"ssid", words.ssid}}});
+                    about(band, words.ssid)});
   }
   return kNoAnswer;
 }
@@ -128,14 +127,13 @@ int act(const Words& words, Report& report, const char* action, Write write) {
     return script.path() != nullptr && write(script.path(), number_of(band), words.ssid - 1) == 0 && !script.is_empty();
   };
   if (!call_quietly(write_script, &reason)) {
-    report.problem({std::string("no script to ") + action + " could be written" + (reason.empty() ? "" : ": ") + reason,
-                    "is there room in /tmp?",
-                    {{"band", label_of(band)}, {"ssid", words.ssid}}});
+    report.problem({std::string("no script to ") + action + " could be written" + because(reason),
+                    "is there room in /tmp?", about(band, words.ssid)});
     return kRefused;
   }
   std::string printed;
   if (!script.run(&printed)) {
-    report.problem({std::string("the driver did not ") + action + (printed.empty() ? "" : ": ") + printed,
+    report.problem({std::string("the driver did not ") + action + because(printed),
                     "is the driver well? wlanctl status tells",
                     {{"band", label_of(band)}, {"ssid", words.ssid}, {"reason", printed}}});
     return kNoAnswer;

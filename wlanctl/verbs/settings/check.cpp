@@ -5,7 +5,6 @@
 #include "wlanctl/base/report.h"
 #include "wlanctl/base/terminal.h"
 #include "wlanctl/check/dat_check.h"
-#include "wlanctl/command_line/common_words.h"
 #include "wlanctl/files/bytes.h"
 #include "wlanctl/verbs/verbs.h"
 

@@ -26,7 +26,7 @@ int run(const Words& words, Report& report) {
     if (!value) {
       report.problem({target.name() + " is not in the dat file of " + label_of(band),
                       "add the line " + dat_key_of(*target.key, target.index) + "= to it and load it anew",
-                      {{"band", label_of(band)}, {"key", target.name()}}});
+                      about_key(target.name(), band)});
       continue;
     }
     rows.push_back({target.name(), printable(*value)});

@@ -117,8 +117,7 @@ int run(const Words& words, Report& report) {
     stored.push_back({assignment.target, before});
     if (last_shell_status() != 0) {
       report.problem({"the driver did not take " + assignment.target.name() + ", which is in the store now",
-                      "is the driver well? set it again then",
-                      {{"band", label_of(band)}, {"key", assignment.target.name()}}});
+                      "is the driver well? set it again then", about_key(assignment.target.name(), band)});
     }
     if (std::string(key.name) == kAddressList && assignment.value.find(';') != std::string::npos) {
       report.note(assignment.target.name() + ": a boot loads the first address of a list only");

@@ -63,8 +63,7 @@ int run(const Words& words, Report& report) {
     if (!open_band(band, report)) return kNoStore;
     if (words.ssid > ssid_count(band)) {
       report.problem({std::string(label_of(band)) + " has " + std::to_string(ssid_count(band)) + " SSIDs",
-                      "name one of them",
-                      {{"band", label_of(band)}, {"ssid", words.ssid}}});
+                      "name one of them", about(band, words.ssid)});
       return kRefused;
     }
     bands.push_back(show_band(report, band, words));
