@@ -54,7 +54,7 @@ allow wlanctl/check "$tool" wlanctl/base wlanctl/library wlanctl/keys wlanctl/st
 allow wlanctl/live "$tool" wlanctl/base wlanctl/library wlanctl/store wlanctl/live
 allow wlanctl/apply "$tool" wlanctl/base wlanctl/files wlanctl/library wlanctl/keys wlanctl/store wlanctl/apply
 allow wlanctl/confirm "$tool" wlanctl/base wlanctl/files wlanctl/store wlanctl/apply wlanctl/confirm
-allow wlanctl/command_line none wlanctl/base wlanctl/command_line
+allow wlanctl/command_line "$tool" wlanctl/base wlanctl/command_line
 allow wlanctl/completion none wlanctl/base wlanctl/keys wlanctl/command_line wlanctl/completion
 allow wlanctl "$tool" wlanctl/base wlanctl/files wlanctl/library wlanctl/keys wlanctl/store wlanctl/check wlanctl/live \
   wlanctl/apply wlanctl/confirm wlanctl/command_line wlanctl/completion wlanctl/verbs

@@ -3,11 +3,10 @@
 
 #include <string>
 
+#include "wifimgr_lib.h"
 #include "wlanctl/command_line/verb.h"
 
 namespace wlanctl::word {
-
-inline constexpr int kMostSsids = 8;
 
 std::string band_refusal(const std::string& text);
 
@@ -17,9 +16,10 @@ inline constexpr Word kOneBand = {
     "BAND", &Words::band, "2.4g or 5g", {.required = true, .refusal = band_refusal, .offers = "band"}};
 
 // All SSIDs where it is left out.
-inline constexpr Word kSsid = {"SSID", &Words::ssid, "1 to 8", {.lowest = 1, .highest = kMostSsids, .needs = "BAND"}};
+inline constexpr Word kSsid = {
+    "SSID", &Words::ssid, "1 to 8", {.lowest = 1, .highest = WIFIMGR_FIELDS, .needs = "BAND"}};
 inline constexpr Word kOneSsid = {
-    "SSID", &Words::ssid, "1 to 8", {.required = true, .lowest = 1, .highest = kMostSsids}};
+    "SSID", &Words::ssid, "1 to 8", {.required = true, .lowest = 1, .highest = WIFIMGR_FIELDS}};
 
 inline constexpr Word kSecrets = {"--secrets", &Words::secrets, "Show passphrases and keys"};
 inline constexpr Word kWait = {

@@ -10,6 +10,7 @@
 #include <cstring>
 
 #include "wlanctl/base/report.h"
+#include "wlanctl/base/text.h"
 #include "wlanctl/files/bytes.h"
 
 namespace wlanctl {
@@ -46,8 +47,7 @@ std::string sum_of(const std::string& text) {
 }
 
 std::string this_boot() {
-  std::string id = read_bytes("/proc/sys/kernel/random/boot_id").value_or("");
-  id = id.substr(0, id.find('\n'));
+  const std::string id = without_line_end(read_bytes("/proc/sys/kernel/random/boot_id").value_or(""));
   return id.empty() ? "-" : id;
 }
 

@@ -5,7 +5,6 @@
 
 #include "wifimgr_lib.h"
 #include "wlanctl/library/query.h"
-#include "wlanctl/live/mac.h"
 #include "wlanctl/live/radio.h"
 
 namespace wlanctl {
@@ -24,12 +23,8 @@ std::vector<Process> listed(const wifimgr_process_info& info) {
 
 Board board_of(Report& report) {
   Board board;
-  char address[kMacTextSize] = "";
   const Asked bridge = {"the bridge br0", {{"interface", "br0"}}, "is there a br0? brctl show tells"};
-  if (ask(report, bridge, "its address",
-          [&] { return wifimgr_lib_get_itf_hwaddr("br0", address, sizeof address) == 0; })) {
-    board.bridge_address = mac_text(address);
-  }
+  board.bridge_address = address_of("br0", bridge, report);
   // Nothing scanned leaves the value as it was.
   constexpr int kUntold = INT_MIN;
   int package = kUntold;

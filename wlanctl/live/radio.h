@@ -21,6 +21,9 @@ const char* word_for(LinkState state);  // "absent", "down", "up"
 // Whether the driver serves the band at all; a problem when it does not.
 bool is_there(Band band, Report& report);
 
+// The interface's hardware address, of which `asked` is asked.
+std::optional<std::string> address_of(const std::string& interface, const Asked& asked, Report& report);
+
 struct Radio {
   std::optional<std::string> address;
   std::optional<int> channel;
