@@ -24,7 +24,7 @@ std::vector<Process> listed(const wifimgr_process_info& info) {
 Board board_of(Report& report) {
   Board board;
   const Asked bridge = {"the bridge br0", {{"interface", "br0"}}, "is there a br0? brctl show tells"};
-  board.bridge_address = address_of("br0", bridge, report);
+  board.bridge_address = hardware_address_of("br0", bridge, report);
   // Nothing scanned leaves the value as it was.
   constexpr int kUntold = INT_MIN;
   int package = kUntold;

@@ -44,7 +44,7 @@ bool is_there(Band band, Report& report) {
   return false;
 }
 
-std::optional<std::string> address_of(const std::string& interface, const Asked& asked, Report& report) {
+std::optional<std::string> hardware_address_of(const std::string& interface, const Asked& asked, Report& report) {
   char address[kMacTextSize] = "";
   const auto query = [&] { return wifimgr_lib_get_itf_hwaddr(interface.c_str(), address, sizeof address) == 0; };
   if (!ask(report, asked, "its address", query)) return std::nullopt;
@@ -56,7 +56,7 @@ Radio radio_of(Band band, Report& report) {
   const std::string interface = interface_of(band, 0);
   const Asked asked = asked_of(band, interface);
   Radio radio;
-  radio.address = address_of(interface, asked, report);
+  radio.address = hardware_address_of(interface, asked, report);
   radio.channel =
       number_from(report, asked, "its channel", [&](char* text) { return wifimgr_lib_get_CHANNEL(number, text); });
   radio.noise =

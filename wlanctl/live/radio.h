@@ -22,7 +22,7 @@ const char* word_for(LinkState state);  // "absent", "down", "up"
 bool is_there(Band band, Report& report);
 
 // The interface's hardware address, of which `asked` is asked.
-std::optional<std::string> address_of(const std::string& interface, const Asked& asked, Report& report);
+std::optional<std::string> hardware_address_of(const std::string& interface, const Asked& asked, Report& report);
 
 struct Radio {
   std::optional<std::string> address;
