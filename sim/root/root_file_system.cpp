@@ -260,7 +260,7 @@ void RootFileSystem::add_devices() {
   const std::string own = std::string(kNew) + "/dev/";
   make_folder(own);
   require_mount("gateway", own, "tmpfs", MS_NOSUID, "mode=0755");
-  for (const char* name : {"console", "full", "net", "null", "ptmx", "pts", "random", "tty", "urandom", "zero"}) {
+  for (const char* name : {"console", "full", "net", "null", "random", "tty", "urandom", "zero"}) {
     const std::string source = machine + name;
     struct stat status;
     if (lstat(source.c_str(), &status) != 0) continue;
@@ -271,6 +271,10 @@ void RootFileSystem::add_devices() {
     make_mount_point(source, own + name);
     if (!bind(source, own + name)) fail("bind /dev/" + std::string(name));
   }
+  // Terminals of its own: one is opened through the folder beside ptmx, which a bound ptmx has lost.
+  make_folder(own + "pts");
+  require_mount("devpts", own + "pts", "devpts", MS_NOSUID | MS_NOEXEC, "newinstance,mode=0620,ptmxmode=0666");
+  make_link("pts/ptmx", own + "ptmx");
   const std::string descriptors = "/proc/self/fd";
   make_link(descriptors, own + "fd");
   make_link(descriptors + "/0", own + "stdin");

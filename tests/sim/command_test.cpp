@@ -57,8 +57,8 @@ TEST(Command, HelpFitsATerminal) {
 }
 
 TEST(Command, AShellHasTheProgramsFolderOnItsPath) {
-  const std::string folder = std::filesystem::path(GATEWAY_SIM_PROGRAM).parent_path();
-  const Result result = shell("echo 'echo \"at $PATH:\"' | " GATEWAY_SIM_PROGRAM " --shell 2>&1");
+  const std::string folder = std::filesystem::path(gateway_sim_program()).parent_path();
+  const Result result = shell("echo 'echo \"at $PATH:\"' | " + gateway_sim_program() + " --shell 2>&1");
   EXPECT_THAT(result.out, HasSubstr("at /userfs/bin:" + folder + ":"));
   EXPECT_THAT(run({"--", "sh", "-c", "echo at $PATH:"}).out, testing::Not(HasSubstr(folder + ":")));
 }

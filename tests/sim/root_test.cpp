@@ -62,6 +62,11 @@ TEST(Root, DevicesAreThoseThatAGatewayHas) {
 
 constexpr char kLog[] = "L=/run/gateway-sim/syslog; log() { logger -t test -p user.err -- \"$1\"; };";
 
+TEST(Devices, HaveTerminalsToRecordIn) {
+  const Result result = run_script("script -qec 'tty; test -t 0 && echo terminal' /dev/null </dev/null | tr -d '\\r'");
+  EXPECT_EQ("/dev/pts/0\nterminal\n", result.out) << result.err;
+}
+
 TEST(SystemLog, IsAFileInside) {
   const Result result =
       run_script(std::string(kLog) + "log one; log two; until grep -q two $L; do :; done; cut -c17- $L");
