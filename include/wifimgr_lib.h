@@ -1585,7 +1585,8 @@ WIFIMGR_API int wifimgr_lib_service_genpincode(const char* path, int wifi_type, 
 WIFIMGR_API int wifimgr_lib_service_resetoob(const char* path, int wifi_type, int ssid_index);
 
 /* Ends the WPS daemon ("killall -9 wscd") and, when `enable` is "Yes" and WscConfMode of the SSID is not 0, starts it
- * again: "/usr/bin/wscd -i %s%d -a %s -m 1 &" with the interface and the address of br0.
+ * again: "/usr/bin/wscd -i %s%d -a %s -m 1 &" with the interface and the address of br0, or none when what
+ * get_onu_ipaddr found is no IPv4 address.
  * ssid_index  counts from 1.
  * Returns 0, also when nothing was started; -1 for another band and 1 for a null text, nothing is run then. Prints
  * "write_wlan_config:wifimgr_lib_get_wscConfMode fail." when the mode cannot be read. */
