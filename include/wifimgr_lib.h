@@ -113,7 +113,7 @@ WIFIMGR_API extern char* __rstrtok;
 /* ---- Dat file lines and list texts ------------------------------------------------------------------------------- */
 
 /* Returns how many records the band's dat file needs: its lines, a longer one counting once per 185 characters, plus
- * 5. 0 when the file cannot be opened or the band is neither 0 nor 1. Opens the file for reading. */
+ * 5. 0 when the file cannot be opened or read, or the band is neither 0 nor 1. Opens the file for reading. */
 WIFIMGR_API int get_dat_para_num(int wifi_type);
 
 /* Parses one line of a dat file, its line end included.
@@ -175,7 +175,7 @@ WIFIMGR_API int init_shm(int wifi_type);
  * The lock is taken per record, so others may see a half-loaded store, and a failure on the way leaves one. The file
  * must be writable. Refusals: "The wifi_type is wrong.", "Initialize share memory for 2.4G failed." (or 5G), "Open
  * the file %s failed." (init_shm may have cleared the store by then), "shm_tmp is NULL!", "p operation failed.", "v
- * operation failed.". */
+ * operation failed."; 1 also when the file cannot be read to its end. */
 WIFIMGR_API int creat_shm_from_datafile(int wifi_type);
 
 /* Searches the table at `segment` for the key `name`, exactly. The caller holds the lock. Returns 2 and sets *index
