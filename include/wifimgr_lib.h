@@ -268,7 +268,8 @@ WIFIMGR_API int wifimgr_lib_save_dataFile(int wifi_type);
 
 /* Rewrites the band's dat file in place from its store: "Default", then a line per record. Shared keys get as many
  * fields as there are SSIDs (at most 8, fewer at the first empty one); keys of SSIDs beyond the count are left out.
- * Holds the band's lock meanwhile. There is no backup: a failure after the file was opened leaves it cut.
+ * Holds the band's lock meanwhile, and empties the file once more when it has it. There is no backup: a failure after
+ * the file was opened leaves it cut.
  * bssid_num  the SSID count; a negative one counts as 0.
  * Refuses with 1, before the file is touched, when a line would be longer than 185 characters. Refusals also: "The
  * wifi_type is wrong.", "Open the file %s failed.", "p operation failed.", "merge some values to one line failed.",

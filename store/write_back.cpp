@@ -1,4 +1,7 @@
 // Writing a band's dat file anew from its store.
+#include <unistd.h>
+
+#include <cerrno>
 #include <cstdio>
 
 #include "store/band.h"
@@ -44,6 +47,7 @@ Composed compose_line(store::Record& record, int ssid_count, char (&line)[kCompo
   std::memcpy(key, record.key, store::kKeySize);
   const int fields = fields_to_write(key, ssid_count);
   if (fields == kLeaveOut) return Composed::kNothing;
+  if (key[0] == '\0') return Composed::kNothing;
   char values[kMergedSize] = "";
   if (merge_para(&record, values, fields) != 0) return Composed::kMergeFailed;
   (void)std::snprintf(line, sizeof line - 1, "%s=%s", key, values);
@@ -107,6 +111,12 @@ const char* check_before_writing(int band, int ssid_count, int semaphore, bool& 
   return check == Check::kMergeFailed ? kMergeRefusal : nullptr;
 }
 
+// Another save may have written since this one opened the file; its longer text must not show behind this one's. What
+// is no regular file has no length.
+bool empty_again(std::FILE* file) {
+  return ftruncate(fileno(file), 0) == 0 || errno == EINVAL;
+}
+
 // In place, with neither a temporary file nor a rename, so that a link or a bound file at this path stays one.
 trace::Result rewrite(const char* function, int band, int ssid_count, int semaphore, store::Stream& file) {
   flockfile(file.get());
@@ -114,7 +124,7 @@ trace::Result rewrite(const char* function, int band, int ssid_count, int semaph
   const char* refusal = semaphore_p(semaphore) != 0 ? kPFailed : nullptr;
   bool written = false;
   if (refusal == nullptr) {
-    written = write_lines(band, ssid_count, file.get(), refusal);
+    written = empty_again(file.get()) && write_lines(band, ssid_count, file.get(), refusal);
     if (semaphore_v(semaphore) != 0 && written) refusal = kVFailed;
   }
   funlockfile(file.get());
@@ -148,11 +158,15 @@ extern "C" int merge_para(wifimgr_attr_record* rec, char* out, int count) {
   if (rec == nullptr || out == nullptr) return trace::fail(__func__);
   char* end = out + std::strlen(out);
   const char* const start = end;
-  for (int i = 0; i < clamp_to_fields(count) && rec->field[i][0] != '\0'; ++i) {
-    size_t length = strnlen(rec->field[i], store::kFieldSize - 1);
-    if (rec->field[i][length - 1] == '\n') --length;
-    std::memcpy(end, rec->field[i], length);
-    end += length;
+  for (int i = 0; i < clamp_to_fields(count); ++i) {
+    // Measured once, and judged in the copy: a process that does not take the lock may change the field meanwhile.
+    const void* const behind = memccpy(end, rec->field[i], '\0', store::kFieldSize - 1);
+    if (behind == end + 1) {
+      *end = '\0';
+      break;
+    }
+    end = behind != nullptr ? const_cast<char*>(static_cast<const char*>(behind)) - 1 : end + store::kFieldSize - 1;
+    if (end[-1] == '\n') --end;
     *end++ = ';';
   }
   if (end != start) *--end = '\0';

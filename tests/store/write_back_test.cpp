@@ -258,6 +258,19 @@ TEST(Save, HoldsTheLockForTheWholeRewrite) {
   EXPECT_EQ(1, ipc::semaphore_value(0));
 }
 
+TEST(Save, LeavesNothingOfASaveThatCameBetween) {
+  sandbox::load(0, kMixed);
+  int steps = 0;
+  seams::on_trace = [&](const std::string& line) {
+    // The second P is that of the rewrite: the file is open by then.
+    if (line == "[semaphore_p]:===Enter===\n" && ++steps == 2) {
+      sandbox::write_file(sandbox::dat_path(0), "Default\n" + std::string(5000, 'x') + "\nEnd=1\n");
+    }
+  };
+  seams::trace_of([] { EXPECT_EQ(0, update_datafile_from_shm(0, 2)); });
+  EXPECT_EQ("Default\nBssidNum=2\nSSID1=a\nSSID2=b\nAccessPolicy0=0\nAccessPolicy1=1\nHT_TxStream=1;1\n", saved());
+}
+
 TEST(Save, OfOneBandLeavesTheOtherAlone) {
   for (int band : {0, 1}) sandbox::load(band, kMixed);
   const std::string before = sandbox::segment_bytes(1);
