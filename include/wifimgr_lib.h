@@ -242,7 +242,8 @@ WIFIMGR_API int wifimgr_lib_get_version(int wifi_type, char* buf, int len);
 
 /* Switches the debug trace on: writes "/tmp/wifi_lib_dbg_enable", and `level` to "/tmp/vexalib_dbg".
  * level  the highest level to print, as text: "1" reasons of failures, "8" everything.
- * Returns 0; 1 when the first file cannot be opened, and for a null level (the first file is written then). Whether
+ * Returns 0; 1 when the first file cannot be opened or one of them not be written to its end, and for a null level
+ * (the first file is written then). A symbolic link in a file's place is not followed: that file cannot be opened. Whether
  * and when the files are looked at is the platform's debug library's business. */
 WIFIMGR_API int wifimgr_lib_set_dbg_level(const char* level);
 
@@ -250,8 +251,8 @@ WIFIMGR_API int wifimgr_lib_set_dbg_level(const char* level);
  * opened, prints "open /proc/zq2810/dbg_msg fail" on standard output. */
 WIFIMGR_API void zqdbg_blapi_printf(const char* fmt, ...) WIFIMGR_PRINTF(1, 2);
 
-/* Replaces the content of the file by `text`. Returns 0, or -1 when it cannot be opened (or a pointer is
- * null). */
+/* Replaces the content of the file by `text`. Returns 0, or -1 when it cannot be opened or not be written
+ * to its end (or a pointer is null). */
 WIFIMGR_API int doCmdWrite(const char* path, const char* text);
 
 /* Sets flags[i] to '1' for each WLAN chip on the PCI bus, in the order 7603, 7612, 7615, 7663, 7915, 7916, 7905;
@@ -1298,13 +1299,14 @@ WIFIMGR_API int wifimgr_lib_reboot(int32_t wifi_type, uint8_t* current, uint32_t
  * SSID, pre-shared key and WEP keys stand in double quotes, without a line end, with a backslash before each double
  * quote and backslash, cut to 159 characters in whole escape sequences. Everything else is written as stored. A shell
  * that runs the script still expands dollar signs and backquotes in quotes, and everything in the other values.
- * Returns the result of chmod; -1 for another band or when the file cannot be opened. Prints on standard output when
- * WirelessMode, BssidNum or the SSID's WmmCapable cannot be read; other unreadable settings only lose their line. A
- * full file system shows in nothing but the script. */
+ * Returns the result of chmod; -1 for another band or when the file cannot be opened; 1 when it cannot be written to
+ * its end: it is emptied then, and wifimgr_lib_execute_wlan_script of this process does not run it. Prints on standard output when
+ * WirelessMode, BssidNum or the SSID's WmmCapable cannot be read; other unreadable settings only lose their line. */
 WIFIMGR_API int32_t wifimgr_lib_write_wifi_execute_sh(uint32_t wifi_type, uint32_t ssid_number);
 
 /* Runs a command line: always on 2.4G; on 5G only while wifimgr_lib_get_11AC_CMDflag is 1, which is then set to 0.
- * Returns 0, also for another band or a null command (nothing is run, the flag stays). */
+ * Returns 0, also for another band, a null command, or one that names the band's execute script when that could not be
+ * written to its end (nothing is run, the flag stays). */
 WIFIMGR_API uint64_t wifimgr_lib_execute_wlan_script(int32_t wifi_type, const char* command);
 
 /* Runs "ifconfig ra%d txqueuelen %d" for the first `count` 2.4G interfaces. length in packets. Returns 0. */
@@ -1576,8 +1578,9 @@ WIFIMGR_API int wifimgr_lib_get_wps_info(WIFIMGR_ANYTHING);
  * Unless WscConfMode of the SSID is 1, 2 or 7 nothing is written and the result is 0; so for another band.
  * _start_wps   WscConfMode, WscConfStatus, WscMode, WscPinCode and WscGetConf lines; the file gets mode 0700. 0 also
  *              when the file cannot be opened; 1, with an empty file, when the low byte of WscConfStatus is not 1 or
- *              2, and when the mode cannot be set.
- * _stop_wps    "WscStop"; _genpincode "WscGenPinCode=1"; _resetoob "WscOOB=1". 1 when the file cannot be opened.
+ *              2, and when it cannot be written to its end; 1 also when the mode cannot be set.
+ * _stop_wps    "WscStop"; _genpincode "WscGenPinCode=1"; _resetoob "WscOOB=1". 1 when the file cannot be opened or
+ *              not be written to its end.
  * 1 also for a null pointer; nothing is written then. */
 WIFIMGR_API int wifimgr_lib_service_start_wps(const char* path, int wifi_type, int ssid_index,
                                               const uint32_t* start_argument);
