@@ -1539,7 +1539,7 @@ WIFIMGR_API int wifimgr_lib_get_WPS_ACL_INFO(int wifi_type, int ssid_index, wifi
  * (the store is changed then). */
 
 /* Stored under their key: WscConfMode 0 to 7; WscConfStatus 1 or 2; WscV2Support 0 or 1; WscMaxPinAttack 0 to 10;
- * WscKeyASCII 0, 1 or 8 to 63; WscSetupLockTime any number. */
+ * WscKeyASCII 0, 1 or 8 to 63; WscSetupLockTime 0 to 2147483647. */
 WIFIMGR_API uint64_t wifimgr_lib_set_wscConfMode(uint32_t wifi_type, int32_t ssid_index, const char* value);
 WIFIMGR_API uint64_t wifimgr_lib_set_wscConfStatus(uint32_t wifi_type, int32_t ssid_index, const char* value);
 WIFIMGR_API uint64_t wifimgr_lib_set_wscV2Support(uint32_t wifi_type, int32_t ssid_index, const char* value);

@@ -16,6 +16,7 @@ constexpr char kWrongValue[] = "The input parameter is invalid.";
 constexpr char kWrongIndex[] = "The ssid index is invalid.";
 constexpr char kWrongBand[] = "The wifi type is invalid.";
 
+// Digits are not all that counts: a sign may stand behind a line end.
 template <long long kLowest, long long kHighest>
 bool is_within(long long number) {
   return number >= kLowest && number <= kHighest;
@@ -23,11 +24,6 @@ bool is_within(long long number) {
 
 bool is_any_number(long long) {
   return true;
-}
-
-// Digits are not all that counts: a sign may stand behind a line end.
-bool is_not_negative(long long number) {
-  return number >= 0;
 }
 
 // 0 and 1 name a kind of key, 8 to 63 its length.
