@@ -243,7 +243,7 @@ WIFIMGR_API int wifimgr_lib_get_version(int wifi_type, char* buf, int len);
 /* Switches the debug trace on: writes "/tmp/wifi_lib_dbg_enable", and `level` to "/tmp/vexalib_dbg".
  * level  the highest level to print, as text: "1" reasons of failures, "8" everything.
  * Returns 0; 1 when the first file cannot be opened or one of them not be written to its end, and for a null level
- * (the first file is written then). A symbolic link in a file's place is not followed: that file cannot be opened. Whether
+ * (the first file is written then). A file that is a symbolic link cannot be opened. Whether
  * and when the files are looked at is the platform's debug library's business. */
 WIFIMGR_API int wifimgr_lib_set_dbg_level(const char* level);
 
@@ -1300,8 +1300,9 @@ WIFIMGR_API int wifimgr_lib_reboot(int32_t wifi_type, uint8_t* current, uint32_t
  * quote and backslash, cut to 159 characters in whole escape sequences. Everything else is written as stored. A shell
  * that runs the script still expands dollar signs and backquotes in quotes, and everything in the other values.
  * Returns the result of chmod; -1 for another band or when the file cannot be opened; 1 when it cannot be written to
- * its end: it is emptied then, and wifimgr_lib_execute_wlan_script of this process does not run it. Prints on standard output when
- * WirelessMode, BssidNum or the SSID's WmmCapable cannot be read; other unreadable settings only lose their line. */
+ * its end: it is emptied then, and wifimgr_lib_execute_wlan_script of this process does not run it. Prints on standard
+ * output when WirelessMode, BssidNum or the SSID's WmmCapable cannot be read; other unreadable settings only lose their
+ * line. */
 WIFIMGR_API int32_t wifimgr_lib_write_wifi_execute_sh(uint32_t wifi_type, uint32_t ssid_number);
 
 /* Runs a command line: always on 2.4G; on 5G only while wifimgr_lib_get_11AC_CMDflag is 1, which is then set to 0.
