@@ -19,7 +19,7 @@ namespace {
 
 using apply::kWepKeys;
 
-constexpr const char* kScripts[] = {"/etc/Wireless/RT2860AP/WLAN_exec.sh", "/etc/Wireless/RT2860AP_AC/WLAN_exec.sh"};
+constexpr char kScripts[][40] = {"/etc/Wireless/RT2860AP/WLAN_exec.sh", "/etc/Wireless/RT2860AP_AC/WLAN_exec.sh"};
 
 // Whether the band's script was cut when this process last wrote it: a part of it could open a secured network.
 constinit bool g_is_cut[store::kBands] = {};
