@@ -24,6 +24,13 @@
 
 enum { kLongestLine = 4096 };
 
+/* A second is all that is measured, so a clock that is as old as the last tick will do. */
+#ifdef CLOCK_MONOTONIC_COARSE
+static const clockid_t kClock = CLOCK_MONOTONIC_COARSE;
+#else
+static const clockid_t kClock = CLOCK_MONOTONIC;
+#endif
+
 /* Reads the start of a small text file; returns its length, or -1 when it cannot be opened. Anybody may have put
  * something else in its place: a pipe must not be waited for, nor a device be opened through a link. */
 static ssize_t read_start(const char* path, char* text, size_t size) {
@@ -49,7 +56,7 @@ EXPORTED int get_itf_dbg_switch(int level, int module) {
   static _Atomic int highest_on = INT_MIN;
   struct timespec now;
   (void)module;
-  if (clock_gettime(CLOCK_MONOTONIC, &now) != 0) return 0;
+  if (clock_gettime(kClock, &now) != 0) return 0;
   int64_t now_ns = (int64_t)now.tv_sec * 1000000000 + now.tv_nsec;
   if (now_ns >= next_look_ns) {
     next_look_ns = now_ns + 1000000000;
