@@ -15,6 +15,7 @@ add_library(api_lib_wifimgr SHARED
   store/segment.cpp
   store/setup.cpp
   store/shell.cpp
+  store/sought_key.cpp
   store/trace.cpp
   store/write_back.cpp
   store/zeroed_memory.cpp
@@ -123,10 +124,17 @@ set(hardening -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2)
 # a fourth library that is needed; on ARM64 they would also take the file over what the gateway grants.
 if(CMAKE_SYSTEM_PROCESSOR MATCHES "^(x86_64|AMD64|i[3-6]86)$")
   list(APPEND hardening -fstack-protector-strong)
+  # Small code for copying and clearing is slow code here: a field takes as long as a search through thirty records.
+  if(CMAKE_CXX_COMPILER_ID STREQUAL GNU)
+    list(APPEND small_code -mstringop-strategy=libcall)
+  endif()
 endif()
 if(NOT WIFIMGR_SANITIZE)
   target_compile_options(api_lib_wifimgr PRIVATE "$<$<CONFIG:Release,MinSizeRel>:${small_code};${hardening}>")
 endif()
+# Every getter, setter and load goes through these: their loops are worth more than the bytes.
+set_source_files_properties(store/attribute.cpp store/dat_line.cpp PROPERTIES
+  COMPILE_OPTIONS "$<$<AND:$<CONFIG:Release>,$<NOT:$<BOOL:${WIFIMGR_SANITIZE}>>>:-O2>")
 # The binary interface is compared by the debug information, which packages leave out.
 target_compile_options(api_lib_wifimgr PRIVATE -g)
 # Aligned for pages of 4 KiB, which the gateway's kernel has: room for larger ones would pad the file by up to 60 KiB.

@@ -4,6 +4,7 @@
 #include "store/lock.h"
 #include "store/record.h"
 #include "store/segment.h"
+#include "store/sought_key.h"
 #include "store/trace.h"
 
 namespace {
@@ -68,13 +69,13 @@ extern "C" int read_attr(int wifi_type, int index, const char* name, char* buf, 
   if (table == nullptr) return trace::fail(__func__, kNoSuchAttribute);
 
   const int semaphore = store::look_up_semaphore(wifi_type);
-  if (semaphore_p(semaphore) != 0) return trace::fail(__func__, "p operation failed.");
+  if (semaphore_p(semaphore) != 0) return trace::fail(__func__, store::kPFailed);
   unsigned found = 0;
   const char* const refusal =
       is_attr_exist(table->key, name, &found) == kFound ? copy_out(table[found], index, buf, len) : kNoSuchAttribute;
   const int released = semaphore_v(semaphore);
   if (refusal != nullptr) return trace::fail(__func__, refusal);
-  if (released != 0) return trace::fail(__func__, "v operation failed.");
+  if (released != 0) return trace::fail(__func__, store::kVFailed);
   return trace::success(__func__);
 }
 

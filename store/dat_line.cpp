@@ -69,7 +69,8 @@ extern "C" int parse_data_from_line(char* line, wifimgr_attr_record* out) {
   if (is_default_line(line)) return trace::debug_exit(__func__, "This is a \"Default\", and do not need to parse.");
 
   char key[store::kLineSize];
-  char value[store::kLineSize] = "";
+  char value[store::kLineSize];
+  value[0] = '\0';
   const size_t key_length = cut_at_equals(line, key);
   // A line that begins with '=' has neither key nor value, yet it becomes a record.
   if (key_length > 0 && line[key_length] == '=') (void)cut_at_equals(line + key_length + 1, value);

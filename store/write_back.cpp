@@ -24,8 +24,6 @@ constexpr int kLeaveOut = -1;
 
 enum class Composed { kLine, kNothing, kMergeFailed };
 
-constexpr char kPFailed[] = "p operation failed.";
-constexpr char kVFailed[] = "v operation failed.";
 constexpr char kMergeRefusal[] = "merge some values to one line failed.";
 
 int clamp_to_fields(int count) {
@@ -133,9 +131,9 @@ trace::Result refuse(const char* function, const char* why) {
 // Everything that can refuse a save does so here, while the file still holds its old text.
 const char* check_before_writing(int band, int ssid_count, int semaphore, bool& fits) {
   fits = false;
-  if (semaphore_p(semaphore) != 0) return kPFailed;
+  if (semaphore_p(semaphore) != 0) return store::kPFailed;
   const bool loadable = are_loadable(band, ssid_count);
-  if (semaphore_v(semaphore) != 0 && loadable) return kVFailed;
+  if (semaphore_v(semaphore) != 0 && loadable) return store::kVFailed;
   fits = loadable;
   return nullptr;
 }
@@ -150,11 +148,11 @@ bool empty_again(std::FILE* file) {
 trace::Result rewrite(const char* function, int band, int ssid_count, int semaphore, store::Stream& file) {
   flockfile(file.get());
   std::rewind(file.get());
-  const char* refusal = semaphore_p(semaphore) != 0 ? kPFailed : nullptr;
+  const char* refusal = semaphore_p(semaphore) != 0 ? store::kPFailed : nullptr;
   bool written = false;
   if (refusal == nullptr) {
     written = empty_again(file.get()) && write_lines(band, ssid_count, file.get(), refusal);
-    if (semaphore_v(semaphore) != 0 && written) refusal = kVFailed;
+    if (semaphore_v(semaphore) != 0 && written) refusal = store::kVFailed;
   }
   funlockfile(file.get());
   written = file.close() && written;
