@@ -3,9 +3,13 @@
 namespace store {
 
 SoughtKey::SoughtKey(const char* name) : name_(name), length_(strnlen(name, kKeySize + 1)) {
-  const size_t compared = size() < sizeof word_ ? size() : sizeof word_;
-  std::memcpy(&word_, name, compared);
-  std::memset(&mask_, 0xff, compared);
+  if (size() >= sizeof word_) {
+    std::memcpy(&word_, name, sizeof word_);
+    mask_ = UINT64_MAX;
+  } else {
+    std::memcpy(&word_, name, size());
+    std::memset(&mask_, 0xff, size());
+  }
 }
 
 }  // namespace store
