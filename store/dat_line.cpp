@@ -21,8 +21,8 @@ size_t cut_at_equals(const char* text, char (&out)[store::kLineSize]) {
 // Besides the file's first line this leaves out every empty line and, deliberately, any line that is a shorter prefix
 // of the word. The last character is dropped whether it is a line end or not.
 bool is_default_line(const char* line) {
-  const size_t length = std::strlen(line);
-  return length == 0 || std::strncmp(line, "Default", length - 1) == 0;
+  if (line[0] == '\0' || line[1] == '\0') return true;
+  return line[0] == 'D' && std::strncmp(line, "Default", std::strlen(line) - 1) == 0;
 }
 
 }  // namespace

@@ -24,9 +24,8 @@ static_assert(offsetof(Record, key) == 0 && offsetof(Record, field) == 36);
 // Copies at most kFieldSize - 1 characters and fills the rest with NUL. The last byte is never anything but NUL, so a
 // reader finds a terminated text even when a writer was killed half-way.
 inline void set_field(char (&field)[kFieldSize], const char* text) {
-  const size_t length = strnlen(text, kFieldSize - 1);
-  std::memset(field + length, 0, kFieldSize - length);
-  std::memcpy(field, text, length);
+  std::strncpy(field, text, kFieldSize - 1);
+  field[kFieldSize - 1] = '\0';
 }
 
 }  // namespace store
