@@ -5,7 +5,7 @@ SOURCES = $(or $(shell git ls-files '*.c' '*.cpp' '*.h'),$(error git does not li
 UNITS = $(filter store/%.cpp params/%.cpp apply/%.cpp driver/%.cpp wps/%.cpp platform/%.cpp sim/%.cpp wlanctl/%.cpp,$(SOURCES))
 
 .PHONY: help demo test test-native test-clang test-arm64 test-musl build build-native build-clang arm64 musl package \
-  interface format lint clean
+  interface bench format lint clean
 
 help:
 	@echo "make demo         run the library inside a simulated gateway and watch it apply settings"
@@ -17,6 +17,7 @@ help:
 	@echo "make test-native  every test, with sanitizers and optimised"
 	@echo "make build        build the library, the simulated gateway, the tool and the examples into build/release"
 	@echo "make arm64        the same and the tests for the gateway's processor, into build/arm64; sizes, and what it needs"
+	@echo "make bench        what each work costs beside its limit, in two minutes; BASE=REF: and what it cost in that commit"
 	@echo "make interface    describe the binary interface anew, after a change of it that is meant"
 	@echo "make format       format the sources"
 	@echo "make lint         check the format, build with clang, run clang-tidy and cppcheck"
@@ -47,7 +48,7 @@ test:
 build-native:
 	@scripts/setup.sh test
 	cmake --preset dev
-	cmake --preset release -DBUILD_TESTING=ON
+	cmake --preset release -DBUILD_TESTING=ON -DWIFIMGR_BENCH=ON
 	cmake --build build/dev
 	cmake --build build/release
 
@@ -104,6 +105,15 @@ interface:
 	cmake --preset release -DBUILD_TESTING=ON
 	cmake --build build/release --target api_lib_wifimgr
 	scripts/describe_interface.sh build/release/lib/libapi_lib_wifimgr.so.1
+
+# The commit to compare with, if any, is built beside this one.
+BASE :=
+bench:
+	@scripts/setup.sh bench
+	cmake --preset release -DWIFIMGR_BENCH=ON
+	cmake --build build/release --target wifimgr_bench_free wifimgr_bench_standin
+	$(if $(BASE),scripts/build_base.sh $(BASE) build/base)
+	python3 bench/run.py build/release $(if $(BASE),build/base/build $(BASE))
 
 build:
 	@scripts/setup.sh build
