@@ -55,8 +55,10 @@ def measure(build, least, program, repetitions, works=".", library=None, **sizes
         "--benchmark_enable_random_interleaving=true",
         "--benchmark_format=json",
     ] + [f"--{name}={number}" for name, number in sizes.items()]
-    least.take(subprocess.run(command, env=environment, check=True, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL,
-                              text=True).stdout)
+    done = subprocess.run(command, env=environment, capture_output=True, text=True)
+    if done.returncode != 0:
+        sys.exit(f"{' '.join(command)}\n{done.stderr}")
+    least.take(done.stdout)
 
 
 def figures(least):
