@@ -80,7 +80,7 @@ static ssize_t write_to_pipe(const char* line, size_t length) {
     errno = error;
     return written;
   }
-  /* Without /proc, or somebody else's: another writer may fill the pipe behind this look, which is as near as it gets. */
+  /* Without /proc, or a pipe of somebody else's: another writer may fill it behind this look. */
   struct pollfd room = {.fd = STDERR_FILENO, .events = POLLOUT};
   if (poll(&room, 1, 0) != 1 || (room.revents & POLLOUT) == 0) return -1;
   return write(STDERR_FILENO, line, length);

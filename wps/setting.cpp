@@ -50,8 +50,8 @@ trace::Result send(const char* function, const char* key, uint32_t wifi_type, in
   return trace::success(function);
 }
 
-// `store_refusal` is null for what is not stored. The caller's arguments come first and in its order, so that an exported
-// setter only adds its row, which is then code and no data.
+// `store_refusal` is null for what is not stored. The caller's arguments come first and in its order, so that an
+// exported setter only adds its row, which is then code and no data.
 uint64_t set(uint32_t wifi_type, int32_t ssid_index, const char* value, const char* function, const char* key,
              const char* store_refusal, bool (*accepts)(long long number)) {
   trace::enter(function);
