@@ -7,8 +7,11 @@
 
 namespace params {
 
-SsidKey::SsidKey(const char* key, Numbering numbering, int32_t ssid_index) {
-  (void)std::snprintf(text, sizeof text, key, numbering == Numbering::kFromZero ? ssid_index - 1 : ssid_index);
+SsidKey::SsidKey(const char* key, Numbering numbering, int32_t ssid_index) : text(key) {
+  if (numbering == Numbering::kShared) return;
+  const int number = numbering == Numbering::kFromZero ? ssid_index - 1 : ssid_index;
+  (void)std::snprintf(formatted_, sizeof formatted_, key, number);
+  text = formatted_;
 }
 
 bool read_ssid_count(uint32_t wifi_type, int& count) {
