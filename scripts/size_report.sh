@@ -5,7 +5,7 @@
 set -eu
 export LC_ALL=C
 library=$1 tools=${2:-}
-most_bytes=163840
+most_bytes=147456
 most_writable=8192
 newest_libc=2.17
 needed_libraries="libapi_lib_utility.so.1 libc.so.6 libvexa_lib_dbg.so.1"

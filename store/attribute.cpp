@@ -49,8 +49,9 @@ extern "C" int is_attr_exist(char* segment, const char* name, unsigned* index) {
   if (segment == nullptr || name == nullptr || index == nullptr) return trace::fail(__func__);
   const store::Record* const table = reinterpret_cast<const store::Record*>(segment);
   const unsigned end = store::room_at(segment);
+  const store::SoughtKey sought(name);
   for (unsigned i = 0; i < end && table[i].key[0] != '\0'; ++i) {
-    if (!store::has_key(table[i], name)) continue;
+    if (!sought.is_of(table[i])) continue;
     *index = i;
     (void)trace::success(__func__);
     return kFound;

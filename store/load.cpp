@@ -36,6 +36,7 @@ const char* put(store::Record& free_record, const store::Record& parsed, int sem
   return semaphore_v(semaphore) == 0 ? nullptr : kVFailed;
 }
 
+// Loads until the end of the file, the first refusal, or an error of reading, which the file itself then tells.
 const char* fill(int band, std::FILE* file, int semaphore) {
   const char* refusal = clear(band, semaphore);
   store::Record* free_record = store::records(band);
@@ -68,5 +69,8 @@ extern "C" int creat_shm_from_datafile(int wifi_type) {
   }
   if (store::records(wifi_type) == nullptr) return trace::fail(__func__, "shm_tmp is NULL!");
   const char* const refusal = fill(wifi_type, file.get(), semaphore);
-  return refusal == nullptr ? trace::success(__func__) : trace::fail(__func__, refusal);
+  if (refusal != nullptr) return trace::fail(__func__, refusal);
+  // A file that was read in part must not count as loaded: the next save would cut it to that part.
+  if (std::ferror(file.get()) != 0) return trace::fail(__func__);
+  return trace::success(__func__);
 }

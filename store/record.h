@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
 #include <type_traits>
 
@@ -29,9 +30,39 @@ inline void set_field(char (&field)[kFieldSize], const char* text) {
   std::memcpy(field, text, length);
 }
 
-// Exact comparison, bounded by the key's width: a foreign writer may have left a key without its NUL.
+// A key to look for. Most keys differ from it in their first bytes, which are compared as one word before anything is
+// called; every record is looked at, as an earlier one of the same key or an empty key decides.
+class SoughtKey {
+ public:
+  explicit SoughtKey(const char* name) : name_(name), length_(strnlen(name, kKeySize + 1)) {
+    char first[sizeof word_] = {};
+    char mask[sizeof word_] = {};
+    const size_t compared = size() < sizeof word_ ? size() : sizeof word_;
+    std::memcpy(first, name, compared);
+    std::memset(mask, 0xff, compared);
+    std::memcpy(&word_, first, sizeof word_);
+    std::memcpy(&mask_, mask, sizeof mask_);
+  }
+
+  // Exact, bounded by the key's width: a foreign writer may have left a key without its NUL.
+  bool is_of(const Record& record) const {
+    uint64_t word;
+    std::memcpy(&word, record.key, sizeof word);
+    return (word & mask_) == word_ && length_ <= kKeySize && std::memcmp(record.key, name_, size()) == 0;
+  }
+
+ private:
+  // The NUL counts, but for a key of full width.
+  size_t size() const { return length_ < kKeySize ? length_ + 1 : kKeySize; }
+
+  const char* name_;
+  size_t length_;
+  uint64_t word_;
+  uint64_t mask_;
+};
+
 inline bool has_key(const Record& record, const char* name) {
-  return std::strncmp(record.key, name, kKeySize) == 0 && strnlen(name, kKeySize + 1) <= kKeySize;
+  return SoughtKey(name).is_of(record);
 }
 
 }  // namespace store

@@ -16,6 +16,7 @@ constexpr char kWrongValue[] = "The input parameter is invalid.";
 constexpr char kWrongIndex[] = "The ssid index is invalid.";
 constexpr char kWrongBand[] = "The wifi type is invalid.";
 
+// Digits are not all that counts: a sign may stand behind a line end.
 template <long long kLowest, long long kHighest>
 bool is_within(long long number) {
   return number >= kLowest && number <= kHighest;
@@ -25,22 +26,10 @@ bool is_any_number(long long) {
   return true;
 }
 
-// Digits are not all that counts: a sign may stand behind a line end.
-bool is_not_negative(long long number) {
-  return number >= 0;
-}
-
 // 0 and 1 name a kind of key, 8 to 63 its length.
 bool is_key_format(long long number) {
   return is_within<0, 1>(number) || is_within<8, 63>(number);
 }
-
-struct Setting {
-  const char* function;
-  const char* key;
-  const char* store_refusal;  // null for what is not stored
-  bool (*accepts)(long long number);
-};
 
 // Any of the eight, however many SSIDs the band has.
 bool is_ssid(int32_t ssid_index) {
@@ -61,18 +50,18 @@ trace::Result send(const char* function, const char* key, uint32_t wifi_type, in
   return trace::success(function);
 }
 
-trace::Result set(const Setting& setting, uint32_t wifi_type, int32_t ssid_index, const char* value) {
-  trace::enter(setting.function);
-  if (value == nullptr) return trace::fail(setting.function);
-  if (check_is_num(value) != 0 || !setting.accepts(store::wide_decimal(value))) {
-    return trace::fail(setting.function, kWrongValue);
+// `store_refusal` is null for what is not stored. The caller's arguments come first and in its order, so that an exported
+// setter only adds its row, which is then code and no data.
+uint64_t set(uint32_t wifi_type, int32_t ssid_index, const char* value, const char* function, const char* key,
+             const char* store_refusal, bool (*accepts)(long long number)) {
+  trace::enter(function);
+  if (value == nullptr) return trace::fail(function);
+  if (check_is_num(value) != 0 || !accepts(store::wide_decimal(value))) return trace::fail(function, kWrongValue);
+  if (!is_ssid(ssid_index)) return trace::fail(function, kWrongIndex);
+  if (store_refusal != nullptr && update_attr(store::band_number(wifi_type), ssid_index, key, value) != 0) {
+    return trace::fail(function, store_refusal);
   }
-  if (!is_ssid(ssid_index)) return trace::fail(setting.function, kWrongIndex);
-  if (setting.store_refusal != nullptr &&
-      update_attr(store::band_number(wifi_type), ssid_index, setting.key, value) != 0) {
-    return trace::fail(setting.function, setting.store_refusal);
-  }
-  return send(setting.function, setting.key, wifi_type, ssid_index, value);
+  return send(function, key, wifi_type, ssid_index, value);
 }
 
 trace::Result order(const char* function, const char* key, uint32_t wifi_type, int32_t ssid_index) {
@@ -95,11 +84,11 @@ trace::Result store_uuid(const char* function, const char* key_format, uint32_t 
 
 #define WPS_STORED(setter, key, refusal, accepts)                                         \
   extern "C" uint64_t setter(uint32_t wifi_type, int32_t ssid_index, const char* value) { \
-    return set(Setting{#setter, key, refusal, accepts}, wifi_type, ssid_index, value);    \
+    return set(wifi_type, ssid_index, value, #setter, key, refusal, accepts);             \
   }
 #define WPS_DIRECT(setter, key, accepts)                                                  \
   extern "C" uint64_t setter(uint32_t wifi_type, int32_t ssid_index, const char* value) { \
-    return set(Setting{#setter, key, nullptr, accepts}, wifi_type, ssid_index, value);    \
+    return set(wifi_type, ssid_index, value, #setter, key, nullptr, accepts);             \
   }
 #define WPS_ORDER(setter, key)                                         \
   extern "C" uint64_t setter(uint32_t wifi_type, int32_t ssid_index) { \
