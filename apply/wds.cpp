@@ -5,7 +5,6 @@
 #include "params/band_setting.h"
 #include "store/band.h"
 #include "store/band_value.h"
-#include "store/decimal.h"
 #include "store/record.h"
 #include "store/trace.h"
 #include "wifimgr_lib.h"
@@ -53,7 +52,7 @@ uint64_t set_link_words(uint32_t wifi_type, int32_t index, const char* value, co
   for (ListScan scan(list); scan.token != nullptr && links <= kWdsLinks; scan.next(), ++links) {
     if (links < kWdsLinks && !is_one_of(words, scan.token)) return trace::fail(function, word_refusal);
   }
-  if (links != kWdsLinks) return trace::fail(function, count_refusal, kWdsLinks);
+  if (links != kWdsLinks) return trace::fail_printing(function, count_refusal, kWdsLinks);
   if (update_attr(store::band_number(wifi_type), -1, key, written) != 0) return trace::fail(function);
   return trace::success(function);
 }
@@ -64,10 +63,6 @@ bool has_mac_digits(const char* token) {
     if (i % 3 != 2 && doHexCheck(token[i]) != 1) return false;
   }
   return true;
-}
-
-int is_wds_mode(const char* value) {
-  return std::strlen(value) == 1 && doStrDecCheck(value) != 0 && store::decimal(value) <= 4 ? 1 : 0;
 }
 
 }  // namespace
@@ -92,7 +87,7 @@ extern "C" int wifimgr_lib_get_wdsphymode(int wifi_type, int index, char* buf, u
 extern "C" uint64_t wifimgr_lib_set_wdsenable(uint32_t wifi_type, int32_t index, const char* value) {
   return params::set_band_value(wifi_type, index, value, __func__, "WdsEnable",
                                 "Please input value from 0 to 4(0:disable;1-4:diffrent modes,recommend 1).",
-                                params::passing(is_wds_mode));
+                                params::ACCEPTS_ONE_DIGIT(0, 4, nullptr));
 }
 
 extern "C" uint64_t wifimgr_lib_set_wdsencryptype(uint32_t wifi_type, int32_t index, const char* value) {
@@ -121,7 +116,7 @@ extern "C" uint64_t wifimgr_lib_set_wdslist(uint32_t wifi_type, int32_t index, c
     }
   }
   if (peers != kWdsLinks || charCnt(value, ';') > kWdsLinks - 1)
-    return trace::fail(__func__, "Please input %d Mac addresses", kWdsLinks);
+    return trace::fail_printing(__func__, "Please input %d Mac addresses", kWdsLinks);
   if (update_attr(store::band_number(wifi_type), -1, "WdsList", value) != 0) return trace::fail(__func__);
   return trace::success(__func__);
 }

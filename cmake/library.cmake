@@ -31,6 +31,7 @@ add_library(api_lib_wifimgr SHARED
   params/phy_mode.cpp
   params/reload_flag.cpp
   params/repeated_value.cpp
+  params/setting_table.cpp
   params/ssid_count.cpp
   params/ssid_setting.cpp
   params/vht.cpp
@@ -82,7 +83,15 @@ add_library(api_lib_wifimgr SHARED
   platform/multi_ap.cpp
   platform/temperature.cpp)
 
-set(WIFIMGR_EXPORT_MAP ${PROJECT_SOURCE_DIR}/include/wifimgr_lib.map)
+# What the header declares is exported, and nothing else. The link stops when a name is not defined.
+set(WIFIMGR_EXPORT_MAP ${PROJECT_BINARY_DIR}/wifimgr_lib.map)
+add_custom_command(OUTPUT ${WIFIMGR_EXPORT_MAP}
+  COMMAND ${CMAKE_COMMAND} -D HEADER=${PROJECT_SOURCE_DIR}/include/wifimgr_lib.h -D MAP=${WIFIMGR_EXPORT_MAP}
+    -P ${PROJECT_SOURCE_DIR}/cmake/export_map.cmake
+  DEPENDS ${PROJECT_SOURCE_DIR}/include/wifimgr_lib.h ${PROJECT_SOURCE_DIR}/cmake/export_map.cmake
+  COMMENT "Making the export map of the public header"
+  VERBATIM)
+target_sources(api_lib_wifimgr PRIVATE ${WIFIMGR_EXPORT_MAP})
 
 set_target_properties(api_lib_wifimgr PROPERTIES
   SOVERSION 1

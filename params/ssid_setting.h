@@ -18,6 +18,11 @@ enum class Numbering : uint8_t {
   kFromZero,  // a key per SSID: "%d" becomes the SSID index minus one
 };
 
+// By the words of the settings' table.
+inline constexpr Numbering NUMBERING_SHARED = Numbering::kShared;
+inline constexpr Numbering NUMBERING_FROM_ONE = Numbering::kFromOne;
+inline constexpr Numbering NUMBERING_FROM_ZERO = Numbering::kFromZero;
+
 // The key of one SSID, in the buffer size that bounds all formatted keys.
 struct SsidKey {
   SsidKey(const char* key, Numbering numbering, int32_t ssid_index);

@@ -4,11 +4,12 @@
 
 #include <algorithm>
 #include <cctype>
-#include <climits>
 #include <cstdio>
 #include <cstring>
+#include <deque>
 #include <numeric>
 #include <sstream>
+#include <utility>
 
 namespace wlanctl {
 namespace {
@@ -16,47 +17,97 @@ namespace {
 using enum Scope;
 using enum Numbering;
 
-constexpr long kNoUpperLimit = INT_MAX;  // the library's own limit for such numbers
 constexpr long kMostChoices = 16;
 
-constexpr Accepted number(long lowest, long highest) {
-  return {Accepted::Kind::kNumber, lowest, highest, ""};
-}
-constexpr Accepted digits() {
-  return {Accepted::Kind::kDigits, 0, kNoUpperLimit, ""};
-}
-constexpr Accepted any_text() {
-  return {Accepted::Kind::kText, 0, 0, ""};
-}
-constexpr Accepted at_most_characters(long count) {
-  return {Accepted::Kind::kLength, 0, count, ""};
-}
-constexpr Accepted words(const char* list) {
-  return {Accepted::Kind::kWords, 0, 0, list};
-}
-constexpr Accepted rule(const char* prose) {
-  return {Accepted::Kind::kRule, 0, 0, prose};
-}
-// Every value is refused.
-constexpr Accepted nothing() {
-  return {Accepted::Kind::kNothing, 0, 0, ""};
-}
+// The table's words, in the tool's.
+constexpr Scope SCOPE_BAND = kBand;
+constexpr Scope SCOPE_SSID = kSsid;
+constexpr Scope SCOPE_LINK = kLink;
+constexpr Numbering NUMBERING_SHARED = kShared;
+constexpr Numbering NUMBERING_FROM_ONE = kFromOne;
+constexpr Numbering NUMBERING_FROM_ZERO = kFromZero;
+constexpr bool SECRECY_SECRET = true;
+constexpr bool SECRECY_OPEN = false;
+constexpr Effect EFFECT_SAVED = Effect::kSaved;
+constexpr Effect EFFECT_AT_ONCE = Effect::kAtOnce;
+constexpr Effect EFFECT_RADIO = Effect::kRadio;
+constexpr Effect EFFECT_RADIO_ON_5G = Effect::kRadioOn5G;
+constexpr Effect EFFECT_RADIO_WITH_WDS = Effect::kRadioWithWds;
+constexpr Effect EFFECT_REBOOT = Effect::kReboot;
 
 struct Bands {
   bool on[2];
 };
-constexpr Bands kOnBoth = {{true, true}};
-constexpr Bands kOn2_4G = {{true, false}};
-constexpr Bands kOn5G = {{false, true}};
+constexpr Bands BANDS_BOTH = {{true, true}};
+constexpr Bands BANDS_ONLY_2_4G = {{true, false}};
+constexpr Bands BANDS_ONLY_5G = {{false, true}};
 
-constexpr bool kSecret = true;
-constexpr bool kOpen = false;
+constexpr Accepted::Kind ACCEPTS_TEXT = Accepted::Kind::kText;
+constexpr Accepted::Kind ACCEPTS_DIGITS = Accepted::Kind::kDigits;
+constexpr Accepted::Kind ACCEPTS_NUMBER = Accepted::Kind::kNumber;
+constexpr Accepted::Kind ACCEPTS_TEN_DIGITS = Accepted::Kind::kNumber;
+constexpr Accepted::Kind ACCEPTS_ONE_DIGIT = Accepted::Kind::kNumber;
+constexpr Accepted::Kind ACCEPTS_LEADING_NUMBER = Accepted::Kind::kNumber;
+constexpr Accepted::Kind ACCEPTS_LENGTH = Accepted::Kind::kLength;
+constexpr Accepted::Kind ACCEPTS_WORDS = Accepted::Kind::kWords;
+constexpr Accepted::Kind ACCEPTS_ADDRESS = Accepted::Kind::kRule;
+constexpr Accepted::Kind ACCEPTS_PASSPHRASE = Accepted::Kind::kRule;
+constexpr Accepted::Kind ACCEPTS_KEY_FORMAT = Accepted::Kind::kRule;
+constexpr Accepted::Kind ACCEPTS_LIST = Accepted::Kind::kRule;
+constexpr Accepted::Kind ACCEPTS_RULE = Accepted::Kind::kRule;
+constexpr Accepted::Kind ACCEPTS_NOTHING = Accepted::Kind::kNothing;
 
-const Key kKeys[] = {
-#define KEY(name, dat_key, scope, numbering, bands, setter, accepted, meaning, secrecy) \
-  {name, dat_key, scope, numbering, {bands.on[0], bands.on[1]}, setter, accepted, meaning, secrecy},
-#include "wlanctl/key.def"
+// The rows as the table has them: their names are dat keys, and their meanings leave the unit out.
+constexpr Key kRows[] = {
+#define WIFIMGR_SETTING(key, scope, numbering, bands, reads, getter, writes, setter, accepts, low, high, words, \
+                        refusal, meaning, unit, on_2_4g, on_5g, secrecy, effect)                                \
+  {key,                                                                                                         \
+   key,                                                                                                         \
+   SCOPE_##scope,                                                                                               \
+   NUMBERING_##numbering,                                                                                       \
+   {BANDS_##bands.on[0], BANDS_##bands.on[1]},                                                                  \
+   setter,                                                                                                      \
+   {ACCEPTS_##accepts, low, high, words},                                                                       \
+   meaning,                                                                                                     \
+   SECRECY_##secrecy,                                                                                           \
+   unit,                                                                                                        \
+   {on_2_4g, on_5g},                                                                                            \
+   EFFECT_##effect},
+#include <wifimgr_settings.h>
 };
+
+// "Wds%dKey" is WdsKey to the user, whichever link it is of.
+std::string name_of(const Key& row) {
+  std::string name = row.dat_key;
+  const size_t number = name.find("%d");
+  if (number != std::string::npos) name.erase(number, 2);
+  return name;
+}
+
+// The unit follows what is measured: "TX power in percent; on 2.4G ...".
+std::string meaning_of(const Key& row) {
+  std::string meaning = row.meaning;
+  if (*row.unit != '\0') meaning.insert(std::min(meaning.find(';'), meaning.size()), std::string(" in ") + row.unit);
+  return meaning;
+}
+
+// Keeps a text for as long as the program runs.
+const char* kept(std::string text) {
+  static std::deque<std::string> texts;
+  return texts.emplace_back(std::move(text)).c_str();
+}
+
+std::vector<Key> make_keys() {
+  std::vector<Key> keys(std::begin(kRows), std::end(kRows));
+  for (Key& key : keys) {
+    key.name = kept(name_of(key));
+    key.meaning = kept(meaning_of(key));
+  }
+  std::sort(keys.begin(), keys.end(), [](const Key& left, const Key& right) {
+    return left.scope != right.scope ? left.scope < right.scope : strcasecmp(left.name, right.name) < 0;
+  });
+  return keys;
+}
 
 std::vector<std::string> split(const char* text) {
   std::istringstream stream(text);
@@ -86,11 +137,12 @@ size_t typos_between(const std::string& left, const std::string& right) {
 }  // namespace
 
 std::span<const Key> all_keys() {
-  return kKeys;
+  static const std::vector<Key> keys = make_keys();
+  return keys;
 }
 
 const Key* find_key(const std::string& name) {
-  for (const Key& key : kKeys) {
+  for (const Key& key : all_keys()) {
     if (strcasecmp(key.name, name.c_str()) == 0) return &key;
   }
   return nullptr;
@@ -98,7 +150,7 @@ const Key* find_key(const std::string& name) {
 
 const Key* find_dat_key(const std::string& dat_key, int* index) {
   *index = 0;
-  for (const Key& key : kKeys) {
+  for (const Key& key : all_keys()) {
     if (key.numbering == kShared) {
       if (dat_key == key.dat_key) return &key;
       continue;
@@ -115,12 +167,12 @@ const Key* find_dat_key(const std::string& dat_key, int* index) {
 
 std::vector<std::string> similar_keys(const std::string& name) {
   std::vector<std::string> found;
-  for (const Key& key : kKeys) {
+  for (const Key& key : all_keys()) {
     if (!name.empty() && strcasestr(key.name, name.c_str()) != nullptr) found.emplace_back(key.name);
   }
   if (!found.empty()) return found;
   constexpr size_t kTypos = 2;
-  for (const Key& key : kKeys) {
+  for (const Key& key : all_keys()) {
     if (name.size() > kTypos && typos_between(key.name, name) <= kTypos) found.emplace_back(key.name);
   }
   return found;

@@ -26,6 +26,9 @@ struct Accepted {
   const char* words = "";  // separated by blanks; a rule's words are prose
 };
 
+// What a change asks for, as the library judges it; of SSIDs and links it looks at the first.
+enum class Effect { kSaved, kAtOnce, kRadio, kRadioOn5G, kRadioWithWds, kReboot };
+
 struct Key {
   const char* name;
   const char* dat_key;
@@ -34,8 +37,11 @@ struct Key {
   bool on[2];  // by band
   wifimgr_setter_t setter;
   Accepted accepted;
-  const char* meaning;
+  const char* meaning;  // with its unit
   bool secret;
+  const char* unit;         // "" where there is none
+  const char* defaults[2];  // by band, as wifimgr_settings.h writes them; null where the key is not in the band's file
+  Effect effect;
 
   bool is_on(Band band) const { return on[number_of(band)]; }
   bool holds_numbers() const {
@@ -43,6 +49,7 @@ struct Key {
   }
 };
 
+// By scope and name.
 std::span<const Key> all_keys();
 
 // Null when there is none of that name; capitals do not matter.

@@ -8,9 +8,9 @@ add_compile_options(-O1 -g1)
 
 get_target_property(sources api_lib_wifimgr SOURCES)
 list(TRANSFORM sources PREPEND ${PROJECT_SOURCE_DIR}/)
-add_library(fuzzed_library STATIC EXCLUDE_FROM_ALL ${sources} ${PROJECT_SOURCE_DIR}/imports/api_lib_utility.c)
+add_library(fuzzed_library STATIC EXCLUDE_FROM_ALL ${sources} ${PROJECT_SOURCE_DIR}/platform_libs/api_lib_utility.c)
 target_include_directories(fuzzed_library
-  PUBLIC ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/include ${PROJECT_SOURCE_DIR}/imports)
+  PUBLIC ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/include ${PROJECT_SOURCE_DIR}/platform_libs)
 target_compile_options(fuzzed_library PRIVATE -fno-exceptions -fno-rtti -fsanitize=fuzzer-no-link ${fuzz_checks})
 
 set(tests ${PROJECT_SOURCE_DIR}/tests)
