@@ -15,7 +15,6 @@ bool comes_back(const std::string& text) {
     const size_t equals = line.find('=');
     if (equals == 0 || equals == std::string::npos || line.find('=', equals + 1) != std::string::npos) return false;
     if (line[0] == '#' || line.size() > 184 || equals > 35) return false;
-    if (line.compare(0, line.size(), "Default", line.size()) == 0) return false;
     if (line.find('\r') != std::string::npos || line.find('\0') != std::string::npos) return false;
     if (line.back() == ';' || line.find(";;") != std::string::npos || line[equals + 1] == ';') return false;
   }

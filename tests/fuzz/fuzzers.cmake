@@ -7,6 +7,7 @@ set(fuzz_checks -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit
 add_compile_options(-O1 -g1)
 
 get_target_property(sources api_lib_wifimgr SOURCES)
+list(FILTER sources INCLUDE REGEX "\\.cpp$")
 list(TRANSFORM sources PREPEND ${PROJECT_SOURCE_DIR}/)
 add_library(fuzzed_library STATIC EXCLUDE_FROM_ALL ${sources} ${PROJECT_SOURCE_DIR}/platform_libs/api_lib_utility.c)
 target_include_directories(fuzzed_library
