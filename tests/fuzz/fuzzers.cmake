@@ -16,7 +16,8 @@ target_compile_options(fuzzed_library PRIVATE -fno-exceptions -fno-rtti -fsaniti
 
 set(tests ${PROJECT_SOURCE_DIR}/tests)
 add_library(fuzz_parts STATIC EXCLUDE_FROM_ALL
-  ${tests}/fuzz/door.cpp ${tests}/fuzz/functions.cpp ${tests}/support/sandbox.cpp ${tests}/support/seams.cpp ${tests}/support/requests.cpp)
+  ${tests}/fuzz/door.cpp ${tests}/fuzz/functions.cpp
+  ${tests}/support/private_namespaces.cpp ${tests}/support/sandbox.cpp ${tests}/support/seams.cpp ${tests}/support/requests.cpp)
 target_include_directories(fuzz_parts PUBLIC ${tests})
 target_compile_options(fuzz_parts PUBLIC ${fuzz_checks})
 target_link_libraries(fuzz_parts PUBLIC fuzzed_library GTest::gtest)
