@@ -18,21 +18,17 @@ constexpr char kWrongBand[] = "The wifi type is invalid.";
 
 // What a setting's number must be. Rows hand it over by value, like all they have: they are code without relocations.
 struct Accepted {
-  enum class Kind : uint8_t { kAny, kCount, kWithin, kKeyFormat };
-  int16_t highest;
-  int16_t lowest;
+  enum class Kind : uint8_t { kAny, kWithin, kKeyFormat };
+  int32_t highest;
+  int32_t lowest;
   Kind kind;
 };
 
-// By the words of the settings' table.
-constexpr Accepted ACCEPTS_NUMBER(int16_t lowest, int16_t highest) {
+// By the words of the settings' table. Digits are not all that counts: a sign may stand behind a line end.
+constexpr Accepted ACCEPTS_NUMBER(int32_t lowest, int32_t highest) {
   return {highest, lowest, Accepted::Kind::kWithin};
 }
-// Digits are not all that counts: a sign may stand behind a line end, and the driver takes 32 bits.
-constexpr Accepted ACCEPTS_DIGITS(int16_t, int16_t) {
-  return {0, 0, Accepted::Kind::kCount};
-}
-constexpr Accepted ACCEPTS_KEY_FORMAT(int16_t, int16_t) {
+constexpr Accepted ACCEPTS_KEY_FORMAT(int32_t, int32_t) {
   return {0, 0, Accepted::Kind::kKeyFormat};
 }
 constexpr Accepted any_number() {
@@ -43,8 +39,6 @@ bool accepts(Accepted accepted, long long number) {
   switch (accepted.kind) {
     case Accepted::Kind::kAny:
       return true;
-    case Accepted::Kind::kCount:
-      return number >= 0 && number <= INT32_MAX;
     case Accepted::Kind::kWithin:
       return number >= accepted.lowest && number <= accepted.highest;
     case Accepted::Kind::kKeyFormat:  // 0 and 1 name a kind of key, 8 to 63 its length

@@ -56,8 +56,12 @@ class Mutant:
         return f"{self.file}: {self.before} : {self.change}{nth}"
 
 
-def _is_statement(text):
-    return CALL.match(text) or ASSIGNMENT.match(text)
+def _are_ordered(first, second):
+    """Statements that have a name in common; the order of others is nobody's business."""
+    if not all(CALL.match(text) or ASSIGNMENT.match(text) for text in (first, second)):
+        return False
+    names = [set(re.findall(r"[A-Za-z_]\w*", re.sub(r'"[^"]*"', "", text))) - {"std", "void"} for text in (first, second)]
+    return bool(names[0] & names[1])
 
 
 def _number_changed(token):
@@ -73,7 +77,8 @@ def _number_changed(token):
 
 def _text_changed(token):
     """One character less: a message, key or command that is not the agreed one."""
-    if len(token) < 3 or token[0] != '"':
+    # Whether a file is closed on exec shows only to what another thread starts meanwhile.
+    if len(token) < 3 or token in ('"re"', '"we"', '"r+e"', '"w+e"'):
         return None
     last = re.match(r'^(".*?)((?:\\(?:[0-7]{1,3}|x[0-9a-fA-F]+|.))|[^\\])"$', token)
     return last[1] + '"' if last else None
@@ -114,6 +119,8 @@ def _changes(line):
                 continue
             if re.match(r"^\s*(?:char|unsigned|uint\w+|int)\b", line) and line.rstrip().endswith(("{", ",", ")")):
                 continue  # a parameter that is an array
+            if re.search(r"sizeof [\w.>-]*$", line[: found.start()]):
+                continue
             changed = f"[({found[1]}) + 1]"
             yield f"{found[0]} -> {changed}", line[: found.start()] + changed + line[found.end() :]
 
@@ -146,7 +153,7 @@ def mutants_of(file, text):
         if CALL.match(stripped):
             yield made(number, "removed", line[: len(line) - len(line.lstrip())] + ";")
         following = lines[number + 1] if number + 1 < len(lines) else ""
-        if _is_statement(stripped) and _is_statement(following.strip()):
+        if _are_ordered(stripped, following.strip()):
             indentation = len(line) - len(line.lstrip())
             if len(following) - len(following.lstrip()) == indentation:
                 yield made(number, f"after {following.strip()}", following + "\n" + line, 2)

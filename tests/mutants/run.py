@@ -52,12 +52,9 @@ def read_equivalents():
     return listed
 
 
-def all_mutants():
-    for room in ROOMS:
-        for path in sorted((SOURCE / room).iterdir()):
-            if path.suffix in (".cpp", ".h", ".def"):
-                file = f"{room}/{path.name}"
-                yield from mutations.mutants_of(file, path.read_text())
+def read_sources():
+    return {f"{room}/{path.name}": path.read_text() for room in ROOMS for path in sorted((SOURCE / room).iterdir())
+            if path.suffix in (".cpp", ".h", ".def")}
 
 
 class Build:
@@ -131,8 +128,9 @@ def passes(command, libraries, seconds):
 
 
 class Hunt:
-    def __init__(self, build, work):
+    def __init__(self, build, sources, work):
         self.build = build
+        self.sources = sources
         self.work = work
         self.lock = threading.Lock()
         self.programs = {}
@@ -183,7 +181,7 @@ class Hunt:
         overlay = folder / "source"
         path = overlay / mutant.file
         path.parent.mkdir(parents=True, exist_ok=True)
-        path.write_text(mutations.apply(mutant, (SOURCE / mutant.file).read_text()))
+        path.write_text(mutations.apply(mutant, self.sources[mutant.file]))
         changed = {}
         for number, object_file in enumerate(self.build.dependents.get(mutant.file, [])):
             words = list(self.build.compile[object_file])
@@ -233,7 +231,8 @@ def chosen(mutants, options):
 
 
 def run(options):
-    mutants = list(all_mutants())
+    sources = read_sources()
+    mutants = [mutant for file, text in sources.items() for mutant in mutations.mutants_of(file, text)]
     names = [mutant.name for mutant in mutants]
     equivalents = read_equivalents()
     strangers = sorted(set(equivalents) - set(names))
@@ -249,7 +248,7 @@ def run(options):
     survivors = []
     started = time.monotonic()
     with tempfile.TemporaryDirectory(prefix="mutants.", dir=options.build) as work:
-        hunt = Hunt(Build(options.build), pathlib.Path(work))
+        hunt = Hunt(Build(options.build), sources, pathlib.Path(work))
         hunt.prepare(rooms)
         with concurrent.futures.ThreadPoolExecutor(options.jobs) as pool:
             futures = {pool.submit(hunt.fate, mutant): mutant for mutant in wanted}
