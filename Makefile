@@ -97,12 +97,10 @@ soak:
 	cmake --build build/release --target soak
 	build/release/tests/soak --seconds $(or $(SECONDS),600) --kills $(or $(KILLS),10000) --seed $(or $(SEED),0)
 
-MUTANT_ROOMS = $(or $(ROOM),$(firstword $(subst /, ,$(FILE))),store params apply driver wps platform)
-
 mutants:
 	@scripts/setup.sh test
 	@$(MAKE) -s --no-print-directory configure-tests
-	cmake --build build/dev --target api_lib_wifimgr $(addprefix tests_,$(MUTANT_ROOMS))
+	cmake --build build/dev --target api_lib_wifimgr $(addprefix tests_,store params apply driver wps platform)
 	python3 tests/mutants/run.py $(if $(ROOM),--room $(ROOM)) $(if $(FILE),--file $(FILE)) \
 	  $(if $(SAMPLE),--sample $(SAMPLE)) $(if $(SEED),--seed $(SEED)) $(if $(JOBS),--jobs $(JOBS))
 

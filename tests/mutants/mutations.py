@@ -35,7 +35,7 @@ TOKEN = re.compile(
 )
 CALL = re.compile(r"^(?:\(void\))?(?:\w+::|\w+(?:\.|->))*\w+\(.*\);$")
 ASSIGNMENT = re.compile(r"^[\w.\->\[\]*]+ = [^{]*;$")
-ARRAY = re.compile(r"^(?:static |const |constexpr )*[\w:]+(?: const)? \w+\[")
+ARRAY = re.compile(r"^(?:static |const |constexpr |constinit )*[\w:]+(?: const)? \w+\[")
 INDEX = re.compile(r"(?<=[\w)\]])\[([^\[\]]+)\]")
 
 
@@ -58,7 +58,7 @@ class Mutant:
 
 def _are_ordered(first, second):
     """Statements that have a name in common; the order of others is nobody's business."""
-    if not all(CALL.match(text) or ASSIGNMENT.match(text) for text in (first, second)):
+    if not all((CALL.match(text) or ASSIGNMENT.match(text)) and "static_assert" not in text for text in (first, second)):
         return False
     names = [set(re.findall(r"[A-Za-z_]\w*", re.sub(r'"[^"]*"', "", text))) - {"std", "void"} for text in (first, second)]
     return bool(names[0] & names[1])

@@ -26,6 +26,16 @@ import mutations
 SOURCE = pathlib.Path(__file__).resolve().parent.parent.parent
 EQUIVALENTS = pathlib.Path(__file__).resolve().parent / "equivalent.txt"
 ROOMS = ["store", "params", "apply", "driver", "wps", "platform"]
+# What stands at the bottom is tested where it is used, too.
+ALSO = {
+    "store/bounded_text.h": ["constants_test"],
+    "store/decimal.h": ["settings_table_test", "number_check_test"],
+    "store/shell.cpp": ["shell_test", "commit_test"],
+    "store/trace.cpp": ["wds_test", "settings_table_test", "probe_response_test"],
+    "store/trace.h": ["wds_test", "settings_table_test"],
+    "params/setting_table.cpp": ["wds_test"],
+    "driver/request.cpp": ["interface_address_test"],
+}
 MEMORY = 1 << 30  # what the processes of a test may have together
 FILE_SIZE = 1 << 28
 
@@ -35,7 +45,7 @@ class Failure(Exception):
 
 
 def read_equivalents():
-    """Names of mutants, each followed by an indented reason."""
+    """Names of mutants, each followed by an indented reason; "*" stands for any file, or for anything in a file."""
     listed = {}
     name = None
     for line in EQUIVALENTS.read_text().splitlines():
@@ -50,6 +60,12 @@ def read_equivalents():
     if unexplained:
         raise Failure("no reason is given for " + unexplained[0])
     return listed
+
+
+def stands_for(listed, name):
+    if listed.endswith(": *"):
+        return name.startswith(listed[:-1])
+    return name == listed or (listed.startswith("*: ") and name.endswith(listed[1:]))
 
 
 def read_sources():
@@ -172,7 +188,9 @@ class Hunt:
         subjects = set(re.split(r"[_.]", name)) - {"cpp", "h", "def"}
         with self.lock:
             kills = dict(self.order.get(mutant.file, {}))
-        return sorted(self.programs[room], key=lambda command: (
+        beside = [command for programs in self.programs.values() for command in programs
+                  if pathlib.Path(command[0]).name in ALSO.get(mutant.file, [])]
+        return sorted(self.programs[room] + beside, key=lambda command: (
             -kills.get(command[0], 0), -len(subjects & set(pathlib.Path(command[0]).name.split("_"))),
             self.seconds[command[0]]))
 
@@ -225,6 +243,9 @@ def chosen(mutants, options):
         mutants = [mutant for mutant in mutants if mutant.file in options.file]
     if options.name:
         mutants = [mutant for mutant in mutants if options.name in mutant.name]
+    if options.again:
+        again = set(options.again.read_text().splitlines())
+        mutants = [mutant for mutant in mutants if mutant.name in again]
     if options.sample and options.sample < len(mutants):
         mutants = random.Random(options.seed).sample(mutants, options.sample)
     return mutants
@@ -235,15 +256,21 @@ def run(options):
     mutants = [mutant for file, text in sources.items() for mutant in mutations.mutants_of(file, text)]
     names = [mutant.name for mutant in mutants]
     equivalents = read_equivalents()
-    strangers = sorted(set(equivalents) - set(names))
+    # Of most listed names there is one; only those with a star are looked for.
+    exact = {name for name in equivalents if "*: " not in name and not name.endswith(": *")}
+    starred = [name for name in equivalents if name not in exact]
+    known = {name for name in names if name in exact or any(stands_for(star, name) for star in starred)}
+    strangers = sorted(exact - set(names)) + [star for star in starred if not any(stands_for(star, n) for n in known)]
     if strangers:
         raise Failure("is listed as equivalent, but is no mutant any more:\n  " + "\n  ".join(strangers))
     if options.list:
         print("\n".join(mutant.name for mutant in chosen(mutants, options)))
         return 0
 
-    wanted = [mutant for mutant in chosen(mutants, options) if mutant.name not in equivalents]
+    wanted = [mutant for mutant in chosen(mutants, options) if mutant.name not in known]
     rooms = [room for room in ROOMS if any(mutant.file.startswith(room + "/") for mutant in wanted)]
+    if any(mutant.file in ALSO for mutant in wanted):
+        rooms = ROOMS
     counts = {"killed": 0, "survived": 0, "no program": 0}
     survivors = []
     started = time.monotonic()
@@ -257,15 +284,15 @@ def run(options):
                 counts[done.result()] += 1
                 if done.result() == "survived":
                     survivors.append(mutant)
-                    print(f"survived: {mutant.file}:{mutant.line}: {mutant.before} : {mutant.change}", flush=True)
+                    print(f"survived: line {mutant.line} of {mutant.name}", flush=True)
                 if sum(counts.values()) % 100 == 0:
                     print(f"{sum(counts.values())} of {len(wanted)}", flush=True)
 
-    if options.names and survivors:
+    if options.names:
         options.names.write_text("".join(mutant.name + "\n" for mutant in survivors))
     tried = counts["killed"] + counts["survived"]
     share = 100.0 * counts["killed"] / tried if tried else 100.0
-    print(f"mutants: {len(mutants)} in {len(ROOMS)} rooms, {len(equivalents)} of them known as equivalent; "
+    print(f"mutants: {len(mutants)} in {len(ROOMS)} rooms, {len(known)} of them known as equivalent; "
           f"tried {tried} (seed {options.seed}), {counts['no program']} more do not compile")
     print(f"mutants: {counts['killed']} killed, {counts['survived']} survived: {share:.1f} % killed, "
           f"at least {options.least:g} % wanted; {time.monotonic() - started:.0f} seconds")
@@ -283,6 +310,7 @@ def main():
     parser.add_argument("--jobs", type=int, default=os.cpu_count())
     parser.add_argument("--least", type=float, default=97.0, help="the share to be killed, in percent")
     parser.add_argument("--list", action="store_true", help="print the names of the mutants")
+    parser.add_argument("--again", type=pathlib.Path, help="only those whose names are in the file")
     parser.add_argument("--names", type=pathlib.Path, help="a file for the survivors' names")
     options = parser.parse_args()
     options.build = options.build.resolve()

@@ -156,7 +156,10 @@ bool lock_is_free(int band) {
   sembuf give = {0, +1, SEM_UNDO};
   const timespec second = {1, 0};
   while (semtimedop(semaphore, &take, 1, &second) != 0) {
-    if (errno != EINTR) return false;
+    if (errno == EINTR) continue;
+    // What goes on must not wait for it for ever.
+    (void)semctl(semaphore, 0, SETVAL, 1);
+    return false;
   }
   return semop(semaphore, &give, 1) == 0;
 }

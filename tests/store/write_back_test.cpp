@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <sys/mount.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -14,6 +15,19 @@
 #include "store/ipc_objects.h"
 #include "support/sandbox.h"
 #include "support/seams.h"
+
+namespace {
+
+// What ftruncate fails with; 0 for none.
+int g_truncation_error = 0;
+
+}  // namespace
+
+extern "C" int ftruncate(int file, off_t length) noexcept {
+  if (g_truncation_error == 0) return static_cast<int>(syscall(SYS_ftruncate, file, length));
+  errno = g_truncation_error;
+  return -1;
+}
 
 namespace {
 
@@ -291,6 +305,26 @@ TEST(Save, LeavesNothingOfASaveThatCameBetween) {
   };
   seams::trace_of([] { EXPECT_EQ(0, update_datafile_from_shm(0, 2)); });
   EXPECT_EQ("Default\nBssidNum=2\nSSID1=a\nSSID2=b\nAccessPolicy0=0\nAccessPolicy1=1\nHT_TxStream=1;1\n", saved());
+}
+
+TEST(Save, WhoseFileCannotBeEmptiedIsAPlainFailure) {
+  sandbox::load(0, kMixed);
+  g_truncation_error = EIO;
+  EXPECT_THAT(errors_of_save(), IsEmpty());
+}
+
+TEST(Save, IntoWhatHasNoLengthSucceeds) {
+  sandbox::load(0, kMixed);
+  g_truncation_error = EINVAL;
+  EXPECT_EQ(0, update_datafile_from_shm(0, 2));
+}
+
+TEST(Save, DoesNotDependOnAnEarlierError) {
+  sandbox::load(0, kMixed);
+  for (const int earlier : {0, EIO, EINVAL}) {
+    errno = earlier;
+    EXPECT_EQ(0, update_datafile_from_shm(0, 2)) << earlier;
+  }
 }
 
 TEST(Save, OfOneBandLeavesTheOtherAlone) {
