@@ -37,19 +37,26 @@ int g_complaints = 0;
 std::string g_saved[kBands];
 std::string g_keys[kBands];
 
+// Long enough to be read and written in several pieces.
 std::string dat_text(int band) {
-  std::string text = "Default\n# soaked\nBssidNum=4\nReloadFlag=0\n";
+  std::string text = "Default\n# soaked\nBssidNum=8\nReloadFlag=0\n";
   text += band == 0 ? "WirelessMode=9\nChannel=6\n" : "WirelessMode=14\nChannel=36\n";
   for (const char* const line :
-       {"HideSSID=0;1;0;1\n", "AuthMode=OPEN;WPA2PSK;WPA2PSK;OPEN\n", "EncrypType=NONE;AES;AES;NONE\n",
-        "BeaconPeriod=100\n", "TxPower=100\n", "HT_BW=1\n", "WmmCapable=1;1;1;1\n", "EnableSSID=1;1;0;0\n",
-        "APAifsn=3;7;1;1\n", "WdsEnable=0\n", "WdsList=02:00:00:00:00:01;\n", "NoForwarding=0;0;0;0\n"}) {
+       {"HideSSID=0;1;0;1;0;1;0;1\n", "AuthMode=OPEN;WPA2PSK;WPA2PSK;OPEN;OPEN;OPEN;OPEN;OPEN\n",
+        "EncrypType=NONE;AES;AES;NONE;NONE;NONE;NONE;NONE\n", "BeaconPeriod=100\n", "TxPower=100\n", "HT_BW=1\n",
+        "WmmCapable=1;1;1;1;1;1;1;1\n", "EnableSSID=1;1;0;0;0;0;0;0\n", "APAifsn=3;7;1;1\n", "WdsEnable=0\n",
+        "WdsList=02:00:00:00:00:01;\n", "NoForwarding=0;0;0;0;0;0;0;0\n"}) {
     text += line;
   }
-  for (const char ssid : {'1', '2', '3', '4'}) {
-    text = text + "SSID" + ssid + "=Network-" + ssid + "\nWPAPSK" + ssid + "=passphrase-" + ssid + "\n";
+  for (const char ssid : {'1', '2', '3', '4', '5', '6', '7', '8'}) {
+    text = text + "SSID" + ssid + "=Network-" + ssid + "\nWPAPSK" + ssid + "=" + std::string(140, ssid) + "\n";
+    text = text + "RADIUS_Key" + ssid + "=" + std::string(140, ssid) + "\nKey1Str" + ssid + "=" +
+           std::string(100, ssid) + "\n";
   }
-  return text + "AccessPolicy0=0\nAccessPolicy1=1\nAccessControlList1=02:00:00:00:00:02\n";
+  for (const char list : {'0', '1', '2', '3', '4', '5', '6', '7'}) {
+    text = text + "AccessPolicy" + list + "=0\nAccessControlList" + list + "=" + std::string(140, list) + "\n";
+  }
+  return text;
 }
 
 void write_file(int band, const std::string& text) {
