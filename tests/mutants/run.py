@@ -45,21 +45,20 @@ class Failure(Exception):
 
 
 def read_equivalents():
-    """Names of mutants, each followed by an indented reason; "*" stands for any file, or for anything in a file."""
-    listed = {}
-    name = None
+    """Names of mutants, some or one followed by an indented reason; "*" stands for any file, or for anything in a file."""
+    reasons = {}
+    names = []
     for line in EQUIVALENTS.read_text().splitlines():
         if not line.strip() or line.startswith("#"):
             continue
         if line[0] != " ":
-            name = line.strip()
-            listed[name] = ""
+            names.append(line.strip())
         else:
-            listed[name] += line.strip()
-    unexplained = [name for name, reason in listed.items() if not reason]
-    if unexplained:
-        raise Failure("no reason is given for " + unexplained[0])
-    return listed
+            reasons.update(dict.fromkeys(names, line.strip()))
+            names = []
+    if names:
+        raise Failure("no reason is given for " + names[0])
+    return reasons
 
 
 def stands_for(listed, name):
@@ -127,7 +126,6 @@ def memory_of(session):
 def passes(command, libraries, seconds):
     """Whether a test program ends well; one that hangs or eats the memory does not."""
     environment = dict(os.environ, LD_LIBRARY_PATH=":".join(map(str, libraries)), GTEST_FAIL_FAST="1")
-    environment["ASAN_OPTIONS"] = "detect_leaks=0"
     process = subprocess.Popen(
         command, env=environment, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
         start_new_session=True,

@@ -36,9 +36,8 @@ extern "C" int merge_para(wifimgr_attr_record* record, char* out, int count) {
 }
 
 extern "C" int ftruncate(int file, off_t length) noexcept {
-  if (g_truncation_error == 0) return static_cast<int>(syscall(SYS_ftruncate, file, length));
   errno = g_truncation_error;
-  return -1;
+  return errno == 0 ? static_cast<int>(syscall(SYS_ftruncate, file, length)) : -1;
 }
 
 namespace {
