@@ -6,7 +6,7 @@ UNITS = $(filter store/%.cpp params/%.cpp apply/%.cpp driver/%.cpp wps/%.cpp pla
 STAGE = scripts/stage.sh
 
 .PHONY: help check demo test test-all test-rest test-clang test-arm64 test-musl build build-clang arm64 musl package \
-  stages docs interface bench format lint clean
+  fuzz soak mutants stages docs interface bench format lint clean
 
 help:
 	@echo "make demo         run the library inside a simulated gateway and watch it apply settings"
@@ -17,6 +17,9 @@ help:
 	@echo "make test-musl    the tests in C against the musl C library"
 	@echo "make package      Debian packages for amd64 and arm64, into build/packages"
 	@echo "make check ROOM=params  builds what changed and runs the tests of one room: seconds"
+	@echo "make fuzz         random input through every door of the library, a minute each (SECONDS=, DOOR=)"
+	@echo "make soak         processes that are killed or lack what they need, ten minutes at most (SECONDS=, KILLS=, SEED=)"
+	@echo "make mutants      which changes of the library no test notices: hours (ROOM=, FILE=, SAMPLE=200 SEED=1, JOBS=)"
 	@echo "make stages       what the stages of the last make test or test-all took, into CONTRIBUTING.md"
 	@echo "make build        build the library, the simulated gateway, the tool and the examples into build/release"
 	@echo "make arm64        the same and the tests for the gateway's processor, into build/arm64; sizes, and what it needs"
@@ -82,6 +85,25 @@ check:
 
 stages:
 	@$(STAGE) --into CONTRIBUTING.md
+
+fuzz:
+	@scripts/setup.sh fuzz
+	cmake --preset fuzz
+	cmake --build --preset fuzz
+	tests/fuzz/run.sh build/fuzz $(or $(SECONDS),60) $(DOOR)
+
+soak:
+	@scripts/setup.sh test
+	@$(MAKE) -s --no-print-directory configure-tests
+	cmake --build build/release --target soak
+	build/release/tests/soak --seconds $(or $(SECONDS),600) --kills $(or $(KILLS),10000) --seed $(or $(SEED),0)
+
+mutants:
+	@scripts/setup.sh test
+	@$(MAKE) -s --no-print-directory configure-tests
+	cmake --build build/dev --target api_lib_wifimgr $(addprefix tests_,store params apply driver wps platform)
+	python3 tests/mutants/run.py $(if $(ROOM),--room $(ROOM)) $(if $(FILE),--file $(FILE)) \
+	  $(if $(SAMPLE),--sample $(SAMPLE)) $(if $(SEED),--seed $(SEED)) $(if $(JOBS),--jobs $(JOBS))
 
 build-clang:
 	@scripts/setup.sh clang

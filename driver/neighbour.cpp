@@ -22,7 +22,7 @@ constexpr int kLabelLines = 3;
 struct Survey {
   char command[72];
   char dump[32];
-  char label[5];
+  char label[sizeof wifimgr_neighbour::band];
 };
 constexpr Survey kSurveys[store::kBands] = {
     {"/userfs/bin/iwpriv ra0 get_site_survey > /tmp/site_survey_ra0", "/tmp/site_survey_ra0", "2.4G"},

@@ -1,7 +1,7 @@
 #!/bin/sh
 # Sees to it that the Debian packages of a task are there: installs what is missing when it may, else says what to do.
 #
-# usage: setup.sh build|demo|test|test-all|bench|clang|arm64|musl|package|lint|docs
+# usage: setup.sh build|demo|test|test-all|bench|clang|fuzz|arm64|musl|package|lint|docs
 set -eu
 
 build="g++ cmake ninja-build libcli11-dev nlohmann-json3-dev"
@@ -14,6 +14,7 @@ arm64="$test g++-aarch64-linux-gnu googletest qemu-user-static"
 musl="$test musl-tools"
 package="$build dpkg-dev g++-aarch64-linux-gnu"
 clang="$test clang"
+fuzz="$clang libclang-rt-14-dev"
 lint="$clang clang-format clang-tidy cppcheck"
 docs="$build doxygen mandoc"
 test_all="$arm64 $musl $package $clang"
@@ -25,13 +26,14 @@ case "${1:-}" in
   test-all) packages=$test_all ;;
   bench) packages=$bench ;;
   clang) packages=$clang ;;
+  fuzz) packages=$fuzz ;;
   arm64) packages=$arm64 ;;
   musl) packages=$musl ;;
   package) packages=$package ;;
   lint) packages=$lint ;;
   docs) packages=$docs ;;
   *)
-    echo "usage: setup.sh build|demo|test|test-all|bench|clang|arm64|musl|package|lint|docs" >&2
+    echo "usage: setup.sh build|demo|test|test-all|bench|clang|fuzz|arm64|musl|package|lint|docs" >&2
     exit 2
     ;;
 esac

@@ -1,4 +1,5 @@
 // Writing a band's dat file anew from its store.
+#include <stdio_ext.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -109,9 +110,15 @@ bool are_loadable(int band, int ssid_count) {
   return true;
 }
 
+// What is still to be written is dropped: behind a part that was lost it would make another file of what is left.
+bool give_up(std::FILE* file) {
+  __fpurge(file);
+  return false;
+}
+
 // A line that another process made too long since the check is written whole: cutting it would lose what it holds.
 bool write_lines(int band, int ssid_count, std::FILE* file, const char*& refusal) {
-  bool written = std::fputs("Default\n", file) >= 0;
+  if (std::fputs("Default\n", file) < 0) return give_up(file);
   char line[kComposedSize];
   for (store::Record& record : Table(band)) {
     const Composed composed = compose_line(record, ssid_count, line);
@@ -119,9 +126,9 @@ bool write_lines(int band, int ssid_count, std::FILE* file, const char*& refusal
       refusal = kMergeRefusal;
       return false;
     }
-    if (composed == Composed::kLine) written = std::fputs(line, file) >= 0 && written;
+    if (composed == Composed::kLine && std::fputs(line, file) < 0) return give_up(file);
   }
-  return std::fflush(file) == 0 && written;
+  return std::fflush(file) == 0 || give_up(file);
 }
 
 trace::Result refuse(const char* function, const char* why) {

@@ -276,7 +276,9 @@ TEST(ReloadDriver, GivesTheStatusOfTheSecondCommand) {
 
 TEST(ReloadDriver, OtherModuleIsReloadedWhateverTheCommandsAnswer) {
   seams::on_command = [](const std::string&) { return 256; };
-  EXPECT_EQ(0U, wifimgr_lib_insmod_ko());
+  const std::vector<std::string> trace = seams::trace_of([] { EXPECT_EQ(0U, wifimgr_lib_insmod_ko()); });
+  EXPECT_THAT(trace, testing::ElementsAre("[wifimgr_lib_insmod_ko]:===Enter===\n",
+                                          "[wifimgr_lib_insmod_ko]:===Success Exit===\n"));
   EXPECT_THAT(seams::commands, ElementsAre("rmmod rt3390ap", "insmod /lib/modules/rt3390ap.ko"));
 }
 

@@ -306,7 +306,10 @@ TEST(RestartRefusal, NullRequestRunsNothing) {
   EXPECT_THAT(
       seams::trace_of([] { EXPECT_EQ(1U, wifimgr_lib_restartInterface(nullptr)); }),
       ElementsAre("[wifimgr_lib_restartInterface]:===Enter===\n", "[wifimgr_lib_restartInterface]:===Fail Exit===\n"));
-  EXPECT_EQ(1U, wifimgr_lib_do_restartInterface(nullptr));
+  const std::vector<std::string> trace =
+      seams::trace_of([] { EXPECT_EQ(1U, wifimgr_lib_do_restartInterface(nullptr)); });
+  EXPECT_THAT(trace, testing::ElementsAre("[wifimgr_lib_do_restartInterface]:===Enter===\n",
+                                          "[wifimgr_lib_do_restartInterface]:===Fail Exit===\n"));
   EXPECT_THAT(seams::commands, IsEmpty());
 }
 

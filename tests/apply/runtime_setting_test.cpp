@@ -82,6 +82,9 @@ TEST(TxBurstLine, NothingIsWrittenWithoutRoomOrPointers) {
   }
   EXPECT_EQ("~", written(9, [](char* dst, int32_t n) { return wifimgr_lib_set_TxBurst_to_file(dst, n, 0, nullptr); }));
   EXPECT_EQ(0, wifimgr_lib_set_TxBurst_to_file(nullptr, 100, 0, "1"));
+  char none[1];
+  EXPECT_EQ("[wifimgr_lib_set_TxBurst_to_file]:===Fail Exit===\n",
+            seams::trace_of([&] { (void)wifimgr_lib_set_TxBurst_to_file(none, 0, 0, "1"); }).back());
 }
 
 TEST(MaxStaNumAlias, SetsTheOtherKeyOfTheSsid) {

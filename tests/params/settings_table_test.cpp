@@ -70,7 +70,7 @@ Values values_of(const SettingRow& row) {
   if (row.accepts == "NUMBER") return {{low, high, "00" + high}, {below, above, "x"}};
   if (row.accepts == "TEN_DIGITS") return {{low, high}, {above, "x", "00000000001"}};
   if (row.accepts == "ONE_DIGIT") return {{low, high}, {above, "x", "0" + high, ""}};
-  if (row.accepts == "LEADING_NUMBER") return {{low, high, "x", high + "x"}, {below, above}};
+  if (row.accepts == "LEADING_NUMBER") return {{low, high, "x", high + "a"}, {below, above}};
   if (row.accepts == "LENGTH") return {{"", text_of(row.high)}, {text_of(row.high + 1)}};
   if (row.accepts == "WORDS") return {words_of(row), {"", "NEITHER", words_of(row)[0] + " " + words_of(row)[1]}};
   if (row.accepts == "ADDRESS") return {{"192.0.2.1"}, {"192.0.2.256", "192.0.2"}};

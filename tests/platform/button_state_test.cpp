@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <climits>
 #include <string>
@@ -127,6 +128,14 @@ TEST(ButtonState, LeavesNoDescriptorOpen) {
   char buffer[kSize];
   for (const Row& row : kRows) (void)wifimgr_lib_get_button_state(row.mode, row.path, buffer, kSize);
   EXPECT_EQ(open, requests::open_descriptors());
+}
+
+TEST(ButtonState, IsReadInAProcessWithoutStandardInput) {
+  sandbox::write_file(kData, "on");
+  close(STDIN_FILENO);
+  char text[8] = "";
+  EXPECT_EQ(2, wifimgr_lib_get_button_state(1, kData, text, sizeof text));
+  EXPECT_STREQ("on", text);
 }
 
 }  // namespace

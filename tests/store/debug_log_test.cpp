@@ -84,6 +84,13 @@ TEST(DebugLevel, FollowsNoLinkThatSomebodyPlanted) {
   EXPECT_FALSE(sandbox::exists("/tmp/none"));
 }
 
+TEST(DebugLevel, IsWrittenInAProcessWithoutStandardInput) {
+  close(STDIN_FILENO);
+  EXPECT_EQ(0, wifimgr_lib_set_dbg_level("8"));
+  EXPECT_EQ(kEnabled, sandbox::read_file(kEnableFile));
+  EXPECT_EQ("8", sandbox::read_file(kLevelFile));
+}
+
 TEST(DebugLevel, FailsWhenAFileCannotBeWrittenToItsEnd) {
   seams::limit_file_size(4);
   EXPECT_EQ(1, wifimgr_lib_set_dbg_level("8"));
@@ -128,6 +135,11 @@ TEST(KernelLog, CutsAMessageTo255Characters) {
 
 TEST(KernelLog, SaysOnStandardOutputThatItCannotBeOpened) {
   EXPECT_EQ("open /proc/zq2810/dbg_msg fail\n", sandbox::stdout_of([] { zqdbg_blapi_printf("message %d", 1); }));
+}
+
+TEST(KernelLog, TakesAnEmptyMessageToo) {
+  const char* const empty = "";
+  EXPECT_EQ("open /proc/zq2810/dbg_msg fail\n", sandbox::stdout_of([=] { zqdbg_blapi_printf(empty); }));
 }
 
 TEST(KernelLog, PrintsNothingElse) {
@@ -177,8 +189,8 @@ TEST(CommandFile, ThatCannotBeWrittenToItsEndGivesMinusOne) {
 
 TEST(CommandFile, NullIsAFailureThatTouchesNothing) {
   sandbox::write_file("/tmp/command", "old");
-  EXPECT_NE(0, doCmdWrite("/tmp/command", nullptr));
-  EXPECT_NE(0, doCmdWrite(nullptr, "text"));
+  EXPECT_EQ(-1, doCmdWrite("/tmp/command", nullptr));
+  EXPECT_EQ(-1, doCmdWrite(nullptr, "text"));
   EXPECT_EQ("old", sandbox::read_file("/tmp/command"));
 }
 

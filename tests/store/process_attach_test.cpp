@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <cstring>
 #include <string>
 
@@ -18,6 +19,15 @@ using process::start;
 using testing::ElementsAre;
 
 constexpr char kDat[] = "BssidNum=8\nChannel=6\nHT_TxStream=1;1;1;1;1;1;1;1\nSSID1=home\nWPAPSK1=secret\n";
+
+TEST(Processes, ThatAttachWhatCannotBeMeasuredFindNothingInIt) {
+  sandbox::load(0, kDat);
+  attach_without_initialising(0);
+  seams::fail(seams::shmctl_fault, 1, EIDRM);
+  char buffer[160] = "";
+  EXPECT_EQ(1, read_attr(0, -1, "BssidNum", buffer, sizeof buffer));
+  EXPECT_EQ(0, read_attr(0, -1, "BssidNum", buffer, sizeof buffer)) << "it is measured the next time";
+}
 
 TEST(Processes, ThatAttachWithoutInitialisingUseTheLiveStore) {
   for (int band : {0, 1}) {

@@ -70,6 +70,7 @@ TEST(Init, WithoutAnSsidCountFailsAndLeavesTheStoreLoaded) {
   write_dat(0, "Channel=6\n");
   pre_wlan_state[0] = 77;
   const std::vector<std::string> trace = seams::trace_of([] { EXPECT_EQ(1, wifimgr_lib_init(0)); });
+  EXPECT_EQ("[wifimgr_lib_init]:===Enter===\n", trace.front());
   EXPECT_EQ("[wifimgr_lib_init]:===Fail Exit===\n", trace.back());
   EXPECT_EQ("6\n", sandbox::field(0, "Channel", 1));
   EXPECT_EQ(77, pre_wlan_state[0]);

@@ -1,19 +1,44 @@
 // Writing a band's dat file anew from its store.
 #include <dirent.h>
+#include <dlfcn.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/mount.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <cstring>
+#include <functional>
 #include <string>
 #include <vector>
 
 #include "store/ipc_objects.h"
 #include "support/sandbox.h"
 #include "support/seams.h"
+
+namespace {
+
+// Called before the library joins the fields of a record.
+std::function<void()> g_before_merge;
+
+// What ftruncate fails with; 0 for none.
+int g_truncation_error = 0;
+
+}  // namespace
+
+extern "C" int merge_para(wifimgr_attr_record* record, char* out, int count) {
+  static const auto original = reinterpret_cast<decltype(&merge_para)>(dlsym(RTLD_NEXT, "merge_para"));
+  if (g_before_merge) g_before_merge();
+  return original(record, out, count);
+}
+
+extern "C" int ftruncate(int file, off_t length) noexcept {
+  errno = g_truncation_error;
+  return errno == 0 ? static_cast<int>(syscall(SYS_ftruncate, file, length)) : -1;
+}
 
 namespace {
 
@@ -291,6 +316,43 @@ TEST(Save, LeavesNothingOfASaveThatCameBetween) {
   };
   seams::trace_of([] { EXPECT_EQ(0, update_datafile_from_shm(0, 2)); });
   EXPECT_EQ("Default\nBssidNum=2\nSSID1=a\nSSID2=b\nAccessPolicy0=0\nAccessPolicy1=1\nHT_TxStream=1;1\n", saved());
+}
+
+// Space that is there again must not bring what comes behind the lost part.
+TEST(Save, ThatLosesAPartEndsBeforeIt) {
+  std::string dat = "BssidNum=1\n";
+  for (int i = 0; i < 200; ++i) dat += "Key" + std::to_string(i) + "=" + std::string(100, 'v') + "\n";
+  const std::string whole = rewritten(dat, 1);
+  ASSERT_LT(2 * 8192u, whole.size());
+  for (const int lost_until : {60, 120, 200}) {
+    seams::limit_file_size(1000);
+    int lines = 0;
+    g_before_merge = [&] {
+      if (++lines == lost_until) seams::limit_file_size(RLIM_INFINITY);
+    };
+    EXPECT_THAT(errors_of_save(0, 1), IsEmpty());
+    EXPECT_EQ(whole.substr(0, 1000), saved()) << lost_until;
+  }
+}
+
+TEST(Save, WhoseFileCannotBeEmptiedIsAPlainFailure) {
+  sandbox::load(0, kMixed);
+  g_truncation_error = EIO;
+  EXPECT_THAT(errors_of_save(), IsEmpty());
+}
+
+TEST(Save, IntoWhatHasNoLengthSucceeds) {
+  sandbox::load(0, kMixed);
+  g_truncation_error = EINVAL;
+  EXPECT_EQ(0, update_datafile_from_shm(0, 2));
+}
+
+TEST(Save, DoesNotDependOnAnEarlierError) {
+  sandbox::load(0, kMixed);
+  for (const int earlier : {0, EIO, EINVAL}) {
+    errno = earlier;
+    EXPECT_EQ(0, update_datafile_from_shm(0, 2)) << earlier;
+  }
 }
 
 TEST(Save, OfOneBandLeavesTheOtherAlone) {

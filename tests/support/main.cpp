@@ -62,6 +62,7 @@ int run_each_in_a_child(const std::vector<std::string>& names) {
     }
     int status = 0;
     if (child < 0 || waitpid(child, &status, 0) < 0 || status != 0) failed.push_back(name);
+    if (!failed.empty() && GTEST_FLAG_GET(fail_fast)) break;
   }
   if (names.empty()) std::printf("no test has such a name\n");
   std::printf("==== all of them\n[  PASSED  ] %zu tests.\n", names.size() - failed.size());

@@ -1,0 +1,42 @@
+#!/bin/sh
+# Runs the fuzz doors one after the other, and says last what each of them did.
+#
+#   run.sh BUILD SECONDS [DOOR...]
+#
+# What an input finds is kept in BUILD/found/DOOR-...: mended, it belongs into tests/fuzz/kept/DOOR, where the tests replay it.
+# What reached new code stays in BUILD/corpus/DOOR for the next time.
+set -eu
+build=$1
+seconds=$2
+shift 2
+here=$(cd "$(dirname "$0")" && pwd)
+[ $# -gt 0 ] || set -- $(sed -n 's/^DOOR(\([a-z_]*\),.*/\1/p' "$here/doors.def")
+
+# A door has /tmp to itself; paths that begin at the current folder stay what they are.
+cd "$build"
+rm -rf found log inputs
+mkdir -p found log corpus inputs
+cp -R "$here/seeds" "$here/kept" inputs
+sh "$here/../../scripts/settings.sh" dictionary >settings.dict
+
+failed=0
+for door; do
+  [ -x "fuzz/fuzz_$door" ] || { echo "fuzz: there is no door $door" >&2; exit 2; }
+  mkdir -p "corpus/$door" "inputs/seeds/$door" "inputs/kept/$door"
+  echo "== $door: $seconds seconds"
+  status=0
+  ASAN_OPTIONS=allocator_may_return_null=1 "fuzz/fuzz_$door" -max_total_time="$seconds" -max_len=8192 -timeout=20 \
+    -rss_limit_mb=1024 -dict=settings.dict -artifact_prefix="found/$door-" -print_final_stats=1 \
+    "corpus/$door" "inputs/seeds/$door" "inputs/kept/$door" >"log/$door" 2>&1 || status=$?
+  [ $status -eq 0 ] || { failed=1; tail -n 40 "log/$door"; }
+done
+
+printf '%-10s %10s %8s %6s %6s\n' door inputs "a second" edges found
+for door; do
+  awk -v door="$door" -v found="$(find found -name "$door-*" | wc -l)" '
+    / cov: / { for (i = 1; i < NF; ++i) if ($i == "cov:") edges = $(i + 1) }
+    /^stat::number_of_executed_units:/ { inputs = $2 }
+    /^stat::average_exec_per_sec:/ { speed = $2 }
+    END { printf "%-10s %10d %8d %6d %6d\n", door, inputs, speed, edges, found }' "log/$door"
+done
+exit $failed
