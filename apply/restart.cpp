@@ -131,8 +131,7 @@ extern "C" uint64_t wifimgr_lib_restart_wlan_Interface(const wifimgr_restart_req
   } else if (kind == 3) {
     answer = restart_by_value(request->band, count, is_on);
   }
-  (void)trace::success(__func__);
-  return answer;
+  return trace::success(__func__).as(answer);
 }
 
 extern "C" int reload_WlanAC_Driver(void) {

@@ -27,14 +27,12 @@ bool read_number(const char* function, int wifi_type, int index, const char* out
   } else if (!store::is_band(wifi_type)) {
     why = store::kWrongBand;
   } else if (out == nullptr) {
-    (void)trace::fail(function);
-    return false;
+    return trace::fail(function).as(false);
   } else {
     const driver::InterfaceName radio = driver::radio_interface(wifi_type == store::k5G);
     why = driver::complaint_about(driver::ask_oid(radio, oid, number, sizeof *number), complaints);
   }
-  if (why != nullptr) (void)trace::fail(function, why);
-  return why == nullptr;
+  return why == nullptr || trace::fail(function, why).as(false);
 }
 
 }  // namespace

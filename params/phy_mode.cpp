@@ -28,13 +28,9 @@ constexpr uint32_t kModesWithRates = modes(5, 6, 7, 8, 9, 10, 11, 14, 15, 16, 17
 // unreadable.
 bool mode_allows(const char* function, uint32_t wifi_type, uint32_t set, const char* refusal) {
   char mode[store::kValueSize] = "";
-  if (wifimgr_lib_get_wirelessMode(store::band_number(wifi_type), -1, mode, sizeof mode) != 0) {
-    (void)trace::fail(function);
-    return false;
-  }
+  if (wifimgr_lib_get_wirelessMode(store::band_number(wifi_type), -1, mode, sizeof mode) != 0) return trace::fail(function).as(false);
   if (contains(set, store::decimal(mode))) return true;
-  (void)trace::fail(function, refusal);
-  return false;
+  return trace::fail(function, refusal).as(false);
 }
 
 // The mode comes before the index. The caller's arguments come first and in its order.

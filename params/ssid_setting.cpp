@@ -23,15 +23,13 @@ bool read_ssid_count(uint32_t wifi_type, int& count) {
 
 bool is_ssid_of(const char* function, int count, int32_t ssid_index) {
   if (ssid_index >= 1 && ssid_index <= count) return true;
-  (void)trace::fail_printing(function, "The ssid index should be from 1 to BssidNum:%d.", count);
-  return false;
+  return trace::fail_printing(function, "The ssid index should be from 1 to BssidNum:%d.", count).as(false);
 }
 
 bool is_ssid_of_band(const char* function, uint32_t wifi_type, int32_t ssid_index) {
   int count = 0;
   if (read_ssid_count(wifi_type, count)) return is_ssid_of(function, count, ssid_index);
-  (void)trace::fail(function);
-  return false;
+  return trace::fail(function).as(false);
 }
 
 trace::Result read_ssid_value(const char* function, uint32_t wifi_type, int32_t ssid_index, const char* key, char* buf,

@@ -31,7 +31,7 @@ bool read_file(const char* path, char* buffer, int size, ssize_t* result) {
 int read_board(const char* function, const char* path, char* buffer, int size, uint32_t* count) {
   trace::enter(function);
   ssize_t result = 0;
-  if (count == nullptr || !read_file(path, buffer, size, &result)) return trace::fail_as(function, -1);
+  if (count == nullptr || !read_file(path, buffer, size, &result)) return trace::fail(function).as(-1);
   *count = static_cast<uint32_t>(result);
   return trace::success(function);
 }
@@ -79,11 +79,11 @@ extern "C" int wifimgr_lib_set_WLAN_WPS_BUTTON(const char* text) {
 // The two modes report a file that cannot be opened differently; deliberate.
 extern "C" int wifimgr_lib_get_button_state(int mode, const char* path, char* buffer, int size) {
   trace::enter(__func__);
-  if (mode != 0 && mode != 1) return trace::fail_as(__func__, -2);
+  if (mode != 0 && mode != 1) return trace::fail(__func__).as(-2);
   ssize_t result = 0;
-  if (!read_file(path, buffer, size, &result)) return trace::fail_as(__func__, mode == 0 ? -2 : -1);
+  if (!read_file(path, buffer, size, &result)) return trace::fail(__func__).as(mode == 0 ? -2 : -1);
   // An error while reading counts as something read in mode 0 and is the result in mode 1.
-  if (mode == 1 && result < 0) return trace::fail_as(__func__, -1);
+  if (mode == 1 && result < 0) return trace::fail(__func__).as(-1);
   (void)trace::success(__func__);
   if (mode == 0) return result != 0 ? 2 : 0;
   return static_cast<int>(result);
