@@ -59,4 +59,9 @@ bool accepts(Accepted accepted, const char* value) {
   return false;
 }
 
+trace::Result refuse(const char* function, const char* key, const char* refusal, const char* value) {
+  if (is_ending(refusal)) return trace::fail_printing(function, "The %s%s", key, refusal);
+  return trace::fail_printing(function, refusal, store::decimal(value));
+}
+
 }  // namespace params

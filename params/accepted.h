@@ -3,6 +3,9 @@
 #pragma once
 
 #include <cstdint>
+#include <string_view>
+
+#include "store/trace.h"
 
 namespace params {
 
@@ -85,5 +88,28 @@ constexpr Accepted ACCEPTS_NOTHING(int16_t, int32_t, const char*) {
 }
 
 bool accepts(Accepted accepted, const char* value);
+
+// Most refusals name their key and end in one of these words, which the library then keeps once. Such a refusal is
+// passed as its ending, which the blank tells from a whole one.
+inline constexpr char kRefusalEndings[][33] = {" value is invalid.", " value should be 0 or 1.",
+                                               " value should be between 0 to 1.", " value should be number."};
+
+constexpr bool is_ending(const char* refusal) {
+  return refusal[0] == ' ';
+}
+
+constexpr const char* refusal_of(std::string_view key, const char* refusal) {
+  const std::string_view text = refusal;
+  if (text.starts_with("The ") && text.substr(4).starts_with(key)) {
+    for (const auto& ending : kRefusalEndings) {
+      if (text.substr(4 + key.size()) == ending) return ending;
+    }
+  }
+  return refusal;
+}
+
+// The refusal of a value of `key`, or of the key format of an SSID; traced as `function`. A whole one may print the
+// refused number with "%d".
+trace::Result refuse(const char* function, const char* key, const char* refusal, const char* value);
 
 }  // namespace params

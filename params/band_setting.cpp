@@ -11,7 +11,7 @@ trace::Result set(uint32_t wifi_type, int32_t index, const char* value, const ch
   trace::enter(function);
   if (value == nullptr) return trace::fail(function);
   if (index != -1) return trace::fail(function, index_refusal);
-  if (!accepts(accepted, value)) return trace::fail(function, refusal);
+  if (!accepts(accepted, value)) return refuse(function, key, refusal, value);
   if (update_attr(store::band_number(wifi_type), -1, key, value) != 0) return trace::fail(function);
   return trace::success(function);
 }

@@ -59,8 +59,7 @@ trace::Result set(uint32_t wifi_type, int32_t ssid_index, const char* value, con
   trace::enter(function);
   if (value == nullptr) return trace::fail(function);
   if (!is_ssid_of_band(function, wifi_type, ssid_index)) return {1};
-  // A refusal may print the number that was refused; most print none.
-  if (!accepts(accepted, value)) return trace::fail_printing(function, refusal, store::decimal(value));
+  if (!accepts(accepted, value)) return refuse(function, key, refusal, value);
   return write_ssid_value(function, wifi_type, ssid_index, SsidKey(key, numbering, ssid_index).text, value);
 }
 

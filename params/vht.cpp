@@ -12,8 +12,8 @@ namespace {
 
 using Repeat = void (*)(char (&list)[store::kValueSize], const char* value, int count);
 
-trace::Result set_for_every_ssid(uint32_t wifi_type, int32_t index, const char* value, const char* function,
-                                 const char* key, const char* refusal, params::Accepted accepted, Repeat repeat) {
+uint64_t set_for_every_ssid(uint32_t wifi_type, int32_t index, const char* value, const char* function, const char* key,
+                            const char* refusal, params::Accepted accepted, Repeat repeat) {
   trace::enter(function);
   if (value == nullptr) return trace::fail(function);
   if (index != -1) return trace::fail(function, params::kIndexShouldBeMinusOne);

@@ -67,17 +67,19 @@ trace::Result send(const char* function, const char* key, uint32_t wifi_type, in
   return trace::success(function);
 }
 
-// `store_refusal` is null for what is not stored. The caller's arguments come first and in its order, so that an
+enum class Storing : uint8_t { kStored, kSentOnly };
+
+// The caller's arguments come first and in its order, so that an
 // exported setter only adds its row, which is then code and no data.
 uint64_t set(uint32_t wifi_type, int32_t ssid_index, const char* value, const char* function, const char* key,
-             const char* store_refusal, Accepted accepted) {
+             Accepted accepted, Storing storing) {
   trace::enter(function);
   if (value == nullptr) return trace::fail(function);
   if (check_is_num(value) != 0 || !accepts(accepted, store::wide_decimal(value)))
     return trace::fail(function, kWrongValue);
   if (!is_ssid(ssid_index)) return trace::fail(function, kWrongIndex);
-  if (store_refusal != nullptr && update_attr(store::band_number(wifi_type), ssid_index, key, value) != 0) {
-    return trace::fail(function, store_refusal);
+  if (storing == Storing::kStored && update_attr(store::band_number(wifi_type), ssid_index, key, value) != 0) {
+    return trace::fail_printing(function, "Set the %s failed.", key);
   }
   return send(function, key, wifi_type, ssid_index, value);
 }
@@ -100,15 +102,15 @@ trace::Result store_uuid(const char* function, const char* key_format, uint32_t 
 
 }  // namespace
 
-#define WPS_SETTER(setter, key, accepts, low, high)                                                        \
-  extern "C" uint64_t setter(uint32_t wifi_type, int32_t ssid_index, const char* value) {                  \
-    return set(wifi_type, ssid_index, value, #setter, key, "Set the " key " failed.", accepts(low, high)); \
+#define WPS_SETTER(setter, key, accepts, low, high)                                               \
+  extern "C" uint64_t setter(uint32_t wifi_type, int32_t ssid_index, const char* value) {         \
+    return set(wifi_type, ssid_index, value, #setter, key, accepts(low, high), Storing::kStored); \
   }
 #include "params/setting_rows.def"
 
 #define WPS_DIRECT(setter, key, accepted)                                                 \
   extern "C" uint64_t setter(uint32_t wifi_type, int32_t ssid_index, const char* value) { \
-    return set(wifi_type, ssid_index, value, #setter, key, nullptr, accepted);            \
+    return set(wifi_type, ssid_index, value, #setter, key, accepted, Storing::kSentOnly); \
   }
 #define WPS_ORDER(setter, key)                                         \
   extern "C" uint64_t setter(uint32_t wifi_type, int32_t ssid_index) { \
