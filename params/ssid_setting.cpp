@@ -21,25 +21,25 @@ bool read_ssid_count(uint32_t wifi_type, int& count) {
   return true;
 }
 
-bool is_ssid_of(const char* function, int count, int32_t ssid_index) {
+bool is_ssid_of(int count, int32_t ssid_index, const char* function) {
   if (ssid_index >= 1 && ssid_index <= count) return true;
   return trace::fail_printing(function, "The ssid index should be from 1 to BssidNum:%d.", count).as(false);
 }
 
-bool is_ssid_of_band(const char* function, uint32_t wifi_type, int32_t ssid_index) {
+bool is_ssid_of_band(uint32_t wifi_type, int32_t ssid_index, const char* function) {
   int count = 0;
-  if (read_ssid_count(wifi_type, count)) return is_ssid_of(function, count, ssid_index);
+  if (read_ssid_count(wifi_type, count)) return is_ssid_of(count, ssid_index, function);
   return trace::fail(function).as(false);
 }
 
-trace::Result read_ssid_value(const char* function, uint32_t wifi_type, int32_t ssid_index, const char* key, char* buf,
-                              uint32_t len) {
+trace::Result read_ssid_value(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len, const char* function,
+                              const char* key) {
   if (read_attr(store::band_number(wifi_type), ssid_index, key, buf, len) != 0) return trace::fail(function);
   return trace::success(function);
 }
 
-trace::Result write_ssid_value(const char* function, uint32_t wifi_type, int32_t ssid_index, const char* key,
-                               const char* value) {
+trace::Result write_ssid_value(uint32_t wifi_type, int32_t ssid_index, const char* value, const char* function,
+                               const char* key) {
   if (update_attr(store::band_number(wifi_type), ssid_index, key, value) != 0) return trace::fail(function);
   return trace::success(function);
 }
@@ -48,19 +48,19 @@ uint64_t get_ssid_value(uint32_t wifi_type, int32_t ssid_index, char* buf, uint3
                         const char* key, Numbering numbering) {
   trace::enter(function);
   if (buf == nullptr) return trace::fail(function);
-  if (!is_ssid_of_band(function, wifi_type, ssid_index)) return 1;
-  return read_ssid_value(function, wifi_type, ssid_index, SsidKey(key, numbering, ssid_index).text, buf, len);
+  if (!is_ssid_of_band(wifi_type, ssid_index, function)) return 1;
+  return read_ssid_value(wifi_type, ssid_index, buf, len, function, SsidKey(key, numbering, ssid_index).text);
 }
 
 namespace {
 
 trace::Result set(uint32_t wifi_type, int32_t ssid_index, const char* value, const char* function, const char* key,
-                  const char* refusal, Accepted accepted, Numbering numbering) {
+                  const char* refusal, Accepted accepted, const char* words, Numbering numbering) {
   trace::enter(function);
   if (value == nullptr) return trace::fail(function);
-  if (!is_ssid_of_band(function, wifi_type, ssid_index)) return {1};
-  if (!accepts(accepted, value)) return refuse(function, key, refusal, value);
-  return write_ssid_value(function, wifi_type, ssid_index, SsidKey(key, numbering, ssid_index).text, value);
+  if (!is_ssid_of_band(wifi_type, ssid_index, function)) return {1};
+  if (!accepts(accepted, value, words)) return refuse(function, key, refusal, value);
+  return write_ssid_value(wifi_type, ssid_index, value, function, SsidKey(key, numbering, ssid_index).text);
 }
 
 }  // namespace
@@ -68,7 +68,7 @@ trace::Result set(uint32_t wifi_type, int32_t ssid_index, const char* value, con
 template <Numbering kNumbering>
 uint64_t set_ssid_value(uint32_t wifi_type, int32_t ssid_index, const char* value, const char* function,
                         const char* key, const char* refusal, Accepted accepted) {
-  return set(wifi_type, ssid_index, value, function, key, refusal, accepted, kNumbering);
+  return set(wifi_type, ssid_index, value, function, key, refusal, accepted, nullptr, kNumbering);
 }
 
 template uint64_t set_ssid_value<Numbering::kShared>(uint32_t, int32_t, const char*, const char*, const char*,
@@ -77,5 +77,13 @@ template uint64_t set_ssid_value<Numbering::kFromOne>(uint32_t, int32_t, const c
                                                       const char*, Accepted);
 template uint64_t set_ssid_value<Numbering::kFromZero>(uint32_t, int32_t, const char*, const char*, const char*,
                                                        const char*, Accepted);
+
+template <>
+uint64_t set_ssid_value<Numbering::kShared>(uint32_t wifi_type, int32_t ssid_index, const char* value,
+                                            const char* function, const char* key, const char* refusal,
+                                            AcceptedWords accepted) {
+  return set(wifi_type, ssid_index, value, function, key, refusal, {0, 0, Accepted::Kind::kWords}, accepted.words,
+             Numbering::kShared);
+}
 
 }  // namespace params

@@ -40,17 +40,17 @@ class SsidKey {
 bool read_ssid_count(uint32_t wifi_type, int& count);
 
 // Whether `ssid_index` is one of `count` SSIDs; traces the refusal as `function` when it is not.
-bool is_ssid_of(const char* function, int count, int32_t ssid_index);
+bool is_ssid_of(int count, int32_t ssid_index, const char* function);
 
 // Whether `ssid_index` is one of the band's SSIDs; traces the refusal as `function` when it is not, or when the band's
 // SSID count cannot be read.
-bool is_ssid_of_band(const char* function, uint32_t wifi_type, int32_t ssid_index);
+bool is_ssid_of_band(uint32_t wifi_type, int32_t ssid_index, const char* function);
 
 // The last step of every getter and setter: the store's answer, traced as `function`.
-trace::Result read_ssid_value(const char* function, uint32_t wifi_type, int32_t ssid_index, const char* key, char* buf,
-                              uint32_t len);
-trace::Result write_ssid_value(const char* function, uint32_t wifi_type, int32_t ssid_index, const char* key,
-                               const char* value);
+trace::Result read_ssid_value(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len, const char* function,
+                              const char* key);
+trace::Result write_ssid_value(uint32_t wifi_type, int32_t ssid_index, const char* value, const char* function,
+                               const char* key);
 
 uint64_t get_ssid_value(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len, const char* function,
                         const char* key, Numbering numbering);
@@ -60,5 +60,14 @@ uint64_t get_ssid_value(uint32_t wifi_type, int32_t ssid_index, char* buf, uint3
 template <Numbering kNumbering>
 uint64_t set_ssid_value(uint32_t wifi_type, int32_t ssid_index, const char* value, const char* function,
                         const char* key, const char* refusal, Accepted accepted);
+
+// Words are the values of shared keys alone.
+template <Numbering kNumbering>
+uint64_t set_ssid_value(uint32_t wifi_type, int32_t ssid_index, const char* value, const char* function,
+                        const char* key, const char* refusal, AcceptedWords accepted) = delete;
+template <>
+uint64_t set_ssid_value<Numbering::kShared>(uint32_t wifi_type, int32_t ssid_index, const char* value,
+                                            const char* function, const char* key, const char* refusal,
+                                            AcceptedWords accepted);
 
 }  // namespace params

@@ -32,33 +32,33 @@ extern "C" uint64_t wifimgr_lib_get_keyType(uint32_t wifi_type, int32_t ssid_ind
                                             uint32_t len) {
   trace::enter(__func__);
   if (buf == nullptr) return trace::fail(__func__);
-  if (!params::is_ssid_of_band(__func__, wifi_type, ssid_index)) return 1;
-  return params::read_ssid_value(__func__, wifi_type, ssid_index, TypeKey(key_number).text, buf, len);
+  if (!params::is_ssid_of_band(wifi_type, ssid_index, __func__)) return 1;
+  return params::read_ssid_value(wifi_type, ssid_index, buf, len, __func__, TypeKey(key_number).text);
 }
 
 extern "C" uint64_t wifimgr_lib_set_keyType(uint32_t wifi_type, int32_t ssid_index, int32_t key_number,
                                             const char* value) {
   trace::enter(__func__);
   if (value == nullptr) return trace::fail(__func__);
-  if (!params::is_ssid_of_band(__func__, wifi_type, ssid_index)) return 1;
-  if (!is_key_type(value)) return trace::fail(__func__, "The KeyType value is invalid.");
-  return params::write_ssid_value(__func__, wifi_type, ssid_index, TypeKey(key_number).text, value);
+  if (!params::is_ssid_of_band(wifi_type, ssid_index, __func__)) return 1;
+  if (!is_key_type(value)) return params::refuse(__func__, "KeyType", params::kIsInvalid, value);
+  return params::write_ssid_value(wifi_type, ssid_index, value, __func__, TypeKey(key_number).text);
 }
 
 extern "C" uint64_t wifimgr_lib_get_keyStr(uint32_t wifi_type, int32_t ssid_index, int32_t key_number, char* buf,
                                            uint32_t len) {
   trace::enter(__func__);
   if (buf == nullptr) return trace::fail(__func__);
-  if (!params::is_ssid_of_band(__func__, wifi_type, ssid_index)) return 1;
-  return params::read_ssid_value(__func__, wifi_type, ssid_index, StringKey(key_number, ssid_index).text, buf, len);
+  if (!params::is_ssid_of_band(wifi_type, ssid_index, __func__)) return 1;
+  return params::read_ssid_value(wifi_type, ssid_index, buf, len, __func__, StringKey(key_number, ssid_index).text);
 }
 
 extern "C" uint64_t wifimgr_lib_set_keyStr(uint32_t wifi_type, int32_t ssid_index, int32_t key_number,
                                            const char* value) {
   trace::enter(__func__);
   if (value == nullptr) return trace::fail(__func__);
-  if (!params::is_ssid_of_band(__func__, wifi_type, ssid_index)) return 1;
-  return params::write_ssid_value(__func__, wifi_type, ssid_index, StringKey(key_number, ssid_index).text, value);
+  if (!params::is_ssid_of_band(wifi_type, ssid_index, __func__)) return 1;
+  return params::write_ssid_value(wifi_type, ssid_index, value, __func__, StringKey(key_number, ssid_index).text);
 }
 
 // The wrappers with the key number in their name, which trace an entry and exit of their own. The caller's arguments come

@@ -15,16 +15,15 @@ uint64_t set(uint32_t wifi_type, int32_t index, const char* value, const char* f
   if (value == nullptr) return trace::fail(function);
   if (wifi_type != store::k5G) return trace::fail(function, kOnly5G);
   if (index != -1) return trace::fail(function, params::kIndexIsInvalid);
-  if (!params::accepts(params::number(0, 1), value))
-    return trace::fail_printing(function, "The %s value is invalid.", key);
-  return params::write_ssid_value(function, store::k5G, -1, key, value);
+  if (!params::accepts(params::number(0, 1), value)) return params::refuse(function, key, params::kIsInvalid, value);
+  return params::write_ssid_value(store::k5G, -1, value, function, key);
 }
 
 int get(int wifi_type, int index, char* buf, unsigned len, const char* function, const char* key) {
   trace::enter(function);
   if (wifi_type != store::k5G) return trace::fail(function, kOnly5G);
   if (index != -1) return trace::fail(function, store::kIndexRefusal);
-  return params::read_ssid_value(function, store::k5G, -1, key, buf, len);
+  return params::read_ssid_value(store::k5G, -1, buf, len, function, key);
 }
 
 }  // namespace

@@ -8,8 +8,8 @@
 #include "platform_libs/vexa_lib_dbg.h"
 
 // Prints a message of an unusual shape: WIFIMGR_TRACE(trace::kErrorLevel, "[%s]:...\n", function, ...).
-#define WIFIMGR_TRACE(level, ...)                                 \
-  do {                                                            \
+#define WIFIMGR_TRACE(level, ...)                                \
+  do {                                                           \
     if (trace::is_on(level)) (void)vexa_itf_printf(__VA_ARGS__); \
   } while (false)
 
@@ -20,11 +20,11 @@ inline constexpr int kErrorLevel = 1;
 inline constexpr int kTraceLevel = 8;
 inline constexpr int kReasonSize = 640;  // a path of a dat file and what is said about it
 
-// What an exported function returns: some are declared int, some uint64_t.
+// What an exported function returns: some are declared int, some uint64_t. As wide as both, it needs no conversion.
 struct [[nodiscard]] Result {
-  int code;
-  constexpr operator int() const { return code; }
-  constexpr operator uint64_t() const { return static_cast<uint64_t>(code); }
+  uint64_t code;
+  constexpr operator int() const { return static_cast<int>(code); }
+  constexpr operator uint64_t() const { return code; }
   // Another result with the same exit.
   template <typename Other>
   constexpr Other as(Other other) const {
@@ -37,9 +37,10 @@ struct [[nodiscard]] Result {
 }
 
 void enter(const char* function);
-Result success(const char* function);                // "Success Exit", 0
-Result fail(const char* function);                   // the plain "Fail Exit", 1
-Result fail(const char* function, const char* why);  // "Fail Exit", the reason and a line end, 1; plain without a reason
+Result success(const char* function);  // "Success Exit", 0
+Result fail(const char* function);     // the plain "Fail Exit", 1
+Result fail(const char* function,
+            const char* why);  // "Fail Exit", the reason and a line end, 1; plain without a reason
 // The same, the reason being a format. kReasonSize holds what is printed, NUL included.
 [[gnu::format(printf, 2, 3)]] Result fail_printing(const char* function, const char* format, ...);
 Result debug_exit(const char* function, const char* why);  // "Debug Exit", the reason and a line end, 1

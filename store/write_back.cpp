@@ -156,7 +156,7 @@ trace::Result rewrite(const char* function, int band, int ssid_count, int semaph
   return trace::success(function);
 }
 
-trace::Result take_number(const char* function, const char* prefix, const char* line, unsigned* num) {
+trace::Result take_number(const char* line, unsigned* num, const char* function, const char* prefix) {
   if (prefix == nullptr || strnlen(line, std::strlen(prefix)) < std::strlen(prefix)) return trace::fail(function);
   *num = static_cast<unsigned>(store::decimal(line + std::strlen(prefix)));
   return trace::success(function);
@@ -167,13 +167,13 @@ trace::Result take_number(const char* function, const char* prefix, const char* 
 extern "C" int get_attr_num(const char* key, const char* line, unsigned* num) {
   trace::enter(__func__);
   if (key == nullptr || line == nullptr || num == nullptr) return trace::fail(__func__);
-  return take_number(__func__, store::family_numbered_from_one(key), line, num);
+  return take_number(line, num, __func__, store::family_numbered_from_one(key));
 }
 
 extern "C" int get_attr_num_extended(const char* key, const char* line, unsigned* num) {
   trace::enter(__func__);
   if (key == nullptr || line == nullptr || num == nullptr) return trace::fail(__func__);
-  return take_number(__func__, store::family_numbered_from_zero(key), line, num);
+  return take_number(line, num, __func__, store::family_numbered_from_zero(key));
 }
 
 extern "C" int merge_para(wifimgr_attr_record* rec, char* out, int count) {

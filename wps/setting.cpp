@@ -55,7 +55,7 @@ bool is_ssid(int32_t ssid_index) {
 
 // The band's own check comes last, behind the store's; deliberate, a stored setting of a wrong band is refused with
 // the store's words.
-trace::Result send(const char* function, const char* key, uint32_t wifi_type, int32_t ssid_index, const char* value) {
+uint64_t send(uint32_t wifi_type, int32_t ssid_index, const char* value, const char* function, const char* key) {
   const int band = store::band_number(wifi_type);
   if (!store::is_band(band)) return trace::fail(function, kWrongBand);
   char word[store::kValueSize] = "";
@@ -81,23 +81,23 @@ uint64_t set(uint32_t wifi_type, int32_t ssid_index, const char* value, const ch
   if (storing == Storing::kStored && update_attr(store::band_number(wifi_type), ssid_index, key, value) != 0) {
     return trace::fail_printing(function, "Set the %s failed.", key);
   }
-  return send(function, key, wifi_type, ssid_index, value);
+  return send(wifi_type, ssid_index, value, function, key);
 }
 
-trace::Result order(const char* function, const char* key, uint32_t wifi_type, int32_t ssid_index) {
+uint64_t order(uint32_t wifi_type, int32_t ssid_index, const char* function, const char* key) {
   trace::enter(function);
   if (!is_ssid(ssid_index)) return trace::fail(function, kWrongIndex);
-  return send(function, key, wifi_type, ssid_index, "1");
+  return send(wifi_type, ssid_index, "1", function, key);
 }
 
 // The driver is not told: it reads these at its next start.
-trace::Result store_uuid(const char* function, const char* key_format, uint32_t wifi_type, int32_t ssid_index,
-                         const char* value) {
+uint64_t store_uuid(uint32_t wifi_type, int32_t ssid_index, const char* value, const char* function,
+                    const char* key_format) {
   trace::enter(function);
   if (value == nullptr) return trace::fail(function);
   if (!is_ssid(ssid_index)) return trace::fail(function, kWrongIndex);
   const params::SsidKey key(key_format, params::Numbering::kFromOne, ssid_index);
-  return params::write_ssid_value(function, wifi_type, ssid_index, key.text, value);
+  return params::write_ssid_value(wifi_type, ssid_index, value, function, key.text);
 }
 
 }  // namespace
@@ -114,14 +114,14 @@ trace::Result store_uuid(const char* function, const char* key_format, uint32_t 
   }
 #define WPS_ORDER(setter, key)                                         \
   extern "C" uint64_t setter(uint32_t wifi_type, int32_t ssid_index) { \
-    return order(#setter, key, wifi_type, ssid_index);                 \
+    return order(wifi_type, ssid_index, #setter, key);                 \
   }
 #include "wps/setting.def"
 
 extern "C" uint64_t wifimgr_lib_set_WscUUIDE(uint32_t wifi_type, int32_t ssid_index, const char* value) {
-  return store_uuid(__func__, "WSC_UUID_E%d", wifi_type, ssid_index, value);
+  return store_uuid(wifi_type, ssid_index, value, __func__, "WSC_UUID_E%d");
 }
 
 extern "C" uint64_t wifimgr_lib_set_WscUUIDStr(uint32_t wifi_type, int32_t ssid_index, const char* value) {
-  return store_uuid(__func__, "WSC_UUID_Str%d", wifi_type, ssid_index, value);
+  return store_uuid(wifi_type, ssid_index, value, __func__, "WSC_UUID_Str%d");
 }
