@@ -216,7 +216,7 @@ extern "C" int32_t wifimgr_lib_write_wifi_execute_sh(uint32_t wifi_type, uint32_
 // On 5G a script runs only when the one-shot flag asks for it, and uses the flag up.
 extern "C" uint64_t wifimgr_lib_execute_wlan_script(int32_t wifi_type, const char* command) {
   trace::enter(__func__);
-  if (command == nullptr || is_cut_script(wifi_type, command)) return trace::fail(__func__).as(0);
+  if (command == nullptr || is_cut_script(wifi_type, command)) return trace::fail(__func__).as(uint64_t{0});
   int result = 0;
   if (wifi_type == store::k2_4G) {
     (void)store::run_line(command);
