@@ -199,7 +199,7 @@ bool is_cut_script(int wifi_type, const char* command) {
 
 extern "C" int32_t wifimgr_lib_write_wifi_execute_sh(uint32_t wifi_type, uint32_t ssid_number) {
   trace::enter(__func__);
-  if (!store::is_band(store::band_number(wifi_type))) return trace::fail(__func__, store::kWrongBand).as(-1);
+  if (!store::is_band(wifi_type)) return trace::fail(__func__, store::kWrongBand).as(-1);
   store::Stream file(std::fopen(kScripts[wifi_type], "we"));
   if (!file) return trace::fail(__func__).as(-1);
   write_script(Script(file.get(), wifi_type, ssid_number));

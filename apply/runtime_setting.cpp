@@ -25,7 +25,7 @@ extern "C" int wifimgr_lib_set_TxBurst_to_file(char* dst, int32_t size, int32_t 
 
 extern "C" uint64_t wifimgr_lib_set_MaxStaNum(uint32_t wifi_type, uint32_t ssid_index, const char* value) {
   trace::enter(__func__);
-  if (!store::is_band(store::band_number(wifi_type))) return trace::success(__func__);
+  if (!store::is_band(wifi_type)) return trace::success(__func__);
   const uint64_t result = wifimgr_lib_set_mbssMaxStaNum(wifi_type, static_cast<int32_t>(ssid_index), value);
   if (result != 0) return trace::fail(__func__).as(result);
   return trace::success(__func__);
@@ -40,7 +40,7 @@ extern "C" int wifimgr_lib_use_global_mac(uint8_t* mac) {
 }
 
 extern "C" int wifimgr_lib_is_WHNAT_support(uint32_t wifi_type, char* dst, int32_t size) {
-  if (store::is_band(store::band_number(wifi_type))) store::write_text(dst, size, "N/A");
+  if (store::is_band(wifi_type)) store::write_text(dst, size, "N/A");
   return 0;
 }
 

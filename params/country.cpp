@@ -30,11 +30,11 @@ int get_region(int wifi_type, int index, char* buf, unsigned len, const char* fu
   return store::get_band_value(wifi_type, index, buf, len, function, region.key);
 }
 
-uint64_t set_region(uint32_t wifi_type, int32_t index, const char* value, const char* function, const Region& region) {
+uint64_t set_region(store::Band band, int32_t index, const char* value, const char* function, const Region& region) {
   constexpr char kInvalid[] = "The input parameter is invalid.";
   trace::enter(function);
   if (value == nullptr) return trace::fail(function);
-  if (store::band_number(wifi_type) != region.band) return trace::fail(function, kInvalid);
+  if (band != region.band) return trace::fail(function, kInvalid);
   if (index != -1) return trace::fail(function, params::kIndexShouldBeMinusOne);
   if (doStrDecCheck(value) == 0 || !is_region(region.band, store::wide_decimal(value)))
     return trace::fail(function, kInvalid);

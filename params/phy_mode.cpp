@@ -26,23 +26,22 @@ constexpr uint32_t kModesWithRates = modes(5, 6, 7, 8, 9, 10, 11, 14, 15, 16, 17
 
 // Whether the stored wireless mode is one of `set`; traces the refusal of `refused_key` as `function` when not, or the
 // plain failure when it is unreadable.
-bool mode_allows(uint32_t wifi_type, const char* function, uint32_t set, const char* refused_key) {
+bool mode_allows(store::Band band, const char* function, uint32_t set, const char* refused_key) {
   char mode[store::kValueSize] = "";
-  if (wifimgr_lib_get_wirelessMode(store::band_number(wifi_type), -1, mode, sizeof mode) != 0)
-    return trace::fail(function).as(false);
+  if (wifimgr_lib_get_wirelessMode(band, -1, mode, sizeof mode) != 0) return trace::fail(function).as(false);
   if (contains(set, store::decimal(mode))) return true;
   return trace::fail_printing(function, "The wirelessMode do not support to set the %s value.", refused_key).as(false);
 }
 
 // The mode comes before the index. The caller's arguments come first and in its order.
-uint64_t set_if_mode_allows(uint32_t wifi_type, int32_t index, const char* value, const char* function, const char* key,
+uint64_t set_if_mode_allows(store::Band band, int32_t index, const char* value, const char* function, const char* key,
                             uint32_t modes, const char* refusal) {
   trace::enter(function);
   if (value == nullptr) return trace::fail(function);
-  if (!mode_allows(wifi_type, function, modes, key)) return 1;
+  if (!mode_allows(band, function, modes, key)) return 1;
   if (index != -1) return trace::fail(function, params::kIndexShouldBeMinusOne);
   if (!params::accepts(params::number(0, 1), value)) return params::refuse(function, key, refusal, value);
-  if (update_attr(store::band_number(wifi_type), -1, key, value) != 0) return trace::fail(function);
+  if (update_attr(band, -1, key, value) != 0) return trace::fail(function);
   return trace::success(function);
 }
 
@@ -61,7 +60,7 @@ extern "C" uint64_t wifimgr_lib_set_wirelessMode(uint32_t wifi_type, int32_t ind
   if (value == nullptr) return trace::fail(__func__);
   if (index != -1) return trace::fail(__func__, params::kIndexShouldBeMinusOne);
   if (doStrDecCheck(value) == 0) return trace::fail(__func__, "The WirelessMode value should be DEC num.");
-  const int band = store::band_number(wifi_type);
+  const store::Band band = wifi_type;
   const long long mode = store::wide_decimal(value);
   if (band == store::k2_4G && !contains(k2_4GModes, mode)) {
     return trace::fail_printing(__func__, kModeRefusal, "2.4G");

@@ -34,7 +34,7 @@ extern "C" uint64_t wifimgr_lib_set_MboSupport(uint32_t wifi_type, int32_t ssid_
 extern "C" int wifimgr_lib_get_MboSupport(int wifi_type, int ssid_index, char* buf, unsigned len) {
   trace::enter(__func__);
   if (buf == nullptr) return trace::fail(__func__);
-  const auto band = static_cast<uint32_t>(wifi_type);
+  const store::Band band = wifi_type;
   if (!params::is_ssid_of_band(band, ssid_index, __func__)) return 1;
   return params::read_ssid_value(band, -1, buf, len, __func__, mbo_key(ssid_index).text);
 }
@@ -51,6 +51,6 @@ extern "C" uint64_t wifimgr_lib_set_MapMode(uint32_t wifi_type, int32_t index, c
 extern "C" int wifimgr_lib_get_MapMode(int wifi_type, int ssid_index, char* buf, unsigned len) {
   trace::enter(__func__);
   if (buf == nullptr) return trace::fail(__func__);
-  if (!params::is_ssid_of_band(static_cast<uint32_t>(wifi_type), ssid_index, __func__)) return 1;
+  if (!params::is_ssid_of_band(wifi_type, ssid_index, __func__)) return 1;
   return params::read_ssid_value(store::k2_4G, -1, buf, len, __func__, kMapMode);
 }

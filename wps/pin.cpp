@@ -9,7 +9,7 @@ extern "C" int wifimgr_lib_get_wscPinCode(int wifi_type, int ssid_index, char* o
   trace::enter(__func__);
   if (out == nullptr) return trace::fail(__func__);
   int count = 0;
-  if (!params::read_ssid_count(static_cast<uint32_t>(wifi_type), count)) {
+  if (!params::read_ssid_count(wifi_type, count)) {
     return trace::fail(__func__, "get_bssidnum err.");
   }
   if (!params::is_ssid_of(count, ssid_index, __func__)) return 1;

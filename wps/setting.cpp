@@ -55,8 +55,7 @@ bool is_ssid(int32_t ssid_index) {
 
 // The band's own check comes last, behind the store's; deliberate, a stored setting of a wrong band is refused with
 // the store's words.
-uint64_t send(uint32_t wifi_type, int32_t ssid_index, const char* value, const char* function, const char* key) {
-  const int band = store::band_number(wifi_type);
+uint64_t send(store::Band band, int32_t ssid_index, const char* value, const char* function, const char* key) {
   if (!store::is_band(band)) return trace::fail(function, kWrongBand);
   char word[store::kValueSize] = "";
   if (api_escape_parameter(value, word, sizeof word) != 0) return trace::fail(function);
@@ -71,33 +70,33 @@ enum class Storing : uint8_t { kStored, kSentOnly };
 
 // The caller's arguments come first and in its order, so that an
 // exported setter only adds its row, which is then code and no data.
-uint64_t set(uint32_t wifi_type, int32_t ssid_index, const char* value, const char* function, const char* key,
+uint64_t set(store::Band band, int32_t ssid_index, const char* value, const char* function, const char* key,
              Accepted accepted, Storing storing) {
   trace::enter(function);
   if (value == nullptr) return trace::fail(function);
   if (check_is_num(value) != 0 || !accepts(accepted, store::wide_decimal(value)))
     return trace::fail(function, kWrongValue);
   if (!is_ssid(ssid_index)) return trace::fail(function, kWrongIndex);
-  if (storing == Storing::kStored && update_attr(store::band_number(wifi_type), ssid_index, key, value) != 0) {
+  if (storing == Storing::kStored && update_attr(band, ssid_index, key, value) != 0) {
     return trace::fail_printing(function, "Set the %s failed.", key);
   }
-  return send(wifi_type, ssid_index, value, function, key);
+  return send(band, ssid_index, value, function, key);
 }
 
-uint64_t order(uint32_t wifi_type, int32_t ssid_index, const char* function, const char* key) {
+uint64_t order(store::Band band, int32_t ssid_index, const char* function, const char* key) {
   trace::enter(function);
   if (!is_ssid(ssid_index)) return trace::fail(function, kWrongIndex);
-  return send(wifi_type, ssid_index, "1", function, key);
+  return send(band, ssid_index, "1", function, key);
 }
 
 // The driver is not told: it reads these at its next start.
-uint64_t store_uuid(uint32_t wifi_type, int32_t ssid_index, const char* value, const char* function,
+uint64_t store_uuid(store::Band band, int32_t ssid_index, const char* value, const char* function,
                     const char* key_format) {
   trace::enter(function);
   if (value == nullptr) return trace::fail(function);
   if (!is_ssid(ssid_index)) return trace::fail(function, kWrongIndex);
   const params::SsidKey key(key_format, params::Numbering::kFromOne, ssid_index);
-  return params::write_ssid_value(wifi_type, ssid_index, value, function, key.text);
+  return params::write_ssid_value(band, ssid_index, value, function, key.text);
 }
 
 }  // namespace
