@@ -106,6 +106,7 @@ constexpr bool is_ending(const char* refusal) {
   return refusal[0] == ' ';
 }
 
+// `refusal` as a row passes it on: its ending, when it is made that way.
 constexpr const char* refusal_of(std::string_view key, const char* refusal) {
   const std::string_view text = refusal;
   key = key.substr(0, key.find('%'));

@@ -27,7 +27,7 @@ const char* put(store::Record& free_record, const store::Record& parsed, int sem
   return semaphore_v(semaphore) == 0 ? nullptr : store::kVFailed;
 }
 
-// Zeroes what a line has filled: mostly far less than the whole record.
+// Zeroes what a line has filled, mostly far less than the whole record.
 void empty(store::Record& parsed) {
   std::memset(parsed.key, 0, sizeof parsed.key);
   for (int i = 0; i < store::kFields && parsed.field[i][0] != '\0'; ++i) {
@@ -45,8 +45,7 @@ const char* fill(int band, std::FILE* file, int semaphore) {
   // The stream is nobody else's, so its lock is not asked for at each line.
   for (unsigned lines = 0; refusal == nullptr && lines < end && fgets_unlocked(line, sizeof line, file) != nullptr;
        ++lines) {
-    if (parse_data_from_line(line, &parsed) != 0) continue;
-    refusal = put(*free_record++, parsed, semaphore);
+    if (parse_data_from_line(line, &parsed) == 0) refusal = put(*free_record++, parsed, semaphore);
     empty(parsed);
   }
   return refusal;

@@ -26,9 +26,17 @@ Result fail(const char* function) {
   return {1};
 }
 
+namespace {
+
+void print_failure(const char* function, const char* why) {
+  (void)vexa_itf_printf("[%s]:===Fail Exit===%s\n", function, why);
+}
+
+}  // namespace
+
 Result fail(const char* function, const char* why) {
   if (why == nullptr) return fail(function);
-  WIFIMGR_TRACE(kErrorLevel, "[%s]:===Fail Exit===%s\n", function, why);
+  if (is_on(kErrorLevel)) print_failure(function, why);
   return {1};
 }
 
@@ -39,7 +47,8 @@ Result fail_printing(const char* function, const char* format, ...) {
   va_start(values, format);
   (void)std::vsnprintf(why, sizeof why, format, values);
   va_end(values);
-  return fail(function, why);
+  print_failure(function, why);
+  return {1};
 }
 
 Result debug_exit(const char* function, const char* why) {
