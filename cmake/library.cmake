@@ -148,7 +148,7 @@ if(CMAKE_SYSTEM_PROCESSOR MATCHES "^(x86_64|AMD64)$")
   list(APPEND fast_code -fno-plt)
 endif()
 set_source_files_properties(
-  store/attribute.cpp store/band_value.cpp store/dat_line.cpp store/load.cpp store/lock.cpp PROPERTIES
+  store/attribute.cpp store/band_value.cpp store/dat_line.cpp store/load.cpp store/lock.cpp store/trace.cpp PROPERTIES
   COMPILE_OPTIONS "$<$<AND:$<CONFIG:Release>,$<NOT:$<BOOL:${WIFIMGR_SANITIZE}>>>:${fast_code}>")
 # The loop of the search fits into one line of the cache.
 set_source_files_properties(store/sought_key.cpp PROPERTIES
