@@ -12,7 +12,7 @@
 #   words that refusals share          3,020: the key stands between them
 #   rows of setters in one register    460, and results as wide as the registers 330: calls become jumps
 #   wrappers of one function           1,200 for the sixteen of the WEP keys
-#   -O2 for what every getter passes   costs 700, and makes a getter of the last key a third faster
+#   -O2 for what every getter passes   costs 1,340, and makes a getter of the last key a third faster
 #   -fno-plt there                     costs 1,130: calls of the C library need a second relocation
 #   _FORTIFY_SOURCE=2                  costs 430
 #   -fstack-protector-strong           costs 8,192, and the dynamic loader as a fourth library: not on ARM64
