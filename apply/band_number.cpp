@@ -8,16 +8,16 @@
 
 namespace apply {
 
-bool read_number(BandGetter getter, uint32_t wifi_type, int32_t& number) {
+bool read_number(BandGetter getter, store::Band band, int32_t& number) {
   char text[store::kValueSize] = "";
-  if (getter(store::band_number(wifi_type), -1, text, sizeof text) != 0) return false;
+  if (getter(band, -1, text, sizeof text) != 0) return false;
   number = store::decimal(text);
   return true;
 }
 
-int32_t read_number_or_report(BandGetter getter, uint32_t wifi_type, const char* failure) {
+int32_t read_number_or_report(BandGetter getter, store::Band band, const char* failure) {
   int32_t number = 0;
-  if (read_number(getter, wifi_type, number)) return number;
+  if (read_number(getter, band, number)) return number;
   if (failure != nullptr) (void)std::puts(failure);
   return 0;
 }

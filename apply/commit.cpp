@@ -84,7 +84,7 @@ void bring_interfaces_up(uint32_t band, int ssids, bool with_wds) {
 
 extern "C" int wifimgr_lib_commit(uint32_t wifi_type, int32_t ssid_index) {
   trace::enter(__func__);
-  const int band = store::band_number(wifi_type);
+  const store::Band band = wifi_type;
   char count[store::kValueSize] = "";
   if (wifimgr_lib_get_bssidnum(band, -1, count, sizeof count) != 0) return trace::fail(__func__);
   const int ssids = store::decimal(count);
@@ -108,7 +108,7 @@ extern "C" int wifimgr_lib_commit(uint32_t wifi_type, int32_t ssid_index) {
     return 1;
   }
   if (update_datafile_from_shm(band, ssids) != 0) {
-    WIFIMGR_TRACE(trace::kErrorLevel, kBands[band].save_refusal, __func__);
+    WIFIMGR_TRACE(trace::kErrorLevel, kBands[wifi_type].save_refusal, __func__);
     return 1;
   }
 

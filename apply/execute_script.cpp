@@ -199,15 +199,9 @@ bool is_cut_script(int wifi_type, const char* command) {
 
 extern "C" int32_t wifimgr_lib_write_wifi_execute_sh(uint32_t wifi_type, uint32_t ssid_number) {
   trace::enter(__func__);
-  if (!store::is_band(store::band_number(wifi_type))) {
-    (void)trace::fail(__func__, store::kWrongBand);
-    return -1;
-  }
+  if (!store::is_band(wifi_type)) return trace::fail(__func__, store::kWrongBand).as(-1);
   store::Stream file(std::fopen(kScripts[wifi_type], "we"));
-  if (!file) {
-    (void)trace::fail(__func__);
-    return -1;
-  }
+  if (!file) return trace::fail(__func__).as(-1);
   write_script(Script(file.get(), wifi_type, ssid_number));
   g_is_cut[wifi_type] = !file.close();
   if (g_is_cut[wifi_type]) {
@@ -222,10 +216,7 @@ extern "C" int32_t wifimgr_lib_write_wifi_execute_sh(uint32_t wifi_type, uint32_
 // On 5G a script runs only when the one-shot flag asks for it, and uses the flag up.
 extern "C" uint64_t wifimgr_lib_execute_wlan_script(int32_t wifi_type, const char* command) {
   trace::enter(__func__);
-  if (command == nullptr || is_cut_script(wifi_type, command)) {
-    (void)trace::fail(__func__);
-    return 0;
-  }
+  if (command == nullptr || is_cut_script(wifi_type, command)) return trace::fail(__func__).as(uint64_t{0});
   int result = 0;
   if (wifi_type == store::k2_4G) {
     (void)store::run_line(command);
@@ -233,6 +224,5 @@ extern "C" uint64_t wifimgr_lib_execute_wlan_script(int32_t wifi_type, const cha
     (void)store::run_line(command);
     result = wifimgr_lib_set_11AC_CMDflag(0);
   }
-  (void)trace::success(__func__);
-  return static_cast<uint64_t>(result);
+  return trace::success(__func__).as(static_cast<uint64_t>(result));
 }

@@ -120,7 +120,7 @@ void normalise_5g(int mode, int ssids) {
 
 extern "C" int wifimgr_lib_check_wifi_value_befor_write_dat(uint32_t wifi_type) {
   trace::enter(__func__);
-  if (!store::is_band(store::band_number(wifi_type))) return trace::success(__func__);
+  if (!store::is_band(wifi_type)) return trace::success(__func__);
   const int mode = read_number_or_report(wifimgr_lib_get_wirelessMode, wifi_type, apply::kWirelessModeFailed);
   const int ssids = read_number_or_report(wifimgr_lib_get_bssidnum, wifi_type, apply::kSsidCountFailed);
   if (wifi_type == store::k2_4G) {

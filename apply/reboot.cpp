@@ -24,10 +24,7 @@ bool wants_reboot(const char* key, uint8_t current, uint32_t new_value) {
 extern "C" int wifimgr_lib_reboot(int32_t wifi_type, uint8_t* current, uint32_t new_value, int32_t wds_count,
                                   const char* other_count, const char* key) {
   trace::enter(__func__);
-  if (current == nullptr || other_count == nullptr || key == nullptr) {
-    (void)trace::fail(__func__);
-    return 0;
-  }
+  if (current == nullptr || other_count == nullptr || key == nullptr) return trace::fail(__func__).as(0);
   if (!wants_reboot(key, *current, new_value) || !store::is_band(wifi_type)) return trace::success(__func__);
   const apply::Prefixes own = apply::prefixes_of(static_cast<uint32_t>(wifi_type));
   const apply::Prefixes other = apply::prefixes_of(static_cast<uint32_t>(store::k5G - wifi_type));

@@ -77,7 +77,7 @@ uint64_t restart_by_value(uint32_t wifi_type, int32_t count, bool is_on) {
 
 extern "C" uint64_t wifimgr_lib_restartInterface(const wifimgr_restart_request* request) {
   trace::enter(__func__);
-  if (request == nullptr || !store::is_band(store::band_number(request->band))) return trace::fail(__func__);
+  if (request == nullptr || !store::is_band(request->band)) return trace::fail(__func__);
   const Prefixes prefix = prefixes_of(request->band);
   if (static_cast<uint32_t>(request->old_count) == request->new_count) {
     restart_with_the_same_count(*request, prefix);
@@ -131,8 +131,7 @@ extern "C" uint64_t wifimgr_lib_restart_wlan_Interface(const wifimgr_restart_req
   } else if (kind == 3) {
     answer = restart_by_value(request->band, count, is_on);
   }
-  (void)trace::success(__func__);
-  return answer;
+  return trace::success(__func__).as(answer);
 }
 
 extern "C" int reload_WlanAC_Driver(void) {

@@ -77,22 +77,22 @@ constexpr BandRow kHeRows[] = {
 
 // The band's regulatory region; each band has a key and a field of its own. The getter's answer is not looked at: a
 // value that was not read is empty, and so 0.
-int32_t read_region(uint32_t wifi_type) {
+int32_t read_region(store::Band band) {
   const apply::BandGetter getter =
-      wifi_type == store::k2_4G ? wifimgr_lib_get_countryRegion : wifimgr_lib_get_countryRegionABand;
+      band == store::k2_4G ? wifimgr_lib_get_countryRegion : wifimgr_lib_get_countryRegionABand;
   char text[store::kValueSize] = "";
-  (void)getter(store::band_number(wifi_type), -1, text, sizeof text);
+  (void)getter(band, -1, text, sizeof text);
   return store::decimal(text);
 }
 
-constexpr size_t region_offset(uint32_t wifi_type) {
-  return wifi_type == store::k2_4G ? offsetof(Snapshot, country_region) : offsetof(Snapshot, country_region_a_band);
+constexpr size_t region_offset(store::Band band) {
+  return band == store::k2_4G ? offsetof(Snapshot, country_region) : offsetof(Snapshot, country_region_a_band);
 }
 
 // The value repeated once per BSS, reduced to its first number; deliberate, no BSS counts as 0.
-int32_t read_spread_number(apply::BandGetter getter, uint32_t wifi_type, int bss_count) {
+int32_t read_spread_number(apply::BandGetter getter, store::Band band, int bss_count) {
   char text[store::kValueSize] = "";
-  if (getter(store::band_number(wifi_type), -1, text, sizeof text) != 0) text[0] = '\0';
+  if (getter(band, -1, text, sizeof text) != 0) text[0] = '\0';
   char list[store::kValueSize];
   params::repeat_value(list, text, bss_count);
   return store::decimal(list);
@@ -115,8 +115,8 @@ bool visit_entry_rows(uint32_t wifi_type, const char* bss_count, Visit visit) {
   return false;
 }
 
-bool read_bss_count(uint32_t wifi_type, char (&text)[store::kValueSize]) {
-  return wifimgr_lib_get_bssidnum(store::band_number(wifi_type), -1, text, sizeof text) == 0;
+bool read_bss_count(store::Band band, char (&text)[store::kValueSize]) {
+  return wifimgr_lib_get_bssidnum(band, -1, text, sizeof text) == 0;
 }
 
 }  // namespace
@@ -142,7 +142,7 @@ extern "C" uint64_t systemreboot_compare(wifimgr_band_snapshot* record, uint32_t
 extern "C" uint64_t commoncap_store(wifimgr_band_snapshot* record, uint32_t wifi_type) {
   if (record == nullptr) return 0;
   apply::store_rows(kCommonRows, *record, wifi_type);
-  if (store::is_band(store::band_number(wifi_type))) {
+  if (store::is_band(wifi_type)) {
     apply::store_number(*record, region_offset(wifi_type), read_region(wifi_type));
   }
   return 0;
@@ -151,7 +151,7 @@ extern "C" uint64_t commoncap_store(wifimgr_band_snapshot* record, uint32_t wifi
 extern "C" uint64_t commoncap_compare(wifimgr_band_snapshot* record, uint32_t wifi_type) {
   if (record == nullptr) return kSame;
   if (apply::rows_differ(kCommonRows, *record, wifi_type)) return kRadioChange;
-  if (!store::is_band(store::band_number(wifi_type))) return kSame;
+  if (!store::is_band(wifi_type)) return kSame;
   return read_region(wifi_type) != apply::load_number(*record, region_offset(wifi_type)) ? kRadioChange : kSame;
 }
 
@@ -259,7 +259,7 @@ uint64_t compare_with_snapshot(Snapshot& record, uint32_t wifi_type) {
 }  // namespace
 
 extern "C" uint64_t wifimgr_lib_wifi_config_oper(uint32_t wifi_type, int32_t oper) {
-  if (!store::is_band(store::band_number(wifi_type))) return kSame;
+  if (!store::is_band(wifi_type)) return kSame;
   Snapshot& record = store_global[wifi_type];
   if (oper == 0) {
     take_snapshot(record, wifi_type);

@@ -25,23 +25,21 @@ struct SsidRow {
 int32_t load_number(const Snapshot& record, size_t offset);
 void store_number(Snapshot& record, size_t offset, int32_t number);
 
+// Rows, as many as a table has.
+struct BandRows {
+  template <size_t kRows>
+  constexpr BandRows(const BandRow (&rows)[kRows]) : first(rows), last(rows + kRows) {}
+  const BandRow* begin() const { return first; }
+  const BandRow* end() const { return last; }
+
+  const BandRow* first;
+  const BandRow* last;
+};
+
 // Keeps every row's current number; a row whose getter fails keeps what it had.
-template <size_t kRows>
-void store_rows(const BandRow (&rows)[kRows], Snapshot& record, uint32_t wifi_type) {
-  for (const BandRow& row : rows) {
-    int32_t number = 0;
-    if (read_number(row.getter, wifi_type, number)) store_number(record, row.offset, number);
-  }
-}
+void store_rows(BandRows rows, Snapshot& record, uint32_t wifi_type);
 
 // Whether a row's current number differs from the kept one; a row whose getter fails does not.
-template <size_t kRows>
-bool rows_differ(const BandRow (&rows)[kRows], const Snapshot& record, uint32_t wifi_type) {
-  for (const BandRow& row : rows) {
-    int32_t number = 0;
-    if (read_number(row.getter, wifi_type, number) && number != load_number(record, row.offset)) return true;
-  }
-  return false;
-}
+bool rows_differ(BandRows rows, const Snapshot& record, uint32_t wifi_type);
 
 }  // namespace apply

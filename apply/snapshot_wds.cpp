@@ -23,27 +23,27 @@ struct Text {
   }
 };
 
-Text read(apply::BandGetter getter, uint32_t wifi_type, int index) {
+Text read(apply::BandGetter getter, store::Band band, int index) {
   Text value;
-  (void)getter(store::band_number(wifi_type), index, value.text, sizeof value.text);
+  (void)getter(band, index, value.text, sizeof value.text);
   (void)value.stripped();
   return value;
 }
 
-Text read_wep_key(uint32_t wifi_type, int key) {
+Text read_wep_key(store::Band band, int key) {
   Text value;
-  (void)wifimgr_lib_get_keyStr(wifi_type, 1, key, value.text, sizeof value.text);
+  (void)wifimgr_lib_get_keyStr(band, 1, key, value.text, sizeof value.text);
   (void)value.stripped();
   return value;
 }
 
-uint8_t read_enable(uint32_t wifi_type) {
-  return static_cast<uint8_t>(store::decimal(read(wifimgr_lib_get_wdsenable, wifi_type, -1).text));
+uint8_t read_enable(store::Band band) {
+  return static_cast<uint8_t>(store::decimal(read(wifimgr_lib_get_wdsenable, band, -1).text));
 }
 
-bool first_ssid_uses_wep(uint32_t wifi_type) {
+bool first_ssid_uses_wep(store::Band band) {
   Text mode;
-  (void)wifimgr_lib_get_authMode(wifi_type, 1, mode.text, sizeof mode.text);
+  (void)wifimgr_lib_get_authMode(band, 1, mode.text, sizeof mode.text);
   return std::strstr(mode.stripped(), "WEP") != nullptr;
 }
 

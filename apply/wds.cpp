@@ -38,7 +38,7 @@ bool is_one_of(const Words& words, const char* token) {
 }
 
 // Four words, one per link. The caller's arguments come first and in its order.
-uint64_t set_link_words(uint32_t wifi_type, int32_t index, const char* value, const char* function, const char* key,
+uint64_t set_link_words(store::Band band, int32_t index, const char* value, const char* function, const char* key,
                         const Words& words, const char* word_refusal, const char* count_refusal) {
   trace::enter(function);
   if (value == nullptr) return trace::fail(function);
@@ -53,7 +53,7 @@ uint64_t set_link_words(uint32_t wifi_type, int32_t index, const char* value, co
     if (links < kWdsLinks && !is_one_of(words, scan.token)) return trace::fail(function, word_refusal);
   }
   if (links != kWdsLinks) return trace::fail_printing(function, count_refusal, kWdsLinks);
-  if (update_attr(store::band_number(wifi_type), -1, key, written) != 0) return trace::fail(function);
+  if (update_attr(band, -1, key, written) != 0) return trace::fail(function);
   return trace::success(function);
 }
 
@@ -117,6 +117,6 @@ extern "C" uint64_t wifimgr_lib_set_wdslist(uint32_t wifi_type, int32_t index, c
   }
   if (peers != kWdsLinks || charCnt(value, ';') > kWdsLinks - 1)
     return trace::fail_printing(__func__, "Please input %d Mac addresses", kWdsLinks);
-  if (update_attr(store::band_number(wifi_type), -1, "WdsList", value) != 0) return trace::fail(__func__);
+  if (update_attr(store::Band(wifi_type), -1, "WdsList", value) != 0) return trace::fail(__func__);
   return trace::success(__func__);
 }

@@ -82,7 +82,7 @@ extern "C" uint64_t wifimgr_lib_set_wdskey(uint32_t wifi_type, int32_t index, co
   trace::enter(__func__);
   if (value == nullptr) return trace::fail(__func__);
   if (!is_link(index)) return trace::fail_printing(__func__, "The wdskey index should be from 1 to %d.", kWdsLinks);
-  const int band = store::band_number(wifi_type);
+  const store::Band band = wifi_type;
   char ciphers[store::kValueSize] = "";
   if (wifimgr_lib_get_wdsencryptype(band, -1, ciphers, sizeof ciphers) != 0) {
     return trace::fail(__func__, "get_wdsencryptype err.");

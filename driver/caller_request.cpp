@@ -28,8 +28,7 @@ extern "C" int wifimgr_lib_ioctl(int request, void* data, const char* ifname, ui
     case Outcome::kAnswered:
       break;
   }
-  (void)trace::success(__func__);
-  return result;
+  return trace::success(__func__).as(result);
 }
 
 extern "C" int wifimgr_lib_OidQueryInformation(uint16_t oid, const char* ifname, void* data, uint16_t length) {
@@ -45,8 +44,7 @@ extern "C" int wifimgr_lib_OidQueryInformation(uint16_t oid, const char* ifname,
     case Outcome::kAnswered:
       break;
   }
-  (void)trace::success(__func__);
-  return result;
+  return trace::success(__func__).as(result);
 }
 
 extern "C" int wifimgr_lib_get_WIFI_STATS(const char* ifname, void* data, uint16_t length) {
@@ -57,7 +55,7 @@ extern "C" int wifimgr_lib_get_WIFI_STATS(const char* ifname, void* data, uint16
       (void)std::printf("==>%s: Create %s socket fail\n", __func__, ifname == nullptr ? "" : ifname);
       return -1;
     case Outcome::kRefused:
-      return trace::fail_as(__func__, -1);
+      return trace::fail(__func__).as(-1);
     case Outcome::kAnswered:
       break;
   }

@@ -37,7 +37,7 @@ void report_line(const char* function, int line) {
 extern "C" int wifimgr_lib_proberesp_execute(int wifi_type, void* data, uint16_t length, int ssid_mask) {
   trace::enter(__func__);
   driver::Socket socket;
-  if (!socket) return trace::fail_as(__func__, -1);
+  if (!socket) return trace::fail(__func__).as(-1);
   if (!is_radio(wifi_type)) return refuse_band(__func__, socket);
   for (int i = 0; i < kSsids; ++i) {
     // An SSID that is not selected is sent to the empty name, which the kernel refuses, so the call ends there;
@@ -45,7 +45,7 @@ extern "C" int wifimgr_lib_proberesp_execute(int wifi_type, void* data, uint16_t
     const bool selected = ((static_cast<unsigned>(ssid_mask) >> i) & 1U) != 0;
     driver::Request request = driver::make_request(
         selected ? driver::bss_interface(is_5g(wifi_type), i) : driver::InterfaceName{}, data, length, kExecute);
-    if (socket.send(driver::kOid, &request) < 0) return trace::fail_as(__func__, -1);
+    if (socket.send(driver::kOid, &request) < 0) return trace::fail(__func__).as(-1);
   }
   return trace::success(__func__);
 }
@@ -53,12 +53,12 @@ extern "C" int wifimgr_lib_proberesp_execute(int wifi_type, void* data, uint16_t
 extern "C" int wifimgr_lib_proberesp_delete(int wifi_type, void* data, uint16_t length) {
   trace::enter(__func__);
   driver::Socket socket;
-  if (!socket) return trace::fail_as(__func__, -1);
+  if (!socket) return trace::fail(__func__).as(-1);
   report_line(__func__, 2599);
   if (!is_radio(wifi_type)) return refuse_band(__func__, socket);
   driver::Request request = driver::make_request(driver::radio_interface(is_5g(wifi_type)), data, length, kDelete);
   report_line(__func__, 2612);
-  if (socket.send(driver::kOid, &request) < 0) return trace::fail_as(__func__, -1);
+  if (socket.send(driver::kOid, &request) < 0) return trace::fail(__func__).as(-1);
   report_line(__func__, 2622);
   return trace::success(__func__);
 }

@@ -18,7 +18,7 @@ constexpr driver::Complaints kNoiseComplaints = {"get_Noise: Create socket fail"
 constexpr driver::Complaints kLoadComplaints = {"chanLoad: Create socket fail", "chanLoad: ioctl open fail"};
 
 // What both queries have in common but for the text. False when there is no number; the failure is traced then.
-bool read_number(const char* function, int wifi_type, int index, const char* out, uint16_t oid,
+bool read_number(int wifi_type, int index, const char* out, const char* function, uint16_t oid,
                  const driver::Complaints& complaints, uint32_t* number) {
   trace::enter(function);
   const char* why = nullptr;
@@ -27,28 +27,26 @@ bool read_number(const char* function, int wifi_type, int index, const char* out
   } else if (!store::is_band(wifi_type)) {
     why = store::kWrongBand;
   } else if (out == nullptr) {
-    (void)trace::fail(function);
-    return false;
+    return trace::fail(function).as(false);
   } else {
     const driver::InterfaceName radio = driver::radio_interface(wifi_type == store::k5G);
     why = driver::complaint_about(driver::ask_oid(radio, oid, number, sizeof *number), complaints);
   }
-  if (why != nullptr) (void)trace::fail(function, why);
-  return why == nullptr;
+  return why == nullptr || trace::fail(function, why).as(false);
 }
 
 }  // namespace
 
 extern "C" int wifimgr_lib_get_Noise(int wifi_type, int index, char* out) {
   uint32_t noise = 0;
-  if (!read_number(__func__, wifi_type, index, out, kNoise, kNoiseComplaints, &noise)) return 1;
+  if (!read_number(wifi_type, index, out, __func__, kNoise, kNoiseComplaints, &noise)) return 1;
   (void)std::snprintf(out, kTextSize, "%d", static_cast<int32_t>(noise));
   return trace::success(__func__);
 }
 
 extern "C" int wifimgr_lib_get_chanLoad(int wifi_type, int index, char* out) {
   uint32_t load = 0;
-  if (!read_number(__func__, wifi_type, index, out, kChannelLoad, kLoadComplaints, &load)) return 1;
+  if (!read_number(wifi_type, index, out, __func__, kChannelLoad, kLoadComplaints, &load)) return 1;
   (void)std::snprintf(out, kTextSize, "%u", load);
   return trace::success(__func__);
 }

@@ -66,8 +66,9 @@ const char* ask_about(int wifi_type, int ssid_index, const uint8_t* mac, uint16_
   return socket.send(driver::kOid, &request) < 0 ? complaints.request.refused : nullptr;
 }
 
+// Plainly for "".
 trace::Result fail(const char* function, const char* why) {
-  return *why == '\0' ? trace::fail(function) : trace::fail(function, why);
+  return trace::fail(function, *why != '\0' ? why : nullptr);
 }
 
 }  // namespace

@@ -31,7 +31,7 @@ bool is_passphrase(const char* value) {
 
 }  // namespace
 
-bool accepts(Accepted accepted, const char* value) {
+bool accepts(Accepted accepted, const char* value, const char* words) {
   switch (accepted.kind) {
     case Accepted::Kind::kAnyText:
       return true;
@@ -48,7 +48,7 @@ bool accepts(Accepted accepted, const char* value) {
     case Accepted::Kind::kAtMostCharacters:
       return std::strlen(value) <= static_cast<size_t>(accepted.highest);
     case Accepted::Kind::kWords:
-      return is_one_of(accepted.words, value);
+      return is_one_of(words, value);
     case Accepted::Kind::kAddress:
       return IPV4check(value) != 0;
     case Accepted::Kind::kPassphrase:
@@ -57,6 +57,14 @@ bool accepts(Accepted accepted, const char* value) {
       return MacCheck(value) != 0;
   }
   return false;
+}
+
+trace::Result refuse(const char* function, const char* key, const char* refusal, const char* value) {
+  if (is_ending(refusal)) {
+    const int named = static_cast<int>(std::strcspn(key, "%"));
+    return trace::fail_printing(function, "The %.*s%s", named, key, refusal);
+  }
+  return trace::fail_printing(function, refusal, store::decimal(value));
 }
 
 }  // namespace params

@@ -1,4 +1,5 @@
 // The regulatory region: one key per band, each served on its own band only.
+#include "params/band_setting.h"
 #include "store/band.h"
 #include "store/band_value.h"
 #include "store/decimal.h"
@@ -21,7 +22,7 @@ bool is_region(int band, long long number) {
   return number <= 7 || (number >= 31 && number <= 33);
 }
 
-int get_region(const char* function, const Region& region, int wifi_type, int index, char* buf, unsigned len) {
+int get_region(int wifi_type, int index, char* buf, unsigned len, const char* function, const Region& region) {
   if (buf != nullptr && index == -1 && wifi_type != region.band) {
     trace::enter(function);
     return trace::fail(function, region.band_refusal);
@@ -29,13 +30,12 @@ int get_region(const char* function, const Region& region, int wifi_type, int in
   return store::get_band_value(wifi_type, index, buf, len, function, region.key);
 }
 
-trace::Result set_region(const char* function, const Region& region, uint32_t wifi_type, int32_t index,
-                         const char* value) {
+uint64_t set_region(store::Band band, int32_t index, const char* value, const char* function, const Region& region) {
   constexpr char kInvalid[] = "The input parameter is invalid.";
   trace::enter(function);
   if (value == nullptr) return trace::fail(function);
-  if (store::band_number(wifi_type) != region.band) return trace::fail(function, kInvalid);
-  if (index != -1) return trace::fail(function, "The ssid index here should be -1.");
+  if (band != region.band) return trace::fail(function, kInvalid);
+  if (index != -1) return trace::fail(function, params::kIndexShouldBeMinusOne);
   if (doStrDecCheck(value) == 0 || !is_region(region.band, store::wide_decimal(value)))
     return trace::fail(function, kInvalid);
   if (update_attr(region.band, -1, region.key, value) != 0) return trace::fail(function);
@@ -45,17 +45,17 @@ trace::Result set_region(const char* function, const Region& region, uint32_t wi
 }  // namespace
 
 extern "C" int wifimgr_lib_get_countryRegion(int wifi_type, int index, char* buf, unsigned len) {
-  return get_region(__func__, kRegion2_4G, wifi_type, index, buf, len);
+  return get_region(wifi_type, index, buf, len, __func__, kRegion2_4G);
 }
 
 extern "C" int wifimgr_lib_get_countryRegionABand(int wifi_type, int index, char* buf, unsigned len) {
-  return get_region(__func__, kRegion5G, wifi_type, index, buf, len);
+  return get_region(wifi_type, index, buf, len, __func__, kRegion5G);
 }
 
 extern "C" uint64_t wifimgr_lib_set_countryRegion(uint32_t wifi_type, int32_t index, const char* value) {
-  return set_region(__func__, kRegion2_4G, wifi_type, index, value);
+  return set_region(wifi_type, index, value, __func__, kRegion2_4G);
 }
 
 extern "C" uint64_t wifimgr_lib_set_countryRegionABand(uint32_t wifi_type, int32_t index, const char* value) {
-  return set_region(__func__, kRegion5G, wifi_type, index, value);
+  return set_region(wifi_type, index, value, __func__, kRegion5G);
 }

@@ -101,56 +101,40 @@ int copy_table(const wifimgr_key_setter (&table)[kSize], wifimgr_key_setter* out
 
 extern "C" int wifimgr_lib_get_wlan_attr(int type, wifimgr_key_setter* out) {
   trace::enter(__func__);
-  if (out == nullptr) {
-    (void)trace::fail(__func__);
-    return 0;
-  }
+  if (out == nullptr) return trace::fail(__func__).as(0);
   int count = 0;
   if (type == 0) count = copy_table(wlan_common_default_parm, out);
   if (type == 1) count = copy_table(wlan_ac_common_default_parm, out);
   if (type == 2) count = copy_records(&wlan_global_script_com_attr, 1, out);
-  (void)trace::success(__func__);
-  return count;
+  return trace::success(__func__).as(count);
 }
 
 extern "C" int wifimgr_lib_get_wlan_entry_attr(int type, wifimgr_key_setter* out) {
   trace::enter(__func__);
-  if (out == nullptr) {
-    (void)trace::fail(__func__);
-    return 0;
-  }
+  if (out == nullptr) return trace::fail(__func__).as(0);
   int count = 0;
   if (type == 0) count = copy_table(wlan_entry_default_parm, out);
   if (type == 1) count = copy_table(wlan_ac_entry_default_parm, out);
-  (void)trace::success(__func__);
-  return count;
+  return trace::success(__func__).as(count);
 }
 
 extern "C" int wifimgr_lib_get_wlan_script_com_attr_config(int type, wifimgr_key_setter* out) {
   trace::enter(__func__);
-  if (out == nullptr) {
-    (void)trace::fail(__func__);
-    return 0;
-  }
+  if (out == nullptr) return trace::fail(__func__).as(0);
   int count = 0;
   if (type == 0) count = copy_table(wlan_script_com_attr_config, out);
   if (type == 1) count = copy_table(wlan_ac_script_com_attr_config, out);
-  (void)trace::success(__func__);
-  return count;
+  return trace::success(__func__).as(count);
 }
 
 extern "C" int wifimgr_lib_get_wlan_script_attr(char (*out)[WIFIMGR_ATTR_NAME_SIZE]) {
   trace::enter(__func__);
-  if (out == nullptr) {
-    (void)trace::fail(__func__);
-    return 0;
-  }
+  if (out == nullptr) return trace::fail(__func__).as(0);
   constexpr int kNames = 7;  // the eighth slot ends the list
   int count = 0;
   for (const auto& name : wlan_script_com_attr) {
     if (name[0] == '\0' || count == kNames) break;
     (void)std::snprintf(out[count++], WIFIMGR_ATTR_NAME_SIZE, "%.*s", WIFIMGR_ATTR_NAME_SIZE - 1, name);
   }
-  (void)trace::success(__func__);
-  return count;
+  return trace::success(__func__).as(count);
 }

@@ -7,8 +7,9 @@
   extern "C" uint64_t getter(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len) { \
     return params::get_ssid_value(wifi_type, ssid_index, buf, len, #getter, key, numbering);    \
   }
-#define SSID_SETTER(setter, key, numbering, accepted, refusal)                                               \
-  extern "C" uint64_t setter(uint32_t wifi_type, int32_t ssid_index, const char* value) {                    \
-    return params::set_ssid_value<numbering>(wifi_type, ssid_index, value, #setter, key, refusal, accepted); \
+#define SSID_SETTER(setter, key, numbering, accepted, refusal)                                                \
+  extern "C" uint64_t setter(uint32_t wifi_type, int32_t ssid_index, const char* value) {                     \
+    constexpr const char* kRefusal = params::refusal_of(key, refusal);                                        \
+    return params::set_ssid_value<numbering>(wifi_type, ssid_index, value, #setter, key, kRefusal, accepted); \
   }
 #include "params/setting_rows.def"

@@ -24,30 +24,28 @@ constexpr uint32_t k5GModes = modes(2, 3, 5, 8, 10, 11, 14, 15, 17);
 constexpr uint32_t kModesWithBandwidth = modes(2, 5, 6, 7, 8, 9, 10, 11, 14, 15, 16, 17);
 constexpr uint32_t kModesWithRates = modes(5, 6, 7, 8, 9, 10, 11, 14, 15, 16, 17);
 
-// Whether the stored wireless mode is one of `set`; traces the refusal as `function` when not, or when it is
-// unreadable.
-bool mode_allows(const char* function, uint32_t wifi_type, uint32_t set, const char* refusal) {
+// Whether the stored wireless mode is one of `set`; traces the refusal of `refused_key` as `function` when not, or the
+// plain failure when it is unreadable.
+bool mode_allows(store::Band band, const char* function, uint32_t set, const char* refused_key) {
   char mode[store::kValueSize] = "";
-  if (wifimgr_lib_get_wirelessMode(store::band_number(wifi_type), -1, mode, sizeof mode) != 0) {
-    (void)trace::fail(function);
-    return false;
-  }
+  if (wifimgr_lib_get_wirelessMode(band, -1, mode, sizeof mode) != 0) return trace::fail(function).as(false);
   if (contains(set, store::decimal(mode))) return true;
-  (void)trace::fail(function, refusal);
-  return false;
+  return trace::fail_printing(function, "The wirelessMode do not support to set the %s value.", refused_key).as(false);
 }
 
 // The mode comes before the index. The caller's arguments come first and in its order.
-uint64_t set_if_mode_allows(uint32_t wifi_type, int32_t index, const char* value, const char* function, const char* key,
-                            uint32_t modes, const char* mode_refusal, const char* refusal) {
+uint64_t set_if_mode_allows(store::Band band, int32_t index, const char* value, const char* function, const char* key,
+                            uint32_t modes, const char* refusal) {
   trace::enter(function);
   if (value == nullptr) return trace::fail(function);
-  if (!mode_allows(function, wifi_type, modes, mode_refusal)) return 1;
+  if (!mode_allows(band, function, modes, key)) return 1;
   if (index != -1) return trace::fail(function, params::kIndexShouldBeMinusOne);
-  if (!params::accepts(params::number(0, 1), value)) return trace::fail(function, refusal);
-  if (update_attr(store::band_number(wifi_type), -1, key, value) != 0) return trace::fail(function);
+  if (!params::accepts(params::number(0, 1), value)) return params::refuse(function, key, refusal, value);
+  if (update_attr(band, -1, key, value) != 0) return trace::fail(function);
   return trace::success(function);
 }
+
+constexpr char kModeRefusal[] = "The WirelessMode value for %s is invalid.";
 
 bool is_mcs(const char* value) {
   if (doStrDecCheck(value) == 0) return false;
@@ -62,36 +60,32 @@ extern "C" uint64_t wifimgr_lib_set_wirelessMode(uint32_t wifi_type, int32_t ind
   if (value == nullptr) return trace::fail(__func__);
   if (index != -1) return trace::fail(__func__, params::kIndexShouldBeMinusOne);
   if (doStrDecCheck(value) == 0) return trace::fail(__func__, "The WirelessMode value should be DEC num.");
-  const int band = store::band_number(wifi_type);
+  const store::Band band = wifi_type;
   const long long mode = store::wide_decimal(value);
   if (band == store::k2_4G && !contains(k2_4GModes, mode)) {
-    return trace::fail(__func__, "The WirelessMode value for 2.4G is invalid.");
+    return trace::fail_printing(__func__, kModeRefusal, "2.4G");
   }
   if (band == store::k5G && !contains(k5GModes, mode)) {
-    return trace::fail(__func__, "The WirelessMode value for 5G is invalid.");
+    return trace::fail_printing(__func__, kModeRefusal, "5G");
   }
   if (update_attr(band, -1, "WirelessMode", value) != 0) return trace::fail(__func__);
   return trace::success(__func__);
 }
 
 extern "C" uint64_t wifimgr_lib_set_HT_BW(uint32_t wifi_type, int32_t index, const char* value) {
-  return set_if_mode_allows(wifi_type, index, value, __func__, "HT_BW", kModesWithBandwidth,
-                            "The wirelessMode do not support to set the HT_BW value.",
-                            "The HT_BW value should be 0 or 1.");
+  return set_if_mode_allows(wifi_type, index, value, __func__, "HT_BW", kModesWithBandwidth, params::kShouldBe0Or1);
 }
 
 extern "C" uint64_t wifimgr_lib_set_HT_GI(uint32_t wifi_type, int32_t index, const char* value) {
-  return set_if_mode_allows(wifi_type, index, value, __func__, "HT_GI", kModesWithRates,
-                            "The wirelessMode do not support to set the HT_GI value.", "The HT_GI value is invalid.");
+  return set_if_mode_allows(wifi_type, index, value, __func__, "HT_GI", kModesWithRates, params::kIsInvalid);
 }
 
 extern "C" uint64_t wifimgr_lib_set_HT_MCS(uint32_t wifi_type, int32_t ssid_index, const char* value) {
   trace::enter(__func__);
   if (value == nullptr) return trace::fail(__func__);
   // The refusal names HT_BW; kept, as callers match the text.
-  if (!mode_allows(__func__, wifi_type, kModesWithRates, "The wirelessMode do not support to set the HT_BW value."))
-    return 1;
-  if (!params::is_ssid_of_band(__func__, wifi_type, ssid_index)) return 1;
-  if (!is_mcs(value)) return trace::fail(__func__, "The HT_MCS value is invalid.");
-  return params::write_ssid_value(__func__, wifi_type, ssid_index, "HT_MCS", value);
+  if (!mode_allows(wifi_type, __func__, kModesWithRates, "HT_BW")) return 1;
+  if (!params::is_ssid_of_band(wifi_type, ssid_index, __func__)) return 1;
+  if (!is_mcs(value)) return params::refuse(__func__, "HT_MCS", params::kIsInvalid, value);
+  return params::write_ssid_value(wifi_type, ssid_index, value, __func__, "HT_MCS");
 }

@@ -30,8 +30,9 @@ constexpr bool NUMBER_PRINTED_WPS = false;
 constexpr bool NUMBER_PRINTED_OWN = false;
 constexpr size_t kNumberLength = 11;
 
-// A text without "%", or with "%d" once where a number is printed.
+// A text without "%", or with "%d" once where a number is printed. A blank at its start would make an ending of it.
 constexpr bool is_refusal(string_view text, bool number_printed) {
+  if (text.starts_with(' ')) return false;
   const size_t at = text.find('%');
   if (at == string_view::npos) return true;
   return number_printed && text.substr(at, 2) == "%d" && text.find('%', at + 1) == string_view::npos;

@@ -12,11 +12,11 @@ extern "C" uint64_t wifimgr_lib_set_bssidNum(uint32_t wifi_type, int32_t index, 
   trace::enter(__func__);
   if (value == nullptr) return trace::fail(__func__);
   if (index != -1) return trace::fail(__func__, params::kIndexShouldBeMinusOne);
-  const int band = store::band_number(wifi_type);
+  const store::Band band = wifi_type;
   char current[store::kValueSize] = "";
   if (wifimgr_lib_get_bssidnum(band, -1, current, sizeof current) == 0) {
     // The interfaces that the next commit takes down are those of the count in force.
-    if (store::is_band(band)) pre_wlan_state[band] = store::decimal(current);
+    if (store::is_band(band)) pre_wlan_state[wifi_type] = store::decimal(current);
     // Compared over the new value's length only, so that the line end of a value read from the file does not count.
     // "1" for a current "12" therefore passes as no change; deliberate.
     const bool changed = std::strncmp(current, value, std::strlen(value)) != 0;

@@ -14,71 +14,76 @@ SsidKey::SsidKey(const char* key, Numbering numbering, int32_t ssid_index) : tex
   text = formatted_;
 }
 
-bool read_ssid_count(uint32_t wifi_type, int& count) {
+bool read_ssid_count(store::Band band, int& count) {
   char text[store::kValueSize] = "";
-  if (wifimgr_lib_get_bssidnum(store::band_number(wifi_type), -1, text, sizeof text) != 0) return false;
+  if (wifimgr_lib_get_bssidnum(band, -1, text, sizeof text) != 0) return false;
   count = store::decimal(text);
   return true;
 }
 
-bool is_ssid_of(const char* function, int count, int32_t ssid_index) {
+bool is_ssid_of(int count, int32_t ssid_index, const char* function) {
   if (ssid_index >= 1 && ssid_index <= count) return true;
-  (void)trace::fail_printing(function, "The ssid index should be from 1 to BssidNum:%d.", count);
-  return false;
+  return trace::fail_printing(function, "The ssid index should be from 1 to BssidNum:%d.", count).as(false);
 }
 
-bool is_ssid_of_band(const char* function, uint32_t wifi_type, int32_t ssid_index) {
+bool is_ssid_of_band(store::Band band, int32_t ssid_index, const char* function) {
   int count = 0;
-  if (read_ssid_count(wifi_type, count)) return is_ssid_of(function, count, ssid_index);
-  (void)trace::fail(function);
-  return false;
+  if (read_ssid_count(band, count)) return is_ssid_of(count, ssid_index, function);
+  return trace::fail(function).as(false);
 }
 
-trace::Result read_ssid_value(const char* function, uint32_t wifi_type, int32_t ssid_index, const char* key, char* buf,
-                              uint32_t len) {
-  if (read_attr(store::band_number(wifi_type), ssid_index, key, buf, len) != 0) return trace::fail(function);
+trace::Result read_ssid_value(store::Band band, int32_t ssid_index, char* buf, uint32_t len, const char* function,
+                              const char* key) {
+  if (read_attr(band, ssid_index, key, buf, len) != 0) return trace::fail(function);
   return trace::success(function);
 }
 
-trace::Result write_ssid_value(const char* function, uint32_t wifi_type, int32_t ssid_index, const char* key,
-                               const char* value) {
-  if (update_attr(store::band_number(wifi_type), ssid_index, key, value) != 0) return trace::fail(function);
+trace::Result write_ssid_value(store::Band band, int32_t ssid_index, const char* value, const char* function,
+                               const char* key) {
+  if (update_attr(band, ssid_index, key, value) != 0) return trace::fail(function);
   return trace::success(function);
 }
 
-uint64_t get_ssid_value(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len, const char* function,
+uint64_t get_ssid_value(store::Band band, int32_t ssid_index, char* buf, uint32_t len, const char* function,
                         const char* key, Numbering numbering) {
   trace::enter(function);
   if (buf == nullptr) return trace::fail(function);
-  if (!is_ssid_of_band(function, wifi_type, ssid_index)) return 1;
-  return read_ssid_value(function, wifi_type, ssid_index, SsidKey(key, numbering, ssid_index).text, buf, len);
+  if (!is_ssid_of_band(band, ssid_index, function)) return 1;
+  return read_ssid_value(band, ssid_index, buf, len, function, SsidKey(key, numbering, ssid_index).text);
 }
 
 namespace {
 
-trace::Result set(uint32_t wifi_type, int32_t ssid_index, const char* value, const char* function, const char* key,
-                  const char* refusal, Accepted accepted, Numbering numbering) {
+trace::Result set(store::Band band, int32_t ssid_index, const char* value, const char* function, const char* key,
+                  const char* refusal, Accepted accepted, const char* words, Numbering numbering) {
   trace::enter(function);
   if (value == nullptr) return trace::fail(function);
-  if (!is_ssid_of_band(function, wifi_type, ssid_index)) return {1};
-  // A refusal may print the number that was refused; most print none.
-  if (!accepts(accepted, value)) return trace::fail_printing(function, refusal, store::decimal(value));
-  return write_ssid_value(function, wifi_type, ssid_index, SsidKey(key, numbering, ssid_index).text, value);
+  if (!is_ssid_of_band(band, ssid_index, function)) return {1};
+  if (!accepts(accepted, value, words)) return refuse(function, key, refusal, value);
+  return write_ssid_value(band, ssid_index, value, function, SsidKey(key, numbering, ssid_index).text);
 }
 
 }  // namespace
 
 template <Numbering kNumbering>
-uint64_t set_ssid_value(uint32_t wifi_type, int32_t ssid_index, const char* value, const char* function,
-                        const char* key, const char* refusal, Accepted accepted) {
-  return set(wifi_type, ssid_index, value, function, key, refusal, accepted, kNumbering);
+uint64_t set_ssid_value(store::Band band, int32_t ssid_index, const char* value, const char* function, const char* key,
+                        const char* refusal, Accepted accepted) {
+  return set(band, ssid_index, value, function, key, refusal, accepted, nullptr, kNumbering);
 }
 
-template uint64_t set_ssid_value<Numbering::kShared>(uint32_t, int32_t, const char*, const char*, const char*,
+template uint64_t set_ssid_value<Numbering::kShared>(store::Band, int32_t, const char*, const char*, const char*,
                                                      const char*, Accepted);
-template uint64_t set_ssid_value<Numbering::kFromOne>(uint32_t, int32_t, const char*, const char*, const char*,
+template uint64_t set_ssid_value<Numbering::kFromOne>(store::Band, int32_t, const char*, const char*, const char*,
                                                       const char*, Accepted);
-template uint64_t set_ssid_value<Numbering::kFromZero>(uint32_t, int32_t, const char*, const char*, const char*,
+template uint64_t set_ssid_value<Numbering::kFromZero>(store::Band, int32_t, const char*, const char*, const char*,
                                                        const char*, Accepted);
+
+template <>
+uint64_t set_ssid_value<Numbering::kShared>(store::Band band, int32_t ssid_index, const char* value,
+                                            const char* function, const char* key, const char* refusal,
+                                            AcceptedWords accepted) {
+  return set(band, ssid_index, value, function, key, refusal, {0, 0, Accepted::Kind::kWords}, accepted.words,
+             Numbering::kShared);
+}
 
 }  // namespace params

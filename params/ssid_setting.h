@@ -6,6 +6,7 @@
 
 #include "params/accepted.h"
 #include "params/band_setting.h"
+#include "store/band.h"
 #include "store/record.h"
 #include "store/trace.h"
 
@@ -37,28 +38,37 @@ class SsidKey {
 };
 
 // Reads the band's SSID count; false when it cannot be read.
-bool read_ssid_count(uint32_t wifi_type, int& count);
+bool read_ssid_count(store::Band band, int& count);
 
 // Whether `ssid_index` is one of `count` SSIDs; traces the refusal as `function` when it is not.
-bool is_ssid_of(const char* function, int count, int32_t ssid_index);
+bool is_ssid_of(int count, int32_t ssid_index, const char* function);
 
 // Whether `ssid_index` is one of the band's SSIDs; traces the refusal as `function` when it is not, or when the band's
 // SSID count cannot be read.
-bool is_ssid_of_band(const char* function, uint32_t wifi_type, int32_t ssid_index);
+bool is_ssid_of_band(store::Band band, int32_t ssid_index, const char* function);
 
 // The last step of every getter and setter: the store's answer, traced as `function`.
-trace::Result read_ssid_value(const char* function, uint32_t wifi_type, int32_t ssid_index, const char* key, char* buf,
-                              uint32_t len);
-trace::Result write_ssid_value(const char* function, uint32_t wifi_type, int32_t ssid_index, const char* key,
-                               const char* value);
+trace::Result read_ssid_value(store::Band band, int32_t ssid_index, char* buf, uint32_t len, const char* function,
+                              const char* key);
+trace::Result write_ssid_value(store::Band band, int32_t ssid_index, const char* value, const char* function,
+                               const char* key);
 
-uint64_t get_ssid_value(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len, const char* function,
+uint64_t get_ssid_value(store::Band band, int32_t ssid_index, char* buf, uint32_t len, const char* function,
                         const char* key, Numbering numbering);
 
 // Checks the value's presence, the SSID count, the index and the value, in this order, then writes the SSID's value.
 // `refusal` may print the refused number with "%d". The numbering is no argument, so that all others fit in registers.
 template <Numbering kNumbering>
-uint64_t set_ssid_value(uint32_t wifi_type, int32_t ssid_index, const char* value, const char* function,
-                        const char* key, const char* refusal, Accepted accepted);
+uint64_t set_ssid_value(store::Band band, int32_t ssid_index, const char* value, const char* function, const char* key,
+                        const char* refusal, Accepted accepted);
+
+// Words are the values of shared keys alone.
+template <Numbering kNumbering>
+uint64_t set_ssid_value(store::Band band, int32_t ssid_index, const char* value, const char* function, const char* key,
+                        const char* refusal, AcceptedWords accepted) = delete;
+template <>
+uint64_t set_ssid_value<Numbering::kShared>(store::Band band, int32_t ssid_index, const char* value,
+                                            const char* function, const char* key, const char* refusal,
+                                            AcceptedWords accepted);
 
 }  // namespace params

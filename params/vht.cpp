@@ -12,17 +12,17 @@ namespace {
 
 using Repeat = void (*)(char (&list)[store::kValueSize], const char* value, int count);
 
-trace::Result set_for_every_ssid(uint32_t wifi_type, int32_t index, const char* value, const char* function,
-                                 const char* key, const char* refusal, params::Accepted accepted, Repeat repeat) {
+uint64_t set_for_every_ssid(store::Band band, int32_t index, const char* value, const char* function, const char* key,
+                            const char* refusal, params::Accepted accepted, Repeat repeat) {
   trace::enter(function);
   if (value == nullptr) return trace::fail(function);
   if (index != -1) return trace::fail(function, params::kIndexShouldBeMinusOne);
-  if (!params::accepts(accepted, value)) return trace::fail(function, refusal);
+  if (!params::accepts(accepted, value)) return params::refuse(function, key, refusal, value);
   int count = 0;
-  if (!params::read_ssid_count(wifi_type, count)) return trace::fail(function);
+  if (!params::read_ssid_count(band, count)) return trace::fail(function);
   char list[store::kValueSize];
   repeat(list, value, count);
-  if (update_attr(store::band_number(wifi_type), -1, key, list) != 0) return trace::fail(function);
+  if (update_attr(band, -1, key, list) != 0) return trace::fail(function);
   return trace::success(function);
 }
 
@@ -34,6 +34,6 @@ extern "C" uint64_t wifimgr_lib_set_VHT_BW(uint32_t wifi_type, int32_t index, co
 }
 
 extern "C" uint64_t wifimgr_lib_set_VHT_SGI(uint32_t wifi_type, int32_t index, const char* value) {
-  return set_for_every_ssid(wifi_type, index, value, __func__, "VHT_SGI", "The VHT_SGI value should be between 0 to 1.",
-                            params::number(0, 1), params::repeat_value);
+  return set_for_every_ssid(wifi_type, index, value, __func__, "VHT_SGI", params::kShouldBe0To1, params::number(0, 1),
+                            params::repeat_value);
 }

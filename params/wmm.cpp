@@ -14,19 +14,19 @@ bool is_wmm_list(const char* value) {
 }
 
 // The value comes before the index. A refused list shows twice in the trace: once by the check, once by the setter.
-uint64_t set_wmm_list(uint32_t wifi_type, int32_t index, const char* value, const char* function, const char* key) {
+uint64_t set_wmm_list(store::Band band, int32_t index, const char* value, const char* function, const char* key) {
   trace::enter(function);
   if (value == nullptr || !is_wmm_list(value)) return trace::fail(function);
   if (index != -1) return trace::fail(function, params::kIndexShouldBeMinusOne);
-  if (update_attr(store::band_number(wifi_type), -1, key, value) != 0) return trace::fail(function);
+  if (update_attr(band, -1, key, value) != 0) return trace::fail(function);
   return trace::success(function);
 }
 
 }  // namespace
 
-#define WMM_GETTER(getter, key, index_refusal)                                                                 \
-  extern "C" int getter(uint32_t wifi_type, int32_t index, char* buf, uint32_t len) {                          \
-    return store::get_band_value(store::band_number(wifi_type), index, buf, len, #getter, key, index_refusal); \
+#define WMM_GETTER(getter, key, index_refusal)                                                          \
+  extern "C" int getter(uint32_t wifi_type, int32_t index, char* buf, uint32_t len) {                   \
+    return store::get_band_value(store::Band(wifi_type), index, buf, len, #getter, key, index_refusal); \
   }
 #define WMM_SETTER(setter, key)                                                      \
   extern "C" uint64_t setter(uint32_t wifi_type, int32_t index, const char* value) { \

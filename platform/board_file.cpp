@@ -28,16 +28,16 @@ bool read_file(const char* path, char* buffer, int size, ssize_t* result) {
   return true;
 }
 
-int read_board(const char* function, const char* path, char* buffer, int size, uint32_t* count) {
+int read_board(char* buffer, int size, uint32_t* count, const char* function, const char* path) {
   trace::enter(function);
   ssize_t result = 0;
-  if (count == nullptr || !read_file(path, buffer, size, &result)) return trace::fail_as(function, -1);
+  if (count == nullptr || !read_file(path, buffer, size, &result)) return trace::fail(function).as(-1);
   *count = static_cast<uint32_t>(result);
   return trace::success(function);
 }
 
 // A board without the file is no failure; deliberate.
-int write_board(const char* function, const char* path, const char* text) {
+int write_board(const char* text, const char* function, const char* path) {
   trace::enter(function);
   if (text != nullptr) {
     const store::Stream file(std::fopen(path, "we"));
@@ -49,41 +49,41 @@ int write_board(const char* function, const char* path, const char* text) {
 }  // namespace
 
 extern "C" int wifimgr_lib_get_WPS_BUTTON(char* buffer, int size, uint32_t* count) {
-  return read_board(__func__, kWpsButton, buffer, size, count);
+  return read_board(buffer, size, count, __func__, kWpsButton);
 }
 
 extern "C" int wifimgr_lib_get_AHB_STATUS(char* buffer, int size, uint32_t* count) {
-  return read_board(__func__, kAhbStatus, buffer, size, count);
+  return read_board(buffer, size, count, __func__, kAhbStatus);
 }
 
 extern "C" int wifimgr_lib_get_WLAN11AC_BUTTON(char* buffer, int size, uint32_t* count) {
-  return read_board(__func__, kWlan11acButton, buffer, size, count);
+  return read_board(buffer, size, count, __func__, kWlan11acButton);
 }
 
 extern "C" int wifimgr_lib_set_WPS_BUTTON(const char* text) {
-  return write_board(__func__, kWpsButton, text);
+  return write_board(text, __func__, kWpsButton);
 }
 
 extern "C" int wifimgr_lib_set_WPS_5G_BUTTON(const char* text) {
-  return write_board(__func__, kWps5gButton, text);
+  return write_board(text, __func__, kWps5gButton);
 }
 
 extern "C" int wifimgr_lib_set_AHB_STATUS(const char* text) {
-  return write_board(__func__, kAhbStatus, text);
+  return write_board(text, __func__, kAhbStatus);
 }
 
 extern "C" int wifimgr_lib_set_WLAN_WPS_BUTTON(const char* text) {
-  return write_board(__func__, kWlanWpsButton, text);
+  return write_board(text, __func__, kWlanWpsButton);
 }
 
 // The two modes report a file that cannot be opened differently; deliberate.
 extern "C" int wifimgr_lib_get_button_state(int mode, const char* path, char* buffer, int size) {
   trace::enter(__func__);
-  if (mode != 0 && mode != 1) return trace::fail_as(__func__, -2);
+  if (mode != 0 && mode != 1) return trace::fail(__func__).as(-2);
   ssize_t result = 0;
-  if (!read_file(path, buffer, size, &result)) return trace::fail_as(__func__, mode == 0 ? -2 : -1);
+  if (!read_file(path, buffer, size, &result)) return trace::fail(__func__).as(mode == 0 ? -2 : -1);
   // An error while reading counts as something read in mode 0 and is the result in mode 1.
-  if (mode == 1 && result < 0) return trace::fail_as(__func__, -1);
+  if (mode == 1 && result < 0) return trace::fail(__func__).as(-1);
   (void)trace::success(__func__);
   if (mode == 0) return result != 0 ? 2 : 0;
   return static_cast<int>(result);

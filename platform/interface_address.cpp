@@ -44,7 +44,7 @@ void write_address(const ifreq& request, char* out, int size) {
 
 extern "C" int wifimgr_lib_get_itf_hwaddr(const char* ifname, char* out, int size) {
   trace::enter(__func__);
-  if (out == nullptr) return trace::fail_as(__func__, -1);
+  if (out == nullptr) return trace::fail(__func__).as(-1);
   const driver::Socket socket;
   if (!socket) {
     (void)std::printf("%s %d: socket open fail\n", __func__, 2026);
@@ -61,14 +61,14 @@ extern "C" int wifimgr_lib_get_itf_hwaddr(const char* ifname, char* out, int siz
 
 extern "C" int wifimgr_lib_get_interface_mac0(const char* ifname, char* out, int size) {
   trace::enter(__func__);
-  if (out == nullptr) return trace::fail_as(__func__, -1);
+  if (out == nullptr) return trace::fail(__func__).as(-1);
   const driver::Socket socket;
   if (!socket) {
     (void)std::printf("%s %d: socket open fail\n", __func__, 2078);
     return -1;
   }
   ifreq request = make_request(ifname);
-  if (!ask_address(socket, request)) return trace::fail_as(__func__, -1);
+  if (!ask_address(socket, request)) return trace::fail(__func__).as(-1);
   write_address(request, out, size);
   return trace::success(__func__);
 }
@@ -99,17 +99,17 @@ extern "C" int wifimgr_lib_get_ethaddr(uint8_t* mac) {
 extern "C" int wifimgr_lib_get_ifaddr(int socket, uint8_t* mac) {
   trace::enter(__func__);
   ifreq request = make_request(kBridge);
-  if (mac == nullptr || ioctl(socket, SIOCGIFHWADDR, &request) < 0) return trace::fail_as(__func__, -1);
+  if (mac == nullptr || ioctl(socket, SIOCGIFHWADDR, &request) < 0) return trace::fail(__func__).as(-1);
   copy_address(mac, request);
   return trace::success(__func__);
 }
 
 extern "C" int wifimgr_lib_get_br0_v6addr(uint8_t* record) {
   trace::enter(__func__);
-  if (record == nullptr) return trace::fail_as(__func__, -1);
+  if (record == nullptr) return trace::fail(__func__).as(-1);
   const driver::Socket socket(AF_INET6, SOCK_DGRAM, 0);
   ifreq request = make_request(kBridge);
-  if (!socket || !ask_address(socket, request)) return trace::fail_as(__func__, -1);
+  if (!socket || !ask_address(socket, request)) return trace::fail(__func__).as(-1);
   uint8_t mac[kMacSize];
   copy_address(mac, request);
   const auto local = static_cast<uint8_t>(mac[0] ^ 0x02U);
@@ -126,7 +126,6 @@ extern "C" int wifimgr_lib_get_test_itf_status(const char* ifname, uint16_t mask
   trace::enter(__func__);
   const driver::Socket socket;
   ifreq request = make_request(ifname);
-  if (!socket || socket.send(SIOCGIFFLAGS, &request) < 0) return trace::fail_as(__func__, 0);
-  (void)trace::success(__func__);
-  return (static_cast<uint16_t>(request.ifr_flags) & mask) != 0 ? 1 : 0;
+  if (!socket || socket.send(SIOCGIFFLAGS, &request) < 0) return trace::fail(__func__).as(0);
+  return trace::success(__func__).as((static_cast<uint16_t>(request.ifr_flags) & mask) != 0 ? 1 : 0);
 }

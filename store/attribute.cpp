@@ -13,9 +13,6 @@ constexpr int kFound = 2;
 constexpr int kAbsent = 3;
 constexpr int kBandWide = -1;
 
-// How many records before its turn one is fetched.
-constexpr unsigned kAhead = 12;
-
 constexpr char kNoSuchAttribute[] = "The attr_name do not exist.";
 
 constexpr bool is_ssid_index(int index) {
@@ -49,25 +46,17 @@ const char* copy_out(const store::Record& record, int index, char* buf, unsigned
 }  // namespace
 
 extern "C" int is_attr_exist(char* segment, const char* name, unsigned* index) {
-  trace::enter(__func__);
+  trace::enter_often(__func__);
   if (segment == nullptr || name == nullptr || index == nullptr) return trace::fail(__func__);
   const store::Record* const table = reinterpret_cast<const store::Record*>(segment);
-  const unsigned end = store::room_at(segment);
-  const store::SoughtKey sought(name);
-  for (unsigned i = 0; i < end && table[i].key[0] != '\0'; ++i) {
-    // The processor does not foresee steps of this width. What lies behind the table is only asked for, never read.
-    __builtin_prefetch(table + i + kAhead);
-    if (!sought.is_of(table[i])) continue;
-    *index = i;
-    (void)trace::success(__func__);
-    return kFound;
-  }
-  (void)trace::fail(__func__);
-  return kAbsent;
+  const store::Record* const found = store::SoughtKey(name).find(table, store::room_at(segment));
+  if (found == nullptr) return trace::fail(__func__).as(kAbsent);
+  *index = static_cast<unsigned>(found - table);
+  return trace::success_often(__func__).as(kFound);
 }
 
 extern "C" int read_attr(int wifi_type, int index, const char* name, char* buf, unsigned len) {
-  trace::enter(__func__);
+  trace::enter_often(__func__);
   if (name == nullptr || buf == nullptr) return trace::fail(__func__);
   if (!store::is_band(wifi_type)) return trace::fail(__func__, store::kWrongBand);
   store::Record* const table = store::records(wifi_type);
@@ -81,18 +70,18 @@ extern "C" int read_attr(int wifi_type, int index, const char* name, char* buf, 
   const int released = semaphore_v(semaphore);
   if (refusal != nullptr) return trace::fail(__func__, refusal);
   if (released != 0) return trace::fail(__func__, store::kVFailed);
-  return trace::success(__func__);
+  return trace::success_often(__func__);
 }
 
 extern "C" int update_attr(int wifi_type, int index, const char* name, const char* value) {
-  trace::enter(__func__);
+  trace::enter_often(__func__);
   if (name == nullptr || value == nullptr) return trace::fail(__func__);
   if (!store::is_band(wifi_type)) return trace::fail(__func__, store::kWrongBand);
   store::Record* const table = store::records(wifi_type);
   if (table == nullptr) return trace::fail(__func__, kNoSuchAttribute);
 
   const int semaphore = store::look_up_semaphore(wifi_type);
-  if (semaphore_p(semaphore) != 0) return trace::fail(__func__, "p operation is wrong.");
+  if (semaphore_p(semaphore) != 0) return trace::fail(__func__, store::kChangePFailed);
   const char* refusal = nullptr;
   unsigned found = 0;
   if (is_attr_exist(table->key, name, &found) != kFound) {
@@ -107,33 +96,32 @@ extern "C" int update_attr(int wifi_type, int index, const char* name, const cha
   }
   const int released = semaphore_v(semaphore);
   if (refusal != nullptr) return trace::fail(__func__, refusal);
-  // "operaion": callers match the text, keep the spelling.
-  if (released != 0) return trace::fail(__func__, "v operaion failed.");
-  return trace::success(__func__);
+  if (released != 0) return trace::fail(__func__, store::kChangeVFailed);
+  return trace::success_often(__func__);
 }
 
 // Fields 2 to 8 are never touched, so a band-wide change keeps what else the attribute holds; deliberate, the VHT
 // settings write their list that way.
 extern "C" int update_common_attr(char* segment, int record, const char* name, const char* value) {
-  trace::enter(__func__);
+  trace::enter_often(__func__);
   if (segment == nullptr || name == nullptr || value == nullptr) return trace::fail(__func__);
   store::Record* const changed = record_at(segment, record);
   if (changed == nullptr || !store::has_key(*changed, name)) return trace::fail(__func__);
   store::set_field(changed->field[0], value);
-  return trace::success(__func__);
+  return trace::success_often(__func__);
 }
 
 // A record with another key is left alone and still counts as a success; deliberate, as callers look it up first.
 extern "C" int update_attr_by_ssid(char* segment, int record, int index, const char* name, const char* value) {
-  trace::enter(__func__);
+  trace::enter_often(__func__);
   if (segment == nullptr || name == nullptr || value == nullptr) return trace::fail(__func__);
   if (store::is_single_value_key(name)) {
     if (update_common_attr(segment, record, name, value) != 0) return trace::fail(__func__);
-    return trace::success(__func__);
+    return trace::success_often(__func__);
   }
   store::Record* const changed = record_at(segment, record);
   if (changed != nullptr && is_ssid_index(index) && store::has_key(*changed, name)) {
     store::set_field(changed->field[index - 1], value);
   }
-  return trace::success(__func__);
+  return trace::success_often(__func__);
 }

@@ -63,7 +63,7 @@ extern "C" int attr_value_parser(const char* key, char* value, unsigned* count, 
 }
 
 extern "C" int parse_data_from_line(char* line, wifimgr_attr_record* out) {
-  trace::enter(__func__);
+  trace::enter_often(__func__);
   if (line == nullptr || out == nullptr) return trace::fail(__func__);
   if (line[0] == '#') return trace::debug_exit(__func__, "This is a comment, and do not need to parse.");
   if (is_default_line(line)) return trace::debug_exit(__func__, "This is a \"Default\", and do not need to parse.");
@@ -82,5 +82,5 @@ extern "C" int parse_data_from_line(char* line, wifimgr_attr_record* out) {
   std::strncpy(out->key, key, store::kKeySize - 1);
   out->key[store::kKeySize - 1] = '\0';
   for (int i = 0; i < store::kFields && fields[i] != nullptr; ++i) store::set_field(out->field[i], fields[i]);
-  return trace::success(__func__);
+  return trace::success_often(__func__);
 }

@@ -6,6 +6,9 @@
 
 namespace store {
 
+// With the path.
+inline constexpr char kOpenFailed[] = "Open the file %s failed.";
+
 // A terminated copy of the band's path buffer, which may hold 512 characters without a NUL.
 struct DatPath {
   explicit DatPath(int band);

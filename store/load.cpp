@@ -18,12 +18,6 @@ unsigned usable_records(int band) {
   return capacity < room ? capacity : room;
 }
 
-const char* clear(int band, int semaphore) {
-  if (semaphore_p(semaphore) != 0) return store::kPFailed;
-  std::memset(store::records(band)->key, 0, size_t{usable_records(band)} * sizeof(store::Record));
-  return semaphore_v(semaphore) == 0 ? nullptr : store::kVFailed;
-}
-
 const char* put(store::Record& free_record, const store::Record& parsed, int semaphore) {
   if (semaphore_p(semaphore) != 0) return store::kPFailed;
   std::memcpy(free_record.key, parsed.key, sizeof free_record.key);
@@ -33,17 +27,26 @@ const char* put(store::Record& free_record, const store::Record& parsed, int sem
   return semaphore_v(semaphore) == 0 ? nullptr : store::kVFailed;
 }
 
+// Zeroes what a line has filled, mostly far less than the whole record.
+void empty(store::Record& parsed) {
+  std::memset(parsed.key, 0, sizeof parsed.key);
+  for (int i = 0; i < store::kFields && parsed.field[i][0] != '\0'; ++i) {
+    std::memset(parsed.field[i], 0, sizeof parsed.field[i]);
+  }
+}
+
 // Loads until the end of the file, the first refusal, or an error of reading, which the file itself then tells.
 const char* fill(int band, std::FILE* file, int semaphore) {
-  const char* refusal = clear(band, semaphore);
+  const char* refusal = store::clear(band, semaphore, usable_records);
   store::Record* free_record = store::records(band);
   const unsigned end = usable_records(band);
   char line[store::kLineSize];
+  store::Record parsed = {};
   // The stream is nobody else's, so its lock is not asked for at each line.
   for (unsigned lines = 0; refusal == nullptr && lines < end && fgets_unlocked(line, sizeof line, file) != nullptr;
        ++lines) {
-    store::Record parsed = {};
     if (parse_data_from_line(line, &parsed) == 0) refusal = put(*free_record++, parsed, semaphore);
+    empty(parsed);
   }
   return refusal;
 }
@@ -61,10 +64,7 @@ extern "C" int creat_shm_from_datafile(int wifi_type) {
   const store::DatPath path(wifi_type);
   // Update mode, so that a file which could never be saved again is refused now; deliberate.
   const store::Stream file(std::fopen(path.text, "r+e"));
-  if (!file) {
-    WIFIMGR_TRACE(trace::kErrorLevel, "[%s]:===Fail Exit===Open the file %s failed.\n", __func__, path.text);
-    return 1;
-  }
+  if (!file) return trace::fail_printing(__func__, store::kOpenFailed, path.text);
   if (store::records(wifi_type) == nullptr) return trace::fail(__func__, "shm_tmp is NULL!");
   const char* const refusal = fill(wifi_type, file.get(), semaphore);
   if (refusal != nullptr) return trace::fail(__func__, refusal);

@@ -50,13 +50,13 @@ extern "C" int del_semvalue(int semid) {
 
 // "seamphore" in both messages: callers match the text, keep the spelling.
 extern "C" int semaphore_p(int semid) {
-  trace::enter(__func__);
+  trace::enter_often(__func__);
   if (!operate(semid, -1)) return trace::fail(__func__, "seamphore_p failed.");
-  return trace::success(__func__);
+  return trace::success_often(__func__);
 }
 
 extern "C" int semaphore_v(int semid) {
-  trace::enter(__func__);
+  trace::enter_often(__func__);
   if (!operate(semid, +1)) return trace::fail(__func__, "seamphore_v failed.");
-  return trace::success(__func__);
+  return trace::success_often(__func__);
 }

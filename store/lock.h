@@ -8,6 +8,9 @@ namespace store {
 // Why an operation failed that could not take the lock, or not give it back.
 inline constexpr char kPFailed[] = "p operation failed.";
 inline constexpr char kVFailed[] = "v operation failed.";
+// The same of a change: callers match the texts, keep the wording and the spelling.
+inline constexpr char kChangePFailed[] = "p operation is wrong.";
+inline constexpr char kChangeVFailed[] = "v operaion failed.";
 
 constexpr key_t semaphore_key(int band) {
   return band == 0 ? 0x12348 : 0x12349;

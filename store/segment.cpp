@@ -73,6 +73,12 @@ unsigned room(int band) {
   return attachment.room;
 }
 
+const char* clear(int band, int semaphore, unsigned (*count)(int band)) {
+  if (semaphore_p(semaphore) != 0) return kPFailed;
+  std::memset(static_cast<void*>(records(band)), 0, size_t{count(band)} * sizeof(Record));
+  return semaphore_v(semaphore) == 0 ? nullptr : kVFailed;
+}
+
 unsigned room_at(const char* segment) {
   if (segment == shm_addr_2_4g) return room(k2_4G);
   if (segment == shm_addr_5g) return room(k5G);
@@ -118,13 +124,6 @@ const char* find_or_create_semaphore(int band) {
   return set_semvalue(id, 1) == 0 ? nullptr : "Set sem value failed.";
 }
 
-const char* clear(int band) {
-  const int semaphore = store::exported_semaphore(band);
-  if (semaphore_p(semaphore) != 0) return store::kPFailed;
-  std::memset(store::records(band), 0, size_t{store::capacity(band)} * sizeof(store::Record));
-  return semaphore_v(semaphore) == 0 ? nullptr : store::kVFailed;
-}
-
 }  // namespace
 
 extern "C" int init_shm(int wifi_type) {
@@ -138,6 +137,6 @@ extern "C" int init_shm(int wifi_type) {
   const char* refusal = find_or_create_segment(__func__, wifi_type, attachment);
   if (refusal == nullptr) refusal = attach(wifi_type, attachment);
   if (refusal == nullptr) refusal = find_or_create_semaphore(wifi_type);
-  if (refusal == nullptr) refusal = clear(wifi_type);
+  if (refusal == nullptr) refusal = store::clear(wifi_type, store::exported_semaphore(wifi_type), store::capacity);
   return refusal == nullptr ? trace::success(__func__) : trace::fail(__func__, refusal);
 }

@@ -24,7 +24,11 @@ Record* records(int band);
 // the one it last asked about: once at attach, or once for a program that attached the segment itself.
 unsigned room(int band);
 
-// The same for an address that a caller passed in; without limit when it is none of the two bands'.
+// Zeroes the band's first `count` records under its lock, which is also held while they are counted. Returns null, or why
+// the lock could not be taken or given back.
+const char* clear(int band, int semaphore, unsigned (*count)(int band));
+
+// The same as room for an address that a caller passed in; without limit when it is none of the two bands'.
 unsigned room_at(const char* segment);
 
 }  // namespace store

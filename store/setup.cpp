@@ -27,10 +27,7 @@ extern "C" int wifimgr_lib_get_version(int wifi_type, char* buf, int len) {
   trace::enter(__func__);
   if (buf == nullptr) return trace::fail(__func__);
   if (len > 0) std::memset(buf, 0, static_cast<size_t>(len));
-  if (!store::is_band(wifi_type)) {
-    (void)trace::fail(__func__, store::kWrongBand);
-    return -1;
-  }
+  if (!store::is_band(wifi_type)) return trace::fail(__func__, store::kWrongBand).as(-1);
   if (len > 0) (void)std::snprintf(buf, static_cast<size_t>(len), "%s", "7915");
   return trace::success(__func__);
 }

@@ -14,16 +14,12 @@ class SoughtKey {
   explicit SoughtKey(const char* name);
 
   // Exact, bounded by the key's width: a foreign writer may have left a key without its NUL.
-  [[gnu::always_inline]] bool is_of(const Record& record) const {
-    uint64_t word;
-    std::memcpy(&word, record.key, sizeof word);
-    return (word & mask_) == word_ && length_ <= kKeySize && std::memcmp(record.key, name_, size()) == 0;
-  }
+  bool is_of(const Record& record) const;
+
+  // The first of `count` records that has this key; null when there is none before an empty key.
+  const Record* find(const Record* record, unsigned count) const;
 
  private:
-  // The NUL counts, but for a key of full width.
-  size_t size() const { return length_ < kKeySize ? length_ + 1 : kKeySize; }
-
   const char* name_;
   size_t length_;
   uint64_t word_ = 0;

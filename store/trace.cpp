@@ -5,13 +5,20 @@
 
 namespace trace {
 
+void print_enter(const char* function) {
+  (void)vexa_itf_printf("[%s]:===Enter===\n", function);
+}
+
+void print_success(const char* function) {
+  (void)vexa_itf_printf("[%s]:===Success Exit===\n", function);
+}
+
 void enter(const char* function) {
-  WIFIMGR_TRACE(kTraceLevel, "[%s]:===Enter===\n", function);
+  enter_often(function);
 }
 
 Result success(const char* function) {
-  WIFIMGR_TRACE(kTraceLevel, "[%s]:===Success Exit===\n", function);
-  return {0};
+  return success_often(function);
 }
 
 Result fail(const char* function) {
@@ -19,24 +26,29 @@ Result fail(const char* function) {
   return {1};
 }
 
+namespace {
+
+void print_failure(const char* function, const char* why) {
+  (void)vexa_itf_printf("[%s]:===Fail Exit===%s\n", function, why);
+}
+
+}  // namespace
+
 Result fail(const char* function, const char* why) {
-  WIFIMGR_TRACE(kErrorLevel, "[%s]:===Fail Exit===%s\n", function, why);
+  if (why == nullptr) return fail(function);
+  if (is_on(kErrorLevel)) print_failure(function, why);
   return {1};
 }
 
-int fail_as(const char* function, int result) {
-  (void)fail(function);
-  return result;
-}
-
-Result fail_printing(const char* function, const char* why, ...) {
-  if (get_itf_dbg_switch(kErrorLevel, kModule) == 0) return {1};
-  char words[kReasonSize];
+Result fail_printing(const char* function, const char* format, ...) {
+  if (!is_on(kErrorLevel)) return {1};
+  char why[kReasonSize];
   std::va_list values;
-  va_start(values, why);
-  (void)std::vsnprintf(words, sizeof words, why, values);
+  va_start(values, format);
+  (void)std::vsnprintf(why, sizeof why, format, values);
   va_end(values);
-  return fail(function, words);
+  print_failure(function, why);
+  return {1};
 }
 
 Result debug_exit(const char* function, const char* why) {

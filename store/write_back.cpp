@@ -131,10 +131,6 @@ bool write_lines(int band, int ssid_count, std::FILE* file, const char*& refusal
   return std::fflush(file) == 0 || give_up(file);
 }
 
-trace::Result refuse(const char* function, const char* why) {
-  return why != nullptr ? trace::fail(function, why) : trace::fail(function);
-}
-
 // Everything that can refuse a save does so here, while the file still holds its old text.
 const char* check_before_writing(int band, int ssid_count, int semaphore, bool& fits) {
   fits = false;
@@ -163,11 +159,11 @@ trace::Result rewrite(const char* function, int band, int ssid_count, int semaph
   }
   funlockfile(file.get());
   written = file.close() && written;
-  if (refusal != nullptr || !written) return refuse(function, refusal);
+  if (refusal != nullptr || !written) return trace::fail(function, refusal);
   return trace::success(function);
 }
 
-trace::Result take_number(const char* function, const char* prefix, const char* line, unsigned* num) {
+trace::Result take_number(const char* line, unsigned* num, const char* function, const char* prefix) {
   if (prefix == nullptr || strnlen(line, std::strlen(prefix)) < std::strlen(prefix)) return trace::fail(function);
   *num = static_cast<unsigned>(store::decimal(line + std::strlen(prefix)));
   return trace::success(function);
@@ -178,13 +174,13 @@ trace::Result take_number(const char* function, const char* prefix, const char* 
 extern "C" int get_attr_num(const char* key, const char* line, unsigned* num) {
   trace::enter(__func__);
   if (key == nullptr || line == nullptr || num == nullptr) return trace::fail(__func__);
-  return take_number(__func__, store::family_numbered_from_one(key), line, num);
+  return take_number(line, num, __func__, store::family_numbered_from_one(key));
 }
 
 extern "C" int get_attr_num_extended(const char* key, const char* line, unsigned* num) {
   trace::enter(__func__);
   if (key == nullptr || line == nullptr || num == nullptr) return trace::fail(__func__);
-  return take_number(__func__, store::family_numbered_from_zero(key), line, num);
+  return take_number(line, num, __func__, store::family_numbered_from_zero(key));
 }
 
 extern "C" int merge_para(wifimgr_attr_record* rec, char* out, int count) {
@@ -214,14 +210,11 @@ extern "C" int update_datafile_from_shm(int wifi_type, int bssid_num) {
   const int semaphore = store::look_up_semaphore(wifi_type);
   bool fits = false;
   const char* const refusal = check_before_writing(wifi_type, bssid_num, semaphore, fits);
-  if (!fits) return refuse(__func__, refusal);
+  if (!fits) return trace::fail(__func__, refusal);
 
   const store::DatPath path(wifi_type);
   store::Stream file(std::fopen(path.text, "w+e"));
-  if (!file) {
-    WIFIMGR_TRACE(trace::kErrorLevel, "[%s]:===Fail Exit===Open the file %s failed.\n", __func__, path.text);
-    return 1;
-  }
+  if (!file) return trace::fail_printing(__func__, store::kOpenFailed, path.text);
   return rewrite(__func__, wifi_type, bssid_num, semaphore, file);
 }
 

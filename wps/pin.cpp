@@ -9,10 +9,10 @@ extern "C" int wifimgr_lib_get_wscPinCode(int wifi_type, int ssid_index, char* o
   trace::enter(__func__);
   if (out == nullptr) return trace::fail(__func__);
   int count = 0;
-  if (!params::read_ssid_count(static_cast<uint32_t>(wifi_type), count)) {
+  if (!params::read_ssid_count(wifi_type, count)) {
     return trace::fail(__func__, "get_bssidnum err.");
   }
-  if (!params::is_ssid_of(__func__, count, ssid_index)) return 1;
+  if (!params::is_ssid_of(count, ssid_index, __func__)) return 1;
   const driver::Outcome outcome =
       driver::read_wps_pin(driver::bss_interface(wifi_type == store::k5G, ssid_index - 1), out);
   // Both name other functions, whatever the band; kept, as callers match the text.

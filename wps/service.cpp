@@ -111,8 +111,8 @@ bool is_wps_on(uint32_t mode) {
 }
 
 // While WPS is off for the SSID nothing is written, and that is a success.
-trace::Result act(const char* function, const char* path, Action action, int wifi_type, int ssid_index,
-                  const uint32_t* start_argument) {
+int act(const char* path, int wifi_type, int ssid_index, const char* function, Action action,
+        const uint32_t* start_argument) {
   trace::enter(function);
   if (path == nullptr || (action == Action::kStart && start_argument == nullptr)) return trace::fail(function);
   Parameters parameters = {};
@@ -132,19 +132,19 @@ trace::Result act(const char* function, const char* path, Action action, int wif
 
 extern "C" int wifimgr_lib_service_start_wps(const char* path, int wifi_type, int ssid_index,
                                              const uint32_t* start_argument) {
-  return act(__func__, path, Action::kStart, wifi_type, ssid_index, start_argument);
+  return act(path, wifi_type, ssid_index, __func__, Action::kStart, start_argument);
 }
 
 extern "C" int wifimgr_lib_service_stop_wps(const char* path, int wifi_type, int ssid_index) {
-  return act(__func__, path, Action::kStop, wifi_type, ssid_index, nullptr);
+  return act(path, wifi_type, ssid_index, __func__, Action::kStop, nullptr);
 }
 
 extern "C" int wifimgr_lib_service_genpincode(const char* path, int wifi_type, int ssid_index) {
-  return act(__func__, path, Action::kNewPin, wifi_type, ssid_index, nullptr);
+  return act(path, wifi_type, ssid_index, __func__, Action::kNewPin, nullptr);
 }
 
 extern "C" int wifimgr_lib_service_resetoob(const char* path, int wifi_type, int ssid_index) {
-  return act(__func__, path, Action::kResetToUnconfigured, wifi_type, ssid_index, nullptr);
+  return act(path, wifi_type, ssid_index, __func__, Action::kResetToUnconfigured, nullptr);
 }
 
 extern "C" int wifimgr_lib_get_wps_info(...) {

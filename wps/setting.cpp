@@ -55,8 +55,7 @@ bool is_ssid(int32_t ssid_index) {
 
 // The band's own check comes last, behind the store's; deliberate, a stored setting of a wrong band is refused with
 // the store's words.
-trace::Result send(const char* function, const char* key, uint32_t wifi_type, int32_t ssid_index, const char* value) {
-  const int band = store::band_number(wifi_type);
+uint64_t send(store::Band band, int32_t ssid_index, const char* value, const char* function, const char* key) {
   if (!store::is_band(band)) return trace::fail(function, kWrongBand);
   char word[store::kValueSize] = "";
   if (api_escape_parameter(value, word, sizeof word) != 0) return trace::fail(function);
@@ -67,59 +66,61 @@ trace::Result send(const char* function, const char* key, uint32_t wifi_type, in
   return trace::success(function);
 }
 
-// `store_refusal` is null for what is not stored. The caller's arguments come first and in its order, so that an
+enum class Storing : uint8_t { kStored, kSentOnly };
+
+// The caller's arguments come first and in its order, so that an
 // exported setter only adds its row, which is then code and no data.
-uint64_t set(uint32_t wifi_type, int32_t ssid_index, const char* value, const char* function, const char* key,
-             const char* store_refusal, Accepted accepted) {
+uint64_t set(store::Band band, int32_t ssid_index, const char* value, const char* function, const char* key,
+             Accepted accepted, Storing storing) {
   trace::enter(function);
   if (value == nullptr) return trace::fail(function);
   if (check_is_num(value) != 0 || !accepts(accepted, store::wide_decimal(value)))
     return trace::fail(function, kWrongValue);
   if (!is_ssid(ssid_index)) return trace::fail(function, kWrongIndex);
-  if (store_refusal != nullptr && update_attr(store::band_number(wifi_type), ssid_index, key, value) != 0) {
-    return trace::fail(function, store_refusal);
+  if (storing == Storing::kStored && update_attr(band, ssid_index, key, value) != 0) {
+    return trace::fail_printing(function, "Set the %s failed.", key);
   }
-  return send(function, key, wifi_type, ssid_index, value);
+  return send(band, ssid_index, value, function, key);
 }
 
-trace::Result order(const char* function, const char* key, uint32_t wifi_type, int32_t ssid_index) {
+uint64_t order(store::Band band, int32_t ssid_index, const char* function, const char* key) {
   trace::enter(function);
   if (!is_ssid(ssid_index)) return trace::fail(function, kWrongIndex);
-  return send(function, key, wifi_type, ssid_index, "1");
+  return send(band, ssid_index, "1", function, key);
 }
 
 // The driver is not told: it reads these at its next start.
-trace::Result store_uuid(const char* function, const char* key_format, uint32_t wifi_type, int32_t ssid_index,
-                         const char* value) {
+uint64_t store_uuid(store::Band band, int32_t ssid_index, const char* value, const char* function,
+                    const char* key_format) {
   trace::enter(function);
   if (value == nullptr) return trace::fail(function);
   if (!is_ssid(ssid_index)) return trace::fail(function, kWrongIndex);
   const params::SsidKey key(key_format, params::Numbering::kFromOne, ssid_index);
-  return params::write_ssid_value(function, wifi_type, ssid_index, key.text, value);
+  return params::write_ssid_value(band, ssid_index, value, function, key.text);
 }
 
 }  // namespace
 
-#define WPS_SETTER(setter, key, accepts, low, high)                                                        \
-  extern "C" uint64_t setter(uint32_t wifi_type, int32_t ssid_index, const char* value) {                  \
-    return set(wifi_type, ssid_index, value, #setter, key, "Set the " key " failed.", accepts(low, high)); \
+#define WPS_SETTER(setter, key, accepts, low, high)                                               \
+  extern "C" uint64_t setter(uint32_t wifi_type, int32_t ssid_index, const char* value) {         \
+    return set(wifi_type, ssid_index, value, #setter, key, accepts(low, high), Storing::kStored); \
   }
 #include "params/setting_rows.def"
 
 #define WPS_DIRECT(setter, key, accepted)                                                 \
   extern "C" uint64_t setter(uint32_t wifi_type, int32_t ssid_index, const char* value) { \
-    return set(wifi_type, ssid_index, value, #setter, key, nullptr, accepted);            \
+    return set(wifi_type, ssid_index, value, #setter, key, accepted, Storing::kSentOnly); \
   }
 #define WPS_ORDER(setter, key)                                         \
   extern "C" uint64_t setter(uint32_t wifi_type, int32_t ssid_index) { \
-    return order(#setter, key, wifi_type, ssid_index);                 \
+    return order(wifi_type, ssid_index, #setter, key);                 \
   }
 #include "wps/setting.def"
 
 extern "C" uint64_t wifimgr_lib_set_WscUUIDE(uint32_t wifi_type, int32_t ssid_index, const char* value) {
-  return store_uuid(__func__, "WSC_UUID_E%d", wifi_type, ssid_index, value);
+  return store_uuid(wifi_type, ssid_index, value, __func__, "WSC_UUID_E%d");
 }
 
 extern "C" uint64_t wifimgr_lib_set_WscUUIDStr(uint32_t wifi_type, int32_t ssid_index, const char* value) {
-  return store_uuid(__func__, "WSC_UUID_Str%d", wifi_type, ssid_index, value);
+  return store_uuid(wifi_type, ssid_index, value, __func__, "WSC_UUID_Str%d");
 }

@@ -168,6 +168,17 @@ TEST(Load, OfAFileThatHasGoneIsRefusedAndLeavesTheStore) {
   }
 }
 
+TEST(Load, SaysTheLongestPathWhole) {
+  write_dat(0, "A=1\n");
+  ASSERT_EQ(0, creat_shm_from_datafile(0));
+  const std::string path = "/tmp/" + std::string(200, 'a') + "/" + std::string(200, 'b') + "/" + std::string(105, 'c');
+  ASSERT_EQ(path.size(), size_t{WIFIMGR_DAT_PATH_SIZE});
+  path.copy(dat_path_2_4g, path.size());
+  EXPECT_THAT(errors_of_load(0), ElementsAre("[creat_shm_from_datafile]:===Fail Exit===Open the file " +
+                                             path.substr(0, 511) + " failed.\n"));
+  sandbox::use_dat_path(0);
+}
+
 TEST(Load, OfADirectoryIsRefused) {
   write_dat(1, "A=1\n");
   ASSERT_EQ(0, creat_shm_from_datafile(1));
