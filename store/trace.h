@@ -5,7 +5,7 @@
 
 #include <cstdint>
 
-#include "imports/vexa_lib_dbg.h"
+#include "platform_libs/vexa_lib_dbg.h"
 
 // Prints a message of an unusual shape: WIFIMGR_TRACE(trace::kErrorLevel, "[%s]:...\n", function, ...).
 #define WIFIMGR_TRACE(level, ...)                                                           \

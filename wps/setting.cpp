@@ -1,7 +1,7 @@
 // WPS settings of one SSID: checked, stored where there is a key for them, and sent to the driver.
 #include <cstdio>
 
-#include "imports/api_lib_utility.h"
+#include "platform_libs/api_lib_utility.h"
 #include "params/ssid_setting.h"
 #include "store/band.h"
 #include "store/decimal.h"

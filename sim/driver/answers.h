@@ -11,8 +11,8 @@ typedef struct Query {
   const char* settings;  // of that interface
   const char* radio;     // "ra" or "rai"
   bool is_5g;
-  uint8_t* data;  // at least as long as the table asks for
-  uint16_t length;
+  uint8_t* data;    // the driver's own, as long as its reply, or as what it takes
+  uint16_t length;  // what the caller says
 } Query;
 
 // An answer returns 0, or the errno that the request fails with.

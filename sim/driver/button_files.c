@@ -6,7 +6,6 @@
 #include <stdarg.h>
 #include <stdbool.h>
 #include <string.h>
-#include <sys/file.h>
 #include <sys/mman.h>
 #include <sys/syscall.h>
 #include <unistd.h>
@@ -29,7 +28,7 @@ static bool is_button(const char* path) {
 
 // Moves what is in the file to a file in memory; -1 when there is nothing. Of two readers only one gets it.
 static int take_press(int button, int flags) {
-  while (flock(button, LOCK_EX) != 0 && errno == EINTR) continue;
+  lock_state(button);
   char text[4096];
   const ssize_t length = read(button, text, sizeof text);
   if (length <= 0) return -1;

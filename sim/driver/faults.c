@@ -1,10 +1,8 @@
 // Requests that are told to fail.
-#include <errno.h>
 #include <fcntl.h>
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
-#include <sys/file.h>
 #include <unistd.h>
 
 #include "sim/driver/answers.h"
@@ -66,7 +64,7 @@ int error_for(unsigned long number, const struct iwreq* request) {
   if (fault.count < 0) return fault.error;
   const int lock = open_state(FAULTS_LOCK, O_RDWR);
   if (lock < 0) return fault.error;
-  while (flock(lock, LOCK_EX) != 0 && errno == EINTR) continue;
+  lock_state(lock);
   const int error = use_up(number, request);
   close(lock);
   return error;

@@ -44,12 +44,6 @@ struct ApCount {
 };
 _Static_assert(sizeof(struct ApCount) == 80, "the AP count record");
 
-static char* read_neighbours(const Query* query) {
-  char name[32];
-  snprintf(name, sizeof name, "neighbours-%s", query->radio);
-  return read_state(DRIVER_LISTS, name);
-}
-
 // As it was when the neighbour was last heard.
 static int32_t signal_of(const Neighbour* neighbour) {
   return (int32_t)reading_at(neighbour->signal, neighbour->seen_ms, neighbour->bssid[kMacSize - 1]);
@@ -57,7 +51,7 @@ static int32_t signal_of(const Neighbour* neighbour) {
 
 int answer_neighbours(const Query* query) {
   struct Table* const table = calloc(1, sizeof *table);
-  char* const text = read_neighbours(query);
+  char* const text = read_radio_list("neighbours", query->radio);
   char* rest = text;
   const int64_t now = monotonic_ms();
   Neighbour neighbour;
@@ -83,7 +77,7 @@ int answer_neighbours(const Query* query) {
 int answer_ap_count(const Query* query) {
   struct ApCount reply = {.table_handle = 0xa110ca7ed0000000, .scan_handle = 0xa110ca7ed0001000};
   const unsigned own_channel = (unsigned)number_of(query->settings, "Channel");
-  char* const text = read_neighbours(query);
+  char* const text = read_radio_list("neighbours", query->radio);
   char* rest = text;
   Neighbour neighbour;
   for (char* line; (line = next_line(&rest)) != NULL;) {

@@ -70,9 +70,7 @@ int answer_statistics(const Query* query) {
     int32_t noise;
     uint64_t counter[6];
   } reply = {.noise = (int32_t)reading_of(query, "Noise", kNoisePhase)};
-  char name[32];
-  snprintf(name, sizeof name, "stations-%s", query->radio);
-  char* const text = read_state(DRIVER_LISTS, name);
+  char* const text = read_radio_list("stations", query->radio);
   char* rest = text;
   Station station;
   for (char* line; (line = next_line(&rest)) != NULL;) {

@@ -6,6 +6,7 @@
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <unistd.h>
@@ -34,6 +35,16 @@ char* read_state(const char* folder, const char* name) {
   }
   close(fd);
   return text;
+}
+
+char* read_radio_list(const char* kind, const char* radio) {
+  char name[32];
+  snprintf(name, sizeof name, "%s-%s", kind, radio);
+  return read_state(DRIVER_LISTS, name);
+}
+
+void lock_state(int fd) {
+  while (flock(fd, LOCK_EX) != 0 && errno == EINTR) continue;
 }
 
 const char* setting_of(const char* settings, const char* key) {

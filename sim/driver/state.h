@@ -12,6 +12,12 @@
 // The text of a file, null when it cannot be read. The caller frees it.
 char* read_state(const char* folder, const char* name);
 
+// The list of that kind ("stations") that a radio ("ra", "rai") has, likewise.
+char* read_radio_list(const char* kind, const char* radio);
+
+// Waits until nobody else holds the file's lock, and takes it until the file is closed.
+void lock_state(int fd);
+
 // Opens past this library's own `open`.
 int open_state(const char* path, int flags);
 

@@ -19,12 +19,6 @@ struct Entry {
 };
 _Static_assert(sizeof(struct Entry) == 40, "an entry of the table");
 
-static char* read_stations(const Query* query) {
-  char name[32];
-  snprintf(name, sizeof name, "stations-%s", query->radio);
-  return read_state(DRIVER_LISTS, name);
-}
-
 // The length field stays at 8 whatever the answer's size: callers provide for the whole table.
 int answer_station_table(const Query* query) {
   struct {
@@ -33,7 +27,7 @@ int answer_station_table(const Query* query) {
     uint8_t rest[kTableSize - sizeof(uint64_t) - kTableEntries * sizeof(struct Entry)];
   } table;
   memset(&table, 0, sizeof table);
-  char* const text = read_stations(query);
+  char* const text = read_radio_list("stations", query->radio);
   char* rest = text;
   Station station;
   for (char* line; table.count < kTableEntries && (line = next_line(&rest)) != NULL;) {
@@ -51,7 +45,7 @@ int answer_station_table(const Query* query) {
 }
 
 static bool find_station(const Query* query, const uint8_t mac[kMacSize], Station* found) {
-  char* const text = read_stations(query);
+  char* const text = read_radio_list("stations", query->radio);
   char* rest = text;
   bool is_found = false;
   for (char* line; !is_found && (line = next_line(&rest)) != NULL;) {

@@ -1,5 +1,4 @@
 // WPS as the driver reports it: the session's state and peer, the PIN, the access list, the status word.
-#include <errno.h>
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
@@ -74,12 +73,10 @@ static bool is_associated(const Query* query, const char* stations, const char* 
 }
 
 int answer_wps_access_list(const Query* query) {
-  memset(query->data, 0, query->length);
+  memset(query->data, 0, kAccessListSize);
   const uint32_t policy = (uint32_t)number_of(query->settings, "AccessPolicy");
   uint32_t count = 0;
-  char name[32];
-  snprintf(name, sizeof name, "stations-%s", query->radio);
-  char* const stations = read_state(DRIVER_LISTS, name);
+  char* const stations = read_radio_list("stations", query->radio);
   const char* list = setting_of(query->settings, "WpsAccessList");
   while (list != NULL && count < kAccessEntries) {
     char text[kMacTextSize];

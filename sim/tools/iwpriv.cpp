@@ -12,14 +12,15 @@
 #include <iterator>
 #include <stdexcept>
 
-#include "sim/band.h"
-#include "sim/driver_lists.h"
-#include "sim/driver_state.h"
-#include "sim/file.h"
-#include "sim/journal.h"
-#include "sim/neighbourhood.h"
+#include "sim/base/band.h"
+#include "sim/base/file.h"
+#include "sim/records/journal.h"
+#include "sim/state/association.h"
+#include "sim/state/driver_lists.h"
+#include "sim/state/driver_state.h"
+#include "sim/state/neighbourhood.h"
+#include "sim/state/wps_session.h"
 #include "sim/tools/tool.h"
-#include "sim/wps_session.h"
 
 namespace gateway::tools {
 namespace {
@@ -37,8 +38,10 @@ int set(const Words& words, const std::string& interface, Band band) {
   try {
     check_wps(key, value);
     Words changes = change_setting(interface, key, value);
-    const Words more = carry_out_wps(interface, key, value);
-    changes.insert(changes.end(), more.begin(), more.end());
+    const bool is_left = !changes.empty() && is_joined_by(key);
+    for (const Words& more : {carry_out_wps(interface, key, value), is_left ? stations_leave(interface) : Words()}) {
+      changes.insert(changes.end(), more.begin(), more.end());
+    }
     if (key == "PartialScan" && value == "1") {
       changes.push_back(std::string(traits(band).label) + " radio: heard " + std::to_string(scan(band)) +
                         " neighbours");

@@ -1,29 +1,13 @@
 // killall: signals processes of the simulation by name.
-#include <cctype>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
 
-#include "sim/journal.h"
+#include "sim/records/journal.h"
 #include "sim/tools/process.h"
 #include "sim/tools/tool.h"
 
 namespace gateway::tools {
 namespace {
-
-// The signal's number for "9", "KILL" or "SIGKILL"; -1 when there is none.
-int signal_from(std::string text) {
-  if (!text.empty() && std::isdigit(static_cast<unsigned char>(text[0])) != 0) {
-    const int number = std::atoi(text.c_str());
-    return number < NSIG ? number : -1;
-  }
-  if (text.rfind("SIG", 0) == 0) text.erase(0, 3);
-  for (int number = 1; number < NSIG; ++number) {
-    const char* name = sigabbrev_np(number);
-    if (name != nullptr && text == name) return number;
-  }
-  return -1;
-}
 
 std::string effect(const std::string& name, pid_t pid, int number) {
   const char* signal_name = sigabbrev_np(number);

@@ -2,10 +2,10 @@
 #include <cerrno>
 #include <cstdio>
 
-#include "sim/file.h"
-#include "sim/journal.h"
-#include "sim/network_state.h"
-#include "sim/radio.h"
+#include "sim/base/file.h"
+#include "sim/network/network_state.h"
+#include "sim/radio/radio.h"
+#include "sim/records/journal.h"
 #include "sim/tools/tool.h"
 
 namespace gateway::tools {

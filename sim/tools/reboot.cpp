@@ -1,15 +1,14 @@
-// reboot: what a boot would not have left, and then the boot. The processes of the simulation live on, but for the
-// gateway's daemons, so that whoever asked for the reboot can look at the result.
+// reboot: ends the processes, takes away what a boot would not have left, and boots.
 #include <sys/ipc.h>
 #include <sys/msg.h>
 #include <sys/sem.h>
 #include <sys/shm.h>
 
-#include "sim/boot.h"
-#include "sim/file.h"
-#include "sim/journal.h"
-#include "sim/network_state.h"
-#include "sim/places.h"
+#include "sim/base/file.h"
+#include "sim/base/places.h"
+#include "sim/network/network_state.h"
+#include "sim/radio/boot.h"
+#include "sim/records/journal.h"
 #include "sim/tools/process.h"
 #include "sim/tools/tool.h"
 
@@ -61,21 +60,25 @@ void remove_message_queues() {
 
 }  // namespace
 
-int reboot(const Words& words) {
-  const StateLock lock;
+Words boot_again(const std::string& why) {
   const NetworkState before = read_network_state();
-  kill_processes("wscd", SIGKILL);
   const int segments = remove_segments();
   const int semaphores = remove_semaphores();
   remove_message_queues();
   empty_folder("/tmp");
   empty_folder("/run", {name_of(place::kState)});
   boot();
-  std::vector<std::string> changes = {"rebooted", std::to_string(segments) + " shared memory segments removed",
-                                      std::to_string(semaphores) + " semaphores removed"};
-  const std::vector<std::string> network = changes_between(before, read_network_state());
+  Words changes = {why, std::to_string(segments) + " shared memory segments removed",
+                   std::to_string(semaphores) + " semaphores removed"};
+  const Words network = changes_between(before, read_network_state());
   changes.insert(changes.end(), network.begin(), network.end());
-  record_call(words, changes);
+  return changes;
+}
+
+int reboot(const Words& words) {
+  end_processes(true);
+  const StateLock lock;
+  record_call(words, boot_again("rebooted"));
   return 0;
 }
 

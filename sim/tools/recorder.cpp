@@ -6,10 +6,11 @@
 #include <cerrno>
 #include <csignal>
 
-#include "sim/file.h"
-#include "sim/journal.h"
-#include "sim/network_state.h"
-#include "sim/places.h"
+#include "sim/base/file.h"
+#include "sim/base/places.h"
+#include "sim/network/network_state.h"
+#include "sim/radio/following.h"
+#include "sim/records/journal.h"
 #include "sim/tools/interface_text.h"
 #include "sim/tools/tool.h"
 
@@ -54,7 +55,11 @@ int record_real_tool(const Words& words) {
     const StateLock lock;
     const NetworkState before = read_network_state();
     status = run_real(words, is_translated ? &output : nullptr);
-    record_call(words, changes_between(before, read_network_state()));
+    const NetworkState after = read_network_state();
+    Words changes = changes_between(before, after);
+    const Words more = follow_interfaces(before, after);
+    changes.insert(changes.end(), more.begin(), more.end());
+    record_call(words, changes);
   }
   const std::string text = as_gateway_prints(output);
   // Like the real one, it does not care where its output goes.

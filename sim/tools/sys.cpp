@@ -4,9 +4,9 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "sim/file.h"
-#include "sim/journal.h"
-#include "sim/places.h"
+#include "sim/base/file.h"
+#include "sim/base/places.h"
+#include "sim/records/journal.h"
 #include "sim/tools/tool.h"
 
 namespace gateway::tools {

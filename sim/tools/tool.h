@@ -2,6 +2,7 @@
 // One program holds them all; the name it is called by chooses the tool.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -24,5 +25,14 @@ int run_simctl(const Words& words);
 
 // ifconfig and brctl: runs the machine's own and records what it did.
 int record_real_tool(const Words& words);
+
+// What a boot would not have left is taken away, then comes the boot. Returns what changed, `why` first.
+Words boot_again(const std::string& why);
+
+// Whether a tool of that name is here that can be told to fail: all but the simulation's own.
+bool can_fail(const std::string& name);
+
+// Goes wrong as simctl has said, which may be never to return; the exit status, or none when the tool is to do its work.
+std::optional<int> fail_as_told(const Words& words);
 
 }  // namespace gateway::tools

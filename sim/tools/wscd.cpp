@@ -2,8 +2,8 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include "sim/file.h"
-#include "sim/journal.h"
+#include "sim/base/file.h"
+#include "sim/records/journal.h"
 #include "sim/tools/tool.h"
 
 namespace gateway::tools {

@@ -1,7 +1,7 @@
 #!/bin/sh
 # The rooms of the library know only those below them: store <- params <- apply, and driver <- wps, platform, which also
-# stand on store and params. Everything may use include/ and imports/. The examples are callers: the public header and
-# their own. The simulator has nothing of the library, and the tool its public header alone.
+# stand on store and params. Everything may use include/ and platform_libs/. The examples are callers: the public header
+# and their own. The simulator has nothing of the library, and rooms of its own; the tool has the public header alone.
 #
 #   include_directions.sh SOURCE_DIR
 set -eu
@@ -12,7 +12,7 @@ failed=0
 # The project's own headers that a file includes, quoted or in angle brackets.
 own_headers() {
   sed -nE -e 's/^ *# *include *"(.*)".*/\1/p' \
-    -e 's/^ *# *include *<(wifimgr_lib\.h|(include|imports|store|params|apply|driver|wps|platform|examples|sim|wlanctl|tests)\/.*)>.*/\1/p' "$1"
+    -e 's/^ *# *include *<(wifimgr_lib\.h|(include|platform_libs|store|params|apply|driver|wps|platform|examples|sim|wlanctl|tests)\/.*)>.*/\1/p' "$1"
 }
 
 # allow ROOM PLAIN-NAMES ALLOWED-ROOM...: which of them the files of a room may include.
@@ -31,9 +31,9 @@ allow() {
   done
 }
 
-public='wifimgr_lib\.h|imports/[a-z_]+\.h'
+public='wifimgr_lib\.h|platform_libs/[a-z_]+\.h'
 allow include 'none'
-allow imports '(vexa_lib_dbg|api_lib_utility)\.h'
+allow platform_libs '(vexa_lib_dbg|api_lib_utility)\.h'
 allow store "$public" store
 allow params "$public" store params
 allow apply "$public" store params apply
@@ -41,7 +41,16 @@ allow driver "$public" store driver
 allow wps "$public" store params driver wps
 allow platform "$public" store params driver platform
 allow examples '(wifimgr_lib|attach_store)\.h'
-allow sim 'none' sim sim/tools sim/driver
+allow sim/base 'none' sim/base
+allow sim/driver 'none' sim/driver
+allow sim/records 'none' sim/base sim/records
+allow sim/network 'none' sim/base sim/network
+allow sim/state 'none' sim/base sim/driver sim/records sim/state
+allow sim/radio 'none' sim/base sim/driver sim/records sim/network sim/state sim/radio
+allow sim/tools 'none' sim/base sim/driver sim/records sim/network sim/state sim/radio sim/tools
+allow sim/simctl 'none' sim/base sim/driver sim/records sim/network sim/state sim/radio sim/tools sim/simctl
+allow sim/root 'none' sim/base sim/radio sim/root
+allow sim/outside 'none' sim/base sim/radio sim/root sim/outside
 allow wlanctl 'wifimgr_lib\.h' wlanctl
 
 exit $failed

@@ -12,7 +12,7 @@ trap 'exit 143' TERM
 copy=$work/a/copy/elsewhere
 
 mkdir -p "$copy"
-for part in CMakeLists.txt cmake imports include store params apply driver wps platform examples packaging man; do
+for part in CMakeLists.txt cmake platform_libs include store params apply driver wps platform examples packaging man; do
   cp -R "$source/$part" "$copy/"
 done
 

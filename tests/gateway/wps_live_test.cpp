@@ -2,7 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "sim/wps_pin.h"
+#include "sim/state/wps_pin.h"
 #include "simulation.h"
 
 namespace sim_test {

@@ -73,15 +73,61 @@ TEST(DriverRequest, NeedsADescriptor) {
   EXPECT_EQ("EBADF\n", run_script(ask_oid("closed", "069c", 4)).out);
 }
 
-// The kernel refuses them its own way.
-TEST(DriverRequest, LeavesForeignInterfacesToTheKernel) {
+TEST(DriverRequest, NeedsAnInterface) {
   std::string script;
-  for (const char* name : {"''", "br0", "lo", "ra7", "wds0", "nosuch", "ra", "raix", "ra0x", "rai"}) {
-    script += ask_oid(name, "069c", 4);
-  }
+  for (const char* name : {"''", "ra7", "nosuch", "raix", "ra0x", "rai"}) script += ask_oid(name, "069c", 4);
+  EXPECT_THAT(lines_of(run_script(script).out), testing::AllOf(SizeIs(6), Each("ENODEV")));
+}
+
+TEST(DriverRequest, NeedsAnInterfaceOfTheDriver) {
+  std::string script;
+  for (const char* name : {"br0", "lo", "wds0"}) script += ask_oid(name, "069c", 4);
+  EXPECT_THAT(lines_of(run_script(script).out), testing::AllOf(SizeIs(3), Each("EOPNOTSUPP")));
+}
+
+TEST(DriverRequest, FailsOnAnAddressWhereNothingIs) {
+  std::string script;
+  for (const Row& row : kRows) script += send(row, row.length, "wild");
+  for (const char* oid : {"9220", "9205"}) script += ask_oid("ra0", oid, 1, "wild");
+  script +=
+      ask_oid("wild", "069c", 4) + REQUEST_PROBE_PROGRAM " wild 8b01 0 0; " REQUEST_PROBE_PROGRAM " wild 8b05 0 0";
   const Words lines = lines_of(run_script(script).out);
-  ASSERT_THAT(lines, SizeIs(10));
-  EXPECT_THAT(lines, Each(testing::StartsWith("E")));
+  ASSERT_THAT(lines, SizeIs(std::size(kRows) + 5));
+  EXPECT_THAT(lines, Each("EFAULT"));
+}
+
+TEST(DriverRequest, OnlyReadsWhatItIsHanded) {
+  EXPECT_EQ("0000\n0000\n\nEFAULT\n",
+            run_script(ask_oid("ra0", "9220", 2, "const") + ask_oid("ra0", "9204", 2, "const") +
+                       ask_oid("ra0", "9205", 0, "const") + ask_oid("ra0", "069c", 4, "const"))
+                .out);
+}
+
+constexpr char kWithoutNetAdmin[] = "setpriv --bounding-set=-net_admin --inh-caps=-net_admin ";
+
+TEST(DriverRequest, AnEvenNumberNeedsNetAdmin) {
+  std::string script;
+  for (const char* number : {"8be0", "8be2", "8bf2", "8bfc", "8bfe"}) {
+    for (const char* interface : {"ra0", "nosuch", "br0"}) script += kWithoutNetAdmin + ask(interface, number, 768);
+  }
+  EXPECT_THAT(lines_of(run_script(script).out), testing::AllOf(SizeIs(15), Each("EPERM")));
+}
+
+TEST(DriverRequest, AnOddNumberNeedsNoPermission) {
+  EXPECT_EQ("IEEE 802.11\n6\n00000000\n0000\n",
+            run_script("simctl noise 2.4G 0; " + (std::string(kWithoutNetAdmin) + WIRELESS_PROBE_PROGRAM " ra0; ") +
+                       kWithoutNetAdmin + ask_oid("ra0", "069c", 4) + kWithoutNetAdmin + ask_oid("ra0", "9204", 2))
+                .out);
+}
+
+// In a user namespace there is only one user; the bits tell then.
+TEST(DriverRequest, TakesSettingsFromAnyUser) {
+  const std::string other = is_machines_root() ? "setpriv --reuid=65534 --regid=65534 --clear-groups " : "";
+  const Result result =
+      run_script("simctl fail noise EIO 1; " + other + ask_oid("ra0", "069c", 4) + "simctl show | grep -c ^request; " +
+                 other + ask_oid("ra0", "9220", 2, "00aa") + other + ask_oid("ra0", "9220", 2, "00ab") +
+                 "iwpriv ra0 show | grep Oui; cd /run/gateway-sim; stat -c %a lists payloads lists/faults.lock");
+  EXPECT_EQ("EIO\n0\n00aa\n00ab\nOuiFilter=00ab\n777\n777\n666\n", result.out);
 }
 
 TEST(DriverRequest, GoesWithTheDriver) {
@@ -136,10 +182,12 @@ TEST(DriverRequest, ChannelFollowsEveryWayToSetIt) {
 }
 
 TEST(DriverRequest, StatisticsCountStationsAndTraffic) {
-  const Result result = run_script("simctl noise 2.4G -80; " + ask("ra0", "8be9", 56) + ask("ra1", "8be9", 60) +
-                                   "ifconfig ra0 down; cd /sys/class/net/ra0/statistics; "
-                                   "cat tx_packets rx_packets tx_bytes rx_bytes tx_errors rx_errors; " +
-                                   ask("ra0", "8be9", 56) + "iwpriv ra0 stat");
+  const Result result = run_script(
+      "simctl noise 2.4G -80; " + ask("ra0", "8be9", 56) + ask("ra1", "8be9", 60) +
+      "ifconfig ra0 down; simctl station add ra0 02:aa:bb:cc:dd:01; simctl station add ra0 02:aa:bb:cc:dd:02;"
+      "cd /sys/class/net/ra0/statistics; "
+      "cat tx_packets rx_packets tx_bytes rx_bytes tx_errors rx_errors; " +
+      ask("ra0", "8be9", 56) + "iwpriv ra0 stat");
   const Words lines = lines_of(result.out);
   ASSERT_THAT(lines, SizeIs(2 + 6 + 1 + 8));
   EXPECT_EQ("02000000b0ffffff", bytes_at(lines[0], 0, 8));

@@ -38,6 +38,7 @@ class WithDatFiles : public testing::Test {
 
 using Boot = WithDatFiles;
 using Modules = WithDatFiles;
+using PowerCut = WithDatFiles;
 using Reboot = WithDatFiles;
 
 TEST_F(Boot, EnabledSsidsAreUpInTheLanBridge) {
@@ -160,6 +161,55 @@ TEST_F(Reboot, EmptiesWhatDoesNotOutliveABoot) {
                                      "ls -d /tmp/a /run/* 2>&1; cat /proc/zq2810/wps_button /etc/kept;"
                                      "tail -qn +2 /proc/sysvipc/*; pidof wscd"});
   EXPECT_EQ(result.out, "0\nls: cannot access '/tmp/a': No such file or directory\n/run/gateway-sim\nkept\n");
+}
+
+// Says when it is told to end, and then ends or not; a file tells when it is ready.
+constexpr char kDaemon[] =
+    "daemon() { sh -c \"trap 'echo told >>/etc/told; $2' TERM; echo x >$1; while :; do sleep 1000 & wait; done\" & "
+    "until [ -s $1 ]; do :; done; };";
+
+TEST_F(Reboot, EndsTheProcesses) {
+  const Result result = run_script(std::string(kDaemon) +
+                                   "daemon a 'exit 5'; one=$!; daemon b; two=$!; reboot; wait $one; echo $?; wait $two;"
+                                   "echo $?; cat /etc/told; pgrep -c sleep");
+  EXPECT_EQ(result.out, "5\n137\ntold\ntold\n0\n");
+}
+
+TEST_F(Reboot, SparesWhoWaitsForIt) {
+  EXPECT_EQ(run_script("sh -c 'sh -c reboot; echo inner $?'; echo outer $?").out, "inner 0\nouter 0\n");
+}
+
+TEST_F(Reboot, GivesANewBootId) {
+  const Result result = run_script(
+      "id() { cat /proc/sys/kernel/random/boot_id; }; id; reboot; id; id; simctl power-cut; id; simctl reset; id");
+  const Words ids = lines_of(result.out);
+  ASSERT_EQ(5U, ids.size());
+  for (const std::string& id : ids) {
+    EXPECT_THAT(id, testing::MatchesRegex("[0-9a-f]{8}-[0-9a-f]{4}-4[0-9a-f]{3}-8[0-9a-f]{3}-[0-9a-f]{12}"));
+  }
+  EXPECT_NE(ids[0], ids[1]);
+  EXPECT_EQ(ids[1], ids[2]);
+  EXPECT_NE(ids[2], ids[3]);
+  EXPECT_EQ(ids[3], ids[4]);
+  EXPECT_NE(ids[0] + "\n", run_script("cat /proc/sys/kernel/random/boot_id").out);
+}
+
+TEST_F(PowerCut, EndsTheProcessesUnasked) {
+  const Result result = run_script(std::string(kDaemon) +
+                                   "daemon a 'exit 5'; simctl power-cut; wait $!; echo $?; ls /etc/told 2>&1;"
+                                   "pgrep -c sleep");
+  EXPECT_EQ(result.out, "137\nls: cannot access '/etc/told': No such file or directory\n0\n");
+}
+
+TEST_F(PowerCut, LeavesWhatABootWould) {
+  const Result result = run_radios(
+      "ipcmk -M 4096 >/dev/null; echo x >/tmp/f; echo x >/run/f; echo kept >/etc/kept; ifconfig ra0 down;"
+      "simctl power-cut; ls /tmp/f 2>/dev/null; ls /run; cat /etc/kept; show | head -n 1;"
+      "tail -n 1 /run/gateway-sim/journal | cut -f2-",
+      options(dat_text(1, "1"), dat_text(1, "1")));
+  EXPECT_EQ(result.out,
+            "gateway-sim\nkept\nra0 up br-lan\n"
+            "simctl power-cut\tpower cut; 1 shared memory segments removed; 0 semaphores removed; ra0: down -> up\n");
 }
 
 TEST_F(Reboot, CountsWhatItRemovedInTheJournal) {

@@ -263,14 +263,14 @@ TEST(Simctl, ResetBringsEverythingBack) {
 
 TEST(Simctl, StateOfARadioGoesWithItsDriver) {
   const Result result = run_script(
-      "simctl noise 2.4G 1; simctl noise 5G 1; simctl station remove ra0 all; rmmod mt7603eap;"
+      "simctl noise 2.4G 1; simctl noise 5G 1; rmmod mt7603eap;"
       "ls /run/gateway-sim/lists /run/gateway-sim/driver; insmod /lib/modules/4.4.115/mt7603eap.ko;"
-      "simctl show | grep -E '^[25]|ra0:.*aid'|cut -c1-38",
+      "simctl show | grep -E '^[25]|on ra0'|cut -c1-38",
       {"--chips", "7603"});
   EXPECT_THAT(result.out, testing::Not(HasSubstr("stations-ra\n")));
   EXPECT_THAT(result.out, HasSubstr("2.4G radio: channel 6, noise ~-92 dBm,"));
   EXPECT_THAT(result.out, HasSubstr("5G radio: channel 36, noise 1 dBm"));
-  EXPECT_THAT(result.out, HasSubstr("  station 02:5a:10:24:00:11 on ra0: ai"));
+  EXPECT_THAT(result.out, testing::Not(HasSubstr("on ra0")));
 }
 
 TEST(Calibration, PutsAnImageWhereTheGatewayReadsIt) {

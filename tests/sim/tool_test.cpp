@@ -25,7 +25,7 @@ TEST(Journal, HasOneStampedLineForEachCallInOrder) {
   const TestFolder folder;
   const std::string path = folder / "calls";
   write_file(path, "old content\n");
-  run_script("ifconfig ra0 down; brctl delif br-lan ra0; iwpriv ra1 set HideSSID=1; ifconfig ra0 up",
+  run_script("ifconfig ra1 down; brctl delif br-lan ra1; iwpriv ra1 set HideSSID=1; ifconfig ra1 up",
              {"--journal", path});
   const std::vector<Words> journal = journal_of(path);
   ASSERT_EQ(journal.size(), 4U);
@@ -34,12 +34,12 @@ TEST(Journal, HasOneStampedLineForEachCallInOrder) {
     ASSERT_THAT(line, SizeIs(3));
     EXPECT_TRUE(std::regex_match(line[0], stamp)) << line[0];
   }
-  EXPECT_EQ(journal[0][1], "ifconfig ra0 down");
-  EXPECT_EQ(journal[0][2], "ra0: up -> down");
-  EXPECT_EQ(journal[1][1], "brctl delif br-lan ra0");
-  EXPECT_EQ(journal[1][2], "ra0: left br-lan");
+  EXPECT_EQ(journal[0][1], "ifconfig ra1 down");
+  EXPECT_EQ(journal[0][2], "ra1: up -> down");
+  EXPECT_EQ(journal[1][1], "brctl delif br-lan ra1");
+  EXPECT_EQ(journal[1][2], "ra1: left br-lan");
   EXPECT_EQ(journal[2][2], "ra1: HideSSID 0 -> 1");
-  EXPECT_EQ(journal[3][2], "ra0: down -> up");
+  EXPECT_EQ(journal[3][2], "ra1: down -> up");
   struct stat status;
   ASSERT_EQ(stat(path.c_str(), &status), 0);
   EXPECT_EQ(status.st_mode & 07777, 0644U);
@@ -55,12 +55,12 @@ TEST(Journal, IsInsideUnderBothNames) {
 }
 
 TEST(Journal, QuotesWhatAShellWouldSplit) {
-  EXPECT_EQ(journal_after(R"(iwpriv ra0 set "SSID=a b'c"; iwpriv ra0 set 'WPAPSK=$x;"'; iwpriv ra0 "")"),
-            "iwpriv ra0 set 'SSID=a b'\\''c'\tra0: SSID Gateway-Home -> a b'c\n"
-            "iwpriv ra0 set 'WPAPSK=$x;\"'\tra0: WPAPSK sample-passphrase-1 -> $x;\"\n"
-            "iwpriv ra0 ''\t-\n");
-  EXPECT_EQ(journal_after("iwpriv ra0 set \"$(printf 'SSID=a\\tb\\nc')\""),
-            "iwpriv ra0 set $'SSID=a\\x09b\\x0ac'\tra0: SSID Gateway-Home -> $'a\\x09b\\x0ac'\n");
+  EXPECT_EQ(journal_after(R"(iwpriv ra1 set "SSID=a b'c"; iwpriv ra1 set 'WPAPSK=$x;"'; iwpriv ra1 "")"),
+            "iwpriv ra1 set 'SSID=a b'\\''c'\tra1: SSID Gateway-Guest -> a b'c\n"
+            "iwpriv ra1 set 'WPAPSK=$x;\"'\tra1: WPAPSK sample-passphrase-2 -> $x;\"\n"
+            "iwpriv ra1 ''\t-\n");
+  EXPECT_EQ(journal_after("iwpriv ra1 set \"$(printf 'SSID=a\\tb\\nc')\""),
+            "iwpriv ra1 set $'SSID=a\\x09b\\x0ac'\tra1: SSID Gateway-Guest -> $'a\\x09b\\x0ac'\n");
 }
 
 TEST(Journal, KeepsConcurrentCallsWhole) {
@@ -146,7 +146,7 @@ TEST(Driver, AnswersWirelessRequests) {
   EXPECT_EQ(result.out, "IEEE 802.11\n6\nIEEE 802.11\n13\nIEEE 802.11\n36\n");
 }
 
-TEST(Driver, LeavesEverythingElseToTheKernel) {
+TEST(Driver, AnswersForItsInterfacesAlone) {
   const std::string probe = wireless_probe_program();
   const Result result = run_script("for i in ra7 br-lan lo wds0 ra ra0x nosuch; do " + probe + " $i; done");
   const Words lines = lines_of(result.out);

@@ -97,12 +97,12 @@ TEST_F(AsUser, IsRootInside) {
 
 TEST_F(AsUser, RadiosBridgesAndToolsWork) {
   if (refused()) return;
-  const Result result = script("brctl show | grep -c ra; ifconfig ra0 down; iwpriv ra0 set Channel=3; " +
+  const Result result = script("brctl show | grep -c ra; ifconfig ra1 down; iwpriv ra0 set Channel=3; " +
                                wireless_probe_ + " ra1; reboot; cut -f2- /run/gateway-sim/journal");
   EXPECT_THAT(result.out, HasSubstr("4\nIEEE 802.11\n3\n"));
-  EXPECT_THAT(result.out, HasSubstr("ifconfig ra0 down\tra0: up -> down\n"));
+  EXPECT_THAT(result.out, HasSubstr("ifconfig ra1 down\tra1: up -> down\n"));
   EXPECT_THAT(result.out,
-              HasSubstr("reboot\trebooted; 0 shared memory segments removed; 0 semaphores removed; ra0: down -> up\n"));
+              HasSubstr("reboot\trebooted; 0 shared memory segments removed; 0 semaphores removed; ra1: down -> up\n"));
 }
 
 TEST_F(AsUser, ModulesReloadTheRadio) {

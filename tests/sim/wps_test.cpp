@@ -5,7 +5,7 @@
 #include <set>
 
 #include "driver_probe.h"
-#include "sim/wps_pin.h"
+#include "sim/state/wps_pin.h"
 
 namespace sim_test {
 namespace {
