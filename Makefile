@@ -6,7 +6,7 @@ UNITS = $(filter store/%.cpp params/%.cpp apply/%.cpp driver/%.cpp wps/%.cpp pla
 STAGE = scripts/stage.sh
 
 .PHONY: help check demo test test-all test-rest test-clang test-arm64 test-musl build build-clang arm64 musl package \
-  stages interface format lint clean
+  stages docs interface format lint clean
 
 help:
 	@echo "make demo         run the library inside a simulated gateway and watch it apply settings"
@@ -20,6 +20,7 @@ help:
 	@echo "make stages       what the stages of the last make test or test-all took, into CONTRIBUTING.md"
 	@echo "make build        build the library, the simulated gateway, the tool and the examples into build/release"
 	@echo "make arm64        the same and the tests for the gateway's processor, into build/arm64; sizes, and what it needs"
+	@echo "make docs         the reference to browse, into build/docs/html: header, settings, documents, manual pages"
 	@echo "make interface    describe the binary interface anew, after a change of it that is meant"
 	@echo "make format       format the sources"
 	@echo "make lint         check the format, build with clang, run clang-tidy and cppcheck"
@@ -122,6 +123,10 @@ package:
 	@scripts/setup.sh package
 	@$(MAKE) -s --no-print-directory build/release/build.ninja build/arm64/build.ninja
 	scripts/package.sh build/release build/arm64
+
+docs:
+	@scripts/setup.sh docs
+	docs/build.sh
 
 interface:
 	@scripts/setup.sh test

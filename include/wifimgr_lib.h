@@ -3,14 +3,20 @@
  * A management process links it to read and change both radios' settings, to bring the running driver in line with
  * them, and to query driver and board. The usual life of such a process, for one band:
  *
+ *   const char* script = "/etc/Wireless/RT2860AP/WLAN_exec.sh";   5G: RT2860AP_AC
  *   wifimgr_lib_init(0);                                 load the band's dat file into the shared store
  *   wifimgr_lib_wifi_config_oper(0, 0);                  remember what is in force
- *   wifimgr_lib_set_channel(0, -1, "6");                 change settings in the store
+ *   wifimgr_lib_set_ssid(0, 1, "Living Room");           change settings in the store
+ *   wifimgr_lib_set_channel(0, -1, "6");
  *   wifimgr_lib_check_wifi_value_befor_write_dat(0);     make dependent settings consistent
  *   switch (wifimgr_lib_wifi_config_oper(0, 1)) {        how heavy is the change?
- *     case 0: break;                                     nothing that is watched: still unsaved, save or commit it
+ *     case 0: wifimgr_lib_save_dataFile(0); break;       nothing that is watched: write the file
  *     case 1: wifimgr_lib_commit(0, 1); break;           write the file, restart the interfaces
  *     case 2: wifimgr_lib_save_dataFile(0); break;       SSID count or hardware NAT: write the file, then reboot
+ *   }
+ *   for (number = 0; number < ssid_count; ++number) {    names, keys and security reach the radio by the script alone
+ *     wifimgr_lib_write_wifi_execute_sh(0, number);
+ *     wifimgr_lib_execute_wlan_script(0, script);        5G: wifimgr_lib_set_11AC_CMDflag(1) before
  *   }
  *   wifimgr_lib_wifi_config_oper(0, 0);                  remember what is in force now
  *
@@ -22,8 +28,10 @@
  * Indexes    -1 addresses a band-wide value, 1 to 8 the value of that SSID.
  * Results    0 for success and 1 for failure, unless stated. A failure leaves the store as it was and outputs
  *            untouched, unless stated. Results never depend on tracing.
- * Buffers    The caller owns every buffer. Getters want 151 bytes or more and write 150, the stored line end
- *            included; callers pass WIFIMGR_VALUE_SIZE. Texts given to setters are copied, cut to 149 characters.
+ * Buffers    The caller owns every buffer. Getters of settings want 151 bytes or more and write 150, the stored line
+ *            end included; those of a key per SSID (SSID1, WPAPSK2, ...) take any length and write all of it, and a
+ *            buffer that the value fills gets no NUL. Callers pass WIFIMGR_VALUE_SIZE to both. Texts given to setters
+ *            are copied, cut to 149 characters.
  * Null       A null pointer is a failure (1 unless stated, nothing touched); predicates answer as for invalid text.
  * Blocking   Functions that use the store wait while another process holds the band's semaphore; a signal ends the
  *            wait as a failure. Nothing here allocates memory that a caller must free, except os_zalloc.
@@ -36,10 +44,21 @@
  *   are gone. A process that only wants to see or change the live store attaches the segment itself (shmget with key
  *   0x12345 for 2.4G, 0x12346 for 5G, then shmat) and stores the address in shm_addr_2_4g or shm_addr_5g instead.
  *   Before it detaches it again it stores null there.
- * - The first load of a process sets the band's lock free whoever holds it; until that holder has given it back too,
- *   two processes may be inside. Later loads of the process, and of its forked children, wait for the lock instead.
- * - A store whose dat file has outgrown the existing segment cannot be initialised: remove the segment first (ipcrm
- *   -M 0x12345 or 0x12346).
+ * - The first load of a process sets the band's lock free whoever holds it. That holder then gives back what is free
+ *   already, and as long as it lives any two processes may be inside at once. Later loads of the process, and of its
+ *   forked children, wait for the lock instead. One process initialises, and never while others use the band: beside
+ *   a save, what is written is a part-loaded store, for good.
+ * - A store whose dat file has outgrown the existing segment cannot be initialised by a process that has not loaded it
+ *   before: remove the segment first (ipcrm -M 0x12345 or 0x12346). A process that loads again, after
+ *   wifimgr_lib_set_wifi_path too, reads only as many lines as it has made room for, answers 0, and the next save
+ *   destroys the rest of the file. The way round: init_shm before wifimgr_lib_init, or a new process.
+ * - What failed in init_shm once (semget, shmat), or lost its semaphore or segment since, is not made again by
+ *   wifimgr_lib_init in the same process: call init_shm first, or start anew.
+ * - A save empties the file before it waits for the lock: a signal that ends the wait leaves the file empty until the
+ *   save is called again.
+ * - A value has 149 characters at most, lists too, and what is longer is cut without a word: of nine addresses in an
+ *   access list the last is lost.
+ * - A line of 185 characters and its line end loads, and can never be saved.
  * - Saving writes what the store holds: comments and blank lines of the file are gone, and so is everything behind
  *   the SSID count (fields, and keys such as SSID5 with 4 SSIDs).
  * - A shared key is written up to its first empty field. Setting an SSID's value to "" therefore drops the values of
@@ -50,8 +69,11 @@
  *   and a line "=", at which the next load stops. What stands behind it is lost at the save after that, and a CR/LF
  *   file no longer initialises.
  * - The value of the last SSID of a shared key ends in the file's line end until it is set.
- * - "WPA3-192Bit" becomes "WPA3-192" in the normalisation, which a second normalisation takes for an open network:
- *   set the authentication mode before each apply.
+ * - An authentication mode that is not spelt as the table at wifimgr_lib_set_authMode has it opens the network.
+ * - The normalisation is not to be called twice: it makes "WPA3-192" of "WPA3-192Bit", which a second one takes for an
+ *   open network, and the second one also takes 802.1X off a WEP SSID with RADIUS. Set the authentication mode before
+ *   each apply.
+ * - An SSID that becomes open in the normalisation loses passphrase, WEP keys and cipher in the store.
  * - WDS keys of links 2 to 4 are written to field 1 of their key but read from field 2 to 4.
  */
 #ifndef WIFIMGR_LIB_H
@@ -72,18 +94,20 @@
 extern "C" {
 #endif
 
+/* ---- Sizes and records ------------------------------------------------------------------------------------------- */
+
 #define WIFIMGR_KEY_SIZE 36       /* a key: 35 characters and a NUL */
 #define WIFIMGR_FIELD_SIZE 150    /* a value field: 149 characters and a NUL */
 #define WIFIMGR_FIELDS 8          /* value fields of an attribute, one per SSID */
 #define WIFIMGR_VALUE_SIZE 160    /* what callers give getters */
 #define WIFIMGR_DAT_LINE_SIZE 186 /* a line of a dat file: 185 characters and a NUL */
-#define WIFIMGR_DAT_PATH_SIZE 512
+#define WIFIMGR_DAT_PATH_SIZE 512 /* the path of a dat file with its NUL */
 
 /* One attribute, as it lies in a band's shared-memory segment: 1236 bytes. An empty field begins with NUL; the first
  * record with an empty key ends the table. */
 typedef struct wifimgr_attr_record {
-  char key[WIFIMGR_KEY_SIZE];
-  char field[WIFIMGR_FIELDS][WIFIMGR_FIELD_SIZE];
+  char key[WIFIMGR_KEY_SIZE];                     /* as in front of the "=" */
+  char field[WIFIMGR_FIELDS][WIFIMGR_FIELD_SIZE]; /* of SSID 1 to 8; a band-wide value is the first */
 } wifimgr_attr_record;
 
 /* The common type of all setters that take band, index and value. */
@@ -165,7 +189,8 @@ WIFIMGR_API int semaphore_v(int semid);
 
 /* Creates or attaches the band's segment (permissions 0666, large enough for its dat file) and semaphore, sets the
  * semaphore free whoever holds it, and clears what its dat file needs of the segment. Called again it attaches anew.
- * Without a dat file it attaches an existing segment and clears nothing.
+ * Without a dat file it attaches an existing segment and clears as many records as this process has ever counted in
+ * its dat files: none in a new process.
  * Refusals: "The wifi_type is wrong.", "Create share memory failed." (also for an existing segment that is too small,
  * and without dat file and segment), "Attach share memory failed.", "semget failed.", "Set sem value failed.",
  * "p operation failed.", "v operation failed."; a failure of a later step leaves what the earlier ones did. */
@@ -258,7 +283,8 @@ WIFIMGR_API int doCmdWrite(const char* path, const char* text);
  * never clears one.
  * flags  7 characters, set to '0' by the caller.
  * count  not used.
- * Runs "cat /proc/bus/pci/devices > /tmp/devices". Refusal: "Open the file /tmp/devices failed.". */
+ * Runs "cat /proc/bus/pci/devices > /tmp/devices" and reads that, which is what another user planted there when the
+ * command could not write it. Refusal: "Open the file /tmp/devices failed.". */
 WIFIMGR_API int parse_driver(char* flags, int count);
 
 /* ---- Writing the dat file ---------------------------------------------------------------------------------------- */
@@ -284,7 +310,7 @@ WIFIMGR_API int merge_para(wifimgr_attr_record* rec, char* out, int count);
  * returns 0; otherwise 1. */
 WIFIMGR_API int get_attr_num(const char* key, const char* line, unsigned* num);
 
-/* The same for the families numbered from 0: AccessPolicy and AccessControlList. */
+/* get_attr_num for the families numbered from 0: AccessPolicy and AccessControlList. */
 WIFIMGR_API int get_attr_num_extended(const char* key, const char* line, unsigned* num);
 
 /* ---- Checks of value texts --------------------------------------------------------------------------------------- */
@@ -342,18 +368,26 @@ WIFIMGR_API uint64_t wifimgr_lib_set_bssidNum(uint32_t wifi_type, int32_t index,
 WIFIMGR_API int wifimgr_lib_get_reloadFlag(uint32_t wifi_type, char* buf, uint32_t len);
 WIFIMGR_API int wifimgr_lib_set_reloadFlag(uint32_t wifi_type, const char* value);
 
-/* CountryRegion: regulatory region of 2.4G. Only band 0: the getter refuses others with "The wifi type should be 0.",
- * the setter with "The input parameter is invalid.". Accepts digits, 0 to 7, 31, 32 or 33. */
+/* CountryRegion: regulatory region of 2.4G. Accepts digits, 0 to 7, 31, 32 or 33. Only band 0: the getter refuses
+ * others with "The wifi type should be 0.", the setter, before it looks at the index, with "The input parameter is
+ * invalid.", which is its refusal of a value too. */
 WIFIMGR_API int wifimgr_lib_get_countryRegion(int wifi_type, int index, char* buf, unsigned len);
 WIFIMGR_API uint64_t wifimgr_lib_set_countryRegion(uint32_t wifi_type, int32_t index, const char* value);
 
-/* CountryRegionABand: regulatory region of 5G. Only band 1, "The wifi type should be 1."; accepts digits, 0 to 14. */
+/* CountryRegionABand: regulatory region of 5G. Accepts digits, 0 to 14. Only band 1: the getter refuses others with
+ * "The wifi type should be 1.", the setter, before it looks at the index, with "The input parameter is invalid.", which
+ * is its refusal of a value too. */
 WIFIMGR_API int wifimgr_lib_get_countryRegionABand(int wifi_type, int index, char* buf, unsigned len);
 WIFIMGR_API uint64_t wifimgr_lib_set_countryRegionABand(uint32_t wifi_type, int32_t index, const char* value);
 
 /* WirelessMode: accepts digits ("The WirelessMode value should be DEC num.") and one of 0, 1, 3 to 10, 16 on 2.4G
  * ("The WirelessMode value for 2.4G is invalid."), of 2, 3, 5, 8, 10, 11, 14, 15, 17 on 5G ("The WirelessMode value
- * for 5G is invalid."). */
+ * for 5G is invalid."). What a number means is the driver's:
+ *
+ *   2.4G alone  0 802.11b/g    1 b only   4 g only   6 n only  7 g/n  9 b/g/n  16 b/g/n/ax
+ *   5G alone    2 802.11a      11 n only  14 a/n/ac  15 n/ac   17 a/n/ac/ax
+ *   both        3 802.11a/b/g  5 a/b/g/n  8 a/n      10 a/g/n
+ */
 WIFIMGR_API int wifimgr_lib_get_wirelessMode(int wifi_type, int index, char* buf, unsigned len);
 WIFIMGR_API uint64_t wifimgr_lib_set_wirelessMode(uint32_t wifi_type, int32_t index, const char* value);
 
@@ -368,13 +402,13 @@ WIFIMGR_API int wifimgr_lib_get_HT_GI(int wifi_type, int index, char* buf, unsig
 WIFIMGR_API uint64_t wifimgr_lib_set_HT_GI(uint32_t wifi_type, int32_t index, const char* value);
 
 /* VHT_BW: accepts digits, 0 to 3 ("The VHT_BW value should be from 0 to 3."), and writes the value once per SSID,
- * joined by ";", into field 1; as many whole values as stay below 159 characters. The fields 2 to 8 that the file had
- * stay and are saved behind it. 1 when the SSID count cannot be read. */
+ * joined by ";", into field 1; as many whole values as stay below 159 characters, of which the store keeps 149. The
+ * fields 2 to 8 that the file had stay and are saved behind it. 1 when the SSID count cannot be read. */
 WIFIMGR_API int wifimgr_lib_get_VHT_BW(int wifi_type, int index, char* buf, unsigned len);
 WIFIMGR_API uint64_t wifimgr_lib_set_VHT_BW(uint32_t wifi_type, int32_t index, const char* value);
 
-/* VHT_SGI: accepts digits, 0 or 1 ("The VHT_SGI value should be between 0 to 1."); written like VHT_BW, cut at 159
- * characters. */
+/* VHT_SGI: accepts digits, 0 or 1 ("The VHT_SGI value should be between 0 to 1."); written as
+ * wifimgr_lib_set_VHT_BW does, but cut at 149 characters. */
 WIFIMGR_API int wifimgr_lib_get_VHT_SGI(int wifi_type, int index, char* buf, unsigned len);
 WIFIMGR_API uint64_t wifimgr_lib_set_VHT_SGI(uint32_t wifi_type, int32_t index, const char* value);
 
@@ -442,7 +476,8 @@ WIFIMGR_API uint64_t wifimgr_lib_set_disableOLBC(uint32_t wifi_type, int32_t ind
 WIFIMGR_API int wifimgr_lib_get_txPreamble(int wifi_type, int index, char* buf, unsigned len);
 WIFIMGR_API uint64_t wifimgr_lib_set_txPreamble(uint32_t wifi_type, int32_t index, const char* value);
 
-/* TxBurst: TX burst. Accepts digits, 0 to 1. Refusal: "The TxBurst value is invalid.". */
+/* TxBurst: TX burst. Accepts digits, 0 to 1. Refusal: "The TxBurst value is invalid.". The normalisation makes it "1"
+ * on both bands. */
 WIFIMGR_API int wifimgr_lib_get_txBurst(int wifi_type, int index, char* buf, unsigned len);
 WIFIMGR_API uint64_t wifimgr_lib_set_txBurst(uint32_t wifi_type, int32_t index, const char* value);
 
@@ -450,7 +485,7 @@ WIFIMGR_API uint64_t wifimgr_lib_set_txBurst(uint32_t wifi_type, int32_t index, 
 WIFIMGR_API int wifimgr_lib_get_pktAggregate(int wifi_type, int index, char* buf, unsigned len);
 WIFIMGR_API uint64_t wifimgr_lib_set_pktAggregate(uint32_t wifi_type, int32_t index, const char* value);
 
-/* TurboRate: Turbo rate. Accepts digits, from 0. Refusal: "The TurboRate value is invalid.". */
+/* TurboRate: Turbo rate. Accepts digits, 0 to 2147483647. Refusal: "The TurboRate value is invalid.". */
 WIFIMGR_API int wifimgr_lib_get_turboRate(int wifi_type, int index, char* buf, unsigned len);
 WIFIMGR_API uint64_t wifimgr_lib_set_turboRate(uint32_t wifi_type, int32_t index, const char* value);
 
@@ -495,8 +530,8 @@ WIFIMGR_API uint64_t wifimgr_lib_set_AMSDU_NUM(uint32_t wifi_type, int32_t index
 WIFIMGR_API int wifimgr_lib_get_DscpPriMapEnable(int wifi_type, int index, char* buf, unsigned len);
 WIFIMGR_API uint64_t wifimgr_lib_set_DscpPriMapEnable(uint32_t wifi_type, int32_t index, const char* value);
 
-/* HT_OpMode: HT operating mode. Accepts digits, 0 to 1. Refusal: "The HT_OpMode value is
- * invalid.". */
+/* HT_OpMode: HT operating mode. Accepts digits, 0 to 1. Refusal: "The HT_OpMode value is invalid.". The normalisation
+ * overwrites it: on 2.4G "1" in wireless modes 0, 1, 7, 9 and 16 and "0" in others, on 5G always "0". */
 WIFIMGR_API int wifimgr_lib_get_HT_OpMode(int wifi_type, int index, char* buf, unsigned len);
 WIFIMGR_API uint64_t wifimgr_lib_set_HT_OpMode(uint32_t wifi_type, int32_t index, const char* value);
 
@@ -604,7 +639,7 @@ WIFIMGR_API uint64_t wifimgr_lib_set_ETxBfIncapable(uint32_t wifi_type, int32_t 
  * "The MUTxRxEnable value is invalid.". */
 WIFIMGR_API uint64_t wifimgr_lib_set_MUTxRxEnable(uint32_t wifi_type, int32_t index, const char* value);
 
-/* StaNumDetect: Station count detection. Accepts digits, from 0. Another index: "The ssid index is invalid.".
+/* StaNumDetect: Station count detection. Accepts digits, 0 to 2147483647. Another index: "The ssid index is invalid.".
  * Refusal: "The StaNumDetect value is invalid.". */
 WIFIMGR_API uint64_t wifimgr_lib_set_StaNumDetect(uint32_t wifi_type, int32_t index, const char* value);
 
@@ -750,12 +785,12 @@ WIFIMGR_API uint64_t wifimgr_lib_set_apsdCapable(uint32_t wifi_type, int32_t ssi
 WIFIMGR_API uint64_t wifimgr_lib_get_igmpSnEnable(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
 WIFIMGR_API uint64_t wifimgr_lib_set_igmpSnEnable(uint32_t wifi_type, int32_t ssid_index, const char* value);
 
-/* FixedTxMode: Fixed TX mode. Accepts digits, 0 to 2. Refusal: "The FixedTxMode value should
- * be between 0 and 2.". */
+/* FixedTxMode: Fixed TX mode: 0 none, 1 CCK, 2 OFDM. Accepts digits, 0 to 2. Refusal: "The FixedTxMode value should be
+ * between 0 and 2.". The normalisation overwrites it, see update_fixedTxMode; on 5G it is "0" then. */
 WIFIMGR_API uint64_t wifimgr_lib_get_fixedTxMode(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
 WIFIMGR_API uint64_t wifimgr_lib_set_fixedTxMode(uint32_t wifi_type, int32_t ssid_index, const char* value);
 
-/* TxRate: Fixed TX rate. Accepts digits, from 0. Refusal: "The TxRate value is invalid.". */
+/* TxRate: Fixed TX rate. Accepts digits, 0 to 2147483647. Refusal: "The TxRate value is invalid.". */
 WIFIMGR_API uint64_t wifimgr_lib_get_txRate(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
 WIFIMGR_API uint64_t wifimgr_lib_set_txRate(uint32_t wifi_type, int32_t ssid_index, const char* value);
 
@@ -781,7 +816,27 @@ WIFIMGR_API uint64_t wifimgr_lib_set_ApCliMac_Manual_Flag(uint32_t wifi_type, in
  * "Please input correct MacAddress, such as 00:1a:22:aa:dc:a1.". */
 WIFIMGR_API uint64_t wifimgr_lib_set_ApCliMac_Manual(uint32_t wifi_type, int32_t ssid_index, const char* value);
 
-/* AuthMode: Authentication mode. Accepts any text. */
+/* AuthMode: Authentication mode. Accepts any text. These spellings, exactly so, secure a network:
+ *
+ *   Spelling          Kind         In the store after the normalisation
+ *   WPAPSK            personal     WPAPSK
+ *   WPA2PSK           personal     WPA2PSK
+ *   WPAPSKWPA2PSK     personal     WPAPSKWPA2PSK
+ *   WPA3PSK           personal     WPA3PSK
+ *   WPA2PSKWPA3PSK    personal     WPA2PSKWPA3PSK
+ *   WPA               enterprise   WPA
+ *   WPA2              enterprise   WPA2
+ *   WPA1WPA2          enterprise   WPA1WPA2
+ *   WPA3              enterprise   WPA3
+ *   WPA3-192Bit       enterprise   WPA3-192
+ *   WEP               WEP          WEPAUTO
+ *   WEPRadius         WEP          WEPAUTO
+ *   OPEN              open         OPEN
+ *
+ * Whatever has "WEP" in it is WEP, with 802.1X when it has "Radius" in it too. Any other spelling opens the network
+ * in the normalisation, without a word: "WPA1PSKWPA2PSK" (as the driver's survey prints it), "WPA2-PSK", "WPA3SAE",
+ * "wpa2psk". Then AuthMode is OPEN, EncrypType NONE, DefaultKeyID, passphrase, WEP keys and their types "0". Personal
+ * modes use WPAPSK, enterprise modes the RADIUS settings; EncrypType is the caller's choice with both. */
 WIFIMGR_API uint64_t wifimgr_lib_get_authMode(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
 WIFIMGR_API uint64_t wifimgr_lib_set_authMode(uint32_t wifi_type, int32_t ssid_index, const char* value);
 
@@ -790,12 +845,13 @@ WIFIMGR_API uint64_t wifimgr_lib_set_authMode(uint32_t wifi_type, int32_t ssid_i
 WIFIMGR_API uint64_t wifimgr_lib_get_encrypType(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
 WIFIMGR_API uint64_t wifimgr_lib_set_encrypType(uint32_t wifi_type, int32_t ssid_index, const char* value);
 
-/* WEPAuthType: WEP authentication type. Accepts any text. */
+/* WEPAuthType: WEP authentication type, such as "OpenSystem". Accepts any text. Only stored, for the driver's next
+ * start: normalisation and execute script make every WEP SSID "WEPAUTO", whatever stands here. */
 WIFIMGR_API uint64_t wifimgr_lib_get_wepAuthType(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
 WIFIMGR_API uint64_t wifimgr_lib_set_wepAuthType(uint32_t wifi_type, int32_t ssid_index, const char* value);
 
 /* IEEE8021X: 802.1X. Accepts "0" or "1", nothing else. Refusal: "The IEEE8021X value is invalid.\nPlease input 0 or
- * 1.". */
+ * 1.". The normalisation overwrites it by the authentication mode, but for personal modes and OPEN. */
 WIFIMGR_API uint64_t wifimgr_lib_get_ieee8021x(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
 WIFIMGR_API uint64_t wifimgr_lib_set_ieee8021x(uint32_t wifi_type, int32_t ssid_index, const char* value);
 
@@ -804,7 +860,8 @@ WIFIMGR_API uint64_t wifimgr_lib_set_ieee8021x(uint32_t wifi_type, int32_t ssid_
 WIFIMGR_API uint64_t wifimgr_lib_get_WPAPSK(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
 WIFIMGR_API uint64_t wifimgr_lib_set_WPAPSK(uint32_t wifi_type, int32_t ssid_index, const char* value);
 
-/* DefaultKeyID: WEP key in use. Accepts digits, 0 to 4. Refusal: "The DefaultKeyID value is invalid.". */
+/* DefaultKeyID: WEP key in use. Accepts digits, 0 to 4. Refusal: "The DefaultKeyID value is invalid.". The
+ * normalisation makes it "2" for WPA modes and "0" for OPEN. */
 WIFIMGR_API uint64_t wifimgr_lib_get_defaultKeyID(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
 WIFIMGR_API uint64_t wifimgr_lib_set_defaultKeyID(uint32_t wifi_type, int32_t ssid_index, const char* value);
 
@@ -854,7 +911,8 @@ WIFIMGR_API uint64_t wifimgr_lib_get_accessPolicy(uint32_t wifi_type, int32_t ss
 WIFIMGR_API uint64_t wifimgr_lib_set_accessPolicy(uint32_t wifi_type, int32_t ssid_index, const char* value);
 
 /* AccessControlList%d (a key per SSID, numbered from 0: SSID 1 has number 0): MAC addresses of the access policy,
- * ";"-separated. Accepts any text. */
+ * ";"-separated; the store keeps 149 characters, eight addresses. Accepts any text. The execute script carries only the
+ * first to the driver: at the ";" a shell begins another command. */
 WIFIMGR_API uint64_t wifimgr_lib_get_accessControlList(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
 WIFIMGR_API uint64_t wifimgr_lib_set_accessControlList(uint32_t wifi_type, int32_t ssid_index, const char* value);
 
@@ -863,13 +921,14 @@ WIFIMGR_API uint64_t wifimgr_lib_set_accessControlList(uint32_t wifi_type, int32
 WIFIMGR_API uint64_t wifimgr_lib_get_wscDefaultSSID(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
 WIFIMGR_API uint64_t wifimgr_lib_set_wscDefaultSSID(uint32_t wifi_type, int32_t ssid_index, const char* value);
 
-/* WscConfMode: WPS mode. */
+/* WscConfMode: WPS mode: 0 off, else the sum of 1 (enrollee), 2 (proxy) and 4 (registrar). The WPS actions work in 1, 2
+ * and 7 alone. Written by wifimgr_lib_set_wscConfMode. */
 WIFIMGR_API uint64_t wifimgr_lib_get_wscConfMode(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
 
-/* WscConfStatus: WPS configuration state. */
+/* WscConfStatus: WPS configuration state: 1 unconfigured, 2 configured. Written by wifimgr_lib_set_wscConfStatus. */
 WIFIMGR_API uint64_t wifimgr_lib_get_WscConfStatus(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
 
-/* WscV2Support: WPS 2.0; a change of SSID 1 is watched. */
+/* WscV2Support: WPS 2.0; a change of SSID 1 is watched. Written by wifimgr_lib_set_wscV2Support. */
 WIFIMGR_API uint64_t wifimgr_lib_get_wscV2Support(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
 
 /* HT_MCS: accepts digits, 0 to 15, 32 or 33 ("The HT_MCS value is invalid."), and only while the stored WirelessMode
@@ -890,7 +949,8 @@ WIFIMGR_API uint64_t wifimgr_lib_get_keyStr(uint32_t wifi_type, int32_t ssid_ind
 WIFIMGR_API uint64_t wifimgr_lib_set_keyStr(uint32_t wifi_type, int32_t ssid_index, int32_t key_number,
                                             const char* value);
 
-/* The same with the key number in the name: 0, or 1 when the general function fails. */
+/* wifimgr_lib_get_keyType, wifimgr_lib_set_keyType, wifimgr_lib_get_keyStr and wifimgr_lib_set_keyStr with the key
+ * number in the name: 0, or 1 when that function fails. */
 WIFIMGR_API uint64_t wifimgr_lib_get_key1Type(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
 WIFIMGR_API uint64_t wifimgr_lib_get_key2Type(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
 WIFIMGR_API uint64_t wifimgr_lib_get_key3Type(uint32_t wifi_type, int32_t ssid_index, char* buf, uint32_t len);
@@ -913,7 +973,7 @@ WIFIMGR_API uint64_t wifimgr_lib_set_key4Str(uint32_t wifi_type, int32_t ssid_in
  * Band-wide, kept whole: exactly four numbers joined by ";", one per access category in the driver's order, such as
  * "3;7;1;1". No range is checked. The setter looks at the value (check_para_valid, then a plain fail exit) before the
  * index ("The ssid index here should be -1."); the getter refuses another index than -1 with "The index should be -1."
- * unless stated. The whole list replaces the stored one, exactly as given. */
+ * unless stated. The whole list replaces the stored one as it is given, up to 149 characters. */
 
 /* APAifsn: the access point's AIFSN. */
 WIFIMGR_API int wifimgr_lib_get_apAifsn(uint32_t wifi_type, int32_t index, char* buf, uint32_t len);
@@ -961,7 +1021,7 @@ WIFIMGR_API uint64_t wifimgr_lib_set_ackPolicy(uint32_t wifi_type, int32_t index
 
 /* ---- WDS settings ------------------------------------------------------------------------------------------------
  *
- * Four links per band. Getters and setters follow the band-wide ones. */
+ * Four links per band. Indexes, buffers and refusals are those of the band-wide settings. */
 
 /* WdsEnable: exactly one digit, 0 off or 1 to 4 the mode. Refusal: "Please input value from 0 to
  * 4(0:disable;1-4:diffrent modes,recommend 1).". */
@@ -1005,12 +1065,13 @@ WIFIMGR_API int wdskey_check_for_wep(int length, const char* key);
  * library holds no values and never walks them. A record with an empty name ends each table; its setter is null, as is
  * that of a key that cannot be written. */
 
-#define WIFIMGR_TABLE_NAME_SIZE 64
-#define WIFIMGR_ATTR_NAME_SIZE 20
+#define WIFIMGR_TABLE_NAME_SIZE 64 /* the name in a record of a table */
+#define WIFIMGR_ATTR_NAME_SIZE 20  /* a name of wlan_script_com_attr */
 
+/* A dat key and what writes it. */
 typedef struct wifimgr_key_setter {
   char name[WIFIMGR_TABLE_NAME_SIZE]; /* padded with NUL */
-  wifimgr_setter_t setter;
+  wifimgr_setter_t setter;            /* null where nothing writes the key */
 } wifimgr_key_setter;
 
 /* Band-wide keys with defaults: 54 on 2.4G, 63 on 5G. RekeyInterval and RekeyMethod among them are per SSID. */
@@ -1045,12 +1106,18 @@ WIFIMGR_API int wifimgr_lib_get_wlan_script_attr(char (*out)[WIFIMGR_ATTR_NAME_S
 
 /* ---- Process-wide flags and fixed answers ------------------------------------------------------------------------
  *
- * Process memory; none of these traces. Functions that take anything ignore it, do nothing and return 0. */
+ * Process memory; none of these traces. */
 
+/* What takes anything: callers pass what they always passed, or nothing. C before C23 says so by a declaration without
+ * a prototype, which -Wstrict-prototypes is not to report here. */
 #if defined(__cplusplus) || (defined(__STDC_VERSION__) && __STDC_VERSION__ >= 202311L)
 #define WIFIMGR_ANYTHING ...
+#define WIFIMGR_ANYTHING_BEGIN
+#define WIFIMGR_ANYTHING_END
 #else
 #define WIFIMGR_ANYTHING
+#define WIFIMGR_ANYTHING_BEGIN _Pragma("GCC diagnostic push") _Pragma("GCC diagnostic ignored \"-Wstrict-prototypes\"")
+#define WIFIMGR_ANYTHING_END _Pragma("GCC diagnostic pop")
 #endif
 
 /* Command flags of this process, -1 until set. The getters return 0 while they are -1; the setters return 0. The 5G
@@ -1065,18 +1132,21 @@ WIFIMGR_API int wifimgr_lib_set_11AC_CMDflag(uint32_t value);
 /* Always 1. */
 WIFIMGR_API int wifimgr_lib_get_wlan_igmp_snooping_support(void);
 
+/* Take anything, do nothing and return 0. */
+WIFIMGR_ANYTHING_BEGIN
 WIFIMGR_API int wifimgr_lib_set_AP2040Rescan(WIFIMGR_ANYTHING);
 WIFIMGR_API int wifimgr_lib_get_max_sta_num_ui(WIFIMGR_ANYTHING);
+WIFIMGR_API int wifimgr_lib_set_ixia5gflag(WIFIMGR_ANYTHING);
+WIFIMGR_API int wifimgr_lib_check_wifi_ixia_test(WIFIMGR_ANYTHING);
+WIFIMGR_API int wifimgr_lib_set_needRebootFlag(WIFIMGR_ANYTHING);
+WIFIMGR_ANYTHING_END
 
 /* Stores `value` in the caller's variable; nothing for a null pointer. Returns 0. */
 WIFIMGR_API int wifimgr_lib_set_iswps5gstart_val(uint32_t* variable, uint32_t value);
 
-/* A flag that nothing in the library changes: -1. */
+/* A flag that nothing in the library changes, wifimgr_lib_set_ixia5gflag neither, and its value: -1. */
 WIFIMGR_API extern int32_t ixia5gflag;
 WIFIMGR_API int32_t wifimgr_lib_get_ixia5gflag(void);
-WIFIMGR_API int wifimgr_lib_set_ixia5gflag(WIFIMGR_ANYTHING);
-WIFIMGR_API int wifimgr_lib_check_wifi_ixia_test(WIFIMGR_ANYTHING);
-WIFIMGR_API int wifimgr_lib_set_needRebootFlag(WIFIMGR_ANYTHING);
 
 /* Texts of this platform, cut to `size` bytes with their NUL: "/proc/zq2810/wlan_button", ".../wps_button",
  * ".../wps_5g_button", ".../wlan11ac_button"; "3", the way of selecting a channel automatically; "0", the 802.1X
@@ -1088,10 +1158,12 @@ WIFIMGR_API int wifimgr_lib_get_WLAN11AC_BUTTON_PATH(char* out, int size);
 WIFIMGR_API int wifimgr_lib_get_CHANNEL_SELECT_DEF(char* out, int size);
 WIFIMGR_API int wifimgr_lib_get_IEEE8021X_VAL(char* out, int size);
 
-/* The same, "MbssMaxStaNum"; for another band `out` stays untouched. */
+/* The text "MbssMaxStaNum", written as wifimgr_lib_get_WLAN_BUTTON_PATH writes; for another band `out` stays untouched.
+ */
 WIFIMGR_API int wifimgr_lib_get_WLAN_MAX_STA_NUM_NAME(int wifi_type, char* out, int size);
 
-/* The same, "N/A"; the first leaves `dst` untouched for another band. */
+/* The text "N/A", written as wifimgr_lib_get_WLAN_BUTTON_PATH writes; wifimgr_lib_is_WHNAT_support leaves `dst`
+ * untouched for another band. */
 WIFIMGR_API int wifimgr_lib_is_WHNAT_support(uint32_t wifi_type, char* dst, int32_t size);
 WIFIMGR_API int wifimgr_lib_is_Tx_Rx_Stream_support(char* dst, int32_t size);
 
@@ -1102,45 +1174,45 @@ WIFIMGR_API int wifimgr_lib_get_img_commit_flag_offset(uint32_t* value);
 
 /* ---- Change detection -------------------------------------------------------------------------------------------- */
 
-/* What was in force when a band's snapshot was taken: 432 bytes, packed, integers in native byte order, texts padded
- * with NUL. Both bands have the same layout; each fills its own country field. */
+/* What was in force when a band's snapshot was taken, by dat key: 432 bytes, packed, integers in native byte order,
+ * texts padded with NUL. Both bands have the same layout; each fills its own country field. */
 typedef struct wifimgr_band_snapshot {
-  char prefix[16]; /* of the interface names: "ra" or "rai" */
-  int32_t bss_count;
-  int32_t whnat;
-  int32_t channel;
-  int32_t country_region;        /* 2.4G */
-  int32_t country_region_a_band; /* 5G */
-  int32_t beacon_period;
-  int32_t dtim_period;
-  int32_t ht_tx_stream;
-  int32_t ht_rx_stream;
-  int32_t ht_bss_coexistence;
-  int32_t wireless_mode;
-  int32_t ht_extcha;
-  int32_t ht_bw;
-  int32_t ht_gi;
-  int32_t vht_bw;  /* 5G */
-  int32_t vht_sgi; /* 5G */
-  int32_t tx_power;
-  int32_t mu_ofdma_dl_enable;
-  int32_t mu_ofdma_ul_enable;
-  int32_t mu_mimo_dl_enable;
-  int32_t mu_mimo_ul_enable;
-  int32_t twt_support;
-  int32_t sr_enable;
-  int32_t sr_mode;
-  int32_t srsd_enable;
-  int32_t frag_threshold;
-  uint8_t wds_enable;
-  char wds_encryp_type[32];
-  char wds_key[65]; /* of link 1 */
-  char wds_list[80];
-  char wep_key[4][27];       /* of SSID 1, only while WDS is on and SSID 1 uses WEP */
-  int32_t apsd_capable[2];   /* of SSID 1; the second number is not used */
-  int32_t wsc_v2_support[2]; /* of SSID 1; the second number is not used */
-  int32_t ssid_enable;       /* of SSID 1 */
-  char filling[6];
+  char prefix[16];               /* of the interface names: "ra" or "rai" */
+  int32_t bss_count;             /* BssidNum */
+  int32_t whnat;                 /* WHNAT */
+  int32_t channel;               /* Channel */
+  int32_t country_region;        /* CountryRegion, of 2.4G */
+  int32_t country_region_a_band; /* CountryRegionABand, of 5G */
+  int32_t beacon_period;         /* BeaconPeriod */
+  int32_t dtim_period;           /* DtimPeriod */
+  int32_t ht_tx_stream;          /* HT_TxStream */
+  int32_t ht_rx_stream;          /* HT_RxStream */
+  int32_t ht_bss_coexistence;    /* HT_BSSCoexistence */
+  int32_t wireless_mode;         /* WirelessMode */
+  int32_t ht_extcha;             /* HT_EXTCHA */
+  int32_t ht_bw;                 /* HT_BW */
+  int32_t ht_gi;                 /* HT_GI */
+  int32_t vht_bw;                /* VHT_BW, of 5G */
+  int32_t vht_sgi;               /* VHT_SGI, of 5G */
+  int32_t tx_power;              /* TxPower */
+  int32_t mu_ofdma_dl_enable;    /* MuOfdmaDlEnable */
+  int32_t mu_ofdma_ul_enable;    /* MuOfdmaUlEnable */
+  int32_t mu_mimo_dl_enable;     /* MuMimoDlEnable */
+  int32_t mu_mimo_ul_enable;     /* MuMimoUlEnable */
+  int32_t twt_support;           /* TWTSupport */
+  int32_t sr_enable;             /* SREnable */
+  int32_t sr_mode;               /* SRMode */
+  int32_t srsd_enable;           /* SRSDEnable */
+  int32_t frag_threshold;        /* FragThreshold */
+  uint8_t wds_enable;            /* WdsEnable */
+  char wds_encryp_type[32];      /* WdsEncrypType */
+  char wds_key[65];              /* Wds0Key, the key of link 1 */
+  char wds_list[80];             /* WdsList */
+  char wep_key[4][27];           /* Key1Str1 to Key4Str1, only while WDS is on and SSID 1 uses WEP */
+  int32_t apsd_capable[2];       /* APSDCapable of SSID 1; the second number is not used */
+  int32_t wsc_v2_support[2];     /* WscV2Support of SSID 1; the second number is not used */
+  int32_t ssid_enable;           /* EnableSSID of SSID 1 */
+  char filling[6];               /* not used */
 } WIFIMGR_PACKED wifimgr_band_snapshot;
 
 /* The snapshots of 2.4G and 5G: process memory, zero until taken. */
@@ -1152,8 +1224,8 @@ WIFIMGR_API extern wifimgr_band_snapshot store_global[2];
 WIFIMGR_API uint64_t wifimgr_lib_wifi_config_oper(uint32_t wifi_type, int32_t oper);
 
 /* The groups of watched settings. Each _store fills its fields of the record and returns 0; each _compare returns 0
- * when they equal the store, else the answer above. Settings that cannot be read are left alone and do not differ,
- * unless stated. A null record: 0, nothing done. */
+ * when they equal the store, else the answer of wifimgr_lib_wifi_config_oper. Settings that cannot be read are left
+ * alone and do not differ, unless stated. A null record: 0, nothing done. */
 
 /* BssidNum and WHNAT; a difference is 2. */
 WIFIMGR_API uint64_t systemreboot_store(wifimgr_band_snapshot* record, uint32_t wifi_type);
@@ -1193,21 +1265,25 @@ WIFIMGR_API uint64_t chipspecial_compare(wifimgr_band_snapshot* record, uint32_t
 
 /* Makes the band's dependent settings consistent in the store: security fields by the authentication mode of each
  * SSID; WMM, fixed TX mode, bandwidths, basic rates and HT operating mode by the wireless mode; automatic channel
- * selection by the channel; TxPower levels 1 to 6 of 2.4G to percentages. Prints on standard output when
- * WirelessMode, BssidNum or, on 2.4G, a WmmCapable cannot be read (the first two then count as 0), and when a setter
- * of update_auth_mode refuses; other failures are silent, and none stops it. Another band: nothing is done. Returns
- * 0. */
+ * selection by the channel; TxPower levels 1 to 6 of 2.4G to percentages. What callers set is overwritten: TxBurst "1"
+ * on both bands, FixedTxMode and HT_OpMode "0" on 5G, IEEE8021X and DefaultKeyID by the authentication mode
+ * (update_auth_mode), and an SSID that becomes open loses passphrase, keys and cipher. Prints on standard output when
+ * WirelessMode, BssidNum or, on 2.4G, a WmmCapable cannot be read (the first two then count as 0), and when a setter of
+ * update_auth_mode refuses; other failures are silent, and none stops it. Another band: nothing is done. Returns 0. */
 WIFIMGR_API int wifimgr_lib_check_wifi_value_befor_write_dat(uint32_t wifi_type);
 
-/* The part of it for one SSID's security: WEP modes become "WEPAUTO" with cipher WEP and key types by the keys'
- * lengths; WPA modes lose their WEP keys; "WPA3-192Bit" becomes "WPA3-192" (an SSID that has it already becomes open,
- * see above); anything else becomes "OPEN" without cipher. Prints "write_wlan_config:wifimgr_lib_set_authMode fail."
- * for a refused AuthMode, and likewise for ieee8021x, encrypType (but with the text of authMode where it becomes
- * open), keyType, defaultKeyID, WPAPSK and keyStr. */
+/* The part of wifimgr_lib_check_wifi_value_befor_write_dat for one SSID's security. The modes are those of
+ * wifimgr_lib_set_authMode. WEP becomes "WEPAUTO" with cipher WEP, 802.1X by "Radius" in the mode and key types by the
+ * keys' lengths. WPA modes lose their WEP keys and get DefaultKeyID "2", the enterprise ones 802.1X "0"; "WPA3-192Bit"
+ * becomes "WPA3-192", and an SSID that has that already becomes open. Anything else becomes "OPEN": cipher, passphrase
+ * and WEP keys are lost. Prints "write_wlan_config:wifimgr_lib_set_authMode fail." for a refused AuthMode, and the same
+ * text with ieee8021x, encrypType (but authMode where it becomes open), keyType, defaultKeyID, WPAPSK and keyStr for
+ * those. */
 WIFIMGR_API void update_auth_mode(uint32_t wifi_type, uint32_t ssid_index);
 
-/* The part of it for one SSID's FixedTxMode: "1" for wireless mode 1, "2" for mode 4, "0" for others; in mode 0 "1"
- * for a CCK rate (1, 2, 5.5, 11), "2" when it cannot be read, unchanged otherwise. */
+/* The part of wifimgr_lib_check_wifi_value_befor_write_dat for one SSID's FixedTxMode, on 2.4G: "1" for wireless mode
+ * 1, "2" for mode 4, "0" for others; in mode 0 "1" for a CCK rate (1, 2, 5.5, 11), "2" when it cannot be read,
+ * unchanged otherwise. */
 WIFIMGR_API void update_fixedTxMode(uint32_t wifi_type, uint32_t ssid_index, uint32_t wireless_mode);
 
 /* Applies the band: writes its dat file, takes its four WDS interfaces and as many BSS interfaces as pre_wlan_state
@@ -1228,12 +1304,12 @@ WIFIMGR_API int wifimgr_lib_commit(uint32_t wifi_type, int32_t ssid_index);
 
 /* A restart of a band's interfaces. */
 typedef struct wifimgr_restart_request {
-  uint32_t band;
+  uint32_t band;      /* 0 for 2.4G, 1 for 5G */
   int32_t old_count;  /* BSS interfaces that are up: 0 to old_count - 1 are taken down */
   uint32_t new_count; /* only compared with old_count, as 32-bit words */
   uint32_t up_mask;   /* bit i brings BSS interface i up; bits 0 to 7 */
   int32_t wds;        /* not 0: bring the four WDS interfaces up */
-  uint32_t spare;
+  uint32_t spare;     /* not used */
 } wifimgr_restart_request;
 
 /* Takes interfaces down and out of br-lan and brings those of the mask, and WDS, up and into it. With another count:
@@ -1243,7 +1319,7 @@ typedef struct wifimgr_restart_request {
  * null request. */
 WIFIMGR_API uint64_t wifimgr_lib_restartInterface(const wifimgr_restart_request* request);
 
-/* The same on a copy of the request. Returns 0; 1 for a null request. */
+/* wifimgr_lib_restartInterface on a copy of the request. Returns 0 whatever that returns; 1 for a null request. */
 WIFIMGR_API uint64_t wifimgr_lib_do_restartInterface(const wifimgr_restart_request* request);
 
 /* By `kind`: 1 wifimgr_lib_restartInterface. 2 takes new_count BSSs, and on 5G the four WDS interfaces, down and out
@@ -1273,7 +1349,7 @@ WIFIMGR_API uint64_t wifimgr_lib_insmod_ko(void);
 
 /* oper 0: as doWifiDownUp. oper 1: brings each BSS whose EnableSSID is 1 up and into br0, takes the others down and
  * out of it, and brings WDS up when WdsEnable is 1 (and leaves it alone otherwise); prints as doWifiDownUp. Another
- * oper does nothing; an unreadable BssidNum and another band are as there. Returns 0. */
+ * oper does nothing; an unreadable BssidNum and another band are as in doWifiDownUp. Returns 0. */
 WIFIMGR_API int wifimgr_lib_wifi_onoff(uint32_t wifi_type, uint32_t oper);
 
 /* Reboots for a changed setting: takes the bands' interfaces down with /sbin/ifconfig, stores the new value and runs
@@ -1292,7 +1368,9 @@ WIFIMGR_API int wifimgr_lib_reboot(int32_t wifi_type, uint8_t* current, uint32_t
 
 /* Writes the band's execute script, iwpriv lines with the current settings of one SSID, to
  * "/etc/Wireless/RT2860AP/WLAN_exec.sh" (2.4G) or "/etc/Wireless/RT2860AP_AC/WLAN_exec.sh" (5G), mode 0700, in place
- * of the last one. The band's snapshot must have been taken: the interface prefix comes from it.
+ * of the last one. The band's snapshot must have been taken: the interface prefix comes from it. Of an access list only
+ * the first address reaches the driver. "WPA3-192Bit", of which no normalisation has made "WPA3-192", is no mode that
+ * the script knows: the network comes up open.
  * ssid_number  0-based.
  * SSID, pre-shared key and WEP keys stand in double quotes, without a line end, with a backslash before each double
  * quote and backslash, cut to 159 characters in whole escape sequences. Everything else is written as stored. A shell
@@ -1328,7 +1406,8 @@ WIFIMGR_API int wifimgr_lib_use_global_mac(uint8_t* mac);
  *
  * Results, unless stated: 0; 1 for a wrong band or index, or a null pointer; -1 when the socket cannot be opened or
  * the driver refuses. Outputs stay untouched on failure, unless stated. The band is checked before the socket is
- * opened. Reasons marked "prints" go to standard output and leave no exit in the trace, the others go to the trace. Payloads of the caller's are not looked at: a null one is sent too, and a null interface name is the empty name. */
+ * opened. Reasons marked "prints" go to standard output and leave no exit in the trace, the others go to the trace.
+ * Payloads of the caller's are not looked at: a null one is sent too, and a null interface name is the empty name. */
 
 /* Sends any wireless request: `length` bytes at `data` for the interface `ifname` (cut to 15 characters). Returns
  * what ioctl returned; -1 with "\n===  create socket fail ===" or "\n===  ioctl open fail ===" in the trace. */
@@ -1349,7 +1428,8 @@ WIFIMGR_API int wifimgr_lib_set_OUI_FILTER(int wifi_type, void* data, uint16_t l
 /* Probe-response entries, sent as they are. 2 is a second name for 5G. A wrong band leaves the socket open: each such
  * call costs the process a descriptor; deliberate.
  * _execute  OID 0x9204 to SSID interfaces 0 to 7 in order, as far as bits 0, 1, ... of ssid_mask are set. The first
- *           clear bit ends the call with -1, as its request goes to an interface without a name; 0 only for 0xff.
+ *           clear bit ends the call with -1, as its request goes to an interface without a name; 0 only when the low
+ *           eight bits are all set.
  * _delete   OID 0x9205 to the radio. Prints "function ==> [%s]  line ==> [%d]" with 2599 and 2612 on the way and 2622
  *           after it. */
 WIFIMGR_API int wifimgr_lib_proberesp_execute(int wifi_type, void* data, uint16_t length, int ssid_mask);
@@ -1369,8 +1449,8 @@ WIFIMGR_API int wifimgr_lib_get_CHANNEL(int wifi_type, char* out);
  * "get_Noise: ioctl open fail". */
 WIFIMGR_API int wifimgr_lib_get_Noise(int wifi_type, int index, char* out);
 
-/* The load that the driver reports for the radio's channel (OID 0x0765), likewise. Refusals: "chanLoad: Create socket
- * fail", "chanLoad: ioctl open fail". */
+/* The load that the driver reports for the radio's channel (OID 0x0765), with index, buffer, results and first refusal
+ * of wifimgr_lib_get_Noise. Refusals also: "chanLoad: Create socket fail", "chanLoad: ioctl open fail". */
 WIFIMGR_API int wifimgr_lib_get_chanLoad(int wifi_type, int index, char* out);
 
 /* The load of 5G for band steering, as a signed number cut to out_size bytes. ssid_index must be 1; every band but 0
@@ -1384,11 +1464,11 @@ WIFIMGR_API int wifimgr_lib_get_CPU_TEMPERATURE(int wifi_type, uint32_t* value);
 
 /* The driver's AP count record: 80 bytes, two parts of them cleared; the meaning is the driver's. */
 typedef struct wifimgr_ap_count {
-  uint8_t head[40];
-  uint8_t cleared_40[8];
-  uint8_t middle[8];
-  uint8_t cleared_56[8];
-  uint8_t tail[16];
+  uint8_t head[40];      /* the driver's */
+  uint8_t cleared_40[8]; /* zero */
+  uint8_t middle[8];     /* the driver's */
+  uint8_t cleared_56[8]; /* zero */
+  uint8_t tail[16];      /* the driver's */
 } wifimgr_ap_count;
 
 /* Request 0x8BFC; 0 is 2.4G, every other number 5G. Returns -1 for all failures. Prints "==>getAPCount(): XXXXXX
@@ -1397,12 +1477,12 @@ WIFIMGR_API int getAPCount(int wifi_type, wifimgr_ap_count* out);
 
 /* ---- Driver: stations -------------------------------------------------------------------------------------------- */
 
-#define WIFIMGR_STATIONS 64
+#define WIFIMGR_STATIONS 64 /* room in a list of stations */
 
 /* Stations of an interface: as many MACs as `count` says are valid. 2.4G may list a station twice, hence 64. */
 typedef struct wifimgr_station_list {
-  uint64_t count;
-  uint8_t mac[WIFIMGR_STATIONS][6];
+  uint64_t count;                   /* valid addresses */
+  uint8_t mac[WIFIMGR_STATIONS][6]; /* of the stations, in the driver's order */
 } WIFIMGR_PACKED wifimgr_station_list;
 
 /* The stations of one interface (request 0x8BEF), from the driver's table of 32.
@@ -1416,7 +1496,8 @@ WIFIMGR_API void getMacEntryByIndex(wifimgr_station_list* out, unsigned index);
  * ssid_index  1 to 4.
  * mac         six bytes.
  * Return 1 for all failures. Refusals: "The ssid index should be from 1 to 4" (before the band), "getSta11kCap:
- * Create socket fail", "getSta11kCap: malloc fail", "getSta11kCap: ioctl open fail"; likewise with getSta11vCap. */
+ * Create socket fail", "getSta11kCap: malloc fail", "getSta11kCap: ioctl open fail"; wifimgr_lib_get_Sta11vCap has
+ * getSta11vCap in these. */
 WIFIMGR_API int wifimgr_lib_get_Sta11kCap(int wifi_type, int ssid_index, const uint8_t* mac, uint8_t* capable);
 WIFIMGR_API int wifimgr_lib_get_Sta11vCap(int wifi_type, int ssid_index, const uint8_t* mac, uint8_t* cap);
 
@@ -1425,14 +1506,16 @@ WIFIMGR_API int wifimgr_lib_get_Sta11vCap(int wifi_type, int ssid_index, const u
 /* Starts a partial scan in the background: "/userfs/bin/iwpriv ra0 set PartialScan=1 &" (5G rai0). */
 WIFIMGR_API int wifimgr_lib_set_PartialScan(int wifi_type);
 
+/* A neighbour as the survey would list it. */
 typedef struct wifimgr_neighbour {
-  char band[5]; /* "2.4G" or "5G" */
-  uint8_t rest[89];
+  char band[5];     /* "2.4G" or "5G" */
+  uint8_t rest[89]; /* not filled in */
 } wifimgr_neighbour;
 
+/* What wifimgr_lib_get_neighbourinfo writes: 98 bytes, packed. */
 typedef struct wifimgr_neighbour_list {
-  uint32_t count;
-  wifimgr_neighbour first;
+  uint32_t count;          /* always 0 */
+  wifimgr_neighbour first; /* at most its label is set */
 } WIFIMGR_PACKED wifimgr_neighbour_list;
 
 /* Makes the driver dump a site survey to "/tmp/site_survey_ra0" or "/tmp/site_survey_rai0", which stays. The survey
@@ -1441,26 +1524,28 @@ typedef struct wifimgr_neighbour_list {
  * wifimgr_lib_get_neighbourinfo_v1. Returns 1 for all failures. Refusal: "fp is NULL". */
 WIFIMGR_API int wifimgr_lib_get_neighbourinfo(int wifi_type, wifimgr_neighbour_list* list);
 
-#define WIFIMGR_NEIGHBOUR_TABLE_SIZE 18436
+#define WIFIMGR_NEIGHBOUR_TABLE_SIZE 18436 /* the driver's neighbour table */
 
 /* The driver's neighbour table (OID 0x0683) as it is; `buffer` of WIFIMGR_NEIGHBOUR_TABLE_SIZE bytes. Mind the order
  * of the arguments. Returns 1 for all failures. Refusals: "Create socket_id_StaRssi socket fail", "ioctl open fail".
  */
 WIFIMGR_API int wifimgr_lib_get_neighbourinfo_v1(void* buffer, int wifi_type);
 
-#define WIFIMGR_PROCESSES 8
+#define WIFIMGR_PROCESSES 8 /* most that a record of processes lists */
 
+/* A process of the WLAN service. */
 typedef struct wifimgr_process {
-  char name[16]; /* padded with NUL; 16 characters fill it without one */
-  uint32_t pid;
-  uint8_t running;
-  uint8_t filling[3];
+  char name[16];      /* padded with NUL; 16 characters fill it without one */
+  uint32_t pid;       /* its process id */
+  uint8_t running;    /* 1 while it runs */
+  uint8_t filling[3]; /* not used */
 } wifimgr_process;
 
+/* The processes of the WLAN service: 196 bytes. */
 typedef struct wifimgr_process_info {
-  uint8_t count; /* of the driver's processes, plus 1; 255 of them give 0. Only 8 are ever listed. */
-  uint8_t filling[3];
-  wifimgr_process process[WIFIMGR_PROCESSES];
+  uint8_t count;      /* of the driver's processes, plus 1; 255 of them give 0. Only 8 are ever listed. */
+  uint8_t filling[3]; /* not used */
+  wifimgr_process process[WIFIMGR_PROCESSES]; /* the service itself first */
 } wifimgr_process_info;
 
 /* The processes of the WLAN service: itself first, as "wlan.svc", when "/var/run/wlan_svc.pid" names a live process,
@@ -1509,17 +1594,18 @@ WIFIMGR_API int wifimgr_lib_get_WPS_STATUS(int wifi_type, uint16_t* status);
  * "wifimgr_lib_get_WPS_STA_MAC: Create socket fail", "wifimgr_lib_get_WPS_STA_MAC: ioctl open fail". */
 WIFIMGR_API int wifimgr_lib_get_WPS_STA_MAC(int wifi_type, char* out);
 
-#define WIFIMGR_WPS_ACCESS_ENTRIES 64
+#define WIFIMGR_WPS_ACCESS_ENTRIES 64 /* entries of a WPS access list */
 
 /* A MAC is cut at its first zero byte and filled with zeros: 00:11:22:33:44:55 reads as six zeros. Deliberate. */
 typedef struct wifimgr_wps_access_entry {
-  uint8_t mac[6];
+  uint8_t mac[6]; /* of the station */
   uint16_t value; /* the driver's */
 } wifimgr_wps_access_entry;
 
+/* The access list of an interface's WPS: 528 bytes. */
 typedef struct wifimgr_wps_access_list {
-  uint8_t header[16]; /* the driver's */
-  wifimgr_wps_access_entry entry[WIFIMGR_WPS_ACCESS_ENTRIES];
+  uint8_t header[16];                                         /* the driver's */
+  wifimgr_wps_access_entry entry[WIFIMGR_WPS_ACCESS_ENTRIES]; /* all of them; the unused are zero */
 } wifimgr_wps_access_list;
 
 /* The access list of an interface's WPS (OID 0x052A). Prints "[%s]:Create ACL socket fail", "[%s]:ioctl open fail". */
@@ -1530,7 +1616,8 @@ WIFIMGR_API int wifimgr_lib_get_WPS_ACL_INFO(int wifi_type, int ssid_index, wifi
  * The setters check value, index (1 to 8, however many SSIDs the band has) and band, in this order. Those of stored
  * keys change the store before they look at the band, as update_attr does. Then they run "/userfs/bin/iwpriv ra%d set
  * KEY=VALUE" (5G rai%d, number ssid_index - 1), the value escaped for the shell; its result is not looked at. A
- * number has nothing but digits up to the first line end; none is 0.
+ * number has nothing but digits up to the first line end; none is 0. What stands behind a line end is not looked at and
+ * is stored and sent all the same: "1\n2" passes for 1.
  * Return 0, or 1. Refusals: "The input parameter is invalid.", "The ssid index is invalid.", "The wifi type is
  * invalid.", "Set the KEY failed." when the store refuses; 1 also when the escaped value needs more than 159 characters
  * (the store is changed then). */
@@ -1544,7 +1631,8 @@ WIFIMGR_API uint64_t wifimgr_lib_set_wscMaxPinAttack(uint32_t wifi_type, int32_t
 WIFIMGR_API uint64_t wifimgr_lib_set_wscKeyASCII(uint32_t wifi_type, int32_t ssid_index, const char* value);
 WIFIMGR_API uint64_t wifimgr_lib_set_wscSetupLockTime(uint32_t wifi_type, int32_t ssid_index, const char* value);
 
-/* Only sent: WscMode 1 or 2; WscPinCode any number, its checksum is not tested; WscGenPinCode 0 or 1. */
+/* Only sent: WscMode 1 (PIN) or 2 (push button); WscPinCode any number, its checksum is not tested; WscGenPinCode 0 or
+ * 1. */
 WIFIMGR_API uint64_t wifimgr_lib_set_wscMode(uint32_t wifi_type, int32_t ssid_index, const char* value);
 WIFIMGR_API uint64_t wifimgr_lib_set_wscPinCode(uint32_t wifi_type, int32_t ssid_index, const char* value);
 WIFIMGR_API uint64_t wifimgr_lib_set_wscGenPinCode(uint32_t wifi_type, int32_t ssid_index, const char* value);
@@ -1565,7 +1653,9 @@ WIFIMGR_API uint64_t wifimgr_lib_set_WscUUIDStr(uint32_t wifi_type, int32_t ssid
 WIFIMGR_API int wifimgr_lib_get_wscPinCode(int wifi_type, int ssid_index, char* out);
 
 /* Does nothing and returns 0, whatever is passed. */
+WIFIMGR_ANYTHING_BEGIN
 WIFIMGR_API int wifimgr_lib_get_wps_info(WIFIMGR_ANYTHING);
+WIFIMGR_ANYTHING_END
 
 /* WPS actions: each writes a script of iwpriv lines to `path`, for the caller to run. The band's snapshot must have
  * been taken: the interface prefix comes from it.
@@ -1611,7 +1701,7 @@ WIFIMGR_API int wifimgr_lib_set_WPS_5G_BUTTON(const char* text);
 WIFIMGR_API int wifimgr_lib_set_AHB_STATUS(const char* text);
 WIFIMGR_API int wifimgr_lib_set_WLAN_WPS_BUTTON(const char* text);
 
-/* Reads a button's file in the way of wifimgr_lib_get_WPS_BUTTON.
+/* Reads a button's file as wifimgr_lib_get_WPS_BUTTON does.
  * mode  0 returns 2 when something was read (or reading failed), 0 when nothing was, -2 when the file cannot be
  *       opened; 1 returns the number of bytes, -1 for an error or when the file cannot be opened.
  * Returns -2 for another mode. */
@@ -1621,7 +1711,7 @@ WIFIMGR_API int wifimgr_lib_get_button_state(int mode, const char* path, char* b
  * text of more than 34 loses part of the redirection. Deliberate. Returns 0. */
 WIFIMGR_API int wifimgr_lib_set_LED_WLAN(const char* text);
 
-#define WIFIMGR_WLANSHARE_CMD_SIZE 64
+#define WIFIMGR_WLANSHARE_CMD_SIZE 64 /* the buffer of wifimgr_lib_get_WLANSHARE_CMD */
 
 /* Writes "echo %d %d %s %s > /proc/zq2810/wlanshare", cut to 63 characters, to `out` of 64 bytes; runs nothing.
  * Returns 0. */
@@ -1642,11 +1732,14 @@ WIFIMGR_API int wifimgr_lib_set_5G_PCIE(int flag);
 /* Copies the radio's calibration image from flash, with "/userfs/bin/mtd", to the file that the driver loads
  * ("/etc/RT30xxEEPROM.bin", 5G "/etc/Wireless/RT2860AP_AC/RT30xxEEPROM.bin") when its chip id, the first two bytes,
  * is one of the band's; otherwise prints "use default ..." and leaves that file alone. The image passes through
- * "/tmp/RT30xxEEPROM.bin" or "/tmp/MT7610EEPROM.bin", which is removed, but not when it is empty: 0 then, too.
+ * "/tmp/RT30xxEEPROM.bin" or "/tmp/MT7610EEPROM.bin", which is removed, but not when it is empty: 0 then, too. A file
+ * of that name that another user has put there, and that the tool could not overwrite, is believed; a copy that is cut
+ * by a full file system is not noticed.
  * Refusals: "The wifi type is invalid.", "open tmp/RT30xxEEPROM.bin fail!!!" (5G MT7610EEPROM.bin). */
 WIFIMGR_API int wifimgr_lib_get_wifi_calibration(int wifi_type);
 
-/* Writes the driver's image file back to flash. The tool's result is not looked at. Refusal: "The wifi type is
+/* Writes the driver's image file back to flash. The tool's result is not looked at: a write that failed shows in
+ * nothing. Refusal: "The wifi type is
  * invalid.". */
 WIFIMGR_API int wifimgr_lib_set_wifi_calibration(int wifi_type);
 
@@ -1662,10 +1755,11 @@ WIFIMGR_API int wifimgr_lib_get_interface_mac0(const char* ifname, char* out, in
 /* The six bytes of the hardware address, asked over a raw socket, which needs CAP_NET_RAW. Always 0. */
 WIFIMGR_API int wifimgr_lib_get_interface_mac(const char* ifname, uint8_t* mac);
 
-/* The same of br0; six zero bytes when they cannot be read, and 0 all the same. 1 for a null pointer. */
+/* What wifimgr_lib_get_interface_mac asks, of br0; six zero bytes when they cannot be read, and 0 all the same. 1 for a
+ * null pointer. */
 WIFIMGR_API int wifimgr_lib_get_ethaddr(uint8_t* mac);
 
-/* The same of br0 over the caller's socket, which stays open. Returns 0, or -1. */
+/* What wifimgr_lib_get_interface_mac asks, of br0, over the caller's socket, which stays open. Returns 0, or -1. */
 WIFIMGR_API int wifimgr_lib_get_ifaddr(int socket, uint8_t* mac);
 
 /* An IPv6 address from the MAC of br0: bytes 2 to 15 of `record`, the last eight being the interface identifier.

@@ -25,7 +25,10 @@ fail() {
 contents_of() {
   case $1 in
     libapi-lib-wifimgr1) echo libapi_lib_wifimgr.so.1 ;;
-    libapi-lib-wifimgr-dev) echo libapi_lib_wifimgr.so wifimgr_lib.h wifimgr.pc wifimgr-config.cmake wifimgr_lib.3 ;;
+    libapi-lib-wifimgr-dev)
+      echo libapi_lib_wifimgr.so wifimgr_lib.h wifimgr.pc wifimgr-config.cmake wifimgr/libvexa_lib_dbg.so.1 \
+        wifimgr/libapi_lib_utility.so.1 wifimgr_lib.3 wifimgr_conventions.3 wifimgr_lib_set_channel.3
+      ;;
     libapi-lib-wifimgr-platform1) echo libvexa_lib_dbg.so.1 libapi_lib_utility.so.1 ;;
     wifimgr-tools)
       echo wlanctl gateway-sim gateway-tools libgateway_driver.so wlanctl.1 gateway-sim.1 _wlanctl \

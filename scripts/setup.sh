@@ -1,12 +1,12 @@
 #!/bin/sh
 # Sees to it that the Debian packages of a task are there: installs what is missing when it may, else says what to do.
 #
-# usage: setup.sh build|demo|test|test-all|clang|arm64|musl|package|lint
+# usage: setup.sh build|demo|test|test-all|clang|arm64|musl|package|lint|docs
 set -eu
 
 build="g++ cmake ninja-build libcli11-dev nlohmann-json3-dev"
 demo="$build net-tools bridge-utils"
-test="$demo libgtest-dev libgmock-dev abigail-tools pkg-config python3-jsonschema zsh"
+test="$demo libgtest-dev libgmock-dev abigail-tools pkg-config python3-jsonschema zsh groff-base man-db"
 arm64="$test g++-aarch64-linux-gnu googletest qemu-user-static"
 # Linux 6.7 can be told for a namespace what runs ARM64 programs, an older one for the whole machine.
 [ "$(printf '%s\n' 6.7 "$(uname -r)" | sort -V | head -n 1)" = 6.7 ] || arm64="$arm64 binfmt-support"
@@ -14,6 +14,7 @@ musl="$test musl-tools"
 package="$build dpkg-dev g++-aarch64-linux-gnu"
 clang="$test clang"
 lint="$clang clang-format clang-tidy cppcheck"
+docs="$build doxygen mandoc"
 test_all="$arm64 $musl $package $clang"
 
 case "${1:-}" in
@@ -26,8 +27,9 @@ case "${1:-}" in
   musl) packages=$musl ;;
   package) packages=$package ;;
   lint) packages=$lint ;;
+  docs) packages=$docs ;;
   *)
-    echo "usage: setup.sh build|demo|test|test-all|clang|arm64|musl|package|lint" >&2
+    echo "usage: setup.sh build|demo|test|test-all|clang|arm64|musl|package|lint|docs" >&2
     exit 2
     ;;
 esac

@@ -89,8 +89,8 @@ TEST(DriverRequest, FailsOnAnAddressWhereNothingIs) {
   std::string script;
   for (const Row& row : kRows) script += send(row, row.length, "wild");
   for (const char* oid : {"9220", "9205"}) script += ask_oid("ra0", oid, 1, "wild");
-  script +=
-      ask_oid("wild", "069c", 4) + REQUEST_PROBE_PROGRAM " wild 8b01 0 0; " REQUEST_PROBE_PROGRAM " wild 8b05 0 0";
+  script += ask_oid("wild", "069c", 4) + request_probe_program() + " wild 8b01 0 0; " + request_probe_program() +
+            " wild 8b05 0 0";
   const Words lines = lines_of(run_script(script).out);
   ASSERT_THAT(lines, SizeIs(std::size(kRows) + 5));
   EXPECT_THAT(lines, Each("EFAULT"));
@@ -115,7 +115,7 @@ TEST(DriverRequest, AnEvenNumberNeedsNetAdmin) {
 
 TEST(DriverRequest, AnOddNumberNeedsNoPermission) {
   EXPECT_EQ("IEEE 802.11\n6\n00000000\n0000\n",
-            run_script("simctl noise 2.4G 0; " + (std::string(kWithoutNetAdmin) + WIRELESS_PROBE_PROGRAM " ra0; ") +
+            run_script("simctl noise 2.4G 0; " + (std::string(kWithoutNetAdmin) + wireless_probe_program() + " ra0; ") +
                        kWithoutNetAdmin + ask_oid("ra0", "069c", 4) + kWithoutNetAdmin + ask_oid("ra0", "9204", 2))
                 .out);
 }
