@@ -103,7 +103,7 @@ Changes fail_tool(const Words& words) {
       end_with(&fault, FaultEnding::kHangs, 0);
     } else if (is_count(word)) {
       fault.count = count_from(words, i);
-    } else if (word.empty() || std::any_of(word.begin(), word.end(), [](char c) { return c <= ' ' && c >= 0; })) {
+    } else if (word.empty() || std::any_of(word.begin(), word.end(), [](unsigned char c) { return c <= ' '; })) {
       throw UsageError("a call's word has no blank in it: " + on_one_line(word));
     } else {
       fault.words.push_back(word);
