@@ -53,6 +53,9 @@ for kind in plain own; do
   gcc -O2 -Wall -Wextra -Werror $static -o "$folder/native/$name" "$tree/box/questions/ask.c" "$tree/box/questions/${kind}_ioctl.c"
 done
 
+gcc -O2 -I"$tree/include" -o "$folder/native/library_probe" "$tree"/tests/gateway/library_probe.c "$tree"/tests/gateway/probe_*.c \
+  -L"$native/lib" -Wl,-rpath,"$native/lib" -lapi_lib_wifimgr
+
 # setting STORY NAME DEFAULT: from the head of the story.
 setting() {
   value=$(sed -n "s/^# $2: //p" "$tree/box/stories/$1.sh" | head -n 1)

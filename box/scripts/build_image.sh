@@ -93,6 +93,8 @@ flags="-O2 -Wall -Wextra -Werror"
 ${triplet}-gcc $flags -nostdlib -static -o "$root/bin/leave" "$tree/box/image/leave_$arch.S"
 ${triplet}-gcc $flags -o "$root/usr/bin/ask" "$tree/box/questions/ask.c" "$tree/box/questions/plain_ioctl.c"
 ${triplet}-gcc $flags -static -o "$root/usr/bin/ask-static" "$tree/box/questions/ask.c" "$tree/box/questions/own_ioctl.c"
+${triplet}-gcc -O2 -I"$tree/include" -o "$root/usr/bin/library_probe" "$tree"/tests/gateway/library_probe.c "$tree"/tests/gateway/probe_*.c \
+  -L"$build/lib" -Wl,-rpath-link,"$build/lib" -lapi_lib_wifimgr
 cp "$tree/box/image/init" "$root/init"
 cp "$tree/box/image/inittab" "$root/etc/inittab"
 cp "$tree/box/image/passwd" "$root/etc/passwd"

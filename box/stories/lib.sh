@@ -55,7 +55,16 @@ script24=/etc/Wireless/RT2860AP/WLAN_exec.sh
 script5=/etc/Wireless/RT2860AP_AC/WLAN_exec.sh
 
 # file PATH: its bytes, in a number.
-file() { fact "$1 $( [ -f "$1" ] && cksum <"$1" || echo absent)"; }
+file() { fact "$1 $( [ -f "$1" ] && md5sum <"$1" | cut -d" " -f1 || echo absent)"; }
+
+# settings INTERFACE: what the driver knows of it, but for readings.
+settings() { iwpriv "$1" show | grep -E '^[A-Za-z0-9]+=' | grep -vE '^(Noise|ChannelLoad|Temperature)='; }
+
+# Stations of all interfaces.
+stations() { simctl show | sed -n 's/^  station \([0-9a-f:]*\) on \([a-z0-9]*\): .*/\2 \1/p'; }
+
+# probe WORD...: a process that uses the library, one step after the other.
+probe() { library_probe "$@" 2>>complaints; }
 
 # done_here: the story's end.
 done_here() { exit $wrong; }
