@@ -1,7 +1,7 @@
 #!/bin/sh
 # Sees to it that the Debian packages of a task are there: installs what is missing when it may, else says what to do.
 #
-# usage: setup.sh build|demo|test|test-all|clang|arm64|musl|package|lint|docs
+# usage: setup.sh build|demo|test|test-all|clang|arm64|musl|package|lint|box|box-native|docs
 set -eu
 
 build="g++ cmake ninja-build libcli11-dev nlohmann-json3-dev"
@@ -15,6 +15,8 @@ package="$build dpkg-dev g++-aarch64-linux-gnu"
 clang="$test clang"
 lint="$clang clang-format clang-tidy cppcheck"
 docs="$build doxygen mandoc"
+box="$build g++-aarch64-linux-gnu make cpio kmod e2fsprogs qemu-system-arm net-tools bridge-utils"
+box_native="$build make cpio kmod e2fsprogs qemu-system-x86 net-tools bridge-utils"
 test_all="$arm64 $musl $package $clang"
 
 case "${1:-}" in
@@ -27,9 +29,11 @@ case "${1:-}" in
   musl) packages=$musl ;;
   package) packages=$package ;;
   lint) packages=$lint ;;
+  box) packages=$box ;;
+  box-native) packages=$box_native ;;
   docs) packages=$docs ;;
   *)
-    echo "usage: setup.sh build|demo|test|test-all|clang|arm64|musl|package|lint|docs" >&2
+    echo "usage: setup.sh build|demo|test|test-all|clang|arm64|musl|package|lint|box|box-native|docs" >&2
     exit 2
     ;;
 esac

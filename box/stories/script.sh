@@ -1,4 +1,5 @@
-# Names and passphrases that a shell would read as its own.
+# Names and passphrases with a shell's characters. The script keeps them within double quotes and escapes what would end those; a dollar
+# sign or a backquote stays the shell's, which callers know.
 . "$STORY/lib.sh"
 number=0
 for name in 'a b' 'a"b' "it's" 'a$HOME' 'a`touch owned`' '$(touch owned)' 'a;touch owned' 'a\b' '*' 'a|b>c&d' '#comment'; do
