@@ -165,16 +165,23 @@ box-build:
 	@[ "$(ARCH)" = native ] || { $(MAKE) -s --no-print-directory build/arm64/build.ninja && \
 	  cmake --build build/arm64 --target $(BOX_PARTS); }
 
-box: box-build
+box: box-build $(if $(filter-out kernel-tests,$(STORY)),,box-tests)
 	$(BOX) $(or $(STORY),all)
 
 box-shell: box-build
 	$(BOX) shell
 
 # What only a kernel shows, in a few minutes: the shortest story, and the tests that emulation cannot run.
-test-box: box-build
+test-box: box-build box-tests
 	@echo "== The gateway in a box"
 	$(BOX) queries kernel-tests
+
+# The test programs that emulation cannot run, and what they start.
+BOX_TESTS = $(shell sed -n 's/^\([^\#\t]*\)\t.*/\1/p' scripts/not_emulated.txt | uniq) hold_store library_probe request_probe wireless_probe
+
+box-tests:
+	cmake --preset $(if $(filter native,$(ARCH)),release,arm64) -DBUILD_TESTING=ON
+	cmake --build build/$(if $(filter native,$(ARCH)),release,arm64) --target $(BOX_TESTS)
 
 box-clean:
 	rm -rf build/box

@@ -69,7 +69,7 @@ prepare() {
   mkdir -p "$run/sim"
   cp "$tree"/box/stories/lib.sh "$tree"/box/questions/*.txt "$run"
   [ "$1" = shell ] || cp "$tree/box/stories/$1.sh" "$run/story.sh"
-  printf 'story=%s\nchips=%s\nexport STORY=/out WORLD=box\n' "$1" "$2" >"$run/machine"
+  printf 'story=%s\nchips=%s\nexport STORY=/out WORLD=box TREE=%s BUILD=%s\n' "$1" "$2" "$tree" "$build" >"$run/machine"
 }
 
 in_simulation() {
@@ -93,30 +93,42 @@ run_story() {
   seconds=$(setting "$1" seconds 180)
   prepare "$1" "$chips"
   code=0
-  if [ -x "$tree/box/stories/$1.machine" ]; then
-    FOLDER=$folder MACHINE_ARCH=$arch RUN=$run "$tree/box/stories/$1.machine" || code=$?
+  # What the machine has beside its first file system.
+  set -- "$1"
+  append= memory=160
+  if [ "$(setting "$1" disk no)" = debian ]; then
+    "$scripts/build_disk.sh" "$folder" $arch
+    append=disk memory=512
+    set -- "$1" -drive "file=$folder/disk,if=none,id=disk,format=raw,snapshot=on" -device virtio-blk-device,drive=disk \
+      -fsdev "local,id=tree,path=$tree,security_model=none,readonly=on" -device virtio-9p-device,fsdev=tree,mount_tag=tree
+  fi
+  story=$1
+  shift
+  export BOX_APPEND="$append" BOX_MEMORY=$memory
+  if [ -x "$tree/box/stories/$story.machine" ]; then
+    FOLDER=$folder MACHINE_ARCH=$arch RUN=$run "$tree/box/stories/$story.machine" || code=$?
   else
-    "$scripts/machine.sh" "$folder" $arch "$run" "$((seconds * ${BOX_PATIENCE:-1}))" || code=$?
+    "$scripts/machine.sh" "$folder" $arch "$run" "$((seconds * ${BOX_PATIENCE:-1}))" "$@" || code=$?
   fi
   cpu=$(awk '{ sum += $1 } END { printf "%.1f", sum }' "$run/cpu")
   case $code in
     0) ;;
-    97) echo "box: $1: the kernel complained: $run/kernel-complaints" ;;
-    124 | 137) echo "box: $1: not done after $seconds seconds; console: $run/console" ;;
+    97) echo "box: $story: the kernel complained: $run/kernel-complaints" ;;
+    124 | 137) echo "box: $story: not done after $seconds seconds; console: $run/console" ;;
     *)
-      echo "box: $1: exit code $code; console: $run/console"
+      echo "box: $story: exit code $code; console: $run/console"
       grep '^not true' "$run/facts" || tail -n 5 "$run/console" "$run/complaints" 2>/dev/null || :
       ;;
   esac
-  if [ $code -eq 0 ] && [ "$(setting "$1" simulation yes)" = yes ]; then
-    in_simulation "$1" "$chips" || { code=$?; echo "box: $1: in the simulated gateway it ends with $code:"
+  if [ $code -eq 0 ] && [ "$(setting "$story" simulation yes)" = yes ]; then
+    in_simulation "$story" "$chips" || { code=$?; echo "box: $story: in the simulated gateway it ends with $code:"
       grep '^not true' "$run/sim-facts" || cat "$run/sim-complaints"; }
-    [ $code -ne 0 ] || compare "$1" || code=1
+    [ $code -ne 0 ] || compare "$story" || code=1
   fi
   result=passed
   [ $code -eq 0 ] || result=FAILED
-  printf '%-12s %s  %s CPU s\n' "$1" $result "$cpu"
-  [ $code -eq 0 ] || failed="$failed $1"
+  printf '%-12s %s  %s CPU s\n' "$story" $result "$cpu"
+  [ $code -eq 0 ] || failed="$failed $story"
 }
 
 stories=$(cd "$tree/box/stories" && ls ./*.sh | sed 's|^\./||; s|\.sh$||' | grep -v '^lib$' | tr '\n' ' ')

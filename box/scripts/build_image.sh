@@ -32,6 +32,11 @@ if [ ! -f "$folder/kernel-files/$kernel" ]; then
 fi
 cp "$folder/kernel-files/boot/vmlinuz-$kernel" "$folder/kernel"
 
+key=$(cd "$tree" && cat box/image/* box/questions/*.[ch] include/*.h tests/gateway/library_probe.* tests/gateway/probe_*.c sim/dat/* \
+  "$folder/modules/stamp" "$folder/packages/list" "$build"/lib/lib*.so.1 "$build/bin/wlanctl" "$build/bin/apply_settings" \
+  "$build/libexec/gateway-sim/gateway-tools" "$0" | sha256sum)
+[ -f "$folder/image" ] && [ -f "$folder/image.key" ] && [ "$(cat "$folder/image.key")" = "$key" ] && exit 0
+
 root=$folder/root
 rm -rf "$root"
 mkdir -p "$root"
@@ -98,8 +103,9 @@ ${triplet}-gcc -O2 -I"$tree/include" -o "$root/usr/bin/library_probe" "$tree"/te
 cp "$tree/box/image/init" "$root/init"
 cp "$tree/box/image/inittab" "$root/etc/inittab"
 cp "$tree/box/image/passwd" "$root/etc/passwd"
-cp "$tree/box/image/boot" "$tree/box/image/gateway" "$root/bin/"
-chmod 755 "$root/init" "$root/bin/boot" "$root/bin/gateway"
+cp "$tree/box/image/boot" "$tree/box/image/gateway" "$tree/box/image/on-disk" "$root/bin/"
+chmod 755 "$root/init" "$root"/bin/boot "$root/bin/gateway" "$root/bin/on-disk"
 
 (cd "$root" && find . | LC_ALL=C sort | cpio -o -H newc -R 0:0 --quiet) | gzip -1 >"$folder/image.new"
 mv "$folder/image.new" "$folder/image"
+echo "$key" >"$folder/image.key"
