@@ -9,26 +9,27 @@
 #include "radio.h"
 #include "texts.h"
 
-static char *chips = "7603,7663";
+static char* chips = "7603,7663";
 module_param(chips, charp, 0444);
 MODULE_PARM_DESC(chips, "the WLAN chips on the board, such as 7603,7663");
 
-static struct platform_device *board;
+static struct platform_device* board;
 
 static const struct {
-  const char *name;
-  const char *text;
+  const char* name;
+  const char* text;
   bool is_button;
 } kFiles[] = {
-    {"dbg_msg", "", false},          {"wlan_button", "", true},        {"wps_button", "", true},
-    {"wps_5g_button", "", true},     {"ahb_status", "1\n", false},     {"wlan_wps_button", "", true},
-    {"wlan11ac_button", "", true},   {"led_wlan", "1\n", false},       {"chip_id", "24\n", false},
-    {"wlanshare", "0 0 none none\n", false},
+    {"dbg_msg", "", false},        {"wlan_button", "", true},
+    {"wps_button", "", true},      {"wps_5g_button", "", true},
+    {"ahb_status", "1\n", false},  {"wlan_wps_button", "", true},
+    {"wlan11ac_button", "", true}, {"led_wlan", "1\n", false},
+    {"chip_id", "24\n", false},    {"wlanshare", "0 0 none none\n", false},
 };
 
 static const struct {
-  const char *name;
-  const char *text;
+  const char* name;
+  const char* text;
 } kLists[] = {
     {"processes", "steerd 412 1\ndot1xd 418 1\nscand 0 0\n"},
     {"faults", ""},

@@ -6,23 +6,23 @@
 #include "radio.h"
 
 struct chip {
-  struct radio *radio[kBands];
+  struct radio* radio[kBands];
 };
 
-static void stop_radios(struct chip *chip) {
+static void stop_radios(struct chip* chip) {
   int band;
   for (band = 0; band < kBands; ++band) {
     if (chip->radio[band]) radio_stop(chip->radio[band]);
   }
 }
 
-static int chip_probe(struct pci_dev *device, const struct pci_device_id *id) {
+static int chip_probe(struct pci_dev* device, const struct pci_device_id* id) {
   const unsigned int bands = board_bands_of(CHIP);
-  struct chip *const chip = devm_kzalloc(&device->dev, sizeof *chip, GFP_KERNEL);
+  struct chip* const chip = devm_kzalloc(&device->dev, sizeof *chip, GFP_KERNEL);
   int band;
   if (!chip) return -ENOMEM;
   for (band = 0; band < kBands; ++band) {
-    struct radio *radio;
+    struct radio* radio;
     if (!(bands & 1U << band)) continue;
     radio = radio_start(band, &device->dev);
     if (IS_ERR(radio)) {
@@ -35,7 +35,7 @@ static int chip_probe(struct pci_dev *device, const struct pci_device_id *id) {
   return 0;
 }
 
-static void chip_remove(struct pci_dev *device) {
+static void chip_remove(struct pci_dev* device) {
   stop_radios(pci_get_drvdata(device));
 }
 

@@ -7,9 +7,9 @@
 #include "sim/driver/answers.h"
 #include "sim/driver/state.h"
 
-int error_for(unsigned long number, const struct iwreq *request) {
-  char *const faults = read_state(DRIVER_LISTS, "faults");
-  char *left = NULL;
+int error_for(unsigned long number, const struct iwreq* request) {
+  char* const faults = read_state(DRIVER_LISTS, "faults");
+  char* left = NULL;
   const int error = faults ? meet_fault(faults, number, request->u.data.flags, request->ifr_name, &left) : 0;
   if (left) store_state(DRIVER_LISTS, "faults", left);
   kvfree(left);

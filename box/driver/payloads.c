@@ -7,9 +7,9 @@
 #include "sim/driver/answers.h"
 #include "texts.h"
 
-static int keep(const Query *query, const char *kind) {
+static int keep(const Query* query, const char* kind) {
   char name[40];
-  char *text;
+  char* text;
   int error;
   snprintf(name, sizeof name, "%s.%s", query->interface, kind);
   text = kvmalloc(2 * query->length + 1, GFP_KERNEL);
@@ -20,16 +20,16 @@ static int keep(const Query *query, const char *kind) {
   return -error;
 }
 
-int keep_oui_filter(const Query *query) {
+int keep_oui_filter(const Query* query) {
   return keep(query, "OuiFilter");
 }
 
-int keep_probe_response(const Query *query) {
+int keep_probe_response(const Query* query) {
   return keep(query, "ProbeResponse");
 }
 
 /* Whatever the payload names: the radio has no entry left afterwards, on any of its BSSs. */
-int forget_probe_responses(const Query *query) {
+int forget_probe_responses(const Query* query) {
   int i;
   for (i = 0; i < kMostBsss; ++i) {
     char name[40];

@@ -6,7 +6,7 @@
 enum { MOST_CHIPS = 4, VENDOR = 0x14c3, DOMAIN = 1, NETWORK_CLASS = 0x0280 };
 
 static unsigned int present[MOST_CHIPS];
-static struct pci_host_bridge *bridge;
+static struct pci_host_bridge* bridge;
 
 #ifdef CONFIG_X86
 static struct pci_sysdata sysdata = {.domain = DOMAIN, .node = NUMA_NO_NODE};
@@ -35,19 +35,19 @@ static u32 word_of(unsigned int devfn, int where) {
   }
 }
 
-static int read_config(struct pci_bus *bus, unsigned int devfn, int where, int size, u32 *value) {
+static int read_config(struct pci_bus* bus, unsigned int devfn, int where, int size, u32* value) {
   const u32 word = word_of(devfn, where) >> 8 * (where & 3);
   *value = size == 4 ? word : word & ((1U << 8 * size) - 1);
   return PCIBIOS_SUCCESSFUL;
 }
 
-static int write_config(struct pci_bus *bus, unsigned int devfn, int where, int size, u32 value) {
+static int write_config(struct pci_bus* bus, unsigned int devfn, int where, int size, u32 value) {
   return PCIBIOS_SUCCESSFUL;
 }
 
 static struct pci_ops kOps = {.read = read_config, .write = write_config};
 
-static int parse(const char *chips) {
+static int parse(const char* chips) {
   int count = 0;
   while (*chips) {
     unsigned int chip = 0;
@@ -60,7 +60,7 @@ static int parse(const char *chips) {
   return count ? 0 : -EINVAL;
 }
 
-int pci_bus_start(struct device *parent, const char *chips) {
+int pci_bus_start(struct device* parent, const char* chips) {
   int error = parse(chips);
   if (error) return error;
   bridge = pci_alloc_host_bridge(0);

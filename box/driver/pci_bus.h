@@ -4,7 +4,7 @@
 #include <linux/device.h>
 
 /* `chips` is a list such as "7603,7663". */
-int pci_bus_start(struct device *parent, const char *chips);
+int pci_bus_start(struct device* parent, const char* chips);
 void pci_bus_stop(void);
 
 bool pci_bus_has(unsigned int chip);

@@ -13,14 +13,14 @@
 
 enum { MOST_DAT_BYTES = 1 << 20 };
 
-static const char *const kPayloads[] = {"OuiFilter", "ProbeResponse"};
+static const char* const kPayloads[] = {"OuiFilter", "ProbeResponse"};
 
 /* A file that cannot be read counts as an empty one: the driver then runs on its defaults. Null when there is no memory. */
-static char *read_dat(int band) {
-  void *bytes = NULL;
+static char* read_dat(int band) {
+  void* bytes = NULL;
   const ssize_t size =
       kernel_read_file_from_path_initns(kBandTraits[band].dat_file, 0, &bytes, MOST_DAT_BYTES, NULL, READING_FIRMWARE);
-  char *const text = kvmalloc(max_t(ssize_t, size, 0) + 1, GFP_KERNEL);
+  char* const text = kvmalloc(max_t(ssize_t, size, 0) + 1, GFP_KERNEL);
   if (text) {
     if (size > 0) memcpy(text, bytes, size);
     text[max_t(ssize_t, size, 0)] = '\0';
@@ -29,7 +29,7 @@ static char *read_dat(int band) {
   return text;
 }
 
-static bool is_any_bss_up(const struct radio *radio, const struct net_device *but) {
+static bool is_any_bss_up(const struct radio* radio, const struct net_device* but) {
   int i;
   for (i = 0; i < radio->bss_count; ++i) {
     if (radio->device[i] && radio->device[i] != but && (radio->device[i]->flags & IFF_UP)) return true;
@@ -37,12 +37,12 @@ static bool is_any_bss_up(const struct radio *radio, const struct net_device *bu
   return false;
 }
 
-static int interface_open(struct net_device *device) {
-  const struct interface *const own = netdev_priv(device);
-  struct radio *const radio = own->radio;
+static int interface_open(struct net_device* device) {
+  const struct interface* const own = netdev_priv(device);
+  struct radio* const radio = own->radio;
   int error = 0;
   if (own->number >= 0 && !is_any_bss_up(radio, device)) {
-    char *const dat = read_dat(radio->band);
+    char* const dat = read_dat(radio->band);
     if (!dat) return -ENOMEM;
     mutex_lock(&texts_lock);
     error = -read_dat_anew(radio->band, dat, radio->bss_count);
@@ -53,8 +53,8 @@ static int interface_open(struct net_device *device) {
   return error;
 }
 
-static int interface_stop(struct net_device *device) {
-  const struct interface *const own = netdev_priv(device);
+static int interface_stop(struct net_device* device) {
+  const struct interface* const own = netdev_priv(device);
   netif_stop_queue(device);
   if (own->number < 0) return 0;
   mutex_lock(&texts_lock);
@@ -64,22 +64,22 @@ static int interface_stop(struct net_device *device) {
 }
 
 /* Nobody is on the air: what is sent is counted, and gone. */
-static netdev_tx_t interface_transmit(struct sk_buff *packet, struct net_device *device) {
+static netdev_tx_t interface_transmit(struct sk_buff* packet, struct net_device* device) {
   dev_lstats_add(device, packet->len);
   dev_kfree_skb(packet);
   return NETDEV_TX_OK;
 }
 
-static void interface_counters(struct net_device *device, struct rtnl_link_stats64 *counters) {
+static void interface_counters(struct net_device* device, struct rtnl_link_stats64* counters) {
   dev_lstats_read(device, &counters->tx_packets, &counters->tx_bytes);
 }
 
-static int interface_init(struct net_device *device) {
+static int interface_init(struct net_device* device) {
   device->lstats = netdev_alloc_pcpu_stats(struct pcpu_lstats);
   return device->lstats ? 0 : -ENOMEM;
 }
 
-static void interface_uninit(struct net_device *device) {
+static void interface_uninit(struct net_device* device) {
   free_percpu(device->lstats);
 }
 
@@ -94,9 +94,9 @@ static const struct net_device_ops kInterface = {
     .ndo_validate_addr = eth_validate_addr,
 };
 
-uint64_t interface_counter(const char *interface, const char *counter) {
+uint64_t interface_counter(const char* interface, const char* counter) {
   struct rtnl_link_stats64 counters = {};
-  struct net_device *const device = __dev_get_by_name(&init_net, interface);
+  struct net_device* const device = __dev_get_by_name(&init_net, interface);
   if (!device) return 0;
   dev_get_stats(device, &counters);
   if (strcmp(counter, "tx_packets") == 0) return counters.tx_packets;
@@ -108,18 +108,18 @@ uint64_t interface_counter(const char *interface, const char *counter) {
   return 0;
 }
 
-static void set_up(struct net_device *device) {
+static void set_up(struct net_device* device) {
   ether_setup(device);
   device->netdev_ops = &kInterface;
   device->min_mtu = ETH_MIN_MTU;
   device->max_mtu = ETH_MAX_MTU;
 }
 
-static struct net_device *add_interface(struct radio *radio, struct device *parent, const char *name, int number,
+static struct net_device* add_interface(struct radio* radio, struct device* parent, const char* name, int number,
                                         int place) {
   const u8 address[ETH_ALEN] = {0x02, 0x28, 0x10, kBandTraits[radio->band].address_byte, 0, place};
-  struct net_device *const device = alloc_netdev(sizeof(struct interface), name, NET_NAME_PREDICTABLE, set_up);
-  struct interface *own;
+  struct net_device* const device = alloc_netdev(sizeof(struct interface), name, NET_NAME_PREDICTABLE, set_up);
+  struct interface* own;
   int error;
   if (!device) return ERR_PTR(-ENOMEM);
   own = netdev_priv(device);
@@ -134,8 +134,8 @@ static struct net_device *add_interface(struct radio *radio, struct device *pare
   return ERR_PTR(error);
 }
 
-static int add_texts(const struct radio *radio) {
-  const char *const prefix = kBandTraits[radio->band].bss_prefix;
+static int add_texts(const struct radio* radio) {
+  const char* const prefix = kBandTraits[radio->band].bss_prefix;
   char name[40];
   int error = 0;
   int i;
@@ -155,8 +155,8 @@ static int add_texts(const struct radio *radio) {
   return error;
 }
 
-static void remove_texts(const struct radio *radio) {
-  const char *const prefix = kBandTraits[radio->band].bss_prefix;
+static void remove_texts(const struct radio* radio) {
+  const char* const prefix = kBandTraits[radio->band].bss_prefix;
   char name[40];
   int i;
   int kind;
@@ -174,16 +174,15 @@ static void remove_texts(const struct radio *radio) {
   }
 }
 
-static int add_interfaces(struct radio *radio, struct device *parent) {
-  const struct BandTraits *const traits = &kBandTraits[radio->band];
+static int add_interfaces(struct radio* radio, struct device* parent) {
+  const struct BandTraits* const traits = &kBandTraits[radio->band];
   int i;
   for (i = 0; i < kMostBsss + kWdsLinks; ++i) {
     const bool is_link = i >= kMostBsss;
     char name[IFNAMSIZ];
-    struct net_device *device;
+    struct net_device* device;
     if (!is_link && i >= radio->bss_count) continue;
-    snprintf(name, sizeof name, "%s%d", is_link ? traits->wds_prefix : traits->bss_prefix,
-             is_link ? i - kMostBsss : i);
+    snprintf(name, sizeof name, "%s%d", is_link ? traits->wds_prefix : traits->bss_prefix, is_link ? i - kMostBsss : i);
     device = add_interface(radio, parent, name, is_link ? -1 : i, i);
     if (IS_ERR(device)) return PTR_ERR(device);
     radio->device[i] = device;
@@ -191,7 +190,7 @@ static int add_interfaces(struct radio *radio, struct device *parent) {
   return 0;
 }
 
-void radio_stop(struct radio *radio) {
+void radio_stop(struct radio* radio) {
   int i;
   for (i = 0; i < kMostBsss + kWdsLinks; ++i) {
     if (!radio->device[i]) continue;
@@ -204,9 +203,9 @@ void radio_stop(struct radio *radio) {
 }
 EXPORT_SYMBOL_GPL(radio_stop);
 
-struct radio *radio_start(int band, struct device *parent) {
-  char *const dat = read_dat(band);
-  struct radio *const radio = kzalloc(sizeof *radio, GFP_KERNEL);
+struct radio* radio_start(int band, struct device* parent) {
+  char* const dat = read_dat(band);
+  struct radio* const radio = kzalloc(sizeof *radio, GFP_KERNEL);
   int error = -ENOMEM;
   if (dat && radio) {
     radio->band = band;

@@ -8,16 +8,16 @@
 struct radio {
   int band;
   int bss_count;
-  struct net_device *device[kMostBsss + kWdsLinks]; /* BSSs, then links */
+  struct net_device* device[kMostBsss + kWdsLinks]; /* BSSs, then links */
 };
 
 /* Reads the band's dat file and makes the interfaces; null or an error pointer when that cannot be. */
-struct radio *radio_start(int band, struct device *parent);
-void radio_stop(struct radio *radio);
+struct radio* radio_start(int band, struct device* parent);
+void radio_stop(struct radio* radio);
 
 /* What an interface's private memory holds. */
 struct interface {
-  struct radio *radio;
+  struct radio* radio;
   int number; /* of a link: -1 */
 };
 

@@ -214,8 +214,8 @@ static const struct {
   const char* key;
   int (*carry_out)(const Bss* bss, const char* value);
 } kCommands[] = {
-    {"WscConfMode", follow_mode}, {"WscGetConf", open_session},  {"WscStop", end_session}, {"WscOOB", reset_wps},
-    {"WscPinCode", take_pin},     {"WscGenPinCode", make_pin},   {"PartialScan", scan},
+    {"WscConfMode", follow_mode}, {"WscGetConf", open_session}, {"WscStop", end_session}, {"WscOOB", reset_wps},
+    {"WscPinCode", take_pin},     {"WscGenPinCode", make_pin},  {"PartialScan", scan},
 };
 
 static bool is_number(const char* text, size_t most_digits) {

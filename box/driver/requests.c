@@ -25,10 +25,10 @@ enum {
 };
 
 /* The lock is held. */
-static int answer_locked(struct net_device *device, unsigned long number, const RequestRow *row, struct iwreq *request,
-                         u8 *data) {
-  const struct interface *const own = netdev_priv(device);
-  char *const settings = read_state(DRIVER_SETTINGS, device->name);
+static int answer_locked(struct net_device* device, unsigned long number, const RequestRow* row, struct iwreq* request,
+                         u8* data) {
+  const struct interface* const own = netdev_priv(device);
+  char* const settings = read_state(DRIVER_SETTINGS, device->name);
   Query query = {
       .request = request,
       .interface = device->name,
@@ -43,7 +43,8 @@ static int answer_locked(struct net_device *device, unsigned long number, const 
   return error;
 }
 
-static int answer(struct net_device *device, unsigned long number, const RequestRow *row, struct iwreq *request, u8 *data) {
+static int answer(struct net_device* device, unsigned long number, const RequestRow* row, struct iwreq* request,
+                  u8* data) {
   int error;
   mutex_lock(&texts_lock);
   error = answer_locked(device, number, row, request, data);
@@ -51,7 +52,7 @@ static int answer(struct net_device *device, unsigned long number, const Request
   return error;
 }
 
-static int fault_of(unsigned long number, const struct iwreq *request) {
+static int fault_of(unsigned long number, const struct iwreq* request) {
   int error;
   mutex_lock(&texts_lock);
   error = error_for(number, request);
@@ -59,16 +60,17 @@ static int fault_of(unsigned long number, const struct iwreq *request) {
   return error;
 }
 
-static struct iwreq request_of(const struct net_device *device, const union iwreq_data *data) {
+static struct iwreq request_of(const struct net_device* device, const union iwreq_data* data) {
   struct iwreq request = {};
   strscpy(request.ifr_name, device->name, sizeof request.ifr_name);
   request.u = *data;
   return request;
 }
 
-static int answer_standard(struct net_device *device, struct iw_request_info *info, union iwreq_data *data, char *extra) {
+static int answer_standard(struct net_device* device, struct iw_request_info* info, union iwreq_data* data,
+                           char* extra) {
   struct iwreq request = request_of(device, data);
-  const RequestRow *const row = find_row(info->cmd, 0);
+  const RequestRow* const row = find_row(info->cmd, 0);
   int error = fault_of(info->cmd, &request);
   if (!error) error = row ? answer(device, info->cmd, row, &request, NULL) : EOPNOTSUPP;
   if (!error) *data = request.u;
@@ -76,12 +78,13 @@ static int answer_standard(struct net_device *device, struct iw_request_info *in
 }
 
 /* Answers into a buffer of the driver's own: the caller's memory is touched without the lock. */
-static int answer_private(struct net_device *device, struct iw_request_info *info, union iwreq_data *data, char *extra) {
+static int answer_private(struct net_device* device, struct iw_request_info* info, union iwreq_data* data,
+                          char* extra) {
   struct iwreq request = request_of(device, data);
-  const RequestRow *const row = find_row(info->cmd, data->data.flags);
+  const RequestRow* const row = find_row(info->cmd, data->data.flags);
   const int fault = fault_of(info->cmd, &request);
   size_t taken;
-  u8 *own;
+  u8* own;
   int error;
   if (fault) return -fault;
   if (!row) return -EOPNOTSUPP;
@@ -96,7 +99,7 @@ static int answer_private(struct net_device *device, struct iw_request_info *inf
 }
 
 /* Hands a text to iwpriv, as much of it as iwpriv has room for. Takes it over. */
-static int hand_over(char *text, union iwreq_data *data, char *extra) {
+static int hand_over(char* text, union iwreq_data* data, char* extra) {
   size_t length;
   if (!text) return -ENOMEM;
   length = min_t(size_t, strlen(text), MOST_SHOWN - 1);
@@ -107,10 +110,10 @@ static int hand_over(char *text, union iwreq_data *data, char *extra) {
   return 0;
 }
 
-static int private_set(struct net_device *device, struct iw_request_info *info, union iwreq_data *data, char *extra) {
-  const struct interface *const own = netdev_priv(device);
+static int private_set(struct net_device* device, struct iw_request_info* info, union iwreq_data* data, char* extra) {
+  const struct interface* const own = netdev_priv(device);
   const size_t length = min_t(size_t, data->data.length, MOST_SET);
-  char *const argument = kvmalloc(length + 1, GFP_KERNEL);
+  char* const argument = kvmalloc(length + 1, GFP_KERNEL);
   int error;
   if (!argument) return -ENOMEM;
   memcpy(argument, extra, length);
@@ -122,9 +125,9 @@ static int private_set(struct net_device *device, struct iw_request_info *info, 
   return -error;
 }
 
-static void add_payload(Text *text, const char *interface, const char *kind) {
+static void add_payload(Text* text, const char* interface, const char* kind) {
   char name[40];
-  char *bytes;
+  char* bytes;
   snprintf(name, sizeof name, "%s.%s", interface, kind);
   bytes = read_state(DRIVER_PAYLOADS, name);
   if (bytes && *bytes) {
@@ -136,9 +139,9 @@ static void add_payload(Text *text, const char *interface, const char *kind) {
   kvfree(bytes);
 }
 
-static int private_show(struct net_device *device, struct iw_request_info *info, union iwreq_data *data, char *extra) {
+static int private_show(struct net_device* device, struct iw_request_info* info, union iwreq_data* data, char* extra) {
   Text text = {};
-  char *settings;
+  char* settings;
   add_text(&text, "\n");
   mutex_lock(&texts_lock);
   settings = read_state(DRIVER_SETTINGS, device->name);
@@ -150,25 +153,26 @@ static int private_show(struct net_device *device, struct iw_request_info *info,
   return hand_over(finish_text(&text), data, extra);
 }
 
-static int private_survey(struct net_device *device, struct iw_request_info *info, union iwreq_data *data, char *extra) {
-  const struct interface *const own = netdev_priv(device);
-  char *survey;
+static int private_survey(struct net_device* device, struct iw_request_info* info, union iwreq_data* data,
+                          char* extra) {
+  const struct interface* const own = netdev_priv(device);
+  char* survey;
   mutex_lock(&texts_lock);
   survey = site_survey(own->radio->band);
   mutex_unlock(&texts_lock);
   return hand_over(survey, data, extra);
 }
 
-static int private_stat(struct net_device *device, struct iw_request_info *info, union iwreq_data *data, char *extra) {
+static int private_stat(struct net_device* device, struct iw_request_info* info, union iwreq_data* data, char* extra) {
   struct iwreq request = request_of(device, data);
-  const RequestRow *const row = find_row(SIOCIWFIRSTPRIV + 9, 0);
+  const RequestRow* const row = find_row(SIOCIWFIRSTPRIV + 9, 0);
   struct {
     u32 stations;
     s32 noise;
     u64 counter[6];
   } reply = {};
-  char *const text = kvmalloc(MOST_SHOWN, GFP_KERNEL);
-  const int error = answer(device, SIOCIWFIRSTPRIV + 9, row, &request, (u8 *)&reply);
+  char* const text = kvmalloc(MOST_SHOWN, GFP_KERNEL);
+  const int error = answer(device, SIOCIWFIRSTPRIV + 9, row, &request, (u8*)&reply);
   if (!text || error) {
     kvfree(text);
     return text ? -error : -ENOMEM;

@@ -15,26 +15,26 @@ enum { NAME_ROOM = 40, MOST_BYTES = 1 << 20 };
 
 struct text {
   struct list_head list;
-  struct proc_dir_entry *entry;
+  struct proc_dir_entry* entry;
   int folder;
   bool emptied_by_readers;
   char name[NAME_ROOM];
-  char *bytes; /* null: empty */
+  char* bytes; /* null: empty */
   size_t size;
 };
 
 /* What one opening of a text's file sees, or has written. */
 struct session {
-  struct text *text;
+  struct text* text;
   bool replaces;
-  char *bytes;
+  char* bytes;
   size_t size;
   size_t room;
 };
 
 DEFINE_MUTEX(texts_lock);
 static LIST_HEAD(texts);
-static struct proc_dir_entry *door;
+static struct proc_dir_entry* door;
 
 struct text_folder text_folders[FOLDERS] = {
     {DRIVER_SETTINGS, NULL},
@@ -43,15 +43,15 @@ struct text_folder text_folders[FOLDERS] = {
     {"/proc/zq2810", NULL},
 };
 
-static struct text *find(int folder, const char *name) {
-  struct text *text;
+static struct text* find(int folder, const char* name) {
+  struct text* text;
   list_for_each_entry(text, &texts, list) {
     if (text->folder == folder && strcmp(text->name, name) == 0) return text;
   }
   return NULL;
 }
 
-static int find_folder(const char *path) {
+static int find_folder(const char* path) {
   int folder;
   for (folder = 0; folder < FOLDERS; ++folder) {
     if (strcmp(text_folders[folder].path, path) == 0) return folder;
@@ -59,8 +59,8 @@ static int find_folder(const char *path) {
   return -1;
 }
 
-static char *copy_of(const struct text *text) {
-  char *const copy = kvmalloc(text->size + 1, GFP_KERNEL);
+static char* copy_of(const struct text* text) {
+  char* const copy = kvmalloc(text->size + 1, GFP_KERNEL);
   if (!copy) return NULL;
   if (text->size) memcpy(copy, text->bytes, text->size);
   copy[text->size] = '\0';
@@ -68,15 +68,15 @@ static char *copy_of(const struct text *text) {
 }
 
 /* Takes the bytes over. */
-static void replace(struct text *text, char *bytes, size_t size) {
+static void replace(struct text* text, char* bytes, size_t size) {
   kvfree(text->bytes);
   text->bytes = bytes;
   text->size = size;
 }
 
-int text_store(int folder, const char *name, const char *bytes, size_t size) {
-  struct text *const text = find(folder, name);
-  char *fresh = NULL;
+int text_store(int folder, const char* name, const char* bytes, size_t size) {
+  struct text* const text = find(folder, name);
+  char* fresh = NULL;
   lockdep_assert_held(&texts_lock);
   if (!text) return -ENOENT;
   if (size) {
@@ -89,25 +89,25 @@ int text_store(int folder, const char *name, const char *bytes, size_t size) {
 }
 
 /* What the portable parts see of all this. */
-char *read_state(const char *folder, const char *name) {
-  const struct text *const text = find(find_folder(folder), name);
+char* read_state(const char* folder, const char* name) {
+  const struct text* const text = find(find_folder(folder), name);
   lockdep_assert_held(&texts_lock);
   return text ? copy_of(text) : NULL;
 }
 
-char *read_radio_list(const char *kind, const char *radio) {
+char* read_radio_list(const char* kind, const char* radio) {
   char name[NAME_ROOM];
   snprintf(name, sizeof name, "%s-%s", kind, radio);
   return read_state(DRIVER_LISTS, name);
 }
 
-int store_state(const char *folder, const char *name, const char *text) {
+int store_state(const char* folder, const char* name, const char* text) {
   return -text_store(find_folder(folder), name, text, strlen(text));
 }
 
-static int door_open(struct inode *inode, struct file *file) {
-  struct text *const text = pde_data(inode);
-  struct session *const session = kzalloc(sizeof *session, GFP_KERNEL);
+static int door_open(struct inode* inode, struct file* file) {
+  struct text* const text = pde_data(inode);
+  struct session* const session = kzalloc(sizeof *session, GFP_KERNEL);
   if (!session) return -ENOMEM;
   session->text = text;
   session->replaces = (file->f_flags & O_ACCMODE) == O_WRONLY || (file->f_flags & O_TRUNC);
@@ -126,19 +126,19 @@ static int door_open(struct inode *inode, struct file *file) {
   return 0;
 }
 
-static ssize_t door_read(struct file *file, char __user *to, size_t size, loff_t *at) {
-  const struct session *const session = file->private_data;
+static ssize_t door_read(struct file* file, char __user* to, size_t size, loff_t* at) {
+  const struct session* const session = file->private_data;
   if (session->replaces) return 0;
   return simple_read_from_buffer(to, size, at, session->bytes, session->size);
 }
 
-static ssize_t door_write(struct file *file, const char __user *from, size_t size, loff_t *at) {
-  struct session *const session = file->private_data;
+static ssize_t door_write(struct file* file, const char __user* from, size_t size, loff_t* at) {
+  struct session* const session = file->private_data;
   if (!session->replaces) return -EBADF;
   if (size > MOST_BYTES - session->size) return -EFBIG;
   if (session->size + size > session->room) {
     const size_t room = max_t(size_t, 2 * session->room, session->size + size);
-    char *const bytes = kvmalloc(room, GFP_KERNEL);
+    char* const bytes = kvmalloc(room, GFP_KERNEL);
     if (!bytes) return -ENOMEM;
     if (session->size) memcpy(bytes, session->bytes, session->size);
     kvfree(session->bytes);
@@ -151,8 +151,8 @@ static ssize_t door_write(struct file *file, const char __user *from, size_t siz
   return size;
 }
 
-static int door_release(struct inode *inode, struct file *file) {
-  struct session *const session = file->private_data;
+static int door_release(struct inode* inode, struct file* file) {
+  struct session* const session = file->private_data;
   if (session->replaces) {
     mutex_lock(&texts_lock);
     replace(session->text, session->bytes, session->size);
@@ -172,8 +172,8 @@ static const struct proc_ops kDoor = {
     .proc_lseek = default_llseek,
 };
 
-int text_create(int folder, const char *name, const char *bytes, bool emptied_by_readers) {
-  struct text *const text = kzalloc(sizeof *text, GFP_KERNEL);
+int text_create(int folder, const char* name, const char* bytes, bool emptied_by_readers) {
+  struct text* const text = kzalloc(sizeof *text, GFP_KERNEL);
   int error;
   if (!text) return -ENOMEM;
   text->folder = folder;
@@ -192,9 +192,9 @@ int text_create(int folder, const char *name, const char *bytes, bool emptied_by
   return error ? error : -ENOMEM;
 }
 
-void texts_remove(int folder, const char *name) {
-  struct text *text;
-  struct text *next;
+void texts_remove(int folder, const char* name) {
+  struct text* text;
+  struct text* next;
   LIST_HEAD(gone);
   mutex_lock(&texts_lock);
   list_for_each_entry_safe(text, next, &texts, list) {

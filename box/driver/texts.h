@@ -9,8 +9,8 @@
 extern struct mutex texts_lock;
 
 struct text_folder {
-  const char *path; /* what the driver's sources call it */
-  struct proc_dir_entry *entry;
+  const char* path; /* what the driver's sources call it */
+  struct proc_dir_entry* entry;
 };
 
 enum { FOLDER_SETTINGS, FOLDER_LISTS, FOLDER_PAYLOADS, FOLDER_BOARD, FOLDERS };
@@ -20,10 +20,10 @@ int texts_start(void);
 void texts_stop(void);
 
 /* Makes an empty text, or one that a reader who opens it empties. The lock is not held. */
-int text_create(int folder, const char *name, const char *bytes, bool emptied_by_readers);
+int text_create(int folder, const char* name, const char* bytes, bool emptied_by_readers);
 
 /* Takes a text away, or all of a folder for a null name, and waits for who has it open. The lock is not held. */
-void texts_remove(int folder, const char *name);
+void texts_remove(int folder, const char* name);
 
 /* -ENOENT when there is no such text. The lock is held. */
-int text_store(int folder, const char *name, const char *bytes, size_t size);
+int text_store(int folder, const char* name, const char* bytes, size_t size);

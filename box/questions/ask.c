@@ -32,11 +32,11 @@ typedef struct Question {
 
 static uint8_t buffer[kBuffer];
 
-static void *payload_from(const char *text) {
+static void* payload_from(const char* text) {
   memset(buffer, 0, sizeof buffer);
   if (strcmp(text, "null") == 0) return NULL;
   // In the first page, where nothing is ever mapped.
-  if (strcmp(text, "bad") == 0) return (void *)16;
+  if (strcmp(text, "bad") == 0) return (void*)16;
   for (size_t i = 0; text[2 * i] != '\0' && text[2 * i + 1] != '\0'; ++i) {
     const char byte[] = {text[2 * i], text[2 * i + 1], '\0'};
     buffer[i] = (uint8_t)strtoul(byte, NULL, 16);
@@ -45,7 +45,7 @@ static void *payload_from(const char *text) {
 }
 
 // What time and traffic change is no answer: counters, and how long ago a neighbour was heard.
-static void blank(const Question *question) {
+static void blank(const Question* question) {
   if (question->request == kStatistics) memset(buffer + 8, 0, 48);
   if (question->request != kOid || question->flags != kNeighbours) return;
   for (size_t i = 0; i < 128; ++i) memset(buffer + 4 + 144 * i + 12, 0, 4);
@@ -60,15 +60,16 @@ static void print_buffer(void) {
   if (length > kShown) printf("... %zu bytes, sum %08x", length, sum);
 }
 
-static void ask(int fd, const Question *question) {
+static void ask(int fd, const Question* question) {
   struct iwreq request = {0};
   const bool has_record = strcmp(question->payload, "record") != 0;
   snprintf(request.ifr_name, sizeof request.ifr_name, "%.15s", question->interface);
   request.u.data.pointer = payload_from(has_record ? question->payload : "");
   request.u.data.length = (uint16_t)question->length;
   request.u.data.flags = (uint16_t)question->flags;
-  printf("%s %04lx %04x %u %s: ", question->interface, question->request, question->flags, question->length, question->payload);
-  if (make_request(fd, question->request, has_record ? (void *)&request : (void *)16) < 0) {
+  printf("%s %04lx %04x %u %s: ", question->interface, question->request, question->flags, question->length,
+         question->payload);
+  if (make_request(fd, question->request, has_record ? (void*)&request : (void*)16) < 0) {
     printf("%s\n", strerrorname_np(errno));
     return;
   }
@@ -83,13 +84,13 @@ static void ask(int fd, const Question *question) {
   printf("\n");
 }
 
-static bool parse(const char *line, Question *question) {
+static bool parse(const char* line, Question* question) {
   memset(question, 0, sizeof *question);
-  return sscanf(line, "%31s %lx %x %u %255s", question->interface, &question->request, &question->flags, &question->length,
-                question->payload) >= 4;
+  return sscanf(line, "%31s %lx %x %u %255s", question->interface, &question->request, &question->flags,
+                &question->length, question->payload) >= 4;
 }
 
-int main(int argc, char **argv) {
+int main(int argc, char** argv) {
   if (argc > 1) {
     const unsigned user = (unsigned)atoi(argv[1]);
     if (setgid(user) != 0 || setuid(user) != 0) {

@@ -4,6 +4,6 @@
 
 #include "make_request.h"
 
-int make_request(int fd, unsigned long number, void *record) {
+int make_request(int fd, unsigned long number, void* record) {
   return (int)syscall(SYS_ioctl, fd, number, record);
 }

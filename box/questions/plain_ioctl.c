@@ -2,6 +2,6 @@
 
 #include "make_request.h"
 
-int make_request(int fd, unsigned long number, void *record) {
+int make_request(int fd, unsigned long number, void* record) {
   return ioctl(fd, number, record);
 }
