@@ -69,11 +69,12 @@ prepare() {
   mkdir -p "$run/sim"
   cp "$tree"/box/stories/lib.sh "$tree"/box/questions/*.txt "$run"
   [ "$1" = shell ] || cp "$tree/box/stories/$1.sh" "$run/story.sh"
-  printf 'story=%s\nchips=%s\nexport STORY=/out WORLD=box TREE=%s BUILD=%s\n' "$1" "$2" "$tree" "$build" >"$run/machine"
+  printf 'story=%s\nchips=%s\nkeeps=%s\nexport STORY=/out WORLD=box TREE=%s BUILD=%s TORTURE_SECONDS=%s\n' \
+    "$1" "$2" "$3" "$tree" "$build" "${TORTURE_SECONDS:-600}" >"$run/machine"
 }
 
 in_simulation() {
-  (cd "$run/sim" && STORY=$run WORLD=sim PATH="$native/bin:$folder/native:$PATH" \
+  (cd "$run/sim" && STORY=$run WORLD=sim TORTURE_SECONDS=20 PATH="$native/bin:$folder/native:$PATH" \
     timeout 300 "$native/bin/gateway-sim" --chips "$2" -- sh "$run/story.sh") >"$run/sim-facts" 2>"$run/sim-complaints"
 }
 
@@ -91,7 +92,7 @@ run_story() {
   [ -f "$tree/box/stories/$1.sh" ] || { echo "box: no story is called $1; there are: $stories" >&2; exit 2; }
   chips=$(setting "$1" chips 7603,7663)
   seconds=$(setting "$1" seconds 180)
-  prepare "$1" "$chips"
+  prepare "$1" "$chips" "$(setting "$1" keeps nothing)"
   code=0
   # What the machine has beside its first file system.
   set -- "$1"
@@ -104,7 +105,8 @@ run_story() {
   fi
   story=$1
   shift
-  export BOX_APPEND="$append" BOX_MEMORY=$memory
+  BOX_REBOOTS=$(setting "$story" reboots no)
+  export BOX_APPEND="$append" BOX_MEMORY=$memory BOX_REBOOTS
   if [ -x "$tree/box/stories/$story.machine" ]; then
     FOLDER=$folder MACHINE_ARCH=$arch RUN=$run "$tree/box/stories/$story.machine" || code=$?
   else
@@ -136,7 +138,7 @@ failed=
 case ${1:-} in
   build) exit 0 ;;
   shell)
-    prepare shell 7603,7663
+    prepare shell 7603,7663 nothing
     BOX_SHELL=1 exec "$scripts/machine.sh" "$folder" $arch "$run" 86400
     ;;
   all) set -- $stories ;;

@@ -28,9 +28,13 @@ esac
 serial=file:$run/console.last
 [ "${BOX_SHELL:-}" != 1 ] || serial=mon:stdio
 
+reboot=-no-reboot
+[ "${BOX_REBOOTS:-}" != yes ] || reboot=
+
 code=0
+# shellcheck disable=SC2086 # no word where reboots are let through
 set -- timeout --foreground --kill-after=5 "$seconds" "$@" -smp 2 -m "${BOX_MEMORY:-160}" -nic none -display none -monitor none \
-  -no-reboot -kernel "$folder/kernel" -initrd "${BOX_IMAGE:-$folder/image}" \
+  $reboot -kernel "$folder/kernel" -initrd "${BOX_IMAGE:-$folder/image}" \
   -append "console=$console quiet panic=-1 rdinit=/init ${BOX_APPEND:-}" \
   -fsdev "local,id=out,path=$run,security_model=none" -device virtio-9p-device,fsdev=out,mount_tag=out -serial "$serial"
 rm -f "$run/console.last"
