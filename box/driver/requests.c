@@ -25,8 +25,7 @@ enum {
 };
 
 /* The lock is held. */
-static int answer_locked(struct net_device* device, unsigned long number, const RequestRow* row, struct iwreq* request,
-                         u8* data) {
+static int answer_locked(struct net_device* device, const RequestRow* row, struct iwreq* request, u8* data) {
   const struct interface* const own = netdev_priv(device);
   char* const settings = read_state(DRIVER_SETTINGS, device->name);
   Query query = {
@@ -43,11 +42,10 @@ static int answer_locked(struct net_device* device, unsigned long number, const 
   return error;
 }
 
-static int answer(struct net_device* device, unsigned long number, const RequestRow* row, struct iwreq* request,
-                  u8* data) {
+static int answer(struct net_device* device, const RequestRow* row, struct iwreq* request, u8* data) {
   int error;
   mutex_lock(&texts_lock);
-  error = answer_locked(device, number, row, request, data);
+  error = answer_locked(device, row, request, data);
   mutex_unlock(&texts_lock);
   return error;
 }
@@ -60,19 +58,20 @@ static int fault_of(unsigned long number, const struct iwreq* request) {
   return error;
 }
 
-static struct iwreq request_of(const struct net_device* device, const union iwreq_data* data) {
-  struct iwreq request = {};
-  strscpy(request.ifr_name, device->name, sizeof request.ifr_name);
-  request.u = *data;
-  return request;
+static void fill(struct iwreq* request, const struct net_device* device, const union iwreq_data* data) {
+  memset(request, 0, sizeof *request);
+  strscpy(request->ifr_name, device->name, sizeof request->ifr_name);
+  request->u = *data;
 }
 
 static int answer_standard(struct net_device* device, struct iw_request_info* info, union iwreq_data* data,
                            char* extra) {
-  struct iwreq request = request_of(device, data);
+  struct iwreq request;
   const RequestRow* const row = find_row(info->cmd, 0);
-  int error = fault_of(info->cmd, &request);
-  if (!error) error = row ? answer(device, info->cmd, row, &request, NULL) : EOPNOTSUPP;
+  int error;
+  fill(&request, device, data);
+  error = fault_of(info->cmd, &request);
+  if (!error) error = row ? answer(device, row, &request, NULL) : EOPNOTSUPP;
   if (!error) *data = request.u;
   return -error;
 }
@@ -80,19 +79,20 @@ static int answer_standard(struct net_device* device, struct iw_request_info* in
 /* Answers into a buffer of the driver's own: the caller's memory is touched without the lock. */
 static int answer_private(struct net_device* device, struct iw_request_info* info, union iwreq_data* data,
                           char* extra) {
-  struct iwreq request = request_of(device, data);
+  struct iwreq request;
   const RequestRow* const row = find_row(info->cmd, data->data.flags);
-  const int fault = fault_of(info->cmd, &request);
   size_t taken;
   u8* own;
   int error;
-  if (fault) return -fault;
+  fill(&request, device, data);
+  error = fault_of(info->cmd, &request);
+  if (error) return -error;
   if (!row) return -EOPNOTSUPP;
   if (data->data.length < row->least_length) return -EINVAL;
   taken = row->reply ? row->least_length : data->data.length;
   own = kvzalloc(max_t(size_t, taken, row->reply) + 1, GFP_KERNEL);
   if (!own) return -ENOMEM;
-  error = copy_from_user(own, data->data.pointer, taken) ? EFAULT : answer(device, info->cmd, row, &request, own);
+  error = copy_from_user(own, data->data.pointer, taken) ? EFAULT : answer(device, row, &request, own);
   if (!error && copy_to_user(data->data.pointer, own, row->reply)) error = EFAULT;
   kvfree(own);
   return -error;
@@ -164,7 +164,7 @@ static int private_survey(struct net_device* device, struct iw_request_info* inf
 }
 
 static int private_stat(struct net_device* device, struct iw_request_info* info, union iwreq_data* data, char* extra) {
-  struct iwreq request = request_of(device, data);
+  struct iwreq request;
   const RequestRow* const row = find_row(SIOCIWFIRSTPRIV + 9, 0);
   struct {
     u32 stations;
@@ -172,7 +172,9 @@ static int private_stat(struct net_device* device, struct iw_request_info* info,
     u64 counter[6];
   } reply = {};
   char* const text = kvmalloc(MOST_SHOWN, GFP_KERNEL);
-  const int error = answer(device, SIOCIWFIRSTPRIV + 9, row, &request, (u8*)&reply);
+  int error;
+  fill(&request, device, data);
+  error = answer(device, row, &request, (u8*)&reply);
   if (!text || error) {
     kvfree(text);
     return text ? -error : -ENOMEM;

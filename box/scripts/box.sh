@@ -44,6 +44,20 @@ kernel=$("$scripts/fetch.sh" -k "$folder/packages" "$arch") || exit 3
 "$scripts/build_modules.sh" "$folder" $arch "$kernel"
 "$scripts/build_image.sh" "$folder" $arch "$kernel" "$build"
 
+# KVM may be there and not work, as inside another machine.
+if [ $arch = amd64 ] && [ ! -f "$folder/accel" ]; then
+  mkdir -p "$folder/runs/probe"
+  if [ -r /dev/kvm ] && [ -w /dev/kvm ]; then
+    echo kvm >"$folder/accel"
+    BOX_APPEND=probe "$scripts/machine.sh" "$folder" $arch "$folder/runs/probe" 15 >/dev/null 2>&1 || echo tcg >"$folder/accel"
+  else
+    echo tcg >"$folder/accel"
+  fi
+  echo "box: the machine runs under $(cat "$folder/accel")"
+fi
+bus=device
+[ $arch = arm64 ] || bus=pci
+
 # The same questions are asked inside the simulated gateway.
 mkdir -p "$folder/native"
 for kind in plain own; do
@@ -100,8 +114,8 @@ run_story() {
   if [ "$(setting "$1" disk no)" = debian ]; then
     "$scripts/build_disk.sh" "$folder" $arch
     append=disk memory=512
-    set -- "$1" -drive "file=$folder/disk,if=none,id=disk,format=raw,snapshot=on" -device virtio-blk-device,drive=disk \
-      -fsdev "local,id=tree,path=$tree,security_model=none,readonly=on" -device virtio-9p-device,fsdev=tree,mount_tag=tree
+    set -- "$1" -drive "file=$folder/disk,if=none,id=disk,format=raw,snapshot=on" -device virtio-blk-$bus,drive=disk \
+      -fsdev "local,id=tree,path=$tree,security_model=none,readonly=on" -device virtio-9p-$bus,fsdev=tree,mount_tag=tree
   fi
   story=$1
   shift

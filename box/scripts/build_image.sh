@@ -16,7 +16,7 @@ case $arch in
 esac
 
 # What Debian's kernel has as modules: 9p for the results, bridges, a disk with ext4, and what simulations need.
-wanted="9p 9pnet_virtio virtio_mmio bridge virtio_blk ext4 overlay veth"
+wanted="virtio_mmio virtio_pci 9p 9pnet_virtio bridge virtio_blk ext4 overlay veth"
 
 if [ ! -f "$folder/kernel-files/$kernel" ]; then
   rm -rf "$folder/kernel-files"
