@@ -32,7 +32,7 @@ if [ ! -f "$folder/kernel-files/$kernel" ]; then
 fi
 cp "$folder/kernel-files/boot/vmlinuz-$kernel" "$folder/kernel"
 
-key=$(cd "$tree" && cat box/image/* box/questions/*.[ch] include/*.h tests/gateway/library_probe.* tests/gateway/probe_*.c sim/dat/* \
+key=$(cd "$tree" && cat box/image/* box/questions/*.[ch] box/tools/*.c include/*.h tests/gateway/library_probe.* tests/gateway/probe_*.c sim/dat/* \
   "$folder/modules/stamp" "$folder/packages/list" "$build"/lib/lib*.so.1 "$build/bin/wlanctl" "$build/bin/apply_settings" \
   "$build/libexec/gateway-sim/gateway-tools" "$0" | sha256sum)
 [ -f "$folder/image" ] && [ -f "$folder/image.key" ] && [ "$(cat "$folder/image.key")" = "$key" ] && exit 0
@@ -98,6 +98,7 @@ flags="-O2 -Wall -Wextra -Werror"
 ${triplet}-gcc $flags -nostdlib -static -o "$root/bin/leave" "$tree/box/image/leave_$arch.S"
 ${triplet}-gcc $flags -o "$root/usr/bin/ask" "$tree/box/questions/ask.c" "$tree/box/questions/plain_ioctl.c"
 ${triplet}-gcc $flags -static -o "$root/usr/bin/ask-static" "$tree/box/questions/ask.c" "$tree/box/questions/own_ioctl.c"
+${triplet}-gcc $flags -o "$root/usr/bin/cut_at" "$tree/box/tools/cut_at.c"
 ${triplet}-gcc -O2 -I"$tree/include" -o "$root/usr/bin/library_probe" "$tree"/tests/gateway/library_probe.c "$tree"/tests/gateway/probe_*.c \
   -L"$build/lib" -Wl,-rpath-link,"$build/lib" -lapi_lib_wifimgr
 cp "$tree/box/image/init" "$root/init"
