@@ -158,8 +158,7 @@ BOX = ARCH=$(or $(ARCH),arm64) box/scripts/box.sh
 BOX_PARTS = gateway-sim wlanctl apply_settings attach_store status_page switch_radio
 
 box-build:
-	@[ "$(ARCH)" = native ] || scripts/setup.sh box
-	@[ "$(ARCH)" != native ] || scripts/setup.sh box-native
+	@scripts/setup.sh $(if $(filter native,$(ARCH)),box-native,box) || { echo "box: there is no box without these packages" >&2; exit 3; }
 	@$(MAKE) -s --no-print-directory build/release/build.ninja
 	cmake --build build/release --target $(BOX_PARTS)
 	@[ "$(ARCH)" = native ] || { $(MAKE) -s --no-print-directory build/arm64/build.ninja && \

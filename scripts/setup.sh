@@ -15,8 +15,9 @@ package="$build dpkg-dev g++-aarch64-linux-gnu"
 clang="$test clang"
 lint="$clang clang-format clang-tidy cppcheck"
 docs="$build doxygen mandoc"
-box="$build g++-aarch64-linux-gnu make cpio kmod e2fsprogs qemu-system-arm net-tools bridge-utils"
-box_native="$build make cpio kmod e2fsprogs qemu-system-x86 net-tools bridge-utils"
+# The tests that run there are built as well.
+box="$arm64 make cpio kmod e2fsprogs qemu-system-arm"
+box_native="$test make cpio kmod e2fsprogs qemu-system-x86"
 test_all="$arm64 $musl $package $clang"
 
 case "${1:-}" in

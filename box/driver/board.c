@@ -4,10 +4,10 @@
 #include <linux/platform_device.h>
 #include <linux/random.h>
 
+#include "box/driver/pci_bus.h"
+#include "box/driver/radio.h"
 #include "box/driver/radio_state.h"
-#include "pci_bus.h"
-#include "radio.h"
-#include "texts.h"
+#include "box/driver/texts.h"
 
 static char* chips = "7603,7663";
 module_param(chips, charp, 0444);

@@ -3,7 +3,7 @@
 #include <linux/module.h>
 #include <linux/pci.h>
 
-#include "radio.h"
+#include "box/driver/radio.h"
 
 struct chip {
   struct radio* radio[kBands];

@@ -3,9 +3,9 @@
 #include <linux/mm.h>
 #include <linux/string.h>
 
-#include "bands.h"
+#include "box/driver/bands.h"
+#include "box/driver/texts.h"
 #include "sim/driver/answers.h"
-#include "texts.h"
 
 static int keep(const Query* query, const char* kind) {
   char name[40];

@@ -1,4 +1,4 @@
-#include "pci_bus.h"
+#include "box/driver/pci_bus.h"
 
 #include <linux/pci.h>
 #include <linux/string.h>

@@ -1,4 +1,4 @@
-#include "radio.h"
+#include "box/driver/radio.h"
 
 #include <linux/err.h>
 #include <linux/etherdevice.h>
@@ -8,8 +8,8 @@
 
 #include "box/driver/dat.h"
 #include "box/driver/radio_state.h"
+#include "box/driver/texts.h"
 #include "sim/driver/counter.h"
-#include "texts.h"
 
 enum { MOST_DAT_BYTES = 1 << 20 };
 

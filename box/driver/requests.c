@@ -8,12 +8,12 @@
 #include <net/iw_handler.h>
 
 #include "box/driver/bss_settings.h"
+#include "box/driver/radio.h"
 #include "box/driver/radio_state.h"
-#include "radio.h"
+#include "box/driver/texts.h"
 #include "sim/driver/answers.h"
 #include "sim/driver/request_table.h"
 #include "sim/driver/state.h"
-#include "texts.h"
 
 enum {
   SET = SIOCIWFIRSTPRIV + 2,

@@ -1,4 +1,4 @@
-#include "texts.h"
+#include "box/driver/texts.h"
 
 #include <linux/fs.h>
 #include <linux/list.h>

@@ -8,6 +8,7 @@
 set -eu
 tree=$(cd "$(dirname "$0")/../.." && pwd)
 scripts=$tree/box/scripts
+PATH=$PATH:/usr/sbin:/sbin
 host=$(dpkg --print-architecture 2>/dev/null || echo unknown)
 
 missing() {
