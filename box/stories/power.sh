@@ -35,11 +35,11 @@ case $phase in
     if [ ! -s $dat ]; then
       found="an empty file"
     elif [ "$ssid" = Gateway-Home ]; then
-      found="the old settings, $lines lines"
+      found="the old settings"
     elif [ "$ssid" = Changed ]; then
-      found="the new settings, $lines lines"
+      found="the first $lines lines of the new settings"
     else
-      found="a part of them, $lines lines"
+      found="$lines lines without a name"
     fi
     fact "$found; the driver serves \"$(iwpriv ra0 show | sed -n 's/^SSID=//p')\""
     # A save makes it whole again.
