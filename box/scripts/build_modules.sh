@@ -20,7 +20,7 @@ stamp=$folder/modules/stamp
 key=$(cd "$tree" && cat box/driver/* box/driver/libc/* sim/driver/*.[ch] "$0" 2>/dev/null | sha256sum; echo "$kernel $folder")
 [ -f "$stamp" ] && [ "$(cat "$stamp")" = "$key" ] && exit 0
 
-if [ ! -f "$headers/unpacked" ]; then
+if [ "$(cat "$headers/unpacked" 2>/dev/null)" != "$folder" ]; then
   rm -rf "$folder/headers"
   mkdir -p "$folder/headers"
   for deb in "$folder"/packages/linux-headers-"${kernel%-"$arch"}"*.deb "$folder"/packages/linux-kbuild-*.deb; do
@@ -28,7 +28,7 @@ if [ ! -f "$headers/unpacked" ]; then
   done
   # Headers lie where they are installed to, says their makefile.
   sed -i "s|/usr/src/|$folder/headers/usr/src/|" "$headers/Makefile"
-  touch "$headers/unpacked"
+  echo "$folder" >"$headers/unpacked"
 fi
 
 work=$folder/modules/work
