@@ -84,8 +84,8 @@ prepare() {
   mkdir -p "$run/sim"
   cp "$tree"/box/stories/lib.sh "$tree"/box/questions/*.txt "$run"
   [ "$1" = shell ] || cp "$tree/box/stories/$1.sh" "$run/story.sh"
-  printf 'story=%s\nchips=%s\nkeeps=%s\nexport STORY=/out WORLD=box TREE=%s BUILD=%s TORTURE_SECONDS=%s\n' \
-    "$1" "$2" "$3" "$tree" "$build" "${TORTURE_SECONDS:-600}" >"$run/machine"
+  printf 'story=%s\nchips=%s\nkeeps=%s\nexport STORY=/out WORLD=box TREE=%s BUILD=%s TORTURE_SECONDS=%s TORTURE_SEED=%s\n' \
+    "$1" "$2" "$3" "$tree" "$build" "${TORTURE_SECONDS:-600}" "${TORTURE_SEED:-}" >"$run/machine"
 }
 
 in_simulation() {
