@@ -6,7 +6,7 @@ UNITS = $(filter store/%.cpp params/%.cpp apply/%.cpp driver/%.cpp wps/%.cpp pla
 STAGE = scripts/stage.sh
 
 .PHONY: help check demo test test-all test-rest test-clang test-arm64 test-musl build build-clang arm64 musl package \
-  stages docs interface format lint clean
+  stages docs interface bench format lint clean
 
 help:
 	@echo "make demo         run the library inside a simulated gateway and watch it apply settings"
@@ -23,6 +23,7 @@ help:
 	@echo "make build        build the library, the simulated gateway, the tool and the examples into build/release"
 	@echo "make arm64        the same and the tests for the gateway's processor, into build/arm64; sizes, and what it needs"
 	@echo "make docs         the reference to browse, into build/docs/html: header, settings, documents, manual pages"
+	@echo "make bench        what each work costs beside its limit, in two minutes; BASE=REF: and what it cost in that commit"
 	@echo "make interface    describe the binary interface anew, after a change of it that is meant"
 	@echo "make format       format the sources"
 	@echo "make lint         check the format, build with clang, run clang-tidy and cppcheck"
@@ -38,7 +39,7 @@ build/arm64/build.ninja:
 demo:
 	@scripts/setup.sh demo
 	@$(MAKE) -s --no-print-directory build/release/build.ninja
-	cmake --build build/release --target gateway-sim apply_settings attach_store status_page switch_radio
+	cmake --build build/release --target gateway-sim wlanctl apply_settings attach_store status_page switch_radio
 	examples/demo.sh build/release
 
 # The test programs are built once, in build/dev, and run twice: on what is sanitized there, and on what ships.
@@ -55,7 +56,7 @@ test:
 .PHONY: configure-tests
 configure-tests:
 	cmake --preset dev -DWIFIMGR_TEST_GATEWAY=$(CURDIR)/build/release
-	cmake --preset release -DBUILD_TESTING=ON -DWIFIMGR_TEST_PROGRAMS=$(CURDIR)/build/dev/tests
+	cmake --preset release -DBUILD_TESTING=ON -DWIFIMGR_BENCH=ON -DWIFIMGR_TEST_PROGRAMS=$(CURDIR)/build/dev/tests
 
 test-all: test
 	@$(MAKE) --no-print-directory test-rest
@@ -135,6 +136,15 @@ interface:
 	@$(MAKE) -s --no-print-directory build/release/build.ninja
 	cmake --build build/release --target api_lib_wifimgr
 	scripts/describe_interface.sh build/release/lib/libapi_lib_wifimgr.so.1
+
+# The commit to compare with, if any, is built beside this one.
+BASE :=
+bench:
+	@scripts/setup.sh bench
+	cmake --preset release -DWIFIMGR_BENCH=ON
+	cmake --build build/release --target wifimgr_bench_free wifimgr_bench_standin
+	$(if $(BASE),scripts/build_base.sh $(BASE) build/base)
+	python3 bench/run.py build/release $(if $(BASE),build/base/build $(BASE))
 
 build:
 	@scripts/setup.sh build

@@ -18,15 +18,15 @@ using apply::take_down;
 // A driver module, by the position of its chip's flag.
 struct Module {
   int chip;
-  const char* unload;
-  const char* load;
+  char unload[24];
+  char load[44];
 };
 
 // What differs between the bands.
 struct BandInterfaces {
   apply::Prefixes prefix;
-  const char* save_refusal;
-  const char* wds_down_trace;
+  char save_refusal[68];
+  char wds_down_trace[36];
   Module modules[3];  // the first whose chip is present is reloaded; empty rows are skipped
 };
 
@@ -52,7 +52,7 @@ void reload_driver(const char* function, uint32_t band) {
   char chips[] = "0000000";
   if (parse_driver(chips, sizeof chips - 1) != 0) return;
   for (const Module& module : kBands[band].modules) {
-    if (module.unload == nullptr || chips[module.chip] != '1') continue;
+    if (module.unload[0] == '\0' || chips[module.chip] != '1') continue;
     (void)store::run_shell("%s", module.unload);
     (void)store::run_shell("%s", module.load);
     break;

@@ -19,7 +19,10 @@ namespace {
 
 using apply::kWepKeys;
 
-constexpr const char* kScripts[] = {"/etc/Wireless/RT2860AP/WLAN_exec.sh", "/etc/Wireless/RT2860AP_AC/WLAN_exec.sh"};
+constexpr char kScripts[][40] = {"/etc/Wireless/RT2860AP/WLAN_exec.sh", "/etc/Wireless/RT2860AP_AC/WLAN_exec.sh"};
+
+// Whether the band's script was cut when this process last wrote it: a part of it could open a secured network.
+constinit bool g_is_cut[store::kBands] = {};
 
 using Value = char[store::kValueSize];
 using apply::SsidGetter;
@@ -38,8 +41,9 @@ class Script {
   uint32_t band() const { return band_; }
   int32_t ssid() const { return static_cast<int32_t>(number_ + 1U); }
 
+  // Cleared whole: a field that another program filled to its width comes without its NUL.
   bool read(SsidGetter getter, Value& value) const {
-    value[0] = '\0';
+    std::memset(value, 0, sizeof value);
     return getter(band_, ssid(), value, sizeof value) == 0;
   }
 
@@ -178,6 +182,19 @@ void write_wmm_and_burst(const Script& script) {
   script.set("TxBurst", "1");
 }
 
+void write_script(const Script& script) {
+  write_access_list(script);
+  script.set_if_readable("HideSSID", wifimgr_lib_get_hideSSID);
+  write_security(script);
+  write_wmm_and_burst(script);
+  // Once more for the WPA modes, whose part has it already; kept.
+  script.set_quoted_if_readable("SSID", wifimgr_lib_get_ssid);
+}
+
+bool is_cut_script(int wifi_type, const char* command) {
+  return store::is_band(wifi_type) && g_is_cut[wifi_type] && std::strstr(command, kScripts[wifi_type]) != nullptr;
+}
+
 }  // namespace
 
 extern "C" int32_t wifimgr_lib_write_wifi_execute_sh(uint32_t wifi_type, uint32_t ssid_number) {
@@ -186,19 +203,16 @@ extern "C" int32_t wifimgr_lib_write_wifi_execute_sh(uint32_t wifi_type, uint32_
     (void)trace::fail(__func__, store::kWrongBand);
     return -1;
   }
-  {
-    const store::Stream file(std::fopen(kScripts[wifi_type], "we"));
-    if (!file) {
-      (void)trace::fail(__func__);
-      return -1;
-    }
-    const Script script(file.get(), wifi_type, ssid_number);
-    write_access_list(script);
-    script.set_if_readable("HideSSID", wifimgr_lib_get_hideSSID);
-    write_security(script);
-    write_wmm_and_burst(script);
-    // Once more for the WPA modes, whose part has it already; kept.
-    script.set_quoted_if_readable("SSID", wifimgr_lib_get_ssid);
+  store::Stream file(std::fopen(kScripts[wifi_type], "we"));
+  if (!file) {
+    (void)trace::fail(__func__);
+    return -1;
+  }
+  write_script(Script(file.get(), wifi_type, ssid_number));
+  g_is_cut[wifi_type] = !file.close();
+  if (g_is_cut[wifi_type]) {
+    store::empty_file(kScripts[wifi_type]);
+    return trace::fail(__func__);
   }
   const int32_t result = chmod(kScripts[wifi_type], 0700);
   (void)(result == 0 ? trace::success(__func__) : trace::fail(__func__));
@@ -208,7 +222,7 @@ extern "C" int32_t wifimgr_lib_write_wifi_execute_sh(uint32_t wifi_type, uint32_
 // On 5G a script runs only when the one-shot flag asks for it, and uses the flag up.
 extern "C" uint64_t wifimgr_lib_execute_wlan_script(int32_t wifi_type, const char* command) {
   trace::enter(__func__);
-  if (command == nullptr) {
+  if (command == nullptr || is_cut_script(wifi_type, command)) {
     (void)trace::fail(__func__);
     return 0;
   }

@@ -12,8 +12,8 @@ const char* for_mixed_bg(uint32_t wifi_type, int32_t ssid_index) {
   char current[store::kValueSize] = "";
   if (wifimgr_lib_get_fixedTxMode(wifi_type, ssid_index, current, sizeof current) != 0) return "2";
   apply::strip_line_end(current);
-  static constexpr const char* kCckRates[] = {"1", "2", "5.5", "11"};
-  for (const char* cck_rate : kCckRates) {
+  static constexpr char kCckRates[][4] = {"1", "2", "5.5", "11"};
+  for (const auto& cck_rate : kCckRates) {
     if (std::strcmp(current, cck_rate) == 0) return "1";
   }
   return nullptr;

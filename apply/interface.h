@@ -25,8 +25,8 @@ void bring_up(const char* bridge, const char* prefix, int number);
 
 // The interfaces' prefixes of a band; empty ones for a number that is no band.
 struct Prefixes {
-  const char* bss;
-  const char* wds;
+  char bss[4];
+  char wds[8];
 };
 constexpr Prefixes prefixes_of(uint32_t wifi_type) {
   if (wifi_type == store::k2_4G) return {"ra", "wds"};

@@ -40,39 +40,39 @@ constexpr uint64_t kRadioChange = 1;
 constexpr uint64_t kRebootChange = 2;
 
 constexpr BandRow kCommonRows[] = {
-    {"channel", wifimgr_lib_get_channel, offsetof(Snapshot, channel)},
-    {"BeaconPeriod", wifimgr_lib_get_beaconPeriod, offsetof(Snapshot, beacon_period)},
-    {"DtimPeriod", wifimgr_lib_get_dtimPeriod, offsetof(Snapshot, dtim_period)},
-    {"HtTxstream", wifimgr_lib_get_HT_TxStream, offsetof(Snapshot, ht_tx_stream)},
-    {"HtRxstream", wifimgr_lib_get_HT_RxStream, offsetof(Snapshot, ht_rx_stream)},
-    {"WirelessMode", wifimgr_lib_get_wirelessMode, offsetof(Snapshot, wireless_mode)},
-    {"TxPower", wifimgr_lib_get_txPower, offsetof(Snapshot, tx_power)},
-    {"FragThreshold", wifimgr_lib_get_fragThreshold, offsetof(Snapshot, frag_threshold)},
+    {wifimgr_lib_get_channel, offsetof(Snapshot, channel)},
+    {wifimgr_lib_get_beaconPeriod, offsetof(Snapshot, beacon_period)},
+    {wifimgr_lib_get_dtimPeriod, offsetof(Snapshot, dtim_period)},
+    {wifimgr_lib_get_HT_TxStream, offsetof(Snapshot, ht_tx_stream)},
+    {wifimgr_lib_get_HT_RxStream, offsetof(Snapshot, ht_rx_stream)},
+    {wifimgr_lib_get_wirelessMode, offsetof(Snapshot, wireless_mode)},
+    {wifimgr_lib_get_txPower, offsetof(Snapshot, tx_power)},
+    {wifimgr_lib_get_fragThreshold, offsetof(Snapshot, frag_threshold)},
 };
 
 constexpr SsidRow kEntryRows[] = {
-    {"APSDCapable", wifimgr_lib_get_apsdCapable, offsetof(Snapshot, apsd_capable)},
-    {"WscV2Support", wifimgr_lib_get_wscV2Support, offsetof(Snapshot, wsc_v2_support)},
-    {"EnableSSID", wifimgr_lib_get_enableSsid, offsetof(Snapshot, ssid_enable)},
-    {"", nullptr, 0},
+    {wifimgr_lib_get_apsdCapable, offsetof(Snapshot, apsd_capable)},
+    {wifimgr_lib_get_wscV2Support, offsetof(Snapshot, wsc_v2_support)},
+    {wifimgr_lib_get_enableSsid, offsetof(Snapshot, ssid_enable)},
+    {nullptr, 0},
 };
 
 constexpr BandRow kHtRows[] = {
-    {"HtBssCoex", wifimgr_lib_get_HT_BSSCoexistence, offsetof(Snapshot, ht_bss_coexistence)},
-    {"HtExchar", wifimgr_lib_get_HT_EXTCHA, offsetof(Snapshot, ht_extcha)},
-    {"HTBw", wifimgr_lib_get_HT_BW, offsetof(Snapshot, ht_bw)},
-    {"HtGi", wifimgr_lib_get_HT_GI, offsetof(Snapshot, ht_gi)},
+    {wifimgr_lib_get_HT_BSSCoexistence, offsetof(Snapshot, ht_bss_coexistence)},
+    {wifimgr_lib_get_HT_EXTCHA, offsetof(Snapshot, ht_extcha)},
+    {wifimgr_lib_get_HT_BW, offsetof(Snapshot, ht_bw)},
+    {wifimgr_lib_get_HT_GI, offsetof(Snapshot, ht_gi)},
 };
 
 constexpr BandRow kHeRows[] = {
-    {"MuOfdmaDlEnable", wifimgr_lib_get_MuOfdmaDlEnable, offsetof(Snapshot, mu_ofdma_dl_enable)},
-    {"MuOfdmaUlEnable", wifimgr_lib_get_MuOfdmaUlEnable, offsetof(Snapshot, mu_ofdma_ul_enable)},
-    {"MuMimoDlEnable", wifimgr_lib_get_MuMimoDlEnable, offsetof(Snapshot, mu_mimo_dl_enable)},
-    {"MuMimoUlEnable", wifimgr_lib_get_MuMimoUlEnable, offsetof(Snapshot, mu_mimo_ul_enable)},
-    {"TWTSupport", wifimgr_lib_get_TWTSupport, offsetof(Snapshot, twt_support)},
-    {"SREnable", wifimgr_lib_get_SREnable, offsetof(Snapshot, sr_enable)},
-    {"SRMode", wifimgr_lib_get_SRMode, offsetof(Snapshot, sr_mode)},
-    {"SRSDEnable", wifimgr_lib_get_SRSDEnable, offsetof(Snapshot, srsd_enable)},
+    {wifimgr_lib_get_MuOfdmaDlEnable, offsetof(Snapshot, mu_ofdma_dl_enable)},
+    {wifimgr_lib_get_MuOfdmaUlEnable, offsetof(Snapshot, mu_ofdma_ul_enable)},
+    {wifimgr_lib_get_MuMimoDlEnable, offsetof(Snapshot, mu_mimo_dl_enable)},
+    {wifimgr_lib_get_MuMimoUlEnable, offsetof(Snapshot, mu_mimo_ul_enable)},
+    {wifimgr_lib_get_TWTSupport, offsetof(Snapshot, twt_support)},
+    {wifimgr_lib_get_SREnable, offsetof(Snapshot, sr_enable)},
+    {wifimgr_lib_get_SRMode, offsetof(Snapshot, sr_mode)},
+    {wifimgr_lib_get_SRSDEnable, offsetof(Snapshot, srsd_enable)},
 };
 
 // The band's regulatory region; each band has a key and a field of its own. The getter's answer is not looked at: a

@@ -12,13 +12,11 @@ namespace apply {
 using Snapshot = wifimgr_band_snapshot;
 
 struct BandRow {
-  const char* label;  // marks the row for a reader; compared with nothing
   BandGetter getter;
   size_t offset;
 };
 
 struct SsidRow {
-  const char* label;
   SsidGetter getter;
   size_t offset;
 };

@@ -5,7 +5,6 @@
 #include "params/band_setting.h"
 #include "store/band.h"
 #include "store/band_value.h"
-#include "store/decimal.h"
 #include "store/record.h"
 #include "store/trace.h"
 #include "wifimgr_lib.h"
@@ -16,14 +15,8 @@ using apply::kWdsLinks;
 
 constexpr size_t kMacLength = 17;
 
-// Four words, one per link.
-struct LinkWords {
-  const char* function;
-  const char* key;
-  char words[4][12];
-  const char* word_refusal;
-  const char* count_refusal;
-};
+// What a link may be, one word of four.
+using Words = char[4][12];
 
 // Ends the list scan on every way out: its position must not outlive the buffer that it points into.
 struct ListScan {
@@ -37,17 +30,19 @@ struct ListScan {
   const char* token;
 };
 
-bool is_word_of(const LinkWords& setting, const char* token) {
-  for (const auto& word : setting.words) {
+bool is_one_of(const Words& words, const char* token) {
+  for (const auto& word : words) {
     if (rtstrcasecmp(word, token) == 1) return true;
   }
   return false;
 }
 
-trace::Result set_link_words(const LinkWords& setting, uint32_t wifi_type, int32_t index, const char* value) {
-  trace::enter(setting.function);
-  if (value == nullptr) return trace::fail(setting.function);
-  if (index != -1) return trace::fail(setting.function, params::kIndexShouldBeMinusOne);
+// Four words, one per link. The caller's arguments come first and in its order.
+uint64_t set_link_words(uint32_t wifi_type, int32_t index, const char* value, const char* function, const char* key,
+                        const Words& words, const char* word_refusal, const char* count_refusal) {
+  trace::enter(function);
+  if (value == nullptr) return trace::fail(function);
+  if (index != -1) return trace::fail(function, params::kIndexShouldBeMinusOne);
   char list[store::kValueSize + 1] = "";
   std::memcpy(list, value, strnlen(value, store::kValueSize));
   char written[sizeof list];
@@ -55,12 +50,11 @@ trace::Result set_link_words(const LinkWords& setting, uint32_t wifi_type, int32
   int links = 0;
   // A fifth word is one too many, whatever it says.
   for (ListScan scan(list); scan.token != nullptr && links <= kWdsLinks; scan.next(), ++links) {
-    if (links < kWdsLinks && !is_word_of(setting, scan.token))
-      return trace::fail(setting.function, setting.word_refusal);
+    if (links < kWdsLinks && !is_one_of(words, scan.token)) return trace::fail(function, word_refusal);
   }
-  if (links != kWdsLinks) return trace::fail(setting.function, setting.count_refusal, kWdsLinks);
-  if (update_attr(store::band_number(wifi_type), -1, setting.key, written) != 0) return trace::fail(setting.function);
-  return trace::success(setting.function);
+  if (links != kWdsLinks) return trace::fail_printing(function, count_refusal, kWdsLinks);
+  if (update_attr(store::band_number(wifi_type), -1, key, written) != 0) return trace::fail(function);
+  return trace::success(function);
 }
 
 // Two hexadecimal digits in each of six groups; what separates the groups is not looked at, deliberately.
@@ -69,10 +63,6 @@ bool has_mac_digits(const char* token) {
     if (i % 3 != 2 && doHexCheck(token[i]) != 1) return false;
   }
   return true;
-}
-
-int is_wds_mode(const char* value) {
-  return std::strlen(value) == 1 && doStrDecCheck(value) != 0 && store::decimal(value) <= 4 ? 1 : 0;
 }
 
 }  // namespace
@@ -97,25 +87,19 @@ extern "C" int wifimgr_lib_get_wdsphymode(int wifi_type, int index, char* buf, u
 extern "C" uint64_t wifimgr_lib_set_wdsenable(uint32_t wifi_type, int32_t index, const char* value) {
   return params::set_band_value(wifi_type, index, value, __func__, "WdsEnable",
                                 "Please input value from 0 to 4(0:disable;1-4:diffrent modes,recommend 1).",
-                                params::passing(is_wds_mode));
+                                params::ACCEPTS_ONE_DIGIT(0, 4, nullptr));
 }
 
 extern "C" uint64_t wifimgr_lib_set_wdsencryptype(uint32_t wifi_type, int32_t index, const char* value) {
-  static constexpr LinkWords kRow = {__func__,
-                                     "WdsEncrypType",
-                                     {"NONE", "WEP", "TKIP", "AES"},
-                                     "Please input value from NONE,WEP,TKIP,AES.",
-                                     "Please input %d wdsencryptypes"};
-  return set_link_words(kRow, wifi_type, index, value);
+  static constexpr Words kWords = {"NONE", "WEP", "TKIP", "AES"};
+  return set_link_words(wifi_type, index, value, __func__, "WdsEncrypType", kWords,
+                        "Please input value from NONE,WEP,TKIP,AES.", "Please input %d wdsencryptypes");
 }
 
 extern "C" uint64_t wifimgr_lib_set_wdsphymode(uint32_t wifi_type, int32_t index, const char* value) {
-  static constexpr LinkWords kRow = {__func__,
-                                     "WdsPhyMode",
-                                     {"CCK", "OFDM", "HTMIX", "GREENFIELD"},
-                                     "Please input value from CCK,OFDM,HTMIX,GREENFIELD.",
-                                     "Please input %d wdsphyModes"};
-  return set_link_words(kRow, wifi_type, index, value);
+  static constexpr Words kWords = {"CCK", "OFDM", "HTMIX", "GREENFIELD"};
+  return set_link_words(wifi_type, index, value, __func__, "WdsPhyMode", kWords,
+                        "Please input value from CCK,OFDM,HTMIX,GREENFIELD.", "Please input %d wdsphyModes");
 }
 
 extern "C" uint64_t wifimgr_lib_set_wdslist(uint32_t wifi_type, int32_t index, const char* value) {
@@ -132,7 +116,7 @@ extern "C" uint64_t wifimgr_lib_set_wdslist(uint32_t wifi_type, int32_t index, c
     }
   }
   if (peers != kWdsLinks || charCnt(value, ';') > kWdsLinks - 1)
-    return trace::fail(__func__, "Please input %d Mac addresses", kWdsLinks);
+    return trace::fail_printing(__func__, "Please input %d Mac addresses", kWdsLinks);
   if (update_attr(store::band_number(wifi_type), -1, "WdsList", value) != 0) return trace::fail(__func__);
   return trace::success(__func__);
 }

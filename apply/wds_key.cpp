@@ -72,7 +72,8 @@ extern "C" int wdskey_check(int length, const char* key) {
 extern "C" int wifimgr_lib_get_wdskey(int wifi_type, int index, char* buf, unsigned len) {
   trace::enter(__func__);
   if (buf == nullptr) return trace::fail(__func__);
-  if (!is_link(index)) return trace::fail(__func__, "The wdskey index is invalid, please input 1 to %d.", kWdsLinks);
+  if (!is_link(index))
+    return trace::fail_printing(__func__, "The wdskey index is invalid, please input 1 to %d.", kWdsLinks);
   if (read_attr(wifi_type, index, LinkKey(index).text, buf, len) != 0) return trace::fail(__func__);
   return trace::success(__func__);
 }
@@ -80,14 +81,14 @@ extern "C" int wifimgr_lib_get_wdskey(int wifi_type, int index, char* buf, unsig
 extern "C" uint64_t wifimgr_lib_set_wdskey(uint32_t wifi_type, int32_t index, const char* value) {
   trace::enter(__func__);
   if (value == nullptr) return trace::fail(__func__);
-  if (!is_link(index)) return trace::fail(__func__, "The wdskey index should be from 1 to %d.", kWdsLinks);
+  if (!is_link(index)) return trace::fail_printing(__func__, "The wdskey index should be from 1 to %d.", kWdsLinks);
   const int band = store::band_number(wifi_type);
   char ciphers[store::kValueSize] = "";
   if (wifimgr_lib_get_wdsencryptype(band, -1, ciphers, sizeof ciphers) != 0) {
     return trace::fail(__func__, "get_wdsencryptype err.");
   }
   if (charCnt(ciphers, ';') != kWdsLinks - 1)
-    return trace::fail(__func__, "The number of WdsEncrypType is should be %d.", kWdsLinks);
+    return trace::fail_printing(__func__, "The number of WdsEncrypType is should be %d.", kWdsLinks);
   char cipher[store::kValueSize + 1];
   take_cipher(ciphers, index, cipher);
   const char* const refusal = refuse_key(cipher, value);

@@ -7,7 +7,8 @@ install(TARGETS api_lib_wifimgr
 # On a gateway the loader's own path counts.
 install(CODE "file(RPATH_REMOVE FILE
   \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_LIBDIR}/libapi_lib_wifimgr.so.1\")" COMPONENT runtime)
-install(FILES ${PROJECT_SOURCE_DIR}/include/wifimgr_lib.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT dev)
+install(FILES ${PROJECT_SOURCE_DIR}/include/wifimgr_lib.h ${PROJECT_SOURCE_DIR}/include/wifimgr_settings.h
+  DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT dev)
 
 # Who links a program needs the platform's libraries too. For machines without them the stand-ins lie where linkers are
 # sent and no loader looks, so that they never take the place of a gateway's own.
@@ -49,3 +50,7 @@ add_custom_command(OUTPUT ${man3}.made
   VERBATIM)
 add_custom_target(man3 ALL DEPENDS ${man3}.made)
 install(DIRECTORY ${man3} DESTINATION ${CMAKE_INSTALL_MANDIR} COMPONENT dev)
+
+include(${PROJECT_SOURCE_DIR}/cmake/settings.cmake)
+install(FILES ${WIFIMGR_SETTINGS_MANUAL} DESTINATION ${CMAKE_INSTALL_MANDIR}/man3 COMPONENT dev)
+install(FILES ${WIFIMGR_SETTINGS_PAGE} DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/wifimgr COMPONENT dev)

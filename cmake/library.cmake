@@ -15,6 +15,7 @@ add_library(api_lib_wifimgr SHARED
   store/segment.cpp
   store/setup.cpp
   store/shell.cpp
+  store/sought_key.cpp
   store/trace.cpp
   store/write_back.cpp
   store/zeroed_memory.cpp
@@ -31,6 +32,7 @@ add_library(api_lib_wifimgr SHARED
   params/phy_mode.cpp
   params/reload_flag.cpp
   params/repeated_value.cpp
+  params/setting_table.cpp
   params/ssid_count.cpp
   params/ssid_setting.cpp
   params/vht.cpp
@@ -82,7 +84,15 @@ add_library(api_lib_wifimgr SHARED
   platform/multi_ap.cpp
   platform/temperature.cpp)
 
-set(WIFIMGR_EXPORT_MAP ${PROJECT_SOURCE_DIR}/include/wifimgr_lib.map)
+# What the header declares is exported, and nothing else. The link stops when a name is not defined.
+set(WIFIMGR_EXPORT_MAP ${PROJECT_BINARY_DIR}/wifimgr_lib.map)
+add_custom_command(OUTPUT ${WIFIMGR_EXPORT_MAP}
+  COMMAND ${CMAKE_COMMAND} -D HEADER=${PROJECT_SOURCE_DIR}/include/wifimgr_lib.h -D MAP=${WIFIMGR_EXPORT_MAP}
+    -P ${PROJECT_SOURCE_DIR}/cmake/export_map.cmake
+  DEPENDS ${PROJECT_SOURCE_DIR}/include/wifimgr_lib.h ${PROJECT_SOURCE_DIR}/cmake/export_map.cmake
+  COMMENT "Making the export map of the public header"
+  VERBATIM)
+target_sources(api_lib_wifimgr PRIVATE ${WIFIMGR_EXPORT_MAP})
 
 set_target_properties(api_lib_wifimgr PROPERTIES
   SOVERSION 1
@@ -113,9 +123,27 @@ endif()
 # The gateway's flash counts, and the work is in the kernel and the tools: size before speed. Backtraces follow the frame
 # pointers; nothing unwinds through the library, so it carries no tables for it.
 set(small_code -Os -fno-omit-frame-pointer -fno-asynchronous-unwind-tables -fno-unwind-tables)
-if(NOT WIFIMGR_SANITIZE)
-  target_compile_options(api_lib_wifimgr PRIVATE "$<$<CONFIG:Release,MinSizeRel>:${small_code}>")
+# All of it lies within the reach of one instruction, where the processor has such a one.
+if(CMAKE_SYSTEM_PROCESSOR MATCHES "^(aarch64|arm64)$")
+  list(APPEND small_code -mcmodel=tiny)
 endif()
+# Bounds that the compiler knows are checked at run time; the checks want an optimised build, and cost the file nothing.
+set(hardening -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2)
+# Canaries too, where the guard is the thread's own. Elsewhere it is an object of the dynamic loader, which would become
+# a fourth library that is needed; on ARM64 they would also take the file over what the gateway grants.
+if(CMAKE_SYSTEM_PROCESSOR MATCHES "^(x86_64|AMD64|i[3-6]86)$")
+  list(APPEND hardening -fstack-protector-strong)
+  # Small code for copying and clearing is slow code here: a field takes as long as a search through thirty records.
+  if(CMAKE_CXX_COMPILER_ID STREQUAL GNU)
+    list(APPEND small_code -mstringop-strategy=libcall)
+  endif()
+endif()
+if(NOT WIFIMGR_SANITIZE)
+  target_compile_options(api_lib_wifimgr PRIVATE "$<$<CONFIG:Release,MinSizeRel>:${small_code};${hardening}>")
+endif()
+# Every getter, setter and load goes through these: their loops are worth more than the bytes.
+set_source_files_properties(store/attribute.cpp store/dat_line.cpp PROPERTIES
+  COMPILE_OPTIONS "$<$<AND:$<CONFIG:Release>,$<NOT:$<BOOL:${WIFIMGR_SANITIZE}>>>:-O2>")
 # The binary interface is compared by the debug information, which packages leave out.
 target_compile_options(api_lib_wifimgr PRIVATE -g)
 # Aligned for pages of 4 KiB, which the gateway's kernel has: room for larger ones would pad the file by up to 60 KiB.

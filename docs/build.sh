@@ -18,11 +18,8 @@ page() {
 
 for document in README.md INTEGRATION.md ARCHITECTURE.md CONTRIBUTING.md sim/README.md; do page $document; done
 
-# The settings, where the sources can list them.
-if [ -x scripts/settings_table.sh ]; then
-  scripts/settings_table.sh >build/docs/settings.md
-  page build/docs/settings.md
-fi
+sh scripts/settings.sh markdown >build/docs/settings.md
+page build/docs/settings.md
 
 # list TITLE LABEL: a page that leads to the pages whose labels are read.
 list() {

@@ -20,6 +20,8 @@
     } else replacement = text
     $0 = substr($0, 1, RSTART - 1) replacement substr($0, RSTART + RLENGTH)
   }
+  # Doxygen takes a percent sign in front of a word away, but in an example.
+  if (/^(    |```)/) { if (/^```/) example = !example } else if (!example) gsub(/%/, "%%")
   # The title has the label that links use.
   if (!titled && /^# /) {
     $0 = $0 " {#" label "}"

@@ -20,9 +20,9 @@ static_assert(sizeof(wifimgr_neighbour) == 94 && offsetof(wifimgr_neighbour_list
 constexpr int kLabelLines = 3;
 
 struct Survey {
-  const char* command;
-  const char* dump;
-  const char* label;
+  char command[72];
+  char dump[32];
+  char label[5];
 };
 constexpr Survey kSurveys[store::kBands] = {
     {"/userfs/bin/iwpriv ra0 get_site_survey > /tmp/site_survey_ra0", "/tmp/site_survey_ra0", "2.4G"},

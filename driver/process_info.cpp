@@ -1,5 +1,6 @@
 // The processes of the WLAN service.
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 
 #include "driver/request.h"
@@ -23,9 +24,11 @@ static_assert(sizeof(Reply) == 768);
 bool read_service_id(int* id) {
   const store::Stream file(std::fopen("/var/run/wlan_svc.pid", "re"));
   if (!file) return false;
-  char line[32] = "";
-  (void)std::fgets(line, sizeof line, file.get());
-  *id = store::decimal(line);
+  // Of any length: the id may stand behind any number of blanks.
+  char* line = nullptr;
+  size_t size = 0;
+  *id = getline(&line, &size, file.get()) >= 0 ? store::decimal(line) : 0;
+  std::free(line);
   return true;
 }
 

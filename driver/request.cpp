@@ -44,7 +44,8 @@ Request make_request(const InterfaceName& interface, void* data, uint16_t length
 
 Socket::Socket() : Socket(AF_INET, SOCK_DGRAM, 0) {}
 
-Socket::Socket(int family, int type, int protocol) : descriptor_(socket(family, type, protocol)) {}
+// Close-on-exec: what a command starts, the WPS daemon above all, must not inherit a socket that stays open.
+Socket::Socket(int family, int type, int protocol) : descriptor_(socket(family, type | SOCK_CLOEXEC, protocol)) {}
 
 Socket::~Socket() {
   if (descriptor_ >= 0) (void)close(descriptor_);

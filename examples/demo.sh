@@ -107,6 +107,10 @@ echo "off:" && interfaces
 "$build/bin/switch_radio" on 0 2>&1 | grep -v 'already a member of a bridge' || true
 echo "on:" && interfaces
 
+# Both went down, so whoever was there has left; the home's devices find the new networks.
+simctl station add ra0 02:5a:10:24:00:11 rrm=7300000000000000 btm=01
+simctl station add ra2 02:5a:10:24:00:12
+simctl station add rai0 02:5a:10:50:00:21 rrm=7300000000000000 btm=01
 heading "What the radios are doing, asked through the library"
 "$build/bin/status_page"
 
@@ -118,5 +122,12 @@ iwpriv rai0 set Channel=100
 "$build/bin/status_page" | grep -E '^(2.4G|5G)|:77|New-Upstairs'
 
 heading "Done"
-echo "The gateway above was simulated in namespaces of its own and is gone now. Look around in one yourself:"
+echo "The gateway above was simulated in namespaces of its own and is gone now. Go on in one yourself:"
 echo "  $build/bin/gateway-sim --shell"
+echo "and there, with the operator's tool and the simulation's controls:"
+echo "  wlanctl status                      where you are"
+echo "  wlanctl set 2.4g SSID:1=Kitchen Channel=11"
+echo "  wlanctl apply 2.4g"
+echo "  simctl show                         what the driver and the board answer"
+echo "  simctl --help                       make them answer otherwise, or fail"
+echo "  cat /run/gateway-sim/journal        the commands that ran"

@@ -137,7 +137,7 @@ WIFIMGR_API extern char* __rstrtok;
 /* ---- Dat file lines and list texts ------------------------------------------------------------------------------- */
 
 /* Returns how many records the band's dat file needs: its lines, a longer one counting once per 185 characters, plus
- * 5. 0 when the file cannot be opened or the band is neither 0 nor 1. Opens the file for reading. */
+ * 5. 0 when the file cannot be opened or read, or the band is neither 0 nor 1. Opens the file for reading. */
 WIFIMGR_API int get_dat_para_num(int wifi_type);
 
 /* Parses one line of a dat file, its line end included.
@@ -200,7 +200,7 @@ WIFIMGR_API int init_shm(int wifi_type);
  * The lock is taken per record, so others may see a half-loaded store, and a failure on the way leaves one. The file
  * must be writable. Refusals: "The wifi_type is wrong.", "Initialize share memory for 2.4G failed." (or 5G), "Open
  * the file %s failed." (init_shm may have cleared the store by then), "shm_tmp is NULL!", "p operation failed.", "v
- * operation failed.". */
+ * operation failed."; 1 also when the file cannot be read to its end. */
 WIFIMGR_API int creat_shm_from_datafile(int wifi_type);
 
 /* Searches the table at `segment` for the key `name`, exactly. The caller holds the lock. Returns 2 and sets *index
@@ -267,7 +267,8 @@ WIFIMGR_API int wifimgr_lib_get_version(int wifi_type, char* buf, int len);
 
 /* Switches the debug trace on: writes "/tmp/wifi_lib_dbg_enable", and `level` to "/tmp/vexalib_dbg".
  * level  the highest level to print, as text: "1" reasons of failures, "8" everything.
- * Returns 0; 1 when the first file cannot be opened, and for a null level (the first file is written then). Whether
+ * Returns 0; 1 when the first file cannot be opened or one of them not be written to its end, and for a null level
+ * (the first file is written then). A file that is a symbolic link cannot be opened. Whether
  * and when the files are looked at is the platform's debug library's business. */
 WIFIMGR_API int wifimgr_lib_set_dbg_level(const char* level);
 
@@ -275,8 +276,8 @@ WIFIMGR_API int wifimgr_lib_set_dbg_level(const char* level);
  * opened, prints "open /proc/zq2810/dbg_msg fail" on standard output. */
 WIFIMGR_API void zqdbg_blapi_printf(const char* fmt, ...) WIFIMGR_PRINTF(1, 2);
 
-/* Replaces the content of the file by `text`. Returns 0, or -1 when it cannot be opened (or a pointer is
- * null). */
+/* Replaces the content of the file by `text`. Returns 0, or -1 when it cannot be opened or not be written
+ * to its end (or a pointer is null). */
 WIFIMGR_API int doCmdWrite(const char* path, const char* text);
 
 /* Sets flags[i] to '1' for each WLAN chip on the PCI bus, in the order 7603, 7612, 7615, 7663, 7915, 7916, 7905;
@@ -294,7 +295,8 @@ WIFIMGR_API int wifimgr_lib_save_dataFile(int wifi_type);
 
 /* Rewrites the band's dat file in place from its store: "Default", then a line per record. Shared keys get as many
  * fields as there are SSIDs (at most 8, fewer at the first empty one); keys of SSIDs beyond the count are left out.
- * Holds the band's lock meanwhile. There is no backup: a failure after the file was opened leaves it cut.
+ * Holds the band's lock meanwhile, and empties the file once more when it has it. There is no backup: a failure after
+ * the file was opened leaves it cut.
  * bssid_num  the SSID count; a negative one counts as 0.
  * Refuses with 1, before the file is touched, when a line would be longer than 185 characters. Refusals also: "The
  * wifi_type is wrong.", "Open the file %s failed.", "p operation failed.", "merge some values to one line failed.",
@@ -374,9 +376,8 @@ WIFIMGR_API int wifimgr_lib_set_reloadFlag(uint32_t wifi_type, const char* value
 WIFIMGR_API int wifimgr_lib_get_countryRegion(int wifi_type, int index, char* buf, unsigned len);
 WIFIMGR_API uint64_t wifimgr_lib_set_countryRegion(uint32_t wifi_type, int32_t index, const char* value);
 
-/* CountryRegionABand: regulatory region of 5G. Accepts digits, 0 to 14. Only band 1: the getter refuses others with
- * "The wifi type should be 1.", the setter, before it looks at the index, with "The input parameter is invalid.", which
- * is its refusal of a value too. */
+/* CountryRegionABand: regulatory region of 5G. Only band 1: the getter refuses others with "The wifi type should be
+ * 1.", the setter with "The input parameter is invalid.", as it does other values. Accepts digits, 0 to 14. */
 WIFIMGR_API int wifimgr_lib_get_countryRegionABand(int wifi_type, int index, char* buf, unsigned len);
 WIFIMGR_API uint64_t wifimgr_lib_set_countryRegionABand(uint32_t wifi_type, int32_t index, const char* value);
 
@@ -1044,12 +1045,13 @@ WIFIMGR_API uint64_t wifimgr_lib_set_wdsphymode(uint32_t wifi_type, int32_t inde
 WIFIMGR_API int wifimgr_lib_get_wdslist(int wifi_type, int index, char* buf, unsigned len);
 WIFIMGR_API uint64_t wifimgr_lib_set_wdslist(uint32_t wifi_type, int32_t index, const char* value);
 
-/* Wds%dKey (link minus 1): the key of a link; index is the link, 1 to 4. The setter checks it by the link's stored
- * cipher (spelt in capitals) and writes field 1; the getter reads the field with the link's number, so for links 2 to
- * 4 it does not give what the setter wrote. Deliberate. Refusals of the getter: "The wdskey index is invalid, please
- * input 1 to %d.". Of the setter: "The wdskey index should be from 1 to %d.", "get_wdsencryptype err.", "The number
- * of WdsEncrypType is should be %d.", "Please input 5 or 13 ASCII characters / 10 or 26 hexadecimal characters!",
- * "Please input 8 to 64 hexadecimal characters!", "WdsEntryType in datfile is ERR." (NONE and unknown ciphers). */
+/* Wds%dKey (link minus 1): the key of a link; index is the link, 1 to 4. The setter checks it as a WEP or a WPA key,
+ * by the link's stored cipher (spelt in capitals), and writes field 1; the getter reads the field with the link's
+ * number, so for links 2 to 4 it does not give what the setter wrote. Deliberate. Refusals of the getter: "The wdskey
+ * index is invalid, please input 1 to %d.". Of the setter: "The wdskey index should be from 1 to %d.",
+ * "get_wdsencryptype err.", "The number of WdsEncrypType is should be %d.", "Please input 5 or 13 ASCII characters /
+ * 10 or 26 hexadecimal characters!", "Please input 8 to 64 hexadecimal characters!", "WdsEntryType in datfile is
+ * ERR." (NONE and unknown ciphers). */
 WIFIMGR_API int wifimgr_lib_get_wdskey(int wifi_type, int index, char* buf, unsigned len);
 WIFIMGR_API uint64_t wifimgr_lib_set_wdskey(uint32_t wifi_type, int32_t index, const char* value);
 
@@ -1375,13 +1377,15 @@ WIFIMGR_API int wifimgr_lib_reboot(int32_t wifi_type, uint8_t* current, uint32_t
  * SSID, pre-shared key and WEP keys stand in double quotes, without a line end, with a backslash before each double
  * quote and backslash, cut to 159 characters in whole escape sequences. Everything else is written as stored. A shell
  * that runs the script still expands dollar signs and backquotes in quotes, and everything in the other values.
- * Returns the result of chmod; -1 for another band or when the file cannot be opened. Prints on standard output when
- * WirelessMode, BssidNum or the SSID's WmmCapable cannot be read; other unreadable settings only lose their line. A
- * full file system shows in nothing but the script. */
+ * Returns the result of chmod; -1 for another band or when the file cannot be opened; 1 when it cannot be written to
+ * its end: it is emptied then, and wifimgr_lib_execute_wlan_script of this process does not run it. Prints on standard
+ * output when WirelessMode, BssidNum or the SSID's WmmCapable cannot be read; other unreadable settings only lose their
+ * line. */
 WIFIMGR_API int32_t wifimgr_lib_write_wifi_execute_sh(uint32_t wifi_type, uint32_t ssid_number);
 
 /* Runs a command line: always on 2.4G; on 5G only while wifimgr_lib_get_11AC_CMDflag is 1, which is then set to 0.
- * Returns 0, also for another band or a null command (nothing is run, the flag stays). */
+ * Returns 0, also for another band, a null command, or one that names the band's execute script when that could not be
+ * written to its end (nothing is run, the flag stays). */
 WIFIMGR_API uint64_t wifimgr_lib_execute_wlan_script(int32_t wifi_type, const char* command);
 
 /* Runs "ifconfig ra%d txqueuelen %d" for the first `count` 2.4G interfaces. length in packets. Returns 0. */
@@ -1623,7 +1627,7 @@ WIFIMGR_API int wifimgr_lib_get_WPS_ACL_INFO(int wifi_type, int ssid_index, wifi
  * (the store is changed then). */
 
 /* Stored under their key: WscConfMode 0 to 7; WscConfStatus 1 or 2; WscV2Support 0 or 1; WscMaxPinAttack 0 to 10;
- * WscKeyASCII 0, 1 or 8 to 63; WscSetupLockTime any number. */
+ * WscKeyASCII 0, 1 or 8 to 63; WscSetupLockTime 0 to 2147483647. */
 WIFIMGR_API uint64_t wifimgr_lib_set_wscConfMode(uint32_t wifi_type, int32_t ssid_index, const char* value);
 WIFIMGR_API uint64_t wifimgr_lib_set_wscConfStatus(uint32_t wifi_type, int32_t ssid_index, const char* value);
 WIFIMGR_API uint64_t wifimgr_lib_set_wscV2Support(uint32_t wifi_type, int32_t ssid_index, const char* value);
@@ -1665,8 +1669,9 @@ WIFIMGR_ANYTHING_END
  * Unless WscConfMode of the SSID is 1, 2 or 7 nothing is written and the result is 0; so for another band.
  * _start_wps   WscConfMode, WscConfStatus, WscMode, WscPinCode and WscGetConf lines; the file gets mode 0700. 0 also
  *              when the file cannot be opened; 1, with an empty file, when the low byte of WscConfStatus is not 1 or
- *              2, and when the mode cannot be set.
- * _stop_wps    "WscStop"; _genpincode "WscGenPinCode=1"; _resetoob "WscOOB=1". 1 when the file cannot be opened.
+ *              2, and when it cannot be written to its end; 1 also when the mode cannot be set.
+ * _stop_wps    "WscStop"; _genpincode "WscGenPinCode=1"; _resetoob "WscOOB=1". 1 when the file cannot be opened or
+ *              not be written to its end.
  * 1 also for a null pointer; nothing is written then. */
 WIFIMGR_API int wifimgr_lib_service_start_wps(const char* path, int wifi_type, int ssid_index,
                                               const uint32_t* start_argument);
@@ -1675,7 +1680,8 @@ WIFIMGR_API int wifimgr_lib_service_genpincode(const char* path, int wifi_type, 
 WIFIMGR_API int wifimgr_lib_service_resetoob(const char* path, int wifi_type, int ssid_index);
 
 /* Ends the WPS daemon ("killall -9 wscd") and, when `enable` is "Yes" and WscConfMode of the SSID is not 0, starts it
- * again: "/usr/bin/wscd -i %s%d -a %s -m 1 &" with the interface and the address of br0.
+ * again: "/usr/bin/wscd -i %s%d -a %s -m 1 &" with the interface and the address of br0, or none when what
+ * get_onu_ipaddr found is no IPv4 address.
  * ssid_index  counts from 1.
  * Returns 0, also when nothing was started; -1 for another band and 1 for a null text, nothing is run then. Prints
  * "write_wlan_config:wifimgr_lib_get_wscConfMode fail." when the mode cannot be read. */
@@ -1779,8 +1785,9 @@ WIFIMGR_API uint64_t wifimgr_lib_set_DfsZeroWaitDefault(uint32_t wifi_type, int3
 WIFIMGR_API int wifimgr_lib_get_DfsDedicatedZeroWait(int wifi_type, int index, char* buf, unsigned len);
 WIFIMGR_API int wifimgr_lib_get_DfsZeroWaitDefault(int wifi_type, int index, char* buf, unsigned len);
 
-/* MboSupport1 to 8: multi-band operation of an SSID, 1 to BssidNum. Accepts 0 and 1; a text without a number is 0.
- * Refusals: "The ssid index should be from 1 to BssidNum:%d.", "The MboSupport value is invalid.". */
+/* MboSupport1 to 8: multi-band operation of an SSID, 1 to BssidNum. Accepts a text whose leading number is 0 to 1,
+ * one without a number being 0. Refusals: "The ssid index should be from 1 to BssidNum:%d.", "The MboSupport value is
+ * invalid.". */
 WIFIMGR_API uint64_t wifimgr_lib_set_MboSupport(uint32_t wifi_type, int32_t ssid_index, const char* value);
 WIFIMGR_API int wifimgr_lib_get_MboSupport(int wifi_type, int ssid_index, char* buf, unsigned len);
 

@@ -9,15 +9,17 @@ namespace {
 
 struct Region {
   int band;
-  const char* key;
-  const char* band_refusal;  // of the getter
-  bool (*has)(long long number);
+  char key[20];
+  char band_refusal[28];  // of the getter
 };
 
-constexpr Region kRegion2_4G = {store::k2_4G, "CountryRegion", "The wifi type should be 0.",
-                                [](long long number) { return number <= 7 || (number >= 31 && number <= 33); }};
-constexpr Region kRegion5G = {store::k5G, "CountryRegionABand", "The wifi type should be 1.",
-                              [](long long number) { return number <= 14; }};
+constexpr Region kRegion2_4G = {store::k2_4G, "CountryRegion", "The wifi type should be 0."};
+constexpr Region kRegion5G = {store::k5G, "CountryRegionABand", "The wifi type should be 1."};
+
+bool is_region(int band, long long number) {
+  if (band == store::k5G) return number <= 14;
+  return number <= 7 || (number >= 31 && number <= 33);
+}
 
 int get_region(const char* function, const Region& region, int wifi_type, int index, char* buf, unsigned len) {
   if (buf != nullptr && index == -1 && wifi_type != region.band) {
@@ -34,7 +36,8 @@ trace::Result set_region(const char* function, const Region& region, uint32_t wi
   if (value == nullptr) return trace::fail(function);
   if (store::band_number(wifi_type) != region.band) return trace::fail(function, kInvalid);
   if (index != -1) return trace::fail(function, "The ssid index here should be -1.");
-  if (doStrDecCheck(value) == 0 || !region.has(store::wide_decimal(value))) return trace::fail(function, kInvalid);
+  if (doStrDecCheck(value) == 0 || !is_region(region.band, store::wide_decimal(value)))
+    return trace::fail(function, kInvalid);
   if (update_attr(region.band, -1, region.key, value) != 0) return trace::fail(function);
   return trace::success(function);
 }

@@ -37,23 +37,16 @@ bool mode_allows(const char* function, uint32_t wifi_type, uint32_t set, const c
   return false;
 }
 
-struct HtSetting {
-  const char* function;
-  const char* key;
-  uint32_t modes;
-  const char* mode_refusal;
-  const char* refusal;
-};
-
-// The mode comes before the index.
-trace::Result set_if_mode_allows(const HtSetting& setting, uint32_t wifi_type, int32_t index, const char* value) {
-  trace::enter(setting.function);
-  if (value == nullptr) return trace::fail(setting.function);
-  if (!mode_allows(setting.function, wifi_type, setting.modes, setting.mode_refusal)) return {1};
-  if (index != -1) return trace::fail(setting.function, params::kIndexShouldBeMinusOne);
-  if (!params::accepts(params::number(0, 1), value)) return trace::fail(setting.function, setting.refusal);
-  if (update_attr(store::band_number(wifi_type), -1, setting.key, value) != 0) return trace::fail(setting.function);
-  return trace::success(setting.function);
+// The mode comes before the index. The caller's arguments come first and in its order.
+uint64_t set_if_mode_allows(uint32_t wifi_type, int32_t index, const char* value, const char* function, const char* key,
+                            uint32_t modes, const char* mode_refusal, const char* refusal) {
+  trace::enter(function);
+  if (value == nullptr) return trace::fail(function);
+  if (!mode_allows(function, wifi_type, modes, mode_refusal)) return 1;
+  if (index != -1) return trace::fail(function, params::kIndexShouldBeMinusOne);
+  if (!params::accepts(params::number(0, 1), value)) return trace::fail(function, refusal);
+  if (update_attr(store::band_number(wifi_type), -1, key, value) != 0) return trace::fail(function);
+  return trace::success(function);
 }
 
 bool is_mcs(const char* value) {
@@ -82,17 +75,14 @@ extern "C" uint64_t wifimgr_lib_set_wirelessMode(uint32_t wifi_type, int32_t ind
 }
 
 extern "C" uint64_t wifimgr_lib_set_HT_BW(uint32_t wifi_type, int32_t index, const char* value) {
-  static constexpr HtSetting kRow = {__func__, "HT_BW", kModesWithBandwidth,
-                                     "The wirelessMode do not support to set the HT_BW value.",
-                                     "The HT_BW value should be 0 or 1."};
-  return set_if_mode_allows(kRow, wifi_type, index, value);
+  return set_if_mode_allows(wifi_type, index, value, __func__, "HT_BW", kModesWithBandwidth,
+                            "The wirelessMode do not support to set the HT_BW value.",
+                            "The HT_BW value should be 0 or 1.");
 }
 
 extern "C" uint64_t wifimgr_lib_set_HT_GI(uint32_t wifi_type, int32_t index, const char* value) {
-  static constexpr HtSetting kRow = {__func__, "HT_GI", kModesWithRates,
-                                     "The wirelessMode do not support to set the HT_GI value.",
-                                     "The HT_GI value is invalid."};
-  return set_if_mode_allows(kRow, wifi_type, index, value);
+  return set_if_mode_allows(wifi_type, index, value, __func__, "HT_GI", kModesWithRates,
+                            "The wirelessMode do not support to set the HT_GI value.", "The HT_GI value is invalid.");
 }
 
 extern "C" uint64_t wifimgr_lib_set_HT_MCS(uint32_t wifi_type, int32_t ssid_index, const char* value) {

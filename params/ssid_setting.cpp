@@ -7,8 +7,11 @@
 
 namespace params {
 
-SsidKey::SsidKey(const char* key, Numbering numbering, int32_t ssid_index) {
-  (void)std::snprintf(text, sizeof text, key, numbering == Numbering::kFromZero ? ssid_index - 1 : ssid_index);
+SsidKey::SsidKey(const char* key, Numbering numbering, int32_t ssid_index) : text(key) {
+  if (numbering == Numbering::kShared) return;
+  const int number = numbering == Numbering::kFromZero ? ssid_index - 1 : ssid_index;
+  (void)std::snprintf(formatted_, sizeof formatted_, key, number);
+  text = formatted_;
 }
 
 bool read_ssid_count(uint32_t wifi_type, int& count) {
@@ -20,7 +23,7 @@ bool read_ssid_count(uint32_t wifi_type, int& count) {
 
 bool is_ssid_of(const char* function, int count, int32_t ssid_index) {
   if (ssid_index >= 1 && ssid_index <= count) return true;
-  (void)trace::fail(function, "The ssid index should be from 1 to BssidNum:%d.", count);
+  (void)trace::fail_printing(function, "The ssid index should be from 1 to BssidNum:%d.", count);
   return false;
 }
 
@@ -59,7 +62,7 @@ trace::Result set(uint32_t wifi_type, int32_t ssid_index, const char* value, con
   if (value == nullptr) return trace::fail(function);
   if (!is_ssid_of_band(function, wifi_type, ssid_index)) return {1};
   // A refusal may print the number that was refused; most print none.
-  if (!accepts(accepted, value)) return trace::fail(function, refusal, store::decimal(value));
+  if (!accepts(accepted, value)) return trace::fail_printing(function, refusal, store::decimal(value));
   return write_ssid_value(function, wifi_type, ssid_index, SsidKey(key, numbering, ssid_index).text, value);
 }
 

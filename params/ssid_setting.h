@@ -18,10 +18,22 @@ enum class Numbering : uint8_t {
   kFromZero,  // a key per SSID: "%d" becomes the SSID index minus one
 };
 
-// The key of one SSID, in the buffer size that bounds all formatted keys.
-struct SsidKey {
+// By the words of the settings' table.
+inline constexpr Numbering NUMBERING_SHARED = Numbering::kShared;
+inline constexpr Numbering NUMBERING_FROM_ONE = Numbering::kFromOne;
+inline constexpr Numbering NUMBERING_FROM_ZERO = Numbering::kFromZero;
+
+// The key of one SSID: a shared one as it is, else in the buffer size that bounds all formatted keys.
+class SsidKey {
+ public:
   SsidKey(const char* key, Numbering numbering, int32_t ssid_index);
-  char text[store::kValueSize + 1];
+  SsidKey(const SsidKey&) = delete;
+  SsidKey& operator=(const SsidKey&) = delete;
+
+  const char* text;
+
+ private:
+  char formatted_[store::kValueSize + 1];
 };
 
 // Reads the band's SSID count; false when it cannot be read.

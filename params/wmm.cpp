@@ -1,20 +1,12 @@
 // The WMM parameter lists: band-wide values of four numbers, one per access category.
+#include "params/accepted.h"
 #include "params/band_setting.h"
-#include "params/unique_keys.h"
 #include "store/band.h"
 #include "store/band_value.h"
 #include "store/record.h"
 #include "wifimgr_lib.h"
 
-using store::kIndexRefusal;
-
 namespace {
-
-constexpr const char* kKeys[] = {
-#define WMM_LIST(getter, setter, key, index_refusal) key,
-#include "params/wmm.def"
-};
-static_assert(params::are_unique(kKeys));
 
 bool is_wmm_list(const char* value) {
   char fields[4][store::kFieldSize];
@@ -32,11 +24,12 @@ uint64_t set_wmm_list(uint32_t wifi_type, int32_t index, const char* value, cons
 
 }  // namespace
 
-#define WMM_LIST(getter, setter, key, index_refusal)                                                           \
+#define WMM_GETTER(getter, key, index_refusal)                                                                 \
   extern "C" int getter(uint32_t wifi_type, int32_t index, char* buf, uint32_t len) {                          \
     return store::get_band_value(store::band_number(wifi_type), index, buf, len, #getter, key, index_refusal); \
-  }                                                                                                            \
-  extern "C" uint64_t setter(uint32_t wifi_type, int32_t index, const char* value) {                           \
-    return set_wmm_list(wifi_type, index, value, #setter, key);                                                \
   }
-#include "params/wmm.def"
+#define WMM_SETTER(setter, key)                                                      \
+  extern "C" uint64_t setter(uint32_t wifi_type, int32_t index, const char* value) { \
+    return set_wmm_list(wifi_type, index, value, #setter, key);                      \
+  }
+#include "params/setting_rows.def"

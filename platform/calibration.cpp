@@ -28,20 +28,19 @@ constexpr bool is_5g_chip(unsigned id) {
 
 struct Radio {
   unsigned long second_number;
-  const char* temporary;
-  const char* image;
-  const char* copy_command;
-  const char* open_refusal;
-  const char* default_kept;
-  bool (*is_known)(unsigned id);
+  char temporary[24];
+  char image[44];
+  char copy_command[72];
+  char open_refusal[36];
+  char default_kept[56];
 };
 // The missing slash of the 5G message is kept, as callers match the text.
 constexpr Radio kRadios[store::kBands] = {
     {0x280000, "/tmp/RT30xxEEPROM.bin", "/etc/RT30xxEEPROM.bin", "cat /tmp/RT30xxEEPROM.bin > /etc/RT30xxEEPROM.bin",
-     "open tmp/RT30xxEEPROM.bin fail!!!", "use default RT30xxEEPROM.bin", is_2_4g_chip},
+     "open tmp/RT30xxEEPROM.bin fail!!!", "use default RT30xxEEPROM.bin"},
     {0x20000, "/tmp/MT7610EEPROM.bin", "/etc/Wireless/RT2860AP_AC/RT30xxEEPROM.bin",
      "cat /tmp/MT7610EEPROM.bin > /etc/Wireless/RT2860AP_AC/RT30xxEEPROM.bin", "open tmp/MT7610EEPROM.bin fail!!!",
-     "use default etc/Wireless/RT2860AP_AC/RT30xxEEPROM.bin", is_5g_chip},
+     "use default etc/Wireless/RT2860AP_AC/RT30xxEEPROM.bin"},
 };
 
 constexpr char kWrongBand[] = "The wifi type is invalid.";
@@ -72,7 +71,7 @@ extern "C" int wifimgr_lib_get_wifi_calibration(int wifi_type) {
   // Without an image the file stays; deliberate, and a success.
   if (length <= 0) return trace::success(__func__);
   const unsigned id = image[0] | static_cast<unsigned>(image[1]) << 8;
-  if (radio.is_known(id)) {
+  if (wifi_type == store::k2_4G ? is_2_4g_chip(id) : is_5g_chip(id)) {
     (void)store::run_line(radio.copy_command);
   } else {
     (void)std::puts(radio.default_kept);

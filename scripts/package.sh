@@ -26,8 +26,9 @@ contents_of() {
   case $1 in
     libapi-lib-wifimgr1) echo libapi_lib_wifimgr.so.1 ;;
     libapi-lib-wifimgr-dev)
-      echo libapi_lib_wifimgr.so wifimgr_lib.h wifimgr.pc wifimgr-config.cmake wifimgr/libvexa_lib_dbg.so.1 \
-        wifimgr/libapi_lib_utility.so.1 wifimgr_lib.3 wifimgr_conventions.3 wifimgr_lib_set_channel.3
+      echo libapi_lib_wifimgr.so wifimgr_lib.h wifimgr_settings.h wifimgr.pc wifimgr-config.cmake \
+        wifimgr/libvexa_lib_dbg.so.1 wifimgr/libapi_lib_utility.so.1 wifimgr_lib.3 wifimgr_conventions.3 \
+        wifimgr_lib_set_channel.3 wifimgr_settings.3 settings.md
       ;;
     libapi-lib-wifimgr-platform1) echo libvexa_lib_dbg.so.1 libapi_lib_utility.so.1 ;;
     wifimgr-tools)

@@ -1,12 +1,13 @@
 #!/bin/sh
 # Sees to it that the Debian packages of a task are there: installs what is missing when it may, else says what to do.
 #
-# usage: setup.sh build|demo|test|test-all|clang|arm64|musl|package|lint|box|box-native|docs
+# usage: setup.sh build|demo|test|test-all|bench|clang|arm64|musl|package|lint|box|box-native|docs
 set -eu
 
 build="g++ cmake ninja-build libcli11-dev nlohmann-json3-dev"
 demo="$build net-tools bridge-utils"
-test="$demo libgtest-dev libgmock-dev abigail-tools pkg-config python3-jsonschema zsh groff-base man-db"
+bench="g++ cmake ninja-build libbenchmark-dev python3"
+test="$demo $bench libgtest-dev libgmock-dev abigail-tools pkg-config python3-jsonschema zsh groff-base man-db"
 arm64="$test g++-aarch64-linux-gnu googletest qemu-user-static"
 # Linux 6.7 can be told for a namespace what runs ARM64 programs, an older one for the whole machine.
 [ "$(printf '%s\n' 6.7 "$(uname -r)" | sort -V | head -n 1)" = 6.7 ] || arm64="$arm64 binfmt-support"
@@ -25,6 +26,7 @@ case "${1:-}" in
   demo) packages=$demo ;;
   test) packages=$test ;;
   test-all) packages=$test_all ;;
+  bench) packages=$bench ;;
   clang) packages=$clang ;;
   arm64) packages=$arm64 ;;
   musl) packages=$musl ;;
@@ -34,7 +36,7 @@ case "${1:-}" in
   box-native) packages=$box_native ;;
   docs) packages=$docs ;;
   *)
-    echo "usage: setup.sh build|demo|test|test-all|clang|arm64|musl|package|lint|box|box-native|docs" >&2
+    echo "usage: setup.sh build|demo|test|test-all|bench|clang|arm64|musl|package|lint|box|box-native|docs" >&2
     exit 2
     ;;
 esac

@@ -21,8 +21,8 @@ size_t cut_at_equals(const char* text, char (&out)[store::kLineSize]) {
 // Besides the file's first line this leaves out every empty line and, deliberately, any line that is a shorter prefix
 // of the word. The last character is dropped whether it is a line end or not.
 bool is_default_line(const char* line) {
-  const size_t length = std::strlen(line);
-  return length == 0 || std::strncmp(line, "Default", length - 1) == 0;
+  if (line[0] == '\0' || line[1] == '\0') return true;
+  return line[0] == 'D' && std::strncmp(line, "Default", std::strlen(line) - 1) == 0;
 }
 
 }  // namespace
@@ -69,7 +69,8 @@ extern "C" int parse_data_from_line(char* line, wifimgr_attr_record* out) {
   if (is_default_line(line)) return trace::debug_exit(__func__, "This is a \"Default\", and do not need to parse.");
 
   char key[store::kLineSize];
-  char value[store::kLineSize] = "";
+  char value[store::kLineSize];
+  value[0] = '\0';
   const size_t key_length = cut_at_equals(line, key);
   // A line that begins with '=' has neither key nor value, yet it becomes a record.
   if (key_length > 0 && line[key_length] == '=') (void)cut_at_equals(line + key_length + 1, value);

@@ -34,5 +34,5 @@ extern "C" int get_dat_para_num(int wifi_type) {
   if (!file) return 0;
   int reads = 0;
   for (char line[store::kLineSize]; std::fgets(line, sizeof line, file.get()) != nullptr;) ++reads;
-  return reads + 5;
+  return std::ferror(file.get()) == 0 ? reads + 5 : 0;
 }

@@ -12,20 +12,23 @@ constexpr size_t kLineWidth = 119;
 constexpr size_t kColumnWidth = 30;
 constexpr int kFieldsPerLine = 4;
 
-// In the store itself, without its lock; deliberate, the dump is for a person who debugs.
-void strip_line_end(char (&field)[store::kFieldSize]) {
-  const size_t length = strnlen(field, sizeof field);
-  if (length > 0 && field[length - 1] == '\n') field[length - 1] = '\0';
+// Copies a field without its line end, which the store itself loses too, without its lock; deliberate, the dump is for
+// a person who debugs. Another process may write meanwhile, so the copy is what is judged.
+size_t take_text(char (&field)[store::kFieldSize], char (&text)[store::kFieldSize]) {
+  std::memcpy(text, field, sizeof text);
+  const size_t length = strnlen(text, sizeof text);
+  if (length == 0 || text[length - 1] != '\n') return length;
+  field[length - 1] = '\0';
+  return length - 1;
 }
 
 class FieldLine {
  public:
   FieldLine() { clear(); }
 
-  void add(const char (&field)[store::kFieldSize]) {
+  void add(const char* text, size_t length) {
     const size_t column = static_cast<size_t>(used_) * kColumnWidth;
-    const size_t length = strnlen(field, sizeof field);
-    std::memcpy(text_ + column, field, length < kLineWidth - column ? length : kLineWidth - column);
+    std::memcpy(text_ + column, text, length < kLineWidth - column ? length : kLineWidth - column);
     if (++used_ == kFieldsPerLine) print();
   }
 
@@ -50,8 +53,9 @@ void print_record(store::Record& record) {
   (void)std::printf("%.*s:\n", static_cast<int>(strnlen(record.key, sizeof record.key)), record.key);
   FieldLine line;
   for (auto& field : record.field) {
-    strip_line_end(field);
-    if (field[0] != '\0') line.add(field);
+    char text[store::kFieldSize];
+    const size_t length = take_text(field, text);
+    if (length > 0) line.add(text, length);
   }
   line.print();
 }

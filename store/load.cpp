@@ -11,9 +11,6 @@
 
 namespace {
 
-constexpr char kPFailed[] = "p operation failed.";
-constexpr char kVFailed[] = "v operation failed.";
-
 // The segment may be smaller than what this process counts with when its address was set from outside.
 unsigned usable_records(int band) {
   const unsigned capacity = store::capacity(band);
@@ -22,26 +19,28 @@ unsigned usable_records(int band) {
 }
 
 const char* clear(int band, int semaphore) {
-  if (semaphore_p(semaphore) != 0) return kPFailed;
+  if (semaphore_p(semaphore) != 0) return store::kPFailed;
   std::memset(store::records(band)->key, 0, size_t{usable_records(band)} * sizeof(store::Record));
-  return semaphore_v(semaphore) == 0 ? nullptr : kVFailed;
+  return semaphore_v(semaphore) == 0 ? nullptr : store::kVFailed;
 }
 
 const char* put(store::Record& free_record, const store::Record& parsed, int semaphore) {
-  if (semaphore_p(semaphore) != 0) return kPFailed;
+  if (semaphore_p(semaphore) != 0) return store::kPFailed;
   std::memcpy(free_record.key, parsed.key, sizeof free_record.key);
   for (int i = 0; i < store::kFields && parsed.field[i][0] != '\0'; ++i) {
     std::memcpy(free_record.field[i], parsed.field[i], sizeof free_record.field[i]);
   }
-  return semaphore_v(semaphore) == 0 ? nullptr : kVFailed;
+  return semaphore_v(semaphore) == 0 ? nullptr : store::kVFailed;
 }
 
+// Loads until the end of the file, the first refusal, or an error of reading, which the file itself then tells.
 const char* fill(int band, std::FILE* file, int semaphore) {
   const char* refusal = clear(band, semaphore);
   store::Record* free_record = store::records(band);
   const unsigned end = usable_records(band);
   char line[store::kLineSize];
-  for (unsigned lines = 0; refusal == nullptr && lines < end && std::fgets(line, sizeof line, file) != nullptr;
+  // The stream is nobody else's, so its lock is not asked for at each line.
+  for (unsigned lines = 0; refusal == nullptr && lines < end && fgets_unlocked(line, sizeof line, file) != nullptr;
        ++lines) {
     store::Record parsed = {};
     if (parse_data_from_line(line, &parsed) == 0) refusal = put(*free_record++, parsed, semaphore);
@@ -68,5 +67,8 @@ extern "C" int creat_shm_from_datafile(int wifi_type) {
   }
   if (store::records(wifi_type) == nullptr) return trace::fail(__func__, "shm_tmp is NULL!");
   const char* const refusal = fill(wifi_type, file.get(), semaphore);
-  return refusal == nullptr ? trace::success(__func__) : trace::fail(__func__, refusal);
+  if (refusal != nullptr) return trace::fail(__func__, refusal);
+  // A file that was read in part must not count as loaded: the next save would cut it to that part.
+  if (std::ferror(file.get()) != 0) return trace::fail(__func__);
+  return trace::success(__func__);
 }

@@ -5,6 +5,10 @@
 
 namespace store {
 
+// Why an operation failed that could not take the lock, or not give it back.
+inline constexpr char kPFailed[] = "p operation failed.";
+inline constexpr char kVFailed[] = "v operation failed.";
+
 constexpr key_t semaphore_key(int band) {
   return band == 0 ? 0x12348 : 0x12349;
 }

@@ -24,14 +24,8 @@ static_assert(offsetof(Record, key) == 0 && offsetof(Record, field) == 36);
 // Copies at most kFieldSize - 1 characters and fills the rest with NUL. The last byte is never anything but NUL, so a
 // reader finds a terminated text even when a writer was killed half-way.
 inline void set_field(char (&field)[kFieldSize], const char* text) {
-  const size_t length = strnlen(text, kFieldSize - 1);
-  std::memset(field + length, 0, kFieldSize - length);
-  std::memcpy(field, text, length);
-}
-
-// Exact comparison, bounded by the key's width: a foreign writer may have left a key without its NUL.
-inline bool has_key(const Record& record, const char* name) {
-  return std::strncmp(record.key, name, kKeySize) == 0 && strnlen(name, kKeySize + 1) <= kKeySize;
+  std::strncpy(field, text, kFieldSize - 1);
+  field[kFieldSize - 1] = '\0';
 }
 
 }  // namespace store

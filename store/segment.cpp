@@ -120,9 +120,9 @@ const char* find_or_create_semaphore(int band) {
 
 const char* clear(int band) {
   const int semaphore = store::exported_semaphore(band);
-  if (semaphore_p(semaphore) != 0) return "p operation failed.";
+  if (semaphore_p(semaphore) != 0) return store::kPFailed;
   std::memset(store::records(band), 0, size_t{store::capacity(band)} * sizeof(store::Record));
-  return semaphore_v(semaphore) == 0 ? nullptr : "v operation failed.";
+  return semaphore_v(semaphore) == 0 ? nullptr : store::kVFailed;
 }
 
 }  // namespace

@@ -17,15 +17,21 @@ class Stream {
   explicit operator bool() const { return file_ != nullptr; }
   std::FILE* get() const { return file_; }
 
-  // For writers, to whom the result of closing matters.
+  // For writers, to whom it matters whether the file holds all that was written; false when any of it was lost.
   [[nodiscard]] bool close() {
     std::FILE* const file = file_;
     file_ = nullptr;
-    return std::fclose(file) == 0;
+    const bool failed = std::ferror(file) != 0;
+    return std::fclose(file) == 0 && !failed;
   }
 
  private:
   std::FILE* file_;
 };
+
+// For a file that was written in part.
+inline void empty_file(const char* path) {
+  const Stream file(std::fopen(path, "we"));
+}
 
 }  // namespace store

@@ -1,5 +1,6 @@
 #include "store/trace.h"
 
+#include <cstdarg>
 #include <cstdio>
 
 namespace trace {
@@ -28,10 +29,13 @@ int fail_as(const char* function, int result) {
   return result;
 }
 
-Result fail(const char* function, const char* why, int number) {
+Result fail_printing(const char* function, const char* why, ...) {
   if (get_itf_dbg_switch(kErrorLevel, kModule) == 0) return {1};
-  char words[128];
-  (void)std::snprintf(words, sizeof words, why, number);
+  char words[kReasonSize];
+  std::va_list values;
+  va_start(values, why);
+  (void)std::vsnprintf(words, sizeof words, why, values);
+  va_end(values);
   return fail(function, words);
 }
 

@@ -18,6 +18,7 @@ namespace trace {
 inline constexpr int kModule = 6;
 inline constexpr int kErrorLevel = 1;
 inline constexpr int kTraceLevel = 8;
+inline constexpr int kReasonSize = 256;
 
 // What an exported function returns: some are declared int, some uint64_t.
 struct [[nodiscard]] Result {
@@ -27,11 +28,12 @@ struct [[nodiscard]] Result {
 };
 
 void enter(const char* function);
-int fail_as(const char* function, int result);                   // the plain "Fail Exit", the given result
-Result success(const char* function);                            // "Success Exit", 0
-Result fail(const char* function);                               // the plain "Fail Exit", 1
-Result fail(const char* function, const char* why);              // "Fail Exit", the reason and a line end, 1
-Result fail(const char* function, const char* why, int number);  // the same, the reason printing the number ("%d")
-Result debug_exit(const char* function, const char* why);        // "Debug Exit", the reason and a line end, 1
+int fail_as(const char* function, int result);       // the plain "Fail Exit", the given result
+Result success(const char* function);                // "Success Exit", 0
+Result fail(const char* function);                   // the plain "Fail Exit", 1
+Result fail(const char* function, const char* why);  // "Fail Exit", the reason and a line end, 1
+// The same, the reason being a format: "%d" prints a number. kReasonSize holds what is printed, NUL included.
+[[gnu::format(printf, 2, 3)]] Result fail_printing(const char* function, const char* why, ...);
+Result debug_exit(const char* function, const char* why);  // "Debug Exit", the reason and a line end, 1
 
 }  // namespace trace

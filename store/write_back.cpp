@@ -1,4 +1,7 @@
 // Writing a band's dat file anew from its store.
+#include <unistd.h>
+
+#include <cerrno>
 #include <cstdio>
 
 #include "store/band.h"
@@ -21,34 +24,65 @@ constexpr int kLeaveOut = -1;
 
 enum class Composed { kLine, kNothing, kMergeFailed };
 
-constexpr char kPFailed[] = "p operation failed.";
-constexpr char kVFailed[] = "v operation failed.";
 constexpr char kMergeRefusal[] = "merge some values to one line failed.";
 
 int clamp_to_fields(int count) {
   return count < 0 ? 0 : count > store::kFields ? store::kFields : count;
 }
 
+// A key as it is at this moment, terminated whatever another process wrote.
+struct Key {
+  explicit Key(const store::Record& record) {
+    std::memcpy(text, record.key, store::kKeySize);
+    text[store::kKeySize] = '\0';
+  }
+  char text[store::kKeySize + 1];
+};
+
 // How many fields of a record belong into the file, or kLeaveOut when the whole record does not. The families compare
-// differently because one counts its SSIDs from 1 and the other from 0.
+// differently because one counts its SSIDs from 1 and the other from 0. The exported functions trace, so only keys of
+// their family are put to them.
 int fields_to_write(const char* key, int ssid_count) {
   const unsigned ssids = ssid_count > 0 ? static_cast<unsigned>(ssid_count) : 0;
   unsigned number = 0;
-  if (get_attr_num(key, key, &number) == 0) return number > ssids ? kLeaveOut : 1;
-  if (get_attr_num_extended(key, key, &number) == 0) return number >= ssids ? kLeaveOut : 1;
+  if (store::family_numbered_from_one(key) != nullptr && get_attr_num(key, key, &number) == 0) {
+    return number > ssids ? kLeaveOut : 1;
+  }
+  if (store::family_numbered_from_zero(key) != nullptr && get_attr_num_extended(key, key, &number) == 0) {
+    return number >= ssids ? kLeaveOut : 1;
+  }
   return clamp_to_fields(ssid_count);
 }
 
+// The length of the line that compose_line makes of these fields, its line end included.
+size_t line_length(const char* key, const store::Record& record, int fields) {
+  size_t length = std::strlen(key) + sizeof "=" - 1;
+  char last = '=';
+  for (int i = 0; i < fields; ++i) {
+    size_t field = strnlen(record.field[i], store::kFieldSize - 1);
+    if (field == 0) break;
+    if (i > 0) {
+      ++length;
+      last = ';';
+    }
+    if (record.field[i][field - 1] == '\n') --field;
+    if (field > 0) last = record.field[i][field - 1];
+    length += field;
+  }
+  return last == '\n' ? length : length + 1;
+}
+
 Composed compose_line(store::Record& record, int ssid_count, char (&line)[kComposedSize]) {
-  char key[store::kKeySize + 1] = "";
-  std::memcpy(key, record.key, store::kKeySize);
-  const int fields = fields_to_write(key, ssid_count);
-  if (fields == kLeaveOut) return Composed::kNothing;
-  char values[kMergedSize] = "";
-  if (merge_para(&record, values, fields) != 0) return Composed::kMergeFailed;
-  (void)std::snprintf(line, sizeof line - 1, "%s=%s", key, values);
-  const size_t length = std::strlen(line);
-  if (line[length - 1] != '\n') std::memcpy(line + length, "\n", 2);
+  const Key key(record);
+  const int fields = fields_to_write(key.text, ssid_count);
+  if (fields == kLeaveOut || key.text[0] == '\0') return Composed::kNothing;
+  const size_t start = std::strlen(key.text) + sizeof "=" - 1;
+  std::memcpy(line, key.text, start);
+  line[start - 1] = '=';
+  line[start] = '\0';
+  if (merge_para(&record, line + start, fields) != 0) return Composed::kMergeFailed;
+  const size_t length = start + std::strlen(line + start);
+  if (line[length - 1] != '\n') std::memcpy(line + length, "\n", sizeof "\n");
   return Composed::kLine;
 }
 
@@ -65,17 +99,14 @@ struct Table {
   store::Record* end() const { return last; }
 };
 
-enum class Check { kFits, kTooLong, kMergeFailed };
-
 // The loader takes at most 185 characters a line, so a longer one would come back as two.
-Check check_lines(int band, int ssid_count) {
-  char line[kComposedSize];
-  for (store::Record& record : Table(band)) {
-    const Composed composed = compose_line(record, ssid_count, line);
-    if (composed == Composed::kMergeFailed) return Check::kMergeFailed;
-    if (composed == Composed::kLine && std::strlen(line) > store::kLineSize - 1) return Check::kTooLong;
+bool are_loadable(int band, int ssid_count) {
+  for (const store::Record& record : Table(band)) {
+    const Key key(record);
+    const int fields = fields_to_write(key.text, ssid_count);
+    if (fields != kLeaveOut && line_length(key.text, record, fields) > store::kLineSize - 1) return false;
   }
-  return Check::kFits;
+  return true;
 }
 
 // A line that another process made too long since the check is written whole: cutting it would lose what it holds.
@@ -100,22 +131,28 @@ trace::Result refuse(const char* function, const char* why) {
 // Everything that can refuse a save does so here, while the file still holds its old text.
 const char* check_before_writing(int band, int ssid_count, int semaphore, bool& fits) {
   fits = false;
-  if (semaphore_p(semaphore) != 0) return kPFailed;
-  const Check check = check_lines(band, ssid_count);
-  if (semaphore_v(semaphore) != 0 && check == Check::kFits) return kVFailed;
-  fits = check == Check::kFits;
-  return check == Check::kMergeFailed ? kMergeRefusal : nullptr;
+  if (semaphore_p(semaphore) != 0) return store::kPFailed;
+  const bool loadable = are_loadable(band, ssid_count);
+  if (semaphore_v(semaphore) != 0 && loadable) return store::kVFailed;
+  fits = loadable;
+  return nullptr;
+}
+
+// Another save may have written since this one opened the file; its longer text must not show behind this one's. What
+// is no regular file has no length.
+bool empty_again(std::FILE* file) {
+  return ftruncate(fileno(file), 0) == 0 || errno == EINVAL;
 }
 
 // In place, with neither a temporary file nor a rename, so that a link or a bound file at this path stays one.
 trace::Result rewrite(const char* function, int band, int ssid_count, int semaphore, store::Stream& file) {
   flockfile(file.get());
   std::rewind(file.get());
-  const char* refusal = semaphore_p(semaphore) != 0 ? kPFailed : nullptr;
+  const char* refusal = semaphore_p(semaphore) != 0 ? store::kPFailed : nullptr;
   bool written = false;
   if (refusal == nullptr) {
-    written = write_lines(band, ssid_count, file.get(), refusal);
-    if (semaphore_v(semaphore) != 0 && written) refusal = kVFailed;
+    written = empty_again(file.get()) && write_lines(band, ssid_count, file.get(), refusal);
+    if (semaphore_v(semaphore) != 0 && written) refusal = store::kVFailed;
   }
   funlockfile(file.get());
   written = file.close() && written;
@@ -148,11 +185,15 @@ extern "C" int merge_para(wifimgr_attr_record* rec, char* out, int count) {
   if (rec == nullptr || out == nullptr) return trace::fail(__func__);
   char* end = out + std::strlen(out);
   const char* const start = end;
-  for (int i = 0; i < clamp_to_fields(count) && rec->field[i][0] != '\0'; ++i) {
-    size_t length = strnlen(rec->field[i], store::kFieldSize - 1);
-    if (rec->field[i][length - 1] == '\n') --length;
-    std::memcpy(end, rec->field[i], length);
-    end += length;
+  for (int i = 0; i < clamp_to_fields(count); ++i) {
+    // Measured once, and judged in the copy: a process that does not take the lock may change the field meanwhile.
+    const void* const behind = memccpy(end, rec->field[i], '\0', store::kFieldSize - 1);
+    if (behind == end + 1) {
+      *end = '\0';
+      break;
+    }
+    end = behind != nullptr ? const_cast<char*>(static_cast<const char*>(behind)) - 1 : end + store::kFieldSize - 1;
+    if (end[-1] == '\n') --end;
     *end++ = ';';
   }
   if (end != start) *--end = '\0';

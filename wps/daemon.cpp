@@ -27,6 +27,17 @@ extern "C" void get_onu_ipaddr(char* out) {
   std::free(line);
 }
 
+namespace {
+
+// Any process may have put the text where it is read from, and it goes to a shell: what is no address counts as none.
+// IPV4check leaves a sixteenth character unjudged.
+bool is_address(const char* text) {
+  constexpr size_t kLongest = sizeof "255.255.255.255" - 1;
+  return std::strlen(text) <= kLongest && IPV4check(text) == 1;
+}
+
+}  // namespace
+
 // `ssid_index` counts from 1 here.
 extern "C" int wifimgr_lib_service_wpsstart_wifiupnp(int wifi_type, int ssid_index, const char* enable) {
   trace::enter(__func__);
@@ -41,6 +52,7 @@ extern "C" int wifimgr_lib_service_wpsstart_wifiupnp(int wifi_type, int ssid_ind
     if (store::decimal(mode) != 0) {
       char address[32] = "";
       get_onu_ipaddr(address);
+      if (!is_address(address)) address[0] = '\0';
       char line[128];
       (void)std::snprintf(line, sizeof line, "/usr/bin/wscd -i %s%d -a %s -m 1 &",
                           wifi_type == store::k2_4G ? "ra" : "rai", ssid_index - 1, address);

@@ -62,13 +62,17 @@ void write_start(std::FILE* file, const char* interface, const Parameters& param
   set("WscGetConf", 1);
 }
 
-// A file that cannot be opened counts as success; deliberate.
+// A file that cannot be opened counts as success; deliberate. One that was cut is emptied: half of a script must not be
+// run.
 int write_start_script(const char* path, const char* interface, const Parameters& parameters) {
-  const store::Stream file(std::fopen(path, "we"));
+  store::Stream file(std::fopen(path, "we"));
   if (!file) return 0;
   if (!is_status_known(parameters.status)) return 1;
   write_start(file.get(), interface, parameters);
-  return chmod(path, 0700) == 0 ? 0 : 1;
+  const bool is_runnable = chmod(path, 0700) == 0;
+  if (file.close()) return is_runnable ? 0 : 1;
+  store::empty_file(path);
+  return 1;
 }
 
 int write_line(const char* path, const char* interface, const char* setting) {

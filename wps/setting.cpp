@@ -1,8 +1,8 @@
 // WPS settings of one SSID: checked, stored where there is a key for them, and sent to the driver.
 #include <cstdio>
 
-#include "platform_libs/api_lib_utility.h"
 #include "params/ssid_setting.h"
+#include "platform_libs/api_lib_utility.h"
 #include "store/band.h"
 #include "store/decimal.h"
 #include "store/record.h"
@@ -16,31 +16,37 @@ constexpr char kWrongValue[] = "The input parameter is invalid.";
 constexpr char kWrongIndex[] = "The ssid index is invalid.";
 constexpr char kWrongBand[] = "The wifi type is invalid.";
 
-template <long long kLowest, long long kHighest>
-bool is_within(long long number) {
-  return number >= kLowest && number <= kHighest;
-}
-
-bool is_any_number(long long) {
-  return true;
-}
-
-// Digits are not all that counts: a sign may stand behind a line end.
-bool is_not_negative(long long number) {
-  return number >= 0;
-}
-
-// 0 and 1 name a kind of key, 8 to 63 its length.
-bool is_key_format(long long number) {
-  return is_within<0, 1>(number) || is_within<8, 63>(number);
-}
-
-struct Setting {
-  const char* function;
-  const char* key;
-  const char* store_refusal;  // null for what is not stored
-  bool (*accepts)(long long number);
+// What a setting's number must be. Rows hand it over by value, like all they have: they are code without relocations.
+struct Accepted {
+  enum class Kind : uint8_t { kAny, kWithin, kKeyFormat };
+  int32_t highest;
+  int16_t lowest;
+  Kind kind;
 };
+
+// By the words of the settings' table.
+// Digits are not all that counts: a sign may stand behind a line end.
+constexpr Accepted ACCEPTS_NUMBER(int16_t lowest, int32_t highest) {
+  return {highest, lowest, Accepted::Kind::kWithin};
+}
+constexpr Accepted ACCEPTS_KEY_FORMAT(int16_t, int32_t) {
+  return {0, 0, Accepted::Kind::kKeyFormat};
+}
+constexpr Accepted any_number() {
+  return {0, 0, Accepted::Kind::kAny};
+}
+
+bool accepts(Accepted accepted, long long number) {
+  switch (accepted.kind) {
+    case Accepted::Kind::kAny:
+      return true;
+    case Accepted::Kind::kWithin:
+      return number >= accepted.lowest && number <= accepted.highest;
+    case Accepted::Kind::kKeyFormat:  // 0 and 1 name a kind of key, 8 to 63 its length
+      return (number >= 0 && number <= 1) || (number >= 8 && number <= 63);
+  }
+  return false;
+}
 
 // Any of the eight, however many SSIDs the band has.
 bool is_ssid(int32_t ssid_index) {
@@ -61,18 +67,19 @@ trace::Result send(const char* function, const char* key, uint32_t wifi_type, in
   return trace::success(function);
 }
 
-trace::Result set(const Setting& setting, uint32_t wifi_type, int32_t ssid_index, const char* value) {
-  trace::enter(setting.function);
-  if (value == nullptr) return trace::fail(setting.function);
-  if (check_is_num(value) != 0 || !setting.accepts(store::wide_decimal(value))) {
-    return trace::fail(setting.function, kWrongValue);
+// `store_refusal` is null for what is not stored. The caller's arguments come first and in its order, so that an
+// exported setter only adds its row, which is then code and no data.
+uint64_t set(uint32_t wifi_type, int32_t ssid_index, const char* value, const char* function, const char* key,
+             const char* store_refusal, Accepted accepted) {
+  trace::enter(function);
+  if (value == nullptr) return trace::fail(function);
+  if (check_is_num(value) != 0 || !accepts(accepted, store::wide_decimal(value)))
+    return trace::fail(function, kWrongValue);
+  if (!is_ssid(ssid_index)) return trace::fail(function, kWrongIndex);
+  if (store_refusal != nullptr && update_attr(store::band_number(wifi_type), ssid_index, key, value) != 0) {
+    return trace::fail(function, store_refusal);
   }
-  if (!is_ssid(ssid_index)) return trace::fail(setting.function, kWrongIndex);
-  if (setting.store_refusal != nullptr &&
-      update_attr(store::band_number(wifi_type), ssid_index, setting.key, value) != 0) {
-    return trace::fail(setting.function, setting.store_refusal);
-  }
-  return send(setting.function, setting.key, wifi_type, ssid_index, value);
+  return send(function, key, wifi_type, ssid_index, value);
 }
 
 trace::Result order(const char* function, const char* key, uint32_t wifi_type, int32_t ssid_index) {
@@ -93,13 +100,15 @@ trace::Result store_uuid(const char* function, const char* key_format, uint32_t 
 
 }  // namespace
 
-#define WPS_STORED(setter, key, refusal, accepts)                                         \
-  extern "C" uint64_t setter(uint32_t wifi_type, int32_t ssid_index, const char* value) { \
-    return set(Setting{#setter, key, refusal, accepts}, wifi_type, ssid_index, value);    \
+#define WPS_SETTER(setter, key, accepts, low, high)                                                        \
+  extern "C" uint64_t setter(uint32_t wifi_type, int32_t ssid_index, const char* value) {                  \
+    return set(wifi_type, ssid_index, value, #setter, key, "Set the " key " failed.", accepts(low, high)); \
   }
-#define WPS_DIRECT(setter, key, accepts)                                                  \
+#include "params/setting_rows.def"
+
+#define WPS_DIRECT(setter, key, accepted)                                                 \
   extern "C" uint64_t setter(uint32_t wifi_type, int32_t ssid_index, const char* value) { \
-    return set(Setting{#setter, key, nullptr, accepts}, wifi_type, ssid_index, value);    \
+    return set(wifi_type, ssid_index, value, #setter, key, nullptr, accepted);            \
   }
 #define WPS_ORDER(setter, key)                                         \
   extern "C" uint64_t setter(uint32_t wifi_type, int32_t ssid_index) { \

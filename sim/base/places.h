@@ -11,6 +11,7 @@ inline constexpr char kProc[] = "/run/gateway-sim/proc";
 // A network namespace that holds the far ends of the radios' interfaces.
 inline constexpr char kAir[] = "/run/gateway-sim/air";
 inline constexpr char kBootId[] = "/run/gateway-sim/boot_id";
+inline constexpr char kSystemLog[] = "/run/gateway-sim/syslog";
 inline constexpr char kDriver[] = "/run/gateway-sim/driver";
 inline constexpr char kLists[] = "/run/gateway-sim/lists";
 inline constexpr char kFaultsLock[] = "/run/gateway-sim/lists/faults.lock";
@@ -30,6 +31,8 @@ inline constexpr char kDriverLibrary[] = "/userfs/lib/libgateway_driver.so";
 inline constexpr char kDat2_4G[] = "/etc/Wireless/RT2860AP/RT2860AP.dat";
 inline constexpr char kDat5G[] = "/etc/Wireless/RT2860AP_AC/RT2860AP.dat";
 inline constexpr char kModuleFiles[] = "/lib/modules/4.4.115";
+
+inline constexpr char kLogSocket[] = "/dev/log";
 
 inline constexpr char kPlatform[] = "/proc/zq2810";
 inline constexpr char kPciDevices[] = "/proc/bus/pci/devices";

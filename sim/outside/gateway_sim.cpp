@@ -73,6 +73,7 @@ struct Preparation {
   Caller caller = Caller::kUser;
   RootPlan root;
   std::string folder;
+  std::string programs;
 };
 
 // Everything that needs the machine's own files; what the user named wrongly ends the program here.
@@ -93,6 +94,7 @@ Preparation prepare(const Options& options, Caller caller) {
     std::fprintf(stderr, "gateway-sim: cannot %s\n", error.what());
     _exit(kUsageError);
   }
+  prepared.programs = installation.programs;
   prepared.root.privileged = caller == Caller::kPrivileged;
   prepared.root.files = plan_gateway_files(options.chips, installation);
   prepared.root.real_folders = real_folders(installation, prepared.folder);
@@ -117,7 +119,7 @@ Preparation prepare(const Options& options, Caller caller) {
     boot();
     progress.say("network and radios");
     umask(mask);
-    _exit(run_command(options, prepared.folder, &proc));
+    _exit(run_command(options, prepared.folder, prepared.programs, &proc));
   } catch (const std::system_error& error) {
     refuse(error, prepared.caller);
   }

@@ -18,6 +18,7 @@
 
 #include "sim/base/file.h"
 #include "sim/base/places.h"
+#include "sim/outside/system_log.h"
 
 namespace gateway {
 namespace {
@@ -48,10 +49,11 @@ void prepend(const char* variable, const std::string& text, const char* separato
   setenv(variable, value.c_str(), 1);
 }
 
-void set_environment() {
+void set_environment(const std::string& programs) {
   constexpr char kUsualFolders[] = "/usr/sbin:/usr/bin:/sbin:/bin";
   const char* path = std::getenv("PATH");
-  setenv("PATH", (std::string(place::kTools) + ":" + (path != nullptr ? path : kUsualFolders)).c_str(), 1);
+  const std::string own = programs.empty() ? "" : programs + ":";
+  setenv("PATH", (std::string(place::kTools) + ":" + own + (path != nullptr ? path : kUsualFolders)).c_str(), 1);
   prepend("LD_PRELOAD", place::kDriverLibrary, ":");
   // Programs under the address sanitizer insist on coming first, which the driver's library does.
   const char* sanitizer = std::getenv("ASAN_OPTIONS");
@@ -86,13 +88,13 @@ bool is_on_path(const std::string& command) {
   return false;
 }
 
-[[noreturn]] void execute(const Options& options, const std::string& folder) {
+[[noreturn]] void execute(const Options& options, const std::string& folder, const std::string& programs) {
   sigset_t none;
   sigemptyset(&none);
   sigprocmask(SIG_SETMASK, &none, nullptr);
   for (const unsigned long capability : kWithheld) prctl(PR_CAPBSET_DROP, capability, 0, 0, 0);
   if (chdir(folder.c_str()) != 0 && chdir("/") != 0) _exit(kRefused);
-  set_environment();
+  set_environment(options.shell ? programs : "");
   if (options.shell) take_terminal();
   const std::vector<std::string> words = options.shell ? shell_command() : options.command;
   std::vector<char*> arguments;
@@ -128,19 +130,21 @@ void block_signals() {
   sigprocmask(SIG_SETMASK, &set, nullptr);
 }
 
-int run_command(const Options& options, const std::string& folder, ProcOverlay* proc) {
+int run_command(const Options& options, const std::string& folder, const std::string& programs, ProcOverlay* proc) {
   const sigset_t set = watched_signals();
   const UniqueFd signals(signalfd(-1, &set, SFD_CLOEXEC | SFD_NONBLOCK));
   if (!signals) fail("wait for signals");
+  SystemLog log;
   const pid_t command = fork();
   if (command < 0) fail("start a process");
-  if (command == 0) execute(options, folder);
+  if (command == 0) execute(options, folder, programs);
 
   int ending = 0;
   long deadline = 0;
   for (int status = 0;;) {
-    pollfd wait = {signals.get(), POLLIN, 0};
-    poll(&wait, 1, kProcPollMs);
+    pollfd waits[] = {{signals.get(), POLLIN, 0}, {log.fd(), POLLIN, 0}};
+    poll(waits, 2, kProcPollMs);
+    log.write_down();
     signalfd_siginfo info;
     while (read(signals.get(), &info, sizeof info) == sizeof info) {
       const int number = static_cast<int>(info.ssi_signo);

@@ -9,7 +9,8 @@ namespace gateway {
 // Starts the command, or the shell, adopts and reaps whatever processes are left behind, and returns the exit status
 // of the simulation once the command has ended. SIGTERM, SIGINT and SIGHUP from another process are passed on to the
 // command, which then has a moment to end by itself.
-int run_command(const Options& options, const std::string& folder, ProcOverlay* proc);
+// A shell finds what is in the folder `programs`, too.
+int run_command(const Options& options, const std::string& folder, const std::string& programs, ProcOverlay* proc);
 
 // Signals that process 1 and gateway-sim wait for instead of being interrupted by them.
 void block_signals();

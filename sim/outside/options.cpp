@@ -13,34 +13,41 @@ constexpr char kHelp[] =
     R"(usage: gateway-sim [OPTION]... [--] COMMAND [ARGUMENT]...
        gateway-sim [OPTION]... --shell
 
-Runs COMMAND inside a simulated home gateway with two WLAN radios. The gateway lives
-in namespaces of its own and is gone without trace when COMMAND ends.
+Runs COMMAND inside a simulated home gateway with two WLAN radios. The gateway
+lives in namespaces of its own and is gone without trace when COMMAND ends.
 
 Options:
-  --chips LIST    the WLAN chips on the PCI bus, separated by commas (default: 7915,7916)
+  --chips LIST    the WLAN chips on the PCI bus, separated by commas
+                  (default: 7915,7916)
                   known: 7603, 7612, 7615, 7663, 7915, 7916, 7905
-  --dat24 FILE    the dat file of the 2.4G radio, in place of the supplied one
-  --dat5 FILE     the dat file of the 5G radio, in place of the supplied one
+  --dat2.4g FILE  the dat file of the 2.4G radio, in place of the supplied one
+  --dat5g FILE    the same of the 5G radio (--dat24 and --dat5 do as well)
   --journal FILE  write the journal of commands to FILE, which is replaced
   --shell         open an interactive shell instead of running COMMAND
-  --verbose       say on standard error what is being set up, and how long it took
+  --verbose       say on standard error what is being set up, and how long it
+                  took
   --version       print the version
   --help          print this text
 
 Inside, the gateway has
-  - network interfaces ra0.. and wds0..3 (2.4G), rai0.. and wdsi0..3 (5G), as many BSSs as
-    the dat files' BssidNum says, and the bridges br-lan (192.168.1.1) and br0 (192.168.2.1)
+  - network interfaces ra0.. and wds0..3 (2.4G), rai0.. and wdsi0..3 (5G), as
+    many BSSs as the dat files' BssidNum says, and the bridges br-lan
+    (192.168.1.1) and br0 (192.168.2.1)
   - the machine's own ifconfig, brctl and shell, and System V IPC of its own
-  - stand-ins for iwpriv, mtd, insmod, rmmod, reboot, sys, wscd and killall, in /userfs/bin
-  - /etc/Wireless with the dat files, /proc/zq2810, /proc/bus/pci/devices, /lib/modules/4.4.115
-  - a driver that answers wireless requests on ra* and rai*, as iwpriv left it, and simctl,
-    which sets what it answers and what the board does (simctl --help)
-Everything written is private and lost at the end, except in the current directory, in the
-build tree that gateway-sim was started from, and in the journal.
+  - stand-ins for iwpriv, mtd, insmod, rmmod, reboot, sys, wscd and killall, in
+    /userfs/bin
+  - /etc/Wireless with the dat files, /proc/zq2810, /proc/bus/pci/devices,
+    /lib/modules/4.4.115
+  - a driver that answers wireless requests on ra* and rai*, as iwpriv left it,
+    and simctl, which sets what it answers, what the board does and what goes
+    wrong (simctl --help)
+Everything written is private and lost at the end, except in the current
+directory, in the build tree that gateway-sim was started from, and in the
+journal. A shell (--shell) has gateway-sim's own folder on its path.
 
-The journal has one line for each call of ifconfig, brctl and the stand-ins: time stamp,
-command line and what it changed, separated by tabs. Without --journal it can be read as
-/run/gateway-sim/journal while the simulation runs.
+The journal has one line for each call of ifconfig, brctl and the stand-ins:
+time stamp, command line and what it changed, separated by tabs. Without
+--journal it can be read as /run/gateway-sim/journal while the simulation runs.
 
 Exit codes: that of COMMAND, 128+N when signal N ended it, and
     2  the options make no sense, or a file they name cannot be used
@@ -70,7 +77,9 @@ Options parse_options(int argc, char** argv) {
   enum { kChips = 256, kDat24, kDat5, kJournal, kShell, kVerbose, kVersion, kHelpText };
   static const option kLong[] = {
       {"chips", required_argument, nullptr, kChips},
+      {"dat2.4g", required_argument, nullptr, kDat24},
       {"dat24", required_argument, nullptr, kDat24},
+      {"dat5g", required_argument, nullptr, kDat5},
       {"dat5", required_argument, nullptr, kDat5},
       {"journal", required_argument, nullptr, kJournal},
       {"shell", no_argument, nullptr, kShell},

@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
 #include <cstring>
 
@@ -77,7 +78,10 @@ void record_call(const std::vector<std::string>& words, const std::vector<std::s
   std::string line = time_stamp() + "\t" + command_line(words) + "\t";
   line += changes.empty() ? "-" : joined(changes, "; ");
   line += "\n";
-  const UniqueFd fd = open_file(place::kJournal, O_WRONLY | O_APPEND);
+  // A journal of the user's own keeps the mode that it has, which may leave out other users inside.
+  const UniqueFd fd(open(place::kJournal, O_WRONLY | O_APPEND | O_CLOEXEC));
+  if (!fd && errno == EACCES) return;
+  if (!fd) fail(std::string("open ") + place::kJournal);
   if (write(fd.get(), line.data(), line.size()) < 0) fail(std::string("write ") + place::kJournal);
 }
 

@@ -73,7 +73,7 @@ std::vector<PlannedFile> plan_gateway_files(const Chips& chips, const Installati
   for (const char* name : kRecordedTools) plan_recorded_tool(&plan, name);
   plan.push_back({"/var/run", {}, 0, "/run"});
   plan.push_back({place::kChips, joined(chips, ","), 0644, {}});
-  plan.push_back({place::kJournal, {}, 0644, {}});
+  plan.push_back({place::kJournal, {}, 0666, {}});
   return plan;
 }
 

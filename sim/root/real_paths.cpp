@@ -51,6 +51,7 @@ Installation find_installation() {
   const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe");
   const std::string prefix = program.parent_path().parent_path();
   Installation installation;
+  installation.programs = program.parent_path();
   installation.tools = prefix + "/libexec/gateway-sim/gateway-tools";
   installation.driver_library = prefix + "/libexec/gateway-sim/libgateway_driver.so";
   installation.dat_2_4g = prefix + "/share/gateway-sim/dat/RT2860AP.dat";

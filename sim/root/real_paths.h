@@ -8,6 +8,8 @@ namespace gateway {
 
 // Where the program's parts are, next to the program itself.
 struct Installation {
+  // The folder of gateway-sim itself.
+  std::string programs;
   std::string tools;
   std::string driver_library;
   // The dat files to start with.

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <filesystem>
 #include <set>
 
 #include "sim/base/file.h"
@@ -120,11 +121,13 @@ void RootFileSystem::place_files() {
     place_file(file, kOwnFolders.count(top_of(file.path)) != 0 ? kNew : kPrepared);
   }
   make_folder(std::string(kNew) + "/tmp", 01777);
-  for (const char* folder : {place::kDriver, place::kModules, place::kFlash, place::kProc}) {
+  for (const char* folder : {place::kModules, place::kFlash, place::kProc}) {
     make_folder(std::string(kNew) + folder);
   }
   // The driver changes these for any user: it is the callers' processes that do it here.
-  for (const char* folder : {place::kLists, place::kPayloads}) make_folder(std::string(kNew) + folder, 0777);
+  for (const char* folder : {place::kDriver, place::kLists, place::kPayloads}) {
+    make_folder(std::string(kNew) + folder, 0777);
+  }
   for (const char* lock : {place::kLock, place::kFaultsLock}) write_text(std::string(kNew) + lock, "", 0666);
   if (!plan_.journal.empty()) {
     const std::string journal = std::string(kNew) + place::kJournal;
@@ -251,6 +254,39 @@ void RootFileSystem::add_temporary_folder(const std::string& folder) {
   require_mount("gateway", kNew + folder, "tmpfs", MS_NOSUID | MS_NODEV, "mode=1777");
 }
 
+// The machine's devices that a gateway has as well; its disks stay out of reach.
+void RootFileSystem::add_devices() {
+  const std::string machine = std::string(kMachine) + "/dev/";
+  const std::string own = std::string(kNew) + "/dev/";
+  make_folder(own);
+  require_mount("gateway", own, "tmpfs", MS_NOSUID, "mode=0755");
+  for (const char* name : {"console", "full", "net", "null", "random", "tty", "urandom", "zero"}) {
+    const std::string source = machine + name;
+    struct stat status;
+    if (lstat(source.c_str(), &status) != 0) continue;
+    if (S_ISLNK(status.st_mode)) {
+      make_link(std::filesystem::read_symlink(source), own + name);
+      continue;
+    }
+    make_mount_point(source, own + name);
+    if (!bind(source, own + name)) fail("bind /dev/" + std::string(name));
+  }
+  // Terminals of its own: one is opened through the folder beside ptmx, which a bound ptmx has lost.
+  make_folder(own + "pts");
+  require_mount("devpts", own + "pts", "devpts", MS_NOSUID | MS_NOEXEC, "newinstance,mode=0620,ptmxmode=0666");
+  make_link("pts/ptmx", own + "ptmx");
+  const std::string descriptors = "/proc/self/fd";
+  make_link(descriptors, own + "fd");
+  make_link(descriptors + "/0", own + "stdin");
+  make_link(descriptors + "/1", own + "stdout");
+  make_link(descriptors + "/2", own + "stderr");
+  make_folder(own + "shm");
+  require_mount("gateway", own + "shm", "tmpfs", 0, "mode=1777");
+  // Message queues belong to the IPC namespace; without their folder they still work.
+  make_folder(own + "mqueue");
+  mount_at("mqueue", own + "mqueue", "mqueue", 0);
+}
+
 void RootFileSystem::add_system_folders() {
   const std::string root = kNew;
   // A new /proc and /sys are only granted while the machine's own are in sight.
@@ -270,11 +306,7 @@ void RootFileSystem::add_system_folders() {
   require_mount("gateway", root + "/proc", "tmpfs", MS_NOSUID | MS_NODEV, "mode=0755");
   add_temporary_folder("/var/tmp");
 
-  make_folder(root + "/dev");
-  if (!bind(std::string(kMachine) + "/dev", root + "/dev")) fail("bind /dev");
-  if (is_folder(root + "/dev/shm")) require_mount("gateway", root + "/dev/shm", "tmpfs", 0, "mode=1777");
-  // Message queues belong to the IPC namespace; without their folder they still work.
-  if (is_folder(root + "/dev/mqueue")) mount_at("mqueue", root + "/dev/mqueue", "mqueue", 0);
+  add_devices();
 
   if (plan_.journal.empty() || top_of(plan_.journal) == "/dev" || top_of(plan_.journal) == "/proc") return;
   const auto covers = [&](const std::string& folder) { return is_within(plan_.journal, folder); };

@@ -35,6 +35,7 @@ class RootFileSystem {
   void mirror_entry(const std::string& path);
   void keep_real(const std::string& path);
   void add_temporary_folder(const std::string& folder);
+  void add_devices();
   void add_system_folders();
 
   RootPlan plan_;

@@ -11,6 +11,7 @@
 #include "sim/state/driver_lists.h"
 #include "sim/state/driver_state.h"
 #include "sim/state/neighbourhood.h"
+#include "sim/state/wps_session.h"
 
 namespace gateway::tools::simctl {
 namespace {
@@ -39,9 +40,10 @@ void show_neighbour(const Neighbour& neighbour) {
 
 void show_interface(const std::string& interface) {
   const DriverSettings settings = load_settings(interface).value_or(DriverSettings());
+  const std::string peer = setting(settings, "WpsPeer");
   std::printf("  %s: \"%s\", WPS state %s, PIN %s, peer %s\n", interface.c_str(), setting(settings, "SSID").c_str(),
               setting(settings, "WpsState").c_str(), setting(settings, "WpsPin").c_str(),
-              setting(settings, "WpsPeer").c_str());
+              peer == kNobody ? "-" : peer.c_str());
   if (settings.count("WpsAccessList") != 0) {
     std::printf("    WPS access list %s\n", setting(settings, "WpsAccessList").c_str());
   }

@@ -62,10 +62,10 @@ Exit codes: 0 done, 1 the gateway cannot have that, 2 the words make no sense.
 
 Examples:
   simctl station add ra0 02:aa:bb:cc:dd:01 signal=-61 rate=300
-  simctl noise 5G -88
+  simctl noise 5g -88
   simctl wps ra0 state 3 peer 02:aa:bb:cc:dd:01
   simctl press wps
-  simctl calibration 2.4G chip=7915
+  simctl calibration 2.4g chip=7915
   simctl fail channel EIO ra0 1
   simctl fail ifconfig exit=1 print='SIOCSIFFLAGS: Input/output error' ra0 up 1
 )";

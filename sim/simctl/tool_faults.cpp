@@ -2,6 +2,7 @@
 #include "sim/state/tool_faults.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 

@@ -1,5 +1,7 @@
 #include "sim/simctl/words.h"
 
+#include <strings.h>
+
 #include <algorithm>
 #include <cerrno>
 #include <cstdlib>
@@ -18,9 +20,9 @@ void expect_words(const Words& words, size_t least, size_t most) {
 Band band_from(const std::string& word) {
   for (const Band band : kBands) {
     const std::string label = traits(band).label;
-    if (word == label || word + "G" == label) return band;
+    if (strcasecmp(word.c_str(), label.c_str()) == 0 || word + "G" == label) return band;
   }
-  throw UsageError("no band is called " + word + ": 2.4G or 5G");
+  throw UsageError("no band is called " + word + ": 2.4g or 5g");
 }
 
 Band loaded_band_from(const std::string& word) {

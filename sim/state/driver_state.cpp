@@ -144,7 +144,7 @@ void store_settings(const std::string& interface, const DriverSettings& settings
   std::string text;
   for (const auto& [key, value] : settings) text += key + "=" + escaped(value) + "\n";
   // Requests are answered from it at any time, without a lock.
-  swap_in(std::string(place::kState) + "/driver.new", file_of(interface), text);
+  swap_in(std::string(place::kLists) + "/settings.new", file_of(interface), text);
 }
 
 std::vector<std::string> driver_interfaces(Band band) {

@@ -15,7 +15,6 @@ using Changes = std::vector<std::string>;
 enum State : uint32_t { kOff = 0, kIdle = 1, kOpen = 2 };
 
 constexpr char kPinKey[] = "WscPinCode";
-constexpr char kNobody[] = "00:00:00:00:00:00";
 // The phone that enrols when nobody says who.
 constexpr char kSomebody[] = "02:5a:10:00:00:57";
 

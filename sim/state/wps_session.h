@@ -8,6 +8,9 @@
 
 namespace gateway {
 
+// The peer's MAC when there is none.
+inline constexpr char kNobody[] = "00:00:00:00:00:00";
+
 // Moves the session; `peer` is the station's MAC, empty to keep the one there is. Returns what changed, for the journal.
 std::vector<std::string> set_wps_state(const std::string& interface, uint32_t state, const std::string& peer = {});
 

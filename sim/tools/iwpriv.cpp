@@ -14,6 +14,7 @@
 
 #include "sim/base/band.h"
 #include "sim/base/file.h"
+#include "sim/network/network_state.h"
 #include "sim/records/journal.h"
 #include "sim/state/association.h"
 #include "sim/state/driver_lists.h"
@@ -25,13 +26,73 @@
 namespace gateway::tools {
 namespace {
 
-int complain(const Words& words, const std::string& interface, const char* reason) {
-  std::fprintf(stderr, "%s: %s\n", interface.c_str(), reason);
+constexpr int kFailed = 255;
+
+struct Command {
+  const char* name;
+  unsigned long request;
+  const char* sets;
+  const char* gets;
+};
+
+// As the driver describes its commands to the kernel. An even number needs the permission to administer the network.
+constexpr Command kSet = {"set", SIOCIWFIRSTPRIV + 2, "1024 char ", "  0      "};
+constexpr Command kStat = {"stat", SIOCIWFIRSTPRIV + 9, "  0      ", " 56 byte "};
+constexpr Command kSurvey = {"get_site_survey", SIOCIWFIRSTPRIV + 13, "  0      ", "2047 char "};
+constexpr Command kShow = {"show", SIOCIWFIRSTPRIV + 17, "  0      ", "2047 char "};
+
+int no_commands(const Words& words, const std::string& interface) {
+  std::fprintf(stderr, "%-8.16s  no private ioctls.\n\n", interface.c_str());
   record_call(words, {});
-  return 1;
+  return kFailed;
+}
+
+int complain(const Words& words, const Command& command, const char* reason) {
+  std::fprintf(stderr, "Interface doesn't accept private ioctl...\n%s (%lX): %s\n", command.name, command.request,
+               reason);
+  record_call(words, {});
+  return kFailed;
+}
+
+// The request itself, as any program makes it; the errno, or 0.
+int send(const Command& command, const std::string& interface, void* data, uint16_t size) {
+  iwreq request = {};
+  interface.copy(request.ifr_name, sizeof request.ifr_name - 1);
+  request.u.data.pointer = data;
+  request.u.data.length = size;
+  const UniqueFd socket(::socket(AF_INET, SOCK_DGRAM, 0));
+  return socket && ioctl(socket.get(), command.request, &request) >= 0 ? 0 : errno;
+}
+
+void list_commands(const std::string& interface) {
+  std::printf("%-8.16s  Available private ioctls :\n", interface.c_str());
+  for (const Command& each : {kSet, kStat, kSurvey, kShow}) {
+    std::printf("          %-16.16s (%lX) : set %s & get %s\n", each.name, each.request, each.sets, each.gets);
+  }
+  std::printf("\n");
+}
+
+bool has_commands(const std::string& interface) {
+  return if_nametoindex(interface.c_str()) != 0 && band_of(interface) && load_settings(interface);
+}
+
+// Without a word, those of every interface.
+int list_all(const Words& words) {
+  for (const auto& entry : read_network_state()) {
+    if (has_commands(entry.first)) {
+      list_commands(entry.first);
+    } else {
+      std::fprintf(stderr, "%-8.16s  no private ioctls.\n\n", entry.first.c_str());
+    }
+  }
+  record_call(words, {});
+  return 0;
 }
 
 int set(const Words& words, const std::string& interface, Band band) {
+  // The driver takes it from here, not through its request: what it refuses before is refused here as well.
+  const int error = send(kSet, interface, nullptr, 0);
+  if (error != 0 && error != EOPNOTSUPP && error != ENOTTY) return complain(words, kSet, std::strerror(error));
   const size_t equals = words[3].find('=');
   const std::string key = words[3].substr(0, equals);
   const std::string value = equals == std::string::npos ? "" : words[3].substr(equals + 1);
@@ -49,7 +110,7 @@ int set(const Words& words, const std::string& interface, Band band) {
     record_call(words, changes);
     return 0;
   } catch (const std::invalid_argument& refusal) {
-    return complain(words, interface, refusal.what());
+    return complain(words, kSet, refusal.what());
   }
 }
 
@@ -75,14 +136,8 @@ int stat(const Words& words, const std::string& interface) {
     int32_t noise;
     uint64_t counter[6];
   } reply = {};
-  iwreq request = {};
-  interface.copy(request.ifr_name, sizeof request.ifr_name - 1);
-  request.u.data.pointer = &reply;
-  request.u.data.length = sizeof reply;
-  const UniqueFd socket(::socket(AF_INET, SOCK_DGRAM, 0));
-  if (!socket || ioctl(socket.get(), SIOCIWFIRSTPRIV + 9, &request) < 0) {
-    return complain(words, interface, std::strerror(errno));
-  }
+  const int error = send(kStat, interface, &reply, sizeof reply);
+  if (error != 0) return complain(words, kStat, std::strerror(error));
   std::printf("Stations        = %u\nNoise           = %d dBm\n", reply.stations, reply.noise);
   const char* const kNames[] = {"Tx packets", "Rx packets", "Tx bytes", "Rx bytes", "Tx errors", "Rx errors"};
   for (size_t i = 0; i < std::size(kNames); ++i) {
@@ -96,23 +151,25 @@ int stat(const Words& words, const std::string& interface) {
 
 int iwpriv(const Words& words) {
   const StateLock lock;
-  if (words.size() < 3) {
-    std::fprintf(stderr,
-                 "usage: iwpriv INTERFACE set KEY=VALUE\n"
-                 "       iwpriv INTERFACE show|stat|get_site_survey\n");
-    record_call(words, {});
-    return 2;
-  }
+  if (words.size() < 2) return list_all(words);
   const std::string& interface = words[1];
+  if (!has_commands(interface)) return no_commands(words, interface);
+  if (words.size() == 2) {
+    list_commands(interface);
+    record_call(words, {});
+    return 0;
+  }
   const std::string& command = words[2];
-  if (if_nametoindex(interface.c_str()) == 0) return complain(words, interface, "no such device");
-  const std::optional<Band> band = band_of(interface);
-  if (!band || !load_settings(interface)) return complain(words, interface, "no private ioctls");
-  if (command == "set" && words.size() == 4) return set(words, interface, *band);
-  if (command == "show" && words.size() == 3) return show(words, interface);
-  if (command == "stat" && words.size() == 3) return stat(words, interface);
-  if (command == "get_site_survey" && words.size() == 3) return survey(words, interface, *band);
-  return complain(words, interface, ("invalid command " + command).c_str());
+  if (command == kSet.name) {
+    return words.size() == 4 ? set(words, interface, band_of(interface).value())
+                             : complain(words, kSet, std::strerror(EINVAL));
+  }
+  if (command == kShow.name) return show(words, interface);
+  if (command == kStat.name) return stat(words, interface);
+  if (command == kSurvey.name) return survey(words, interface, band_of(interface).value());
+  std::fprintf(stderr, "Invalid command : %s\n", command.c_str());
+  record_call(words, {});
+  return kFailed;
 }
 
 }  // namespace gateway::tools

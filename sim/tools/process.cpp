@@ -69,7 +69,7 @@ std::vector<pid_t> processes_to_end() {
 
 // Waits for their end; tries that are used up end the waiting.
 bool are_gone(int tries) {
-  constexpr timespec kPause = {0, 5000000};
+  constexpr timespec kPause = {0, 10000000};
   for (; tries > 0; --tries) {
     if (processes_to_end().empty()) return true;
     nanosleep(&kPause, nullptr);
@@ -110,7 +110,7 @@ std::vector<pid_t> kill_processes(const std::string& name, int signal_number) {
 }
 
 void end_processes(bool with_grace) {
-  constexpr int kGraceTries = 200;
+  constexpr int kGraceTries = 300;
   constexpr int kMostRounds = 1000;
   if (with_grace) {
     for (const pid_t pid : processes_to_end()) kill(pid, SIGTERM);

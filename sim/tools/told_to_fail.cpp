@@ -7,7 +7,6 @@
 #include <cstdio>
 #include <cstring>
 
-#include "sim/base/places.h"
 #include "sim/records/journal.h"
 #include "sim/state/tool_faults.h"
 #include "sim/tools/tool.h"

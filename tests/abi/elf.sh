@@ -71,6 +71,33 @@ case $check in
       grep -E '^_Z|^__(cxa|gxx|gcc)_|^_Unwind' | grep -v '^__cxa_finalize' || true)
     [ -z "$found" ] || fail "imports of a C++ runtime: $found"
     ;;
+  bounds_checked)
+    # The C library's checked variants; musl has none.
+    echo "$dynamic" | grep -qE '\(NEEDED\).*\[libc\.so\.6\]' || exit 0
+    "$nm" -D --undefined-only "$library" | grep -qE ' U __(snprintf|memcpy)_chk(@|$)' || fail "no checked calls"
+    ;;
+  canaries)
+    "$nm" -D --undefined-only "$library" | grep -qE ' U __stack_chk_fail(@|$)' || fail "no canaries"
+    ;;
+  constant_rows)
+    # The loader writes addresses into writable data for exported objects alone: whatever else holds a function or a text
+    # is made read-only when that is done.
+    data=$(echo "$sections" | sed 's/^ *\[ *[0-9]*\] *//' | awk '$1 == ".data" { print "0x" $3, "0x" $5 }')
+    first=$((${data% *})) end=$((${data% *} + ${data#* }))
+    objects=$("$readelf" --dyn-syms -W "$library" | awk '$4 == "OBJECT" && $7 != "UND" { print "0x" $2 " " $3 }')
+    relocations=$("$readelf" -rW "$library" | grep -oE '^[0-9a-f]{8,16}')
+    [ -n "$objects" ] && [ -n "$relocations" ] || fail "nothing to look at"
+    # The C runtime's own mark of the library.
+    own=$("$nm" "$library" | awk '$3 == "__dso_handle" { print "0x" $1 }')
+    for place in $relocations; do
+      place=$((0x$place))
+      [ $place -ge $first ] && [ $place -lt $end ] && [ $place -ne $((own)) ] || continue
+      echo "$objects" | while read -r start size; do
+        [ $place -lt $((start)) ] || [ $place -ge $((start + size)) ] || exit 1
+      done || continue
+      fail "an address is written into the library's own writable data: $(printf '%#x' $place)"
+    done
+    ;;
   no_versions)
     # Callers that exist were linked against unversioned names.
     ! "$readelf" -VW "$library" | grep -q "Version definition section" || fail "versioned exports"

@@ -12,7 +12,7 @@ failed=0
 # The project's own headers that a file includes, quoted or in angle brackets.
 own_headers() {
   sed -nE -e 's/^ *# *include *"(.*)".*/\1/p' \
-    -e 's/^ *# *include *<(wifimgr_lib\.h|(include|platform_libs|store|params|apply|driver|wps|platform|examples|sim|wlanctl|tests)\/.*)>.*/\1/p' "$1"
+    -e 's/^ *# *include *<(wifimgr_(lib|settings)\.h|(include|platform_libs|store|params|apply|driver|wps|platform|examples|sim|wlanctl|tests)\/.*)>.*/\1/p' "$1"
 }
 
 # allow ROOM PLAIN-NAMES ALLOWED-ROOM...: which of them the files of a room may include.
@@ -31,7 +31,7 @@ allow() {
   done
 }
 
-public='wifimgr_lib\.h|platform_libs/[a-z_]+\.h'
+public='wifimgr_(lib|settings)\.h|platform_libs/[a-z_]+\.h'
 allow include 'none'
 allow platform_libs '(vexa_lib_dbg|api_lib_utility)\.h'
 allow store "$public" store
@@ -51,6 +51,28 @@ allow sim/tools 'none' sim/base sim/driver sim/records sim/network sim/state sim
 allow sim/simctl 'none' sim/base sim/driver sim/records sim/network sim/state sim/radio sim/tools sim/simctl
 allow sim/root 'none' sim/base sim/radio sim/root
 allow sim/outside 'none' sim/base sim/radio sim/root sim/outside
-allow wlanctl 'wifimgr_lib\.h' wlanctl
+
+# The rooms of the tool, from the lowest to the highest; the last row is for all of them, and for rooms without one.
+tool='wifimgr_(lib|settings)\.h'
+allow wlanctl/base none wlanctl/base
+allow wlanctl/files "$tool" wlanctl/base wlanctl/files
+allow wlanctl/library "$tool" wlanctl/base wlanctl/files wlanctl/library
+allow wlanctl/keys "$tool" wlanctl/base wlanctl/keys
+allow wlanctl/store "$tool" wlanctl/base wlanctl/files wlanctl/library wlanctl/keys wlanctl/store
+allow wlanctl/check "$tool" wlanctl/base wlanctl/library wlanctl/keys wlanctl/store wlanctl/check
+allow wlanctl/live "$tool" wlanctl/base wlanctl/library wlanctl/store wlanctl/live
+allow wlanctl/apply "$tool" wlanctl/base wlanctl/files wlanctl/library wlanctl/keys wlanctl/store wlanctl/apply
+allow wlanctl/confirm "$tool" wlanctl/base wlanctl/files wlanctl/store wlanctl/apply wlanctl/confirm
+allow wlanctl/command_line "$tool" wlanctl/base wlanctl/command_line
+allow wlanctl/completion none wlanctl/base wlanctl/keys wlanctl/command_line wlanctl/completion
+allow wlanctl "$tool" wlanctl/base wlanctl/files wlanctl/library wlanctl/keys wlanctl/store wlanctl/check wlanctl/live \
+  wlanctl/apply wlanctl/confirm wlanctl/command_line wlanctl/completion wlanctl/verbs
+
+# What is dear to compile is included once.
+once() {
+  [ "$(grep -rlE "^ *# *include *<$1" wlanctl)" = "$2" ] || { echo "$1 is for $2 alone"; failed=1; }
+}
+once CLI/ wlanctl/command_line/parse.cpp
+once nlohmann/ wlanctl/base/json_print.cpp
 
 exit $failed

@@ -12,13 +12,30 @@ add_test(NAME abi.c_caller COMMAND c_caller)
 add_test(NAME abi.exports COMMAND sh ${here}/exports.sh ${CMAKE_NM} ${PROJECT_SOURCE_DIR} ${library})
 add_test(NAME abi.include_directions COMMAND sh ${here}/include_directions.sh ${PROJECT_SOURCE_DIR})
 
+add_test(NAME abi.contracts COMMAND sh ${here}/contracts.sh ${PROJECT_SOURCE_DIR})
+
 # Under the sanitizers the library needs their runtime, and has constructors of theirs.
 if(NOT WIFIMGR_SANITIZE)
-  foreach(check needed soname build_id bind_now relro no_exec_stack no_text_relocations no_symbolic no_thread_locals
-      no_static_constructors no_cxx_runtime no_versions interposable no_build_path)
+  set(checks needed soname build_id bind_now relro no_exec_stack no_text_relocations no_symbolic no_thread_locals
+    no_static_constructors no_cxx_runtime no_versions interposable no_build_path constant_rows)
+  # What only an optimised build has, and canaries only where they need no fourth library.
+  if(CMAKE_BUILD_TYPE MATCHES "^(Release|MinSizeRel)$")
+    list(APPEND checks bounds_checked)
+    if(CMAKE_SYSTEM_PROCESSOR MATCHES "^(x86_64|AMD64)$")
+      list(APPEND checks canaries)
+    endif()
+  endif()
+  foreach(check ${checks})
     add_test(NAME abi.${check} COMMAND sh ${here}/elf.sh
       ${check} ${CMAKE_READELF} ${CMAKE_NM} ${library} ${PROJECT_SOURCE_DIR} ${PROJECT_BINARY_DIR})
   endforeach()
+
+  # The table of settings, as an integrator includes it.
+  if(WIFIMGR_CXX_RUNTIME)
+    add_test(NAME abi.settings COMMAND sh ${here}/settings.sh ${CMAKE_COMMAND} ${PROJECT_SOURCE_DIR} ${PROJECT_BINARY_DIR}
+      ${CMAKE_C_COMPILER} ${CMAKE_CXX_COMPILER} ${CMAKE_CROSSCOMPILING_EMULATOR})
+    set_tests_properties(abi.settings PROPERTIES TIMEOUT 120)
+  endif()
 
   # The same bytes wherever it is built.
   add_test(NAME abi.reproducible COMMAND sh ${here}/reproducible.sh

@@ -1,7 +1,9 @@
 // The file that an execute script is: its mode, its place, and when there is none.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
+#include <cstring>
 #include <functional>
 
 #include "apply/calls.h"
@@ -87,6 +89,58 @@ TEST_F(ScriptFile, ThatCannotBeOpenedIsAFailureAndPrintsNothing) {
     ASSERT_EQ(0, rmdir(script::folder(band).c_str()));
     EXPECT_EQ("", sandbox::stdout_of(write));
     EXPECT_THAT(calls::made_by(write), IsEmpty());
+  }
+}
+
+TEST_F(ScriptFile, ThatIsCutIsEmptiedAndAFailureAndNotRun) {
+  const auto write = [](int band) { return wifimgr_lib_write_wifi_execute_sh(static_cast<uint32_t>(band), 0); };
+  const auto run = [](int band, const std::string& command) {
+    seams::commands.clear();
+    _11AC_CMDflag = 1;
+    EXPECT_EQ(0U, wifimgr_lib_execute_wlan_script(band, command.c_str()));
+    return seams::commands;
+  };
+  for (const int band : {0, 1}) {
+    load(band);
+    const std::string whole = written(band, 0);
+    const size_t mid_mode = whole.find("AuthMode=WPA2PSK") + std::string("AuthMode=WPA2").size();
+    for (const size_t room : {size_t{0}, mid_mode, whole.size() - 1}) {
+      SCOPED_TRACE(room);
+      seams::limit_file_size(room);
+      const auto trace = seams::trace_of([&] { EXPECT_EQ(1, write(band)); });
+      EXPECT_EQ("[wifimgr_lib_write_wifi_execute_sh]:===Fail Exit===\n", trace.back());
+      EXPECT_EQ("", sandbox::read_file(script::path(band)));
+      EXPECT_THAT(run(band, script::path(band)), IsEmpty());
+      EXPECT_EQ(1, _11AC_CMDflag);
+      EXPECT_THAT(run(band, "sh " + script::path(band) + " x"), IsEmpty());
+      EXPECT_THAT(run(band, "other"), ElementsAre("other"));
+    }
+    seams::limit_file_size(whole.size());
+    EXPECT_EQ(0, write(band));
+    EXPECT_EQ(whole, sandbox::read_file(script::path(band)));
+    EXPECT_THAT(run(band, script::path(band)), ElementsAre(script::path(band)));
+    seams::limit_file_size(RLIM_INFINITY);
+  }
+}
+
+// What a buffer on the stack holds unless somebody clears it.
+__attribute__((noinline)) void soil_the_stack() {
+  volatile char rubbish[16384];
+  for (volatile char& byte : rubbish) byte = 'Z';
+}
+
+TEST_F(ScriptFile, HasFieldsThatFillTheirWidthToTheirEnd) {
+  load(0);
+  const std::string full(150, 'f');
+  for (const char* key : {"RADIUS_Server", "RADIUS_Port", "EncrypType", "HideSSID", "RekeyInterval"}) {
+    unsigned record = 0;
+    ASSERT_EQ(2, is_attr_exist(shm_addr_2_4g, key, &record));
+    std::memcpy(shm_addr_2_4g + record * 1236 + 36, full.data(), full.size());
+  }
+  soil_the_stack();
+  const std::string text = written(0, 0);
+  for (const char* key : {"RADIUS_Server", "RADIUS_Port", "EncrypType", "HideSSID", "RekeyInterval"}) {
+    EXPECT_THAT(text, testing::HasSubstr(std::string(key) + "=" + full + "\n"));
   }
 }
 

@@ -138,8 +138,11 @@ TEST_F(WlanProcesses, BeginWithTheServiceWhileItRuns) {
 
 TEST_F(WlanProcesses, TakeTheServicesIdFromTheFirstLine) {
   requests::driver = requests::answering(reply(2));
-  for (const std::string& text : {own_pid(), own_pid("", "\n1\n"), own_pid("  ", "\n"), own_pid("\t+", " x\n"),
-                                  own_pid("000", "\n"), own_pid("", "x"), own_pid("", ".5\n")}) {
+  for (const std::string& text :
+       {own_pid(), own_pid("", "\n1\n"), own_pid("  ", "\n"), own_pid("\t+", " x\n"), own_pid("000", "\n"),
+        own_pid("", "x"), own_pid("", ".5\n"), own_pid(std::string(27, ' ').c_str()),
+        own_pid(std::string(28, ' ').c_str()), own_pid(std::string(5000, '\t').c_str(), "\n"),
+        own_pid(std::string(5000, '0').c_str(), "\n")}) {
     SCOPED_TRACE(text);
     sandbox::write_file(kPidFile, text);
     EXPECT_EQ(record_of(3, service_entry(), 2), answer());

@@ -50,6 +50,19 @@ TEST_F(Demo, RunsToItsEnd) {
   EXPECT_THAT(result_.out, HasSubstr("\n== Done\n"));
 }
 
+// In the order in which they are typed; the folder of gateway-sim is on the shell's path.
+TEST_F(Demo, EndsWithTheCommandsToGoOnWith) {
+  size_t last = 0;
+  for (const char* command :
+       {"/bin/gateway-sim --shell\n", "  wlanctl status ", "  wlanctl set 2.4g SSID:1=Kitchen Channel=11\n",
+        "  wlanctl apply 2.4g\n", "  simctl show ", "  simctl --help ", "  cat /run/gateway-sim/journal "}) {
+    const size_t at = section("Done").find(command);
+    ASSERT_NE(std::string::npos, at) << command;
+    EXPECT_LE(last, at) << command;
+    last = at;
+  }
+}
+
 TEST_F(Demo, HasNoColourOffATerminal) {
   EXPECT_THAT(result_.out, testing::Not(HasSubstr("\033[")));
 }

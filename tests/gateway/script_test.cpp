@@ -130,7 +130,7 @@ TEST(Script, ShellSplitsAndInterpretsUnquotedValues) {
 
   const Result words = run_of(put("AuthMode", "WPA2PSK") + put("RADIUS_Key1", "two words"));
   EXPECT_THAT(words.out, Not(HasSubstr("\nRADIUS_Key=")));
-  EXPECT_THAT(words.err, HasSubstr("invalid command set"));
+  EXPECT_THAT(words.err, HasSubstr("set (8BE2): Invalid argument"));
 
   const Result command =
       run_of(put("AuthMode", "WPA2PSK") + put("RADIUS_Key1", "a;touch /tmp/ran"), "", "ls /tmp/ran;");

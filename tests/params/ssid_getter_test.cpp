@@ -2,11 +2,14 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <climits>
+#include <iterator>
 
 #include "params/setting_checks.h"
 #include "support/sandbox.h"
 #include "support/seams.h"
+#include "support/settings_table.h"
 
 namespace {
 
@@ -90,6 +93,15 @@ void for_each_getter(Check check) {
       SCOPED_TRACE(std::string(getter.name) + " of band " + std::to_string(band));
       check(getter, band);
     }
+  }
+}
+
+TEST(SsidGetter, IsExpectedHereForEveryRowOfTheTable) {
+  for (const sandbox::SettingRow& row : sandbox::kSettings) {
+    if (row.reads != "SSID") continue;
+    EXPECT_TRUE(std::any_of(std::begin(kGetters), std::end(kGetters),
+                            [&](const Getter& it) { return std::string_view(it.name) == row.getter; }))
+        << "write " << row.getter << " into the list above";
   }
 }
 

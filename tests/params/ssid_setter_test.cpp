@@ -2,13 +2,16 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <climits>
 #include <cstdlib>
+#include <iterator>
 
 #include "params/rule_values.h"
 #include "params/setting_checks.h"
 #include "support/sandbox.h"
 #include "support/seams.h"
+#include "support/settings_table.h"
 
 namespace {
 
@@ -120,6 +123,15 @@ void for_each_setter(Check check) {
       SCOPED_TRACE(std::string(setter.name) + " of band " + std::to_string(band));
       check(setter, band);
     }
+  }
+}
+
+TEST(SsidSetter, IsExpectedHereForEveryRowOfTheTable) {
+  for (const sandbox::SettingRow& row : sandbox::kSettings) {
+    if (row.writes != "SSID") continue;
+    EXPECT_TRUE(std::any_of(std::begin(kSetters), std::end(kSetters),
+                            [&](const Setter& it) { return std::string_view(it.name) == row.setter; }))
+        << "write " << row.setter << " into the list above";
   }
 }
 

@@ -1,5 +1,7 @@
 // The stand-in for the platform's debug library. This program has its own clock, so that a second passes when it says so.
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
@@ -7,6 +9,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <csignal>
 #include <string>
 #include <vector>
 
@@ -21,7 +24,7 @@ timespec g_now{1000, 0};
 }  // namespace
 
 extern "C" int clock_gettime(clockid_t clock, timespec* now) noexcept {
-  if (g_stopped && clock == CLOCK_MONOTONIC) {
+  if (g_stopped && (clock == CLOCK_MONOTONIC || clock == CLOCK_MONOTONIC_COARSE)) {
     *now = g_now;
     return 0;
   }
@@ -166,6 +169,149 @@ TEST(DebugPrint, CutsAnEndlessLineAndEndsIt) {
               writes_of([&] { vexa_itf_printf("%s", text.c_str()); }))
         << length;
   }
+}
+
+TEST_F(DebugSwitch, WaitsForNoPipeThatSomebodyPlanted) {
+  ASSERT_EQ(0, mkfifo(kEnableFile, 0666));
+  EXPECT_FALSE(is_on(1));
+  ASSERT_EQ(0, unlink(kEnableFile));
+  sandbox::write_file(kEnableFile, "1");
+  ASSERT_EQ(0, mkfifo(kLevelFile, 0666));
+  pass_a_second();
+  is_on(1);
+}
+
+TEST_F(DebugSwitch, FollowsNoLinkThatSomebodyPlanted) {
+  sandbox::write_file("/tmp/elsewhere", "1");
+  ASSERT_EQ(0, symlink("/tmp/elsewhere", kEnableFile));
+  EXPECT_FALSE(is_on(1));
+}
+
+// Standard error while this lives: the descriptor, which it takes over.
+class StandardError {
+ public:
+  explicit StandardError(int descriptor) : saved_(dup(STDERR_FILENO)) {
+    dup2(descriptor, STDERR_FILENO);
+    close(descriptor);
+  }
+  StandardError(const StandardError&) = delete;
+  StandardError& operator=(const StandardError&) = delete;
+  ~StandardError() {
+    dup2(saved_, STDERR_FILENO);
+    close(saved_);
+  }
+
+ private:
+  int saved_;
+};
+
+size_t fill(int pipe_end) {
+  const int own = open(("/proc/self/fd/" + std::to_string(pipe_end)).c_str(), O_WRONLY | O_NONBLOCK | O_CLOEXEC);
+  const std::string block(4096, 'x');
+  size_t filled = 0;
+  for (ssize_t n; (n = write(own, block.data(), block.size())) > 0;) filled += static_cast<size_t>(n);
+  close(own);
+  return filled;
+}
+
+TEST(DebugPrint, DropsALineWhenThePipeIsFull) {
+  int ends[2];
+  ASSERT_EQ(0, pipe(ends));
+  const size_t filled = fill(ends[1]);
+  {
+    const StandardError standard_error(ends[1]);
+    EXPECT_LT(vexa_itf_printf("lost\n"), 0);
+    EXPECT_EQ(0, fcntl(STDERR_FILENO, F_GETFL) & O_NONBLOCK) << "others share the flag";
+    std::string drained(filled, '\0');
+    for (size_t at = 0; at < filled;) at += static_cast<size_t>(read(ends[0], drained.data() + at, filled - at));
+    EXPECT_EQ(5, vexa_itf_printf("kept\n"));
+  }
+  char text[16] = "";
+  EXPECT_EQ(5, read(ends[0], text, sizeof text));
+  EXPECT_STREQ("kept\n", text);
+  close(ends[0]);
+}
+
+TEST(DebugPrint, DropsALineWhenTheSocketIsFull) {
+  for (const int type : {SOCK_STREAM, SOCK_DGRAM, SOCK_SEQPACKET}) {
+    int ends[2];
+    ASSERT_EQ(0, socketpair(AF_UNIX, type, 0, ends));
+    while (send(ends[1], "xxxxxxxx", 8, MSG_DONTWAIT) > 0) continue;
+    const StandardError standard_error(ends[1]);
+    EXPECT_LT(vexa_itf_printf("lost\n"), 0);
+    close(ends[0]);
+  }
+}
+
+TEST(DebugPrint, RaisesNoSignalWhenNobodyReads) {
+  int ends[2];
+  ASSERT_EQ(0, pipe(ends));
+  close(ends[0]);
+  {
+    const StandardError standard_error(ends[1]);
+    EXPECT_LT(vexa_itf_printf("lost\n"), 0);
+  }
+  ASSERT_EQ(0, socketpair(AF_UNIX, SOCK_STREAM, 0, ends));
+  close(ends[0]);
+  {
+    const StandardError standard_error(ends[1]);
+    EXPECT_LT(vexa_itf_printf("lost\n"), 0);
+  }
+  sigset_t pending;
+  ASSERT_EQ(0, sigpending(&pending));
+  EXPECT_EQ(0, sigismember(&pending, SIGPIPE));
+}
+
+TEST(DebugPrint, RaisesNoSignalAtTheLimitOfItsFile) {
+  const rlimit limit{4, RLIM_INFINITY};
+  const int file = open("/tmp/log", O_WRONLY | O_CREAT, 0644);
+  ASSERT_GE(file, 0);
+  const StandardError standard_error(file);
+  ASSERT_EQ(0, setrlimit(RLIMIT_FSIZE, &limit));
+  EXPECT_EQ(4, vexa_itf_printf("12345\n"));
+  EXPECT_LT(vexa_itf_printf("lost\n"), 0);
+}
+
+TEST(DebugPrint, KeepsASignalThatWaitedBefore) {
+  sigset_t set;
+  sigemptyset(&set);
+  sigaddset(&set, SIGPIPE);
+  ASSERT_EQ(0, pthread_sigmask(SIG_BLOCK, &set, nullptr));
+  ASSERT_EQ(0, raise(SIGPIPE));
+  writes_of([] { vexa_itf_printf("message\n"); });
+  sigset_t pending;
+  ASSERT_EQ(0, sigpending(&pending));
+  EXPECT_EQ(1, sigismember(&pending, SIGPIPE));
+  ASSERT_EQ(0, pthread_sigmask(SIG_BLOCK, nullptr, &set));
+  EXPECT_EQ(1, sigismember(&set, SIGPIPE));
+  EXPECT_EQ(0, sigismember(&set, SIGXFSZ));
+}
+
+TEST_F(DebugSwitch, WritesIntoNoDatFileThatHasTheNumberOfStandardError) {
+  sandbox::load(0, "Default\nBssidNum=1\nChannel=6\n");
+  sandbox::write_file(kEnableFile, "1");
+  sandbox::write_file(kLevelFile, "8");
+  pass_a_second();
+  const int saved = dup(STDERR_FILENO);
+  close(STDERR_FILENO);
+  const int saved_result = wifimgr_lib_save_dataFile(0);
+  const int loaded_result = creat_shm_from_datafile(0);
+  dup2(saved, STDERR_FILENO);
+  close(saved);
+  EXPECT_EQ(0, saved_result);
+  EXPECT_EQ(0, loaded_result);
+  EXPECT_EQ("Default\nBssidNum=1\nChannel=6\n", sandbox::read_file(sandbox::dat_path(0)));
+}
+
+TEST(DebugPrint, LeavesTheErrorNumberAlone) {
+  const int saved = dup(STDERR_FILENO);
+  close(STDERR_FILENO);
+  errno = EXDEV;
+  vexa_itf_printf("message\n");
+  const int after = errno;
+  dup2(saved, STDERR_FILENO);
+  close(saved);
+  EXPECT_EQ(EXDEV, after);
 }
 
 TEST(DebugPrint, LeavesStandardOutputAlone) {

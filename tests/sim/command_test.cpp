@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <filesystem>
+
 #include "simulation.h"
 
 namespace sim_test {
@@ -41,12 +43,34 @@ TEST(Command, UnrunnableCommandIs126) {
 TEST(Command, HelpAndVersion) {
   const Result help = run({"--help"});
   EXPECT_EQ(help.status, 0);
-  for (const char* option : {"--chips", "--dat24", "--dat5", "--journal", "--shell", "--verbose", "--version", "125"}) {
+  for (const char* option : {"--chips", "--dat2.4g", "--dat24", "--dat5g", "--dat5", "--journal", "--shell",
+                             "--verbose", "--version", "125"}) {
     EXPECT_THAT(help.out, HasSubstr(option));
   }
   const Result version = run({"--version"});
   EXPECT_EQ(version.status, 0);
   EXPECT_THAT(version.out, StartsWith("gateway-sim "));
+}
+
+TEST(Command, HelpFitsATerminal) {
+  for (const std::string& line : lines_of(run({"--help"}).out)) EXPECT_LE(line.size(), 80U) << line;
+}
+
+TEST(Command, AShellHasTheProgramsFolderOnItsPath) {
+  const std::string folder = std::filesystem::path(gateway_sim_program()).parent_path();
+  const Result result = shell("echo 'echo \"at $PATH:\"' | " + gateway_sim_program() + " --shell 2>&1");
+  EXPECT_THAT(result.out, HasSubstr("at /userfs/bin:" + folder + ":"));
+  EXPECT_THAT(run({"--", "sh", "-c", "echo at $PATH:"}).out, testing::Not(HasSubstr(folder + ":")));
+}
+
+TEST(Command, EitherBandsDatFileGoesByTwoNames) {
+  const TestFolder folder;
+  write_file(folder / "dat", dat_text(1, "1", "SSID1=own"));
+  const char* const kShown = "tail -qn 1 /etc/Wireless/RT2860AP*/RT2860AP.dat | cut -c1-9 | tr '\n' ' '";
+  const auto shown = [&](const char* option) { return run({option, folder / "dat", "--", "sh", "-c", kShown}).out; };
+  for (const char* option : {"--dat2.4g", "--dat24"}) EXPECT_THAT(shown(option), StartsWith("SSID1=own ")) << option;
+  for (const char* option : {"--dat5g", "--dat5"})
+    EXPECT_THAT(shown(option), testing::EndsWith(" SSID1=own ")) << option;
 }
 
 TEST(Command, WrongOptionsAre2) {

@@ -76,6 +76,12 @@ TEST(Stations, StayWhereNothingOfThatChanges) {
                          "iwpriv ra1 set SSID=x; stations ra0"));
 }
 
+TEST(Stations, AreOnlyOnInterfacesThatAreUp) {
+  EXPECT_EQ("0\n1\n2\n",
+            after("ifconfig ra0 down; simctl reset; stations ra0; stations rai0; ifconfig ra0 up; simctl reset;"
+                  "stations ra0"));
+}
+
 TEST(Stations, AreNotThereRightAfterADriverWasLoaded) {
   EXPECT_EQ("0\n3\n", run_script(std::string(kHelpers) +
                                      "rmmod mt7603eap; insmod /lib/modules/4.4.115/mt7603eap.ko; stations ra0;"

@@ -52,6 +52,46 @@ TEST(Root, CurrentDirectoryInTmpSurvivesAReboot) {
   EXPECT_EQ(read_file(folder / "kept"), "there\n");
 }
 
+TEST(Root, DevicesAreThoseThatAGatewayHas) {
+  const Result result = run_script(
+      "ls -A /dev | grep -vxE 'net|ptmx|console' | tr '\\n' ' '; echo x >/dev/null; echo y >/dev/stdout;"
+      "head -c 4 /dev/zero | wc -c; head -c 4 /dev/urandom | wc -c; echo z >/dev/sim-test; cat /dev/sim-test");
+  EXPECT_EQ("fd full log mqueue null pts random shm stderr stdin stdout tty urandom zero y\n4\n4\nz\n", result.out);
+  EXPECT_FALSE(std::filesystem::exists("/dev/sim-test"));
+}
+
+constexpr char kLog[] = "L=/run/gateway-sim/syslog; log() { logger -t test -p user.err -- \"$1\"; };";
+
+TEST(Devices, HaveTerminalsToRecordIn) {
+  const Result result = run_script("script -qec 'tty; test -t 0 && echo terminal' /dev/null </dev/null | tr -d '\\r'");
+  EXPECT_EQ("/dev/pts/0\nterminal\n", result.out) << result.err;
+}
+
+TEST(SystemLog, IsAFileInside) {
+  const Result result =
+      run_script(std::string(kLog) + "log one; log two; until grep -q two $L; do :; done; cut -c17- $L");
+  EXPECT_THAT(result.out, testing::MatchesRegex("[^<]*test[^<]*: one\n[^<]*test[^<]*: two\n"));
+}
+
+TEST(SystemLog, KeepsAMessageOnItsLine) {
+  const Result result = run_script(
+      "python3 -c 'import socket; s = socket.socket(socket.AF_UNIX, socket.SOCK_DGRAM); s.connect(\"/dev/log\");"
+      "s.send(b\"<11>a\\nb\\x1b[0m\\n\\0\"); s.send(b\"plain\")';"
+      "until grep -q plain /run/gateway-sim/syslog; do :; done; cat /run/gateway-sim/syslog");
+  EXPECT_EQ("a b [0m\nplain\n", result.out);
+}
+
+TEST(SystemLog, OutlivesAReboot) {
+  const Result result = run_script(std::string(kLog) +
+                                   "log one; until grep -q one $L; do :; done; reboot; log two;"
+                                   "until grep -q two $L; do :; done; wc -l <$L");
+  EXPECT_EQ("2\n", result.out);
+}
+
+TEST(SystemLog, IsOpenToEveryUser) {
+  EXPECT_EQ("666\n", run_script("stat -c %a /dev/log").out);
+}
+
 TEST(Root, SystemFoldersNeverStayReal) {
   for (const char* folder : {"/", "/etc", "/tmp", "/usr/bin", "/run"}) {
     const Result result = run_in(folder, {"--", "sh", "-c", "pwd; echo x > sim-test-private"});

@@ -36,6 +36,25 @@ TEST(Reading, IsTheSameForAllWhoLookAtOnce) {
   EXPECT_EQ(reading_at("~50", 123456, 2), reading_at("~50", 123456, 2));
 }
 
+TEST(Simctl, HelpFitsATerminal) {
+  for (const std::string& line : lines_of(after("--help").out)) EXPECT_LE(line.size(), 80U) << line;
+}
+
+TEST(Simctl, TakesABandInEitherSpelling) {
+  const Result result = run_script(
+      "for b in 2.4G 2.4g 2.4 5G 5g 5; do simctl show $b | head -n 1 | cut -c1-5; done; simctl show 24g; echo $?");
+  EXPECT_EQ("2.4G \n2.4G \n2.4G \n5G ra\n5G ra\n5G ra\n2\n", result.out);
+  EXPECT_THAT(result.err, HasSubstr("no band is called 24g: 2.4g or 5g"));
+}
+
+TEST(Simctl, ShowsAPeerOnlyWhereThereIsOne) {
+  const Result result = run_script(
+      "peer() { simctl show ra0 | grep -o 'peer .*'; }; peer; iwpriv ra0 set WscConfMode=7; simctl wps ra0 state 3 "
+      "peer "
+      "02:aa:bb:cc:dd:01; peer; simctl wps ra0 state 1; peer");
+  EXPECT_EQ("peer -\npeer 02:aa:bb:cc:dd:01\npeer -\n", result.out);
+}
+
 TEST(Simctl, HelpNamesEveryCommandAndRequest) {
   const Result result = after("--help");
   EXPECT_EQ(0, result.status);
@@ -56,6 +75,8 @@ TEST(Simctl, HelpNamesEveryCommandAndRequest) {
                            "calibration BAND",
                            "chip-id N",
                            "fail REQUEST ERRNO",
+                           "fail TOOL HOW",
+                           "power-cut",
                            "fail none",
                            "reset",
                            "Examples:",
@@ -86,7 +107,7 @@ TEST(Simctl, SaysWhatMakesNoSense) {
       {"frob", "no command frob"},
       {"channel 2.4G", "channel: a word is missing"},
       {"channel 2.4G 1 2", "channel: one word too many: 2"},
-      {"channel 3G 1", "channel: no band is called 3G: 2.4G or 5G"},
+      {"channel 3G 1", "channel: no band is called 3G: 2.4g or 5g"},
       {"noise 5G", "noise: a word is missing"},
       {"noise 5G loud", "noise: not a noise level: loud (a number, or one after ~ to let it wander)"},
       {"noise 5G '~'", "noise: not a noise level: ~ (a number, or one after ~ to let it wander)"},
@@ -147,7 +168,7 @@ TEST(Simctl, SaysWhatMakesNoSense) {
       {"fail none EIO", "fail: one word too many: EIO"},
       {"reset all", "reset: one word too many: all"},
       {"show ra0 ra1", "show: one word too many: ra1"},
-      {"show all", "show: no band is called all: 2.4G or 5G"},
+      {"show all", "show: no band is called all: 2.4g or 5g"},
   };
   std::string script;
   for (const auto& row : kRows) script += std::string("simctl ") + row.words + " 2>&1; echo $?; ";

@@ -120,7 +120,7 @@ TEST(Iwpriv, TakesAValueByteForByte) {
 }
 
 TEST(Iwpriv, RefusesAKeyWithALineEnd) {
-  EXPECT_EQ(run_script("iwpriv ra0 set 'New\nKey=1'; echo $?; iwpriv ra0 show | grep -c New").out, "1\n0\n");
+  EXPECT_EQ(run_script("iwpriv ra0 set 'New\nKey=1'; echo $?; iwpriv ra0 show | grep -c New").out, "255\n0\n");
 }
 
 TEST(Iwpriv, ChannelMovesTheRadio) {
@@ -134,10 +134,70 @@ TEST(Iwpriv, ChannelMovesTheRadio) {
 TEST(Iwpriv, RefusesWhatTheDriverWould) {
   const Result result = run_script(
       "for c in 'ra5 set Channel=1' 'nosuch show' 'br-lan show' 'wds0 show' 'ra0 set Channel=x' 'ra0 set Channel='"
-      " 'ra0 set =x' 'ra0 frob' 'ra0 set' 'ra0'; do iwpriv $c; echo $?; done; iwpriv ra0 show | grep Channel=");
-  EXPECT_EQ(result.out, "1\n1\n1\n1\n1\n1\n1\n1\n1\n2\nChannel=6\n");
-  EXPECT_THAT(result.err, HasSubstr("ra5: no such device"));
-  EXPECT_THAT(result.err, HasSubstr("br-lan: no private ioctls"));
+      " 'ra0 set =x' 'ra0 frob' 'ra0 set' 'nosuch'; do iwpriv $c; echo $?; done; iwpriv ra0 show | grep Channel=");
+  EXPECT_EQ(result.out, "255\n255\n255\n255\n255\n255\n255\n255\n255\n255\nChannel=6\n");
+  EXPECT_THAT(result.err, HasSubstr("ra5       no private ioctls.\n"));
+  EXPECT_THAT(result.err, HasSubstr("br-lan    no private ioctls.\n"));
+  EXPECT_THAT(result.err, HasSubstr("Interface doesn't accept private ioctl...\nset (8BE2): Invalid argument\n"));
+}
+
+TEST(Iwpriv, NamesACommandThatItDoesNotKnow) {
+  const Result result = run_script("iwpriv ra0 frob; echo $?; iwpriv ra0 ''; iwpriv ra0 Set Channel=1");
+  EXPECT_EQ("255\n", result.out);
+  EXPECT_EQ("Invalid command : frob\nInvalid command : \nInvalid command : Set\n", result.err);
+}
+
+TEST(Iwpriv, ListsItsCommands) {
+  const Result result = run_script("iwpriv rai1; echo $?");
+  EXPECT_EQ(
+      "rai1      Available private ioctls :\n"
+      "          set              (8BE2) : set 1024 char  & get   0      \n"
+      "          stat             (8BE9) : set   0       & get  56 byte \n"
+      "          get_site_survey  (8BED) : set   0       & get 2047 char \n"
+      "          show             (8BF1) : set   0       & get 2047 char \n"
+      "\n0\n",
+      result.out);
+}
+
+TEST(Iwpriv, ListsTheCommandsOfAllInterfaces) {
+  const Result result = run_script("iwpriv; echo $?");
+  for (const char* name : {"ra0 ", "ra1 ", "rai0", "rai1"})
+    EXPECT_THAT(result.out, HasSubstr(std::string(name) + "      Av"));
+  EXPECT_THAT(result.out, testing::EndsWith("\n0\n"));
+  for (const char* name : {"lo    ", "br-lan", "wds0  "}) {
+    EXPECT_THAT(result.err, HasSubstr(std::string(name) + "    no private ioctls.\n"));
+  }
+}
+
+TEST(Iwpriv, SetsWithThePermissionToAdministerTheNetworkAlone) {
+  const Result result = run_script(
+      "without='setpriv --bounding-set=-net_admin --inh-caps=-net_admin'; $without iwpriv ra0 set Channel=3; echo $?;"
+      "iwpriv ra0 show | grep Channel=; $without iwpriv ra0 show | grep Channel=; $without iwpriv ra0 stat | head -n 1;"
+      "simctl fail 0x8be2 EBUSY 1; iwpriv ra0 set Channel=3; echo $?");
+  EXPECT_EQ("255\nChannel=6\nChannel=6\nStations        = 2\n255\n", result.out);
+  EXPECT_THAT(result.err, HasSubstr("set (8BE2): Operation not permitted\n"));
+  EXPECT_THAT(result.err, HasSubstr("set (8BE2): Device or resource busy\n"));
+}
+
+// In a user namespace there is only one user.
+TEST(Tools, WorkForAnotherUserWithThePermissionToAdministerTheNetwork) {
+  const std::string other = is_machines_root() ? "setpriv --reuid=65534 --regid=65534 --clear-groups"
+                                                 " --inh-caps=+net_admin --ambient-caps=+net_admin "
+                                               : "";
+  EXPECT_EQ(journal_after(other + "iwpriv ra1 set Channel=3; " + other + "ifconfig ra1 down; " + other +
+                          "brctl delif br-lan ra1"),
+            "iwpriv ra1 set Channel=3\t2.4G radio: Channel 6 -> 3\n"
+            "ifconfig ra1 down\tra1: up -> down\n"
+            "brctl delif br-lan ra1\tra1: left br-lan\n");
+}
+
+// The user's own journal keeps its mode.
+TEST(Tools, DoWithoutTheJournalThatTheyMayNotWrite) {
+  const TestFolder folder;
+  const std::string as_other = is_machines_root() ? "setpriv --reuid=65534 --regid=65534 --clear-groups" : "";
+  const Result result = run_script(as_other + " ifconfig ra1 >/dev/null; echo $?", {"--journal", folder / "calls"});
+  EXPECT_EQ("0\n", result.out);
+  EXPECT_EQ(is_machines_root() ? "" : "ifconfig ra1\t-\n", shell("cut -f2- " + folder.path() + "/calls").out);
 }
 
 TEST(Driver, AnswersWirelessRequests) {

@@ -83,9 +83,9 @@ TEST(WpsPin, IsANumber) {
                  pin_of("ra0") + "iwpriv ra0 set WscPinCode=; echo $?; iwpriv ra0 show | grep -c WscPinCode");
   const Words lines = lines_of(result.out);
   ASSERT_THAT(lines, SizeIs(9));
-  for (size_t i = 0; i < 6; ++i) EXPECT_EQ("1", lines[i]) << i;
+  for (size_t i = 0; i < 6; ++i) EXPECT_EQ("255", lines[i]) << i;
   EXPECT_TRUE(gateway::is_valid_pin(decimal_pin(lines[6])));
-  EXPECT_EQ("1", lines[7]);
+  EXPECT_EQ("255", lines[7]);
   EXPECT_EQ("0", lines[8]);
 }
 

@@ -2,7 +2,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/mount.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <string>
@@ -67,6 +69,30 @@ TEST(DebugLevel, IgnoresALevelFileThatCannotBeOpened) {
   EXPECT_EQ(kEnabled, sandbox::read_file(kEnableFile));
 }
 
+TEST(DebugLevel, FollowsNoLinkThatSomebodyPlanted) {
+  sandbox::write_file("/tmp/victim", "kept");
+  ASSERT_EQ(0, symlink("/tmp/victim", kLevelFile));
+  EXPECT_EQ(0, wifimgr_lib_set_dbg_level("8"));
+  EXPECT_EQ("kept", sandbox::read_file("/tmp/victim"));
+  ASSERT_EQ(0, unlink(kEnableFile));
+  for (const char* target : {"/tmp/victim", "/tmp/none"}) {
+    ASSERT_EQ(0, symlink(target, kEnableFile));
+    EXPECT_EQ(1, wifimgr_lib_set_dbg_level("8"));
+    ASSERT_EQ(0, unlink(kEnableFile));
+  }
+  EXPECT_EQ("kept", sandbox::read_file("/tmp/victim"));
+  EXPECT_FALSE(sandbox::exists("/tmp/none"));
+}
+
+TEST(DebugLevel, FailsWhenAFileCannotBeWrittenToItsEnd) {
+  seams::limit_file_size(4);
+  EXPECT_EQ(1, wifimgr_lib_set_dbg_level("8"));
+  EXPECT_FALSE(sandbox::exists(kLevelFile));
+  seams::limit_file_size(5);
+  EXPECT_EQ(0, wifimgr_lib_set_dbg_level("12345"));
+  EXPECT_EQ(1, wifimgr_lib_set_dbg_level("123456"));
+}
+
 TEST(KernelLog, TakesTheFormattedMessage) {
   std::string text;
   {
@@ -129,6 +155,24 @@ TEST(CommandFile, TakesTheTextInPlaceOfWhatItHeld) {
 TEST(CommandFile, ThatCannotBeOpenedGivesMinusOne) {
   EXPECT_EQ(-1, doCmdWrite("/tmp/none/command", "text"));
   EXPECT_EQ(-1, doCmdWrite("/tmp", "text"));
+}
+
+TEST(KernelLog, SaysNothingOfAMessageThatTheKernelRefuses) {
+  std::string printed;
+  {
+    GatewayProc proc;
+    seams::limit_file_size(3);
+    printed = sandbox::stdout_of([] { zqdbg_blapi_printf("message"); });
+    seams::limit_file_size(RLIM_INFINITY);
+  }
+  EXPECT_EQ("", printed);
+}
+
+TEST(CommandFile, ThatCannotBeWrittenToItsEndGivesMinusOne) {
+  seams::limit_file_size(4);
+  EXPECT_EQ(0, doCmdWrite("/tmp/command", "1234"));
+  EXPECT_EQ(-1, doCmdWrite("/tmp/command", "12345"));
+  EXPECT_EQ(-1, doCmdWrite("/tmp/command", std::string(100000, 'x').c_str()));
 }
 
 TEST(CommandFile, NullIsAFailureThatTouchesNothing) {

@@ -1,8 +1,10 @@
 // Records that another program wrote to their full width, without a NUL.
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <cstring>
 #include <string>
+#include <thread>
 
 #include "store/ipc_objects.h"
 #include "support/sandbox.h"
@@ -46,6 +48,27 @@ TEST_F(ForeignRecord, IsJoinedWithinItsFields) {
   char out[1300] = "";
   EXPECT_EQ(0, merge_para(&record, out, 8));
   EXPECT_EQ(std::string(149, 'f') + ";" + std::string(149, 'f') + ";3", out);
+}
+
+// The text before the field ends in a line end, so that a length that was taken too late reaches back into it.
+TEST(ChangingRecord, IsJoinedAsItIsAtOneMoment) {
+  wifimgr_attr_record record = ipc::record(std::string(35, 'k') + "\n", {"a", "b"});
+  std::atomic<bool> is_done = false;
+  std::thread other([&] {
+    volatile char* const first = &record.field[0][0];
+    while (!is_done) *first = *first == '\0' ? 'a' : '\0';
+  });
+  for (int i = 0; i < 200000; ++i) {
+    char out[1300] = "";
+    merge_para(&record, out, 8);
+    const std::string text = out;
+    if (text != "" && text != "a;b") {
+      ADD_FAILURE() << text;
+      break;
+    }
+  }
+  is_done = true;
+  other.join();
 }
 
 TEST_F(ForeignRecord, IsTooLongToBeSavedWithItsKey) {

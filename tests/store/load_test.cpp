@@ -169,9 +169,14 @@ TEST(Load, OfAFileThatHasGoneIsRefusedAndLeavesTheStore) {
 }
 
 TEST(Load, OfADirectoryIsRefused) {
-  ASSERT_EQ(0, mkdir(sandbox::dat_path(0).c_str(), 0755));
-  EXPECT_THAT(errors_of_load(0),
-              Contains("[creat_shm_from_datafile]:===Fail Exit===Open the file /tmp/dat/2.4g.dat failed.\n"));
+  write_dat(1, "A=1\n");
+  ASSERT_EQ(0, creat_shm_from_datafile(1));
+  std::remove(sandbox::dat_path(1).c_str());
+  for (int band : {0, 1}) ASSERT_EQ(0, mkdir(sandbox::dat_path(band).c_str(), 0755));
+  EXPECT_THAT(errors_of_load(1),
+              ElementsAre("[creat_shm_from_datafile]:===Fail Exit===Open the file /tmp/dat/5g.dat failed.\n"));
+  // Its length cannot be read, so there is no segment for it.
+  EXPECT_THAT(errors_of_load(0), Contains("[init_shm]:===Fail Exit===Create share memory failed.\n"));
 }
 
 TEST(Load, OfAReadOnlyFileIsRefused) {

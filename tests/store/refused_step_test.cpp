@@ -76,7 +76,6 @@ extern "C" int merge_para(wifimgr_attr_record* rec, char* out, int count) {
 namespace {
 
 constexpr char kDat[] = "BssidNum=1\nChannel=6\nHT_TxStream=1\nSSID1=home\n";
-constexpr int kLines = 4;
 
 std::vector<std::string> errors_of_save(int ssids = 1) {
   return seams::errors_of([=] { EXPECT_EQ(1, update_datafile_from_shm(0, ssids)); });
@@ -150,13 +149,13 @@ TEST(SavedStream, IsUnlockedAndClosedWhenTheStoreCannotBeLocked) {
 
 TEST(SavedStream, IsUnlockedAndClosedWhenALineCannotBeWritten) {
   sandbox::load(0, kDat);
-  g_refuse_merge_from = kLines + 1;
+  g_refuse_merge_from = 1;
   EXPECT_THAT(stream_steps_of_save(1), ElementsAre("flockfile after 2", "funlockfile after 4", "fclose after 4"));
 }
 
 TEST(RefusedStep, ALineThatCannotBeWrittenEndsTheSaveInTheMidstOfTheFile) {
   sandbox::load(0, kDat);
-  g_refuse_merge_from = kLines + 2;
+  g_refuse_merge_from = 2;
   EXPECT_THAT(errors_of_save(),
               ElementsAre("[update_datafile_from_shm]:===Fail Exit===merge some values to one line failed.\n"));
   EXPECT_EQ("Default\nBssidNum=1\n", sandbox::read_file(sandbox::dat_path(0)));
@@ -164,16 +163,6 @@ TEST(RefusedStep, ALineThatCannotBeWrittenEndsTheSaveInTheMidstOfTheFile) {
 }
 
 constexpr char kUnlockFailed[] = "[semaphore_v]:===Fail Exit===seamphore_v failed.\n";
-
-TEST(RefusedUnlock, OfACheckKeepsTheMessageOfTheLineThatCannotBeJoined) {
-  sandbox::load(0, kDat);
-  g_refuse_merge_from = 1;
-  seams::fail(seams::semop_fault, 2, ERANGE);
-  EXPECT_THAT(
-      errors_of_save(),
-      ElementsAre(kUnlockFailed, "[update_datafile_from_shm]:===Fail Exit===merge some values to one line failed.\n"));
-  EXPECT_EQ(kDat, sandbox::read_file(sandbox::dat_path(0)));
-}
 
 TEST(RefusedUnlock, OfACheckKeepsThePlainFailureOfALineThatIsTooLong) {
   sandbox::load(0, kDat);
@@ -186,7 +175,7 @@ TEST(RefusedUnlock, OfACheckKeepsThePlainFailureOfALineThatIsTooLong) {
 
 TEST(RefusedUnlock, OfARewriteKeepsTheMessageOfTheLineThatCannotBeJoined) {
   sandbox::load(0, kDat);
-  g_refuse_merge_from = kLines + 1;
+  g_refuse_merge_from = 1;
   seams::fail(seams::semop_fault, 4, ERANGE);
   EXPECT_THAT(
       errors_of_save(),

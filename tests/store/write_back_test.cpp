@@ -245,6 +245,28 @@ TEST(Save, WritesInPlace) {
   EXPECT_THAT(names, testing::UnorderedElementsAre(".", "..", "link", "2.4g.dat"));
 }
 
+TEST(Save, TakesLinesOf185CharactersWhateverTheyEndIn) {
+  const struct {
+    const char* second_end;
+    const char* third;
+    size_t longest;
+  } rows[] = {{"", "", 32}, {"\n", "", 32}, {"\n\n", "", 32}, {"", "\n", 31}, {"", "\n\n", 31}, {"", "z", 30}};
+  sandbox::load(0, "BssidNum=3\nK=1\nEnd=1\n");
+  ASSERT_EQ(0, update_attr(0, 1, "K", std::string(149, 'a').c_str()));
+  for (const auto& row : rows) {
+    SCOPED_TRACE(&row - rows);
+    ASSERT_EQ(0, update_attr(0, 3, "K", row.third));
+    ASSERT_EQ(0, update_attr(0, 2, "K", (std::string(row.longest, 'b') + row.second_end).c_str()));
+    EXPECT_EQ(0, update_datafile_from_shm(0, 3));
+    const std::string before = saved();
+    const size_t start = before.find("K=");
+    EXPECT_EQ(185U, before.find("\nEnd=") + 1 - start);
+    ASSERT_EQ(0, update_attr(0, 2, "K", (std::string(row.longest + 1, 'b') + row.second_end).c_str()));
+    EXPECT_EQ(1, update_datafile_from_shm(0, 3));
+    EXPECT_EQ(before, saved());
+  }
+}
+
 TEST(Save, HoldsTheLockForTheWholeRewrite) {
   sandbox::load(0, kMixed);
   std::vector<int> values;
@@ -254,8 +276,21 @@ TEST(Save, HoldsTheLockForTheWholeRewrite) {
   const int steps = seams::semop_fault.calls;
   seams::trace_of([] { EXPECT_EQ(0, update_datafile_from_shm(0, 2)); });
   EXPECT_EQ(4, seams::semop_fault.calls - steps);
-  EXPECT_THAT(values, testing::AllOf(testing::SizeIs(12), testing::Each(0)));
+  EXPECT_THAT(values, testing::AllOf(testing::SizeIs(6), testing::Each(0)));
   EXPECT_EQ(1, ipc::semaphore_value(0));
+}
+
+TEST(Save, LeavesNothingOfASaveThatCameBetween) {
+  sandbox::load(0, kMixed);
+  int steps = 0;
+  seams::on_trace = [&](const std::string& line) {
+    // The second P is that of the rewrite: the file is open by then.
+    if (line == "[semaphore_p]:===Enter===\n" && ++steps == 2) {
+      sandbox::write_file(sandbox::dat_path(0), "Default\n" + std::string(5000, 'x') + "\nEnd=1\n");
+    }
+  };
+  seams::trace_of([] { EXPECT_EQ(0, update_datafile_from_shm(0, 2)); });
+  EXPECT_EQ("Default\nBssidNum=2\nSSID1=a\nSSID2=b\nAccessPolicy0=0\nAccessPolicy1=1\nHT_TxStream=1;1\n", saved());
 }
 
 TEST(Save, OfOneBandLeavesTheOtherAlone) {

@@ -1,7 +1,10 @@
-// A dat text with every key that the tests use, for two SSIDs; keys of SSIDs are there for all eight.
+// A dat text with every key that the tests use, for two SSIDs; keys of SSIDs are there for all eight. The values are the
+// tests' own; a setting without a line here, whose functions its row makes, has those of its row.
 #pragma once
 
 #include <string>
+
+#include "support/settings_table.h"
 
 namespace sandbox {
 
@@ -160,6 +163,17 @@ inline constexpr char kFullDatEnd[] =
     "BSSACM=0;0;0;0\n"
     "AckPolicy=0;0;0;0\n";
 
+// The lines of the rows that `text` does not have.
+inline std::string other_default_lines(const std::string& text, int band) {
+  std::string lines;
+  for (const SettingRow& row : kSettings) {
+    const bool is_made = row.writes == "BAND" || row.writes == "HT_GROUP" || row.writes == "SSID";
+    if (!is_made || row.defaults[band] == nullptr) continue;
+    if (text.find("\n" + dat_key_of(row, 1) + "=") == std::string::npos) lines += default_lines(row, band);
+  }
+  return lines;
+}
+
 inline std::string full_dat_text(const FullDatBand& band) {
   std::string text = std::string(kFullDatStart) + band.country_region + band.mode_and_channel + "CountryCode=DE\n" +
                      "MacAddress=" + band.mac_address + "\n" + kFullDatSettings;
@@ -176,7 +190,8 @@ inline std::string full_dat_text(const FullDatBand& band) {
     text = text + "AccessPolicy" + list + "=0\n";
     text = text + "AccessControlList" + list + "=02:00:00:00:01:0" + list + "\n";
   }
-  return text + kFullDatEnd;
+  text += kFullDatEnd;
+  return text + other_default_lines(text, &band == &kFullDatBands[0] ? 0 : 1);
 }
 
 }  // namespace sandbox

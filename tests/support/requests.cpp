@@ -88,7 +88,8 @@ extern "C" {
 int socket(int family, int type, int protocol) noexcept {
   if (requests::fails(requests::socket_fault)) return -1;
   const int descriptor = static_cast<int>(syscall(SYS_socket, family, type, protocol));
-  if (descriptor >= 0) requests::sockets.push_back({family, type, protocol});
+  if (descriptor >= 0)
+    requests::sockets.push_back({family, type & ~SOCK_CLOEXEC, protocol, (type & SOCK_CLOEXEC) != 0});
   return descriptor;
 }
 

@@ -27,8 +27,9 @@ std::string padded(const std::string& name);
 
 struct SocketCall {
   int family;
-  int type;
+  int type;  // without SOCK_CLOEXEC
   int protocol;
+  bool is_close_on_exec = true;
   bool operator==(const SocketCall&) const = default;
 };
 

@@ -1,12 +1,14 @@
 #include "support/seams.h"
 
 #include <sys/ipc.h>
+#include <sys/resource.h>
 #include <sys/sem.h>
 #include <sys/shm.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <csignal>
 #include <cstdarg>
 #include <cstdint>
 #include <cstdio>
@@ -48,6 +50,12 @@ void put_chips_on_the_bus(const std::vector<std::string>& chips) {
 void fail(Fault& fault, int nth, int error) {
   fault.countdown = nth;
   fault.error = error;
+}
+
+void limit_file_size(size_t bytes) {
+  (void)std::signal(SIGXFSZ, SIG_IGN);
+  const rlimit limit{bytes, RLIM_INFINITY};
+  (void)setrlimit(RLIMIT_FSIZE, &limit);
 }
 
 namespace {

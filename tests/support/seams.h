@@ -44,4 +44,9 @@ extern Fault semget_fault, semctl_fault, semop_fault, shmget_fault, shmat_fault,
 
 void fail(Fault& fault, int nth, int error);
 
+// ---- Files ----
+
+// From now on no file of this process grows beyond `bytes`: what stands behind them is lost as on a full disk.
+void limit_file_size(size_t bytes);
+
 }  // namespace seams

@@ -50,19 +50,21 @@ struct Side {
   std::string folder;
 };
 
-const Side k2_4G = {"2.4g", "0", "kOn5G", "RT2860AP"};
-const Side k5G = {"5g", "1", "kOn2_4G", "RT2860AP_AC"};
+const Side k2_4G = {"2.4g", "0", "ONLY_5G", "RT2860AP"};
+const Side k5G = {"5g", "1", "ONLY_2_4G", "RT2860AP_AC"};
 
 // Those of a band. The count of SSIDs comes last: no SSID is left when it is no number.
 std::vector<Setting> settings_of(const Side& side) {
   std::vector<Setting> settings;
   Setting count;
-  const std::regex row("^KEY\\(\"(\\w+)\", \"[^\"]*\", (\\w+), \\w+, (\\w+), (\\w+), .*");
-  for (const std::string& line : lines_of(read_file(source_folder() + "/wlanctl/key.def"))) {
+  const std::regex row(
+      "^WIFIMGR_SETTING\\(\"(\\w+)(?:%d)?(\\w*)\", (\\w+), \\w+, (\\w+), \\w+, \\w+, \\w+, (\\w+), .*");
+  for (const std::string& line : lines_of(read_file(source_folder() + "/include/wifimgr_settings.h"))) {
     std::smatch found;
-    if (!std::regex_match(line, found, row) || found[3] == side.other) continue;
-    const bool is_band_wide = found[2] == "kBand";
-    const Setting setting = {found[1].str() + (is_band_wide ? "" : ":1"), found[4], is_band_wide ? "-1" : "1"};
+    if (!std::regex_match(line, found, row) || found[4] == side.other) continue;
+    const bool is_band_wide = found[3] == "BAND";
+    const Setting setting = {found[1].str() + found[2].str() + (is_band_wide ? "" : ":1"), found[5],
+                             is_band_wide ? "-1" : "1"};
     if (found[1] == "BssidNum") {
       count = setting;
     } else {

@@ -101,7 +101,7 @@ TEST(ManPage, HasEveryExitCode) {
 }
 
 TEST(ManPage, HasTheFilesUnderVarRun) {
-  const std::string places = read_file(source_folder() + "/wlanctl/places.h");
+  const std::string places = read_file(source_folder() + "/wlanctl/files/places.h");
   const std::string files = section(".SH ", "FILES");
   const std::regex path("\"(/var/run/[^\"]+)\"");
   for (std::sregex_iterator it(places.begin(), places.end(), path), end; it != end; ++it) {

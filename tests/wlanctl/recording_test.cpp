@@ -10,8 +10,8 @@ namespace {
 TEST(Recording, IsWhatTheProgramDoes) {
   const std::string folder = source_folder() + "/wlanctl";
   const Result now = sim_test::shell("'" + folder + "/recording.sh' '" + build_folder() + "' 2>&1");
-  EXPECT_EQ(read_file(folder + "/recording.txt"), now.out)
-      << "bring it up to date: wlanctl/recording.sh BUILD_FOLDER >wlanctl/recording.txt";
+  EXPECT_EQ(read_file(folder + "/recording.txt"), now.out) << "bring it up to date: wlanctl/recording.sh built("
+                                                              ") >wlanctl/recording.txt";
 }
 
 TEST(Recording, StandsInTheReadme) {

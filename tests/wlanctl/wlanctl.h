@@ -18,8 +18,8 @@ using sim_test::Result;
 using sim_test::Simulation;
 using sim_test::source_folder;
 using sim_test::TestFolder;
-using sim_test::Words;
 using sim_test::wlanctl_program;
+using sim_test::Words;
 using sim_test::write_file;
 
 using Json = nlohmann::ordered_json;

@@ -126,13 +126,25 @@ TEST_F(WpsDaemon, IsStartedWithoutAnAddressWhenThereIsNone) {
   EXPECT_THAT(seams::commands, ElementsAre(kKill, kShow, "/usr/bin/wscd -i rai2 -a  -m 1 &"));
 }
 
-TEST_F(WpsDaemon, GetsAnAddressOf31Characters) {
-  for (const size_t length : {31U, 32U, 40U}) {
-    give_br0("inet addr:" + std::string(length, '1') + " x\n");
+// Any process may write what is found; a shell would run it.
+TEST_F(WpsDaemon, IsStartedWithoutAnAddressWhenWhatIsFoundIsNone) {
+  for (const std::string found :
+       {"x;y$z", "$(reboot)", "`reboot`", "10.0.0.1;reboot", "10.0.0.1|reboot", "192.168.100.100;", "192.168.100.1000",
+        "192.168.100.256", "10.0.0", "10.0.0.1.2", "1", "1111111111111111111111111111111"}) {
+    SCOPED_TRACE(found);
+    give_br0("inet addr:" + found + "  Bcast:10.255.255.255\n");
     seams::commands.clear();
     EXPECT_EQ(0, wifimgr_lib_service_wpsstart_wifiupnp(1, 8, "Yes"));
-    EXPECT_THAT(seams::commands,
-                ElementsAre(kKill, kShow, "/usr/bin/wscd -i rai7 -a " + std::string(31, '1') + " -m 1 &"));
+    EXPECT_THAT(seams::commands, ElementsAre(kKill, kShow, "/usr/bin/wscd -i rai7 -a  -m 1 &"));
+  }
+}
+
+TEST_F(WpsDaemon, GetsEveryAddress) {
+  for (const std::string address : {"0.0.0.0", "10.0.0.1", "192.168.100.100", "255.255.255.255"}) {
+    give_br0("inet addr:" + address + "  Bcast:10.255.255.255\n");
+    seams::commands.clear();
+    EXPECT_EQ(0, wifimgr_lib_service_wpsstart_wifiupnp(1, 8, "Yes"));
+    EXPECT_THAT(seams::commands, ElementsAre(kKill, kShow, "/usr/bin/wscd -i rai7 -a " + address + " -m 1 &"));
   }
 }
 

@@ -204,6 +204,12 @@ TEST_F(WpsAction, LeavesNoDescriptorOpen) {
   EXPECT_EQ(before, requests::open_descriptors());
 }
 
+TEST_F(WpsAction, FailsWhenItsLineCannotBeWritten) {
+  wps::load(0, "7;7", "2;2");
+  seams::limit_file_size(10);
+  for (const Action& action : kActions) EXPECT_EQ(1, action.run(kScript, 0, 0)) << action.function;
+}
+
 TEST(WpsInfo, IsNothingWhateverIsAsked) {
   const auto ask = reinterpret_cast<int (*)(...)>(wifimgr_lib_get_wps_info);
   EXPECT_THAT(seams::trace_of([ask] {

@@ -231,6 +231,21 @@ TEST(WpsStart, RunsNothing) {
   EXPECT_THAT(seams::commands, IsEmpty());
 }
 
+// A limit on the size of files stands in for a disk that is full after so many bytes.
+TEST(WpsStart, ThatIsCutIsEmptyAndAFailure) {
+  wps::load(0, "7;7", "2;2");
+  ASSERT_EQ(0, start(0, 0, 1));
+  const size_t whole = sandbox::read_file(kScript).size();
+  for (const size_t room : {size_t{0}, size_t{1}, whole - 1}) {
+    seams::limit_file_size(room);
+    const auto trace = seams::trace_of([] { EXPECT_EQ(1, start(0, 0, 1)); });
+    EXPECT_EQ("[wifimgr_lib_service_start_wps]:===Fail Exit===\n", trace.back());
+    EXPECT_EQ("", sandbox::read_file(kScript));
+  }
+  seams::limit_file_size(whole);
+  EXPECT_EQ(0, start(0, 0, 1));
+}
+
 }  // namespace
 
 extern "C" int chmod(const char* path, mode_t mode) noexcept {

@@ -64,7 +64,7 @@ TEST_F(WpsSettingShell, GetsABackslashBeforeEveryCharacterOfItsOwn) {
 }
 
 TEST_F(WpsSettingShell, GetsUpTo159CharactersOfValue) {
-  const std::string longest(159, '1');
+  const std::string longest = std::string(158, '0') + "1";
   EXPECT_EQ(0u, wifimgr_lib_set_wscPinCode(0, 1, longest.c_str()));
   EXPECT_EQ(0u, wifimgr_lib_set_wscSetupLockTime(0, 1, longest.c_str()));
   EXPECT_THAT(seams::commands,
@@ -73,13 +73,13 @@ TEST_F(WpsSettingShell, GetsUpTo159CharactersOfValue) {
 
 TEST_F(WpsSettingShell, GetsNothingOfALongerValue) {
   for (const size_t length : {160U, 161U, 1000U, 100000U}) {
-    const std::string value(length, '1');
+    const std::string value = std::string(length - 1, '0') + "1";
     for (const int band : {0, 1}) {
       EXPECT_EQ(1u, wifimgr_lib_set_wscPinCode(static_cast<uint32_t>(band), 1, value.c_str()));
       const auto trace = seams::trace_of(
           [&] { EXPECT_EQ(1u, wifimgr_lib_set_wscSetupLockTime(static_cast<uint32_t>(band), 1, value.c_str())); });
       EXPECT_EQ("[wifimgr_lib_set_wscSetupLockTime]:===Fail Exit===\n", trace.back());
-      EXPECT_EQ(std::string(149, '1'), sandbox::field(band, "WscSetupLockTime", 1));
+      EXPECT_EQ(std::string(149, '0'), sandbox::field(band, "WscSetupLockTime", 1));
     }
   }
   EXPECT_THAT(seams::commands, IsEmpty());

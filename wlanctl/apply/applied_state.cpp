@@ -1,0 +1,163 @@
+#include "wlanctl/apply/applied_state.h"
+
+#include <cstdint>
+#include <cstdio>
+#include <cstring>
+#include <vector>
+
+#include "wlanctl/base/report.h"
+#include "wlanctl/files/bytes.h"
+#include "wlanctl/files/places.h"
+#include "wlanctl/files/record_text.h"
+#include "wlanctl/files/state_file.h"
+#include "wlanctl/store/dat_file.h"
+#include "wlanctl/store/private_store.h"
+#include "wlanctl/store/revert.h"
+#include "wlanctl/store/segment.h"
+#include "wlanctl/store/value.h"
+
+namespace wlanctl {
+namespace {
+
+constexpr char kFormat[] = "wlanctl-applied";
+constexpr int kVersion = 3;
+constexpr uint32_t kTakeSnapshot = 0;
+constexpr uint32_t kCompare = 1;
+
+constexpr char kAnySum[] = "any";
+
+std::vector<wifimgr_attr_record> g_settings[kBandCount];
+bool g_told[kBandCount] = {true, true};
+
+std::string path_of(Band band) {
+  return std::string(place::kApplied) + label_of(band);
+}
+
+std::string hex_of(const wifimgr_band_snapshot& snapshot) {
+  std::string text;
+  char digits[3];
+  for (size_t i = 0; i < sizeof snapshot; ++i) {
+    std::snprintf(digits, sizeof digits, "%02x", reinterpret_cast<const unsigned char*>(&snapshot)[i]);
+    text += digits;
+  }
+  return text;
+}
+
+bool parse_hex(const std::string& text, wifimgr_band_snapshot* snapshot) {
+  if (text.size() != 2 * sizeof *snapshot || text.find_first_not_of("0123456789abcdef") != std::string::npos) {
+    return false;
+  }
+  for (size_t i = 0; i < sizeof *snapshot; ++i) {
+    reinterpret_cast<unsigned char*>(snapshot)[i] =
+        static_cast<unsigned char>(std::stoul(text.substr(2 * i, 2), nullptr, 16));
+  }
+  return true;
+}
+
+// What the snapshot of this band must look like, whatever it says.
+bool is_believable(Band band, const wifimgr_band_snapshot& snapshot, int64_t interfaces) {
+  const char* const prefix = band == Band::k2_4G ? "ra" : "rai";
+  return std::strncmp(snapshot.prefix, prefix, sizeof snapshot.prefix) == 0 && snapshot.bss_count >= 0 &&
+         interfaces >= 0 && interfaces <= WIFIMGR_FIELDS;
+}
+
+std::string sum_of_dat_file(Band band) {
+  return sum_of(read_bytes(dat_path_of(band)).value_or(""));
+}
+
+struct Kept {
+  bool is_current = false;  // of this boot, and nobody else has changed the dat file
+  std::string text;         // "" when there is none
+};
+
+Kept read_kept(Band band) {
+  const std::optional<std::string> text = read_state_file(path_of(band), kFormat, kVersion);
+  const size_t end = text ? text->find('\n') : std::string::npos;
+  if (end == std::string::npos) return {};
+  const std::vector<std::string> head = words_of(text->substr(0, end));
+  if (head.size() != 2 || head[0] != this_boot()) return {};
+  return {head[1] == kAnySum || head[1] == sum_of_dat_file(band), text->substr(end + 1)};
+}
+
+}  // namespace
+
+std::string applied_text(Band band) {
+  Text text;
+  text << label_of(band) << ' ' << pre_wlan_state[number_of(band)] << ' ' << (is_told(band) ? '1' : '0') << ' '
+       << hex_of(store_global[number_of(band)]) << '\n'
+       << text_of_records(g_settings[number_of(band)]);
+  return text.str();
+}
+
+bool adopt_applied(Band band, const std::string& text) {
+  const size_t end = text.find('\n');
+  if (end == std::string::npos) return false;
+  const std::vector<std::string> head = words_of(text.substr(0, end));
+  if (head.size() != 4 || head[0] != label_of(band)) return false;
+  const std::optional<int64_t> interfaces = number_in(head[1]);
+  wifimgr_band_snapshot snapshot = {};
+  if (!interfaces || !parse_hex(head[3], &snapshot) || !is_believable(band, snapshot, *interfaces)) return false;
+  auto settings = parse_records(text.substr(end + 1));
+  if (!settings || settings->empty()) return false;
+  store_global[number_of(band)] = snapshot;
+  pre_wlan_state[number_of(band)] = static_cast<int>(*interfaces);
+  g_settings[number_of(band)] = std::move(*settings);
+  set_told(band, head[2] == "1");
+  return true;
+}
+
+bool is_told(Band band) {
+  return g_told[number_of(band)];
+}
+
+void set_told(Band band, bool told) {
+  g_told[number_of(band)] = told;
+}
+
+bool restore_applied(Band band, Report& report) {
+  const Kept kept = read_kept(band);
+  if (kept.is_current && adopt_applied(band, kept.text)) return true;
+  const auto content = parse_dat_file(band);
+  if (!content) {
+    report.problem({"cannot read " + dat_path_of(band) + ", so what is in force is not known",
+                    "is it there, and readable?", about(band)});
+    return false;
+  }
+  // A file that was cut off says nothing of what others may have applied.
+  if (!kept.text.empty() && !is_complete(band, *content) && adopt_applied(band, kept.text)) return true;
+  report.note((kept.is_current || kept.text.empty()
+                   ? std::string("nothing is known of what was last applied to ") + label_of(band) + "; its dat file"
+                   : "others have changed " + dat_path_of(band) + " since wlanctl last applied it; it") +
+              " counts as what is in force");
+  const PrivateStore file(band, *content);
+  take_applied(band);
+  return true;
+}
+
+void take_applied(Band band) {
+  (void)wifimgr_lib_wifi_config_oper(wifi_type_of(band), kTakeSnapshot);
+  // Those that are not served count too: what is taken down first is all of them.
+  pre_wlan_state[number_of(band)] = ssid_count(band);
+  g_settings[number_of(band)] = table_of_store(band);
+  set_told(band, true);
+}
+
+bool keep_applied(Band band, FileIs file, Report& report) {
+  const std::string head = this_boot() + " " + (file == FileIs::kSettled ? sum_of_dat_file(band) : kAnySum) + "\n";
+  return write_state_file(path_of(band), kFormat, kVersion, head + applied_text(band), report);
+}
+
+const std::vector<wifimgr_attr_record>& settings_in_force(Band band) {
+  return g_settings[number_of(band)];
+}
+
+int weigh(Band band) {
+  return static_cast<int>(wifimgr_lib_wifi_config_oper(wifi_type_of(band), kCompare));
+}
+
+const char* word_for_weight(int weight) {
+  if (weight == 0) return "nothing";
+  return weight == 1 ? "radio" : "reboot";
+}
+
+}  // namespace wlanctl

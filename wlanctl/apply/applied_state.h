@@ -1,0 +1,45 @@
+// What this tool last applied, per band, and thereby what a change is compared with. The library keeps it in process
+// memory; here it outlives the process.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "wifimgr_lib.h"
+#include "wlanctl/base/band.h"
+
+namespace wlanctl {
+
+class Report;
+
+// Puts what is in force into store_global and pre_wlan_state: what was last applied or, where that is not known or not
+// believable, what the dat file says, with a note. The band's store must be open. False with a problem when neither is
+// to be had.
+bool restore_applied(Band band, Report& report);
+
+// How the dat file stands to what is in force. Once settled, a file that has changed was changed by somebody else, who
+// may have applied it too: nothing is known of what is in force then.
+enum class FileIs { kChanging, kSettled };
+
+// Keeps what is in force. False with a problem when it cannot be written.
+bool keep_applied(Band band, FileIs file, Report& report);
+
+// Whether the driver took all of it.
+bool is_told(Band band);
+void set_told(Band band, bool told);
+
+// Takes what the store says for what is in force from now on.
+void take_applied(Band band);
+
+// All settings in force, those that no comparison watches too; restore_applied or take_applied comes first.
+const std::vector<wifimgr_attr_record>& settings_in_force(Band band);
+
+// What is in force as a text, and back; false when it is not believable, and nothing is changed then.
+std::string applied_text(Band band);
+bool adopt_applied(Band band, const std::string& text);
+
+// How heavy the library says that an apply would be; restore_applied comes first.
+int weigh(Band band);
+const char* word_for_weight(int weight);  // "nothing", "radio", "reboot"
+
+}  // namespace wlanctl

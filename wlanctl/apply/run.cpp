@@ -1,0 +1,128 @@
+#include "wlanctl/apply/run.h"
+
+#include <sys/wait.h>
+
+#include <cstdio>
+
+#include "wifimgr_lib.h"
+#include "wlanctl/apply/applied_state.h"
+#include "wlanctl/base/report.h"
+#include "wlanctl/library/messages.h"
+#include "wlanctl/library/output.h"
+#include "wlanctl/library/shell.h"
+#include "wlanctl/store/dat_file.h"
+#include "wlanctl/store/value.h"
+
+namespace wlanctl {
+namespace {
+
+std::string text_of(Band band, int ssid, uint64_t (*getter)(uint32_t, int32_t, char*, uint32_t)) {
+  char text[WIFIMGR_VALUE_SIZE] = "";
+  return getter(wifi_type_of(band), ssid, text, sizeof text) == 0 ? without_line_end(text) : "";
+}
+
+// The normalisation leaves modes that it does not know again: it would take the 192-bit one for an open network, and
+// WEP with a RADIUS server for WEP without. They get back the name that it takes.
+void name_modes_for_normalisation(Band band) {
+  for (int ssid = 1; ssid <= ssid_count(band); ++ssid) {
+    const std::string mode = text_of(band, ssid, wifimgr_lib_get_authMode);
+    const char* name = nullptr;
+    if (mode == "WPA3-192") name = "WPA3-192Bit";
+    if (mode == "WEPAUTO" && text_of(band, ssid, wifimgr_lib_get_ieee8021x) == "1") name = "WEPRadius";
+    if (name != nullptr) (void)wifimgr_lib_set_authMode(wifi_type_of(band), ssid, name);
+  }
+}
+
+// Setting the SSID count twice to the same value takes the wish for a reload back, though the driver still has the old
+// number of interfaces.
+void ask_for_reload(Band band) {
+  if (ssid_count(band) != store_global[number_of(band)].bss_count) {
+    (void)wifimgr_lib_set_reloadFlag(wifi_type_of(band), "1");
+  }
+}
+
+void note_complaints(Band band, const std::string& printed, Report& report) {
+  if (!printed.empty()) report.note(std::string(label_of(band)) + ": the library says: " + printed);
+}
+
+bool write_dat_file(Band band, bool commit, Report& report) {
+  clear_messages();
+  // What the commands print of interfaces that were down already tells nobody anything.
+  CaughtOutput commands;
+  const int result = commit ? wifimgr_lib_commit(wifi_type_of(band), 1) : wifimgr_lib_save_dataFile(number_of(band));
+  (void)commands.end();
+  if (result == 0) return true;
+  const std::string reason = first_reason();
+  report.problem(
+      {std::string(label_of(band)) + " was not applied, " + dat_path_of(band) + " cannot be written" + because(reason),
+       "is the file writable, is there room, and is no line of it longer than 185 characters?", about(band)});
+  return false;
+}
+
+bool write_script(Band band, int ssid, Report& report) {
+  CaughtOutput complaints;
+  const int32_t result = wifimgr_lib_write_wifi_execute_sh(wifi_type_of(band), static_cast<uint32_t>(ssid - 1));
+  note_complaints(band, complaints.end(), report);
+  if (result == 0) return true;
+  report.problem({"cannot write " + script_path_of(band) + ", so the driver was not told of SSID " +
+                      std::to_string(ssid) + " of " + label_of(band),
+                  "is its folder writable, and is there room?", about(band)});
+  return false;
+}
+
+// As the library wrote it, wherever its path is led.
+std::string read_script(Band band) {
+  std::FILE* const file = std::fopen(script_path_of(band).c_str(), "re");
+  if (file == nullptr) return "";
+  std::string text;
+  for (int c = 0; (c = std::fgetc(file)) != EOF;) text += static_cast<char>(c);
+  (void)std::fclose(file);
+  return text;
+}
+
+int run_script(Band band) {
+  // On 5G each run uses up a permission.
+  if (band == Band::k5G) (void)wifimgr_lib_set_11AC_CMDflag(1);
+  // The driver's tool may repeat a passphrase in what it prints.
+  const CaughtOutput unheard;
+  (void)wifimgr_lib_execute_wlan_script(number_of(band), script_path_of(band).c_str());
+  const int status = last_shell_status();
+  return WIFSIGNALED(status) ? 128 + WTERMSIG(status) : WEXITSTATUS(status);
+}
+
+}  // namespace
+
+std::string script_path_of(Band band) {
+  return band == Band::k2_4G ? "/etc/Wireless/RT2860AP/WLAN_exec.sh" : "/etc/Wireless/RT2860AP_AC/WLAN_exec.sh";
+}
+
+void make_consistent(Band band, Report& report) {
+  name_modes_for_normalisation(band);
+  CaughtOutput complaints;
+  (void)wifimgr_lib_check_wifi_value_befor_write_dat(wifi_type_of(band));
+  note_complaints(band, complaints.end(), report);
+}
+
+std::optional<Applied> bring_into_force(Band band, bool always_commit, Report& report) {
+  Applied applied;
+  applied.weight = weigh(band);
+  applied.committed = always_commit || applied.weight != 0;
+  ask_for_reload(band);
+  if (!write_dat_file(band, applied.committed, report)) return std::nullopt;
+  bool written = true;
+  bool failed = false;
+  for (int ssid = 1; written && ssid <= ssid_count(band); ++ssid) {
+    written = write_script(band, ssid, report);
+    if (!written) break;
+    Script script = {ssid, script_path_of(band), read_script(band), 0};
+    script.status = run_script(band);
+    failed = failed || script.status != 0;
+    applied.scripts.push_back(std::move(script));
+  }
+  take_applied(band);
+  // On a changed count the driver may lack the interface until the reboot.
+  set_told(band, written && (!failed || applied.weight > 1));
+  return applied;
+}
+
+}  // namespace wlanctl

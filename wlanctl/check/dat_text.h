@@ -1,0 +1,25 @@
+// The lines of a dat file, cut as the loader cuts them, with what it would silently make of them.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "wlanctl/check/finding.h"
+
+namespace wlanctl {
+
+struct DatLine {
+  int number;                       // from 1
+  std::string key;                  // whole, also where the loader cuts it
+  std::vector<std::string> fields;  // those that are not empty, all of them
+  bool is_judged = true;            // false where the loader sees another value than the file's reader
+};
+
+struct DatText {
+  std::vector<DatLine> lines;  // without comments and what is no setting
+  std::vector<DatFinding> findings;
+};
+
+DatText read_dat_text(const std::string& bytes);
+
+}  // namespace wlanctl

@@ -1,0 +1,40 @@
+// What can be wrong with a dat file, and where.
+#pragma once
+
+#include <string>
+
+namespace wlanctl {
+
+enum class Finding {
+  kUnknownKey,
+  kNoKey,
+  kLongKey,
+  kDuplicateKey,
+  kNoEquals,
+  kSecondEquals,
+  kLongLine,
+  kLineEnd,
+  kNulByte,
+  kEmptyField,
+  kExcessField,
+  kLongField,
+  kLeftOut,
+  kSsidCount,
+  kRefused,
+  kShell,
+};
+
+const char* word_for(Finding kind);  // "unknown-key" ...
+
+struct DatFinding {
+  Finding kind;
+  int line;         // from 1; 0 for the file as a whole
+  std::string key;  // as the file has it; "" for a line without one
+  int field = 0;    // from 1; 0 for the whole value
+  bool has_value = false;
+  std::string value;  // what was refused; masked for a secret
+  std::string reason;
+  std::string accepted;  // what the setter takes, for a refused value
+};
+
+}  // namespace wlanctl

@@ -1,0 +1,28 @@
+// Words of more than one verb.
+#pragma once
+
+#include <string>
+
+#include "wifimgr_lib.h"
+#include "wlanctl/command_line/verb.h"
+
+namespace wlanctl::word {
+
+std::string band_refusal(const std::string& text);
+
+// Both bands where it is left out.
+inline constexpr Word kBand = {"BAND", &Words::band, "2.4g or 5g", {.refusal = band_refusal, .offers = "band"}};
+inline constexpr Word kOneBand = {
+    "BAND", &Words::band, "2.4g or 5g", {.required = true, .refusal = band_refusal, .offers = "band"}};
+
+// All SSIDs where it is left out.
+inline constexpr Word kSsid = {
+    "SSID", &Words::ssid, "1 to 8", {.lowest = 1, .highest = WIFIMGR_FIELDS, .needs = "BAND"}};
+inline constexpr Word kOneSsid = {
+    "SSID", &Words::ssid, "1 to 8", {.required = true, .lowest = 1, .highest = WIFIMGR_FIELDS}};
+
+inline constexpr Word kSecrets = {"--secrets", &Words::secrets, "Show passphrases and keys"};
+inline constexpr Word kWait = {
+    "--wait", &Words::wait_seconds, "Seconds to wait for another wlanctl", {.shows_default = true}};
+
+}  // namespace wlanctl::word

@@ -1,0 +1,117 @@
+#include "wlanctl/command_line/parse.h"
+
+#include <CLI/CLI.hpp>
+
+#include "wlanctl/command_line/help.h"
+
+namespace wlanctl {
+namespace {
+
+class Parser {
+ public:
+  Parser(const Program& program, Words* said) : said_(said), app_(program.verb.help, program.verb.name) {
+    app_.set_help_flag("-h,--help", kHelpMeaning);
+    app_.set_version_flag("--version", program.version, kVersionMeaning);
+    add_below(app_, program.verb, "");
+  }
+
+  Parsed parse(const std::vector<std::string>& words) {
+    try {
+      app_.parse(std::vector<std::string>(words.rbegin(), words.rend()));
+    } catch (const CLI::CallForHelp&) {
+      return {Parsed::Asks::kHelp, nullptr, "help", wrapped_help(app_.help())};
+    } catch (const CLI::CallForVersion&) {
+      return {Parsed::Asks::kVersion, nullptr, "version", ""};
+    } catch (const CLI::ParseError& error) {
+      const auto begun = app_.get_subcommands();
+      return {Parsed::Asks::kNothing, nullptr, begun.empty() ? "" : begun.front()->get_name(), error.what()};
+    }
+    return chosen_;
+  }
+
+ private:
+  void add_below(CLI::App& app, const Verb& verb, const std::string& path) {
+    app.footer(verb.footer);
+    app.require_subcommand(1);
+    for (const Verb* const below : verb.verbs) {
+      CLI::App& added = *app.add_subcommand(below->name, below->help);
+      const std::string path_below = (path.empty() ? "" : path + " ") + below->name;
+      if (below->run == nullptr) {
+        add_below(added, *below, path_below);
+      } else {
+        add_verb(added, *below, path_below);
+      }
+    }
+  }
+
+  void add_verb(CLI::App& app, const Verb& verb, const std::string& path) {
+    app.footer(verb.footer);
+    for (const Word& word : verb.words) add_word(app, word);
+    add_word(app, kJsonWord);
+    app.callback([this, &app, &verb, path] {
+      for (const Word& word : verb.words) {
+        if (word.rules.is_given != nullptr) said_->*word.rules.is_given = app.count(word.name) > 0;
+      }
+      chosen_ = {Parsed::Asks::kVerb, &verb, path, ""};
+    });
+  }
+
+  void add_word(CLI::App& app, const Word& word) {
+    CLI::Option& option = option_for(app, word);
+    const Rules& rules = word.rules;
+    option.required(rules.required);
+    if (rules.value_name != nullptr) option.type_name(rules.value_name);
+    if (rules.shows_default) option.capture_default_str();
+    if (rules.refusal != nullptr) {
+      option.check(CLI::Validator([refusal = rules.refusal](std::string& value) { return refusal(value); },
+                                  rules.choices == nullptr ? "" : "{" + rules.choices() + "}"));
+    } else if (rules.choices != nullptr) {
+      add_choices(option, rules);
+    }
+    if (rules.needs != nullptr) option.needs(app.get_option(rules.needs));
+  }
+
+  CLI::Option& option_for(CLI::App& app, const Word& word) {
+    const Place& place = word.place;
+    if (place.flag != nullptr) return *app.add_flag(word.name, said_->*place.flag, word.help);
+    if (place.text != nullptr) return *app.add_option(word.name, said_->*place.text, word.help);
+    if (place.texts != nullptr) {
+      CLI::Option& option = *app.add_option(word.name, said_->*place.texts, word.help);
+      // An option is said again for each value, else it would take the arguments behind it.
+      return word.is_option() ? *option.allow_extra_args(false) : option;
+    }
+    if (place.number != nullptr)
+      return in_range<int>(*app.add_option(word.name, said_->*place.number, word.help), word);
+    if (place.seconds != nullptr) {
+      return in_range<unsigned>(*app.add_option(word.name, said_->*place.seconds, word.help), word);
+    }
+    return in_range<unsigned>(*app.add_option(word.name, said_->*place.maybe_seconds, word.help)->expected(0, 1), word);
+  }
+
+  template <typename Number>
+  static CLI::Option& in_range(CLI::Option& option, const Word& word) {
+    if (word.rules.highest == 0) return option;
+    return *option.check(CLI::Range(static_cast<Number>(word.rules.lowest), static_cast<Number>(word.rules.highest)));
+  }
+
+  static void add_choices(CLI::Option& option, const Rules& rules) {
+    const std::vector<std::string> choices = CLI::detail::split(rules.choices(), ',');
+    if (rules.any_case) {
+      option.check(CLI::IsMember(choices, CLI::ignore_case));
+    } else {
+      option.check(CLI::IsMember(choices));
+    }
+  }
+
+  Words* said_;
+  CLI::App app_;
+  Parsed chosen_;
+};
+
+}  // namespace
+
+Parsed parse(const Program& program, const std::vector<std::string>& words, Words* said) {
+  return Parser(program, said).parse(words);
+}
+
+}  // namespace wlanctl

@@ -1,0 +1,101 @@
+// What stands on the command line, as data: a verb is a row, and so is each of its words. They are parsed, shown as help
+// and completed from here.
+#pragma once
+
+#include <span>
+#include <string>
+#include <vector>
+
+namespace wlanctl {
+
+class Report;
+
+// What was said. A verb looks at what its own words fill.
+struct Words {
+  bool json = false;
+  std::string band;
+  int ssid = 0;
+  bool secrets = false;
+  bool force = false;
+  unsigned wait_seconds = 10;
+
+  std::vector<std::string> keys;         // of get
+  std::vector<std::string> assignments;  // of set
+  std::vector<std::string> files;        // of set --file, and of check
+  bool literal = false;
+  bool dry_run = false;
+  unsigned confirm_seconds = 0;
+  bool is_watching = false;
+  std::vector<unsigned> watch_seconds;  // none, or one, 0 for the default
+  bool has_pin = false;
+  std::string pin;
+  std::string led_text;
+  std::string button;
+  bool yes = false;
+  int level = 0;
+  std::string shell;
+};
+
+// The member that a word fills: one of them.
+struct Place {
+  constexpr Place(bool Words::*place) : flag(place) {}
+  constexpr Place(int Words::*place) : number(place) {}
+  constexpr Place(unsigned Words::*place) : seconds(place) {}
+  constexpr Place(std::string Words::*place) : text(place) {}
+  constexpr Place(std::vector<std::string> Words::*place) : texts(place) {}
+  constexpr Place(std::vector<unsigned> Words::*place) : maybe_seconds(place) {}
+
+  bool Words::*flag = nullptr;
+  int Words::*number = nullptr;
+  unsigned Words::*seconds = nullptr;
+  std::string Words::*text = nullptr;
+  std::vector<std::string> Words::*texts = nullptr;
+  std::vector<unsigned> Words::*maybe_seconds = nullptr;  // the value may be left out
+};
+
+struct Rules {
+  bool required = false;
+  unsigned lowest = 0;  // of a number; both 0 where any will do
+  unsigned highest = 0;
+  std::string (*choices)() = nullptr;  // "bash,zsh"
+  bool any_case = false;               // of the choices
+  // Why the value is none; "" when it is one.
+  std::string (*refusal)(const std::string& value) = nullptr;
+  const char* value_name = nullptr;  // in the help, where the value's kind does not tell enough
+  bool shows_default = false;        // in the help
+  const char* needs = nullptr;       // the name of another word
+  bool Words::*is_given = nullptr;   // set when it was said
+  const char* offers = nullptr;      // what Tab offers, see completion/words.h; else what the rules tell
+};
+
+// "BAND", an argument by its place; "--force", an option.
+struct Word {
+  const char* name;
+  Place place;
+  const char* help;
+  Rules rules = {};
+
+  constexpr bool is_option() const { return name[0] == '-'; }
+};
+
+struct Verb {
+  const char* name;
+  const char* help;
+  const char* footer;
+  std::span<const Word> words = {};
+  int (*run)(const Words& words, Report& report) = nullptr;  // returns the exit code
+  std::span<const Verb* const> verbs = {};                   // instead of words and run: the verbs below
+};
+
+// The program itself is one, with its version.
+struct Program {
+  Verb verb;
+  const char* version;
+};
+
+// Of every program, and of every verb behind its own words.
+inline constexpr char kHelpMeaning[] = "Print this help message and exit";
+inline constexpr char kVersionMeaning[] = "Display program version information and exit";
+inline constexpr Word kJsonWord = {"--json", &Words::json, "Print one JSON document, on errors too"};
+
+}  // namespace wlanctl

@@ -1,0 +1,50 @@
+#include "wlanctl/completion/words.h"
+
+namespace wlanctl {
+namespace {
+
+constexpr unsigned kMostChoices = 16;
+
+WordKind kind_of(const Word& word) {
+  const Rules& rules = word.rules;
+  if (rules.offers != nullptr) return rules.offers;
+  std::string choices = rules.choices == nullptr ? "" : rules.choices();
+  std::erase(choices, ' ');
+  if (rules.highest != 0 && rules.highest - rules.lowest < kMostChoices) {
+    for (unsigned i = rules.lowest; i <= rules.highest; ++i) {
+      choices += (choices.empty() ? "" : ",") + std::to_string(i);
+    }
+  }
+  return choices.empty() ? "text" : choices;
+}
+
+OptionWords option_words(const Word& word) {
+  const bool takes_value = word.place.flag == nullptr && word.place.maybe_seconds == nullptr;
+  return {word.name, word.help, takes_value ? kind_of(word) : WordKind()};
+}
+
+VerbWords words_below(const Verb& verb, const std::string& path) {
+  VerbWords words = {path, verb.name, verb.help, {{"--help", kHelpMeaning, ""}}, {}, {}};
+  for (const Word& word : verb.words) {
+    if (word.is_option()) {
+      words.options.push_back(option_words(word));
+    } else {
+      words.arguments.push_back(kind_of(word) + (word.place.texts != nullptr ? "..." : ""));
+    }
+  }
+  if (verb.run != nullptr) words.options.push_back(option_words(kJsonWord));
+  for (const Verb* const below : verb.verbs) {
+    words.verbs.push_back(words_below(*below, path + (path.empty() ? "" : " ") + below->name));
+  }
+  return words;
+}
+
+}  // namespace
+
+VerbWords words_of(const Program& program) {
+  VerbWords words = words_below(program.verb, "");
+  words.options.push_back({"--version", kVersionMeaning, ""});
+  return words;
+}
+
+}  // namespace wlanctl

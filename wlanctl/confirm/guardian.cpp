@@ -1,0 +1,153 @@
+#include "wlanctl/confirm/guardian.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <signal.h>
+#include <sys/inotify.h>
+#include <sys/prctl.h>
+#include <sys/timerfd.h>
+#include <sys/wait.h>
+#include <syslog.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <initializer_list>
+#include <iterator>
+
+#include "wlanctl/base/report.h"
+#include "wlanctl/confirm/rollback.h"
+#include "wlanctl/files/lock.h"
+#include "wlanctl/files/places.h"
+
+namespace wlanctl {
+namespace {
+
+constexpr unsigned kLongestApply = 24 * 60 * 60;
+
+void leave_terminal_and_files(std::initializer_list<int> kept) {
+  (void)setsid();
+  (void)chdir("/");
+  (void)prctl(PR_SET_NAME, "wlanctl-guard");
+  const int nothing = open("/dev/null", O_RDWR);
+  for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) (void)dup2(nothing, stream);
+  const long most = std::min(sysconf(_SC_OPEN_MAX), 4096L);
+  // The tool lock and the terminal among them: they stay with who started it.
+  for (int file = STDERR_FILENO + 1; file < most; ++file) {
+    if (std::find(kept.begin(), kept.end(), file) == kept.end()) (void)close(file);
+  }
+  sigset_t none;
+  sigemptyset(&none);
+  (void)sigprocmask(SIG_SETMASK, &none, nullptr);
+  for (const int number : {SIGHUP, SIGINT, SIGQUIT, SIGPIPE}) (void)signal(number, SIG_IGN);
+  (void)signal(SIGTERM, SIG_DFL);
+  (void)signal(SIGCHLD, SIG_DFL);
+}
+
+void tell_log(Band band, const Report& report, bool done) {
+  openlog("wlanctl", LOG_PID, LOG_DAEMON);
+  if (done) syslog(LOG_WARNING, "%s: not confirmed, rolled back", label_of(band));
+  for (const Problem& problem : report.problems()) syslog(LOG_ERR, "%s", problem.message.c_str());
+}
+
+// What a guardian sees happen.
+class Watch {
+ public:
+  explicit Watch(int starter)
+      : starter_(starter),
+        changes_(inotify_init1(IN_CLOEXEC | IN_NONBLOCK)),
+        clock_(timerfd_create(CLOCK_BOOTTIME, TFD_CLOEXEC | TFD_NONBLOCK)) {
+    (void)inotify_add_watch(changes_, place::kFolder, IN_DELETE | IN_MOVED_TO);
+  }
+
+  bool is_starter_gone() const { return starter_ < 0; }
+
+  // Returns when something may have changed, at the deadline at the latest.
+  void wait(const Pending& pending) {
+    itimerspec alarm = {};
+    if (pending.phase == Phase::kWaiting) {
+      // A time of zero would switch the alarm off.
+      const int64_t at = std::max<int64_t>(pending.deadline_ms, 1);
+      alarm.it_value = {.tv_sec = at / 1000, .tv_nsec = at % 1000 * 1000000};
+    }
+    (void)timerfd_settime(clock_, TFD_TIMER_ABSTIME, &alarm, nullptr);
+    pollfd files[] = {{changes_, POLLIN, 0}, {clock_, POLLIN, 0}, {starter_, POLLIN, 0}};
+    // Now and then without a reason, should the system have no watch to give.
+    constexpr int kAtLeastEveryMs = 10000;
+    (void)poll(files, std::size(files), kAtLeastEveryMs);
+    char unread[4096];
+    while (read(changes_, unread, sizeof unread) > 0) continue;
+    if (files[2].revents != 0) {
+      close(starter_);
+      starter_ = -1;
+    }
+  }
+
+ private:
+  int starter_;  // ends with the process at the other end
+  int changes_;
+  int clock_;
+};
+
+void watch_over(Band band, int starter) {
+  Watch watch(starter);
+  for (std::optional<Pending> pending; (pending = read_pending(band));) {
+    if (pending->is_lost(watch.is_starter_gone())) {
+      Report report;
+      const ToolLock lock(report, kLongestApply);
+      pending = read_pending(band);
+      if (!lock || !pending) return;
+      if (pending->is_lost(watch.is_starter_gone())) {
+        tell_log(band, report, undo(*pending, report));
+        return;
+      }
+    }
+    watch.wait(*pending);
+  }
+}
+
+[[noreturn]] void be_guardian(Band band, int guard, int ready, int starter) {
+  leave_terminal_and_files({guard, ready, starter});
+  (void)write(ready, "", 1);
+  close(ready);
+  watch_over(band, starter);
+  _exit(0);
+}
+
+void close_both(const int (&ends)[2]) {
+  close(ends[0]);
+  close(ends[1]);
+}
+
+}  // namespace
+
+bool start_guardian(Band band, const Guard& guard, Report& report) {
+  int ready[2];
+  // Its end tells the guardian of this process's end; no other file would, however the process ends.
+  int life[2];
+  bool started = false;
+  if (pipe2(ready, O_CLOEXEC) == 0) {
+    if (pipe2(life, O_CLOEXEC) == 0) {
+      const pid_t child = fork();
+      if (child == 0) {
+        const pid_t guardian = fork();
+        if (guardian == 0) be_guardian(band, guard.file(), ready[1], life[0]);
+        _exit(guardian < 0 ? 1 : 0);
+      }
+      close(ready[1]);
+      ready[1] = -1;
+      close(life[0]);
+      while (child > 0 && waitpid(child, nullptr, 0) < 0 && errno == EINTR) continue;
+      char word;
+      started = child > 0 && read(ready[0], &word, 1) == 1;
+    }
+    close_both(ready);
+  }
+  if (started) return true;
+  report.problem({std::string("no guardian can be started for ") + label_of(band) + ": " + std::strerror(errno),
+                  "apply without --confirm", about(band)});
+  return false;
+}
+
+}  // namespace wlanctl

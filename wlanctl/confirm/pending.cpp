@@ -1,0 +1,153 @@
+#include "wlanctl/confirm/pending.h"
+
+#include <poll.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+#include <ctime>
+#include <vector>
+
+#include "wlanctl/apply/applied_state.h"
+#include "wlanctl/base/report.h"
+#include "wlanctl/files/bytes.h"
+#include "wlanctl/files/lock.h"
+#include "wlanctl/files/places.h"
+#include "wlanctl/files/state_file.h"
+#include "wlanctl/store/dat_file.h"
+
+namespace wlanctl {
+namespace {
+
+constexpr char kFormat[] = "wlanctl-pending";
+constexpr int kVersion = 2;
+constexpr const char* kPhases[] = {"prepared", "applying", "waiting"};
+constexpr int64_t kMsPerSecond = 1000;
+
+std::string path_of(Band band) {
+  return std::string(place::kPending) + label_of(band);
+}
+
+// Goes on while the board sleeps, and nobody sets it.
+int64_t now_ms() {
+  timespec now = {};
+  (void)clock_gettime(CLOCK_BOOTTIME, &now);
+  return now.tv_sec * kMsPerSecond + now.tv_nsec / 1000000;
+}
+
+std::optional<Phase> parse_phase(const std::string& word) {
+  for (const Phase phase : {Phase::kPrepared, Phase::kApplying, Phase::kWaiting}) {
+    if (word == kPhases[static_cast<int>(phase)]) return phase;
+  }
+  return std::nullopt;
+}
+
+int open_guard(Band band) {
+  return open_lock_file(std::string(place::kGuard) + label_of(band));
+}
+
+}  // namespace
+
+bool Pending::is_over() const {
+  return phase == Phase::kWaiting && (boot != this_boot() || now_ms() >= deadline_ms);
+}
+
+bool Pending::is_lost(bool is_starter_gone) const {
+  return is_over() || (is_starter_gone && phase != Phase::kWaiting);
+}
+
+unsigned Pending::seconds_left() const {
+  const int64_t left = deadline_ms - now_ms();
+  return left <= 0 ? 0 : static_cast<unsigned>((left + kMsPerSecond - 1) / kMsPerSecond);
+}
+
+std::optional<Pending> prepare_pending(Band band, Report& report) {
+  std::optional<std::string> dat = read_bytes(dat_path_of(band));
+  if (!dat) {
+    report.problem({"cannot read " + dat_path_of(band) + ", which is to come back without a confirmation",
+                    "is it there, and readable?", about(band)});
+    return std::nullopt;
+  }
+  Pending pending;
+  pending.band = band;
+  pending.boot = this_boot();
+  pending.applied = applied_text(band);
+  pending.dat = std::move(*dat);
+  return pending;
+}
+
+void set_deadline(Pending* pending, unsigned seconds) {
+  pending->phase = Phase::kWaiting;
+  pending->deadline_ms = now_ms() + seconds * kMsPerSecond;
+}
+
+void note_waiting(Band band, Report& report) {
+  const std::optional<Pending> pending = read_pending(band);
+  if (!pending || pending->phase != Phase::kWaiting || pending->is_over()) return;
+  const std::string label = label_of(band);
+  report.note(label + " waits " + std::to_string(pending->seconds_left()) + " more seconds for wlanctl confirm " +
+              label + "; without it, what was before the apply comes back");
+}
+
+bool is_pending(Band band) {
+  struct stat status;
+  return lstat(path_of(band).c_str(), &status) == 0;
+}
+
+std::optional<Pending> read_pending(Band band) {
+  const std::optional<std::string> text = read_state_file(path_of(band), kFormat, kVersion);
+  if (!text) return std::nullopt;
+  const size_t end = text->find('\n');
+  if (end == std::string::npos) return std::nullopt;
+  const std::vector<std::string> head = words_of(text->substr(0, end));
+  if (head.size() != 5 || head[0] != label_of(band)) return std::nullopt;
+  const std::optional<Phase> phase = parse_phase(head[1]);
+  const std::optional<int64_t> deadline = number_in(head[2]);
+  const std::optional<int64_t> applied = number_in(head[4]);
+  const auto rest = static_cast<int64_t>(text->size() - end - 1);
+  if (!phase || !deadline || !applied || *applied < 0 || *applied > rest) return std::nullopt;
+  const size_t begin_of_dat = end + 1 + static_cast<size_t>(*applied);
+  return Pending{.band = band,
+                 .phase = *phase,
+                 .deadline_ms = *deadline,
+                 .boot = head[3],
+                 .applied = text->substr(end + 1, static_cast<size_t>(*applied)),
+                 .dat = text->substr(begin_of_dat)};
+}
+
+bool write_pending(const Pending& pending, Report& report) {
+  Text text;
+  text << label_of(pending.band) << ' ' << kPhases[static_cast<int>(pending.phase)] << ' ' << pending.deadline_ms << ' '
+       << pending.boot << ' ' << pending.applied.size() << '\n'
+       << pending.applied << pending.dat;
+  return write_state_file(path_of(pending.band), kFormat, kVersion, text.str(), report);
+}
+
+bool remove_pending(Band band, Report& report) {
+  if (unlink(path_of(band).c_str()) == 0 || errno == ENOENT) return true;
+  report.problem({"cannot remove " + path_of(band) + ": " + std::strerror(errno),
+                  "remove it, or the settings are rolled back", about(band)});
+  return false;
+}
+
+Guard::Guard(Band band) : file_(open_guard(band)) {
+  if (file_ < 0 || flock(file_, LOCK_EX | LOCK_NB) == 0) return;
+  close(file_);
+  file_ = -1;
+}
+
+Guard::~Guard() {
+  if (file_ >= 0) close(file_);
+}
+
+void Guard::wait_until_free(Band band) {
+  constexpr int kPollMs = 20;
+  constexpr int kTries = 250;
+  const int file = open_guard(band);
+  for (int i = 0; file >= 0 && i < kTries && flock(file, LOCK_EX | LOCK_NB) != 0; ++i) poll(nullptr, 0, kPollMs);
+  if (file >= 0) close(file);
+}
+
+}  // namespace wlanctl

@@ -1,0 +1,68 @@
+// An apply that waits for its confirmation, with what comes back when none is given. It lies in a file, so that neither
+// the end of the apply nor that of its guardian loses it.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "wlanctl/base/band.h"
+
+namespace wlanctl {
+
+class Report;
+
+enum class Phase {
+  kPrepared,  // nothing was changed yet
+  kApplying,  // at work or, when the tool lock is free, ended in the middle
+  kWaiting,   // applied; rolled back at the deadline
+};
+
+struct Pending {
+  Band band = Band::k2_4G;
+  Phase phase = Phase::kPrepared;
+  int64_t deadline_ms = 0;  // on the clock since boot, while it is waiting
+  std::string boot;         // which boot that is
+  std::string applied;      // what was in force, as applied_text
+  std::string dat;          // the dat file's bytes
+
+  bool is_over() const;  // waiting, and the time is over
+
+  // Whether it is to be undone: an apply without its confirmation or, once its process is gone, without its end.
+  bool is_lost(bool is_starter_gone) const;
+  unsigned seconds_left() const;
+};
+
+// With what is in force now; none with a problem when the dat file cannot be read.
+std::optional<Pending> prepare_pending(Band band, Report& report);
+void set_deadline(Pending* pending, unsigned seconds);
+
+// Says that an apply waits for its confirmation, where one does: what is changed meanwhile goes when it is rolled back.
+void note_waiting(Band band, Report& report);
+
+// Whether there is such a file, be it damaged.
+bool is_pending(Band band);
+std::optional<Pending> read_pending(Band band);
+bool write_pending(const Pending& pending, Report& report);
+bool remove_pending(Band band, Report& report);
+
+// The right to watch over a band's pending apply; it goes with the process that has it and with its children. None while
+// another process has it. Kept apart from the pending file, which is replaced as the apply goes on.
+class Guard {
+ public:
+  explicit Guard(Band band);
+  Guard(const Guard&) = delete;
+  Guard& operator=(const Guard&) = delete;
+  ~Guard();
+
+  explicit operator bool() const { return file_ >= 0; }
+  int file() const { return file_; }
+
+  // Waits for a guardian that is about to end.
+  static void wait_until_free(Band band);
+
+ private:
+  int file_;
+};
+
+}  // namespace wlanctl

@@ -1,0 +1,59 @@
+#include "wlanctl/confirm/recovery.h"
+
+#include <optional>
+
+#include "wlanctl/base/report.h"
+#include "wlanctl/confirm/guardian.h"
+#include "wlanctl/confirm/pending.h"
+#include "wlanctl/confirm/rollback.h"
+#include "wlanctl/files/lock.h"
+#include "wlanctl/store/segment.h"
+
+namespace wlanctl {
+namespace {
+
+// Looks after a pending apply whose guardian was lost. What it did becomes a note. Does nothing while another wlanctl is
+// at work.
+void recover_pending(Band band, Report& report) {
+  if (!is_pending(band)) return;
+  std::optional<ToolLock> lock;
+  if (!ToolLock::is_held_here()) {
+    lock.emplace();
+    if (!*lock) return;
+  }
+  const Guard guard(band);
+  const std::optional<Pending> pending = read_pending(band);
+  if (!guard || (!pending && !is_pending(band))) return;
+  const std::string apply = std::string("the apply of ") + label_of(band);
+  if (!pending) {
+    report.note(apply +
+                " that waits for a confirmation cannot be rolled back, what it kept is damaged; wlanctl confirm " +
+                label_of(band) + " ends the waiting");
+    return;
+  }
+  if (pending->is_lost(true)) {
+    const bool done = undo(*pending, report);
+    const bool was_begun = pending->phase != Phase::kPrepared;
+    report.note(apply +
+                (pending->phase == Phase::kWaiting ? " was not confirmed in time and its guardian is gone; "
+                                                   : " ended in the middle; ") +
+                (!done ? std::string("rolling it back failed; wlanctl confirm ") + label_of(band) +
+                             " --force ends the waiting with what is there"
+                 : was_begun ? "it is rolled back now"
+                             : "nothing was changed"));
+  } else if (start_guardian(band, guard, report)) {
+    report.note(apply + " had lost its guardian; a new one watches over it for the " +
+                std::to_string(pending->seconds_left()) + " seconds that are left");
+  }
+}
+
+}  // namespace
+
+bool open_band(Band band, Report& report) {
+  if (is_store_open(band)) return true;
+  if (!open_store(band, report)) return false;
+  recover_pending(band, report);
+  return true;
+}
+
+}  // namespace wlanctl

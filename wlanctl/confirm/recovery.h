@@ -1,0 +1,14 @@
+// What is due from an apply that somebody else began.
+#pragma once
+
+#include "wlanctl/base/band.h"
+
+namespace wlanctl {
+
+class Report;
+
+// Opens the band's live store, as open_store does, for a verb that takes things as they are meant to be: where a pending
+// apply has lost its guardian, it is rolled back, or gets a new one.
+bool open_band(Band band, Report& report);
+
+}  // namespace wlanctl

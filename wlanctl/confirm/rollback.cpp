@@ -1,0 +1,61 @@
+#include "wlanctl/confirm/rollback.h"
+
+#include <fcntl.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <optional>
+
+#include "wifimgr_lib.h"
+#include "wlanctl/apply/applied_state.h"
+#include "wlanctl/apply/run.h"
+#include "wlanctl/base/report.h"
+#include "wlanctl/files/bytes.h"
+#include "wlanctl/store/dat_file.h"
+#include "wlanctl/store/private_store.h"
+#include "wlanctl/store/segment.h"
+#include "wlanctl/store/value.h"
+
+namespace wlanctl {
+
+bool restore_dat_file(Band band, const std::string& bytes, Report& report) {
+  const int file = open(dat_path_of(band).c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
+  if (file >= 0 && finish_file(file, bytes)) return true;
+  report.problem({"cannot put " + dat_path_of(band) + " back: " + std::strerror(errno),
+                  "make room, or make it writable", about(band)});
+  return false;
+}
+
+bool roll_back(const Pending& pending, Report& report) {
+  const Band band = pending.band;
+  const bool is_open = reopen_if_replaced(band, report);
+  // However far the apply came: what is up now is at most the larger of the two.
+  const int applied_count = is_open ? ssid_count(band) : 0;
+  if (!adopt_applied(band, pending.applied)) {
+    report.problem({std::string("what was in force on ") + label_of(band) + " before is not to be read",
+                    "set the values again, and apply", about(band)});
+    (void)restore_dat_file(band, pending.dat, report);
+    return false;
+  }
+  const int count_before = pre_wlan_state[number_of(band)];
+  // The radio and the file come back even if the store cannot: the operator may have no other way in.
+  std::optional<PrivateStore> instead;
+  if (!is_open || !replace_store(band, settings_in_force(band))) {
+    report.problem({std::string("the store of ") + label_of(band) + " cannot take its old settings",
+                    std::string("radio and dat file have them; wlanctl revert ") + label_of(band), about(band)});
+    instead.emplace(band, settings_in_force(band));
+  }
+  if (applied_count != count_before) (void)wifimgr_lib_set_reloadFlag(wifi_type_of(band), "1");
+  pre_wlan_state[number_of(band)] = std::max(applied_count, count_before);
+  // The commit writes the dat file too, but with what the store keeps of it alone.
+  const bool in_force = bring_into_force(band, true, report).has_value();
+  const bool file_is_back = restore_dat_file(band, pending.dat, report);
+  return in_force && file_is_back && keep_applied(band, FileIs::kSettled, report) && remove_pending(band, report);
+}
+
+bool undo(const Pending& pending, Report& report) {
+  return pending.phase == Phase::kPrepared ? remove_pending(pending.band, report) : roll_back(pending, report);
+}
+
+}  // namespace wlanctl

@@ -1,0 +1,73 @@
+#include "wlanctl/files/state_file.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+
+#include "wlanctl/base/report.h"
+#include "wlanctl/base/text.h"
+#include "wlanctl/files/bytes.h"
+
+namespace wlanctl {
+namespace {
+
+bool is_own(int file) {
+  struct stat status;
+  return fstat(file, &status) == 0 && S_ISREG(status.st_mode) && status.st_uid == geteuid() &&
+         (status.st_mode & 077) == 0;
+}
+
+std::string head_of(const std::string& format, int version, const std::string& text) {
+  return format + " " + std::to_string(version) + " " + sum_of(text);
+}
+
+bool replace_file(const std::string& path, const std::string& bytes) {
+  std::string fresh = path + ".XXXXXX";
+  const int file = mkostemp(fresh.data(), O_CLOEXEC);
+  if (file < 0) return false;
+  if (finish_file(file, bytes) && rename(fresh.c_str(), path.c_str()) == 0) return true;
+  const int error = errno;
+  unlink(fresh.c_str());
+  errno = error;
+  return false;
+}
+
+}  // namespace
+
+// Against half-written and hand-edited files; a sum (FNV-1a), not a seal.
+std::string sum_of(const std::string& text) {
+  uint64_t sum = 0xcbf29ce484222325;
+  for (const char c : text) sum = (sum ^ static_cast<unsigned char>(c)) * 0x100000001b3;
+  return std::to_string(sum);
+}
+
+std::string this_boot() {
+  const std::string id = without_line_end(read_bytes("/proc/sys/kernel/random/boot_id").value_or(""));
+  return id.empty() ? "-" : id;
+}
+
+std::optional<std::string> read_state_file(const std::string& path, const std::string& format, int version) {
+  const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW);
+  if (file < 0) return std::nullopt;
+  const std::optional<std::string> bytes = is_own(file) ? read_open_file(file) : std::nullopt;
+  close(file);
+  const size_t end = bytes ? bytes->find('\n') : std::string::npos;
+  if (end == std::string::npos) return std::nullopt;
+  std::string text = bytes->substr(end + 1);
+  if (bytes->compare(0, end, head_of(format, version, text)) != 0) return std::nullopt;
+  return text;
+}
+
+bool write_state_file(const std::string& path, const std::string& format, int version, const std::string& text,
+                      Report& report) {
+  if (replace_file(path, head_of(format, version, text) + "\n" + text)) return true;
+  report.problem({"cannot write " + path + ": " + std::strerror(errno), "is there room, and the right to?"});
+  return false;
+}
+
+}  // namespace wlanctl

@@ -1,0 +1,25 @@
+// Small files of the tool's own under /var/run: readable by their owner alone, versioned, checked before use, replaced
+// as a whole.
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace wlanctl {
+
+class Report;
+
+// The text of such a file; none when it is missing, of another format or version, damaged, or somebody else's.
+std::optional<std::string> read_state_file(const std::string& path, const std::string& format, int version);
+
+// False with a problem when it cannot be written.
+bool write_state_file(const std::string& path, const std::string& format, int version, const std::string& text,
+                      Report& report);
+
+// A sum of the text, to see whether it changed.
+std::string sum_of(const std::string& text);
+
+// Which boot this is: what such a file says is true of one only.
+std::string this_boot();
+
+}  // namespace wlanctl

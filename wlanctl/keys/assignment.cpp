@@ -1,0 +1,159 @@
+#include "wlanctl/keys/assignment.h"
+
+#include <termios.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <vector>
+
+#include "wlanctl/base/signal_hold.h"
+
+namespace wlanctl {
+namespace {
+
+std::string hint_for(const std::string& name) {
+  constexpr size_t kMost = 4;
+  std::vector<std::string> similar = similar_keys(name);
+  if (similar.empty()) return "wlanctl keys lists all";
+  if (similar.size() > kMost) similar.resize(kMost);
+  return "do you mean " + joined(similar, " or ") + "?";
+}
+
+int highest_index(const Key& key) {
+  return key.scope == Scope::kLink ? kLinks : WIFIMGR_FIELDS;
+}
+
+std::optional<int> parse_index(const std::string& text, const Key& key) {
+  if (text.size() != 1 || text[0] < '1' || text[0] > '0' + highest_index(key)) return std::nullopt;
+  return text[0] - '0';
+}
+
+std::optional<std::string> first_line(std::FILE* file) {
+  char* text = nullptr;
+  size_t room = 0;
+  const ssize_t length = getline(&text, &room, file);
+  std::string line(text == nullptr ? "" : text, length > 0 ? static_cast<size_t>(length) : 0);
+  std::free(text);
+  if (length < 0) return std::nullopt;
+  if (!line.empty() && line.back() == '\n') line.pop_back();
+  if (!line.empty() && line.back() == '\r') line.pop_back();
+  return line;
+}
+
+// Asks for it at a terminal, where a passphrase is not to be seen.
+std::optional<std::string> line_of_input(const Target& target) {
+  termios settings = {};
+  if (isatty(STDIN_FILENO) == 0 || tcgetattr(STDIN_FILENO, &settings) != 0) return first_line(stdin);
+  termios unseen = settings;
+  if (target.key->secret) unseen.c_lflag &= ~static_cast<tcflag_t>(ECHO);
+  std::optional<std::string> line;
+  {
+    // An interruption must not leave the terminal without its echo: it waits for the line.
+    const SignalHold hold;
+    (void)tcsetattr(STDIN_FILENO, TCSAFLUSH, &unseen);
+    (void)std::fprintf(stderr, "%s: ", target.name().c_str());
+    line = first_line(stdin);
+    (void)tcsetattr(STDIN_FILENO, TCSAFLUSH, &settings);
+  }
+  if (target.key->secret) (void)std::fputc('\n', stderr);
+  return line;
+}
+
+std::optional<Assignment> split(const std::string& text, Band band, Report& report) {
+  const size_t equals = text.find('=');
+  if (equals == std::string::npos) {
+    // Not repeated unless it is a key: a passphrase may have come here by mistake.
+    const bool is_key = find_key(text.substr(0, text.find(':'))) != nullptr;
+    const std::string shown = text.substr(0, text.find(':'));
+    report.problem({(is_key ? "\"" + shown + "\"" : std::string("a word without =")) + " sets nothing",
+                    "write KEY=VALUE or KEY:SSID=VALUE", is_key ? about_key(shown, band) : about(band)});
+    return std::nullopt;
+  }
+  const std::optional<Target> target = parse_target(text.substr(0, equals), band, report);
+  if (!target) return std::nullopt;
+  return Assignment{*target, text.substr(equals + 1)};
+}
+
+}  // namespace
+
+Json about_key(const std::string& key, Band band) {
+  return {{"band", label_of(band)}, {"key", key}};
+}
+
+std::string Target::name() const {
+  return index == -1 ? key->name : std::string(key->name) + ":" + std::to_string(index);
+}
+
+std::optional<Target> parse_target(const std::string& word, Band band, Report& report) {
+  // A value behind = would be repeated in what is said.
+  const std::string text = word.substr(0, word.find('='));
+  const size_t colon = text.find(':');
+  const std::string name = text.substr(0, colon);
+  const Key* const key = find_key(name);
+  if (key == nullptr) {
+    report.problem({std::string("there is no key \"") + name + "\"", hint_for(name), about_key(text, band)});
+    return std::nullopt;
+  }
+  if (!key->is_on(band)) {
+    report.problem({std::string(key->name) + " is no setting of " + label_of(band),
+                    std::string("set it on ") + label_of(band == Band::k2_4G ? Band::k5G : Band::k2_4G),
+                    about_key(text, band)});
+    return std::nullopt;
+  }
+  const std::string index_word = word_for(key->scope);
+  if (colon == std::string::npos) {
+    if (key->scope == Scope::kBand) return Target{key, -1};
+    report.problem({std::string(key->name) + " belongs to one " + index_word, "write " + std::string(key->name) + ":1",
+                    about_key(text, band)});
+    return std::nullopt;
+  }
+  if (key->scope == Scope::kBand) {
+    report.problem({std::string(key->name) + " belongs to the whole band",
+                    std::string("leave out \"") + text.substr(colon) + "\"", about_key(text, band)});
+    return std::nullopt;
+  }
+  const std::optional<int> index = parse_index(text.substr(colon + 1), *key);
+  if (!index) {
+    // What stands there may be a passphrase, with a colon by mistake.
+    const bool is_shown = !key->secret || text.size() - colon <= 2;
+    report.problem({(is_shown ? "\"" + text.substr(colon + 1) + "\"" : std::string("that")) + " is no " + index_word +
+                        " of " + key->name,
+                    index_word + "s are 1 to " + std::to_string(highest_index(*key)),
+                    about_key(is_shown ? text : key->name, band)});
+    return std::nullopt;
+  }
+  return Target{key, *index};
+}
+
+std::optional<Assignment> parse_assignment(const std::string& text, Band band, bool literal, Report& report) {
+  std::optional<Assignment> assignment = split(text, band, report);
+  if (!assignment || assignment->value != "-" || literal) return assignment;
+  const std::optional<std::string> line = line_of_input(assignment->target);
+  if (!line) {
+    report.problem({"standard input has no line for " + assignment->target.name(), "give one line for each \"-\"",
+                    about_key(assignment->target.name(), band)});
+    return std::nullopt;
+  }
+  assignment->value = *line;
+  return assignment;
+}
+
+std::optional<Assignment> parse_file_assignment(const std::string& text, Band band, Report& report) {
+  std::optional<Assignment> assignment = split(text, band, report);
+  if (!assignment) return std::nullopt;
+  std::FILE* const file = std::fopen(assignment->value.c_str(), "re");
+  const std::optional<std::string> line = file != nullptr ? first_line(file) : std::nullopt;
+  if (file != nullptr) (void)std::fclose(file);
+  if (!line) {
+    // A passphrase in the place of its file is not repeated.
+    const std::string place = assignment->target.key->secret ? "the file" : assignment->value;
+    report.problem({"cannot read a value for " + assignment->target.name() + " from " + place,
+                    "is the file there, and does it have a line?", about_key(assignment->target.name(), band)});
+    return std::nullopt;
+  }
+  assignment->value = *line;
+  return assignment;
+}
+
+}  // namespace wlanctl

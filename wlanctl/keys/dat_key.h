@@ -1,0 +1,29 @@
+// What the library makes of a key of a dat file; asked of the library itself.
+#pragma once
+
+#include <string>
+
+#include "wlanctl/keys/key.h"
+
+namespace wlanctl {
+
+// Names that more than a row of the table knows.
+inline constexpr char kSsidCount[] = "BssidNum";
+inline constexpr char kAddressList[] = "AccessControlList";
+
+// Whether the library has a use for the key: it can set or read it, or hands it on to its callers.
+bool is_known_dat_key(const std::string& dat_key);
+
+// Whether ';' belongs to the value, which is then one for the whole band.
+bool keeps_list_whole(const std::string& dat_key);
+
+// Whether every SSID has a key of its own: one value, and all behind a ';' is lost.
+bool is_numbered_dat_key(const std::string& dat_key);
+
+// Whether a save leaves the key out when the band serves `ssids` SSIDs.
+bool is_left_out(const std::string& dat_key, int ssids);
+
+// The settings whose value is a list, though the loader splits it at each ; as if it were of several SSIDs.
+bool is_split_list(const Key& key);
+
+}  // namespace wlanctl

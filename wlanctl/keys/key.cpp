@@ -1,0 +1,226 @@
+#include "wlanctl/keys/key.h"
+
+#include <strings.h>
+
+#include <algorithm>
+#include <cctype>
+#include <cstdio>
+#include <cstring>
+#include <deque>
+#include <numeric>
+#include <sstream>
+#include <utility>
+
+namespace wlanctl {
+namespace {
+
+using enum Scope;
+using enum Numbering;
+
+constexpr long kMostChoices = 16;
+
+// The table's words, in the tool's.
+constexpr Scope SCOPE_BAND = kBand;
+constexpr Scope SCOPE_SSID = kSsid;
+constexpr Scope SCOPE_LINK = kLink;
+constexpr Numbering NUMBERING_SHARED = kShared;
+constexpr Numbering NUMBERING_FROM_ONE = kFromOne;
+constexpr Numbering NUMBERING_FROM_ZERO = kFromZero;
+constexpr bool SECRECY_SECRET = true;
+constexpr bool SECRECY_OPEN = false;
+constexpr Effect EFFECT_SAVED = Effect::kSaved;
+constexpr Effect EFFECT_AT_ONCE = Effect::kAtOnce;
+constexpr Effect EFFECT_RADIO = Effect::kRadio;
+constexpr Effect EFFECT_RADIO_ON_5G = Effect::kRadioOn5G;
+constexpr Effect EFFECT_RADIO_WITH_WDS = Effect::kRadioWithWds;
+constexpr Effect EFFECT_REBOOT = Effect::kReboot;
+
+struct Bands {
+  bool on[2];
+};
+constexpr Bands BANDS_BOTH = {{true, true}};
+constexpr Bands BANDS_ONLY_2_4G = {{true, false}};
+constexpr Bands BANDS_ONLY_5G = {{false, true}};
+
+constexpr Accepted::Kind ACCEPTS_TEXT = Accepted::Kind::kText;
+constexpr Accepted::Kind ACCEPTS_DIGITS = Accepted::Kind::kDigits;
+constexpr Accepted::Kind ACCEPTS_NUMBER = Accepted::Kind::kNumber;
+constexpr Accepted::Kind ACCEPTS_TEN_DIGITS = Accepted::Kind::kNumber;
+constexpr Accepted::Kind ACCEPTS_ONE_DIGIT = Accepted::Kind::kNumber;
+constexpr Accepted::Kind ACCEPTS_LEADING_NUMBER = Accepted::Kind::kNumber;
+constexpr Accepted::Kind ACCEPTS_LENGTH = Accepted::Kind::kLength;
+constexpr Accepted::Kind ACCEPTS_WORDS = Accepted::Kind::kWords;
+constexpr Accepted::Kind ACCEPTS_ADDRESS = Accepted::Kind::kRule;
+constexpr Accepted::Kind ACCEPTS_PASSPHRASE = Accepted::Kind::kRule;
+constexpr Accepted::Kind ACCEPTS_KEY_FORMAT = Accepted::Kind::kRule;
+constexpr Accepted::Kind ACCEPTS_LIST = Accepted::Kind::kRule;
+constexpr Accepted::Kind ACCEPTS_RULE = Accepted::Kind::kRule;
+constexpr Accepted::Kind ACCEPTS_NOTHING = Accepted::Kind::kNothing;
+
+// The rows as the table has them: their names are dat keys, and their meanings leave the unit out.
+constexpr Key kRows[] = {
+#define WIFIMGR_SETTING(key, scope, numbering, bands, reads, getter, writes, setter, accepts, low, high, words, \
+                        refusal, meaning, unit, on_2_4g, on_5g, secrecy, effect)                                \
+  {key,                                                                                                         \
+   key,                                                                                                         \
+   SCOPE_##scope,                                                                                               \
+   NUMBERING_##numbering,                                                                                       \
+   {BANDS_##bands.on[0], BANDS_##bands.on[1]},                                                                  \
+   setter,                                                                                                      \
+   {ACCEPTS_##accepts, low, high, words},                                                                       \
+   meaning,                                                                                                     \
+   SECRECY_##secrecy,                                                                                           \
+   unit,                                                                                                        \
+   {on_2_4g, on_5g},                                                                                            \
+   EFFECT_##effect},
+#include <wifimgr_settings.h>
+};
+
+// "Wds%dKey" is WdsKey to the user, whichever link it is of.
+std::string name_of(const Key& row) {
+  std::string name = row.dat_key;
+  const size_t number = name.find("%d");
+  if (number != std::string::npos) name.erase(number, 2);
+  return name;
+}
+
+// The unit follows what is measured: "TX power in percent; on 2.4G ...".
+std::string meaning_of(const Key& row) {
+  std::string meaning = row.meaning;
+  if (*row.unit != '\0') meaning.insert(std::min(meaning.find(';'), meaning.size()), std::string(" in ") + row.unit);
+  return meaning;
+}
+
+// Keeps a text for as long as the program runs.
+const char* kept(std::string text) {
+  static std::deque<std::string> texts;
+  return texts.emplace_back(std::move(text)).c_str();
+}
+
+std::vector<Key> make_keys() {
+  std::vector<Key> keys(std::begin(kRows), std::end(kRows));
+  for (Key& key : keys) {
+    key.name = kept(name_of(key));
+    key.meaning = kept(meaning_of(key));
+  }
+  std::sort(keys.begin(), keys.end(), [](const Key& left, const Key& right) {
+    return left.scope != right.scope ? left.scope < right.scope : strcasecmp(left.name, right.name) < 0;
+  });
+  return keys;
+}
+
+std::vector<std::string> split(const char* text) {
+  std::istringstream stream(text);
+  std::vector<std::string> parts;
+  for (std::string part; stream >> part;) parts.push_back(part);
+  return parts;
+}
+
+// How many characters must be added, left out or changed to make one of the other; capitals do not matter.
+size_t typos_between(const std::string& left, const std::string& right) {
+  std::vector<size_t> row(right.size() + 1);
+  std::iota(row.begin(), row.end(), size_t{0});
+  for (size_t i = 1; i <= left.size(); ++i) {
+    size_t diagonal = row[0];
+    row[0] = i;
+    for (size_t j = 1; j <= right.size(); ++j) {
+      const bool same = std::tolower(static_cast<unsigned char>(left[i - 1])) ==
+                        std::tolower(static_cast<unsigned char>(right[j - 1]));
+      const size_t changed = diagonal + (same ? 0 : 1);
+      diagonal = row[j];
+      row[j] = std::min({changed, row[j] + 1, row[j - 1] + 1});
+    }
+  }
+  return row[right.size()];
+}
+
+}  // namespace
+
+std::span<const Key> all_keys() {
+  static const std::vector<Key> keys = make_keys();
+  return keys;
+}
+
+const Key* find_key(const std::string& name) {
+  for (const Key& key : all_keys()) {
+    if (strcasecmp(key.name, name.c_str()) == 0) return &key;
+  }
+  return nullptr;
+}
+
+const Key* find_dat_key(const std::string& dat_key, int* index) {
+  *index = 0;
+  for (const Key& key : all_keys()) {
+    if (key.numbering == kShared) {
+      if (dat_key == key.dat_key) return &key;
+      continue;
+    }
+    const int last = key.scope == kLink ? kLinks : WIFIMGR_FIELDS;
+    for (int i = 1; i <= last; ++i) {
+      if (dat_key != dat_key_of(key, i)) continue;
+      *index = i;
+      return &key;
+    }
+  }
+  return nullptr;
+}
+
+std::vector<std::string> similar_keys(const std::string& name) {
+  std::vector<std::string> found;
+  for (const Key& key : all_keys()) {
+    if (!name.empty() && strcasestr(key.name, name.c_str()) != nullptr) found.emplace_back(key.name);
+  }
+  if (!found.empty()) return found;
+  constexpr size_t kTypos = 2;
+  for (const Key& key : all_keys()) {
+    if (name.size() > kTypos && typos_between(key.name, name) <= kTypos) found.emplace_back(key.name);
+  }
+  return found;
+}
+
+std::string dat_key_of(const Key& key, int index) {
+  if (key.numbering == kShared) return key.dat_key;
+  char text[64];
+  std::snprintf(text, sizeof text, key.dat_key, key.numbering == kFromZero ? index - 1 : index);
+  return text;
+}
+
+const char* word_for(Scope scope) {
+  if (scope == kBand) return "band";
+  return scope == kSsid ? "ssid" : "link";
+}
+
+std::string words_for(const Accepted& what) {
+  switch (what.kind) {
+    case Accepted::Kind::kNumber:
+      return std::to_string(what.lowest) + (what.highest == what.lowest + 1 ? " or " : " to ") +
+             std::to_string(what.highest);
+    case Accepted::Kind::kDigits:
+      return "digits";
+    case Accepted::Kind::kWords: {
+      std::string text = "one of";
+      for (const std::string& word : split(what.words)) text += (text.size() == 6 ? " " : ", ") + word;
+      return text;
+    }
+    case Accepted::Kind::kLength:
+      return "at most " + std::to_string(what.highest) + " characters";
+    case Accepted::Kind::kText:
+      return "any text";
+    case Accepted::Kind::kRule:
+      return what.words;
+    case Accepted::Kind::kNothing:
+      return "nothing: read-only";
+  }
+  return "";
+}
+
+std::vector<std::string> choices_of(const Accepted& what) {
+  if (what.kind == Accepted::Kind::kWords) return split(what.words);
+  std::vector<std::string> choices;
+  if (what.kind == Accepted::Kind::kNumber && what.highest - what.lowest < kMostChoices) {
+    for (long i = what.lowest; i <= what.highest; ++i) choices.push_back(std::to_string(i));
+  }
+  return choices;
+}
+
+}  // namespace wlanctl

@@ -1,0 +1,36 @@
+// What driver and kernel say of a radio at this moment. A question that gets no answer adds a problem to the report and
+// leaves its place empty.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "wlanctl/base/band.h"
+#include "wlanctl/base/report.h"
+#include "wlanctl/library/query.h"
+
+namespace wlanctl {
+
+// "2.4g: ra0", for messages.
+Asked asked_of(Band band, const std::string& interface);
+
+enum class LinkState { kAbsent, kDown, kUp };
+LinkState link_state(const std::string& interface);
+const char* word_for(LinkState state);  // "absent", "down", "up"
+
+// Whether the driver serves the band at all; a problem when it does not.
+bool is_there(Band band, Report& report);
+
+// The interface's hardware address, of which `asked` is asked.
+std::optional<std::string> hardware_address_of(const std::string& interface, const Asked& asked, Report& report);
+
+struct Radio {
+  std::optional<std::string> address;
+  std::optional<int> channel;
+  std::optional<int> noise;
+  std::optional<int> load;
+  std::optional<unsigned> temperature;
+};
+Radio radio_of(Band band, Report& report);
+
+}  // namespace wlanctl

@@ -1,0 +1,78 @@
+#include "wlanctl/live/stations.h"
+
+#include <algorithm>
+#include <cstdint>
+
+#include "wifimgr_lib.h"
+#include "wlanctl/live/mac.h"
+#include "wlanctl/live/radio.h"
+
+namespace wlanctl {
+namespace {
+
+// The library asks for the features of the first SSIDs' stations only.
+constexpr int kSsidsWithFeatures = 4;
+
+void ask_features(Report& report, Band band, int ssid, const uint8_t* mac, Station* station) {
+  if (ssid > kSsidsWithFeatures) return;
+  const Asked asked = asked_of(band, interface_of(band, ssid - 1));
+  uint8_t answer = 0;
+  if (ask(report, asked, "what " + station->mac + " can do of 802.11k",
+          [&] { return wifimgr_lib_get_Sta11kCap(number_of(band), ssid, mac, &answer) == 0; })) {
+    station->can_11k = answer != 0;
+  }
+  if (ask(report, asked, "what " + station->mac + " can do of 802.11v",
+          [&] { return wifimgr_lib_get_Sta11vCap(number_of(band), ssid, mac, &answer) == 0; })) {
+    station->features_11v = answer;
+  }
+}
+
+}  // namespace
+
+std::optional<std::vector<Station>> stations_of(Band band, int ssid, Report& report) {
+  // The query has no result: a count that stays tells that there is no list.
+  constexpr uint64_t kNoList = UINT64_MAX;
+  constexpr char kNobody[] = "no sta existance";
+  wifimgr_station_list list = {};
+  list.count = kNoList;
+  std::string reason;
+  const bool has_list = call_quietly(
+      [&] {
+        getMacEntryByIndex(&list, static_cast<unsigned>(number_of(band) * WIFIMGR_FIELDS + ssid - 1));
+        return list.count != kNoList;
+      },
+      &reason);
+  if (!has_list && reason.find(kNobody) != std::string::npos) return std::vector<Station>();
+  if (!has_list) {
+    complain(report, asked_of(band, interface_of(band, ssid - 1)), "its stations", reason);
+    return std::nullopt;
+  }
+  std::vector<Station> stations;
+  for (uint64_t i = 0; i < list.count && i < WIFIMGR_STATIONS; ++i) {
+    Station station = {mac_text(list.mac[i]), {}, {}};
+    // On 2.4G one may be in the list twice.
+    const auto is_same = [&](const Station& other) { return other.mac == station.mac; };
+    if (std::any_of(stations.begin(), stations.end(), is_same)) continue;
+    ask_features(report, band, ssid, list.mac[i], &station);
+    stations.push_back(std::move(station));
+  }
+  return stations;
+}
+
+Json json_of(const std::optional<std::vector<Station>>& stations) {
+  if (!stations) return Json();
+  Json list = Json::array();
+  for (const Station& station : *stations) {
+    list.push_back({{"mac", station.mac},
+                    {"can_11k", json_or_null(station.can_11k)},
+                    {"features_11v", json_or_null(station.features_11v)}});
+  }
+  return list;
+}
+
+std::string yes_or_no(const std::optional<bool>& known) {
+  if (!known) return "-";
+  return *known ? "yes" : "no";
+}
+
+}  // namespace wlanctl

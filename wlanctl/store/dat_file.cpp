@@ -1,0 +1,63 @@
+#include "wlanctl/store/dat_file.h"
+
+#include <poll.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
+
+#include "wlanctl/keys/dat_key.h"
+#include "wlanctl/library/band_variables.h"
+#include "wlanctl/store/segment.h"
+
+namespace wlanctl {
+namespace {
+
+// The loader takes the first address only of a list that has a record of its own. The library, and the file after a save,
+// have all of it in the first field.
+void keep_list_whole(const std::string& line, wifimgr_attr_record* record) {
+  int index = 0;
+  const Key* const key = find_dat_key(record->key, &index);
+  if (key == nullptr || !is_split_list(*key) || key->numbering == Numbering::kShared) return;
+  std::string value = line.substr(line.find('=') + 1);
+  value.resize(std::min(value.find('='), value.size()));
+  if (value.find(';') == std::string::npos) return;
+  std::memset(record->field, 0, sizeof record->field);
+  (void)std::snprintf(record->field[0], sizeof record->field[0], "%s", value.c_str());
+}
+
+}  // namespace
+
+std::string dat_path_of(Band band) {
+  return dat_path_variable(band);
+}
+
+std::optional<std::vector<wifimgr_attr_record>> look_at_dat_file(Band band, const StoreLock& /*lock*/) {
+  std::FILE* const file = std::fopen(dat_path_of(band).c_str(), "re");
+  if (file == nullptr) return std::nullopt;
+  std::vector<wifimgr_attr_record> records;
+  for (char line[WIFIMGR_DAT_LINE_SIZE]; std::fgets(line, sizeof line, file) != nullptr;) {
+    wifimgr_attr_record record = {};
+    const std::string text = line;
+    if (parse_data_from_line(line, &record) != 0) continue;
+    keep_list_whole(text, &record);
+    records.push_back(record);
+  }
+  (void)std::fclose(file);
+  return records;
+}
+
+std::optional<std::vector<wifimgr_attr_record>> parse_dat_file(Band band) {
+  for (int look = 1;; ++look) {
+    auto file = look_at_dat_file(band, StoreLock(band));
+    if (!file || !file->empty() || look == kMostLooks) return file;
+    pause_between_looks();
+  }
+}
+
+void pause_between_looks() {
+  constexpr int kPauseMs = 30;
+  poll(nullptr, 0, kPauseMs);
+}
+
+}  // namespace wlanctl

@@ -1,0 +1,28 @@
+// The live store in line with the dat file again.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "wifimgr_lib.h"
+#include "wlanctl/base/band.h"
+
+namespace wlanctl {
+
+// Whether a dat file has all that a save of the live store would have written.
+bool is_complete(Band band, const std::vector<wifimgr_attr_record>& file);
+
+enum class Reverting { kDone, kUnreadable, kIncomplete, kNoRoom };
+
+struct Reverted {
+  Reverting how = Reverting::kDone;
+  std::vector<wifimgr_attr_record> before;
+  std::vector<wifimgr_attr_record> file;
+  std::vector<std::string> missing;  // keys that the store has and the file should have
+};
+
+// Puts the band's dat file into the live store, in one step. A file that was cut off, or never written to its end, is
+// refused unless `even_if_incomplete`: the store may be all that is left of the settings.
+Reverted revert_store(Band band, bool even_if_incomplete);
+
+}  // namespace wlanctl

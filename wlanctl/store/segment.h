@@ -1,0 +1,55 @@
+// The live store of a band: a segment and its lock, shared with the management processes.
+#pragma once
+
+#include <vector>
+
+#include "wifimgr_lib.h"
+#include "wlanctl/base/band.h"
+
+namespace wlanctl {
+
+class Report;
+
+enum class Content {
+  kNeeded,
+  kToCome,  // an empty store will do
+};
+
+// Makes the library work on the band's live store: attaches the segment that is there, so that nothing of what other
+// processes hold is lost; only where there is none is the dat file loaded. False with a problem when neither works, when
+// the store is empty, and when another process holds its lock and does not let go.
+bool open_store(Band band, Report& report, Content content = Content::kNeeded);
+bool is_store_open(Band band);
+
+// Attaches the segment anew where somebody has removed it, and made another, since it was opened.
+bool reopen_if_replaced(Band band, Report& report);
+
+// The records as they lie there, up to the table's end.
+std::vector<wifimgr_attr_record> table_of_store(Band band);
+
+// Puts the content of a dat file into the live store, in one step for everybody else. False when it does not fit or the
+// lock cannot be had.
+bool replace_store(Band band, const std::vector<wifimgr_attr_record>& content);
+
+// The band's lock, taken for one step, and what needs it.
+class StoreLock {
+ public:
+  explicit StoreLock(Band band);
+  StoreLock(const StoreLock&) = delete;
+  StoreLock& operator=(const StoreLock&) = delete;
+  ~StoreLock();
+  explicit operator bool() const { return held_; }
+
+  std::vector<wifimgr_attr_record> table() const;
+  bool replace(const std::vector<wifimgr_attr_record>& content) const;
+
+ private:
+  Band band_;
+  int id_;
+  bool held_;
+};
+
+// The segment's room in bytes.
+size_t size_of_store(Band band);
+
+}  // namespace wlanctl

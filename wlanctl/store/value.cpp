@@ -1,0 +1,87 @@
+#include "wlanctl/store/value.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+
+#include "wlanctl/base/text.h"
+#include "wlanctl/keys/dat_key.h"
+
+namespace wlanctl {
+namespace {
+
+// A key of an index of its own has one value.
+int field_of(const Key& key, int index) {
+  return key.numbering == Numbering::kShared ? index : -1;
+}
+
+bool is_in_fields(const Key& key) {
+  return is_split_list(key) && key.numbering == Numbering::kShared;
+}
+
+std::optional<std::string> read_field(Band band, const std::string& dat_key, int field) {
+  char text[WIFIMGR_VALUE_SIZE] = "";
+  if (read_attr(number_of(band), field, dat_key.c_str(), text, sizeof text) != 0) return std::nullopt;
+  return std::string(text, strnlen(text, sizeof text));
+}
+
+std::string text_of(const char* field, size_t most) {
+  return without_line_end(std::string(field, strnlen(field, most)));
+}
+
+}  // namespace
+
+std::vector<StoreRecord> records_of(const std::vector<wifimgr_attr_record>& table) {
+  std::vector<StoreRecord> records;
+  for (const wifimgr_attr_record& record : table) {
+    StoreRecord& shown = records.emplace_back();
+    shown.key = text_of(record.key, sizeof record.key);
+    for (const auto& field : record.field) shown.fields.push_back(text_of(field, sizeof field));
+    while (!shown.fields.empty() && shown.fields.back().empty()) shown.fields.pop_back();
+  }
+  return records;
+}
+
+std::optional<std::string> read_raw_value(Band band, const Key& key, int index) {
+  std::optional<std::string> value = read_field(band, dat_key_of(key, index), field_of(key, index));
+  for (const char end : {'\n', '\r'}) {
+    if (value && value->ends_with(end)) value->pop_back();
+  }
+  return value;
+}
+
+std::optional<std::string> read_value(Band band, const Key& key, int index) {
+  const std::optional<std::string> first = read_field(band, dat_key_of(key, index), field_of(key, index));
+  if (!first) return std::nullopt;
+  std::string value = without_line_end(*first);
+  for (int i = 2; is_in_fields(key) && i <= WIFIMGR_FIELDS; ++i) {
+    const std::optional<std::string> next = read_field(band, key.dat_key, i);
+    if (!next || next->empty()) break;
+    value += ';' + without_line_end(*next);
+  }
+  return value;
+}
+
+void write_value(Band band, const Key& key, int index, const std::string& value) {
+  (void)update_attr(number_of(band), field_of(key, index), dat_key_of(key, index).c_str(), value.c_str());
+  spread_list(band, key, value);
+}
+
+void spread_list(Band band, const Key& key, const std::string& value) {
+  if (!is_in_fields(key)) return;
+  std::vector<std::string> parts = split_at(value, ';');
+  if (parts.size() > WIFIMGR_FIELDS) parts = {value};
+  parts.resize(WIFIMGR_FIELDS);
+  for (int i = 0; i < WIFIMGR_FIELDS; ++i) {
+    (void)update_attr(number_of(band), i + 1, key.dat_key, parts[static_cast<size_t>(i)].c_str());
+  }
+}
+
+int ssid_count(Band band) {
+  char text[WIFIMGR_VALUE_SIZE] = "";
+  (void)wifimgr_lib_get_bssidnum(number_of(band), -1, text, sizeof text);
+  const long count = std::strtol(text, nullptr, 10);
+  return count < 0 ? 0 : static_cast<int>(std::min(count, static_cast<long>(WIFIMGR_FIELDS)));
+}
+
+}  // namespace wlanctl

@@ -1,0 +1,244 @@
+// apply: brings the live store into force. What a dry run of it prints is in dry_run_text.h.
+#include "wlanctl/apply/applied_state.h"
+#include "wlanctl/apply/dry_run_text.h"
+#include "wlanctl/apply/plan.h"
+#include "wlanctl/apply/run.h"
+#include "wlanctl/base/report.h"
+#include "wlanctl/base/signal_hold.h"
+#include "wlanctl/command_line/common_words.h"
+#include "wlanctl/confirm/guardian.h"
+#include "wlanctl/confirm/pending.h"
+#include "wlanctl/confirm/recovery.h"
+#include "wlanctl/confirm/rollback.h"
+#include "wlanctl/files/bytes.h"
+#include "wlanctl/files/lock.h"
+#include "wlanctl/store/dat_file.h"
+#include "wlanctl/store/segment.h"
+#include "wlanctl/verbs/verbs.h"
+
+namespace wlanctl {
+namespace {
+
+constexpr unsigned kLongestWait = 24 * 60 * 60;
+
+// A band's part of an apply under way.
+struct Job {
+  Band band;
+  Plan plan;
+  std::optional<Pending> pending;
+  std::optional<Applied> applied;
+};
+
+void refuse_dangers(const Job& job, Report& report) {
+  for (const Danger& danger : job.plan.dangers) {
+    report.problem({danger.key + " of " + label_of(job.band) + " is dangerous: " + danger.reason,
+                    "set another value, or insist with --force",
+                    {{"band", label_of(job.band)}, {"key", danger.key}, {"reason", danger.reason}}});
+  }
+}
+
+bool refuse_second(Band band, Report& report) {
+  if (!is_pending(band)) return false;
+  const std::string label = label_of(band);
+  report.problem({"an apply of " + label + " waits for its confirmation",
+                  "wlanctl confirm " + label + " keeps it; without, it is rolled back when its time is over",
+                  about(band)});
+  return true;
+}
+
+// Everything that can be refused is found here, before anything is touched.
+int plan_all(const Words& words, Report& report, std::vector<Job>* jobs) {
+  for (const Band band : bands_of(words.band)) {
+    // A dry run touches nothing, not even what is due.
+    if (!(words.dry_run ? open_store(band, report) : open_band(band, report))) return kNoStore;
+    if (words.dry_run && is_pending(band)) {
+      report.note(std::string("an apply of ") + label_of(band) + " waits for its confirmation, or to be rolled back");
+    }
+    if (!words.dry_run && refuse_second(band, report)) continue;
+    if (!restore_applied(band, report)) return kWrongUsage;
+    jobs->push_back({band, plan_apply(band), std::nullopt, std::nullopt});
+    if (!jobs->back().plan.nothing && !words.force) refuse_dangers(jobs->back(), report);
+  }
+  return report.has_problems() ? kRefused : kDone;
+}
+
+// Before the first change of any band: the settings to come back, and somebody who brings them.
+bool prepare(const Words& words, Job& job, Report& report) {
+  // Until the new settings are in force, and kept as such, the file must not pass for them.
+  if (!keep_applied(job.band, FileIs::kChanging, report)) return false;
+  if (words.confirm_seconds == 0) return true;
+  if (!job.plan.is_file_in_force) {
+    report.note(dat_path_of(job.band) +
+                " was saved with values that were never applied; a roll back leaves them in it");
+  }
+  Guard::wait_until_free(job.band);
+  job.pending = prepare_pending(job.band, report);
+  if (!job.pending || !write_pending(*job.pending, report)) return false;
+  const Guard guard(job.band);
+  if (guard && start_guardian(job.band, guard, report)) return true;
+  if (!guard) report.problem({std::string("another guardian watches over ") + label_of(job.band), "try again"});
+  return false;
+}
+
+bool run_job(Job& job, Report& report) {
+  const std::optional<std::string> file_before = read_bytes(dat_path_of(job.band));
+  if (job.pending) {
+    job.pending->phase = Phase::kApplying;
+    if (!write_pending(*job.pending, report)) return false;
+  }
+  make_consistent(job.band, report);
+  job.applied = bring_into_force(job.band, false, report);
+  if (job.applied) return keep_applied(job.band, FileIs::kSettled, report);
+  // A write that failed on the way has left half a file.
+  if (file_before && read_bytes(dat_path_of(job.band)) != file_before) {
+    (void)restore_dat_file(job.band, *file_before, report);
+  }
+  (void)keep_applied(job.band, FileIs::kSettled, report);
+  return false;
+}
+
+void tell(const Words& words, const Job& job, Report& report) {
+  const std::string label = label_of(job.band);
+  Json entry = {{"band", label}, {"apply", word_for_weight(job.plan.weight)}, {"action", "none"}};
+  Json scripts = Json::array();
+  if (job.plan.nothing) {
+    report.text() << label << ": nothing to apply; the store, the dat file and what is in force agree\n";
+  } else if (job.applied) {
+    const Applied& applied = *job.applied;
+    entry["apply"] = word_for_weight(applied.weight);
+    entry["action"] = applied.committed ? "committed" : "saved";
+    report.text() << label
+                  << (applied.committed ? ": applied; dat file written, interfaces restarted"
+                                        : ": applied without a restart, as nothing that needs one differs; "
+                                          "dat file saved")
+                  << ",\n  driver told of " << applied.scripts.size() << " SSIDs\n";
+    for (const Script& script : applied.scripts) {
+      scripts.push_back({{"ssid", script.ssid}, {"path", script.path}, {"status", script.status}});
+    }
+    if (applied.weight > 1) {
+      report.note(label + ": the SSID count or hardware NAT changed; a reboot is recommended");
+    }
+  } else {
+    report.text() << label << ": not applied\n";
+  }
+  entry["scripts"] = std::move(scripts);
+  const bool waits = job.applied && job.pending;
+  entry["confirm_within"] = waits ? Json(words.confirm_seconds) : Json();
+  if (waits) {
+    report.text() << "  confirm it within " << words.confirm_seconds << " seconds: wlanctl confirm " << label
+                  << "\n  else the settings before come back\n";
+  }
+  report.data()["bands"].push_back(std::move(entry));
+}
+
+// What the driver did not take is said; on a changed count it may lack the interface until the reboot.
+int judge_scripts(const Job& job, Report& report) {
+  if (!job.applied || job.applied->weight > 1) return kDone;
+  for (const Script& script : job.applied->scripts) {
+    if (script.status == 0) continue;
+    report.problem(
+        {"the driver's script of SSID " + std::to_string(script.ssid) + " of " + label_of(job.band) +
+             " failed, with status " + std::to_string(script.status),
+         "wlanctl apply " + std::string(label_of(job.band)) + " tells it again; the kernel's log may say why",
+         about(job.band, script.ssid)});
+  }
+  return report.has_problems() ? kNoAnswer : kDone;
+}
+
+// The time begins when all is done: nobody can confirm before.
+void begin_waiting(const Words& words, std::vector<Job>& jobs, Report& report) {
+  for (Job& job : jobs) {
+    if (!job.pending) continue;
+    if (!job.applied) {
+      (void)remove_pending(job.band, report);
+      continue;
+    }
+    set_deadline(&*job.pending, words.confirm_seconds);
+    if (!write_pending(*job.pending, report)) job.pending = std::nullopt;  // the guardian rolls back
+  }
+}
+
+bool prepare_all(const Words& words, std::vector<Job>& jobs, Report& report) {
+  for (Job& job : jobs) {
+    if (job.plan.nothing || prepare(words, job, report)) continue;
+    for (const Job& prepared : jobs) {
+      if (prepared.pending) (void)remove_pending(prepared.band, report);
+    }
+    return false;
+  }
+  return true;
+}
+
+int run_all(const Words& words, std::vector<Job>& jobs, Report& report) {
+  const SignalHold hold;
+  if (!prepare_all(words, jobs, report)) return kRefused;
+  int code = kDone;
+  for (Job& job : jobs) {
+    if (job.plan.nothing) continue;
+    if (!run_job(job, report)) {
+      code = kRefused;
+      break;
+    }
+    if (code == kDone) code = judge_scripts(job, report);
+  }
+  begin_waiting(words, jobs, report);
+  return report.has_problems() && code == kDone ? kRefused : code;
+}
+
+int apply(const Words& words, Report& report) {
+  report.data() = {{"dry_run", words.dry_run}, {"bands", Json::array()}};
+  std::optional<ToolLock> lock;
+  // A dry run changes nothing, and waits for nobody.
+  if (!words.dry_run) {
+    lock.emplace(report, words.wait_seconds);
+    if (!*lock) return lock->exit_code();
+  }
+  std::vector<Job> jobs;
+  int code = plan_all(words, report, &jobs);
+  if (words.dry_run) {
+    for (const Job& job : jobs) {
+      if (!tell_dry_run(job.band, job.plan, words.secrets, report)) code = kRefused;
+    }
+    return code;
+  }
+  if (code == kDone) code = run_all(words, jobs, report);
+  if (code == kDone || code == kNoAnswer || report.has_problems()) {
+    for (const Job& job : jobs) tell(words, job, report);
+  }
+  return code;
+}
+
+constexpr char kFooter[] =
+    "The whole store of the band comes into force: values that depend on others\n"
+    "are made consistent, the dat file is written, the interfaces are restarted\n"
+    "when a setting needs it, and the driver is told the rest. With nothing changed\n"
+    "nothing is run.\n\n"
+    "--confirm: before it begins, the dat file and the settings in force are kept in\n"
+    "/var/run/wlanctl-pending-BAND, and a guardian starts, a process of its own that\n"
+    "neither ^C nor a lost connection ends. Unless wlanctl confirm comes within\n"
+    "SECONDS after the apply, the guardian puts both back and restarts the\n"
+    "interfaces; should the apply be killed in the middle, at once. When the\n"
+    "guardian is killed too, the next wlanctl that works on the band takes its\n"
+    "place. What was set meanwhile is gone then. A reboot ends the waiting, and\n"
+    "leaves what the dat file says by then.\n\n"
+    "Examples:\n"
+    "  wlanctl apply 2.4g --dry-run\n"
+    "  wlanctl apply 2.4g --confirm 60 && ping -c3 192.168.1.2 && wlanctl confirm";
+
+constexpr Word kWords[] = {
+    word::kBand,
+    {"--dry-run", &Words::dry_run, "Show what would be run and written; touch nothing"},
+    {"--secrets", &Words::secrets, "Show passphrases and keys in a dry run"},
+    {"--confirm",
+     &Words::confirm_seconds,
+     "Put all back unless wlanctl confirm comes",
+     {.lowest = 1, .highest = kLongestWait, .value_name = "SECONDS"}},
+    {"--force", &Words::force, "Apply values that a shell would act on"},
+    word::kWait,
+};
+
+}  // namespace
+
+const Verb kApply = {"apply", "Bring the live store into force", kFooter, kWords, apply};
+
+}  // namespace wlanctl

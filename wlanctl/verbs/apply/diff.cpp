@@ -1,0 +1,214 @@
+// diff: the live store against the dat file. save and revert bring one in line with the other.
+#include <algorithm>
+#include <map>
+
+#include "wlanctl/apply/applied_state.h"
+#include "wlanctl/apply/plan.h"
+#include "wlanctl/base/report.h"
+#include "wlanctl/base/terminal.h"
+#include "wlanctl/command_line/common_words.h"
+#include "wlanctl/confirm/pending.h"
+#include "wlanctl/confirm/recovery.h"
+#include "wlanctl/files/lock.h"
+#include "wlanctl/keys/json_value.h"
+#include "wlanctl/keys/secret_mask.h"
+#include "wlanctl/library/messages.h"
+#include "wlanctl/store/dat_file.h"
+#include "wlanctl/store/revert.h"
+#include "wlanctl/store/segment.h"
+#include "wlanctl/store/value.h"
+#include "wlanctl/verbs/verbs.h"
+
+namespace wlanctl {
+namespace {
+
+using Fields = std::vector<std::string>;
+using Values = std::map<std::string, Fields>;
+
+Values values_of(const std::vector<StoreRecord>& records) {
+  Values values;
+  for (const StoreRecord& record : records) values[record.key] = record.fields;
+  return values;
+}
+
+struct Difference {
+  std::string name;
+  std::string dat_key;
+  std::string live;
+  std::string file;
+};
+
+std::string field_of(const Fields& fields, size_t index) {
+  return index < fields.size() ? fields[index] : std::string();
+}
+
+std::string named(const std::string& dat_key, size_t field, size_t fields) {
+  int index = 0;
+  const Key* const key = find_dat_key(dat_key, &index);
+  if (key != nullptr && index > 0) return std::string(key->name) + ":" + std::to_string(index);
+  const bool per_ssid = key != nullptr ? key->scope == Scope::kSsid : fields > 1;
+  return per_ssid ? dat_key + ":" + std::to_string(field + 1) : dat_key;
+}
+
+// Whether the value belongs to an SSID beyond the band's count: a save leaves it out, so the file may well lack it.
+bool is_beyond(const std::string& dat_key, size_t field, size_t ssids) {
+  int index = 0;
+  const Key* const key = find_dat_key(dat_key, &index);
+  if (key != nullptr && key->scope == Scope::kLink) return false;
+  return field >= ssids || (index > 0 && static_cast<size_t>(index) > ssids);
+}
+
+std::vector<Difference> differences(const Values& live, const Values& file, size_t ssids, bool secrets) {
+  std::vector<Difference> found;
+  const auto compare = [&](const std::string& key, const Fields& in_store, const Fields& in_file) {
+    const size_t fields = std::max(in_store.size(), in_file.size());
+    for (size_t i = 0; i < fields && !is_beyond(key, i, ssids); ++i) {
+      std::string left = field_of(in_store, i);
+      std::string right = field_of(in_file, i);
+      if (left == right) continue;
+      if (is_secret_dat_key(key) && !secrets) {
+        if (!left.empty()) left = std::string(kMasked) + (right.empty() ? "" : " (new)");
+        if (!right.empty()) right = kMasked;
+      }
+      found.push_back({named(key, i, fields), key, left, right});
+    }
+  };
+  static const Fields kNone;
+  for (const auto& [key, fields] : live) {
+    const auto other = file.find(key);
+    compare(key, fields, other == file.end() ? kNone : other->second);
+  }
+  for (const auto& [key, fields] : file) {
+    if (live.find(key) == live.end()) compare(key, kNone, fields);
+  }
+  return found;
+}
+
+// A band without a count still has one field.
+size_t shown_ssids(Band band) {
+  return static_cast<size_t>(std::max(ssid_count(band), 1));
+}
+
+Problem unreadable_file(Band band) {
+  return {"cannot read " + dat_path_of(band), "is it there, and readable?", about(band)};
+}
+
+int diff(const Words& words, Report& report) {
+  Json bands = Json::array();
+  for (const Band band : bands_of(words.band)) {
+    if (!open_band(band, report)) return kNoStore;
+    const auto parsed = parse_dat_file(band);
+    if (!parsed) {
+      report.problem(unreadable_file(band));
+      return kWrongUsage;
+    }
+    const std::vector<Difference> found = differences(values_of(records_of(table_of_store(band))),
+                                                      values_of(records_of(*parsed)), shown_ssids(band), words.secrets);
+    if (!restore_applied(band, report)) return kWrongUsage;
+    note_waiting(band, report);
+    const Plan plan = plan_apply(band);
+    const char* const weight = word_for_weight(plan.weight);
+    if (!is_told(band)) {
+      report.note(std::string("the driver did not take all of the last apply of ") + label_of(band) +
+                  "; wlanctl apply " + label_of(band) + " tells it again");
+    }
+    Json changes = Json::array();
+    Rows rows;
+    size_t widest = 0;
+    for (const Difference& one : found) {
+      changes.push_back({{"key", one.name},
+                         {"live", json_value(one.dat_key, one.live)},
+                         {"file", json_value(one.dat_key, one.file)}});
+      rows.push_back({"  " + one.name, printable(one.file) + " -> " + printable(one.live)});
+      widest = std::max(widest, rows.back()[0].size());
+    }
+    // Two long values do not fit beside each other.
+    for (std::vector<std::string>& row : rows) {
+      const size_t arrow = row[1].rfind(" -> ");
+      if (widest + 2 + row[1].size() > kColumns) row[1].replace(arrow, 1, "\n" + std::string(widest + 2, ' '));
+    }
+    report.text() << label_of(band) << ": "
+                  << (found.empty() ? "the store is as the dat file"
+                                    : count_of(found.size(), "value") + (found.size() == 1 ? " differs" : " differ") +
+                                          " (dat file -> store)")
+                  << "; an apply would mean: " << (plan.weight == 0 && !plan.nothing ? "no restart" : weight) << '\n'
+                  << table(rows);
+    bands.push_back({{"band", label_of(band)}, {"changes", std::move(changes)}, {"apply", weight}});
+  }
+  report.data() = {{"bands", std::move(bands)}};
+  return kDone;
+}
+
+int save(const Words& words, Report& report) {
+  const ToolLock lock(report, words.wait_seconds);
+  if (!lock) return lock.exit_code();
+  Json saved = Json::array();
+  for (const Band band : bands_of(words.band)) {
+    if (!open_band(band, report)) return kNoStore;
+    // From now on the dat file no longer says what is in force.
+    if (!restore_applied(band, report)) return kWrongUsage;
+    if (!keep_applied(band, FileIs::kChanging, report)) return kRefused;
+    clear_messages();
+    if (wifimgr_lib_save_dataFile(number_of(band)) != 0) {
+      report.problem({std::string(label_of(band)) + " was not saved: " + first_reason(),
+                      "is " + dat_path_of(band) + " writable, and is there room?", about(band)});
+      return kRefused;
+    }
+    if (!keep_applied(band, FileIs::kSettled, report)) return kRefused;
+    saved.push_back(label_of(band));
+    report.text() << label_of(band) << ": saved to " << dat_path_of(band) << '\n';
+  }
+  report.data() = {{"bands", std::move(saved)}};
+  return kDone;
+}
+
+Problem refusal_of(Band band, const Reverted& outcome) {
+  if (outcome.how == Reverting::kUnreadable) return unreadable_file(band);
+  if (outcome.how == Reverting::kNoRoom) {
+    return {std::string("the store of ") + label_of(band) + " cannot take its dat file",
+            "stop the management processes, remove the segment with ipcrm and start them", about(band)};
+  }
+  const size_t others = outcome.missing.size() - 1;
+  return {dat_path_of(band) + " lacks " + outcome.missing.front() +
+              (others == 0 ? "" : " and " + std::to_string(others) + " more keys that the store has"),
+          "was it cut off? wlanctl save " + std::string(label_of(band)) +
+              " writes it anew; --force reverts to what there is",
+          about(band)};
+}
+
+int revert(const Words& words, Report& report) {
+  const ToolLock lock(report, words.wait_seconds);
+  if (!lock) return lock.exit_code();
+  Json reverted = Json::array();
+  for (const Band band : bands_of(words.band)) {
+    if (!open_store(band, report, Content::kToCome)) return kNoStore;
+    const size_t ssids = shown_ssids(band);
+    const Reverted outcome = revert_store(band, words.force);
+    if (outcome.how != Reverting::kDone) {
+      report.problem(refusal_of(band, outcome));
+      return outcome.how == Reverting::kUnreadable ? kWrongUsage : kRefused;
+    }
+    const size_t values =
+        differences(values_of(records_of(outcome.before)), values_of(records_of(outcome.file)), ssids, false).size();
+    reverted.push_back({{"band", label_of(band)}, {"values", values}});
+    report.text() << label_of(band) << ": " << count_of(values, "value") << " put back to the dat file's\n";
+  }
+  report.data() = {{"bands", std::move(reverted)}};
+  return kDone;
+}
+
+constexpr Word kDiffWords[] = {word::kBand, word::kSecrets};
+constexpr Word kSaveWords[] = {word::kBand, word::kWait};
+constexpr Word kRevertWords[] = {
+    word::kBand, {"--force", &Words::force, "Also to a dat file that lacks keys of the store"}, word::kWait};
+
+}  // namespace
+
+const Verb kDiff = {"diff", "Compare live store and dat file; weigh an apply",
+                    "Examples:\n  wlanctl diff\n  wlanctl diff 2.4g --json", kDiffWords, diff};
+const Verb kSave = {"save", "Write the live store to the dat file, no more",
+                    "Examples:\n  wlanctl save\n  wlanctl save 5g", kSaveWords, save};
+const Verb kRevert = {"revert", "Put the live store back to what the dat file says", "Examples:\n  wlanctl revert 2.4g",
+                      kRevertWords, revert};
+
+}  // namespace wlanctl

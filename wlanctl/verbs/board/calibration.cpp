@@ -1,0 +1,125 @@
+// calibration: a radio's calibration image, between flash and the file that the driver loads.
+#include <unistd.h>
+
+#include <cstdio>
+
+#include "wifimgr_lib.h"
+#include "wlanctl/base/report.h"
+#include "wlanctl/command_line/common_words.h"
+#include "wlanctl/files/lock.h"
+#include "wlanctl/library/query.h"
+#include "wlanctl/library/shell.h"
+#include "wlanctl/verbs/verbs.h"
+
+namespace wlanctl {
+namespace {
+
+// Where the library keeps each band's image, and where it passes through.
+struct Places {
+  const char* image;
+  const char* temporary;
+};
+constexpr Places kPlaces[] = {{"/etc/RT30xxEEPROM.bin", "/tmp/RT30xxEEPROM.bin"},
+                              {"/etc/Wireless/RT2860AP_AC/RT30xxEEPROM.bin", "/tmp/MT7610EEPROM.bin"}};
+
+const Places& places_of(Band band) {
+  return kPlaces[number_of(band)];
+}
+
+// The chip that the driver's image is for, "7915" and the like; none when there is no image.
+std::optional<std::string> chip_of_image(Band band) {
+  unsigned char id[2] = {};
+  std::FILE* const file = std::fopen(places_of(band).image, "re");
+  const size_t read = file == nullptr ? 0 : std::fread(id, 1, sizeof id, file);
+  if (file != nullptr) (void)std::fclose(file);
+  if (read != sizeof id) return std::nullopt;
+  char text[8];
+  (void)std::snprintf(text, sizeof text, "%02x%02x", id[1], id[0]);
+  return text;
+}
+
+Json about_image(Band band) {
+  return {{"band", label_of(band)}, {"file", places_of(band).image}};
+}
+
+int read(const Words& words, Report& report) {
+  const Band band = *parse_band(words.band);
+  const ToolLock lock(report, words.wait_seconds);
+  if (!lock) return lock.exit_code();
+  std::string said;
+  const bool done = call_quietly([&] { return wifimgr_lib_get_wifi_calibration(number_of(band)) == 0; }, &said);
+  // The library keeps the driver's file without a failure when the image is another chip's, which it says, and when
+  // there is no image, which leaves the file that it passes through.
+  const bool is_foreign = said.find("use default ") != std::string::npos;
+  const bool is_missing = access(places_of(band).temporary, F_OK) == 0;
+  const bool is_taken = done && !is_foreign && !is_missing;
+  const std::optional<std::string> chip = chip_of_image(band);
+  report.data() = {
+      {"band", label_of(band)}, {"file", places_of(band).image}, {"taken", is_taken}, {"chip", json_or_null(chip)}};
+  if (is_taken) {
+    report.text() << label_of(band) << ": " << places_of(band).image << " is as in flash, for chip "
+                  << chip.value_or("-") << '\n';
+    return kDone;
+  }
+  Json details = about_image(band);
+  details["reason"] = said;
+  if (done && is_foreign) {
+    report.problem({std::string(label_of(band)) + ": the image in flash is for another chip; the driver's file stays",
+                    "flash the band's own image", std::move(details)});
+    return kRefused;
+  }
+  report.problem({std::string(label_of(band)) + ": flash gave no image" + because(said),
+                  "is this the gateway, and are you root?", std::move(details)});
+  return kNoAnswer;
+}
+
+int write(const Words& words, Report& report) {
+  const Band band = *parse_band(words.band);
+  const std::string image = places_of(band).image;
+  const std::optional<std::string> chip = chip_of_image(band);
+  report.data() = {{"band", label_of(band)}, {"file", image}, {"written", false}, {"chip", json_or_null(chip)}};
+  if (!chip) {
+    report.problem(
+        {"there is no image in " + image, "calibration read brings the one in flash there", about_image(band)});
+    return kWrongUsage;
+  }
+  if (!words.yes) {
+    report.problem({std::string("this would replace the calibration of ") + label_of(band) + " in flash by " + image +
+                        ", for chip " + *chip,
+                    "if that is meant, say so with --yes", about_image(band)});
+    return kRefused;
+  }
+  const ToolLock lock(report, words.wait_seconds);
+  if (!lock) return lock.exit_code();
+  std::string said;
+  const auto flash = [&] { return wifimgr_lib_set_wifi_calibration(number_of(band)) == 0 && last_shell_status() == 0; };
+  if (!call_quietly(flash, &said)) {
+    Json details = about_image(band);
+    details["reason"] = said;
+    report.problem({std::string(label_of(band)) + ": the image was not written" + because(said),
+                    "compare flash with the file before the next boot", std::move(details)});
+    return kNoAnswer;
+  }
+  report.data()["written"] = true;
+  report.text() << label_of(band) << ": " << image << " is in flash, for chip " << *chip << '\n';
+  return kDone;
+}
+
+constexpr Word kReadWords[] = {word::kOneBand, word::kWait};
+constexpr Word kWriteWords[] = {word::kOneBand, word::kWait, {"--yes", &Words::yes, "Yes, replace what is in flash"}};
+constexpr Verb kRead = {"read", "Copy it from flash to the driver's file",
+                        "The driver looks at the file when it is loaded.\n\nExamples:\n  wlanctl calibration read 2.4g",
+                        kReadWords, read};
+constexpr Verb kWrite = {"write", "Copy the driver's file to flash",
+                         "Examples:\n  wlanctl calibration write 2.4g --yes", kWriteWords, write};
+constexpr const Verb* kVerbs[] = {&kRead, &kWrite};
+
+}  // namespace
+
+const Verb kCalibration = {
+    .name = "calibration",
+    .help = "Copy calibration from flash, or to it",
+    .footer = "Examples:\n  wlanctl calibration read 2.4g\n  wlanctl calibration write 2.4g --yes",
+    .verbs = kVerbs};
+
+}  // namespace wlanctl

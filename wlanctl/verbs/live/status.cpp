@@ -1,0 +1,204 @@
+// status: both radios on one page, once or again and again.
+#include <signal.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <ctime>
+
+#include "wlanctl/base/report.h"
+#include "wlanctl/base/terminal.h"
+#include "wlanctl/confirm/pending.h"
+#include "wlanctl/confirm/recovery.h"
+#include "wlanctl/live/board.h"
+#include "wlanctl/live/neighbours.h"
+#include "wlanctl/live/radio.h"
+#include "wlanctl/live/served_ssid.h"
+#include "wlanctl/live/stations.h"
+#include "wlanctl/live/wps_session.h"
+#include "wlanctl/verbs/verbs.h"
+
+namespace wlanctl {
+namespace {
+
+constexpr unsigned kDefaultSeconds = 2;
+constexpr unsigned kMostSeconds = 3600;
+constexpr size_t kMostShownNeighbours = 6;
+
+template <typename Value>
+std::string or_dash(const std::optional<Value>& value, const char* unit = "") {
+  if (!value) return "-";
+  if constexpr (std::is_convertible_v<Value, std::string>) {
+    return *value + unit;
+  } else {
+    return std::to_string(*value) + unit;
+  }
+}
+
+void print_board(Report& report, const Board& board) {
+  report.text() << "gateway    br0 " << or_dash(board.bridge_address) << "  chip package "
+                << or_dash(board.chip_package) << '\n';
+  std::vector<std::string> words;
+  if (!board.processes) words.emplace_back("-");
+  for (const Process& process : board.processes.value_or(std::vector<Process>())) {
+    words.push_back(printable(process.name) + " (" +
+                    (process.is_running ? std::to_string(process.id) : std::string("stopped")) + ")");
+  }
+  report.text() << wrapped_below("processes", words);
+}
+
+void print_radio(Report& report, Band band, const Radio& radio) {
+  report.text() << '\n'
+                << wrapped_below(label_of(band),
+                                 {interface_of(band, 0), or_dash(radio.address), "channel " + or_dash(radio.channel),
+                                  "noise " + or_dash(radio.noise, " dBm"), "load " + or_dash(radio.load, "%"),
+                                  or_dash(radio.temperature, " C")});
+}
+
+struct SsidRows {
+  Rows ssids = {{"  SSID", "INTERFACE", "STATE", "WPS", "STATIONS", "NAME"}};
+  Rows stations = {{"  STATION", "SSID", "802.11k"}};
+  std::vector<std::string> peers;
+};
+
+Json ask_ssid(Report& report, Band band, const ServedSsid& ssid, SsidRows* rows) {
+  Json shown = {{"ssid", ssid.number},         {"interface", ssid.interface},  {"name", ssid.name},
+                {"enabled", ssid.is_enabled},  {"state", word_for(ssid.link)}, {"stations", nullptr},
+                {"wps", json_of(WpsSession())}};
+  if (ssid.link == LinkState::kAbsent) {
+    rows->ssids.push_back(
+        {"  " + std::to_string(ssid.number), ssid.interface, word_for(ssid.link), "-", "-", printable(ssid.name)});
+    return shown;
+  }
+  const auto stations = stations_of(band, ssid.number, report);
+  const WpsSession wps = wps_session_of(band, ssid.number, report);
+  shown["stations"] = json_of(stations);
+  shown["wps"] = json_of(wps);
+  rows->ssids.push_back({"  " + std::to_string(ssid.number), ssid.interface, word_for(ssid.link),
+                         word_for_wps(wps.state), stations ? std::to_string(stations->size()) : "-",
+                         printable(ssid.name)});
+  if (wps.peer) rows->peers.push_back("  WPS of SSID " + std::to_string(ssid.number) + " is with " + *wps.peer);
+  for (const Station& station : stations.value_or(std::vector<Station>())) {
+    rows->stations.push_back({"  " + station.mac, std::to_string(ssid.number), yes_or_no(station.can_11k)});
+  }
+  return shown;
+}
+
+Json ask_band(Report& report, Band band) {
+  const bool answers = is_there(band, report);
+  const Radio radio = answers ? radio_of(band, report) : Radio();
+  print_radio(report, band, radio);
+  SsidRows rows;
+  Json ssids = Json::array();
+  for (const ServedSsid& ssid : served_ssids(band)) ssids.push_back(ask_ssid(report, band, ssid, &rows));
+  report.text() << table(rows.ssids);
+  for (const std::string& peer : rows.peers) report.text() << peer << '\n';
+  if (rows.stations.size() > 1) report.text() << table(rows.stations);
+  const auto neighbours = answers ? neighbours_of(band, report) : std::nullopt;
+  report.text() << "  neighbours: " << (neighbours ? std::to_string(neighbours->size()) : "-") << '\n';
+  if (neighbours && !neighbours->empty()) {
+    report.text() << table_of(*neighbours, kMostShownNeighbours);
+    if (neighbours->size() > kMostShownNeighbours) {
+      report.text() << "  and weaker ones: wlanctl neighbours " << label_of(band) << '\n';
+    }
+  }
+  return {{"band", label_of(band)},
+          {"interface", interface_of(band, 0)},
+          {"address", json_or_null(radio.address)},
+          {"channel", json_or_null(radio.channel)},
+          {"noise_dbm", json_or_null(radio.noise)},
+          {"load_percent", json_or_null(radio.load)},
+          {"temperature_celsius", json_or_null(radio.temperature)},
+          {"ssids", std::move(ssids)},
+          {"neighbours", json_of(neighbours)}};
+}
+
+int show_page(Report& report) {
+  for (const Band band : kBands) {
+    if (!open_band(band, report)) return kNoStore;
+    note_waiting(band, report);
+  }
+  const Board board = board_of(report);
+  print_board(report, board);
+  Json bands = Json::array();
+  for (const Band band : kBands) bands.push_back(ask_band(report, band));
+  report.data() = {{"board", json_of(board)}, {"bands", std::move(bands)}};
+  return report.has_problems() ? kNoAnswer : kDone;
+}
+
+// The signals that end a watch come between two pages, never into a query.
+class EndingSignals {
+ public:
+  EndingSignals() {
+    sigemptyset(&signals_);
+    sigaddset(&signals_, SIGINT);
+    sigaddset(&signals_, SIGTERM);
+    sigprocmask(SIG_BLOCK, &signals_, &before_);
+  }
+  EndingSignals(const EndingSignals&) = delete;
+  EndingSignals& operator=(const EndingSignals&) = delete;
+  ~EndingSignals() { sigprocmask(SIG_SETMASK, &before_, nullptr); }
+
+  // Whether one came within the time.
+  bool come_within(unsigned seconds) const {
+    timespec end;
+    clock_gettime(CLOCK_MONOTONIC, &end);
+    end.tv_sec += static_cast<time_t>(seconds);
+    for (;;) {
+      timespec now;
+      clock_gettime(CLOCK_MONOTONIC, &now);
+      timespec left = {end.tv_sec - now.tv_sec, end.tv_nsec - now.tv_nsec};
+      if (left.tv_nsec < 0) {
+        constexpr long kSecond = 1000000000;
+        left.tv_nsec += kSecond;
+        --left.tv_sec;
+      }
+      if (left.tv_sec < 0) left = {};
+      if (sigtimedwait(&signals_, nullptr, &left) > 0) return true;
+      if (errno != EINTR) return false;
+    }
+  }
+
+ private:
+  sigset_t signals_;
+  sigset_t before_;
+};
+
+int watch(unsigned seconds, bool as_json, Report& report) {
+  const EndingSignals signals;
+  const bool clears = !as_json && isatty(STDOUT_FILENO) != 0;
+  const char* before = clears ? "\033[H\033[2J" : "";
+  do {
+    report.text() << before;
+    if (!clears) before = "\n";
+    const int exit_code = show_page(report);
+    if (exit_code == kNoStore) return exit_code;
+    if (!report.refresh(exit_code)) return kRefused;
+  } while (!signals.come_within(seconds));
+  return kDone;
+}
+
+int run(const Words& words, Report& report) {
+  if (!words.is_watching) return show_page(report);
+  const std::vector<unsigned>& seconds = words.watch_seconds;
+  return watch(seconds.empty() || seconds.front() == 0 ? kDefaultSeconds : seconds.front(), words.json, report);
+}
+
+constexpr Word kWords[] = {
+    {"--watch",
+     &Words::watch_seconds,
+     "Every so many seconds (2), until interrupted",
+     {.lowest = 1, .highest = kMostSeconds, .value_name = "SECONDS", .is_given = &Words::is_watching}},
+};
+
+}  // namespace
+
+const Verb kStatus = {"status", "Show both live radios on one page",
+                      "With --watch and --json each page is a document on a line of its own. A watch\n"
+                      "that is interrupted (SIGINT, SIGTERM) ends with exit code 0.\n\n"
+                      "Examples:\n"
+                      "  wlanctl status\n"
+                      "  wlanctl status --watch 5\n"
+                      "  wlanctl status --json | jq '.data.bands[].channel'",
+                      kWords, run};
+
+}  // namespace wlanctl

@@ -1,0 +1,37 @@
+// All verbs, by the file that has them.
+#pragma once
+
+#include "wlanctl/command_line/verb.h"
+
+namespace wlanctl {
+
+const Program& program();
+
+// settings/
+extern const Verb kShow;
+extern const Verb kGet;
+extern const Verb kSet;
+extern const Verb kKeys;
+extern const Verb kCheck;
+extern const Verb kDump;
+// apply/
+extern const Verb kDiff;
+extern const Verb kSave;
+extern const Verb kRevert;
+extern const Verb kApply;
+extern const Verb kConfirm;
+// live/
+extern const Verb kStatus;
+extern const Verb kStations;
+extern const Verb kNeighbours;
+extern const Verb kWps;
+extern const Verb kRadio;
+// board/
+extern const Verb kLed;
+extern const Verb kButton;
+extern const Verb kCalibration;
+extern const Verb kTrace;
+
+extern const Verb kCompletion;
+
+}  // namespace wlanctl
