@@ -32,7 +32,7 @@ if [ ! -f "$folder/kernel-files/$kernel" ]; then
 fi
 cp "$folder/kernel-files/boot/vmlinuz-$kernel" "$folder/kernel"
 
-key=$(cd "$tree" && cat box/image/* box/questions/*.[ch] box/tools/*.c include/*.h tests/gateway/library_probe.* tests/gateway/probe_*.c sim/dat/* \
+key=$(cd "$tree" && cat box/image/* box/questions/*.[ch] box/tools/*.c include/*.h tests/gateway/library_probe.* tests/gateway/probe_*.c "$build"/share/gateway-sim/dat/* \
   "$folder/modules/stamp" "$folder/packages/list" "$build"/lib/lib*.so.1 "$build/bin/wlanctl" "$build/bin/apply_settings" \
   "$build/libexec/gateway-sim/gateway-tools" "$0" | sha256sum)
 [ -f "$folder/image" ] && [ -f "$folder/image.key" ] && [ "$(cat "$folder/image.key")" = "$key" ] && exit 0
@@ -89,8 +89,8 @@ ln -s /userfs/bin/simctl "$root/usr/bin/simctl"
 ln -s /userfs/bin/gateway-tools "$root/usr/bin/wscd"
 ln -s /userfs/bin/gateway-tools "$root/usr/bin/sys"
 ln -s /userfs/bin/mtd "$root/usr/bin/mtd"
-cp "$tree/sim/dat/RT2860AP.dat" "$root/etc/Wireless/RT2860AP/RT2860AP.dat"
-cp "$tree/sim/dat/RT2860AP_AC.dat" "$root/etc/Wireless/RT2860AP_AC/RT2860AP.dat"
+cp "$build/share/gateway-sim/dat/RT2860AP.dat" "$root/etc/Wireless/RT2860AP/RT2860AP.dat"
+cp "$build/share/gateway-sim/dat/RT2860AP_AC.dat" "$root/etc/Wireless/RT2860AP_AC/RT2860AP.dat"
 cp "$folder"/modules/*.ko "$root/lib/modules/4.4.115/"
 mv "$root/lib/modules/4.4.115/mt7915_ap.ko" "$root/lib/modules/"
 
