@@ -15,6 +15,8 @@ help:
 	@echo "make test-clang   every test, built with clang"
 	@echo "make test-arm64   every test as ARM64 code, under emulation"
 	@echo "make test-musl    the tests in C against the musl C library"
+	@echo "make box          the ARM64 library on a real ARM64 kernel with the driver inside it, in qemu; STORY=wps: one story"
+	@echo "make box-shell    a shell in that machine"
 	@echo "make package      Debian packages for amd64 and arm64, into build/packages"
 	@echo "make check ROOM=params  builds what changed and runs the tests of one room: seconds"
 	@echo "make fuzz         random input through every door of the library, a minute each (SECONDS=, DOOR=)"
@@ -181,6 +183,39 @@ lint: build-clang
 	clang-tidy --quiet -p build/clang $(UNITS)
 	cppcheck --quiet --error-exitcode=1 --std=c++20 --enable=warning,performance,portability --inline-suppr \
 	  --suppress=missingIncludeSystem -I. -Iinclude store params apply driver wps platform
+
+# The machine needs the library and the tools for its processor, and the simulated gateway to compare with. ARCH=native: the machine's
+# own processor, under KVM where that may be used.
+BOX = ARCH=$(or $(ARCH),arm64) box/scripts/box.sh
+BOX_PARTS = gateway-sim wlanctl apply_settings attach_store status_page switch_radio
+
+box-build:
+	@scripts/setup.sh $(if $(filter native,$(ARCH)),box-native,box) || { echo "box: there is no box without these packages" >&2; exit 3; }
+	@$(MAKE) -s --no-print-directory build/release/build.ninja
+	cmake --build build/release --target $(BOX_PARTS)
+	@[ "$(ARCH)" = native ] || { $(MAKE) -s --no-print-directory build/arm64/build.ninja && \
+	  cmake --build build/arm64 --target $(BOX_PARTS); }
+
+box: box-build $(if $(filter-out kernel-tests,$(STORY)),,box-tests)
+	$(BOX) $(or $(STORY),all)
+
+box-shell: box-build
+	$(BOX) shell
+
+# What only a kernel shows, in a few minutes: the shortest story, and the tests that emulation cannot run.
+test-box: box-build box-tests
+	@echo "== The gateway in a box"
+	$(BOX) queries kernel-tests
+
+# The test programs that emulation cannot run, and what they start.
+BOX_TESTS = $(shell sed -n 's/^\([^\#\t]*\)\t.*/\1/p' scripts/not_emulated.txt | uniq) hold_store library_probe request_probe wireless_probe
+
+box-tests:
+	cmake --preset $(if $(filter native,$(ARCH)),release,arm64) -DBUILD_TESTING=ON
+	cmake --build build/$(if $(filter native,$(ARCH)),release,arm64) --target $(BOX_TESTS)
+
+box-clean:
+	rm -rf build/box
 
 clean:
 	rm -rf build

@@ -1,7 +1,7 @@
 #!/bin/sh
 # Sees to it that the Debian packages of a task are there: installs what is missing when it may, else says what to do.
 #
-# usage: setup.sh build|demo|test|test-all|bench|clang|fuzz|arm64|musl|package|lint|docs
+# usage: setup.sh build|demo|test|test-all|bench|clang|fuzz|arm64|musl|package|lint|box|box-native|docs
 set -eu
 
 build="g++ cmake ninja-build libcli11-dev nlohmann-json3-dev"
@@ -17,6 +17,9 @@ clang="$test clang"
 fuzz="$clang libclang-rt-14-dev"
 lint="$clang clang-format clang-tidy cppcheck"
 docs="$build doxygen mandoc"
+# The tests that run there are built as well.
+box="$arm64 make cpio kmod e2fsprogs qemu-system-arm"
+box_native="$test make cpio kmod e2fsprogs qemu-system-x86"
 test_all="$arm64 $musl $package $clang"
 
 case "${1:-}" in
@@ -31,9 +34,11 @@ case "${1:-}" in
   musl) packages=$musl ;;
   package) packages=$package ;;
   lint) packages=$lint ;;
+  box) packages=$box ;;
+  box-native) packages=$box_native ;;
   docs) packages=$docs ;;
   *)
-    echo "usage: setup.sh build|demo|test|test-all|bench|clang|fuzz|arm64|musl|package|lint|docs" >&2
+    echo "usage: setup.sh build|demo|test|test-all|bench|clang|fuzz|arm64|musl|package|lint|box|box-native|docs" >&2
     exit 2
     ;;
 esac

@@ -4,6 +4,7 @@
 #include <string.h>
 
 #include "sim/driver/answers.h"
+#include "sim/driver/counter.h"
 #include "sim/driver/lists.h"
 #include "sim/driver/reading.h"
 #include "sim/driver/state.h"
@@ -52,18 +53,6 @@ int answer_temperature(const Query* query) {
   return answer_word(query, reading_of(query, "Temperature", kTemperaturePhase));
 }
 
-// The kernel counts what passes the interface.
-static uint64_t kernel_counter(const char* interface, const char* counter) {
-  char path[96];
-  snprintf(path, sizeof path, "/sys/class/net/%s/statistics/%s", interface, counter);
-  FILE* const file = fopen(path, "re");
-  if (file == NULL) return 0;
-  unsigned long long value = 0;
-  if (fscanf(file, "%llu", &value) != 1) value = 0;
-  fclose(file);
-  return value;
-}
-
 int answer_statistics(const Query* query) {
   struct {
     uint32_t stations;
@@ -79,7 +68,7 @@ int answer_statistics(const Query* query) {
   free(text);
   static const char* const kCounters[] = {"tx_packets", "rx_packets", "tx_bytes", "rx_bytes", "tx_errors", "rx_errors"};
   for (size_t i = 0; i < sizeof kCounters / sizeof kCounters[0]; ++i) {
-    reply.counter[i] = kernel_counter(query->interface, kCounters[i]);
+    reply.counter[i] = interface_counter(query->interface, kCounters[i]);
   }
   memcpy(query->data, &reply, sizeof reply);
   return 0;

@@ -19,20 +19,23 @@ struct Entry {
 };
 _Static_assert(sizeof(struct Entry) == 40, "an entry of the table");
 
+struct Table {
+  uint64_t count;
+  struct Entry entry[kTableEntries];
+  uint8_t rest[kTableSize - sizeof(uint64_t) - kTableEntries * sizeof(struct Entry)];
+};
+_Static_assert(sizeof(struct Table) == kTableSize, "the station table");
+
 // The length field stays at 8 whatever the answer's size: callers provide for the whole table.
 int answer_station_table(const Query* query) {
-  struct {
-    uint64_t count;
-    struct Entry entry[kTableEntries];
-    uint8_t rest[kTableSize - sizeof(uint64_t) - kTableEntries * sizeof(struct Entry)];
-  } table;
-  memset(&table, 0, sizeof table);
+  struct Table* const table = (struct Table*)query->data;
+  memset(table, 0, sizeof *table);
   char* const text = read_radio_list("stations", query->radio);
   char* rest = text;
   Station station;
-  for (char* line; table.count < kTableEntries && (line = next_line(&rest)) != NULL;) {
+  for (char* line; table->count < kTableEntries && (line = next_line(&rest)) != NULL;) {
     if (!parse_station(line, &station)) continue;
-    struct Entry* entry = &table.entry[table.count++];
+    struct Entry* entry = &table->entry[table->count++];
     entry->ssid = (uint8_t)strtoul(station.interface + strlen(query->radio), NULL, 10);
     memcpy(entry->mac, station.mac, kMacSize);
     entry->valid = (uint8_t)station.valid;
@@ -40,7 +43,6 @@ int answer_station_table(const Query* query) {
     entry->marker[1] = (uint8_t)(station.marker >> 8);
   }
   free(text);
-  memcpy(query->data, &table, sizeof table);
   return 0;
 }
 

@@ -1,0 +1,3 @@
+#pragma once
+#include <linux/stddef.h>
+#include <linux/types.h>
