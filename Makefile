@@ -79,7 +79,7 @@ check:
 	@scripts/setup.sh test
 	@[ -f build/dev/build.ninja ] && [ -f build/release/build.ninja ] || $(MAKE) -s --no-print-directory configure-tests
 	@case "$(ROOM)" in \
-	  abi | install) build=build/release target=all ;; \
+	  abi | install) build=build/release target=all; cmake --build build/dev --target lock_test || exit 1 ;; \
 	  gateway | wlanctl) build=build/dev target=tests_$(ROOM); cmake --build build/release --target gateway-sim || exit 1 ;; \
 	  *) build=build/dev target=tests_$(ROOM) ;; \
 	esac; \

@@ -30,10 +30,10 @@ awk '/^WIFIMGR_API / { declaration = "" ; open = 1 }
      open { declaration = declaration " " $0 }
      open && /;/ { sub(/[(\[;].*/, "", declaration); n = split(declaration, word, /[ *]+/); print word[n]; open = 0 }' \
   "$source/include/wifimgr_lib.h" | sort >"$work/header"
-expect_same "the header" "$work/header"
+expect_same "include/wifimgr_lib.h" "$work/header"
 
 sed -n 's/^\(FUNCTION\|OBJECT\)(\(.*\))$/\2/p' "$source/tests/abi/exported_names.def" | sort >"$work/list"
-expect_same "the tests' list" "$work/list"
+expect_same "tests/abi/exported_names.def" "$work/list"
 
 if grep -nE '^(extern [^"]|(int|u?int[0-9]+_t|unsigned|char|void) )' "$source/include/wifimgr_lib.h"; then
   echo "the header declares these without WIFIMGR_API"

@@ -15,7 +15,7 @@ status=0
 case $status in
   0) exit 0 ;;
   *[!0-9]* | 1 | 2 | 3) echo "abidiff failed" ;;
-  4 | 5 | 6 | 7) echo "the binary interface changed; existing callers break unless it is an addition" ;;
+  4 | 5 | 6 | 7) echo "the binary interface changed; existing callers break unless it is an addition; if it is meant: make interface" ;;
   *) echo "the binary interface changed, and existing callers break" ;;
 esac
 exit 1
