@@ -15,6 +15,7 @@ help:
 	@echo "make test-clang   every test, built with clang"
 	@echo "make test-arm64   every test as ARM64 code, under emulation"
 	@echo "make test-musl    the tests in C against the musl C library"
+	@echo "make test-box     the shortest story of the box, and the tests that only a kernel can pass"
 	@echo "make box          the ARM64 library on a real ARM64 kernel with the driver inside it, in qemu; STORY=wps: one story"
 	@echo "make box-shell    a shell in that machine"
 	@echo "make package      Debian packages for amd64 and arm64, into build/packages"
@@ -65,11 +66,11 @@ test-all: test
 	@$(MAKE) --no-print-directory test-rest
 	@$(STAGE) --table
 
-# What make test leaves out.
+# What make test leaves out. A machine that has no other system's packages to load still has the rest of it.
 test-rest:
 	@scripts/setup.sh test-all
-	@for stage in package test-musl test-clang test-arm64; do \
-	  $(STAGE) "make $$stage" $(MAKE) --no-print-directory $$stage || exit 1; \
+	@for stage in package test-musl test-clang test-box test-arm64; do \
+	  $(STAGE) "make $$stage" $(MAKE) --no-print-directory $$stage BOX_MAY_LACK=yes || exit 1; \
 	done
 
 # What installs and describes the library is looked at where it is optimised; the rest where it is sanitized.
@@ -205,7 +206,7 @@ box-shell: box-build
 # What only a kernel shows, in a few minutes: the shortest story, and the tests that emulation cannot run.
 test-box: box-build box-tests
 	@echo "== The gateway in a box"
-	$(BOX) queries kernel-tests
+	$(BOX) queries kernel-tests $(if $(BOX_MAY_LACK),|| { [ $$? -eq 3 ] && echo "== THE BOX COULD NOT BE BUILT HERE: nothing of it was run"; })
 
 # The test programs that emulation cannot run, and what they start.
 BOX_TESTS = $(shell sed -n 's/^\([^\#\t]*\)\t.*/\1/p' scripts/not_emulated.txt | uniq) hold_store library_probe request_probe wireless_probe

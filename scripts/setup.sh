@@ -20,7 +20,7 @@ docs="$build doxygen mandoc"
 # The tests that run there are built as well.
 box="$arm64 make cpio kmod e2fsprogs qemu-system-arm"
 box_native="$test make cpio kmod e2fsprogs qemu-system-x86"
-test_all="$arm64 $musl $package $clang"
+test_all="$arm64 $musl $package $clang $box"
 
 case "${1:-}" in
   build) packages=$build ;;
