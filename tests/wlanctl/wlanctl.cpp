@@ -67,10 +67,18 @@ void expect_valid(const std::string& path) {
   EXPECT_EQ("", validator.findings(path));
 }
 
+// A message as it was before it was wrapped for a terminal.
+std::string unwrapped(std::string text) {
+  constexpr char kFurther[] = "\n  ";
+  for (size_t at = 0; (at = text.find(kFurther, at)) != std::string::npos; ++at) text.replace(at, 3, " ");
+  return text;
+}
+
 Result run_inside(const TestFolder& folder, const std::string& script, const Words& options) {
   Words arguments = options;
   arguments.insert(arguments.end(), {"--", "sh", "-c", prelude(folder) + script});
-  const Result result = sim_test::run_in(folder.path(), arguments);
+  Result result = sim_test::run_in(folder.path(), arguments);
+  result.err = unwrapped(result.err);
   validate_documents(folder);
   return result;
 }
@@ -115,7 +123,7 @@ std::vector<Result> run_steps(const Words& steps, const Words& options) {
   for (size_t i = 0; i < steps.size(); ++i) {
     const std::string step = folder / ("step" + std::to_string(i));
     const std::string status = read_file(step + ".status");
-    results.push_back({status.empty() ? -1 : std::stoi(status), read_file(step + ".out"), read_file(step + ".err")});
+    results.push_back({status.empty() ? -1 : std::stoi(status), read_file(step + ".out"), unwrapped(read_file(step + ".err"))});
   }
   return results;
 }
