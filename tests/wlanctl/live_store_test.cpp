@@ -160,7 +160,7 @@ TEST(LiveStore, SeveralThatFindNoneMakeOne) {
 
 TEST(LiveStore, ThatIsEmptyIsNone) {
   const std::vector<Result> steps =
-      run_steps({std::string("wlanctl show >/dev/null; ipcrm -M 0x12345; '") + PYTHON_PROGRAM +
+      run_steps({std::string("library_probe init 0 init 1 >/dev/null; ipcrm -M 0x12345; '") + PYTHON_PROGRAM +
                      "' -c 'import ctypes; ctypes.CDLL(None).shmget(0x12345, 358440, 0o1666)'",
                  "wlanctl show 2.4g", "wlanctl status --json", "wlanctl revert 2.4g", "wlanctl get 2.4g SSID:1"});
   EXPECT_EQ(3, steps[1].status);
@@ -172,7 +172,7 @@ TEST(LiveStore, ThatIsEmptyIsNone) {
 
 TEST(LiveStore, ThatAnotherProcessHoldsIsSaid) {
   const Result result =
-      run("wlanctl show >/dev/null; hold_store 0x12348 & holder=$!\n"
+      run("library_probe init 0 init 1 >/dev/null; hold_store 0x12348 & holder=$!\n"
           "until [ -e held ]; do sleep 0.02; done\n"
           "wlanctl show 2.4g >/dev/null 2>&1 & show=$!\n"
           "wlanctl set 2.4g Channel=1 2>err; echo $?; grep -c \"held by process $holder,\" err; wait $show; echo $?\n"

@@ -206,7 +206,7 @@ TEST(Output, ThatCannotBeWrittenIsAFailure) {
 
 TEST(Output, ThatIsClosedIsInNoFile) {
   const Result result =
-      run("wlanctl show >/dev/null; wlanctl set 2.4g SSID:1=Kitchen >&-; echo $?; wlanctl save 2.4g >&- 2>&-; echo $?;"
+      run("library_probe init 0 init 1 >/dev/null; wlanctl set 2.4g SSID:1=Kitchen >&-; echo $?; wlanctl save 2.4g >&- 2>&-; echo $?;"
           "grep -ls -e ' = ' -e saved /run/wlanctl* /etc/Wireless/RT2860AP/RT2860AP.dat");
   EXPECT_EQ("0\n0\n", result.out);
 }

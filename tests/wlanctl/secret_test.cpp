@@ -63,7 +63,7 @@ TEST(Secret, IsNotInARefusal) {
 
 TEST(Secret, IsInNoJournalAndNoTraceThoughTracingIsOn) {
   const std::vector<Result> steps =
-      run_steps({"wlanctl trace level 8 >/dev/null; wlanctl show >/dev/null",
+      run_steps({"wlanctl trace level 8 >/dev/null; wlanctl set 2.4g Channel=6 >/dev/null",
                  "printf 'hush-hush-1\\nhush-hush-2\\n' | wlanctl set 2.4g WPAPSK:1=- Key1Str:1=- && wlanctl save",
                  "grep -ls hush-hush /run/gateway-sim/journal /tmp/* /proc/zq2810/*; true",
                  "grep -c hush-hush /etc/Wireless/RT2860AP/RT2860AP.dat"});
@@ -105,7 +105,7 @@ TEST(Secret, IsNotRepeatedWhereItStandsInTheWrongPlace) {
 
 TEST(Secret, IsNotInTheListOfProcesses) {
   const Result result =
-      run("wlanctl show >/dev/null; hold_store 0x12348 &\n"
+      run("library_probe init 0 init 1 >/dev/null; hold_store 0x12348 &\n"
           "until [ -e held ]; do sleep 0.02; done\n"
           "\"$WLANCTL_PROGRAM\" set 2.4g WPAPSK:1=hush-hush-1 >/dev/null & set=$!\n"
           "until tr '\\0' ' ' </run/gateway-sim/proc/$set/cmdline | grep -q 'WPAPSK:1=\\*'; do\n"
@@ -132,7 +132,7 @@ TEST(Secret, OfAKeyThatNobodyKnowsIsMaskedToo) {
 
 TEST(Secret, IsAskedForWithoutAnEchoAtATerminal) {
   const Result result =
-      run("wlanctl show >/dev/null; mkfifo typed; : >seen\n"
+      run("library_probe init 0 init 1 >/dev/null; mkfifo typed; : >seen\n"
           "script -qfec 'wlanctl set 2.4g WPAPSK:1=-' seen <typed >/dev/null & typing=$!\n"
           "exec 3>typed; until grep -q 'WPAPSK:1: ' seen; do sleep 0.02; done; echo hush-hush-1 >&3\n"
           "wait $typing; echo $?; exec 3>&-; grep -c hush seen; wlanctl get 2.4g WPAPSK:1");

@@ -87,8 +87,8 @@ std::string table(const Rows& rows) {
 }
 
 std::string message_lines(const std::string& text) {
-  constexpr char kFurther[] = "\n  ";
-  constexpr size_t kIndentation = sizeof kFurther - 2;
+  constexpr size_t kIndentation = sizeof "wlanctl: " - 1;
+  const std::string further = '\n' + std::string(kIndentation, ' ');
   std::string lines;
   size_t begin = 0;
   size_t blank = 0;  // the last one behind `begin`
@@ -97,7 +97,7 @@ std::string message_lines(const std::string& text) {
     if (text[at] == ' ' && columns > 0) blank = at;
     if ((static_cast<unsigned char>(text[at]) & 0xc0U) != 0x80) ++columns;
     if (columns + (begin == 0 ? 0 : kIndentation) <= kColumns || blank <= begin) continue;
-    lines += text.substr(begin, blank - begin) + kFurther;
+    lines += text.substr(begin, blank - begin) + further;
     begin = blank + 1;
     at = blank;
     columns = 0;

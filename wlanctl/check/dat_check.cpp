@@ -150,7 +150,7 @@ class Check {
 
   // "" when one of the bands serves the value. What is empty, or of an SSID that is not served, serves nobody anyway.
   std::string unserved_reason_of(const DatLine& line, const Key& key, int index, const std::string& value) const {
-    if (value.empty() || (ssids_ && (is_left_out(line.key, static_cast<int>(*ssids_)) || index > static_cast<int>(*ssids_))))
+    if (value.empty() || line.key == kSsidCount || (ssids_ && (is_left_out(line.key, static_cast<int>(*ssids_)) || index > static_cast<int>(*ssids_))))
       return "";
     const auto sibling = [&](const char* name) { return value_in(*find_key(name), index); };
     std::string reason;

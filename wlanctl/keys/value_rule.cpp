@@ -126,6 +126,7 @@ std::string unserved_reason(const Key& key, Band band, const std::string& value,
   constexpr size_t kLongestName = 32;
   if (name == "Channel") return bad_channel(band, value);
   if (name == "EnableSSID" || name == "BssidNum") return bad_number(served(key), value);
+  if (name == "SSID" && value.empty()) return "the network has no name then";
   if (name == "SSID" && value.size() > kLongestName) return "on the air a network's name has 32 bytes at most";
   if (name == "AuthMode") {
     const std::string unknown = bad_mode(value);

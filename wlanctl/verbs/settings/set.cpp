@@ -69,12 +69,11 @@ void read_assignments(const Words& words, Band band, Report& report, std::vector
 struct Outlook {
   std::vector<DatFinding> losses;
   std::vector<Adjustment> adjustments;
-  bool can_be_saved = true;
 };
 
 Outlook outlook_of(Band band) {
   const std::optional<std::string> text = saved_text(band);
-  Outlook outlook = {text ? losses_at_load(*text) : std::vector<DatFinding>(), adjustments_of(band), text.has_value()};
+  Outlook outlook = {text ? losses_at_load(*text) : std::vector<DatFinding>(), adjustments_of(band)};
   const std::vector<DatFinding> at_save = losses_at_save(records_of(table_of_store(band)), ssid_count(band));
   outlook.losses.insert(outlook.losses.end(), at_save.begin(), at_save.end());
   return outlook;
@@ -96,10 +95,6 @@ void refuse_losses(Band band, Report& report, const std::vector<Assignment>& ass
       refuse(report, band, assignment, "in the dat file, " + loss.reason, kNext);
       break;
     }
-  }
-  if (before.can_be_saved && !after.can_be_saved && !report.has_problems()) {
-    report.problem({"the dat file could not be saved with that: a line of it has 185 characters at most",
-                    "choose shorter values, or insist with --force", about(band)});
   }
 }
 
