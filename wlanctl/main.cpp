@@ -75,10 +75,9 @@ std::string hint_for(const std::string& word) {
 
 int refuse_usage(const Parsed& parsed, const CommandLine& words, Report& report) {
   const std::string unknown = unknown_verb(words);
-  report.problem(
-      {unknown.empty() ? without_values(parsed.text, words) : "there is no verb \"" + unknown + "\"",
-       parsed.path.empty() ? hint_for(unknown) + "wlanctl --help lists the verbs"
-                           : "wlanctl " + parsed.path + " --help shows what it takes"});
+  report.problem({unknown.empty() ? without_values(parsed.text, words) : "there is no verb \"" + unknown + "\"",
+                  parsed.path.empty() ? hint_for(unknown) + "wlanctl --help lists the verbs"
+                                      : "wlanctl " + parsed.path + " --help shows what it takes"});
   return kWrongUsage;
 }
 

@@ -178,7 +178,8 @@ TEST(Apply, LeavesFileAndInterfacesAloneWhenALineOfTheFileGetsTooLong) {
 
 TEST(Apply, TouchesNothingOfTheOtherBand) {
   const Result result = run_story(
-      "library_probe init 0 init 1 >/dev/null 2>&1; wlanctl set 2.4g Channel=1; wlanctl set 5g Channel=100; segment 5g >before;"
+      "library_probe init 0 init 1 >/dev/null 2>&1; wlanctl set 2.4g Channel=1; wlanctl set 5g Channel=100; segment 5g "
+      ">before;"
       "cp /etc/Wireless/RT2860AP_AC/RT2860AP.dat dat; wlanctl apply 2.4g; segment 5g | cmp - before && echo == same;"
       "cmp dat /etc/Wireless/RT2860AP_AC/RT2860AP.dat; commands | grep -E 'rai|wdsi'; ls /etc/Wireless/RT2860AP_AC");
   EXPECT_EQ("RT2860AP.dat\n", behind(result.out, "same"));

@@ -238,9 +238,10 @@ TEST(Check, SaysHowBadAFindingIs) {
     const char* line;
     const char* severity;
     int status;
-  } kRows[] = {{"SSID1=a=b", "error", 1},           {"Channel=181", "error", 1},   {"Chanel=6", "warning", 7},
-               {"Channel=36", "warning", 7},        {"EnableSSID=on", "warning", 7},
-               {"AuthMode=WPA2PSK\nEncrypType=NONE", "warning", 7}, {"HideSSID=0;0;0", "note", 0}};
+  } kRows[] = {{"SSID1=a=b", "error", 1},       {"Channel=181", "error", 1},
+               {"Chanel=6", "warning", 7},      {"Channel=36", "warning", 7},
+               {"EnableSSID=on", "warning", 7}, {"AuthMode=WPA2PSK\nEncrypType=NONE", "warning", 7},
+               {"HideSSID=0;0;0", "note", 0}};
   for (const auto& row : kRows) {
     const Checked checked = check(std::string(kHead) + row.line + "\n");
     EXPECT_EQ(row.status, checked.status) << row.line;

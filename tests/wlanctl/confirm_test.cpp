@@ -32,7 +32,8 @@ TEST(Confirm, KeepsASsidThatWasChangedLookedAtTriedAndApplied) {
 TEST(Confirm, IsAskedForByWhoeverLooksOrChangesMeanwhile) {
   const Result result = run_story(
       "wlanctl set 2.4g SSID:1=Kitchen; wlanctl apply 2.4g --confirm 600 >/dev/null 2>&1; for verb in diff status "
-      "'set 2.4g Channel=1'; do echo == ${verb%% *}; wlanctl $verb 2>&1 | grep 'seconds for wlanctl confirm 2.4g'; "
+      "'set 2.4g Channel=1'; do echo == ${verb%% *}; wlanctl $verb 2>&1 | grep -A 1 'seconds for wlanctl confirm "
+      "2.4g'; "
       "done; echo == after; wlanctl confirm >/dev/null; wlanctl diff 2>&1 | grep confirm");
   for (const char* const verb : {"diff", "status", "set"}) {
     EXPECT_THAT(behind(result.out, verb), HasSubstr("what was before the apply comes back")) << verb;

@@ -143,8 +143,8 @@ TEST(LiveStore, SaysThreeWhenThereIsNoneAndNoneCanBeMade) {
   for (const std::string& verb : verbs_of_a_store) steps.push_back("wlanctl " + verb + " --json");
   steps.push_back("wlanctl show");
   std::vector<Result> results = run_steps(steps);
-  EXPECT_THAT(results.back().err, HasSubstr("wlanctl: there is no store of 2.4g, and none can be made: "));
-  EXPECT_EQ(1u, lines_of(results.back().err).size());
+  EXPECT_THAT(results.back().err, HasSubstr("wlanctl: there is no store of 2.4g, and its dat file cannot be read; "));
+  EXPECT_EQ(2u, lines_of(results.back().err).size());
   results.erase(results.begin());
   for (size_t i = 0; i < results.size(); ++i) EXPECT_EQ(3, results[i].status) << i << results[i].out;
 }

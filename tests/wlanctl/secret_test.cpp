@@ -16,7 +16,7 @@ constexpr char kSecret[] = "hush-hush";
 
 TEST(Secret, IsMaskedWhereverItIsShown) {
   const std::vector<Result> steps = run_steps({
-      "printf 'hush-hush-1\\nhush-hush-2\\nhush-hush-3\\nhush-hush-4\\n' |"
+      "printf 'hush-hush-1\\nhush-hush-002\\nhush-hush-3\\nhush-hush-4\\n' |"
       " wlanctl set 2.4g WPAPSK:1=- Key1Str:1=- RADIUS_Key:1=- WdsKey:1=-",
       "wlanctl set 2.4g WPAPSK:1=hush-hush-5 --json",
       "wlanctl show 2.4g --json; wlanctl show; wlanctl show 2.4g 1",
@@ -64,7 +64,7 @@ TEST(Secret, IsNotInARefusal) {
 TEST(Secret, IsInNoJournalAndNoTraceThoughTracingIsOn) {
   const std::vector<Result> steps =
       run_steps({"wlanctl trace level 8 >/dev/null; wlanctl set 2.4g Channel=6 >/dev/null",
-                 "printf 'hush-hush-1\\nhush-hush-2\\n' | wlanctl set 2.4g WPAPSK:1=- Key1Str:1=- && wlanctl save",
+                 "printf 'hush-hush-1\\nhush-hush-002\\n' | wlanctl set 2.4g WPAPSK:1=- Key1Str:1=- && wlanctl save",
                  "grep -ls hush-hush /run/gateway-sim/journal /tmp/* /proc/zq2810/*; true",
                  "grep -c hush-hush /etc/Wireless/RT2860AP/RT2860AP.dat"});
   EXPECT_EQ(0, steps[1].status);
@@ -122,7 +122,7 @@ TEST(Secret, OfAKeyThatNobodyKnowsIsMaskedToo) {
   }
   write_file(folder / "dat", dat);
   const std::vector<Result> steps =
-      run_steps({"wlanctl dump 2.4g",
+      run_steps({"library_probe init 0 >/dev/null; wlanctl dump 2.4g",
                  "sed -i 's/=hush-hush$/=hush-other/' /etc/Wireless/RT2860AP/RT2860AP.dat; wlanctl diff 2.4g",
                  "wlanctl diff 2.4g --json", "wlanctl apply 2.4g --dry-run", "wlanctl apply 2.4g --dry-run --json"},
                 {"--dat24", folder / "dat"});

@@ -203,7 +203,8 @@ TEST(Set, AnAddressListStaysWholeThroughApplyAndRevert) {
   const std::vector<Result> steps =
       run_live({"wlanctl set 2.4g 'AccessControlList:1=00:11:22:33:44:55;00:11:22:33:44:66'", "wlanctl apply 2.4g",
                 "wlanctl apply 2.4g; wlanctl diff 2.4g; wlanctl revert 2.4g", "wlanctl get 2.4g AccessControlList:1"});
-  EXPECT_THAT(steps[0].err, HasSubstr("of several addresses the driver gets the first one only, at an apply as well as at a boot"));
+  EXPECT_THAT(steps[0].err,
+              HasSubstr("of several addresses the driver gets the first one only, at an apply as well as at a boot"));
   EXPECT_THAT(steps[2].out, testing::AllOf(HasSubstr("nothing to apply"), HasSubstr("the store is as the dat file"),
                                            HasSubstr("2.4g: 0 values")));
   EXPECT_EQ("00:11:22:33:44:55;00:11:22:33:44:66\n", steps[3].out);
@@ -301,7 +302,8 @@ TEST(Set, SaysWhatAnApplyWillMakeOfAValue) {
   const auto steps =
       run_live({"wlanctl set 2.4g TxBurst=0", "wlanctl set 2.4g AuthMode:1=OPEN", "wlanctl set 2.4g Channel=11"});
   EXPECT_THAT(steps[0].err, HasSubstr("note: TxBurst: an apply will make it 1\n"));
-  EXPECT_THAT(steps[1].err, HasSubstr("note: WPAPSK:1: an apply will make it 0: an open network keeps no passphrase\n"));
+  EXPECT_THAT(steps[1].err,
+              HasSubstr("note: WPAPSK:1: an apply will make it 0: an open network keeps no passphrase\n"));
   EXPECT_THAT(steps[1].err, HasSubstr("note: EncrypType:1: an apply will make it NONE\n"));
   EXPECT_THAT(steps[2].err, IsEmpty());
 }
@@ -311,9 +313,10 @@ TEST(Set, AWordWithoutAKeyFitsItsSchema) {
 }
 
 TEST(Get, MakesNoStore) {
-  const auto steps = run_steps({"wlanctl get 2.4g Channel; wlanctl get 2.4g Channel --json >/dev/null",
-                                "grep -c . /proc/sysvipc/shm; ls /var/run | grep wlanctl", ": >/etc/Wireless/RT2860AP/RT2860AP.dat",
-                                "wlanctl get 2.4g Channel", "grep -c . /proc/sysvipc/shm"});
+  const auto steps =
+      run_steps({"wlanctl get 2.4g Channel; wlanctl get 2.4g Channel --json >/dev/null",
+                 "grep -c . /proc/sysvipc/shm; ls /var/run | grep wlanctl", ": >/etc/Wireless/RT2860AP/RT2860AP.dat",
+                 "wlanctl get 2.4g Channel", "grep -c . /proc/sysvipc/shm"});
   EXPECT_EQ("6\n", steps[0].out);
   EXPECT_THAT(steps[0].err, HasSubstr("there is no live store of 2.4g yet; this is what its dat file says"));
   EXPECT_EQ("1\n", steps[1].out);

@@ -135,7 +135,8 @@ std::vector<Result> run_steps(const Words& steps, const Words& options) {
   for (size_t i = 0; i < steps.size(); ++i) {
     const std::string step = folder / ("step" + std::to_string(i));
     const std::string status = read_file(step + ".status");
-    results.push_back({status.empty() ? -1 : std::stoi(status), unwrapped(read_file(step + ".out")), unwrapped(read_file(step + ".err"))});
+    results.push_back({status.empty() ? -1 : std::stoi(status), unwrapped(read_file(step + ".out")),
+                       unwrapped(read_file(step + ".err"))});
   }
   return results;
 }

@@ -13,9 +13,7 @@ struct Adjustment {
   std::string from;
   std::string to;
 
-  bool operator==(const Adjustment& other) const {
-    return target.key == other.target.key && target.index == other.target.index && from == other.from && to == other.to;
-  }
+  bool operator==(const Adjustment& other) const = default;
 
   // "an apply will make it 1", masked where it is a secret.
   std::string words() const;

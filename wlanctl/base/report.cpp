@@ -31,7 +31,9 @@ void say(const std::string& message) {
 }  // namespace
 
 int worse_of(int left, int right) {
-  const auto rank = [](int code) { return code == kNoStore ? 100 : code == kDone ? -2 : code == kWarned ? -1 : code == kNoAnswer ? 0 : code; };
+  const auto rank = [](int code) {
+    return code == kNoStore ? 100 : code == kDone ? -2 : code == kWarned ? -1 : code == kNoAnswer ? 0 : code;
+  };
   return rank(right) > rank(left) ? right : left;
 }
 

@@ -10,9 +10,7 @@ namespace wlanctl {
 
 class SignalHold {
  public:
-  SignalHold() {
-    (void)sigprocmask(SIG_BLOCK, &held(), &before_);
-  }
+  SignalHold() { (void)sigprocmask(SIG_BLOCK, &held(), &before_); }
   SignalHold(const SignalHold&) = delete;
   SignalHold& operator=(const SignalHold&) = delete;
   ~SignalHold() { (void)sigprocmask(SIG_SETMASK, &before_, nullptr); }

@@ -131,8 +131,8 @@ class Check {
   }
 
   void check_value(const DatLine& line, const Key& key, int index, const std::string& value, int field) {
-    DatFinding finding = {Finding::kRefused,      line.number, line.key, field, true, shown_value(key, value), "",
-                          served_words(key)};
+    DatFinding finding = {Finding::kRefused,       line.number, line.key,         field, true,
+                          shown_value(key, value), "",          served_words(key)};
     if (const std::optional<std::string> refusal = refusal_of(key, index, value)) {
       finding.reason = quoted(key, value) +
                        " is refused: " + (refusal->empty() ? "it takes " + finding.accepted : on_one_line(*refusal));
@@ -150,7 +150,8 @@ class Check {
 
   // "" when one of the bands serves the value. What is empty, or of an SSID that is not served, serves nobody anyway.
   std::string unserved_reason_of(const DatLine& line, const Key& key, int index, const std::string& value) const {
-    if (value.empty() || line.key == kSsidCount || (ssids_ && (is_left_out(line.key, static_cast<int>(*ssids_)) || index > static_cast<int>(*ssids_))))
+    if (value.empty() || line.key == kSsidCount ||
+        (ssids_ && (is_left_out(line.key, static_cast<int>(*ssids_)) || index > static_cast<int>(*ssids_))))
       return "";
     const auto sibling = [&](const char* name) { return value_in(*find_key(name), index); };
     std::string reason;

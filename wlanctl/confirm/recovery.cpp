@@ -55,13 +55,15 @@ void tell_what_is_due(Band band, Report& report) {
     report.note("what an apply of " + label + " kept for a roll back is damaged; wlanctl confirm " + label +
                 " ends the waiting");
   } else if (pending->is_over()) {
-    report.note("the apply of " + label +
-                " was not confirmed in time, and its roll back is due: its guardian does it or, where that is gone, the "
-                "next wlanctl that changes something");
+    report.note(
+        "the apply of " + label +
+        " was not confirmed in time, and its roll back is due: its guardian does it or, where that is gone, the "
+        "next wlanctl that changes something");
   } else if (pending->phase != Phase::kWaiting) {
-    report.note("an apply of " + label +
-                " is under way or ended in the middle; then its guardian rolls it back or, where that is gone, the next "
-                "wlanctl that changes something");
+    report.note(
+        "an apply of " + label +
+        " is under way or ended in the middle; then its guardian rolls it back or, where that is gone, the next "
+        "wlanctl that changes something");
   }
 }
 

@@ -103,8 +103,9 @@ std::optional<Target> parse_target(const std::string& word, Band band, Report& r
   const size_t colon = text.find(':');
   const std::string name = text.substr(0, colon);
   if (name.empty()) {
-    report.problem({"there is no key in front of " + (colon == std::string::npos ? std::string("=") : text.substr(colon)),
-                    "write KEY=VALUE or KEY:SSID=VALUE", about(band)});
+    report.problem(
+        {"there is no key in front of " + (colon == std::string::npos ? std::string("=") : text.substr(colon)),
+         "write KEY=VALUE or KEY:SSID=VALUE", about(band)});
     return std::nullopt;
   }
   const Key* const key = find_key(name);

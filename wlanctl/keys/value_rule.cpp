@@ -37,17 +37,10 @@ constexpr struct {
   const char* mode;
   const char* ciphers;
 } kCiphers[] = {
-    {"WPAPSK", "TKIP AES TKIPAES"},
-    {"WPA2PSK", "TKIP AES TKIPAES"},
-    {"WPAPSKWPA2PSK", "TKIP AES TKIPAES"},
-    {"WPA3PSK", "AES GCMP256"},
-    {"WPA2PSKWPA3PSK", "AES TKIPAES"},
-    {"WPA", "TKIP AES TKIPAES"},
-    {"WPA2", "TKIP AES TKIPAES"},
-    {"WPA1WPA2", "TKIP AES TKIPAES"},
-    {"WPA3", "AES GCMP256"},
-    {"WPA3-192Bit", "AES GCMP256"},
-    {"WPA3-192", "AES GCMP256"},
+    {"WPAPSK", "TKIP AES TKIPAES"}, {"WPA2PSK", "TKIP AES TKIPAES"},   {"WPAPSKWPA2PSK", "TKIP AES TKIPAES"},
+    {"WPA3PSK", "AES GCMP256"},     {"WPA2PSKWPA3PSK", "AES TKIPAES"}, {"WPA", "TKIP AES TKIPAES"},
+    {"WPA2", "TKIP AES TKIPAES"},   {"WPA1WPA2", "TKIP AES TKIPAES"},  {"WPA3", "AES GCMP256"},
+    {"WPA3-192Bit", "AES GCMP256"}, {"WPA3-192", "AES GCMP256"},
 };
 
 bool has_word(const char* words, const std::string& word) {

@@ -9,7 +9,6 @@
 
 #include <cerrno>
 #include <cstring>
-#include <optional>
 
 #include "wlanctl/base/report.h"
 #include "wlanctl/files/lock.h"
@@ -46,8 +45,7 @@ class MakingLock {
   struct IfThere {};
 
   MakingLock() : MakingLock(open_lock_file(place::kMaking)) {}
-  explicit MakingLock(IfThere)
-      : MakingLock(open(place::kMaking, O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK)) {}
+  explicit MakingLock(IfThere) : MakingLock(open(place::kMaking, O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK)) {}
   MakingLock(const MakingLock&) = delete;
   MakingLock& operator=(const MakingLock&) = delete;
   ~MakingLock() {
@@ -76,7 +74,8 @@ Attached attach(Band band) {
 }
 
 bool fail_to_attach(Band band, Report& report) {
-  return fail(band, report, std::string("the store of ") + label_of(band) + " cannot be attached: " + std::strerror(errno),
+  return fail(band, report,
+              std::string("the store of ") + label_of(band) + " cannot be attached: " + std::strerror(errno),
               "run as the user of the management processes");
 }
 
@@ -180,7 +179,8 @@ bool open_store(Band band, Report& report, Content content) {
 }
 
 bool look_at_store(Band band, Report& report) {
-  static std::optional<DetachedStore> files[kBandCount];
+  // Never taken down: the library would speak of it when the tool has ended already.
+  [[maybe_unused]] static const DetachedStore* files[kBandCount];
   if (is_store_open(band)) return true;
   const std::string label = label_of(band);
   {
@@ -191,12 +191,12 @@ bool look_at_store(Band band, Report& report) {
   }
   const auto content = parse_dat_file(band);
   if (!content || content->empty()) {
-    return fail(band, report,
-                "there is no store of " + label + ", and its dat file " +
-                    (content ? "has no settings" : "cannot be read"),
-                "is " + dat_path_of(band) + " there, readable and whole?");
+    return fail(
+        band, report,
+        "there is no store of " + label + ", and its dat file " + (content ? "has no settings" : "cannot be read"),
+        "is " + dat_path_of(band) + " there, readable and whole?");
   }
-  files[number_of(band)].emplace(band, *content);
+  files[number_of(band)] = new DetachedStore(band, *content);
   g_opened[number_of(band)] = segment_of(band);
   report.note("there is no live store of " + label + " yet; this is what its dat file says");
   return true;

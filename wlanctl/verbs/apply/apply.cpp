@@ -133,10 +133,10 @@ void tell(const Words& words, const Job& job, Report& report) {
     entry["apply"] = word_for_apply(false, applied.weight);
     entry["action"] = applied.committed ? "committed" : "saved";
     report.text() << label
-                  << (applied.committed ? ": applied; dat file written, interfaces restarted"
-                                        : ": applied without a restart, as nothing that needs one differs; "
-                                          "dat file saved")
-                  << ",\n  driver told of " << applied.scripts.size() << " SSIDs\n";
+                  << (applied.committed ? ": applied; dat file written, interfaces restarted,\n  driver told of "
+                                        : ": applied without a restart, as nothing that needs one differs;\n"
+                                          "  dat file saved, driver told of ")
+                  << applied.scripts.size() << " SSIDs\n";
     for (const Script& script : applied.scripts) {
       scripts.push_back({{"ssid", script.ssid}, {"path", script.path}, {"status", script.status}});
     }

@@ -121,9 +121,8 @@ Json tell_changes(const std::vector<Difference>& found, const char* other, Text&
   Json changes = Json::array();
   std::vector<std::array<std::string, 3>> rows;
   for (const Difference& one : found) {
-    changes.push_back({{"key", one.name},
-                       {"live", json_value(one.dat_key, one.live)},
-                       {other, json_value(one.dat_key, one.file)}});
+    changes.push_back(
+        {{"key", one.name}, {"live", json_value(one.dat_key, one.live)}, {other, json_value(one.dat_key, one.file)}});
     rows.push_back({one.name, one.file, one.live});
   }
   text << table_of(rows);
@@ -176,7 +175,10 @@ int diff_band(Band band, const Words& words, Report& report, Json& bands) {
   text << label_of(band) << ": "
        << (found.empty() ? "the store is as the dat file" : verb_for(found.size()) + " (dat file -> store)")
        << "; an apply would mean: "
-       << (plan.senseless_count ? "?" : plan.weight == 0 && !plan.nothing ? "no restart" : weight) << '\n';
+       << (plan.senseless_count                ? "?"
+           : plan.weight == 0 && !plan.nothing ? "no restart"
+                                               : weight)
+       << '\n';
   Json changes = tell_changes(found, "file", text);
   // What was saved, but never applied.
   std::vector<Difference> waiting;
@@ -248,7 +250,7 @@ Problem refusal_of(Band band, const Reverted& outcome) {
   return {dat_path_of(band) + " lacks " + outcome.missing.front() +
               (others == 0 ? "" : " and " + std::to_string(others) + " more keys that the store has"),
           "was it cut off? wlanctl save " + std::string(label_of(band)) +
-              " writes it anew; --force reverts to what there is",
+              " --force writes it anew; revert --force reverts to what there is",
           about(band)};
 }
 

@@ -98,9 +98,12 @@ void refuse_losses(Band band, Report& report, const std::vector<Assignment>& ass
   }
 }
 
-void refuse_unserved(Band band, Report& report, const Assignment& assignment) {
+// A value that another one takes the place of is judged alone.
+void refuse_unserved(Band band, Report& report, const Assignment& assignment, bool is_last) {
   const Target& target = assignment.target;
-  const auto sibling = [&](const char* name) { return read_value(band, *find_key(name), target.index).value_or(""); };
+  const auto sibling = [&](const char* name) {
+    return is_last ? read_value(band, *find_key(name), target.index).value_or("") : std::string();
+  };
   const std::string reason = unserved_reason(*target.key, band, assignment.value, sibling);
   if (!reason.empty()) refuse(report, band, assignment, reason, "choose another value, or insist with --force");
 }
@@ -109,10 +112,10 @@ void refuse_unserved(Band band, Report& report, const Assignment& assignment) {
 void note_adjustments(Report& report, const std::vector<Assignment>& assignments, const Outlook& before,
                       const Outlook& after) {
   for (const Adjustment& one : after.adjustments) {
-    const bool is_new = std::find(before.adjustments.begin(), before.adjustments.end(), one) == before.adjustments.end();
-    const bool is_set = std::any_of(assignments.begin(), assignments.end(), [&](const Assignment& assignment) {
-      return assignment.target.key == one.target.key && assignment.target.index == one.target.index;
-    });
+    const bool is_new =
+        std::find(before.adjustments.begin(), before.adjustments.end(), one) == before.adjustments.end();
+    const bool is_set = std::any_of(assignments.begin(), assignments.end(),
+                                    [&](const Assignment& assignment) { return assignment.target == one.target; });
     if (is_new || is_set) report.note(one.target.name() + ": " + one.words());
   }
 }
@@ -122,6 +125,7 @@ void try_out(const Words& words, Band band, Report& report, const std::vector<As
   const Outlook before = outlook_of(band);
   const PrivateStore copy(band);
   const ShellScope nothing_runs(ShellMode::kDrop);
+  std::vector<const Assignment*> taken;
   for (const Assignment& assignment : assignments) {
     if (!is_stored(band, assignment)) {
       const std::string reason = first_reason();
@@ -130,14 +134,22 @@ void try_out(const Words& words, Band band, Report& report, const std::vector<As
       continue;
     }
     const std::string danger = words.force ? "" : danger_of(*assignment.target.key, assignment.value);
-    if (!danger.empty()) refuse(report, band, assignment, danger, "choose another value, or insist with --force");
+    if (!danger.empty()) {
+      refuse(report, band, assignment, danger, "choose another value, or insist with --force");
+    } else {
+      taken.push_back(&assignment);
+    }
+  }
+  if (!words.force) {
+    for (size_t i = 0; i < taken.size(); ++i) {
+      const bool is_last = std::none_of(taken.begin() + static_cast<long>(i) + 1, taken.end(),
+                                        [&](const Assignment* later) { return later->target == taken[i]->target; });
+      refuse_unserved(band, report, *taken[i], is_last);
+    }
   }
   if (report.has_problems()) return;
   const Outlook after = outlook_of(band);
-  if (!words.force) {
-    for (const Assignment& assignment : assignments) refuse_unserved(band, report, assignment);
-    if (!report.has_problems()) refuse_losses(band, report, assignments, before, after);
-  }
+  if (!words.force) refuse_losses(band, report, assignments, before, after);
   if (!report.has_problems()) note_adjustments(report, assignments, before, after);
 }
 
