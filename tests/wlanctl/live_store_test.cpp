@@ -180,5 +180,15 @@ TEST(LiveStore, ThatAnotherProcessHoldsIsSaid) {
   EXPECT_EQ("3\n1\n3\n0\n6\n", result.out) << result.err;
 }
 
+TEST(LiveStore, AHolderThatIsGoneIsNotToBeEnded) {
+  const Result result =
+      run(std::string("library_probe init 0 init 1 >/dev/null; '") + PYTHON_PROGRAM +
+          "' -c 'import ctypes, struct; libc = ctypes.CDLL(None); "
+          "libc.semop(libc.semget(0x12348, 1, 0o666), struct.pack(\"HhH\", 0, -1, 0), 1)'; wlanctl get 2.4g Channel");
+  EXPECT_EQ(3, result.status);
+  EXPECT_THAT(result.err,
+              testing::AllOf(HasSubstr("which is gone and cannot let go"), HasSubstr("wlanctl unlock 2.4g")));
+}
+
 }  // namespace
 }  // namespace wlanctl_test
