@@ -144,7 +144,7 @@ TEST(Secret, IsNoLongerAskedForAfterCtrlCAndTheTerminalHasItsEcho) {
       run("library_probe init 0 init 1 >/dev/null; mkfifo typed; : >seen\n"
           "echo 'trap : INT; wlanctl set 2.4g WPAPSK:1=-; echo ended $?; stty -a | grep -q \" echo \" && echo echoes' "
           ">asks\n"
-          "script -qfec 'sh asks' seen <typed >/dev/null & typing=$!\n"
+          "env --default-signal=INT script -qfec 'sh asks' seen <typed >/dev/null & typing=$!\n"
           "exec 3>typed; until grep -q 'WPAPSK:1: ' seen; do sleep 0.02; done; printf '\\003' >&3\n"
           "wait $typing; exec 3>&-; grep -c -e 'ended 130' -e echoes seen");
   EXPECT_EQ("2\n", result.out) << result.err;

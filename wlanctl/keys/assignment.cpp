@@ -1,6 +1,7 @@
 #include "wlanctl/keys/assignment.h"
 
 #include <poll.h>
+#include <signal.h>
 #include <sys/signalfd.h>
 #include <termios.h>
 #include <unistd.h>
@@ -44,9 +45,21 @@ std::optional<std::string> first_line(std::FILE* file) {
   return line;
 }
 
-// False when a signal that is on hold comes first.
+// Those on hold that end the tool once they are let through: its caller may have had them ignored.
+sigset_t signals_that_end() {
+  sigset_t signals = SignalHold::held();
+  for (int number = 1; number < NSIG; ++number) {
+    struct sigaction action;
+    if (sigismember(&signals, number) != 1 || sigaction(number, nullptr, &action) != 0) continue;
+    if (action.sa_handler == SIG_IGN) sigdelset(&signals, number);
+  }
+  return signals;
+}
+
+// False when a signal that ends the tool comes first.
 bool waits_for_line() {
-  const int signals = signalfd(-1, &SignalHold::held(), SFD_CLOEXEC | SFD_NONBLOCK);
+  const sigset_t ending = signals_that_end();
+  const int signals = signalfd(-1, &ending, SFD_CLOEXEC | SFD_NONBLOCK);
   pollfd awaited[] = {{STDIN_FILENO, POLLIN, 0}, {signals, POLLIN, 0}};
   while (poll(awaited, 2, -1) < 0 && errno == EINTR) continue;
   if (signals >= 0) close(signals);
