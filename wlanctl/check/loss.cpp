@@ -53,6 +53,21 @@ std::vector<DatFinding> losses_at_save(const std::vector<StoreRecord>& records, 
   return findings;
 }
 
+std::vector<DatFinding> lists_cut_at_save(const std::vector<StoreRecord>& records, int ssids) {
+  std::vector<DatFinding> findings;
+  for (const StoreRecord& record : records) {
+    int index = 0;
+    const Key* const key = find_dat_key(record.key, &index);
+    const bool is_list = key != nullptr && key->scope == Scope::kBand && !keeps_list_whole(record.key);
+    if (!is_list || record.fields.size() <= static_cast<size_t>(std::max(ssids, 1))) continue;
+    findings.push_back({Finding::kExcessField, 0, record.key, 0, false, "",
+                        "a save keeps the first " + std::to_string(ssids) + " of its " +
+                            std::to_string(record.fields.size()) + " values, as many as there are SSIDs",
+                        ""});
+  }
+  return findings;
+}
+
 std::vector<DatFinding> losses_behind_count(const std::string& before, const std::string& after) {
   const DatText file = read_dat_text(before);
   const int served = ssid_count_in(file);

@@ -15,6 +15,9 @@ std::vector<DatFinding> losses_at_load(const std::string& bytes);
 // Values behind an empty field: a shared key is written up to that one.
 std::vector<DatFinding> losses_at_save(const std::vector<StoreRecord>& records, int ssids);
 
+// Lists of the whole band that a save cuts at the count of SSIDs, as if they were values of SSIDs.
+std::vector<DatFinding> lists_cut_at_save(const std::vector<StoreRecord>& records, int ssids);
+
 // Lines of SSIDs that the first file serves and the second does not: the save leaves them out. One finding at most.
 std::vector<DatFinding> losses_behind_count(const std::string& before, const std::string& after);
 

@@ -61,6 +61,9 @@ bool may_write_file(Band band, const std::optional<std::string>& text, Report& r
 bool keep_file_of_now(Band band, const std::optional<std::string>& text, Report& report) {
   const std::optional<std::string> file = read_bytes(dat_path_of(band));
   if (!file) return true;
+  for (const DatFinding& cut : lists_cut_at_save(records_of(table_of_store(band)), ssid_count(band))) {
+    report.note(cut.key + " of " + label_of(band) + ": " + cut.reason);
+  }
   const bool loses = !losses_at_load(*file).empty() || !losses_of_store(band).empty() ||
                      (text && (!losses_at_load(*text).empty() || !losses_behind_count(*file, *text).empty()));
   if (!loses && !has_unused_values(*file)) return true;
