@@ -9,6 +9,7 @@
 #include <exception>
 
 #include "wlanctl/base/report.h"
+#include "wlanctl/base/similar.h"
 #include "wlanctl/command_line/parse.h"
 #include "wlanctl/verbs/verbs.h"
 
@@ -64,11 +65,19 @@ int tell(const std::string& text, Report& report) {
   return kDone;
 }
 
+// "do you mean apply? ", where a verb's name is near.
+std::string hint_for(const std::string& word) {
+  for (const Verb* const verb : program().verb.verbs) {
+    if (is_mistyped(verb->name, word)) return std::string("do you mean ") + verb->name + "? ";
+  }
+  return "";
+}
+
 int refuse_usage(const Parsed& parsed, const CommandLine& words, Report& report) {
   const std::string unknown = unknown_verb(words);
-  report.problem(
-      {unknown.empty() ? without_values(parsed.text, words) : "there is no verb \"" + unknown + "\"",
-       parsed.path.empty() ? "wlanctl --help lists the verbs" : "wlanctl " + parsed.path + " --help has the words"});
+  report.problem({unknown.empty() ? without_values(parsed.text, words) : "there is no verb \"" + unknown + "\"",
+                  parsed.path.empty() ? hint_for(unknown) + "wlanctl --help lists the verbs"
+                                      : "wlanctl " + parsed.path + " --help shows what it takes"});
   return kWrongUsage;
 }
 

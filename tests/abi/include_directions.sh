@@ -66,7 +66,7 @@ allow wlanctl/confirm "$tool" wlanctl/base wlanctl/files wlanctl/store wlanctl/a
 allow wlanctl/command_line "$tool" wlanctl/base wlanctl/command_line
 allow wlanctl/completion none wlanctl/base wlanctl/keys wlanctl/command_line wlanctl/completion
 allow wlanctl "$tool" wlanctl/base wlanctl/files wlanctl/library wlanctl/keys wlanctl/store wlanctl/check wlanctl/live \
-  wlanctl/apply wlanctl/confirm wlanctl/command_line wlanctl/completion wlanctl/verbs
+  wlanctl/apply wlanctl/confirm wlanctl/command_line wlanctl/completion wlanctl/verbs wlanctl/verbs/apply
 
 # What is dear to compile is included once.
 once() {

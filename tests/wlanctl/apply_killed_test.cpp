@@ -16,7 +16,7 @@ std::string killed(const std::string& when, int seconds = 600) {
          std::to_string(seconds) + "; s=$?; echo == killed; echo $s;";
 }
 
-const std::string kChange = "wlanctl show >/dev/null 2>&1; cp " + std::string(kDat) +
+const std::string kChange = "library_probe init 0 init 1 >/dev/null 2>&1; cp " + std::string(kDat) +
                             " file; wlanctl set 2.4g SSID:1=Kitchen Channel=1 >/dev/null; segment 2.4g >changed;";
 const std::string kUnchanged =
     "echo == unchanged; commands; segment 2.4g | cmp - changed && cmp " + std::string(kDat) + " file && echo yes;";
@@ -100,7 +100,8 @@ TEST(ApplyKilled, AfterItAllIsRolledBackWhenNobodyConfirms) {
 TEST(GuardianKilled, IsReplacedByTheNextVerbForTheTimeThatIsLeft) {
   const Result result = run_story(
       kChange +
-      "wlanctl apply 2.4g --confirm 600 >/dev/null; kill -9 $(guardian); no_guardian; wlanctl get 2.4g Channel --json "
+      "wlanctl apply 2.4g --confirm 600 >/dev/null; kill -9 $(guardian); no_guardian; wlanctl set 2.4g "
+      "RTSThreshold=2347 --json "
       ">get.json; cat get.json; echo == guardians; guardian | wc -l; wlanctl get 2.4g Channel; guardian | wc -l;"
       "echo == confirm; wlanctl confirm 2.4g; no_guardian");
   const Json document = document_in(result.out.substr(0, result.out.find("== ")));
@@ -110,20 +111,29 @@ TEST(GuardianKilled, IsReplacedByTheNextVerbForTheTimeThatIsLeft) {
 }
 
 TEST(GuardianKilled, IsReplacedByOneThatRollsBackInTime) {
-  const Result result =
-      run_story(kChange +
-                "wlanctl apply 2.4g --confirm 3 >/dev/null; kill -9 $(guardian); no_guardian; wlanctl get 2.4g "
-                "Channel; gone 2.4g;" +
-                kBack);
+  const Result result = run_story(kChange +
+                                  "wlanctl apply 2.4g --confirm 3 >/dev/null; kill -9 $(guardian); no_guardian; "
+                                  "wlanctl set 2.4g RTSThreshold=2347; "
+                                  "gone 2.4g;" +
+                                  kBack);
   EXPECT_EQ(kAllBack, behind(result.out, "back"));
 }
 
 TEST(GuardianKilled, IsMadeUpForWhenTheTimeIsOver) {
   const Result result =
-      run_story(kChange + kUnguarded + "echo == next; wlanctl diff 2.4g; ls /run | grep pending;" + kBack);
+      run_story(kChange + kUnguarded +
+                "wlanctl set 2.4g RTSThreshold=2347; echo == next; wlanctl diff 2.4g; ls /run | grep pending;" + kBack);
   EXPECT_THAT(result.err, HasSubstr("was not confirmed in time and its guardian is gone; it is rolled back now"));
   EXPECT_THAT(behind(result.out, "next"), HasSubstr("the store is as the dat file"));
   EXPECT_EQ(kAllBack, behind(result.out, "back"));
+}
+
+TEST(GuardianKilled, IsToldByWhoOnlyLooksAndNothingIsDone) {
+  const Result result = run_story(kChange + kUnguarded +
+                                  "echo == looks; commands >before; wlanctl get 2.4g SSID:1; wlanctl show >/dev/null;"
+                                  "wlanctl status 2.4g >/dev/null; commands | cmp - before; ls /run | grep pending");
+  EXPECT_THAT(result.err, HasSubstr("was not confirmed in time, and its roll back is due"));
+  EXPECT_EQ("Kitchen\nwlanctl-pending-2.4g\n", behind(result.out, "looks"));
 }
 
 TEST(GuardianKilled, InTheMiddleOfTheRollbackIsMadeUpFor) {
@@ -133,7 +143,7 @@ TEST(GuardianKilled, InTheMiddleOfTheRollbackIsMadeUpFor) {
       "-9 %s\\nexec /real/ifconfig \"$@\"\\n' '" +
       kGuardianPid +
       "' | stand_in ifconfig; touch /front/armed; wlanctl apply 2.4g --confirm 1 >/dev/null; no_guardian;"
-      "echo == pending; ls /run | grep pending; wlanctl get 2.4g Channel >/dev/null;" +
+      "echo == pending; ls /run | grep pending; wlanctl set 2.4g RTSThreshold=2347 >/dev/null;" +
       kBack + "ls /run | grep pending");
   EXPECT_EQ("wlanctl-pending-2.4g\n", behind(result.out, "pending"));
   EXPECT_EQ(kAllBack, behind(result.out, "back"));
@@ -142,7 +152,7 @@ TEST(GuardianKilled, InTheMiddleOfTheRollbackIsMadeUpFor) {
 TEST(GuardianKilled, TogetherWithTheApplyIsMadeUpForAtOnce) {
   const Result result =
       run_story(kChange + killing_ifconfig(std::string(kGuardianPid) + " $(cat /front/pid)") + "touch /front/armed;" +
-                kApply + "no_guardian; wlanctl get 2.4g Channel >/dev/null; ls /run | grep pending;" + kBack);
+                kApply + "no_guardian; wlanctl set 2.4g RTSThreshold=2347 >/dev/null; ls /run | grep pending;" + kBack);
   EXPECT_THAT(result.err, HasSubstr("the apply of 2.4g ended in the middle; it is rolled back now"));
   EXPECT_EQ(kAllBack, behind(result.out, "back"));
 }

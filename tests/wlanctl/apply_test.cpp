@@ -50,7 +50,7 @@ TEST(Apply, SavesAndTellsTheDriverWhatNeedsNoRestart) {
       "cat apply.json; echo == commands; commands; echo == dat; grep ^HideSSID= " +
       std::string(kDat));
   const Json band = only_band(document_in(result.out.substr(0, result.out.find("== "))));
-  EXPECT_EQ("nothing", band["apply"]);
+  EXPECT_EQ("save", band["apply"]);
   EXPECT_EQ("saved", band["action"]);
   ASSERT_EQ(2U, band["scripts"].size());
   EXPECT_EQ((Json{{"ssid", 2}, {"path", "/etc/Wireless/RT2860AP/WLAN_exec.sh"}, {"status", 0}}), band["scripts"][1]);
@@ -178,7 +178,8 @@ TEST(Apply, LeavesFileAndInterfacesAloneWhenALineOfTheFileGetsTooLong) {
 
 TEST(Apply, TouchesNothingOfTheOtherBand) {
   const Result result = run_story(
-      "wlanctl show >/dev/null 2>&1; wlanctl set 2.4g Channel=1; wlanctl set 5g Channel=100; segment 5g >before;"
+      "library_probe init 0 init 1 >/dev/null 2>&1; wlanctl set 2.4g Channel=1; wlanctl set 5g Channel=100; segment 5g "
+      ">before;"
       "cp /etc/Wireless/RT2860AP_AC/RT2860AP.dat dat; wlanctl apply 2.4g; segment 5g | cmp - before && echo == same;"
       "cmp dat /etc/Wireless/RT2860AP_AC/RT2860AP.dat; commands | grep -E 'rai|wdsi'; ls /etc/Wireless/RT2860AP_AC");
   EXPECT_EQ("RT2860AP.dat\n", behind(result.out, "same"));

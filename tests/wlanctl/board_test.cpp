@@ -39,7 +39,8 @@ TEST(RadioSwitch, OnBringsTheEnabledSsidsUp) {
 
 TEST(RadioSwitch, LeavesTheSettingsAlone) {
   const Result result =
-      run("wlanctl dump --json --secrets >before; wlanctl radio off 5g >/dev/null; wlanctl radio on 5g >/dev/null;"
+      run("library_probe init 0 init 1 >/dev/null; wlanctl dump --json --secrets >before; wlanctl radio off 5g "
+          ">/dev/null; wlanctl radio on 5g >/dev/null;"
           "wlanctl dump --json --secrets | cmp - before");
   EXPECT_EQ(0, result.status) << result.out << result.err;
 }

@@ -32,7 +32,8 @@ TEST(Confirm, KeepsASsidThatWasChangedLookedAtTriedAndApplied) {
 TEST(Confirm, IsAskedForByWhoeverLooksOrChangesMeanwhile) {
   const Result result = run_story(
       "wlanctl set 2.4g SSID:1=Kitchen; wlanctl apply 2.4g --confirm 600 >/dev/null 2>&1; for verb in diff status "
-      "'set 2.4g Channel=1'; do echo == ${verb%% *}; wlanctl $verb 2>&1 | grep 'seconds for wlanctl confirm 2.4g'; "
+      "'set 2.4g Channel=1'; do echo == ${verb%% *}; wlanctl $verb 2>&1 | grep -A 1 'seconds for wlanctl confirm "
+      "2.4g'; "
       "done; echo == after; wlanctl confirm >/dev/null; wlanctl diff 2>&1 | grep confirm");
   for (const char* const verb : {"diff", "status", "set"}) {
     EXPECT_THAT(behind(result.out, verb), HasSubstr("what was before the apply comes back")) << verb;
@@ -42,7 +43,7 @@ TEST(Confirm, IsAskedForByWhoeverLooksOrChangesMeanwhile) {
 
 TEST(Confirm, PutsStoreFileAndDriverBackWhenItDoesNotCome) {
   const Result result =
-      run_story("wlanctl show >/dev/null 2>&1; segment 2.4g >store; cp " + std::string(kDat) +
+      run_story("library_probe init 0 init 1 >/dev/null 2>&1; segment 2.4g >store; cp " + std::string(kDat) +
                 " file; wlanctl set 2.4g SSID:1=Kitchen Channel=1; wlanctl apply 2.4g --confirm 1;"
                 "gone 2.4g; echo == store; segment 2.4g | cmp - store && echo same; echo == file; cmp " +
                 kDat +
@@ -181,7 +182,7 @@ TEST(Confirm, RollsBackToWhatOthersHaveCommittedSince) {
 
 TEST(Confirm, RollsRadioAndFileBackThoughTheStoreWasMadeAnew) {
   const Result result = run_story(
-      "wlanctl show >/dev/null; cp " + std::string(kDat) +
+      "library_probe init 0 init 1 >/dev/null; cp " + std::string(kDat) +
       " file; wlanctl set 2.4g SSID:1=Kitchen Channel=11 >/dev/null;"
       "wlanctl apply 2.4g --confirm 1 >/dev/null; ipcrm -M 0x12345; library_probe init 0 >/dev/null; gone 2.4g;"
       "no_guardian; echo == back; cmp " +

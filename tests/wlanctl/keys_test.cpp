@@ -46,7 +46,11 @@ bool add_by_words(const Json& key, Bounds* bounds) {
       static_cast<size_t>(used) == words.size()) {
     add_number(name, lowest, highest, bounds);
   } else if (words.rfind("one of ", 0) == 0) {
-    for (const Json& choice : key["choices"]) bounds->good.push_back({name, choice});
+    for (const Json& choice : key["choices"]) {
+      // Not all of them go with the SSID's authentication mode.
+      const bool is_cipher = key["key"] == "EncrypType" && choice.get<std::string>().find("AES") == std::string::npos;
+      if (!is_cipher) bounds->good.push_back({name, choice});
+    }
     bounds->bad.push_back({name, "NEITHER"});
     bounds->bad.push_back({name, ""});
   } else if (words.rfind("at most ", 0) == 0) {
@@ -57,9 +61,7 @@ bool add_by_words(const Json& key, Bounds* bounds) {
     bounds->good.push_back({name, "0123456789"});
     bounds->bad.push_back({name, "1x"});
   } else if (words == "any text") {
-    // These the library takes any text for, and the tool only what leaves the gateway served and secured.
-    const std::string text = key["key"] == "BssidNum" ? "2" : key["key"] == "AuthMode" ? "WPA2PSK" : "anytext";
-    bounds->good.push_back({name, text});
+    bounds->good.push_back({name, "anytext"});
   } else if (words == "nothing: read-only") {
     bounds->bad.push_back({name, "02:28:10:24:00:00"});
     bounds->bad.push_back({name, ""});
@@ -87,14 +89,25 @@ std::string text_of(size_t length, char c) {
 // The rules of their own, by the key's name; the wireless mode's differ by band.
 std::map<std::string, Rule> own_rules(const std::string& band) {
   const Rule ipv4 = {{"0.0.0.0", "255.255.255.255"}, {"256.0.0.0", "1.2.3", "1.2.3.x"}};
+  const Rule wep_key = {{"0", "ab-cd", text_of(13, 'x'), text_of(10, 'f'), text_of(26, 'f')},
+                        {"abcd", text_of(10, 'x'), text_of(26, 'x')}};
   std::map<std::string, Rule> rules = {
       {"own_ip_addr", ipv4},
       {"RADIUS_Server:1", ipv4},
+      {"SSID:1", {{"x", text_of(32, 'x')}, {"", text_of(33, 'x')}}},
+      {"WPAPSK:1",
+       {{"0", text_of(8, 'x'), text_of(63, 'x'), text_of(64, 'f')}, {"", text_of(7, 'x'), text_of(64, 'x')}}},
+      {"Channel", band == "2.4g" ? Rule{{"0", "1", "14"}, {"15", "36"}}
+                                 : Rule{{"0", "36", "64", "100", "144", "149", "177"}, {"1", "34", "38", "68", "181"}}},
       {"CountryRegion", {{"0", "7", "31", "32", "33"}, {"8", "30", "34"}}},
       {"HT_MCS:1", {{"0", "15", "32", "33"}, {"16", "31", "34"}}},
       {"WscKeyASCII:1", {{"0", "1", "8", "63"}, {"2", "7", "64"}}},
       {"RADIUS_Key:1",
        {{text_of(8, 'x'), text_of(63, 'x'), text_of(64, 'f')}, {text_of(7, 'x'), text_of(64, 'x'), text_of(65, 'f')}}},
+      {"Key1Str:1", wep_key},
+      {"Key2Str:1", wep_key},
+      {"Key3Str:1", wep_key},
+      {"Key4Str:1", wep_key},
       {"WdsList", {{four_of(kMac)}, {four_of(kMac) + ";" + kMac, four_of("00:11"), kMac}}},
       {"WdsPhyMode", {{"CCK;OFDM;HTMIX;GREENFIELD"}, {"CCK;OFDM;HTMIX", four_of("VHT")}}},
       {"WdsEncrypType", {{"NONE;WEP;TKIP;AES", four_of("AES")}, {"NONE;WEP;TKIP", four_of("GCMP256")}}},

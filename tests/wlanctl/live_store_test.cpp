@@ -143,8 +143,8 @@ TEST(LiveStore, SaysThreeWhenThereIsNoneAndNoneCanBeMade) {
   for (const std::string& verb : verbs_of_a_store) steps.push_back("wlanctl " + verb + " --json");
   steps.push_back("wlanctl show");
   std::vector<Result> results = run_steps(steps);
-  EXPECT_THAT(results.back().err, HasSubstr("wlanctl: there is no store of 2.4g, and none can be made: "));
-  EXPECT_EQ(1u, lines_of(results.back().err).size());
+  EXPECT_THAT(results.back().err, HasSubstr("wlanctl: there is no store of 2.4g, and its dat file cannot be read; "));
+  EXPECT_EQ(2u, lines_of(results.back().err).size());
   results.erase(results.begin());
   for (size_t i = 0; i < results.size(); ++i) EXPECT_EQ(3, results[i].status) << i << results[i].out;
 }
@@ -160,7 +160,7 @@ TEST(LiveStore, SeveralThatFindNoneMakeOne) {
 
 TEST(LiveStore, ThatIsEmptyIsNone) {
   const std::vector<Result> steps =
-      run_steps({std::string("wlanctl show >/dev/null; ipcrm -M 0x12345; '") + PYTHON_PROGRAM +
+      run_steps({std::string("library_probe init 0 init 1 >/dev/null; ipcrm -M 0x12345; '") + PYTHON_PROGRAM +
                      "' -c 'import ctypes; ctypes.CDLL(None).shmget(0x12345, 358440, 0o1666)'",
                  "wlanctl show 2.4g", "wlanctl status --json", "wlanctl revert 2.4g", "wlanctl get 2.4g SSID:1"});
   EXPECT_EQ(3, steps[1].status);
@@ -172,12 +172,22 @@ TEST(LiveStore, ThatIsEmptyIsNone) {
 
 TEST(LiveStore, ThatAnotherProcessHoldsIsSaid) {
   const Result result =
-      run("wlanctl show >/dev/null; hold_store 0x12348 & holder=$!\n"
+      run("library_probe init 0 init 1 >/dev/null; hold_store 0x12348 & holder=$!\n"
           "until [ -e held ]; do sleep 0.02; done\n"
           "wlanctl show 2.4g >/dev/null 2>&1 & show=$!\n"
           "wlanctl set 2.4g Channel=1 2>err; echo $?; grep -c \"held by process $holder,\" err; wait $show; echo $?\n"
           "wlanctl get 5g Channel >/dev/null; echo $?; touch done; wait $holder; wlanctl get 2.4g Channel");
   EXPECT_EQ("3\n1\n3\n0\n6\n", result.out) << result.err;
+}
+
+TEST(LiveStore, AHolderThatIsGoneIsNotToBeEnded) {
+  const Result result =
+      run(std::string("library_probe init 0 init 1 >/dev/null; '") + PYTHON_PROGRAM +
+          "' -c 'import ctypes, struct; libc = ctypes.CDLL(None); "
+          "libc.semop(libc.semget(0x12348, 1, 0o666), struct.pack(\"HhH\", 0, -1, 0), 1)'; wlanctl get 2.4g Channel");
+  EXPECT_EQ(3, result.status);
+  EXPECT_THAT(result.err,
+              testing::AllOf(HasSubstr("which is gone and cannot let go"), HasSubstr("wlanctl unlock 2.4g")));
 }
 
 }  // namespace

@@ -117,7 +117,7 @@ TEST(Json, IsOneDocumentForAVerbThatIsNone) {
 
 TEST(Text, SaysWhatIsNoVerb) {
   const std::vector<Result> steps = run_steps({"wlanctl shwo 2.4g", "wlanctl WPAPSK:1=secret-word", "wlanctl"});
-  EXPECT_EQ("wlanctl: there is no verb \"shwo\"; wlanctl --help lists the verbs\n", steps[0].err);
+  EXPECT_EQ("wlanctl: there is no verb \"shwo\"; do you mean show? wlanctl --help lists the verbs\n", steps[0].err);
   EXPECT_THAT(steps[1].err, testing::Not(HasSubstr("secret-word")));
   EXPECT_THAT(steps[2].err, testing::Not(HasSubstr("there is no verb")));
 }
@@ -196,8 +196,8 @@ TEST(Help, FitsAConsoleOfEightyColumns) {
 
 TEST(Output, ThatCannotBeWrittenIsAFailure) {
   const std::vector<Result> results =
-      run_steps({"wlanctl show >/dev/full", "\"$WLANCTL_PROGRAM\" show --json >/dev/full",
-                 "wlanctl status --watch 1 >/dev/full"});
+      run_steps({"library_probe init 0 init 1 >/dev/null; wlanctl show >/dev/full",
+                 "\"$WLANCTL_PROGRAM\" show --json >/dev/full", "wlanctl status --watch 1 >/dev/full"});
   for (const Result& result : results) {
     EXPECT_EQ(1, result.status);
     EXPECT_EQ("wlanctl: the output could not be written; is there room?\n", result.err);
@@ -206,7 +206,8 @@ TEST(Output, ThatCannotBeWrittenIsAFailure) {
 
 TEST(Output, ThatIsClosedIsInNoFile) {
   const Result result =
-      run("wlanctl show >/dev/null; wlanctl set 2.4g SSID:1=Kitchen >&-; echo $?; wlanctl save 2.4g >&- 2>&-; echo $?;"
+      run("library_probe init 0 init 1 >/dev/null; wlanctl set 2.4g SSID:1=Kitchen >&-; echo $?; wlanctl save 2.4g >&- "
+          "2>&-; echo $?;"
           "grep -ls -e ' = ' -e saved /run/wlanctl* /etc/Wireless/RT2860AP/RT2860AP.dat");
   EXPECT_EQ("0\n0\n", result.out);
 }

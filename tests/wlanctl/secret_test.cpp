@@ -16,7 +16,7 @@ constexpr char kSecret[] = "hush-hush";
 
 TEST(Secret, IsMaskedWhereverItIsShown) {
   const std::vector<Result> steps = run_steps({
-      "printf 'hush-hush-1\\nhush-hush-2\\nhush-hush-3\\nhush-hush-4\\n' |"
+      "printf 'hush-hush-1\\nhush-hush-002\\nhush-hush-3\\nhush-hush-4\\n' |"
       " wlanctl set 2.4g WPAPSK:1=- Key1Str:1=- RADIUS_Key:1=- WdsKey:1=-",
       "wlanctl set 2.4g WPAPSK:1=hush-hush-5 --json",
       "wlanctl show 2.4g --json; wlanctl show; wlanctl show 2.4g 1",
@@ -63,8 +63,8 @@ TEST(Secret, IsNotInARefusal) {
 
 TEST(Secret, IsInNoJournalAndNoTraceThoughTracingIsOn) {
   const std::vector<Result> steps =
-      run_steps({"wlanctl trace level 8 >/dev/null; wlanctl show >/dev/null",
-                 "printf 'hush-hush-1\\nhush-hush-2\\n' | wlanctl set 2.4g WPAPSK:1=- Key1Str:1=- && wlanctl save",
+      run_steps({"wlanctl trace level 8 >/dev/null; wlanctl set 2.4g Channel=6 >/dev/null",
+                 "printf 'hush-hush-1\\nhush-hush-002\\n' | wlanctl set 2.4g WPAPSK:1=- Key1Str:1=- && wlanctl save",
                  "grep -ls hush-hush /run/gateway-sim/journal /tmp/* /proc/zq2810/*; true",
                  "grep -c hush-hush /etc/Wireless/RT2860AP/RT2860AP.dat"});
   EXPECT_EQ(0, steps[1].status);
@@ -105,7 +105,7 @@ TEST(Secret, IsNotRepeatedWhereItStandsInTheWrongPlace) {
 
 TEST(Secret, IsNotInTheListOfProcesses) {
   const Result result =
-      run("wlanctl show >/dev/null; hold_store 0x12348 &\n"
+      run("library_probe init 0 init 1 >/dev/null; hold_store 0x12348 &\n"
           "until [ -e held ]; do sleep 0.02; done\n"
           "\"$WLANCTL_PROGRAM\" set 2.4g WPAPSK:1=hush-hush-1 >/dev/null & set=$!\n"
           "until tr '\\0' ' ' </run/gateway-sim/proc/$set/cmdline | grep -q 'WPAPSK:1=\\*'; do\n"
@@ -122,7 +122,7 @@ TEST(Secret, OfAKeyThatNobodyKnowsIsMaskedToo) {
   }
   write_file(folder / "dat", dat);
   const std::vector<Result> steps =
-      run_steps({"wlanctl dump 2.4g",
+      run_steps({"library_probe init 0 >/dev/null; wlanctl dump 2.4g",
                  "sed -i 's/=hush-hush$/=hush-other/' /etc/Wireless/RT2860AP/RT2860AP.dat; wlanctl diff 2.4g",
                  "wlanctl diff 2.4g --json", "wlanctl apply 2.4g --dry-run", "wlanctl apply 2.4g --dry-run --json"},
                 {"--dat24", folder / "dat"});
@@ -132,11 +132,22 @@ TEST(Secret, OfAKeyThatNobodyKnowsIsMaskedToo) {
 
 TEST(Secret, IsAskedForWithoutAnEchoAtATerminal) {
   const Result result =
-      run("wlanctl show >/dev/null; mkfifo typed; : >seen\n"
+      run("library_probe init 0 init 1 >/dev/null; mkfifo typed; : >seen\n"
           "script -qfec 'wlanctl set 2.4g WPAPSK:1=-' seen <typed >/dev/null & typing=$!\n"
           "exec 3>typed; until grep -q 'WPAPSK:1: ' seen; do sleep 0.02; done; echo hush-hush-1 >&3\n"
           "wait $typing; echo $?; exec 3>&-; grep -c hush seen; wlanctl get 2.4g WPAPSK:1");
   EXPECT_EQ("0\n0\nhush-hush-1\n", result.out) << result.err;
+}
+
+TEST(Secret, IsNoLongerAskedForAfterCtrlCAndTheTerminalHasItsEcho) {
+  const Result result =
+      run("library_probe init 0 init 1 >/dev/null; mkfifo typed; : >seen\n"
+          "echo 'trap : INT; wlanctl set 2.4g WPAPSK:1=-; echo ended $?; stty -a | grep -q \" echo \" && echo echoes' "
+          ">asks\n"
+          "env --default-signal=INT script -qfec 'sh asks' seen <typed >/dev/null & typing=$!\n"
+          "exec 3>typed; until grep -q 'WPAPSK:1: ' seen; do sleep 0.02; done; printf '\\003' >&3\n"
+          "wait $typing; exec 3>&-; grep -c -e 'ended 130' -e echoes seen");
+  EXPECT_EQ("2\n", result.out) << result.err;
 }
 
 }  // namespace

@@ -37,7 +37,8 @@ TEST(Stations, OneThatTheDriverListsTwiceIsShownOnce) {
 
 TEST(Stations, NobodyIsAnEmptyList) {
   const std::vector<Result> results =
-      run_steps({"simctl station remove ra0 all; wlanctl stations 2.4g --json", "wlanctl stations 2.4g"});
+      run_steps({"simctl station remove ra0 all; library_probe init 0 >/dev/null; wlanctl stations 2.4g --json",
+                 "wlanctl stations 2.4g"});
   EXPECT_EQ(Json::array(), document_in(results[0].out)["data"]["bands"][0]["ssids"][0]["stations"]);
   EXPECT_EQ(0, results[0].status);
   EXPECT_EQ("no stations\n", results[1].out);

@@ -150,12 +150,21 @@ TEST(Status, StateWithoutANameIsShownAsItsNumber) {
 TEST(Status, NoStoreIsItsOwnExitCode) {
   const Json document = json_of("status", "rm /etc/Wireless/RT2860AP/RT2860AP.dat");
   EXPECT_EQ(3, document["exit_code"]);
-  EXPECT_EQ(Json::object(), document["data"]);
+  EXPECT_EQ(1U, document["data"]["bands"].size());
+}
+
+TEST(Status, SaysWhichRightIsMissing) {
+  const Result result =
+      run("library_probe init 0 >/dev/null; simctl fail channel EPERM ra0;"
+          "setpriv --bounding-set -net_admin --inh-caps -net_admin wlanctl status 2.4g >/dev/null");
+  EXPECT_EQ(5, result.status) << result.err;
+  EXPECT_THAT(result.err, HasSubstr("its channel"));
+  EXPECT_THAT(result.err, HasSubstr("run as root: the driver answers who has CAP_NET_ADMIN"));
 }
 
 // Runs a watch until it has shown two pages, then ends it by a signal.
 Result watched(const std::string& words, const std::string& signal) {
-  return run(": >pages; wlanctl status " + words +
+  return run("library_probe init 0 init 1 >/dev/null; : >pages; wlanctl status " + words +
              " >pages 2>complaints & watch=$!\n"
              "while [ $(grep -c Gateway-Home-5G pages) -lt 2 ]; do sleep 0.05; done\n"
              "kill -" +

@@ -67,10 +67,30 @@ void expect_valid(const std::string& path) {
   EXPECT_EQ("", validator.findings(path));
 }
 
+// The messages in a text, which were wrapped for a terminal, on one line each.
+std::string unwrapped(const std::string& text) {
+  const std::string start = "wlanctl: ";
+  const std::string further(start.size(), ' ');
+  std::string joined;
+  bool is_message = false;
+  for (size_t at = 0; at < text.size();) {
+    const size_t end = std::min(text.find('\n', at), text.size() - 1) + 1;
+    const std::string line = text.substr(at, end - at);
+    const bool is_further = is_message && line.starts_with(further) && line.size() > start.size() + 1;
+    if (is_further && joined.ends_with('\n')) joined.pop_back();
+    joined += is_further ? line.substr(start.size() - 1) : line;
+    is_message = is_further || line.starts_with(start);
+    at = end;
+  }
+  return joined;
+}
+
 Result run_inside(const TestFolder& folder, const std::string& script, const Words& options) {
   Words arguments = options;
   arguments.insert(arguments.end(), {"--", "sh", "-c", prelude(folder) + script});
-  const Result result = sim_test::run_in(folder.path(), arguments);
+  Result result = sim_test::run_in(folder.path(), arguments);
+  result.out = unwrapped(result.out);
+  result.err = unwrapped(result.err);
   validate_documents(folder);
   return result;
 }
@@ -115,7 +135,8 @@ std::vector<Result> run_steps(const Words& steps, const Words& options) {
   for (size_t i = 0; i < steps.size(); ++i) {
     const std::string step = folder / ("step" + std::to_string(i));
     const std::string status = read_file(step + ".status");
-    results.push_back({status.empty() ? -1 : std::stoi(status), read_file(step + ".out"), read_file(step + ".err")});
+    results.push_back({status.empty() ? -1 : std::stoi(status), unwrapped(read_file(step + ".out")),
+                       unwrapped(read_file(step + ".err"))});
   }
   return results;
 }

@@ -24,6 +24,8 @@ using sim_test::write_file;
 
 using Json = nlohmann::ordered_json;
 
+// In the results below, messages that were wrapped for a terminal stand on one line each again.
+
 // Runs a shell script in a fresh gateway, in a folder of its own, with `wlanctl` and the programs of the build on the
 // path. The test fails where a --json output of the script is no document of its verb, or says another exit code than
 // wlanctl had. `options` are gateway-sim's.

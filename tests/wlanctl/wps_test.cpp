@@ -135,7 +135,8 @@ TEST(Wps, ADriverThatRefusesIsAProblem) {
 
 TEST(Wps, LeavesStoreAndTemporaryFilesAlone) {
   const Result result =
-      run("wlanctl dump --json --secrets >before; ls -A /tmp >names; wlanctl wps pin 2.4g 1 12345670 >/dev/null;"
+      run("library_probe init 0 init 1 >/dev/null; wlanctl dump --json --secrets >before; ls -A /tmp >names; wlanctl "
+          "wps pin 2.4g 1 12345670 >/dev/null;"
           "wlanctl dump --json --secrets >after; cmp before after && ls -A /tmp | cmp - names");
   EXPECT_EQ(0, result.status) << result.out << result.err;
 }

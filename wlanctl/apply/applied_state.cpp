@@ -128,7 +128,7 @@ bool restore_applied(Band band, Report& report) {
   report.note((kept.is_current || kept.text.empty()
                    ? std::string("nothing is known of what was last applied to ") + label_of(band) + "; its dat file"
                    : "others have changed " + dat_path_of(band) + " since wlanctl last applied it; it") +
-              " counts as what is in force");
+              " counts as what is in force; wlanctl apply " + label_of(band) + " makes it known");
   const PrivateStore file(band, *content);
   take_applied(band);
   return true;
@@ -153,11 +153,6 @@ const std::vector<wifimgr_attr_record>& settings_in_force(Band band) {
 
 int weigh(Band band) {
   return static_cast<int>(wifimgr_lib_wifi_config_oper(wifi_type_of(band), kCompare));
-}
-
-const char* word_for_weight(int weight) {
-  if (weight == 0) return "nothing";
-  return weight == 1 ? "radio" : "reboot";
 }
 
 }  // namespace wlanctl

@@ -40,6 +40,5 @@ bool adopt_applied(Band band, const std::string& text);
 
 // How heavy the library says that an apply would be; restore_applied comes first.
 int weigh(Band band);
-const char* word_for_weight(int weight);  // "nothing", "radio", "reboot"
 
 }  // namespace wlanctl

@@ -105,7 +105,7 @@ bool tell_dry_run(Band band, const Plan& plan, bool secrets, Report& report) {
   }
   const char* const action = plan.nothing ? "none" : applied.committed ? "commit" : "save";
   report.data()["bands"].push_back({{"band", label},
-                                    {"apply", word_for_weight(applied.weight)},
+                                    {"apply", word_for_apply(plan.nothing, applied.weight)},
                                     {"action", action},
                                     {"commands", run->commands},
                                     {"dat", {{"path", dat_path_of(band)}, {"changes", changes_of(run->dat_changes)}}},

@@ -1,5 +1,6 @@
 #include "wlanctl/apply/plan.h"
 
+#include <algorithm>
 #include <optional>
 
 #include "wlanctl/apply/applied_state.h"
@@ -7,26 +8,14 @@
 #include "wlanctl/base/report.h"
 #include "wlanctl/keys/assignment.h"
 #include "wlanctl/keys/danger.h"
-#include "wlanctl/library/file_redirect.h"
+#include "wlanctl/keys/dat_key.h"
 #include "wlanctl/store/dat_file.h"
 #include "wlanctl/store/private_store.h"
+#include "wlanctl/store/saved_text.h"
 #include "wlanctl/store/value.h"
 
 namespace wlanctl {
 namespace {
-
-// The dat file that a save would make of the store that the library works on: what differs in it makes a difference.
-std::optional<std::string> saved_text(Band band) {
-  const MemoryFile file;
-  const DatRedirect redirect(band, file);
-  if (wifimgr_lib_save_dataFile(number_of(band)) != 0) return std::nullopt;
-  return file.text();
-}
-
-std::optional<std::string> saved_text(Band band, const std::vector<wifimgr_attr_record>& content) {
-  const PrivateStore store(band, content);
-  return saved_text(band);
-}
 
 std::vector<Danger> dangers_of(Band band) {
   std::vector<Danger> dangers;
@@ -46,8 +35,21 @@ std::vector<Danger> dangers_of(Band band) {
 
 }  // namespace
 
+const char* word_for_apply(bool nothing, int weight) {
+  constexpr const char* kWords[] = {"save", "radio", "reboot"};
+  return nothing ? "nothing" : kWords[std::clamp(weight, 0, 2)];
+}
+
+void tell_senseless_count(Band band, const std::string& count, Report& report) {
+  const std::string label = label_of(band);
+  report.problem({"BssidNum of " + label + " is \"" + count + "\" in the store, and no band has so many SSIDs",
+                  "wlanctl set " + label + " BssidNum=2, or wlanctl revert " + label, about_key(kSsidCount, band)});
+}
+
 Plan plan_apply(Band band) {
   Plan plan;
+  plan.senseless_count = senseless_count(band);
+  if (plan.senseless_count) return plan;
   const std::optional<std::string> live = saved_text(band);
   const auto parsed = parse_dat_file(band);
   const std::optional<std::string> file = parsed ? saved_text(band, *parsed) : std::nullopt;
@@ -55,11 +57,13 @@ Plan plan_apply(Band band) {
   plan.is_file_in_force = file == in_force;
   plan.nothing = live && live == file && live == in_force && weigh(band) == 0 && is_told(band);
 
+  if (!plan.nothing) plan.adjustments = adjustments_of(band);
   const PrivateStore copy(band);
   Report unheard;
   make_consistent(band, unheard);
   plan.weight = plan.nothing ? 0 : weigh(band);
   plan.dangers = dangers_of(band);
+  plan.text = saved_text(band);
   return plan;
 }
 

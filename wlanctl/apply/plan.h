@@ -1,12 +1,16 @@
 // What an apply of a band would come to, found out on private copies.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "wlanctl/apply/adjustment.h"
 #include "wlanctl/base/band.h"
 
 namespace wlanctl {
+
+class Report;
 
 // A value that a shell would act on when the driver's script is run.
 struct Danger {
@@ -19,7 +23,17 @@ struct Plan {
   bool is_file_in_force = true;
   int weight = 0;  // with dependent settings made consistent, as an apply does
   std::vector<Danger> dangers;
+  std::vector<Adjustment> adjustments;
+  std::optional<std::string> text;  // of the dat file that it would write; none where it cannot
+  // An SSID count in the store that no band can have: nothing else is found out then, as the library would count to it.
+  std::optional<std::string> senseless_count;
 };
+
+// "nothing" where there is nothing to apply; else "save", which restarts nothing, "radio" or "reboot".
+const char* word_for_apply(bool nothing, int weight);
+
+// Says that the count of SSIDs in the band's store is none.
+void tell_senseless_count(Band band, const std::string& count, Report& report);
 
 // The band's store must be open, and restore_applied comes first.
 Plan plan_apply(Band band);

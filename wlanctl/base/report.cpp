@@ -24,7 +24,18 @@ std::string line_of(const std::string& text) {
   return printable(on_one_line(text));
 }
 
+void say(const std::string& message) {
+  (void)std::fputs(message_lines("wlanctl: " + message).c_str(), stderr);
+}
+
 }  // namespace
+
+int worse_of(int left, int right) {
+  const auto rank = [](int code) {
+    return code == kNoStore ? 100 : code == kDone ? -2 : code == kWarned ? -1 : code == kNoAnswer ? 0 : code;
+  };
+  return rank(right) > rank(left) ? right : left;
+}
 
 Json about(Band band) {
   return {{"band", label_of(band)}};
@@ -79,10 +90,10 @@ bool Report::print(int exit_code, bool on_one_line) const {
     return is_printed();
   }
   put(text_.str());
-  for (const std::string& note : notes_) (void)std::fprintf(stderr, "wlanctl: note: %s\n", line_of(note).c_str());
+  for (const std::string& note : notes_) say("note: " + line_of(note));
   for (const Problem& problem : problems_) {
     const std::string next = problem.next.empty() ? "" : "; " + line_of(problem.next);
-    (void)std::fprintf(stderr, "wlanctl: %s%s\n", line_of(problem.message).c_str(), next.c_str());
+    say(line_of(problem.message) + next);
   }
   return is_printed();
 }

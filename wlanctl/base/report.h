@@ -18,7 +18,12 @@ enum ExitCode {
   kNoStore = 3,     // no store to attach to, and none can be made
   kBusy = 4,        // another wlanctl did not end in time
   kNoAnswer = 5,    // the driver or the board does not answer
+  kWarned = 7,      // check found nothing worse than warnings
 };
+
+// Of two exit codes the one to end with: what could not be begun is worse than what failed on the way, and that worse
+// than what only did not answer.
+int worse_of(int left, int right);
 
 struct Problem {
   std::string message;
@@ -49,7 +54,7 @@ class Report {
   const std::vector<Problem>& problems() const { return problems_; }
 
   // Prints everything and returns the exit code, which is a failure when it could not be printed. Text mode puts problems
-  // on standard error, one line each.
+  // on standard error, wrapped for a terminal.
   int finish(int exit_code);
 
   // For a verb that repeats itself: prints what there is so far, JSON on one line, and starts over. What comes after the

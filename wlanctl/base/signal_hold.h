@@ -10,15 +10,20 @@ namespace wlanctl {
 
 class SignalHold {
  public:
-  SignalHold() {
-    sigset_t held;
-    sigemptyset(&held);
-    for (const int number : {SIGHUP, SIGINT, SIGQUIT, SIGTERM, SIGPIPE}) sigaddset(&held, number);
-    (void)sigprocmask(SIG_BLOCK, &held, &before_);
-  }
+  SignalHold() { (void)sigprocmask(SIG_BLOCK, &held(), &before_); }
   SignalHold(const SignalHold&) = delete;
   SignalHold& operator=(const SignalHold&) = delete;
   ~SignalHold() { (void)sigprocmask(SIG_SETMASK, &before_, nullptr); }
+
+  static const sigset_t& held() {
+    static const sigset_t signals = [] {
+      sigset_t held;
+      sigemptyset(&held);
+      for (const int number : {SIGHUP, SIGINT, SIGQUIT, SIGTERM, SIGPIPE}) sigaddset(&held, number);
+      return held;
+    }();
+    return signals;
+  }
 
  private:
   sigset_t before_;

@@ -22,6 +22,10 @@ std::string table(const Rows& rows);
 // The text in lines of at most `width` characters, cut between words; a longer word stands alone.
 std::vector<std::string> wrapped(const std::string& text, size_t width);
 
+// A message in lines of a terminal's width, cut at blanks, which stay as they are elsewhere; further ones are indented.
+// A longer word stands alone.
+std::string message_lines(const std::string& text);
+
 // The head and the pieces behind it, two blanks between them, in lines of a terminal's width; further ones below the
 // first piece.
 std::string wrapped_below(const std::string& head, const std::vector<std::string>& pieces);

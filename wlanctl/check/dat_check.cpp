@@ -11,6 +11,7 @@
 #include "wlanctl/keys/danger.h"
 #include "wlanctl/keys/dat_key.h"
 #include "wlanctl/keys/secret_mask.h"
+#include "wlanctl/keys/value_rule.h"
 #include "wlanctl/library/detached_store.h"
 #include "wlanctl/library/messages.h"
 #include "wlanctl/library/shell.h"
@@ -108,8 +109,8 @@ class Check {
   void check_field_count(const DatLine& line) {
     if (line.fields.size() <= 1) return;
     const std::string count = std::to_string(line.fields.size()) + " values";
-    if (is_numbered_dat_key(line.key)) {
-      add(line, Finding::kExcessField, count + " for one SSID; the loader keeps the first one only");
+    if (const std::string reason = second_value_reason(line); !reason.empty()) {
+      add(line, is_access_list(line.key) ? Finding::kAccessList : Finding::kSecondValue, reason);
     } else if (ssids_ && line.fields.size() > *ssids_) {
       add(line, Finding::kExcessField,
           count + ", but BssidNum=" + std::to_string(*ssids_) + "; a save keeps the first " + std::to_string(*ssids_));
@@ -130,18 +131,45 @@ class Check {
   }
 
   void check_value(const DatLine& line, const Key& key, int index, const std::string& value, int field) {
-    DatFinding finding = {Finding::kRefused,      line.number, line.key, field, true, shown_value(key, value), "",
-                          words_for(key.accepted)};
+    DatFinding finding = {Finding::kRefused,       line.number, line.key,         field, true,
+                          shown_value(key, value), "",          served_words(key)};
     if (const std::optional<std::string> refusal = refusal_of(key, index, value)) {
       finding.reason = quoted(key, value) +
                        " is refused: " + (refusal->empty() ? "it takes " + finding.accepted : on_one_line(*refusal));
     } else if (const std::string danger = shell_danger_of(key, value); !danger.empty()) {
       finding.kind = Finding::kShell;
       finding.reason = quoted(key, value) + " is dangerous: " + danger;
+    } else if (const std::string unserved = unserved_reason_of(line, key, index, value); !unserved.empty()) {
+      finding.kind = Finding::kUnserved;
+      finding.reason = quoted(key, value) + " cannot be served: " + unserved;
     } else {
       return;
     }
     text_.findings.push_back(std::move(finding));
+  }
+
+  // "" when one of the bands serves the value. What is empty, or of an SSID that is not served, serves nobody anyway.
+  std::string unserved_reason_of(const DatLine& line, const Key& key, int index, const std::string& value) const {
+    if (value.empty() || line.key == kSsidCount ||
+        (ssids_ && (is_left_out(line.key, static_cast<int>(*ssids_)) || index > static_cast<int>(*ssids_))))
+      return "";
+    const auto sibling = [&](const char* name) { return value_in(*find_key(name), index); };
+    std::string reason;
+    for (const Band band : bands_) {
+      reason = unserved_reason(key, band, value, sibling);
+      if (reason.empty()) return "";
+    }
+    return reason;
+  }
+
+  std::string value_in(const Key& key, int index) const {
+    const std::string dat_key = dat_key_of(key, index);
+    const bool is_shared = key.numbering == Numbering::kShared;
+    const size_t field = is_shared && index > 0 ? static_cast<size_t>(index) - 1 : 0;
+    for (const DatLine& line : text_.lines) {
+      if (line.key == dat_key) return field < line.fields.size() ? line.fields[field] : "";
+    }
+    return "";
   }
 
   // None when the setter takes the value on one of the bands that have the key.

@@ -5,6 +5,7 @@
 #include "wifimgr_lib.h"
 #include "wlanctl/base/text.h"
 #include "wlanctl/keys/dat_key.h"
+#include "wlanctl/keys/key.h"
 
 namespace wlanctl {
 namespace {
@@ -130,6 +131,19 @@ class LineReader {
 };
 
 }  // namespace
+
+bool is_access_list(const std::string& dat_key) {
+  int index = 0;
+  const Key* const key = find_dat_key(dat_key, &index);
+  return key != nullptr && key->name == std::string(kAddressList);
+}
+
+std::string second_value_reason(const DatLine& line) {
+  if (line.fields.size() <= 1 || !is_numbered_dat_key(line.key)) return "";
+  const std::string count = std::to_string(line.fields.size());
+  return is_access_list(line.key) ? count + " addresses; the driver gets the first one only"
+                                  : count + " values for one SSID; the loader keeps the first one only";
+}
 
 DatText read_dat_text(const std::string& bytes) {
   DatText text;

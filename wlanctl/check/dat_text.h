@@ -20,6 +20,10 @@ struct DatText {
   std::vector<DatFinding> findings;
 };
 
+// Why the loader keeps but one of a line's values, though its key has several; "" where it does not.
+std::string second_value_reason(const DatLine& line);
+bool is_access_list(const std::string& dat_key);
+
 DatText read_dat_text(const std::string& bytes);
 
 }  // namespace wlanctl

@@ -26,6 +26,10 @@ const char* word_for(Finding kind) {
       return "empty-field";
     case Finding::kExcessField:
       return "excess-field";
+    case Finding::kSecondValue:
+      return "second-value";
+    case Finding::kAccessList:
+      return "access-list";
     case Finding::kLongField:
       return "long-field";
     case Finding::kLeftOut:
@@ -34,10 +38,45 @@ const char* word_for(Finding kind) {
       return "ssid-count";
     case Finding::kRefused:
       return "refused";
+    case Finding::kUnserved:
+      return "unserved";
     case Finding::kShell:
       return "shell";
   }
   return "";
+}
+
+Severity severity_of(Finding kind) {
+  switch (kind) {
+    case Finding::kExcessField:
+    case Finding::kLeftOut:
+      return Severity::kNote;
+    case Finding::kUnknownKey:
+    case Finding::kDuplicateKey:
+    case Finding::kAccessList:
+    case Finding::kUnserved:
+      return Severity::kWarning;
+    case Finding::kNoKey:
+    case Finding::kLongKey:
+    case Finding::kNoEquals:
+    case Finding::kSecondEquals:
+    case Finding::kLongLine:
+    case Finding::kLineEnd:
+    case Finding::kNulByte:
+    case Finding::kEmptyField:
+    case Finding::kSecondValue:
+    case Finding::kLongField:
+    case Finding::kSsidCount:
+    case Finding::kRefused:
+    case Finding::kShell:
+      break;
+  }
+  return Severity::kError;
+}
+
+const char* word_for(Severity severity) {
+  if (severity == Severity::kError) return "error";
+  return severity == Severity::kWarning ? "warning" : "note";
 }
 
 }  // namespace wlanctl

@@ -17,12 +17,21 @@ enum class Finding {
   kNulByte,
   kEmptyField,
   kExcessField,
+  kSecondValue,
+  kAccessList,
   kLongField,
   kLeftOut,
   kSsidCount,
   kRefused,
+  kUnserved,
   kShell,
 };
+
+// An error would be lost, misread or refused, or reaches a shell; a warning is taken, and may not be what was meant; a
+// note is harmless.
+enum class Severity { kNote, kWarning, kError };
+Severity severity_of(Finding kind);
+const char* word_for(Severity severity);  // "error" ...
 
 const char* word_for(Finding kind);  // "unknown-key" ...
 

@@ -1,6 +1,7 @@
 #include "wlanctl/completion/completion.h"
 
 #include "wlanctl/base/text.h"
+#include "wlanctl/keys/value_rule.h"
 
 namespace wlanctl {
 
@@ -26,7 +27,7 @@ std::string bands_with(const Key& key) {
 
 std::vector<std::string> offers_of(const Key& key) {
   if (key.secret) return {"-"};
-  return choices_of(key.accepted);
+  return choices_of(served(key));
 }
 
 }  // namespace wlanctl

@@ -29,7 +29,7 @@ _wlanctl_words() {
       arguments='band'
       ;;
     'save')
-      options='--help --wait=text --json'
+      options='--help --force --wait=text --json'
       arguments='band'
       ;;
     'revert')
@@ -50,6 +50,7 @@ _wlanctl_words() {
       ;;
     'status')
       options='--help --watch --json'
+      arguments='band'
       ;;
     'stations')
       options='--help --json'
@@ -154,7 +155,7 @@ BSSACM band 2.4g,5g
 BSSAifsn band 2.4g,5g
 BSSCwmax band 2.4g,5g
 BSSCwmin band 2.4g,5g
-BssidNum band 2.4g,5g
+BssidNum band 2.4g,5g 1 2 3 4 5 6 7 8
 BSSTxop band 2.4g,5g
 Channel band 2.4g,5g
 CountryCode band 2.4g,5g
@@ -242,9 +243,9 @@ AccessPolicy ssid 2.4g,5g 0 1 2
 ApCliMacManual ssid 2.4g,5g
 ApCliMacManual_Flag ssid 2.4g,5g 0 1
 APSDCapable ssid 2.4g,5g 0 1
-AuthMode ssid 2.4g,5g
+AuthMode ssid 2.4g,5g OPEN WPAPSK WPA2PSK WPAPSKWPA2PSK WPA3PSK WPA2PSKWPA3PSK WPA WPA2 WPA1WPA2 WPA3 WPA3-192Bit WEP WEPRadius
 DefaultKeyID ssid 2.4g,5g 0 1 2 3 4
-EnableSSID ssid 2.4g,5g
+EnableSSID ssid 2.4g,5g 0 1
 EncrypType ssid 2.4g,5g NONE WEP TKIP AES TKIPAES GCMP256
 FixedTxMode ssid 2.4g,5g 0 1 2
 FtOtd ssid 2.4g,5g 0 1

@@ -47,7 +47,34 @@ void recover_pending(Band band, Report& report) {
   }
 }
 
+void tell_what_is_due(Band band, Report& report) {
+  if (!is_pending(band)) return;
+  const std::string label = label_of(band);
+  const std::optional<Pending> pending = read_pending(band);
+  if (!pending) {
+    report.note("what an apply of " + label + " kept for a roll back is damaged; wlanctl confirm " + label +
+                " ends the waiting");
+  } else if (pending->is_over()) {
+    report.note(
+        "the apply of " + label +
+        " was not confirmed in time, and its roll back is due: its guardian does it or, where that is gone, the "
+        "next wlanctl that changes something");
+  } else if (pending->phase != Phase::kWaiting) {
+    report.note(
+        "an apply of " + label +
+        " is under way or ended in the middle; then its guardian rolls it back or, where that is gone, the next "
+        "wlanctl that changes something");
+  }
+}
+
 }  // namespace
+
+bool look_at_band(Band band, Report& report) {
+  if (is_store_open(band)) return true;
+  if (!look_at_store(band, report)) return false;
+  tell_what_is_due(band, report);
+  return true;
+}
 
 bool open_band(Band band, Report& report) {
   if (is_store_open(band)) return true;

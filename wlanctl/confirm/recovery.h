@@ -11,4 +11,7 @@ class Report;
 // apply has lost its guardian, it is rolled back, or gets a new one.
 bool open_band(Band band, Report& report);
 
+// The same for a verb that only looks: makes no store, and tells what is due without doing it.
+bool look_at_band(Band band, Report& report);
+
 }  // namespace wlanctl

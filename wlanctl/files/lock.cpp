@@ -23,7 +23,7 @@ bool g_held = false;
 }  // namespace
 
 int open_lock_file(const std::string& path) {
-  return open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600);
+  return open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, 0600);
 }
 
 ToolLock::ToolLock(Report& report, unsigned seconds) {

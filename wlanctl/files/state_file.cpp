@@ -51,8 +51,13 @@ std::string this_boot() {
   return id.empty() ? "-" : id;
 }
 
+bool write_own_file(const std::string& path, const std::string& bytes) {
+  return replace_file(path, bytes);
+}
+
 std::optional<std::string> read_state_file(const std::string& path, const std::string& format, int version) {
-  const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW);
+  // A pipe in its place must not be waited for.
+  const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK);
   if (file < 0) return std::nullopt;
   const std::optional<std::string> bytes = is_own(file) ? read_open_file(file) : std::nullopt;
   close(file);

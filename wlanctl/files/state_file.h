@@ -16,6 +16,9 @@ std::optional<std::string> read_state_file(const std::string& path, const std::s
 bool write_state_file(const std::string& path, const std::string& format, int version, const std::string& text,
                       Report& report);
 
+// A file of other bytes in the same way, without a head. False with errno when it cannot be written.
+bool write_own_file(const std::string& path, const std::string& bytes);
+
 // A sum of the text, to see whether it changed.
 std::string sum_of(const std::string& text);
 

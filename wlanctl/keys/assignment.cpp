@@ -1,8 +1,12 @@
 #include "wlanctl/keys/assignment.h"
 
+#include <poll.h>
+#include <signal.h>
+#include <sys/signalfd.h>
 #include <termios.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <vector>
@@ -41,6 +45,27 @@ std::optional<std::string> first_line(std::FILE* file) {
   return line;
 }
 
+// Those on hold that end the tool once they are let through: its caller may have had them ignored.
+sigset_t signals_that_end() {
+  sigset_t signals = SignalHold::held();
+  for (int number = 1; number < NSIG; ++number) {
+    struct sigaction action;
+    if (sigismember(&signals, number) != 1 || sigaction(number, nullptr, &action) != 0) continue;
+    if (action.sa_handler == SIG_IGN) sigdelset(&signals, number);
+  }
+  return signals;
+}
+
+// False when a signal that ends the tool comes first.
+bool waits_for_line() {
+  const sigset_t ending = signals_that_end();
+  const int signals = signalfd(-1, &ending, SFD_CLOEXEC | SFD_NONBLOCK);
+  pollfd awaited[] = {{STDIN_FILENO, POLLIN, 0}, {signals, POLLIN, 0}};
+  while (poll(awaited, 2, -1) < 0 && errno == EINTR) continue;
+  if (signals >= 0) close(signals);
+  return awaited[1].revents == 0;
+}
+
 // Asks for it at a terminal, where a passphrase is not to be seen.
 std::optional<std::string> line_of_input(const Target& target) {
   termios settings = {};
@@ -49,14 +74,14 @@ std::optional<std::string> line_of_input(const Target& target) {
   if (target.key->secret) unseen.c_lflag &= ~static_cast<tcflag_t>(ECHO);
   std::optional<std::string> line;
   {
-    // An interruption must not leave the terminal without its echo: it waits for the line.
+    // The terminal gets its echo back before a signal ends the tool: that takes effect at the end of the hold.
     const SignalHold hold;
     (void)tcsetattr(STDIN_FILENO, TCSAFLUSH, &unseen);
     (void)std::fprintf(stderr, "%s: ", target.name().c_str());
-    line = first_line(stdin);
+    if (waits_for_line()) line = first_line(stdin);
     (void)tcsetattr(STDIN_FILENO, TCSAFLUSH, &settings);
+    if (target.key->secret) (void)std::fputc('\n', stderr);
   }
-  if (target.key->secret) (void)std::fputc('\n', stderr);
   return line;
 }
 
@@ -90,6 +115,12 @@ std::optional<Target> parse_target(const std::string& word, Band band, Report& r
   const std::string text = word.substr(0, word.find('='));
   const size_t colon = text.find(':');
   const std::string name = text.substr(0, colon);
+  if (name.empty()) {
+    report.problem(
+        {"there is no key in front of " + (colon == std::string::npos ? std::string("=") : text.substr(colon)),
+         "write KEY=VALUE or KEY:SSID=VALUE", about(band)});
+    return std::nullopt;
+  }
   const Key* const key = find_key(name);
   if (key == nullptr) {
     report.problem({std::string("there is no key \"") + name + "\"", hint_for(name), about_key(text, band)});
@@ -104,12 +135,12 @@ std::optional<Target> parse_target(const std::string& word, Band band, Report& r
   const std::string index_word = word_for(key->scope);
   if (colon == std::string::npos) {
     if (key->scope == Scope::kBand) return Target{key, -1};
-    report.problem({std::string(key->name) + " belongs to one " + index_word, "write " + std::string(key->name) + ":1",
+    report.problem({std::string(key->name) + " is set for each " + index_word, "write " + std::string(key->name) + ":1",
                     about_key(text, band)});
     return std::nullopt;
   }
   if (key->scope == Scope::kBand) {
-    report.problem({std::string(key->name) + " belongs to the whole band",
+    report.problem({std::string(key->name) + " is set for the whole band",
                     std::string("leave out \"") + text.substr(colon) + "\"", about_key(text, band)});
     return std::nullopt;
   }

@@ -14,6 +14,8 @@ struct Target {
   const Key* key = nullptr;
   int index = -1;  // -1 for the band, else an SSID or a link from 1
 
+  bool operator==(const Target& other) const = default;
+
   // "HideSSID:2", or "Channel" for the whole band.
   std::string name() const;
 };

@@ -47,25 +47,6 @@ bool is_address_list(const std::string& value) {
   return true;
 }
 
-// What the library makes of any other word is an open network.
-constexpr const char* kModes[] = {"OPEN",          "WEPAUTO", "WEPRadius",      "WPAPSK",  "WPA2PSK",
-                                  "WPAPSKWPA2PSK", "WPA3PSK", "WPA2PSKWPA3PSK", "WPA",     "WPA2",
-                                  "WPA1WPA2",      "WPA3",    "WPA3-192Bit",    "WPA3-192"};
-
-std::string unknown_mode(const std::string& value) {
-  // Whatever else stands in such a word, the library takes it for WEP.
-  if (value.find("WEP") != std::string::npos) return "";
-  const std::vector<std::string> known(std::begin(kModes), std::end(kModes));
-  if (std::find(known.begin(), known.end(), value) != known.end()) return "";
-  return "it would open the network, as every mode does but " + joined(known, ", ");
-}
-
-// Empty, or "0" as the library itself has it, where there is none.
-bool is_passphrase(const std::string& value) {
-  constexpr size_t kShortest = 8;
-  return value.empty() || value == "0" || value.size() >= kShortest;
-}
-
 }  // namespace
 
 std::string shell_danger_of(const Key& key, const std::string& value) {
@@ -90,14 +71,6 @@ std::string danger_of(const Key& key, const std::string& value) {
   if (value.size() >= WIFIMGR_FIELD_SIZE) {
     return "the store cuts a value behind " + std::to_string(WIFIMGR_FIELD_SIZE - 1) + " characters";
   }
-  const std::string name = key.name;
-  if (name == kSsidCount && (value.size() != 1 || value[0] < '1' || value[0] > '0' + WIFIMGR_FIELDS)) {
-    return "a band has 1 to " + std::to_string(WIFIMGR_FIELDS) + " SSIDs";
-  }
-  constexpr size_t kLongestName = 32;
-  if (name == "SSID" && value.size() > kLongestName) return "on the air a network's name has 32 bytes at most";
-  if (name == "AuthMode") return unknown_mode(value);
-  if (name == "WPAPSK" && !is_passphrase(value)) return "a passphrase has 8 characters at least";
   if (!keeps_list_whole(key.dat_key) && !is_split_list(key) && value.find(';') != std::string::npos)
     return "the dat file takes ; for the next SSID's value";
   return "";

@@ -7,6 +7,10 @@
 
 namespace wlanctl {
 
+// Of a list of several addresses.
+inline constexpr char kOnlyFirstAddress[] =
+    "of several addresses the driver gets the first one only, at an apply as well as at a boot";
+
 // Names that more than a row of the table knows.
 inline constexpr char kSsidCount[] = "BssidNum";
 inline constexpr char kAddressList[] = "AccessControlList";

@@ -3,13 +3,13 @@
 #include <strings.h>
 
 #include <algorithm>
-#include <cctype>
 #include <cstdio>
 #include <cstring>
 #include <deque>
-#include <numeric>
 #include <sstream>
 #include <utility>
+
+#include "wlanctl/base/similar.h"
 
 namespace wlanctl {
 namespace {
@@ -116,24 +116,6 @@ std::vector<std::string> split(const char* text) {
   return parts;
 }
 
-// How many characters must be added, left out or changed to make one of the other; capitals do not matter.
-size_t typos_between(const std::string& left, const std::string& right) {
-  std::vector<size_t> row(right.size() + 1);
-  std::iota(row.begin(), row.end(), size_t{0});
-  for (size_t i = 1; i <= left.size(); ++i) {
-    size_t diagonal = row[0];
-    row[0] = i;
-    for (size_t j = 1; j <= right.size(); ++j) {
-      const bool same = std::tolower(static_cast<unsigned char>(left[i - 1])) ==
-                        std::tolower(static_cast<unsigned char>(right[j - 1]));
-      const size_t changed = diagonal + (same ? 0 : 1);
-      diagonal = row[j];
-      row[j] = std::min({changed, row[j] + 1, row[j - 1] + 1});
-    }
-  }
-  return row[right.size()];
-}
-
 }  // namespace
 
 std::span<const Key> all_keys() {
@@ -171,9 +153,8 @@ std::vector<std::string> similar_keys(const std::string& name) {
     if (!name.empty() && strcasestr(key.name, name.c_str()) != nullptr) found.emplace_back(key.name);
   }
   if (!found.empty()) return found;
-  constexpr size_t kTypos = 2;
   for (const Key& key : all_keys()) {
-    if (name.size() > kTypos && typos_between(key.name, name) <= kTypos) found.emplace_back(key.name);
+    if (is_mistyped(key.name, name)) found.emplace_back(key.name);
   }
   return found;
 }

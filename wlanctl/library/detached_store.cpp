@@ -5,15 +5,30 @@
 #include <sys/shm.h>
 
 #include <cerrno>
+#include <climits>
 #include <ctime>
+#include <optional>
 
 #include "wlanctl/library/band_variables.h"
 
 namespace wlanctl {
 namespace {
 
-// Of the store that is answered for; 0 while there is none.
-size_t g_size = 0;
+// The library's keys; its header names them.
+constexpr key_t kFirstSegment = 0x12345;
+constexpr key_t kFirstSemaphore = 0x12348;
+
+// What is answered for a detached band's segment and semaphore: no identifier of the kernel's.
+constexpr int kFirstIdentifier = INT_MAX - static_cast<int>(kBandCount);
+
+// By band, of the store that is answered for; 0 while there is none.
+size_t g_sizes[kBandCount] = {};
+
+// The detached band that a key or an identifier belongs to, by the first one's; none of others.
+std::optional<size_t> detached_band(int number, int first) {
+  const auto band = static_cast<size_t>(static_cast<unsigned>(number) - static_cast<unsigned>(first));
+  return band < kBandCount && g_sizes[band] != 0 ? std::optional(band) : std::nullopt;
+}
 
 bool g_only_new = false;
 bool g_was_there = false;
@@ -41,13 +56,13 @@ DetachedStore::DetachedStore(Band band, const std::vector<wifimgr_attr_record>& 
   table_ = content_;
   forget_room(band);
   address_of(band) = table_.front().key;
-  g_size = table_.size() * sizeof table_.front();
+  g_sizes[number_of(band)] = table_.size() * sizeof table_.front();
 }
 
 DetachedStore::~DetachedStore() {
   forget_room(band_);
   address_of(band_) = before_;
-  g_size = 0;
+  g_sizes[number_of(band_)] = 0;
 }
 
 OnlyNewSegments::OnlyNewSegments() {
@@ -69,18 +84,22 @@ bool OnlyNewSegments::was_there() const {
 extern "C" {
 
 int semget(key_t key, int count, int flags) noexcept {
-  if (wlanctl::g_size != 0) return 0;
+  if (const auto band = wlanctl::detached_band(key, wlanctl::kFirstSemaphore)) {
+    return wlanctl::kFirstIdentifier + static_cast<int>(*band);
+  }
   static const auto real = wlanctl::real(&semget, "semget");
   return real(key, count, flags);
 }
 
 int semop(int semaphore, sembuf* steps, size_t count) noexcept {
-  if (wlanctl::g_size != 0) return 0;
+  if (wlanctl::detached_band(semaphore, wlanctl::kFirstIdentifier)) return 0;
   return semtimedop(semaphore, steps, count, &wlanctl::kLongestHold);
 }
 
 int shmget(key_t key, size_t size, int flags) noexcept {
-  if (wlanctl::g_size != 0) return 0;
+  if (const auto band = wlanctl::detached_band(key, wlanctl::kFirstSegment)) {
+    return wlanctl::kFirstIdentifier + static_cast<int>(*band);
+  }
   static const auto real = wlanctl::real(&shmget, "shmget");
   if (!wlanctl::g_only_new) return real(key, size, flags);
   if ((flags & IPC_CREAT) == 0) {
@@ -93,9 +112,9 @@ int shmget(key_t key, size_t size, int flags) noexcept {
 }
 
 int shmctl(int segment, int command, shmid_ds* status) noexcept {
-  if (wlanctl::g_size != 0 && command == IPC_STAT) {
+  if (const auto band = wlanctl::detached_band(segment, wlanctl::kFirstIdentifier); band && command == IPC_STAT) {
     *status = {};
-    status->shm_segsz = wlanctl::g_size;
+    status->shm_segsz = wlanctl::g_sizes[*band];
     return 0;
   }
   static const auto real = wlanctl::real(&shmctl, "shmctl");

@@ -1,5 +1,7 @@
 #include "wlanctl/store/segment.h"
 
+#include <fcntl.h>
+#include <signal.h>
 #include <sys/file.h>
 #include <sys/sem.h>
 #include <sys/shm.h>
@@ -39,9 +41,11 @@ bool fail(Band band, Report& report, const std::string& message, const std::stri
 // Held while a store is looked for and made, so that nobody attaches one that is only half there.
 class MakingLock {
  public:
-  MakingLock() : file_(open_lock_file(place::kMaking)) {
-    while (file_ >= 0 && flock(file_, LOCK_EX) != 0 && errno == EINTR) continue;
-  }
+  // For who only looks: without making the file.
+  struct IfThere {};
+
+  MakingLock() : MakingLock(open_lock_file(place::kMaking)) {}
+  explicit MakingLock(IfThere) : MakingLock(open(place::kMaking, O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK)) {}
   MakingLock(const MakingLock&) = delete;
   MakingLock& operator=(const MakingLock&) = delete;
   ~MakingLock() {
@@ -49,23 +53,39 @@ class MakingLock {
   }
 
  private:
+  explicit MakingLock(int file) : file_(file) {
+    while (file_ >= 0 && flock(file_, LOCK_EX) != 0 && errno == EINTR) continue;
+  }
+
   int file_;
 };
 
+enum class Attached { kDone, kNotThere, kFailed };
+
+// With errno, where it is not done.
+Attached attach(Band band) {
+  const int segment = segment_of(band);
+  if (segment < 0) return errno == ENOENT ? Attached::kNotThere : Attached::kFailed;
+  void* const address = shmat(segment, nullptr, 0);
+  if (address == reinterpret_cast<void*>(-1)) return Attached::kFailed;
+  address_of(band) = static_cast<char*>(address);
+  g_opened[number_of(band)] = segment;
+  return Attached::kDone;
+}
+
+bool fail_to_attach(Band band, Report& report) {
+  return fail(band, report,
+              std::string("the store of ") + label_of(band) + " cannot be attached: " + std::strerror(errno),
+              "run as the user of the management processes");
+}
+
 bool attach_or_make(Band band, Report& report) {
   const MakingLock lock;
-  const std::string store = std::string("the store of ") + label_of(band);
   constexpr int kTries = 3;
   for (int i = 0; i < kTries; ++i) {
-    const int segment = segment_of(band);
-    if (segment >= 0) {
-      void* const address = shmat(segment, nullptr, 0);
-      if (address == reinterpret_cast<void*>(-1)) break;
-      address_of(band) = static_cast<char*>(address);
-      g_opened[number_of(band)] = segment;
-      return true;
-    }
-    if (errno != ENOENT) break;
+    const Attached attached = attach(band);
+    if (attached == Attached::kDone) return true;
+    if (attached == Attached::kFailed) break;
     clear_messages();
     bool made = false;
     {
@@ -82,8 +102,7 @@ bool attach_or_make(Band band, Report& report) {
       return true;
     }
   }
-  return fail(band, report, store + " cannot be attached: " + std::strerror(errno),
-              "run as the user of the management processes");
+  return fail_to_attach(band, report);
 }
 
 bool can_be_locked(Band band, Report& report) {
@@ -100,10 +119,26 @@ bool can_be_locked(Band band, Report& report) {
                 std::string("the store of ") + label_of(band) + " cannot be locked: " + std::strerror(errno),
                 "run as the user of the management processes");
   }
+  const pid_t holder = semctl(id, 0, GETPID);
+  const std::string label = label_of(band);
+  if (kill(holder, 0) != 0 && errno == ESRCH) {
+    return fail(band, report,
+                "the store of " + label + " is held, last by process " + std::to_string(holder) +
+                    ", which is gone and cannot let go",
+                "wlanctl unlock " + label + " frees it");
+  }
   return fail(band, report,
-              std::string("the store of ") + label_of(band) + " is held by process " +
-                  std::to_string(semctl(id, 0, GETPID)) + ", which does not let go",
+              "the store of " + label + " is held by process " + std::to_string(holder) + ", which does not let go",
               "is it stopped? let it go on, or end it");
+}
+
+bool is_usable(Band band, Report& report, Content content) {
+  if (!can_be_locked(band, report)) return false;
+  if (content == Content::kNeeded && table_of_store(band).empty()) {
+    return fail(band, report, std::string("the store of ") + label_of(band) + " is empty",
+                std::string("wlanctl revert ") + label_of(band) + " fills it from the dat file");
+  }
+  return true;
 }
 
 }  // namespace
@@ -140,11 +175,30 @@ bool StoreLock::replace(const std::vector<wifimgr_attr_record>& content) const {
 
 bool open_store(Band band, Report& report, Content content) {
   if (is_store_open(band)) return true;
-  if (!attach_or_make(band, report) || !can_be_locked(band, report)) return false;
-  if (content == Content::kNeeded && table_of_store(band).empty()) {
-    return fail(band, report, std::string("the store of ") + label_of(band) + " is empty",
-                std::string("wlanctl revert ") + label_of(band) + " fills it from the dat file");
+  return attach_or_make(band, report) && is_usable(band, report, content);
+}
+
+bool look_at_store(Band band, Report& report) {
+  // Never taken down: the library would speak of it when the tool has ended already.
+  [[maybe_unused]] static const DetachedStore* files[kBandCount];
+  if (is_store_open(band)) return true;
+  const std::string label = label_of(band);
+  {
+    const MakingLock lock(MakingLock::IfThere{});
+    if (const Attached attached = attach(band); attached != Attached::kNotThere) {
+      return attached == Attached::kDone ? is_usable(band, report, Content::kNeeded) : fail_to_attach(band, report);
+    }
   }
+  const auto content = parse_dat_file(band);
+  if (!content || content->empty()) {
+    return fail(
+        band, report,
+        "there is no store of " + label + ", and its dat file " + (content ? "has no settings" : "cannot be read"),
+        "is " + dat_path_of(band) + " there, readable and whole?");
+  }
+  files[number_of(band)] = new DetachedStore(band, *content);
+  g_opened[number_of(band)] = segment_of(band);
+  report.note("there is no live store of " + label + " yet; this is what its dat file says");
   return true;
 }
 

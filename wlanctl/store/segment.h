@@ -21,6 +21,9 @@ enum class Content {
 bool open_store(Band band, Report& report, Content content = Content::kNeeded);
 bool is_store_open(Band band);
 
+// The same for who only looks: where there is no store it is not made, but the dat file is read, with a note.
+bool look_at_store(Band band, Report& report);
+
 // Attaches the segment anew where somebody has removed it, and made another, since it was opened.
 bool reopen_if_replaced(Band band, Report& report);
 

@@ -84,4 +84,13 @@ int ssid_count(Band band) {
   return count < 0 ? 0 : static_cast<int>(std::min(count, static_cast<long>(WIFIMGR_FIELDS)));
 }
 
+std::optional<std::string> senseless_count(Band band) {
+  char text[WIFIMGR_VALUE_SIZE] = "";
+  (void)wifimgr_lib_get_bssidnum(number_of(band), -1, text, sizeof text);
+  std::string value = without_line_end(std::string(text, strnlen(text, sizeof text)));
+  const std::optional<int64_t> count = number_in(value);
+  if (count && *count >= 1 && *count <= WIFIMGR_FIELDS) return std::nullopt;
+  return value;
+}
+
 }  // namespace wlanctl

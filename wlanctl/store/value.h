@@ -31,4 +31,7 @@ void spread_list(Band band, const Key& key, const std::string& value);
 
 int ssid_count(Band band);
 
+// The count as it stands there, where it is none that a band can have.
+std::optional<std::string> senseless_count(Band band);
+
 }  // namespace wlanctl

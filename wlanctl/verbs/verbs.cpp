@@ -4,14 +4,14 @@ namespace wlanctl {
 namespace {
 
 constexpr char kFooter[] =
-    "Exit codes: 0 done; 1 refused, failed, or check found something; 2 wrong usage\n"
-    "or a file that cannot be read; 3 no store that can be had; 4 another wlanctl is\n"
-    "busy; 5 the driver does not answer.\n\n"
+    "Exit codes: 0 done; 1 refused, failed, or check found errors; 2 wrong usage or a\n"
+    "file that cannot be read; 3 no store that can be had; 4 another wlanctl is busy;\n"
+    "5 the driver does not answer; 7 check found warnings.\n\n"
     "Examples:\n"
     "  wlanctl status\n"
     "  wlanctl set 2.4g SSID:1=Kitchen\n"
     "  wlanctl diff 2.4g && wlanctl apply 2.4g --confirm 60\n\n"
-    "wlanctl VERB --help has the words of a verb.";
+    "wlanctl VERB --help explains a verb.";
 
 // As the help lists them.
 constexpr const Verb* kVerbs[] = {&kShow,  &kGet,   &kSet,     &kKeys,        &kDiff,     &kSave,       &kRevert,

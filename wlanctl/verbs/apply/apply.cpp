@@ -14,6 +14,7 @@
 #include "wlanctl/files/lock.h"
 #include "wlanctl/store/dat_file.h"
 #include "wlanctl/store/segment.h"
+#include "wlanctl/verbs/apply/file_guard.h"
 #include "wlanctl/verbs/verbs.h"
 
 namespace wlanctl {
@@ -47,24 +48,48 @@ bool refuse_second(Band band, Report& report) {
 }
 
 // Everything that can be refused is found here, before anything is touched.
+// A band without a store keeps no other one from its apply.
 int plan_all(const Words& words, Report& report, std::vector<Job>* jobs) {
+  int code = kDone;
+  const auto refuse = [&](bool is_refused) {
+    if (is_refused) code = worse_of(code, kRefused);
+  };
   for (const Band band : bands_of(words.band)) {
     // A dry run touches nothing, not even what is due.
-    if (!(words.dry_run ? open_store(band, report) : open_band(band, report))) return kNoStore;
+    if (!(words.dry_run ? look_at_store(band, report) : open_band(band, report))) {
+      code = kNoStore;
+      continue;
+    }
     if (words.dry_run && is_pending(band)) {
       report.note(std::string("an apply of ") + label_of(band) + " waits for its confirmation, or to be rolled back");
     }
-    if (!words.dry_run && refuse_second(band, report)) continue;
-    if (!restore_applied(band, report)) return kWrongUsage;
-    jobs->push_back({band, plan_apply(band), std::nullopt, std::nullopt});
-    if (!jobs->back().plan.nothing && !words.force) refuse_dangers(jobs->back(), report);
+    if (!words.dry_run && refuse_second(band, report)) {
+      refuse(true);
+      continue;
+    }
+    if (!restore_applied(band, report)) {
+      code = worse_of(code, kWrongUsage);
+      continue;
+    }
+    const Plan plan = plan_apply(band);
+    if (plan.senseless_count) {
+      tell_senseless_count(band, *plan.senseless_count, report);
+      refuse(true);
+      continue;
+    }
+    jobs->push_back({band, plan, std::nullopt, std::nullopt});
+    if (plan.nothing || words.force) continue;
+    refuse(!plan.dangers.empty());
+    refuse_dangers(jobs->back(), report);
+    refuse(!may_write_file(band, plan.text, report));
   }
-  return report.has_problems() ? kRefused : kDone;
+  return code;
 }
 
 // Before the first change of any band: the settings to come back, and somebody who brings them.
 bool prepare(const Words& words, Job& job, Report& report) {
   // Until the new settings are in force, and kept as such, the file must not pass for them.
+  if (!keep_file_of_now(job.band, job.plan.text, report)) return false;
   if (!keep_applied(job.band, FileIs::kChanging, report)) return false;
   if (words.confirm_seconds == 0) return true;
   if (!job.plan.is_file_in_force) {
@@ -99,19 +124,19 @@ bool run_job(Job& job, Report& report) {
 
 void tell(const Words& words, const Job& job, Report& report) {
   const std::string label = label_of(job.band);
-  Json entry = {{"band", label}, {"apply", word_for_weight(job.plan.weight)}, {"action", "none"}};
+  Json entry = {{"band", label}, {"apply", word_for_apply(job.plan.nothing, job.plan.weight)}, {"action", "none"}};
   Json scripts = Json::array();
   if (job.plan.nothing) {
     report.text() << label << ": nothing to apply; the store, the dat file and what is in force agree\n";
   } else if (job.applied) {
     const Applied& applied = *job.applied;
-    entry["apply"] = word_for_weight(applied.weight);
+    entry["apply"] = word_for_apply(false, applied.weight);
     entry["action"] = applied.committed ? "committed" : "saved";
     report.text() << label
-                  << (applied.committed ? ": applied; dat file written, interfaces restarted"
-                                        : ": applied without a restart, as nothing that needs one differs; "
-                                          "dat file saved")
-                  << ",\n  driver told of " << applied.scripts.size() << " SSIDs\n";
+                  << (applied.committed ? ": applied; dat file written, interfaces restarted,\n  driver told of "
+                                        : ": applied without a restart, as nothing that needs one differs;\n"
+                                          "  dat file saved, driver told of ")
+                  << applied.scripts.size() << " SSIDs\n";
     for (const Script& script : applied.scripts) {
       scripts.push_back({{"ssid", script.ssid}, {"path", script.path}, {"status", script.status}});
     }
@@ -134,15 +159,17 @@ void tell(const Words& words, const Job& job, Report& report) {
 // What the driver did not take is said; on a changed count it may lack the interface until the reboot.
 int judge_scripts(const Job& job, Report& report) {
   if (!job.applied || job.applied->weight > 1) return kDone;
+  bool has_failed = false;
   for (const Script& script : job.applied->scripts) {
     if (script.status == 0) continue;
+    has_failed = true;
     report.problem(
         {"the driver's script of SSID " + std::to_string(script.ssid) + " of " + label_of(job.band) +
              " failed, with status " + std::to_string(script.status),
          "wlanctl apply " + std::string(label_of(job.band)) + " tells it again; the kernel's log may say why",
          about(job.band, script.ssid)});
   }
-  return report.has_problems() ? kNoAnswer : kDone;
+  return has_failed ? kNoAnswer : kDone;
 }
 
 // The time begins when all is done: nobody can confirm before.
@@ -171,10 +198,15 @@ bool prepare_all(const Words& words, std::vector<Job>& jobs, Report& report) {
 
 int run_all(const Words& words, std::vector<Job>& jobs, Report& report) {
   const SignalHold hold;
+  const size_t problems_before = report.problems().size();
   if (!prepare_all(words, jobs, report)) return kRefused;
   int code = kDone;
   for (Job& job : jobs) {
-    if (job.plan.nothing) continue;
+    if (job.plan.nothing) {
+      // From now on it is known.
+      (void)keep_applied(job.band, FileIs::kSettled, report);
+      continue;
+    }
     if (!run_job(job, report)) {
       code = kRefused;
       break;
@@ -182,7 +214,7 @@ int run_all(const Words& words, std::vector<Job>& jobs, Report& report) {
     if (code == kDone) code = judge_scripts(job, report);
   }
   begin_waiting(words, jobs, report);
-  return report.has_problems() && code == kDone ? kRefused : code;
+  return report.problems().size() > problems_before && code == kDone ? kRefused : code;
 }
 
 int apply(const Words& words, Report& report) {
@@ -197,11 +229,12 @@ int apply(const Words& words, Report& report) {
   int code = plan_all(words, report, &jobs);
   if (words.dry_run) {
     for (const Job& job : jobs) {
-      if (!tell_dry_run(job.band, job.plan, words.secrets, report)) code = kRefused;
+      if (!tell_dry_run(job.band, job.plan, words.secrets, report)) code = worse_of(code, kRefused);
     }
     return code;
   }
-  if (code == kDone) code = run_all(words, jobs, report);
+  const bool is_any_refused = code != kDone && code != kNoStore;
+  if (!is_any_refused) code = worse_of(code, run_all(words, jobs, report));
   if (code == kDone || code == kNoAnswer || report.has_problems()) {
     for (const Job& job : jobs) tell(words, job, report);
   }
@@ -223,7 +256,7 @@ constexpr char kFooter[] =
     "leaves what the dat file says by then.\n\n"
     "Examples:\n"
     "  wlanctl apply 2.4g --dry-run\n"
-    "  wlanctl apply 2.4g --confirm 60 && ping -c3 192.168.1.2 && wlanctl confirm";
+    "  wlanctl apply 2.4g --confirm 60 && ping -c3 192.168.1.2 && wlanctl confirm 2.4g";
 
 constexpr Word kWords[] = {
     word::kBand,
@@ -233,7 +266,7 @@ constexpr Word kWords[] = {
      &Words::confirm_seconds,
      "Put all back unless wlanctl confirm comes",
      {.lowest = 1, .highest = kLongestWait, .value_name = "SECONDS"}},
-    {"--force", &Words::force, "Apply values that a shell would act on"},
+    {"--force", &Words::force, "Apply what a shell would act on, and write what loses lines of the file"},
     word::kWait,
 };
 

@@ -1,5 +1,6 @@
 // diff: the live store against the dat file. save and revert bring one in line with the other.
 #include <algorithm>
+#include <array>
 #include <map>
 
 #include "wlanctl/apply/applied_state.h"
@@ -10,13 +11,16 @@
 #include "wlanctl/confirm/pending.h"
 #include "wlanctl/confirm/recovery.h"
 #include "wlanctl/files/lock.h"
+#include "wlanctl/keys/dat_key.h"
 #include "wlanctl/keys/json_value.h"
 #include "wlanctl/keys/secret_mask.h"
 #include "wlanctl/library/messages.h"
 #include "wlanctl/store/dat_file.h"
 #include "wlanctl/store/revert.h"
+#include "wlanctl/store/saved_text.h"
 #include "wlanctl/store/segment.h"
 #include "wlanctl/store/value.h"
+#include "wlanctl/verbs/apply/file_guard.h"
 #include "wlanctl/verbs/verbs.h"
 
 namespace wlanctl {
@@ -93,49 +97,136 @@ Problem unreadable_file(Band band) {
   return {"cannot read " + dat_path_of(band), "is it there, and readable?", about(band)};
 }
 
+// "  NAME  LEFT -> RIGHT" for each; two long values do not fit beside each other, and stand below each other.
+std::string table_of(const std::vector<std::array<std::string, 3>>& changes) {
+  Rows rows;
+  size_t widest = 0;
+  for (const auto& [name, left, right] : changes) {
+    rows.push_back({"  " + printable(name), printable(left) + " -> " + printable(right)});
+    widest = std::max(widest, rows.back()[0].size());
+  }
+  for (size_t i = 0; i < rows.size(); ++i) {
+    std::string& values = rows[i][1];
+    if (widest + 2 + values.size() > kColumns)
+      values.replace(printable(changes[i][1]).size(), 1, "\n" + std::string(widest + 2, ' '));
+  }
+  return table(rows);
+}
+
+std::string verb_for(size_t count) {
+  return count_of(count, "value") + (count == 1 ? " differs" : " differ");
+}
+
+Json tell_changes(const std::vector<Difference>& found, const char* other, Text& text) {
+  Json changes = Json::array();
+  std::vector<std::array<std::string, 3>> rows;
+  for (const Difference& one : found) {
+    changes.push_back(
+        {{"key", one.name}, {"live", json_value(one.dat_key, one.live)}, {other, json_value(one.dat_key, one.file)}});
+    rows.push_back({one.name, one.file, one.live});
+  }
+  text << table_of(rows);
+  return changes;
+}
+
+Json tell_adjustments(const std::vector<Adjustment>& adjustments, bool secrets, Text& text) {
+  Json told = Json::array();
+  std::vector<std::array<std::string, 3>> rows;
+  for (const Adjustment& one : adjustments) {
+    const Key& key = *one.target.key;
+    const std::string from = secrets ? one.from : shown_value(key, one.from);
+    const std::string to = secrets || one.to == "0" ? one.to : shown_value(key, one.to);
+    told.push_back({{"key", one.target.name()}, {"from", json_value(key, from)}, {"to", json_value(key, to)}});
+    rows.push_back({one.target.name(), from, to});
+  }
+  if (!rows.empty()) {
+    text << "  an apply will change by itself, so that it agrees with the rest:\n" << table_of(rows);
+  }
+  return told;
+}
+
+void note_access_lists(Band band, Report& report) {
+  for (int ssid = 1; ssid <= ssid_count(band); ++ssid) {
+    const Target target = {find_key(kAddressList), ssid};
+    if (read_value(band, *target.key, ssid).value_or("").find(';') == std::string::npos) continue;
+    report.note(target.name() + " of " + label_of(band) + ": " + kOnlyFirstAddress);
+  }
+}
+
+int diff_band(Band band, const Words& words, Report& report, Json& bands) {
+  if (!look_at_band(band, report)) return kNoStore;
+  const auto parsed = parse_dat_file(band);
+  if (!parsed) {
+    report.problem(unreadable_file(band));
+    return kWrongUsage;
+  }
+  const Values live = values_of(records_of(table_of_store(band)));
+  const size_t ssids = shown_ssids(band);
+  const std::vector<Difference> found = differences(live, values_of(records_of(*parsed)), ssids, words.secrets);
+  if (!restore_applied(band, report)) return kWrongUsage;
+  note_waiting(band, report);
+  const Plan plan = plan_apply(band);
+  const char* const weight = word_for_apply(plan.nothing, plan.weight);
+  if (!is_told(band)) {
+    report.note(std::string("the driver did not take all of the last apply of ") + label_of(band) + "; wlanctl apply " +
+                label_of(band) + " tells it again");
+  }
+  Text& text = report.text();
+  text << label_of(band) << ": "
+       << (found.empty() ? "the store is as the dat file" : verb_for(found.size()) + " (dat file -> store)")
+       << "; an apply would mean: "
+       << (plan.senseless_count                ? "?"
+           : plan.weight == 0 && !plan.nothing ? "no restart"
+                                               : weight)
+       << '\n';
+  Json changes = tell_changes(found, "file", text);
+  // What was saved, but never applied.
+  std::vector<Difference> waiting;
+  if (!plan.senseless_count && !plan.is_file_in_force) {
+    waiting = differences(live, values_of(records_of(settings_in_force(band))), ssids, words.secrets);
+  }
+  if (!waiting.empty()) text << "  " << verb_for(waiting.size()) << " from what is in force (in force -> store)\n";
+  Json not_in_force = tell_changes(waiting, "in_force", text);
+  Json adjustments = tell_adjustments(plan.adjustments, words.secrets, text);
+  if (!plan.nothing) note_access_lists(band, report);
+  bands.push_back({{"band", label_of(band)},
+                   {"changes", std::move(changes)},
+                   {"not_in_force", std::move(not_in_force)},
+                   {"adjustments", std::move(adjustments)},
+                   {"apply", plan.senseless_count ? Json() : Json(weight)}});
+  if (!plan.senseless_count) return kDone;
+  tell_senseless_count(band, *plan.senseless_count, report);
+  return kRefused;
+}
+
 int diff(const Words& words, Report& report) {
   Json bands = Json::array();
-  for (const Band band : bands_of(words.band)) {
-    if (!open_band(band, report)) return kNoStore;
-    const auto parsed = parse_dat_file(band);
-    if (!parsed) {
-      report.problem(unreadable_file(band));
-      return kWrongUsage;
-    }
-    const std::vector<Difference> found = differences(values_of(records_of(table_of_store(band))),
-                                                      values_of(records_of(*parsed)), shown_ssids(band), words.secrets);
-    if (!restore_applied(band, report)) return kWrongUsage;
-    note_waiting(band, report);
-    const Plan plan = plan_apply(band);
-    const char* const weight = word_for_weight(plan.weight);
-    if (!is_told(band)) {
-      report.note(std::string("the driver did not take all of the last apply of ") + label_of(band) +
-                  "; wlanctl apply " + label_of(band) + " tells it again");
-    }
-    Json changes = Json::array();
-    Rows rows;
-    size_t widest = 0;
-    for (const Difference& one : found) {
-      changes.push_back({{"key", one.name},
-                         {"live", json_value(one.dat_key, one.live)},
-                         {"file", json_value(one.dat_key, one.file)}});
-      rows.push_back({"  " + one.name, printable(one.file) + " -> " + printable(one.live)});
-      widest = std::max(widest, rows.back()[0].size());
-    }
-    // Two long values do not fit beside each other.
-    for (std::vector<std::string>& row : rows) {
-      const size_t arrow = row[1].rfind(" -> ");
-      if (widest + 2 + row[1].size() > kColumns) row[1].replace(arrow, 1, "\n" + std::string(widest + 2, ' '));
-    }
-    report.text() << label_of(band) << ": "
-                  << (found.empty() ? "the store is as the dat file"
-                                    : count_of(found.size(), "value") + (found.size() == 1 ? " differs" : " differ") +
-                                          " (dat file -> store)")
-                  << "; an apply would mean: " << (plan.weight == 0 && !plan.nothing ? "no restart" : weight) << '\n'
-                  << table(rows);
-    bands.push_back({{"band", label_of(band)}, {"changes", std::move(changes)}, {"apply", weight}});
-  }
+  int code = kDone;
+  for (const Band band : bands_of(words.band)) code = worse_of(code, diff_band(band, words, report, bands));
   report.data() = {{"bands", std::move(bands)}};
+  return code;
+}
+
+int save_band(Band band, bool force, Report& report, Json& saved) {
+  if (!open_band(band, report)) return kNoStore;
+  if (const auto count = senseless_count(band)) {
+    tell_senseless_count(band, *count, report);
+    return kRefused;
+  }
+  // From now on the dat file no longer says what is in force.
+  if (!restore_applied(band, report)) return kWrongUsage;
+  const std::optional<std::string> text = saved_text(band);
+  if (!force && !may_write_file(band, text, report)) return kRefused;
+  if (!keep_file_of_now(band, text, report) || !keep_applied(band, FileIs::kChanging, report)) return kRefused;
+  clear_messages();
+  if (wifimgr_lib_save_dataFile(number_of(band)) != 0) {
+    report.problem({std::string(label_of(band)) + " was not saved: " + first_reason(),
+                    "is " + dat_path_of(band) + " writable, and is there room?", about(band)});
+    return kRefused;
+  }
+  if (!keep_applied(band, FileIs::kSettled, report)) return kRefused;
+  saved.push_back(label_of(band));
+  report.text() << label_of(band) << ": saved to " << dat_path_of(band) << '\n';
   return kDone;
 }
 
@@ -143,23 +234,10 @@ int save(const Words& words, Report& report) {
   const ToolLock lock(report, words.wait_seconds);
   if (!lock) return lock.exit_code();
   Json saved = Json::array();
-  for (const Band band : bands_of(words.band)) {
-    if (!open_band(band, report)) return kNoStore;
-    // From now on the dat file no longer says what is in force.
-    if (!restore_applied(band, report)) return kWrongUsage;
-    if (!keep_applied(band, FileIs::kChanging, report)) return kRefused;
-    clear_messages();
-    if (wifimgr_lib_save_dataFile(number_of(band)) != 0) {
-      report.problem({std::string(label_of(band)) + " was not saved: " + first_reason(),
-                      "is " + dat_path_of(band) + " writable, and is there room?", about(band)});
-      return kRefused;
-    }
-    if (!keep_applied(band, FileIs::kSettled, report)) return kRefused;
-    saved.push_back(label_of(band));
-    report.text() << label_of(band) << ": saved to " << dat_path_of(band) << '\n';
-  }
+  int code = kDone;
+  for (const Band band : bands_of(words.band)) code = worse_of(code, save_band(band, words.force, report, saved));
   report.data() = {{"bands", std::move(saved)}};
-  return kDone;
+  return code;
 }
 
 Problem refusal_of(Band band, const Reverted& outcome) {
@@ -172,33 +250,38 @@ Problem refusal_of(Band band, const Reverted& outcome) {
   return {dat_path_of(band) + " lacks " + outcome.missing.front() +
               (others == 0 ? "" : " and " + std::to_string(others) + " more keys that the store has"),
           "was it cut off? wlanctl save " + std::string(label_of(band)) +
-              " writes it anew; --force reverts to what there is",
+              " --force writes it anew; revert --force reverts to what there is",
           about(band)};
+}
+
+int revert_band(Band band, bool force, Report& report, Json& reverted) {
+  if (!open_store(band, report, Content::kToCome)) return kNoStore;
+  const size_t ssids = shown_ssids(band);
+  const Reverted outcome = revert_store(band, force);
+  if (outcome.how != Reverting::kDone) {
+    report.problem(refusal_of(band, outcome));
+    return outcome.how == Reverting::kUnreadable ? kWrongUsage : kRefused;
+  }
+  const size_t values =
+      differences(values_of(records_of(outcome.before)), values_of(records_of(outcome.file)), ssids, false).size();
+  reverted.push_back({{"band", label_of(band)}, {"values", values}});
+  report.text() << label_of(band) << ": " << count_of(values, "value") << " put back to the dat file's\n";
+  return kDone;
 }
 
 int revert(const Words& words, Report& report) {
   const ToolLock lock(report, words.wait_seconds);
   if (!lock) return lock.exit_code();
   Json reverted = Json::array();
-  for (const Band band : bands_of(words.band)) {
-    if (!open_store(band, report, Content::kToCome)) return kNoStore;
-    const size_t ssids = shown_ssids(band);
-    const Reverted outcome = revert_store(band, words.force);
-    if (outcome.how != Reverting::kDone) {
-      report.problem(refusal_of(band, outcome));
-      return outcome.how == Reverting::kUnreadable ? kWrongUsage : kRefused;
-    }
-    const size_t values =
-        differences(values_of(records_of(outcome.before)), values_of(records_of(outcome.file)), ssids, false).size();
-    reverted.push_back({{"band", label_of(band)}, {"values", values}});
-    report.text() << label_of(band) << ": " << count_of(values, "value") << " put back to the dat file's\n";
-  }
+  int code = kDone;
+  for (const Band band : bands_of(words.band)) code = worse_of(code, revert_band(band, words.force, report, reverted));
   report.data() = {{"bands", std::move(reverted)}};
-  return kDone;
+  return code;
 }
 
 constexpr Word kDiffWords[] = {word::kBand, word::kSecrets};
-constexpr Word kSaveWords[] = {word::kBand, word::kWait};
+constexpr Word kSaveWords[] = {
+    word::kBand, {"--force", &Words::force, "Also where something of the dat file is lost"}, word::kWait};
 constexpr Word kRevertWords[] = {
     word::kBand, {"--force", &Words::force, "Also to a dat file that lacks keys of the store"}, word::kWait};
 

@@ -64,7 +64,8 @@ constexpr const Verb* kVerbs[] = {&kOnVerb, &kOffVerb};
 const Verb kRadio = {.name = "radio",
                      .help = "Take a band off the air, and back",
                      .footer =
-                         "The settings stay as they are: an apply or a boot brings the band back too.\n\n"
+                         "The settings stay as they are. A boot brings the band back too, and so does an\n"
+                         "apply that restarts the radio.\n\n"
                          "Examples:\n  wlanctl radio off 5g\n  wlanctl radio on 5g",
                      .verbs = kVerbs};
 

@@ -36,10 +36,14 @@ Json ask_ssid(Report& report, Band band, const ServedSsid& ssid, Rows* rows) {
 }
 
 int run(const Words& words, Report& report) {
+  int code = kDone;
   Json bands = Json::array();
   Rows rows = {{"STATION", "BAND", "SSID", "11k", "11v", "NAME"}};
   for (const Band band : bands_of(words.band)) {
-    if (!open_band(band, report)) return kNoStore;
+    if (!look_at_band(band, report)) {
+      code = kNoStore;
+      continue;
+    }
     if (words.ssid != 0 && !has_ssid(band, words.ssid, report)) return kRefused;
     Json ssids = Json::array();
     (void)is_there(band, report);
@@ -54,6 +58,7 @@ int run(const Words& words, Report& report) {
   } else if (!report.has_problems()) {
     report.text() << "no stations\n";
   }
+  if (code != kDone) return code;
   return report.has_problems() ? kNoAnswer : kDone;
 }
 

@@ -7,6 +7,7 @@
 
 #include "wlanctl/base/report.h"
 #include "wlanctl/base/terminal.h"
+#include "wlanctl/command_line/common_words.h"
 #include "wlanctl/confirm/pending.h"
 #include "wlanctl/confirm/recovery.h"
 #include "wlanctl/live/board.h"
@@ -112,16 +113,24 @@ Json ask_band(Report& report, Band band) {
           {"neighbours", json_of(neighbours)}};
 }
 
-int show_page(Report& report) {
-  for (const Band band : kBands) {
-    if (!open_band(band, report)) return kNoStore;
-    note_waiting(band, report);
+// What does not depend on a band's store is shown in any case.
+int show_page(const std::vector<Band>& bands_asked, Report& report) {
+  int code = kDone;
+  std::vector<Band> opened;
+  for (const Band band : bands_asked) {
+    if (look_at_band(band, report)) {
+      note_waiting(band, report);
+      opened.push_back(band);
+    } else {
+      code = kNoStore;
+    }
   }
   const Board board = board_of(report);
   print_board(report, board);
   Json bands = Json::array();
-  for (const Band band : kBands) bands.push_back(ask_band(report, band));
+  for (const Band band : opened) bands.push_back(ask_band(report, band));
   report.data() = {{"board", json_of(board)}, {"bands", std::move(bands)}};
+  if (code != kDone) return code;
   return report.has_problems() ? kNoAnswer : kDone;
 }
 
@@ -163,27 +172,29 @@ class EndingSignals {
   sigset_t before_;
 };
 
-int watch(unsigned seconds, bool as_json, Report& report) {
+int watch(const std::vector<Band>& bands, unsigned seconds, bool as_json, Report& report) {
   const EndingSignals signals;
   const bool clears = !as_json && isatty(STDOUT_FILENO) != 0;
   const char* before = clears ? "\033[H\033[2J" : "";
   do {
     report.text() << before;
     if (!clears) before = "\n";
-    const int exit_code = show_page(report);
-    if (exit_code == kNoStore) return exit_code;
+    const int exit_code = show_page(bands, report);
+    if (exit_code == kNoStore && report.data()["bands"].empty()) return exit_code;
     if (!report.refresh(exit_code)) return kRefused;
   } while (!signals.come_within(seconds));
   return kDone;
 }
 
 int run(const Words& words, Report& report) {
-  if (!words.is_watching) return show_page(report);
+  const std::vector<Band> bands = bands_of(words.band);
+  if (!words.is_watching) return show_page(bands, report);
   const std::vector<unsigned>& seconds = words.watch_seconds;
-  return watch(seconds.empty() || seconds.front() == 0 ? kDefaultSeconds : seconds.front(), words.json, report);
+  return watch(bands, seconds.empty() || seconds.front() == 0 ? kDefaultSeconds : seconds.front(), words.json, report);
 }
 
 constexpr Word kWords[] = {
+    word::kBand,
     {"--watch",
      &Words::watch_seconds,
      "Every so many seconds (2), until interrupted",
@@ -192,12 +203,12 @@ constexpr Word kWords[] = {
 
 }  // namespace
 
-const Verb kStatus = {"status", "Show both live radios on one page",
+const Verb kStatus = {"status", "Show both live radios on one page, or one",
                       "With --watch and --json each page is a document on a line of its own. A watch\n"
                       "that is interrupted (SIGINT, SIGTERM) ends with exit code 0.\n\n"
                       "Examples:\n"
                       "  wlanctl status\n"
-                      "  wlanctl status --watch 5\n"
+                      "  wlanctl status 5g --watch 5\n"
                       "  wlanctl status --json | jq '.data.bands[].channel'",
                       kWords, run};
 

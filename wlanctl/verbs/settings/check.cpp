@@ -16,6 +16,7 @@ Json shown(const DatFinding& finding) {
   return {{"line", number_or_null(finding.line)},
           {"key", finding.key},
           {"field", number_or_null(finding.field)},
+          {"severity", word_for(severity_of(finding.kind))},
           {"kind", word_for(finding.kind)},
           {"value", finding.has_value ? finding.value : Json()},
           {"reason", finding.reason},
@@ -31,16 +32,36 @@ std::string line_of(const std::string& file, const DatFinding& finding) {
     if (finding.field != 0) text += ":" + std::to_string(finding.field);
     text += ":";
   }
-  return printable(text + " " + finding.reason);
+  return printable(text + " " + word_for(severity_of(finding.kind)) + ": " + finding.reason);
 }
 
-// False when the file cannot be read.
-bool check(const std::string& file, const std::string& band_text, Report& report, Json& files, size_t& found) {
+struct Counts {
+  size_t of[3] = {};
+  size_t& operator[](Severity severity) { return of[static_cast<size_t>(severity)]; }
+
+  int exit_code() {
+    if ((*this)[Severity::kError] > 0) return kRefused;
+    return (*this)[Severity::kWarning] > 0 ? kWarned : kDone;
+  }
+};
+
+void tell_counts(const std::string& file, Counts& counts, Report& report) {
+  std::vector<std::string> words;
+  for (const Severity severity : {Severity::kError, Severity::kWarning}) {
+    if (counts[severity] > 0) words.push_back(count_of(counts[severity], word_for(severity)));
+  }
+  if (words.empty()) return;
+  report.problem({joined(words, " and ") + " in " + file, "mend the lines and check again", {{"file", file}}});
+}
+
+// Adds to the exit code.
+void check(const std::string& file, const std::string& band_text, Report& report, Json& files, int* code) {
   const std::optional<std::string> bytes = read_bytes(file);
   if (!bytes) {
     report.problem(
         {"cannot read " + file + ": " + std::strerror(errno), "is it there, a file, and readable?", {{"file", file}}});
-    return false;
+    *code = worse_of(*code, kWrongUsage);
+    return;
   }
   const std::optional<Band> band = band_text.empty() ? band_of_dat_path(file) : parse_band(band_text);
   if (!band) {
@@ -49,32 +70,32 @@ bool check(const std::string& file, const std::string& band_text, Report& report
   }
   const std::vector<DatFinding> findings = check_dat(*bytes, band ? std::vector<Band>{*band} : bands_of(""));
   Json shown_findings = Json::array();
+  Counts counts;
   for (const DatFinding& finding : findings) {
+    const Severity severity = severity_of(finding.kind);
+    ++counts[severity];
     shown_findings.push_back(shown(finding));
-    report.text() << line_of(file, finding) << '\n';
+    if (severity != Severity::kNote) report.text() << line_of(file, finding) << '\n';
   }
-  if (findings.empty()) {
-    report.text() << printable(file) << (band ? std::string(" (") + label_of(*band) + ")" : "") << ": nothing found\n";
-  } else {
-    report.problem(
-        {count_of(findings.size(), "finding") + " in " + file, "mend the lines and check again", {{"file", file}}});
+  const std::string name = printable(file) + (band ? std::string(" (") + label_of(*band) + ")" : "");
+  if (findings.empty()) report.text() << name << ": nothing found\n";
+  if (const size_t notes = counts[Severity::kNote]; notes > 0) {
+    report.text() << name << ": " << count_of(notes, "line")
+                  << " with values behind the last SSID; a save leaves them\n"
+                  << "  out, and --json lists them\n";
   }
+  tell_counts(file, counts, report);
   files.push_back(
       {{"file", file}, {"band", band ? Json(label_of(*band)) : Json()}, {"findings", std::move(shown_findings)}});
-  found += findings.size();
-  return true;
+  *code = worse_of(*code, counts.exit_code());
 }
 
 int run(const Words& words, Report& report) {
   Json files = Json::array();
-  size_t found = 0;
-  bool all_read = true;
-  for (const std::string& file : words.files) {
-    all_read = check(file, words.band, report, files, found) && all_read;
-  }
+  int code = kDone;
+  for (const std::string& file : words.files) check(file, words.band, report, files, &code);
   report.data() = {{"files", std::move(files)}};
-  if (!all_read) return kWrongUsage;
-  return found == 0 ? kDone : kRefused;
+  return code;
 }
 
 std::string bands() {
@@ -92,8 +113,11 @@ constexpr Word kWords[] = {
 }  // namespace
 
 const Verb kCheck = {"check", "Look for mistakes in dat files, touching nothing",
-                     "One line per finding: FILE:LINE: KEY: reason. The library's own setters judge\n"
-                     "the values. Exit codes: 0 nothing found, 1 findings, 2 a file cannot be read.\n\n"
+                     "One line per finding: FILE:LINE: KEY: severity: reason. The library's own\n"
+                     "setters judge the values, and then whether the gateway can serve them. An error\n"
+                     "would be lost, misread or refused; a warning may not be what was meant; notes\n"
+                     "are harmless, and --json alone lists them. Exit codes: 0 notes or nothing,\n"
+                     "1 errors, 2 a file cannot be read, 7 warnings.\n\n"
                      "Examples:\n"
                      "  wlanctl check /etc/Wireless/RT2860AP/RT2860AP.dat\n"
                      "  wlanctl check --band 5g new.dat",

@@ -12,9 +12,13 @@ namespace wlanctl {
 namespace {
 
 int dump(const Words& words, Report& report) {
+  int code = kDone;
   Json bands = Json::array();
   for (const Band band : bands_of(words.band)) {
-    if (!open_band(band, report)) return kNoStore;
+    if (!look_at_band(band, report)) {
+      code = kNoStore;
+      continue;
+    }
     Json records = Json::array();
     report.text() << label_of(band) << '\n';
     for (const StoreRecord& record : records_of(table_of_store(band))) {
@@ -33,7 +37,7 @@ int dump(const Words& words, Report& report) {
     bands.push_back({{"band", label_of(band)}, {"records", std::move(records)}});
   }
   report.data() = {{"bands", std::move(bands)}};
-  return kDone;
+  return code;
 }
 
 constexpr Word kWords[] = {word::kBand, word::kSecrets};

@@ -18,7 +18,7 @@ int run(const Words& words, Report& report) {
     if (const std::optional<Target> target = parse_target(text, band, report)) targets.push_back(*target);
   }
   if (report.has_problems()) return kRefused;
-  if (!open_band(band, report)) return kNoStore;
+  if (!look_at_band(band, report)) return kNoStore;
   Json values = Json::array();
   Rows rows;
   for (const Target& target : targets) {

@@ -3,6 +3,7 @@
 #include "wlanctl/base/terminal.h"
 #include "wlanctl/command_line/common_words.h"
 #include "wlanctl/keys/key.h"
+#include "wlanctl/keys/value_rule.h"
 #include "wlanctl/verbs/verbs.h"
 
 namespace wlanctl {
@@ -30,7 +31,7 @@ int run(const Words& words, Report& report) {
   const std::optional<Band> only = parse_band(words.band);
   for (const Key& key : all_keys()) {
     if (only && !key.is_on(*only)) continue;
-    print_row(text, key.name, word_for(key.scope), words_for(key.accepted));
+    print_row(text, key.name, word_for(key.scope), served_words(key));
     for (const std::string& line : wrapped(key.meaning, kColumns - kIndentation)) {
       text << std::string(kIndentation, ' ') << line << '\n';
     }
@@ -41,8 +42,8 @@ int run(const Words& words, Report& report) {
     keys.push_back({{"key", key.name},
                     {"scope", word_for(key.scope)},
                     {"bands", std::move(bands)},
-                    {"accepted", words_for(key.accepted)},
-                    {"choices", choices_of(key.accepted)},
+                    {"accepted", served_words(key)},
+                    {"choices", choices_of(served(key))},
                     {"meaning", key.meaning},
                     {"secret", key.secret}});
   }

@@ -58,9 +58,13 @@ Json show_band(Report& report, Band band, const Words& words) {
 }
 
 int run(const Words& words, Report& report) {
+  int code = kDone;
   Json bands = Json::array();
   for (const Band band : bands_of(words.band)) {
-    if (!open_band(band, report)) return kNoStore;
+    if (!look_at_band(band, report)) {
+      code = kNoStore;
+      continue;
+    }
     if (words.ssid > ssid_count(band)) {
       report.problem({std::string(label_of(band)) + " has " + std::to_string(ssid_count(band)) + " SSIDs",
                       "name one of them", about(band, words.ssid)});
@@ -69,7 +73,7 @@ int run(const Words& words, Report& report) {
     bands.push_back(show_band(report, band, words));
   }
   report.data() = {{"bands", std::move(bands)}};
-  return kDone;
+  return code;
 }
 
 constexpr Word kWords[] = {word::kBand, word::kSsid, word::kSecrets};

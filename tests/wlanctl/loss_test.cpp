@@ -1,0 +1,174 @@
+// What a write of the dat file would lose is told before it, and kept; what is damaged neither harms nor stops the tool.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "wlanctl.h"
+
+namespace wlanctl_test {
+namespace {
+
+using testing::AllOf;
+using testing::Each;
+using testing::HasSubstr;
+using testing::Not;
+using testing::SizeIs;
+
+const std::string kDat = "/etc/Wireless/RT2860AP/RT2860AP.dat";
+const std::string kDat5g = "/etc/Wireless/RT2860AP_AC/RT2860AP.dat";
+const std::string kKept = "/var/run/wlanctl-kept-2.4g";
+
+// Lines that are put at the head of the file.
+constexpr struct {
+  const char* line;
+  const char* reason;
+} kDamages[] = {
+    {"no equals sign", "line 2: there is no = in the line"},
+    {"SSID1=a=b", "line 2: SSID1: the loader ends the value at the second ="},
+    {"HideSSID=0;;1", "line 2: HideSSID: 1 empty field between others"},
+    {"SSID1=a;b", "line 2: SSID1: 2 values for one SSID"},
+};
+
+TEST(Loss, OfALineOfTheFileIsRefusedByApplyAndSaveWithTheLineNamed) {
+  for (const auto& damage : kDamages) {
+    const std::vector<Result> steps = run_steps(
+        {"sed -i '1a " + std::string(damage.line) + "' " + kDat + "; cp " + kDat + " before",
+         "wlanctl set 2.4g Channel=11", "wlanctl save 2.4g", "wlanctl apply 2.4g", "wlanctl apply 2.4g --json",
+         "cmp " + kDat + " before && ! ls " + kKept, "wlanctl apply 2.4g --force", "cmp " + kKept + " before"});
+    for (const size_t refused : {2U, 3U}) {
+      EXPECT_EQ(1, steps[refused].status) << damage.line;
+      EXPECT_THAT(steps[refused].err, AllOf(HasSubstr(damage.reason), HasSubstr("--force"))) << damage.line;
+    }
+    EXPECT_EQ(0, steps[5].status) << damage.line;
+    EXPECT_EQ(0, steps[6].status) << steps[6].err;
+    EXPECT_THAT(steps[6].err, HasSubstr("as it was is kept in " + kKept));
+    EXPECT_EQ(0, steps[7].status) << damage.line;
+  }
+}
+
+TEST(Loss, OfAFileWithCarriageReturnsIsRefusedOnceForAllLines) {
+  const std::vector<Result> steps =
+      run_steps({"library_probe init 0 >/dev/null; sed -i 's/$/\\r/' " + kDat, "wlanctl save 2.4g"});
+  EXPECT_EQ(1, steps[1].status);
+  EXPECT_THAT(steps[1].err, HasSubstr("the line ends in CR LF"));
+}
+
+TEST(Loss, BehindAnEmptyFieldOfTheStoreIsRefused) {
+  const std::vector<Result> steps = run_steps(
+      {"library_probe init 0 put HideSSID 0 1 '' >/dev/null", "wlanctl save 2.4g", "wlanctl save 2.4g --force"});
+  EXPECT_EQ(1, steps[1].status);
+  EXPECT_THAT(steps[1].err, HasSubstr("HideSSID: value 1 is empty, and a save loses all behind it"));
+  EXPECT_EQ(0, steps[2].status);
+}
+
+TEST(Loss, OfServedSsidsBehindALowerCountIsRefused) {
+  const std::vector<Result> steps =
+      run_steps({"wlanctl set 2.4g BssidNum=1", "wlanctl apply 2.4g", "wlanctl apply 2.4g --force"});
+  EXPECT_EQ(1, steps[1].status);
+  EXPECT_THAT(steps[1].err, AllOf(HasSubstr("with 1 instead of 2 SSIDs"), HasSubstr("SSID2")));
+  EXPECT_EQ(0, steps[2].status) << steps[2].err;
+}
+
+TEST(Loss, OfWhatNoSsidUsesIsKeptWithoutAWord) {
+  const std::vector<Result> steps = run_steps({"cp " + kDat + " before; wlanctl set 2.4g Channel=11",
+                                               "wlanctl save 2.4g", "cmp before " + kKept + "; stat -c %a " + kKept});
+  EXPECT_EQ(0, steps[1].status) << steps[1].err;
+  EXPECT_THAT(steps[1].err, Not(HasSubstr("kept")));
+  EXPECT_EQ("600\n", steps[2].out);
+}
+
+TEST(Loss, OfAListOfTheBandBehindTheSsidCountIsTold) {
+  const std::vector<Result> steps = run_steps(
+      {"wlanctl set 2.4g 'AutoChannelSkipList=1;6;11'", "wlanctl save 2.4g", "grep ^AutoChannelSkipList= " + kDat});
+  EXPECT_THAT(steps[1].err, HasSubstr("AutoChannelSkipList of 2.4g: a save keeps the first 2 of its 3 values"));
+  EXPECT_EQ("AutoChannelSkipList=1;6\n", steps[2].out);
+}
+
+TEST(Diff, ListsWhatAnApplyChangesByItself) {
+  const Json band = document_in(
+      run_steps({"wlanctl set 2.4g TxBurst=0 AuthMode:1=OPEN", "wlanctl diff 2.4g --json"})[1].out)["data"]["bands"][0];
+  EXPECT_THAT(band["adjustments"], testing::Contains(Json::parse(R"({"key":"TxBurst","from":0,"to":1})")));
+  EXPECT_THAT(band["adjustments"], testing::Contains(Json::parse(R"({"key":"WPAPSK:1","from":"********","to":"0"})")));
+}
+
+TEST(Diff, TellsNoRestartFromNothingAndWhatIsSavedFromWhatIsInForce) {
+  const std::vector<Result> steps = run_steps(
+      {"wlanctl diff 2.4g --json", "wlanctl set 2.4g Channel=11; wlanctl save 2.4g", "wlanctl diff 2.4g --json",
+       "wlanctl apply 2.4g; wlanctl set 2.4g HideSSID:1=1", "wlanctl diff 2.4g --json"});
+  EXPECT_EQ("nothing", document_in(steps[0].out)["data"]["bands"][0]["apply"]);
+  const Json saved = document_in(steps[2].out)["data"]["bands"][0];
+  EXPECT_EQ("radio", saved["apply"]);
+  EXPECT_EQ(Json::array(), saved["changes"]);
+  EXPECT_EQ(Json::parse(R"([{"key":"Channel","live":11,"in_force":6}])"), saved["not_in_force"]);
+  EXPECT_EQ("save", document_in(steps[4].out)["data"]["bands"][0]["apply"]);
+}
+
+TEST(Diff, SaysThatOfAnAccessListTheFirstAddressCounts) {
+  const std::vector<Result> steps =
+      run_steps({"wlanctl set 2.4g 'AccessControlList:1=00:11:22:33:44:55;00:11:22:33:44:66'", "wlanctl diff 2.4g"});
+  EXPECT_THAT(steps[1].err,
+              HasSubstr("AccessControlList:1 of 2.4g: of several addresses the driver gets the first one"));
+}
+
+TEST(Bands, OneWithoutAStoreKeepsNoVerbFromTheOther) {
+  for (const std::string& verb : Words{"status", "show", "diff", "dump", "stations", "save", "revert", "apply"}) {
+    const std::vector<Result> steps = run_steps({"rm " + kDat, "wlanctl " + verb + " --json"});
+    EXPECT_EQ(3, steps[1].status) << verb;
+    const Json document = document_in(steps[1].out);
+    EXPECT_THAT(document["problems"].dump(), HasSubstr("there is no store of 2.4g")) << verb;
+    ASSERT_THAT(document["data"]["bands"], SizeIs(1)) << verb;
+    EXPECT_THAT(document["data"]["bands"][0].dump(), HasSubstr("5g")) << verb;
+  }
+}
+
+TEST(Status, TakesABand) {
+  const Json bands = json_of("status 5g")["data"]["bands"];
+  ASSERT_THAT(bands, SizeIs(1));
+  EXPECT_EQ("5g", bands[0]["band"]);
+}
+
+TEST(Damage, AnSsidCountThatNoBandHasIsTold) {
+  const std::vector<Result> steps = run_steps(
+      {"library_probe init 0 put BssidNum 0 1 2147483647 >/dev/null", "timeout 10 wlanctl diff 2.4g",
+       "timeout 10 wlanctl apply 2.4g --dry-run", "timeout 10 wlanctl save 2.4g", "wlanctl set 2.4g BssidNum=2"});
+  for (const size_t told : {1U, 2U, 3U}) {
+    EXPECT_EQ(1, steps[told].status);
+    EXPECT_THAT(steps[told].err, HasSubstr("BssidNum of 2.4g is \"2147483647\" in the store"));
+  }
+  EXPECT_EQ(0, steps[4].status) << steps[4].err;
+}
+
+TEST(Damage, APipeInThePlaceOfAStateFileHangsNothing) {
+  for (const char* const name : {"applied-2.4g", "pending-2.4g"}) {
+    const std::vector<Result> steps =
+        run_steps({std::string("mkfifo -m 600 /var/run/wlanctl-") + name, "timeout 10 wlanctl diff 2.4g",
+                   "timeout 10 wlanctl get 2.4g Channel"});
+    EXPECT_EQ(0, steps[1].status) << name << steps[1].err;
+    EXPECT_EQ("6\n", steps[2].out) << name;
+  }
+}
+
+// A control character of each block, an overlong one, half of a pair, and one beyond the last.
+TEST(Damage, NothingThatATerminalActsOnIsPrinted) {
+  const std::string bytes = "\\033[2J\\177\\302\\233\\300\\233\\340\\202\\233\\355\\240\\200\\364\\220\\200\\200";
+  const std::vector<Result> steps =
+      run_steps({"cp " + kDat + " fresh; library_probe init 0 put SSID1 0 1 \"$(printf 'a" + bytes + "')\" >/dev/null",
+                 "printf 'x" + bytes + "=1\\n' >>" + kDat + "; wlanctl revert 2.4g >/dev/null; cp fresh " + kDat,
+                 "wlanctl diff 2.4g", "wlanctl diff 2.4g --json", "wlanctl get 2.4g SSID:1"});
+  for (const Result& step : {steps[2], steps[3], steps[4]}) {
+    for (const char* const sequence : {"\033", "\177", "\302\233", "\300", "\340\202", "\355\240", "\364\220"}) {
+      EXPECT_THAT(step.out + step.err, Not(HasSubstr(sequence)));
+    }
+  }
+}
+
+TEST(Messages, HaveAtMostEightyColumns) {
+  const std::vector<Result> steps = run_steps(
+      {"wlanctl diff 2>messages; wlanctl set 2.4g Channel=36 AuthMode:1=none HideSSID:1= 2>>messages; wlanctl set 2.4g "
+       "AuthMode:1=OPEN TxBurst=0 2>>messages; wlanctl conform 2>>messages; sed 's/^ */|/' messages",
+       "awk 'length > 80' messages; grep -c '^         ' messages"});
+  EXPECT_THAT(lines_of(steps[0].out), SizeIs(testing::Ge(8)));
+  EXPECT_THAT(lines_of(steps[1].out), SizeIs(1)) << steps[1].out;
+}
+
+}  // namespace
+}  // namespace wlanctl_test

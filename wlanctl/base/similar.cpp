@@ -1,0 +1,36 @@
+#include "wlanctl/base/similar.h"
+
+#include <algorithm>
+#include <cctype>
+#include <numeric>
+#include <vector>
+
+namespace wlanctl {
+namespace {
+
+// How many characters must be added, left out or changed to make one of the other; capitals do not matter.
+size_t typos_between(const std::string& left, const std::string& right) {
+  std::vector<size_t> row(right.size() + 1);
+  std::iota(row.begin(), row.end(), size_t{0});
+  for (size_t i = 1; i <= left.size(); ++i) {
+    size_t diagonal = row[0];
+    row[0] = i;
+    for (size_t j = 1; j <= right.size(); ++j) {
+      const bool same = std::tolower(static_cast<unsigned char>(left[i - 1])) ==
+                        std::tolower(static_cast<unsigned char>(right[j - 1]));
+      const size_t changed = diagonal + (same ? 0 : 1);
+      diagonal = row[j];
+      row[j] = std::min({changed, row[j] + 1, row[j - 1] + 1});
+    }
+  }
+  return row[right.size()];
+}
+
+}  // namespace
+
+bool is_mistyped(const std::string& word, const std::string& text) {
+  constexpr size_t kTypos = 2;
+  return text.size() > kTypos && typos_between(word, text) <= kTypos;
+}
+
+}  // namespace wlanctl

@@ -1,0 +1,100 @@
+#include "wlanctl/check/loss.h"
+
+#include <algorithm>
+#include <cstdlib>
+
+#include "wlanctl/base/text.h"
+#include "wlanctl/check/dat_text.h"
+#include "wlanctl/keys/dat_key.h"
+
+namespace wlanctl {
+namespace {
+
+int ssid_count_in(const DatText& text) {
+  for (const DatLine& line : text.lines) {
+    if (line.key != kSsidCount) continue;
+    const long count = line.fields.empty() ? 0 : std::strtol(line.fields[0].c_str(), nullptr, 10);
+    return static_cast<int>(std::clamp(count, 0L, static_cast<long>(WIFIMGR_FIELDS)));
+  }
+  return 0;
+}
+
+bool has_values_behind(const DatLine& line, int ssids) {
+  return is_left_out(line.key, ssids) ||
+         (!is_numbered_dat_key(line.key) && line.fields.size() > static_cast<size_t>(ssids));
+}
+
+}  // namespace
+
+std::vector<DatFinding> losses_at_load(const std::string& bytes) {
+  DatText text = read_dat_text(bytes);
+  for (const DatLine& line : text.lines) {
+    if (const std::string reason = second_value_reason(line); !reason.empty() && !is_access_list(line.key)) {
+      text.findings.push_back({Finding::kSecondValue, line.number, line.key, 0, false, "", reason, ""});
+    }
+  }
+  return text.findings;
+}
+
+std::vector<DatFinding> losses_at_save(const std::vector<StoreRecord>& records, int ssids) {
+  std::vector<DatFinding> findings;
+  for (const StoreRecord& record : records) {
+    if (is_numbered_dat_key(record.key) || keeps_list_whole(record.key)) continue;
+    const auto end = record.fields.begin() + std::min(record.fields.size(), static_cast<size_t>(std::max(ssids, 0)));
+    const auto empty = std::find(record.fields.begin(), end, "");
+    const auto lost = std::find_if(empty, end, [](const std::string& field) { return !field.empty(); });
+    if (lost == end) continue;
+    const auto number_of_field = [&](auto field) { return std::to_string(field - record.fields.begin() + 1); };
+    findings.push_back({Finding::kEmptyField, 0, record.key, 0, false, "",
+                        "value " + number_of_field(empty) + " is empty, and a save loses all behind it, from value " +
+                            number_of_field(lost) + " on",
+                        ""});
+  }
+  return findings;
+}
+
+std::vector<DatFinding> lists_cut_at_save(const std::vector<StoreRecord>& records, int ssids) {
+  std::vector<DatFinding> findings;
+  for (const StoreRecord& record : records) {
+    int index = 0;
+    const Key* const key = find_dat_key(record.key, &index);
+    const bool is_list = key != nullptr && key->scope == Scope::kBand && !keeps_list_whole(record.key);
+    if (!is_list || record.fields.size() <= static_cast<size_t>(std::max(ssids, 1))) continue;
+    findings.push_back({Finding::kExcessField, 0, record.key, 0, false, "",
+                        "a save keeps the first " + std::to_string(ssids) + " of its " +
+                            std::to_string(record.fields.size()) + " values, as many as there are SSIDs",
+                        ""});
+  }
+  return findings;
+}
+
+std::vector<DatFinding> losses_behind_count(const std::string& before, const std::string& after) {
+  const DatText file = read_dat_text(before);
+  const int served = ssid_count_in(file);
+  const int kept = ssid_count_in(read_dat_text(after));
+  std::vector<std::string> lost;
+  if (kept == 0 || kept >= served) return {};
+  for (const DatLine& line : file.lines) {
+    // What is left out anyway is nobody's.
+    int index = 0;
+    const Key* const key = find_dat_key(line.key, &index);
+    if (key == nullptr || key->scope != Scope::kSsid || key->numbering == Numbering::kShared) continue;
+    if (!is_left_out(line.key, served) && is_left_out(line.key, kept)) {
+      lost.push_back(std::to_string(line.number) + " " + line.key);
+    }
+  }
+  if (lost.empty()) return {};
+  return {{Finding::kLeftOut, 0, kSsidCount, 0, false, "",
+           "with " + std::to_string(kept) + " instead of " + std::to_string(served) +
+               " SSIDs the values of those behind are lost, in lines " + joined(lost, ", "),
+           ""}};
+}
+
+bool has_unused_values(const std::string& bytes) {
+  const DatText text = read_dat_text(bytes);
+  const int ssids = ssid_count_in(text);
+  return std::any_of(text.lines.begin(), text.lines.end(),
+                     [&](const DatLine& line) { return has_values_behind(line, ssids); });
+}
+
+}  // namespace wlanctl

@@ -1,0 +1,27 @@
+// What a write of a dat file would lose, or the next load of it misread.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "wlanctl/check/finding.h"
+#include "wlanctl/store/value.h"
+
+namespace wlanctl {
+
+// Lines that the loader does not take as they are written.
+std::vector<DatFinding> losses_at_load(const std::string& bytes);
+
+// Values behind an empty field: a shared key is written up to that one.
+std::vector<DatFinding> losses_at_save(const std::vector<StoreRecord>& records, int ssids);
+
+// Lists of the whole band that a save cuts at the count of SSIDs, as if they were values of SSIDs.
+std::vector<DatFinding> lists_cut_at_save(const std::vector<StoreRecord>& records, int ssids);
+
+// Lines of SSIDs that the first file serves and the second does not: the save leaves them out. One finding at most.
+std::vector<DatFinding> losses_behind_count(const std::string& before, const std::string& after);
+
+// Whether a save leaves values out of the file that no SSID uses: those behind its count.
+bool has_unused_values(const std::string& bytes);
+
+}  // namespace wlanctl

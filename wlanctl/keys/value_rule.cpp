@@ -1,0 +1,134 @@
+#include "wlanctl/keys/value_rule.h"
+
+#include <algorithm>
+#include <cstring>
+#include <iterator>
+#include <vector>
+
+#include "wifimgr_lib.h"
+#include "wlanctl/base/text.h"
+#include "wlanctl/keys/key.h"
+
+namespace wlanctl {
+namespace {
+
+constexpr char kModes[] =
+    "OPEN WPAPSK WPA2PSK WPAPSKWPA2PSK WPA3PSK WPA2PSKWPA3PSK WPA WPA2 WPA1WPA2 WPA3 WPA3-192Bit WEP WEPRadius";
+
+// Where the library takes any text, or more numbers than there are.
+constexpr struct {
+  const char* key;
+  Accepted served;
+} kServed[] = {
+    {"AuthMode", {Accepted::Kind::kWords, 0, 0, kModes}},
+    {"BssidNum", {Accepted::Kind::kNumber, 1, WIFIMGR_FIELDS}},
+    {"Channel", {Accepted::Kind::kRule, 0, 0, "0; 2.4g 1 to 14; 5g 36 to 64, 100 to 144, 149 to 177 in steps of 4"}},
+    {"EnableSSID", {Accepted::Kind::kNumber, 0, 1}},
+    {"Key1Str", {Accepted::Kind::kRule, 0, 0, "5 or 13 characters, 10 or 26 hexadecimal digits, or 0 for none"}},
+    {"Key2Str", {Accepted::Kind::kRule, 0, 0, "5 or 13 characters, 10 or 26 hexadecimal digits, or 0 for none"}},
+    {"Key3Str", {Accepted::Kind::kRule, 0, 0, "5 or 13 characters, 10 or 26 hexadecimal digits, or 0 for none"}},
+    {"Key4Str", {Accepted::Kind::kRule, 0, 0, "5 or 13 characters, 10 or 26 hexadecimal digits, or 0 for none"}},
+    {"SSID", {Accepted::Kind::kRule, 0, 0, "1 to 32 bytes"}},
+    {"WPAPSK", {Accepted::Kind::kRule, 0, 0, "8 to 63 characters, 64 hexadecimal digits, or 0 for none"}},
+};
+
+// The ciphers that a mode can have. A mode that is not here has its own, whatever is stored: the library stores it.
+constexpr struct {
+  const char* mode;
+  const char* ciphers;
+} kCiphers[] = {
+    {"WPAPSK", "TKIP AES TKIPAES"}, {"WPA2PSK", "TKIP AES TKIPAES"},   {"WPAPSKWPA2PSK", "TKIP AES TKIPAES"},
+    {"WPA3PSK", "AES GCMP256"},     {"WPA2PSKWPA3PSK", "AES TKIPAES"}, {"WPA", "TKIP AES TKIPAES"},
+    {"WPA2", "TKIP AES TKIPAES"},   {"WPA1WPA2", "TKIP AES TKIPAES"},  {"WPA3", "AES GCMP256"},
+    {"WPA3-192Bit", "AES GCMP256"}, {"WPA3-192", "AES GCMP256"},
+};
+
+bool has_word(const char* words, const std::string& word) {
+  const std::vector<std::string> all = words_of(words);
+  return std::find(all.begin(), all.end(), word) != all.end();
+}
+
+bool is_hexadecimal(const std::string& text) {
+  return std::all_of(text.begin(), text.end(), [](char c) { return doHexCheck(c) == 1; });
+}
+
+std::string bad_number(const Accepted& served, const std::string& value) {
+  const std::optional<int64_t> number = number_in(value);
+  return number && std::to_string(*number) == value && *number >= served.lowest && *number <= served.highest
+             ? ""
+             : "the gateway serves " + words_for(served) + " only";
+}
+
+std::string bad_channel(Band band, const std::string& value) {
+  const int64_t channel = number_in(value).value_or(-1);
+  if (channel == 0) return "";
+  const auto is_step_in = [&](int64_t first, int64_t last) {
+    return channel >= first && channel <= last && (channel - first) % 4 == 0;
+  };
+  if (band == Band::k2_4G) return channel >= 1 && channel <= 14 ? "" : "the channels of 2.4g are 1 to 14";
+  if (is_step_in(36, 64) || is_step_in(100, 144) || is_step_in(149, 177)) return "";
+  return "the channels of 5g are 36 to 64, 100 to 144 and 149 to 177, in steps of 4";
+}
+
+std::string bad_cipher(const std::string& mode, const std::string& cipher) {
+  for (const auto& row : kCiphers) {
+    if (mode != row.mode || cipher.empty() || has_word(row.ciphers, cipher)) continue;
+    return mode + " cannot have the cipher " + cipher + ", but " + joined(words_of(row.ciphers), " or ");
+  }
+  return "";
+}
+
+std::string bad_mode(const std::string& mode) {
+  // The library takes any word with WEP in it for WEP; WPA3-192 is what it makes of WPA3-192Bit.
+  if (mode.find("WEP") != std::string::npos || mode == "WPA3-192" || has_word(kModes, mode)) return "";
+  return "it would open the network, as every mode does but " + joined(words_of(kModes), ", ");
+}
+
+// "0" is how the library itself stores that there is none.
+std::string bad_passphrase(const std::string& value) {
+  constexpr size_t kShortest = 8;
+  constexpr size_t kKeyDigits = 64;
+  if (value == "0" || (value.size() >= kShortest && value.size() < kKeyDigits)) return "";
+  if (value.size() < kShortest) return "a passphrase has 8 characters at least, 63 at most";
+  if (value.size() == kKeyDigits && is_hexadecimal(value)) return "";
+  return "what has 64 characters must be hexadecimal digits; a passphrase has 63 at most";
+}
+
+std::string bad_wep_key(const std::string& value) {
+  if (value == "0" || value.empty()) return "";
+  if (value.size() == 5 || value.size() == 13) return "";
+  if ((value.size() == 10 || value.size() == 26) && is_hexadecimal(value)) return "";
+  return "a WEP key has 5 or 13 characters, or 10 or 26 hexadecimal digits";
+}
+
+}  // namespace
+
+const Accepted& served(const Key& key) {
+  for (const auto& row : kServed) {
+    if (std::strcmp(row.key, key.name) == 0) return row.served;
+  }
+  return key.accepted;
+}
+
+std::string served_words(const Key& key) {
+  return words_for(served(key));
+}
+
+std::string unserved_reason(const Key& key, Band band, const std::string& value, const Sibling& sibling) {
+  const std::string name = key.name;
+  constexpr size_t kLongestName = 32;
+  if (name == "Channel") return bad_channel(band, value);
+  if (name == "EnableSSID" || name == "BssidNum") return bad_number(served(key), value);
+  if (name == "SSID" && value.empty()) return "the network has no name then";
+  if (name == "SSID" && value.size() > kLongestName) return "on the air a network's name has 32 bytes at most";
+  if (name == "AuthMode") {
+    const std::string unknown = bad_mode(value);
+    return unknown.empty() ? bad_cipher(value, sibling("EncrypType")) : unknown;
+  }
+  if (name == "EncrypType") return bad_cipher(sibling("AuthMode"), value);
+  if (name == "WPAPSK") return bad_passphrase(value);
+  if (name.starts_with("Key") && name.ends_with("Str")) return bad_wep_key(value);
+  return "";
+}
+
+}  // namespace wlanctl

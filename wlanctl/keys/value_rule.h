@@ -1,0 +1,26 @@
+// What the gateway can serve of what the library's setters take: the tool's own rules.
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "wlanctl/base/band.h"
+
+namespace wlanctl {
+
+struct Accepted;
+struct Key;
+
+// Another setting of the same SSID or band, as it will be; "" where it is not in the store.
+using Sibling = std::function<std::string(const char* name)>;
+
+// What is worth setting: narrower than what the library takes, where it takes more than can be served.
+const Accepted& served(const Key& key);
+
+// The same in words, and as choices for Tab and `keys`.
+std::string served_words(const Key& key);
+
+// Why the gateway cannot serve the value; "" when it can. The values of secrets are not in it.
+std::string unserved_reason(const Key& key, Band band, const std::string& value, const Sibling& sibling);
+
+}  // namespace wlanctl

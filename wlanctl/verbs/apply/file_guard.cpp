@@ -1,0 +1,81 @@
+#include "wlanctl/verbs/apply/file_guard.h"
+
+#include <cerrno>
+#include <cstring>
+#include <vector>
+
+#include "wlanctl/base/report.h"
+#include "wlanctl/check/loss.h"
+#include "wlanctl/files/bytes.h"
+#include "wlanctl/files/places.h"
+#include "wlanctl/files/state_file.h"
+#include "wlanctl/store/dat_file.h"
+#include "wlanctl/store/segment.h"
+#include "wlanctl/store/value.h"
+
+namespace wlanctl {
+namespace {
+
+// A file from another system has hundreds; the first ones tell what it is about.
+constexpr size_t kMostTold = 8;
+
+void tell(Band band, const std::string& where, const std::vector<DatFinding>& findings, const std::string& next,
+          Report& report) {
+  for (size_t i = 0; i < findings.size() && i < kMostTold; ++i) {
+    const DatFinding& finding = findings[i];
+    const std::string line = finding.line == 0 ? "" : ", line " + std::to_string(finding.line);
+    const std::string key = finding.key.empty() ? "" : finding.key + ": ";
+    const size_t others = findings.size() - kMostTold;
+    const bool is_last = i + 1 == kMostTold && findings.size() > kMostTold;
+    report.problem({where + line + ": " + key + finding.reason +
+                        (is_last ? "; and so on, in " + std::to_string(others) + " more places" : ""),
+                    next,
+                    {{"band", label_of(band)},
+                     {"line", finding.line == 0 ? Json() : Json(finding.line)},
+                     {"dat_key", finding.key},
+                     {"reason", finding.reason}}});
+  }
+}
+
+std::vector<DatFinding> losses_of_store(Band band) {
+  return losses_at_save(records_of(table_of_store(band)), ssid_count(band));
+}
+
+}  // namespace
+
+bool may_write_file(Band band, const std::optional<std::string>& text, Report& report) {
+  const size_t before = report.problems().size();
+  const std::string label = label_of(band);
+  const std::string path = dat_path_of(band);
+  const std::string insist = "or insist with --force, and it is written without";
+  const std::string file = read_bytes(path).value_or("");
+  tell(band, path, losses_at_load(file), "mend the line and wlanctl revert " + label + ", " + insist, report);
+  tell(band, "the store of " + label, losses_of_store(band), "set a value for each SSID, " + insist, report);
+  if (text) {
+    tell(band, "the store of " + label, losses_at_load(*text), "set another value, " + insist, report);
+    tell(band, path, losses_behind_count(file, *text), "set BssidNum back, or insist with --force", report);
+  }
+  return report.problems().size() == before;
+}
+
+bool keep_file_of_now(Band band, const std::optional<std::string>& text, Report& report) {
+  const std::optional<std::string> file = read_bytes(dat_path_of(band));
+  if (!file) return true;
+  for (const DatFinding& cut : lists_cut_at_save(records_of(table_of_store(band)), ssid_count(band))) {
+    report.note(cut.key + " of " + label_of(band) + ": " + cut.reason);
+  }
+  const bool loses = !losses_at_load(*file).empty() || !losses_of_store(band).empty() ||
+                     (text && (!losses_at_load(*text).empty() || !losses_behind_count(*file, *text).empty()));
+  if (!loses && !has_unused_values(*file)) return true;
+  const std::string path = std::string(place::kKept) + label_of(band);
+  if (!write_own_file(path, *file)) {
+    report.problem({"cannot keep the dat file of " + std::string(label_of(band)) + " as it is in " + path + ": " +
+                        std::strerror(errno),
+                    "is there room, and the right to? nothing was written", about(band)});
+    return false;
+  }
+  if (loses) report.note(dat_path_of(band) + " as it was is kept in " + path);
+  return true;
+}
+
+}  // namespace wlanctl

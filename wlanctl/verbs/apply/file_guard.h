@@ -1,0 +1,22 @@
+// The dat file before a write of it: what the write would lose, and a copy of what is there.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "wlanctl/base/band.h"
+
+namespace wlanctl {
+
+class Report;
+
+// Judges the band's dat file as it is, the store that the library works on, and the text that would be written. False
+// with a problem for each line of which something would be lost, or misread at the next load. None for a text that
+// cannot be made: the library says why.
+bool may_write_file(Band band, const std::optional<std::string>& text, Report& report);
+
+// Keeps the file as it is beside the tool's state, where the write leaves something of it out. False with a problem when
+// it cannot be kept.
+bool keep_file_of_now(Band band, const std::optional<std::string>& text, Report& report);
+
+}  // namespace wlanctl
