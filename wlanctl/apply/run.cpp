@@ -7,6 +7,7 @@
 #include "wifimgr_lib.h"
 #include "wlanctl/apply/applied_state.h"
 #include "wlanctl/base/report.h"
+#include "wlanctl/library/command.h"
 #include "wlanctl/library/messages.h"
 #include "wlanctl/library/output.h"
 #include "wlanctl/library/shell.h"
@@ -90,6 +91,14 @@ int run_script(Band band) {
   return WIFSIGNALED(status) ? 128 + WTERMSIG(status) : WEXITSTATUS(status);
 }
 
+void look(const Expectation& expected, Applied* applied) {
+  applied->lacks = expected.look(applied->weight > 1);
+  applied->has_lacked_before = true;
+  for (const Lack& lack : applied->lacks) {
+    applied->has_lacked_before = applied->has_lacked_before && expected.was_lacking(lack.wanted);
+  }
+}
+
 }  // namespace
 
 std::string script_path_of(Band band) {
@@ -108,6 +117,11 @@ std::optional<Applied> bring_into_force(Band band, bool always_commit, Report& r
   applied.weight = weigh(band);
   applied.committed = always_commit || applied.weight != 0;
   ask_for_reload(band);
+  const bool is_real = ShellScope::mode() == ShellMode::kRun;
+  std::optional<Expectation> expected;
+  if (is_real) {
+    expected.emplace(band, applied.committed ? Operation::kCommit : Operation::kSave, pre_wlan_state[number_of(band)]);
+  }
   if (!write_dat_file(band, applied.committed, report)) return std::nullopt;
   bool written = true;
   bool failed = false;
@@ -122,6 +136,7 @@ std::optional<Applied> bring_into_force(Band band, bool always_commit, Report& r
   take_applied(band);
   // On a changed count the driver may lack the interface until the reboot.
   set_told(band, written && (!failed || applied.weight > 1));
+  if (expected && is_broken_off() == BrokenOff::kNo) look(*expected, &applied);
   return applied;
 }
 

@@ -9,9 +9,11 @@
 
 #include "wifimgr_lib.h"
 #include "wlanctl/apply/applied_state.h"
+#include "wlanctl/apply/in_force.h"
 #include "wlanctl/apply/run.h"
 #include "wlanctl/base/report.h"
 #include "wlanctl/files/bytes.h"
+#include "wlanctl/library/command.h"
 #include "wlanctl/store/dat_file.h"
 #include "wlanctl/store/private_store.h"
 #include "wlanctl/store/segment.h"
@@ -49,7 +51,10 @@ bool roll_back(const Pending& pending, Report& report) {
   if (applied_count != count_before) (void)wifimgr_lib_set_reloadFlag(wifi_type_of(band), "1");
   pre_wlan_state[number_of(band)] = std::max(applied_count, count_before);
   // The commit writes the dat file too, but with what the store keeps of it alone.
-  const bool in_force = bring_into_force(band, true, report).has_value();
+  const CommandRun run;
+  const std::optional<Applied> applied = bring_into_force(band, true, report);
+  const bool in_force = applied.has_value();
+  if (applied) keep_lacks(band, applied->lacks, report);
   const bool file_is_back = restore_dat_file(band, pending.dat, report);
   return in_force && file_is_back && keep_applied(band, FileIs::kSettled, report) && remove_pending(band, report);
 }

@@ -8,6 +8,7 @@ inline constexpr char kMaking[] = "/var/run/wlanctl-making";     // held while a
 inline constexpr char kApplied[] = "/var/run/wlanctl-applied-";  // and the band's label
 inline constexpr char kPending[] = "/var/run/wlanctl-pending-";  // likewise: an apply that waits for its confirmation
 inline constexpr char kGuard[] = "/var/run/wlanctl-guard-";      // likewise: held by who watches over that
+inline constexpr char kLacking[] = "/var/run/wlanctl-lacking-";  // likewise: what was applied and is not in force
 inline constexpr char kFolder[] = "/var/run";
 
 }  // namespace wlanctl::place

@@ -16,6 +16,9 @@ std::optional<std::string> read_state_file(const std::string& path, const std::s
 bool write_state_file(const std::string& path, const std::string& format, int version, const std::string& text,
                       Report& report);
 
+// False when it is there and cannot be removed, with errno.
+bool remove_state_file(const std::string& path);
+
 // A sum of the text, to see whether it changed.
 std::string sum_of(const std::string& text);
 

@@ -1,8 +1,8 @@
 #include "wlanctl/library/shell.h"
 
-#include <dlfcn.h>
-
 #include <cstdlib>
+
+#include "wlanctl/library/command.h"
 
 namespace wlanctl {
 namespace {
@@ -25,6 +25,10 @@ std::vector<std::string>& ShellScope::lines() {
   return recorded;
 }
 
+ShellMode ShellScope::mode() {
+  return g_mode;
+}
+
 int last_shell_status() {
   return g_last_status;
 }
@@ -45,8 +49,9 @@ extern "C" int system(const char* line) {
     case wlanctl::ShellMode::kRun:
       break;
   }
-  using System = int (*)(const char*);
-  static const auto real = reinterpret_cast<System>(dlsym(RTLD_NEXT, "system"));
-  wlanctl::g_last_status = real(line);
+  // system(nullptr) asks whether there is a shell.
+  if (line == nullptr) return 1;
+  const char* const arguments[] = {"/bin/sh", "-c", line, nullptr};
+  wlanctl::g_last_status = wlanctl::run_command(arguments, line);
   return wlanctl::g_last_status;
 }

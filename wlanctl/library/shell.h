@@ -21,6 +21,8 @@ class ShellScope {
   ShellScope& operator=(const ShellScope&) = delete;
   ~ShellScope();
 
+  static ShellMode mode();
+
   // The lines of kRecord so far.
   static std::vector<std::string>& lines();
 

@@ -15,6 +15,7 @@
 #include "wlanctl/library/detached_store.h"
 #include "wlanctl/library/messages.h"
 #include "wlanctl/store/dat_file.h"
+#include "wlanctl/store/lock_holder.h"
 
 namespace wlanctl {
 namespace {
@@ -87,7 +88,7 @@ bool attach_or_make(Band band, Report& report) {
 }
 
 bool can_be_locked(Band band, Report& report) {
-  const int id = semget(kSemaphores[number_of(band)], 1, 0666);
+  const int id = semaphore_of(band);
   sembuf step = {0, -1, SEM_UNDO};
   if (id < 0) return true;
   if (semop(id, &step, 1) == 0) {
@@ -100,6 +101,13 @@ bool can_be_locked(Band band, Report& report) {
                 std::string("the store of ") + label_of(band) + " cannot be locked: " + std::strerror(errno),
                 "run as the user of the management processes");
   }
+  const LockHolder holder = lock_holder(band);
+  if (holder.is == LockHolder::Is::kGone) {
+    return fail(band, report,
+                std::string("the store of ") + label_of(band) + " is held by process " +
+                    std::to_string(holder.process) + ", which is gone",
+                std::string("wlanctl unlock ") + label_of(band) + " frees it");
+  }
   return fail(band, report,
               std::string("the store of ") + label_of(band) + " is held by process " +
                   std::to_string(semctl(id, 0, GETPID)) + ", which does not let go",
@@ -108,12 +116,16 @@ bool can_be_locked(Band band, Report& report) {
 
 }  // namespace
 
+int semaphore_of(Band band) {
+  return semget(kSemaphores[number_of(band)], 1, 0666);
+}
+
 size_t size_of_store(Band band) {
   shmid_ds status = {};
   return shmctl(g_opened[number_of(band)], IPC_STAT, &status) == 0 ? status.shm_segsz : 0;
 }
 
-StoreLock::StoreLock(Band band) : band_(band), id_(semget(kSemaphores[number_of(band)], 1, 0666)) {
+StoreLock::StoreLock(Band band) : band_(band), id_(semaphore_of(band)) {
   held_ = id_ >= 0 && semaphore_p(id_) == 0;
 }
 

@@ -6,7 +6,7 @@ namespace {
 constexpr char kFooter[] =
     "Exit codes: 0 done; 1 refused, failed, or check found something; 2 wrong usage\n"
     "or a file that cannot be read; 3 no store that can be had; 4 another wlanctl is\n"
-    "busy; 5 the driver does not answer.\n\n"
+    "busy; 5 the driver does not answer; 6 applied, but not in force.\n\n"
     "Examples:\n"
     "  wlanctl status\n"
     "  wlanctl set 2.4g SSID:1=Kitchen\n"
@@ -14,9 +14,10 @@ constexpr char kFooter[] =
     "wlanctl VERB --help has the words of a verb.";
 
 // As the help lists them.
-constexpr const Verb* kVerbs[] = {&kShow,  &kGet,   &kSet,     &kKeys,        &kDiff,     &kSave,       &kRevert,
-                                  &kCheck, &kApply, &kConfirm, &kStatus,      &kStations, &kNeighbours, &kWps,
-                                  &kRadio, &kLed,   &kButton,  &kCalibration, &kDump,     &kTrace,      &kCompletion};
+constexpr const Verb* kVerbs[] = {&kShow,        &kGet,        &kSet,   &kKeys,    &kDiff,      &kSave,
+                                  &kRevert,      &kCheck,      &kApply, &kConfirm, &kRollback,  &kStatus,
+                                  &kStations,    &kNeighbours, &kWps,   &kRadio,   &kLed,       &kButton,
+                                  &kCalibration, &kDump,       &kTrace, &kUnlock,  &kCompletion};
 
 constexpr Program kProgram = {{.name = "wlanctl",
                                .help = "Shows, changes, checks and applies the settings of both radios.",

@@ -3,6 +3,7 @@
 #include <map>
 
 #include "wlanctl/apply/applied_state.h"
+#include "wlanctl/apply/in_force.h"
 #include "wlanctl/apply/plan.h"
 #include "wlanctl/base/report.h"
 #include "wlanctl/base/terminal.h"
@@ -95,6 +96,7 @@ Problem unreadable_file(Band band) {
 
 int diff(const Words& words, Report& report) {
   Json bands = Json::array();
+  int code = kDone;
   for (const Band band : bands_of(words.band)) {
     if (!open_band(band, report)) return kNoStore;
     const auto parsed = parse_dat_file(band);
@@ -112,6 +114,9 @@ int diff(const Words& words, Report& report) {
       report.note(std::string("the driver did not take all of the last apply of ") + label_of(band) +
                   "; wlanctl apply " + label_of(band) + " tells it again");
     }
+    const std::vector<Lack> lacks = lacks_of(band);
+    if (!lacks.empty()) code = kNotInForce;
+    complain_of(band, lacks, next_step(band), report);
     Json changes = Json::array();
     Rows rows;
     size_t widest = 0;
@@ -136,7 +141,7 @@ int diff(const Words& words, Report& report) {
     bands.push_back({{"band", label_of(band)}, {"changes", std::move(changes)}, {"apply", weight}});
   }
   report.data() = {{"bands", std::move(bands)}};
-  return kDone;
+  return code;
 }
 
 int save(const Words& words, Report& report) {

@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <ctime>
 
+#include "wlanctl/apply/in_force.h"
 #include "wlanctl/base/report.h"
 #include "wlanctl/base/terminal.h"
 #include "wlanctl/confirm/pending.h"
@@ -119,10 +120,16 @@ int show_page(Report& report) {
   }
   const Board board = board_of(report);
   print_board(report, board);
+  int code = kDone;
   Json bands = Json::array();
-  for (const Band band : kBands) bands.push_back(ask_band(report, band));
+  for (const Band band : kBands) {
+    bands.push_back(ask_band(report, band));
+    const std::vector<Lack> lacks = lacks_of(band);
+    if (!lacks.empty()) code = kNotInForce;
+    complain_of(band, lacks, next_step(band), report);
+  }
   report.data() = {{"board", json_of(board)}, {"bands", std::move(bands)}};
-  return report.has_problems() ? kNoAnswer : kDone;
+  return code == kDone && report.has_problems() ? kNoAnswer : code;
 }
 
 // The signals that end a watch come between two pages, never into a query.
