@@ -30,6 +30,7 @@ TEST(Apply, HasAnActionAndScriptsInJsonWhenThereIsNothingToApply) {
                   {"apply", "nothing"},
                   {"action", "none"},
                   {"scripts", Json::array()},
+                  {"not_in_force", Json::array()},
                   {"confirm_within", nullptr}}),
             band);
 }
