@@ -28,7 +28,8 @@ TEST(Unlock, LeavesTheLockOfAProcessThatLives) {
   const Result result = run(
       "wlanctl show >/dev/null; hold_store 0x12348 & holder=$!; until [ -e held ]; do sleep 0.02; done\n"
       "wlanctl unlock 2.4g 2>err; echo $?; grep -c \"is held by process $holder (hold_store), which is alive\" err\n"
-      "kill -STOP $holder; wlanctl unlock 2.4g --force 2>err; echo $?; grep -c 'kill -CONT' err; kill -CONT $holder\n"
+      "kill -STOP $holder; until grep -q 'State:.T' /proc/$holder/status; do sleep 0.02; done; wlanctl unlock 2.4g "
+      "--force 2>err; echo $?; grep -c 'kill -CONT' err; kill -CONT $holder\n"
       "wlanctl unlock 5g; touch done; wait $holder");
   EXPECT_EQ("1\n1\n1\n1\n5g: the lock is free\n", result.out) << result.err;
 }

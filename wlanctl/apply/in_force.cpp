@@ -84,36 +84,34 @@ std::string lacking_bridge(const Wanted& wanted) {
          wanted.bridge;
 }
 
-// The lines that were to bring it about, the last first.
-std::vector<std::string> lines_for(const Wanted& wanted) {
+// The line that was to bring it about.
+std::string line_for(const Wanted& wanted) {
   const std::string& name = wanted.subject;
-  switch (wanted.state) {
-    case State::kUp:
-      if (link_state(name) == LinkState::kUp) return {"brctl addif " + wanted.bridge + " " + name};
-      return {"ifconfig " + name + " up"};
-    case State::kDown:
-      return {"ifconfig " + name + " down"};
-    case State::kLoaded:
-    case State::kAnswers:
-      break;
-  }
-  return {};
-}
-
-std::string cause_of(const Wanted& wanted) {
-  for (const std::string& line : lines_for(wanted)) {
-    if (const Command* const command = failed_command(line)) return account_of(*command);
-  }
-  // An interface that never came, or does not answer: its driver's module may tell.
-  for (const Command& command : commands_run()) {
-    const bool concerns_module = command.line.starts_with(kLoad) || command.line.starts_with("rmmod ");
-    if (wanted.state != State::kDown && concerns_module && command.failed()) return account_of(command);
-  }
-  return "";
+  if (wanted.state == State::kDown) return "ifconfig " + name + " down";
+  if (wanted.state != State::kUp) return "";
+  if (link_state(name) == LinkState::kUp) return "brctl addif " + wanted.bridge + " " + name;
+  return "ifconfig " + name + " up";
 }
 
 bool is_missing(const Wanted& wanted) {
   return wanted.state == State::kUp && link_state(wanted.subject) == LinkState::kAbsent;
+}
+
+// An interface that never came, or does not answer: its driver's module may tell why.
+std::string cause_in_modules(const Wanted& wanted) {
+  if (wanted.state == State::kDown || (wanted.state == State::kUp && !is_missing(wanted))) return "";
+  for (const Command& command : commands_run()) {
+    const bool is_about_module = command.line.starts_with(kLoad) || command.line.starts_with("rmmod ");
+    if (is_about_module && command.failed()) return account_of(command);
+  }
+  return "";
+}
+
+std::string cause_of(const Wanted& wanted) {
+  std::string cause = cause_in_modules(wanted);
+  const std::string line = line_for(wanted);
+  const Command* const command = cause.empty() && !line.empty() ? failed_command(line) : nullptr;
+  return command == nullptr ? cause : account_of(*command);
 }
 
 // Beside this band's own interfaces: those of the other one go too when both have the same module.

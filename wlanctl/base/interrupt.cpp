@@ -1,7 +1,9 @@
 #include "wlanctl/base/interrupt.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <algorithm>
-#include <cstdio>
 #include <ctime>
 #include <iterator>
 
@@ -12,6 +14,7 @@ constexpr int kInterrupts[] = {SIGINT, SIGQUIT, SIGTERM};
 
 bool g_is_answering = false;
 bool g_came = false;
+int g_listener = -1;  // standard error, which may be caught meanwhile
 std::string& answer() {
   static std::string text;
   return text;
@@ -21,6 +24,7 @@ std::string& answer() {
 
 InterruptAnswer::InterruptAnswer(const std::string& text) {
   answer() = text;
+  g_listener = fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
   g_is_answering = true;
   g_came = false;
 }
@@ -28,6 +32,8 @@ InterruptAnswer::InterruptAnswer(const std::string& text) {
 InterruptAnswer::~InterruptAnswer() {
   (void)is_interrupted();
   g_is_answering = false;
+  if (g_listener >= 0) (void)close(g_listener);
+  g_listener = -1;
 }
 
 void add_interrupts(sigset_t* signals) {
@@ -37,7 +43,8 @@ void add_interrupts(sigset_t* signals) {
 
 void note_interrupt(int number) {
   if (std::find(std::begin(kInterrupts), std::end(kInterrupts), number) == std::end(kInterrupts)) return;
-  if (!g_came) (void)std::fprintf(stderr, "wlanctl: %s\n", answer().c_str());
+  const std::string line = "wlanctl: " + answer() + "\n";
+  if (!g_came && g_listener >= 0) (void)!write(g_listener, line.data(), line.size());
   g_came = true;
 }
 

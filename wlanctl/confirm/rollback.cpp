@@ -13,6 +13,7 @@
 #include "wlanctl/apply/run.h"
 #include "wlanctl/base/report.h"
 #include "wlanctl/files/bytes.h"
+#include "wlanctl/keys/dat_key.h"
 #include "wlanctl/library/command.h"
 #include "wlanctl/store/dat_file.h"
 #include "wlanctl/store/private_store.h"
@@ -20,6 +21,26 @@
 #include "wlanctl/store/value.h"
 
 namespace wlanctl {
+namespace {
+
+// A store that was made of a saved file has no room for keys of SSIDs behind the last one. They are in the old file.
+std::vector<wifimgr_attr_record> without_unserved(Band band, std::vector<wifimgr_attr_record> settings) {
+  int count = 0;
+  {
+    const PrivateStore store(band, settings);
+    count = ssid_count(band);
+  }
+  std::erase_if(settings, [&](const wifimgr_attr_record& record) {
+    return is_left_out(std::string(record.key, strnlen(record.key, sizeof record.key)), count);
+  });
+  return settings;
+}
+
+bool fill_store(Band band, const std::vector<wifimgr_attr_record>& settings) {
+  return replace_store(band, settings) || replace_store(band, without_unserved(band, settings));
+}
+
+}  // namespace
 
 bool restore_dat_file(Band band, const std::string& bytes, Report& report) {
   const int file = open(dat_path_of(band).c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
@@ -43,7 +64,7 @@ bool roll_back(const Pending& pending, Report& report) {
   const int count_before = pre_wlan_state[number_of(band)];
   // The radio and the file come back even if the store cannot: the operator may have no other way in.
   std::optional<PrivateStore> instead;
-  if (!is_open || !replace_store(band, settings_in_force(band))) {
+  if (!is_open || !fill_store(band, settings_in_force(band))) {
     report.problem({std::string("the store of ") + label_of(band) + " cannot take its old settings",
                     std::string("radio and dat file have them; wlanctl revert ") + label_of(band), about(band)});
     instead.emplace(band, settings_in_force(band));

@@ -10,6 +10,7 @@
 #include "wlanctl/confirm/pending.h"
 #include "wlanctl/confirm/rollback.h"
 #include "wlanctl/files/lock.h"
+#include "wlanctl/files/state_file.h"
 #include "wlanctl/store/segment.h"
 #include "wlanctl/verbs/verbs.h"
 
@@ -25,11 +26,11 @@ std::optional<Pending> to_put_back(Band band) {
   return pending;
 }
 
-// A power cut may have left a dat file of which no store can be made.
-bool open_somehow(const Pending& pending, Report& report) {
-  Report unheard;
-  if (open_store(pending.band, unheard)) return true;
-  return restore_dat_file(pending.band, pending.dat, report) && open_store(pending.band, report);
+// After a boot the file comes first: a store that nobody has made yet is made of it, with room for all that it has. A
+// power cut may also have left half a file, of which none can be made.
+bool open_for(const Pending& pending, Report& report) {
+  if (pending.boot != this_boot() && !restore_dat_file(pending.band, pending.dat, report)) return false;
+  return open_store(pending.band, report, Content::kToCome);
 }
 
 int put_back(Band band, Report& report) {
@@ -40,7 +41,7 @@ int put_back(Band band, Report& report) {
                     "set the values again; wlanctl confirm " + label + " ends the waiting", about(band)});
     return kRefused;
   }
-  if (!open_somehow(*pending, report)) return kNoStore;
+  if (!open_for(*pending, report)) return kNoStore;
   if (!undo(*pending, report)) return kRefused;
   const std::vector<Lack> lacks = lacks_of(band);
   complain_of(band, lacks, next_step(band), report);
