@@ -103,7 +103,7 @@ TEST(Apply, ThatIsStoppedIsRolledBackByItsGuardian) {
 TEST(Guardian, ThatIsStoppedIsReplacedByTheNextVerb) {
   const Result result = run_story(
       kChange +
-      "wlanctl apply 2.4g --confirm 600 >/dev/null; old=$(guardian); kill -STOP $old; wlanctl set 2.4g "
+      "wlanctl apply 2.4g --confirm 600 >/dev/null; old=$(guardian); stop $old; wlanctl set 2.4g "
       "HideSSID:2=1 >/dev/null; new=$(guardian); echo == new; [ -n \"$new\" ] && [ $new != $old ] && echo one;"
       "wlanctl confirm; no_guardian");
   EXPECT_EQ("one\n2.4g: confirmed; the settings stay\n", behind(result.out, "new"));
@@ -112,7 +112,7 @@ TEST(Guardian, ThatIsStoppedIsReplacedByTheNextVerb) {
 
 TEST(Guardian, ThatWasStoppedUntilItWasTooLateIsMadeUpFor) {
   const Result result = run_story(kChange +
-                                  "wlanctl apply 2.4g --confirm 3 >/dev/null; kill -STOP $(guardian); sleep 3.1;"
+                                  "wlanctl apply 2.4g --confirm 3 >/dev/null; stop $(guardian); sleep 3.1;"
                                   "wlanctl set 2.4g HideSSID:2=0 >/dev/null;" +
                                   kBack);
   EXPECT_EQ("6\nfile\n1\n", behind(result.out, "back"));
@@ -120,14 +120,15 @@ TEST(Guardian, ThatWasStoppedUntilItWasTooLateIsMadeUpFor) {
 }
 
 TEST(Guardian, ThatIsStoppedInTheMiddleOfARollBackHoldsNobodyUp) {
-  const Result result = run_story(kChange +
-                                  "printf '#!/bin/sh\\n[ -e /front/armed ] && rm /front/armed && kill -STOP "
-                                  "$PPID\\nexec /real/ifconfig \"$@\"\\n' |"
-                                  "stand_in ifconfig; wlanctl apply 2.4g --confirm 3 >/dev/null; touch /front/armed;"
-                                  "while [ -e /front/armed ]; do sleep 0.05; done; wlanctl set 2.4g HideSSID:2=0 "
-                                  ">/dev/null; echo == code; echo $?;" +
-                                  kBack);
-  EXPECT_EQ("0\n", behind(result.out, "code"));
+  const Result result = run_story(
+      kChange +
+      "printf '#!/bin/sh\\n[ -e /front/armed ] && rm /front/armed && kill -STOP "
+      "$(grep -l wlanctl-guard /run/gateway-sim/proc/[0-9]*/comm | cut -d/ -f5)\\nexec /real/ifconfig \"$@\"\\n' |"
+      "stand_in ifconfig; wlanctl apply 2.4g --confirm 3 >/dev/null; touch /front/armed;"
+      "while [ -e /front/armed ]; do sleep 0.05; done; wlanctl set 2.4g HideSSID:2=0 "
+      ">/dev/null; code=$?; echo == code; echo $code;" +
+      kBack);
+  EXPECT_EQ("0\n", behind(result.out, "code")) << result.err;
   EXPECT_EQ("6\nfile\n1\n", behind(result.out, "back"));
 }
 

@@ -44,7 +44,11 @@ void sign_lock_file(int file) {
 bool end_stopped_guardian(int file) {
   const pid_t holder = holder_in(file);
   if (!is_stopped(holder) || name_of_process(holder) != kGuardianName) return false;
-  return kill(holder, SIGKILL) == 0;
+  if (kill(holder, SIGKILL) != 0) return false;
+  // With it go its locks, one after the other.
+  constexpr int kTries = 50;
+  for (int i = 0; is_running(holder) && i < kTries; ++i) poll(nullptr, 0, kPollMs / 2);
+  return true;
 }
 
 ToolLock::ToolLock(Report& report, unsigned seconds) {
