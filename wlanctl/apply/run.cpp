@@ -2,6 +2,7 @@
 
 #include <sys/wait.h>
 
+#include <algorithm>
 #include <cstdio>
 
 #include "wifimgr_lib.h"
@@ -81,7 +82,18 @@ std::string read_script(Band band) {
   return text;
 }
 
-int run_script(Band band) {
+// Whether each line is a command by itself: what was forced into a value may reach over several.
+bool is_plain(const std::string& script) {
+  for (const std::string& line : lines_of(script)) {
+    const bool is_command = line.empty() || line.starts_with("#") || line.starts_with("/userfs/bin/iwpriv ");
+    if (!is_command || std::count(line.begin(), line.end(), '"') % 2 != 0) return false;
+  }
+  return true;
+}
+
+int run_script(Band band, const std::string& text) {
+  std::optional<WatchedScript> watched;
+  if (is_plain(text)) watched.emplace(script_path_of(band));
   // On 5G each run uses up a permission.
   if (band == Band::k5G) (void)wifimgr_lib_set_11AC_CMDflag(1);
   // The driver's tool may repeat a passphrase in what it prints.
@@ -129,7 +141,7 @@ std::optional<Applied> bring_into_force(Band band, bool always_commit, Report& r
     written = write_script(band, ssid, report);
     if (!written) break;
     Script script = {ssid, script_path_of(band), read_script(band), 0};
-    script.status = run_script(band);
+    script.status = run_script(band, script.text);
     failed = failed || script.status != 0;
     applied.scripts.push_back(std::move(script));
   }

@@ -17,7 +17,7 @@ struct Script {
   int ssid = 1;
   std::string path;
   std::string text;
-  int status = 0;  // of its last line, as a shell says it
+  int status = 0;  // of the last line that failed, as a shell says it
 };
 
 struct Applied {

@@ -10,6 +10,25 @@ namespace {
 ShellMode g_mode = ShellMode::kRun;
 int g_last_status = 0;
 
+std::string& watched_script() {
+  static std::string path;
+  return path;
+}
+
+// A line each, as the script itself has them; the status is the last one that is not 0.
+constexpr char kEachLine[] =
+    "while IFS= read -r line || [ -n \"$line\" ]; do eval \"$line\" </dev/null || failed=$?; done <\"$0\"\n"
+    "exit ${failed:-0}";
+
+int run_line(const char* line) {
+  if (line != watched_script()) {
+    const char* const arguments[] = {"/bin/sh", "-c", line, nullptr};
+    return run_command(arguments, line);
+  }
+  const char* const arguments[] = {"/bin/sh", "-c", kEachLine, line, nullptr};
+  return run_command(arguments, line);
+}
+
 }  // namespace
 
 ShellScope::ShellScope(ShellMode mode) : before_(g_mode) {
@@ -27,6 +46,14 @@ std::vector<std::string>& ShellScope::lines() {
 
 ShellMode ShellScope::mode() {
   return g_mode;
+}
+
+WatchedScript::WatchedScript(const std::string& path) {
+  watched_script() = path;
+}
+
+WatchedScript::~WatchedScript() {
+  watched_script().clear();
 }
 
 int last_shell_status() {
@@ -51,7 +78,6 @@ extern "C" int system(const char* line) {
   }
   // system(nullptr) asks whether there is a shell.
   if (line == nullptr) return 1;
-  const char* const arguments[] = {"/bin/sh", "-c", line, nullptr};
-  wlanctl::g_last_status = wlanctl::run_command(arguments, line);
+  wlanctl::g_last_status = wlanctl::run_line(line);
   return wlanctl::g_last_status;
 }
