@@ -19,15 +19,16 @@ std::string cut(const std::string& confirm = "--confirm 600") {
 }
 
 TEST(PowerCut, IsToldAndLeavesTheDecision) {
-  const Result result = run_story(cut() +
-                                  "for verb in diff status 'set 2.4g HideSSID:2=0'; do echo == ${verb%% *}; wlanctl "
-                                  "$verb 2>&1 | grep 'the gateway went down while an apply of 2.4g waited'; done;"
-                                  "echo == apply; wlanctl apply 2.4g; echo $?");
+  const Result result =
+      run_story(cut() +
+                "for verb in diff status 'set 2.4g HideSSID:2=0'; do echo == ${verb%% *}; wlanctl "
+                "$verb 2>&1 | grep 'the gateway went down before the apply of 2.4g was confirmed'; done;"
+                "echo == apply; wlanctl apply 2.4g; echo $?");
   for (const char* const verb : {"diff", "status", "set"}) {
     EXPECT_THAT(behind(result.out, verb), HasSubstr("wlanctl rollback 2.4g puts back what was before")) << verb;
   }
   EXPECT_EQ("1\n", behind(result.out, "apply"));
-  EXPECT_THAT(result.err, HasSubstr("the gateway went down while an apply of 2.4g waited for its confirmation"));
+  EXPECT_THAT(result.err, HasSubstr("the gateway went down before the apply of 2.4g was confirmed"));
 }
 
 TEST(PowerCut, KeepsWhatIsConfirmedAfterIt) {
@@ -74,6 +75,15 @@ TEST(PowerCut, FindsNothingWhereNothingIsToBeWritten) {
   const Result result = run_story("export WLANCTL_FOLDER=;" + cut() +
                                   "ls /etc/Wireless | grep before; wlanctl confirm; echo $?; wlanctl get 2.4g SSID:1");
   EXPECT_EQ("1\nKitchen\n", result.out);
+}
+
+TEST(PowerCut, BeforeTheDatFileChangesLeavesNothingToDecide) {
+  const Result result = run_story(
+      "wlanctl show >/dev/null 2>&1; wlanctl set 2.4g HideSSID:1=1 >/dev/null; wlanctl save 2.4g >/dev/null; wlanctl "
+      "set 2.4g HideSSID:1=1 >/dev/null; wlanctl apply 2.4g --confirm 600 >/dev/null; simctl power-cut >/dev/null;"
+      "wlanctl set 2.4g Channel=1 >/dev/null; wlanctl save 2.4g; ls /etc/Wireless | grep before; wlanctl diff 2>&1 |"
+      "grep 'went down'");
+  EXPECT_EQ("2.4g: saved to /etc/Wireless/RT2860AP/RT2860AP.dat\n", result.out);
 }
 
 TEST(KeptOverABoot, IsForItsOwnerAlone) {

@@ -52,12 +52,17 @@ std::optional<Pending> interrupted(Band band) {
   return kept;
 }
 
+void forget_settled(Band band) {
+  const std::optional<Pending> kept = kept_over_boot(band);
+  if (kept && kept->boot != this_boot() && !interrupted(band)) (void)remove_state_file(path_of(band));
+}
+
 void note_interrupted(Band band, Report& report) {
   if (!interrupted(band)) return;
   const std::string label = label_of(band);
-  report.note("the gateway went down while an apply of " + label +
-              " waited for its confirmation, and what was never confirmed is in the dat file; wlanctl confirm " +
-              label + " keeps it, wlanctl rollback " + label + " puts back what was before");
+  report.note("the gateway went down before the apply of " + label +
+              " was confirmed, and the boot took what the dat file says; wlanctl confirm " + label +
+              " keeps it, wlanctl rollback " + label + " puts back what was before");
 }
 
 }  // namespace wlanctl

@@ -18,6 +18,9 @@ bool forget_over_boot(Band band, Report& report);
 // What a boot interrupted; none when nothing was, or when the dat file is as it was before.
 std::optional<Pending> interrupted(Band band);
 
+// Removes what another boot has left and nobody has to decide on, before the dat file changes.
+void forget_settled(Band band);
+
 // What was kept of an apply of this boot or another, whatever became of it.
 std::optional<Pending> kept_over_boot(Band band);
 

@@ -47,7 +47,7 @@ bool refuse_second(Band band, Report& report) {
   const std::string label = label_of(band);
   if (interrupted(band)) {
     report.problem(
-        {"the gateway went down while an apply of " + label + " waited for its confirmation",
+        {"the gateway went down before the apply of " + label + " was confirmed",
          "wlanctl confirm " + label + " keeps its settings; wlanctl rollback " + label + " puts back those before",
          about(band)});
     return true;

@@ -8,6 +8,7 @@
 #include "wlanctl/base/report.h"
 #include "wlanctl/base/terminal.h"
 #include "wlanctl/command_line/common_words.h"
+#include "wlanctl/confirm/outlived.h"
 #include "wlanctl/confirm/pending.h"
 #include "wlanctl/confirm/recovery.h"
 #include "wlanctl/files/lock.h"
@@ -153,6 +154,7 @@ int save(const Words& words, Report& report) {
     // From now on the dat file no longer says what is in force.
     if (!restore_applied(band, report)) return kWrongUsage;
     if (!keep_applied(band, FileIs::kChanging, report)) return kRefused;
+    forget_settled(band);
     clear_messages();
     if (wifimgr_lib_save_dataFile(number_of(band)) != 0) {
       report.problem({std::string(label_of(band)) + " was not saved: " + first_reason(),
