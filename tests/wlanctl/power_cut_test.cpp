@@ -78,12 +78,13 @@ TEST(PowerCut, FindsNothingWhereNothingIsToBeWritten) {
 }
 
 TEST(PowerCut, BeforeTheDatFileChangesLeavesNothingToDecide) {
+  const std::string kept = kKept;
   const Result result = run_story(
-      "wlanctl show >/dev/null 2>&1; wlanctl set 2.4g HideSSID:1=1 >/dev/null; wlanctl save 2.4g >/dev/null; wlanctl "
-      "set 2.4g HideSSID:1=1 >/dev/null; wlanctl apply 2.4g --confirm 600 >/dev/null; simctl power-cut >/dev/null;"
-      "wlanctl set 2.4g Channel=1 >/dev/null; wlanctl save 2.4g; ls /etc/Wireless | grep before; wlanctl diff 2>&1 |"
-      "grep 'went down'");
-  EXPECT_EQ("2.4g: saved to /etc/Wireless/RT2860AP/RT2860AP.dat\n", result.out);
+      "wlanctl set 2.4g Channel=1 >/dev/null; wlanctl apply 2.4g --confirm 600 >/dev/null; cp -p " + kept +
+      " /etc/kept; wlanctl rollback >/dev/null; cp -p /etc/kept " + kept +
+      "; simctl power-cut >/dev/null; echo == after; wlanctl diff 2>&1 | grep 'went down'; wlanctl set 2.4g Channel=1 "
+      ">/dev/null; wlanctl save 2.4g; ls /etc/Wireless | grep before; wlanctl diff 2>&1 | grep 'went down'");
+  EXPECT_EQ("2.4g: saved to /etc/Wireless/RT2860AP/RT2860AP.dat\n", behind(result.out, "after"));
 }
 
 TEST(KeptOverABoot, IsForItsOwnerAlone) {

@@ -1,4 +1,6 @@
 // apply: brings the live store into force. What a dry run of it prints is in dry_run_text.h.
+#include <algorithm>
+
 #include "wlanctl/apply/applied_state.h"
 #include "wlanctl/apply/dry_run_text.h"
 #include "wlanctl/apply/in_force.h"
@@ -151,7 +153,13 @@ void roll_back_job(const Words& words, Job& job, Report& report) {
   for (const Command& command : commands_run()) {
     if (cause.empty() && command.ending == Ending::kTooLong) cause = account_of(command);
   }
+  // Nobody who gave it seconds waits a minute for each command that hangs again.
+  constexpr unsigned kLeastSeconds = 10;
+  if (job.broken_off == BrokenOff::kTimeOver) {
+    limit_commands(std::min(words.command_seconds, std::max(words.confirm_seconds, kLeastSeconds)));
+  }
   job.is_rolled_back = roll_back(*job.pending, report);
+  limit_commands(words.command_seconds);
   const std::vector<Lack> lacks = lacks_of(job.band);
   std::string outcome = "its settings before are back";
   if (!job.is_rolled_back) {
