@@ -143,6 +143,15 @@ TEST(Confirmation, IsRefusedWhenARadioIsDown) {
   EXPECT_THAT(result.err, HasSubstr("2.4g: not in force: ra0 is down"));
 }
 
+TEST(RadioSwitchInForce, LeavesSsidsAndLinksInTheBridgeThatTheyAreIn) {
+  const Result result = run_story(
+      "wlanctl set 2.4g WdsEnable=1 >/dev/null; wlanctl apply 2.4g >/dev/null 2>&1; wlanctl radio off 2.4g >/dev/null;"
+      "brctl delif br-lan ra1; wlanctl radio on 2.4g >/dev/null; echo $?; for i in ra0 ra1 wds3; do basename "
+      "$(readlink "
+      "/sys/class/net/$i/master); done");
+  EXPECT_EQ("0\nbr-lan\nbr0\nbr-lan\n", result.out) << result.err;
+}
+
 TEST(RadioSwitchInForce, NamesTheCommandThatFailed) {
   const Result result = run_story(
       "wlanctl radio off 2.4g >/dev/null; simctl fail ifconfig exit=4 ra1 up >/dev/null; wlanctl radio on 2.4g; echo "

@@ -127,22 +127,22 @@ void add_other_band(Band other, std::vector<Wanted>* wanted) {
   if (is_up && lacking(driver).empty()) wanted->push_back(driver);
 }
 
-void add_links(Band band, Operation operation, std::vector<Wanted>* wanted) {
-  const bool are_on = has_links(band) && operation != Operation::kRadioOff;
-  // What is off stays as it is when the radio comes on.
-  if (operation == Operation::kSave || (operation == Operation::kRadioOn && !are_on)) return;
-  const char* const bridge = operation == Operation::kCommit ? kLanBridge : kBr0;
-  for (int i = 0; i < kLinks; ++i) {
-    wanted->push_back({are_on ? State::kUp : State::kDown, link_of(band, i), are_on ? bridge : ""});
-  }
-}
-
 // An interface that is in a bridge already stays there: brctl puts none into a second one.
 std::string bridge_after(Operation operation, const std::string& interface) {
   if (operation == Operation::kSave) return "";
   if (operation == Operation::kCommit) return kLanBridge;
   const std::string before = bridge_of(interface).value_or("");
   return before.empty() ? kBr0 : before;
+}
+
+void add_links(Band band, Operation operation, std::vector<Wanted>* wanted) {
+  const bool are_on = has_links(band) && operation != Operation::kRadioOff;
+  // What is off stays as it is when the radio comes on.
+  if (operation == Operation::kSave || (operation == Operation::kRadioOn && !are_on)) return;
+  for (int i = 0; i < kLinks; ++i) {
+    const std::string link = link_of(band, i);
+    wanted->push_back({are_on ? State::kUp : State::kDown, link, are_on ? bridge_after(operation, link) : ""});
+  }
 }
 
 std::optional<State> parse_state(const std::string& word) {
