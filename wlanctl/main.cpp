@@ -11,6 +11,7 @@
 #include "wlanctl/base/report.h"
 #include "wlanctl/base/similar.h"
 #include "wlanctl/command_line/parse.h"
+#include "wlanctl/library/command.h"
 #include "wlanctl/verbs/verbs.h"
 
 namespace wlanctl {
@@ -84,6 +85,7 @@ int refuse_usage(const Parsed& parsed, const CommandLine& words, Report& report)
 int carry_out(const Parsed& parsed, const CommandLine& words, const Words& said, Report& report) {
   switch (parsed.asks) {
     case Parsed::Asks::kVerb:
+      limit_commands(said.command_seconds);
       return parsed.verb->run(said, report);
     case Parsed::Asks::kHelp:
       return tell(parsed.text, report);

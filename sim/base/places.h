@@ -18,6 +18,7 @@ inline constexpr char kFaultsLock[] = "/run/gateway-sim/lists/faults.lock";
 inline constexpr char kToolFaults[] = "/run/gateway-sim/lists/tool-faults";
 inline constexpr char kPayloads[] = "/run/gateway-sim/payloads";
 inline constexpr char kModules[] = "/run/gateway-sim/modules";
+inline constexpr char kModuleList[] = "/run/gateway-sim/module-list";
 inline constexpr char kChips[] = "/run/gateway-sim/chips";
 inline constexpr char kFlash[] = "/run/gateway-sim/flash";
 inline constexpr char kRegisters[] = "/run/gateway-sim/registers";

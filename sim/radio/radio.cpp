@@ -104,6 +104,10 @@ void mark_module(const std::string& name, bool loaded) {
   } else {
     unlink(mark_of(name).c_str());
   }
+  // As the kernel lists them.
+  std::string list;
+  for (const std::string& module : names_in(place::kModules)) list += module + " 16384 0 - Live 0x0000000000000000\n";
+  write_text(place::kModuleList, list);
 }
 
 Chips present_chips() {

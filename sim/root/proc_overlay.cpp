@@ -39,8 +39,10 @@ pid_t newest_process() {
 
 void ProcOverlay::fill() {
   for (const std::string& name : names_in(place::kProc)) {
-    if (!is_process(name) && name != "bus") make_link(real(name), shown(name));
+    if (!is_process(name) && name != "bus" && name != "modules") make_link(real(name), shown(name));
   }
+  // Of the modules, those of the gateway are listed.
+  make_link(place::kModuleList, shown("modules"));
   // "bus" becomes a folder of its own, for the gateway's PCI bus beside the machine's others.
   make_folder(shown("bus"));
   for (const std::string& name : names_in(real("bus"))) {

@@ -61,8 +61,8 @@ allow wlanctl/keys "$tool" wlanctl/base wlanctl/keys
 allow wlanctl/store "$tool" wlanctl/base wlanctl/files wlanctl/library wlanctl/keys wlanctl/store
 allow wlanctl/check "$tool" wlanctl/base wlanctl/library wlanctl/keys wlanctl/store wlanctl/check
 allow wlanctl/live "$tool" wlanctl/base wlanctl/library wlanctl/store wlanctl/live
-allow wlanctl/apply "$tool" wlanctl/base wlanctl/files wlanctl/library wlanctl/keys wlanctl/store wlanctl/apply
-allow wlanctl/confirm "$tool" wlanctl/base wlanctl/files wlanctl/store wlanctl/apply wlanctl/confirm
+allow wlanctl/apply "$tool" wlanctl/base wlanctl/files wlanctl/library wlanctl/keys wlanctl/store wlanctl/live wlanctl/apply
+allow wlanctl/confirm "$tool" wlanctl/base wlanctl/files wlanctl/library wlanctl/keys wlanctl/store wlanctl/apply wlanctl/confirm
 allow wlanctl/command_line "$tool" wlanctl/base wlanctl/command_line
 allow wlanctl/completion none wlanctl/base wlanctl/keys wlanctl/command_line wlanctl/completion
 allow wlanctl "$tool" wlanctl/base wlanctl/files wlanctl/library wlanctl/keys wlanctl/store wlanctl/check wlanctl/live \

@@ -41,6 +41,15 @@ using Modules = WithDatFiles;
 using PowerCut = WithDatFiles;
 using Reboot = WithDatFiles;
 
+TEST_F(Modules, AreListedAsTheKernelDoes) {
+  const Result result = run_radios(
+      "names() { cut -d' ' -f1 /proc/modules | sort; }; names; rmmod mt7603eap; echo --; names; insmod "
+      "$M/mt7603eap.ko; echo "
+      "--; names",
+      options(dat_text(1, "1"), dat_text(1, "1"), "7603,7612"));
+  EXPECT_EQ("mt7603eap\nmt7662e_ap\n--\nmt7662e_ap\n--\nmt7603eap\nmt7662e_ap\n", result.out);
+}
+
 TEST_F(Boot, EnabledSsidsAreUpInTheLanBridge) {
   const Result result = run_radios("show", options(dat_text(3, "1;0;1"), dat_text(1, "0")));
   EXPECT_EQ(result.out,

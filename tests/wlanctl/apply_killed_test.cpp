@@ -34,9 +34,9 @@ std::string killing_ifconfig(const std::string& whom) {
 
 constexpr char kGuardianPid[] = "$(grep -l wlanctl-guard /run/gateway-sim/proc/[0-9]*/comm | cut -d/ -f5)";
 
-// An apply whose guardian is killed in the middle, so that nobody waits for the second that it gives.
+// An apply whose guardian is killed in the middle, so that nobody waits for the seconds that it gives.
 const std::string kUnguarded = killing_ifconfig(kGuardianPid) +
-                               "touch /front/armed; wlanctl apply 2.4g --confirm 1 >/dev/null; no_guardian; sleep 1.1;";
+                               "touch /front/armed; wlanctl apply 2.4g --confirm 3 >/dev/null; no_guardian; sleep 3.1;";
 
 constexpr char kApply[] =
     "with_pid /front/pid wlanctl apply 2.4g --confirm 600 >/dev/null; s=$?; echo == killed; echo $s;";
@@ -92,7 +92,7 @@ TEST(ApplyKilled, AfterItAllCanStillBeConfirmed) {
 }
 
 TEST(ApplyKilled, AfterItAllIsRolledBackWhenNobodyConfirms) {
-  const Result result = run_story(kChange + killed("after 3", 1) + "gone 2.4g;" + kBack);
+  const Result result = run_story(kChange + killed("after 3", 3) + "gone 2.4g;" + kBack);
   EXPECT_EQ("137\n", behind(result.out, "killed"));
   EXPECT_EQ(kAllBack, behind(result.out, "back"));
 }
@@ -142,7 +142,7 @@ TEST(GuardianKilled, InTheMiddleOfTheRollbackIsMadeUpFor) {
       "printf '#!/bin/sh\\ngrep -aq \" waiting \" /run/wlanctl-pending-2.4g && rm /front/armed 2>/dev/null && kill "
       "-9 %s\\nexec /real/ifconfig \"$@\"\\n' '" +
       kGuardianPid +
-      "' | stand_in ifconfig; touch /front/armed; wlanctl apply 2.4g --confirm 1 >/dev/null; no_guardian;"
+      "' | stand_in ifconfig; touch /front/armed; wlanctl apply 2.4g --confirm 3 >/dev/null; no_guardian;"
       "echo == pending; ls /run | grep pending; wlanctl set 2.4g RTSThreshold=2347 >/dev/null;" +
       kBack + "ls /run | grep pending");
   EXPECT_EQ("wlanctl-pending-2.4g\n", behind(result.out, "pending"));

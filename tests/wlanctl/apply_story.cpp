@@ -16,6 +16,7 @@ std::string functions() {
          "    file=${file%/comm}; echo ${file##*/}\n"
          "  done\n"
          "}\n"
+         "stop() { kill -STOP $1; until grep -q 'State:.T' /proc/$1/status; do sleep 0.02; done; }\n"
          "no_guardian() { while [ -n \"$(guardian)\" ]; do sleep 0.02; done; }\n"
          "mkdir -p /real /front; PATH=/front:$PATH\n"
          "stand_in() { ln -s \"$(command -v $1)\" /real/$1; cat >/front/$1; chmod 755 /front/$1; }\n"

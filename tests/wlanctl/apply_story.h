@@ -14,6 +14,7 @@ inline constexpr char kDat[] = "/etc/Wireless/RT2860AP/RT2860AP.dat";
 //   segment BAND  the bytes of a band's store
 //   gone BAND     waits until the band's apply no longer waits for a confirmation
 //   guardian      the process numbers of guardians
+//   stop PID      stops a process, and waits until it is
 //   no_guardian   waits until there is none
 //   with_pid FILE runs a command that finds its own process number in a file from its start on
 //   stand_in NAME puts a script, standard input, in front of a command; the command itself is /real/NAME then

@@ -30,6 +30,7 @@ TEST(Apply, HasAnActionAndScriptsInJsonWhenThereIsNothingToApply) {
                   {"apply", "nothing"},
                   {"action", "none"},
                   {"scripts", Json::array()},
+                  {"not_in_force", Json::array()},
                   {"confirm_within", nullptr}}),
             band);
 }
@@ -194,6 +195,16 @@ TEST(Apply, SaysWhenTheDriverDoesNotTakeTheScript) {
   ASSERT_EQ(2U, document["problems"].size());
   EXPECT_EQ(1, document["problems"][0]["ssid"]);
   EXPECT_EQ("saved", only_band(document)["action"]);
+}
+
+TEST(Apply, SaysWhenTheDriverDoesNotTakeOneOfManyLines) {
+  const Result result = run_story(
+      "simctl fail iwpriv exit=7 call=2 ra0 set 1 >/dev/null; wlanctl set 2.4g HideSSID:1=1 >/dev/null; wlanctl apply "
+      "2.4g >/dev/null; code=$?; echo == code; echo $code; echo == rest; commands | grep -c 'ra0 set "
+      "SSID=Gateway-Home'");
+  EXPECT_EQ("5\n", behind(result.out, "code"));
+  EXPECT_EQ("2\n", behind(result.out, "rest"));
+  EXPECT_THAT(result.err, HasSubstr("the driver's script of SSID 1 of 2.4g failed, with status 7"));
 }
 
 TEST(Apply, NeverPrintsAPassphrase) {

@@ -56,7 +56,7 @@ TEST(RadioSwitch, WhatTheLibraryAndItsToolsPrintIsNoOutput) {
 TEST(RadioSwitch, AnInterfaceThatDoesNotFollowIsAProblem) {
   const Json document =
       json_of("radio off 5g", "for folder in $(echo $PATH | tr : ' ') /userfs/bin; do rm -f $folder/ifconfig; done");
-  ASSERT_EQ(5, document["exit_code"]);
+  ASSERT_EQ(6, document["exit_code"]);
   EXPECT_EQ("rai0", document["problems"][0]["interface"]);
   EXPECT_EQ("up", document["data"]["ssids"][0]["state"]);
 }

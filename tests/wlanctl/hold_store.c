@@ -1,4 +1,5 @@
-/* Takes a band's lock, named by its key, makes the file "held", and lets go when the file "done" is there. */
+/* Takes a band's lock, named by its key, makes the file "held", and lets go when the file "done" is there. With a second
+ * word it ends at once, and leaves the lock taken: not even the kernel gives it back. */
 #include <fcntl.h>
 #include <stdlib.h>
 #include <sys/ipc.h>
@@ -7,9 +8,10 @@
 
 int main(int argc, char** argv) {
   const int id = argc > 1 ? semget((key_t)strtol(argv[1], NULL, 0), 1, 0) : -1;
-  struct sembuf take = {0, -1, SEM_UNDO};
+  struct sembuf take = {0, -1, argc > 2 ? 0 : SEM_UNDO};
   if (id < 0 || semop(id, &take, 1) != 0) return 1;
   if (open("held", O_CREAT | O_WRONLY, 0600) < 0) return 1;
+  if (argc > 2) return 0;
   while (access("done", F_OK) != 0) usleep(20000);
   return 0;
 }

@@ -35,6 +35,7 @@ const std::vector<Call>& calls() {
       {"set 5g Channel=44", 0},
       {"apply 5g --confirm 600", 0},
       {"confirm 5g", 0},
+      {"rollback 5g", 1},
       {"status", 0},
       {"stations 5g", 0},
       {"neighbours 5g", 0},
@@ -52,6 +53,7 @@ const std::vector<Call>& calls() {
       {"trace on", 0},
       {"trace off", 0},
       {"trace level 1", 0},
+      {"unlock 5g", 0},
       {"completion bash", 0},
   };
   return all;

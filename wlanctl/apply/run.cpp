@@ -2,11 +2,13 @@
 
 #include <sys/wait.h>
 
+#include <algorithm>
 #include <cstdio>
 
 #include "wifimgr_lib.h"
 #include "wlanctl/apply/applied_state.h"
 #include "wlanctl/base/report.h"
+#include "wlanctl/library/command.h"
 #include "wlanctl/library/messages.h"
 #include "wlanctl/library/output.h"
 #include "wlanctl/library/shell.h"
@@ -80,7 +82,18 @@ std::string read_script(Band band) {
   return text;
 }
 
-int run_script(Band band) {
+// Whether each line is a command by itself: what was forced into a value may reach over several.
+bool is_plain(const std::string& script) {
+  for (const std::string& line : lines_of(script)) {
+    const bool is_command = line.empty() || line.starts_with("#") || line.starts_with("/userfs/bin/iwpriv ");
+    if (!is_command || std::count(line.begin(), line.end(), '"') % 2 != 0) return false;
+  }
+  return true;
+}
+
+int run_script(Band band, const std::string& text) {
+  std::optional<WatchedScript> watched;
+  if (is_plain(text)) watched.emplace(script_path_of(band));
   // On 5G each run uses up a permission.
   if (band == Band::k5G) (void)wifimgr_lib_set_11AC_CMDflag(1);
   // The driver's tool may repeat a passphrase in what it prints.
@@ -88,6 +101,14 @@ int run_script(Band band) {
   (void)wifimgr_lib_execute_wlan_script(number_of(band), script_path_of(band).c_str());
   const int status = last_shell_status();
   return WIFSIGNALED(status) ? 128 + WTERMSIG(status) : WEXITSTATUS(status);
+}
+
+void look(const Expectation& expected, Applied* applied) {
+  applied->lacks = expected.look(applied->weight > 1);
+  applied->has_lacked_before = true;
+  for (const Lack& lack : applied->lacks) {
+    applied->has_lacked_before = applied->has_lacked_before && expected.was_lacking(lack.wanted);
+  }
 }
 
 }  // namespace
@@ -108,6 +129,11 @@ std::optional<Applied> bring_into_force(Band band, bool always_commit, Report& r
   applied.weight = weigh(band);
   applied.committed = always_commit || applied.weight != 0;
   ask_for_reload(band);
+  const bool is_real = ShellScope::mode() == ShellMode::kRun;
+  std::optional<Expectation> expected;
+  if (is_real) {
+    expected.emplace(band, applied.committed ? Operation::kCommit : Operation::kSave, pre_wlan_state[number_of(band)]);
+  }
   if (!write_dat_file(band, applied.committed, report)) return std::nullopt;
   bool written = true;
   bool failed = false;
@@ -115,13 +141,14 @@ std::optional<Applied> bring_into_force(Band band, bool always_commit, Report& r
     written = write_script(band, ssid, report);
     if (!written) break;
     Script script = {ssid, script_path_of(band), read_script(band), 0};
-    script.status = run_script(band);
+    script.status = run_script(band, script.text);
     failed = failed || script.status != 0;
     applied.scripts.push_back(std::move(script));
   }
   take_applied(band);
   // On a changed count the driver may lack the interface until the reboot.
   set_told(band, written && (!failed || applied.weight > 1));
+  if (expected && is_broken_off() == BrokenOff::kNo) look(*expected, &applied);
   return applied;
 }
 

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "wlanctl/apply/in_force.h"
 #include "wlanctl/base/band.h"
 
 namespace wlanctl {
@@ -16,13 +17,15 @@ struct Script {
   int ssid = 1;
   std::string path;
   std::string text;
-  int status = 0;  // of its last line, as a shell says it
+  int status = 0;  // of the last line that failed, as a shell says it
 };
 
 struct Applied {
   int weight = 0;
   bool committed = false;  // else only saved
   std::vector<Script> scripts;
+  std::vector<Lack> lacks;         // what the kernel says is not in force
+  bool has_lacked_before = false;  // all of these, too
 };
 
 std::string script_path_of(Band band);
@@ -30,8 +33,9 @@ std::string script_path_of(Band band);
 // Runs the normalisation, once, on the store that the library works on. What it complains about becomes a note.
 void make_consistent(Band band, Report& report);
 
-// Writes the dat file, restarts the interfaces when what is watched changed, tells the driver the rest SSID by SSID, and
-// takes the store for what is in force. None with a problem when the dat file cannot be written; nothing was restarted
+// With the commands run (library/command.h) as one CommandRun of the caller's:
+// writes the dat file, restarts the interfaces when what is watched changed, tells the driver the rest SSID by SSID, and
+// takes the store for what is in force. Then it looks whether it is, unless the run was broken off. None with a problem when the dat file cannot be written; nothing was restarted
 // then. restore_applied comes first, make_consistent too where settings are new.
 std::optional<Applied> bring_into_force(Band band, bool always_commit, Report& report);
 

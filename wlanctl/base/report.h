@@ -18,6 +18,7 @@ enum ExitCode {
   kNoStore = 3,     // no store to attach to, and none can be made
   kBusy = 4,        // another wlanctl did not end in time
   kNoAnswer = 5,    // the driver or the board does not answer
+  kNotInForce = 6,  // applied, but the kernel says that it is not in force
   kWarned = 7,      // check found nothing worse than warnings
 };
 

@@ -1,5 +1,5 @@
 // An apply takes down the very radio that its operator may come in by: what would end the tool in the middle, such as the
-// hang-up of the terminal, waits until this ends.
+// hang-up of the terminal, or stop it there, waits until this ends.
 #pragma once
 
 #include <signal.h>
@@ -19,7 +19,7 @@ class SignalHold {
     static const sigset_t signals = [] {
       sigset_t held;
       sigemptyset(&held);
-      for (const int number : {SIGHUP, SIGINT, SIGQUIT, SIGTERM, SIGPIPE}) sigaddset(&held, number);
+      for (const int number : {SIGHUP, SIGINT, SIGQUIT, SIGTERM, SIGPIPE, SIGTSTP}) sigaddset(&held, number);
       return held;
     }();
     return signals;

@@ -25,4 +25,9 @@ inline constexpr Word kSecrets = {"--secrets", &Words::secrets, "Show passphrase
 inline constexpr Word kWait = {
     "--wait", &Words::wait_seconds, "Seconds to wait for another wlanctl", {.shows_default = true}};
 
+inline constexpr Word kCommandTimeout = {"--command-timeout",
+                                         &Words::command_seconds,
+                                         "Longest time for each command that is run",
+                                         {.lowest = 1, .highest = 3600, .value_name = "SECONDS"}};
+
 }  // namespace wlanctl::word

@@ -24,6 +24,9 @@ struct Words {
   std::vector<std::string> files;        // of set --file, and of check
   bool literal = false;
   bool dry_run = false;
+  bool again = false;
+  bool keep = false;
+  unsigned command_seconds = 60;  // each command of the library may take
   unsigned confirm_seconds = 0;
   bool is_watching = false;
   std::vector<unsigned> watch_seconds;  // none, or one, 0 for the default

@@ -5,7 +5,7 @@ _wlanctl_words() {
   verbs='' options='' arguments=''
   case $1 in
     '')
-      verbs='show get set keys diff save revert check apply confirm status stations neighbours wps radio led button calibration dump trace completion'
+      verbs='show get set keys diff save revert check apply confirm rollback status stations neighbours wps radio led button calibration dump trace unlock completion'
       options='--help --version'
       ;;
     'show')
@@ -41,11 +41,15 @@ _wlanctl_words() {
       arguments='file...'
       ;;
     'apply')
-      options='--help --dry-run --secrets --confirm=text --force --wait=text --json'
+      options='--help --dry-run --secrets --confirm=text --keep --again --force --command-timeout=text --wait=text --json'
       arguments='band'
       ;;
     'confirm')
-      options='--help --force --wait=text --json'
+      options='--help --force --command-timeout=text --wait=text --json'
+      arguments='band'
+      ;;
+    'rollback')
+      options='--help --command-timeout=text --wait=text --json'
       arguments='band'
       ;;
     'status')
@@ -85,11 +89,11 @@ _wlanctl_words() {
       options='--help'
       ;;
     'radio on')
-      options='--help --wait=text --json'
+      options='--help --command-timeout=text --wait=text --json'
       arguments='band'
       ;;
     'radio off')
-      options='--help --wait=text --json'
+      options='--help --command-timeout=text --wait=text --json'
       arguments='band'
       ;;
     'led')
@@ -129,6 +133,10 @@ _wlanctl_words() {
     'trace level')
       options='--help --json'
       arguments='1,2,3,4,5,6,7,8'
+      ;;
+    'unlock')
+      options='--help --force --wait=text --json'
+      arguments='band'
       ;;
     'completion')
       options='--help --json'

@@ -16,10 +16,13 @@
 #include <initializer_list>
 #include <iterator>
 
+#include "wlanctl/apply/in_force.h"
+#include "wlanctl/base/clock.h"
 #include "wlanctl/base/report.h"
 #include "wlanctl/confirm/rollback.h"
 #include "wlanctl/files/lock.h"
 #include "wlanctl/files/places.h"
+#include "wlanctl/files/process.h"
 
 namespace wlanctl {
 namespace {
@@ -29,7 +32,7 @@ constexpr unsigned kLongestApply = 24 * 60 * 60;
 void leave_terminal_and_files(std::initializer_list<int> kept) {
   (void)setsid();
   (void)chdir("/");
-  (void)prctl(PR_SET_NAME, "wlanctl-guard");
+  (void)prctl(PR_SET_NAME, kGuardianName);
   const int nothing = open("/dev/null", O_RDWR);
   for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) (void)dup2(nothing, stream);
   const long most = std::min(sysconf(_SC_OPEN_MAX), 4096L);
@@ -40,7 +43,7 @@ void leave_terminal_and_files(std::initializer_list<int> kept) {
   sigset_t none;
   sigemptyset(&none);
   (void)sigprocmask(SIG_SETMASK, &none, nullptr);
-  for (const int number : {SIGHUP, SIGINT, SIGQUIT, SIGPIPE}) (void)signal(number, SIG_IGN);
+  for (const int number : {SIGHUP, SIGINT, SIGQUIT, SIGPIPE, SIGTSTP}) (void)signal(number, SIG_IGN);
   (void)signal(SIGTERM, SIG_DFL);
   (void)signal(SIGCHLD, SIG_DFL);
 }
@@ -54,8 +57,9 @@ void tell_log(Band band, const Report& report, bool done) {
 // What a guardian sees happen.
 class Watch {
  public:
-  explicit Watch(int starter)
+  Watch(int starter, pid_t starting)
       : starter_(starter),
+        starting_(starting),
         changes_(inotify_init1(IN_CLOEXEC | IN_NONBLOCK)),
         clock_(timerfd_create(CLOCK_BOOTTIME, TFD_CLOEXEC | TFD_NONBLOCK)) {
     (void)inotify_add_watch(changes_, place::kFolder, IN_DELETE | IN_MOVED_TO);
@@ -66,7 +70,8 @@ class Watch {
   // Returns when something may have changed, at the deadline at the latest.
   void wait(const Pending& pending) {
     itimerspec alarm = {};
-    if (pending.phase == Phase::kWaiting) {
+    const bool is_running_late = pending.phase != Phase::kWaiting && ms_since_boot() >= pending.deadline_ms;
+    if (pending.deadline_ms != 0 && !is_running_late) {
       // A time of zero would switch the alarm off.
       const int64_t at = std::max<int64_t>(pending.deadline_ms, 1);
       alarm.it_value = {.tv_sec = at / 1000, .tv_nsec = at % 1000 * 1000000};
@@ -75,9 +80,12 @@ class Watch {
     pollfd files[] = {{changes_, POLLIN, 0}, {clock_, POLLIN, 0}, {starter_, POLLIN, 0}};
     // Now and then without a reason, should the system have no watch to give.
     constexpr int kAtLeastEveryMs = 10000;
-    (void)poll(files, std::size(files), kAtLeastEveryMs);
+    constexpr int kWhenLateMs = 200;
+    (void)poll(files, std::size(files), is_running_late ? kWhenLateMs : kAtLeastEveryMs);
     char unread[4096];
     while (read(changes_, unread, sizeof unread) > 0) continue;
+    // The apply ends itself when its time is over, unless somebody has stopped it.
+    if (is_running_late && starter_ >= 0 && is_stopped(starting_)) (void)kill(starting_, SIGKILL);
     if (files[2].revents != 0) {
       close(starter_);
       starter_ = -1;
@@ -86,12 +94,13 @@ class Watch {
 
  private:
   int starter_;  // ends with the process at the other end
+  pid_t starting_;
   int changes_;
   int clock_;
 };
 
-void watch_over(Band band, int starter) {
-  Watch watch(starter);
+void watch_over(Band band, int starter, pid_t starting) {
+  Watch watch(starter, starting);
   for (std::optional<Pending> pending; (pending = read_pending(band));) {
     if (pending->is_lost(watch.is_starter_gone())) {
       Report report;
@@ -99,7 +108,9 @@ void watch_over(Band band, int starter) {
       pending = read_pending(band);
       if (!lock || !pending) return;
       if (pending->is_lost(watch.is_starter_gone())) {
-        tell_log(band, report, undo(*pending, report));
+        const bool done = undo(*pending, report);
+        complain_of(band, lacks_of(band), "", report);
+        tell_log(band, report, done);
         return;
       }
     }
@@ -107,11 +118,12 @@ void watch_over(Band band, int starter) {
   }
 }
 
-[[noreturn]] void be_guardian(Band band, int guard, int ready, int starter) {
-  leave_terminal_and_files({guard, ready, starter});
+[[noreturn]] void be_guardian(Band band, const Guard& guard, int ready, int starter, pid_t starting) {
+  leave_terminal_and_files({guard.file(), ready, starter});
+  guard.sign();
   (void)write(ready, "", 1);
   close(ready);
-  watch_over(band, starter);
+  watch_over(band, starter, starting);
   _exit(0);
 }
 
@@ -129,10 +141,11 @@ bool start_guardian(Band band, const Guard& guard, Report& report) {
   bool started = false;
   if (pipe2(ready, O_CLOEXEC) == 0) {
     if (pipe2(life, O_CLOEXEC) == 0) {
+      const pid_t starting = getpid();
       const pid_t child = fork();
       if (child == 0) {
         const pid_t guardian = fork();
-        if (guardian == 0) be_guardian(band, guard.file(), ready[1], life[0]);
+        if (guardian == 0) be_guardian(band, guard, ready[1], life[0], starting);
         _exit(guardian < 0 ? 1 : 0);
       }
       close(ready[1]);

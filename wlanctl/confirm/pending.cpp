@@ -7,11 +7,12 @@
 
 #include <cerrno>
 #include <cstring>
-#include <ctime>
 #include <vector>
 
 #include "wlanctl/apply/applied_state.h"
+#include "wlanctl/base/clock.h"
 #include "wlanctl/base/report.h"
+#include "wlanctl/confirm/outlived.h"
 #include "wlanctl/files/bytes.h"
 #include "wlanctl/files/lock.h"
 #include "wlanctl/files/places.h"
@@ -21,20 +22,10 @@
 namespace wlanctl {
 namespace {
 
-constexpr char kFormat[] = "wlanctl-pending";
-constexpr int kVersion = 2;
 constexpr const char* kPhases[] = {"prepared", "applying", "waiting"};
-constexpr int64_t kMsPerSecond = 1000;
 
 std::string path_of(Band band) {
   return std::string(place::kPending) + label_of(band);
-}
-
-// Goes on while the board sleeps, and nobody sets it.
-int64_t now_ms() {
-  timespec now = {};
-  (void)clock_gettime(CLOCK_BOOTTIME, &now);
-  return now.tv_sec * kMsPerSecond + now.tv_nsec / 1000000;
 }
 
 std::optional<Phase> parse_phase(const std::string& word) {
@@ -51,7 +42,7 @@ int open_guard(Band band) {
 }  // namespace
 
 bool Pending::is_over() const {
-  return phase == Phase::kWaiting && (boot != this_boot() || now_ms() >= deadline_ms);
+  return phase == Phase::kWaiting && ms_since_boot() >= deadline_ms;
 }
 
 bool Pending::is_lost(bool is_starter_gone) const {
@@ -59,7 +50,7 @@ bool Pending::is_lost(bool is_starter_gone) const {
 }
 
 unsigned Pending::seconds_left() const {
-  const int64_t left = deadline_ms - now_ms();
+  const int64_t left = deadline_ms - ms_since_boot();
   return left <= 0 ? 0 : static_cast<unsigned>((left + kMsPerSecond - 1) / kMsPerSecond);
 }
 
@@ -79,12 +70,12 @@ std::optional<Pending> prepare_pending(Band band, Report& report) {
 }
 
 void set_deadline(Pending* pending, unsigned seconds) {
-  pending->phase = Phase::kWaiting;
-  pending->deadline_ms = now_ms() + seconds * kMsPerSecond;
+  pending->deadline_ms = ms_since_boot() + seconds * kMsPerSecond;
 }
 
 void note_waiting(Band band, Report& report) {
   const std::optional<Pending> pending = read_pending(band);
+  note_interrupted(band, report);
   if (!pending || pending->phase != Phase::kWaiting || pending->is_over()) return;
   const std::string label = label_of(band);
   report.note(label + " waits " + std::to_string(pending->seconds_left()) + " more seconds for wlanctl confirm " +
@@ -97,35 +88,48 @@ bool is_pending(Band band) {
 }
 
 std::optional<Pending> read_pending(Band band) {
-  const std::optional<std::string> text = read_state_file(path_of(band), kFormat, kVersion);
-  if (!text) return std::nullopt;
-  const size_t end = text->find('\n');
+  const std::optional<std::string> text = read_state_file(path_of(band), kPendingFormat, kPendingVersion);
+  return text ? parse_pending(band, *text) : std::nullopt;
+}
+
+std::optional<Pending> parse_pending(Band band, const std::string& text) {
+  const size_t end = text.find('\n');
   if (end == std::string::npos) return std::nullopt;
-  const std::vector<std::string> head = words_of(text->substr(0, end));
+  const std::vector<std::string> head = words_of(text.substr(0, end));
   if (head.size() != 5 || head[0] != label_of(band)) return std::nullopt;
   const std::optional<Phase> phase = parse_phase(head[1]);
   const std::optional<int64_t> deadline = number_in(head[2]);
   const std::optional<int64_t> applied = number_in(head[4]);
-  const auto rest = static_cast<int64_t>(text->size() - end - 1);
+  const auto rest = static_cast<int64_t>(text.size() - end - 1);
   if (!phase || !deadline || !applied || *applied < 0 || *applied > rest) return std::nullopt;
   const size_t begin_of_dat = end + 1 + static_cast<size_t>(*applied);
   return Pending{.band = band,
                  .phase = *phase,
                  .deadline_ms = *deadline,
                  .boot = head[3],
-                 .applied = text->substr(end + 1, static_cast<size_t>(*applied)),
-                 .dat = text->substr(begin_of_dat)};
+                 .applied = text.substr(end + 1, static_cast<size_t>(*applied)),
+                 .dat = text.substr(begin_of_dat)};
 }
 
-bool write_pending(const Pending& pending, Report& report) {
+std::string text_of(const Pending& pending) {
   Text text;
   text << label_of(pending.band) << ' ' << kPhases[static_cast<int>(pending.phase)] << ' ' << pending.deadline_ms << ' '
        << pending.boot << ' ' << pending.applied.size() << '\n'
        << pending.applied << pending.dat;
-  return write_state_file(path_of(pending.band), kFormat, kVersion, text.str(), report);
+  return text.str();
+}
+
+bool write_pending(const Pending& pending, Report& report) {
+  return write_state_file(path_of(pending.band), kPendingFormat, kPendingVersion, text_of(pending), report);
+}
+
+void drop_pending(Band band) {
+  (void)unlink(path_of(band).c_str());
 }
 
 bool remove_pending(Band band, Report& report) {
+  // The other way round, a power cut between the two would bring back what was confirmed.
+  if (!forget_over_boot(band, report)) return false;
   if (unlink(path_of(band).c_str()) == 0 || errno == ENOENT) return true;
   report.problem({"cannot remove " + path_of(band) + ": " + std::strerror(errno),
                   "remove it, or the settings are rolled back", about(band)});
@@ -140,6 +144,19 @@ Guard::Guard(Band band) : file_(open_guard(band)) {
 
 Guard::~Guard() {
   if (file_ >= 0) close(file_);
+}
+
+void Guard::sign() const {
+  sign_lock_file(file_);
+}
+
+bool Guard::take_from_stopped(Band band) {
+  const int file = open_guard(band);
+  if (file < 0) return false;
+  const bool ended = flock(file, LOCK_EX | LOCK_NB) != 0 && end_stopped_guardian(file);
+  close(file);
+  if (ended) wait_until_free(band);
+  return ended;
 }
 
 void Guard::wait_until_free(Band band) {

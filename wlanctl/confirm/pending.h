@@ -21,7 +21,7 @@ enum class Phase {
 struct Pending {
   Band band = Band::k2_4G;
   Phase phase = Phase::kPrepared;
-  int64_t deadline_ms = 0;  // on the clock since boot, while it is waiting
+  int64_t deadline_ms = 0;  // on the clock since boot; the apply itself must be done by then, too
   std::string boot;         // which boot that is
   std::string applied;      // what was in force, as applied_text
   std::string dat;          // the dat file's bytes
@@ -33,8 +33,16 @@ struct Pending {
   unsigned seconds_left() const;
 };
 
+// As text for a file, and back; none when it is not believable.
+std::string text_of(const Pending& pending);
+std::optional<Pending> parse_pending(Band band, const std::string& text);
+inline constexpr char kPendingFormat[] = "wlanctl-pending";
+inline constexpr int kPendingVersion = 2;
+
 // With what is in force now; none with a problem when the dat file cannot be read.
 std::optional<Pending> prepare_pending(Band band, Report& report);
+
+// To be rolled back that many seconds from now.
 void set_deadline(Pending* pending, unsigned seconds);
 
 // Says that an apply waits for its confirmation, where one does: what is changed meanwhile goes when it is rolled back.
@@ -44,7 +52,12 @@ void note_waiting(Band band, Report& report);
 bool is_pending(Band band);
 std::optional<Pending> read_pending(Band band);
 bool write_pending(const Pending& pending, Report& report);
+
+// With what of it would outlive a boot.
 bool remove_pending(Band band, Report& report);
+
+// Only under /var/run.
+void drop_pending(Band band);
 
 // The right to watch over a band's pending apply; it goes with the process that has it and with its children. None while
 // another process has it. Kept apart from the pending file, which is replaced as the apply goes on.
@@ -57,6 +70,12 @@ class Guard {
 
   explicit operator bool() const { return file_ >= 0; }
   int file() const { return file_; }
+
+  // Names this process in it, for who finds it stopped.
+  void sign() const;
+
+  // Ends a guardian that is stopped. True when there was one.
+  static bool take_from_stopped(Band band);
 
   // Waits for a guardian that is about to end.
   static void wait_until_free(Band band);

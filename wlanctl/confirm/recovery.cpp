@@ -2,11 +2,14 @@
 
 #include <optional>
 
+#include "wlanctl/apply/in_force.h"
 #include "wlanctl/base/report.h"
 #include "wlanctl/confirm/guardian.h"
+#include "wlanctl/confirm/outlived.h"
 #include "wlanctl/confirm/pending.h"
 #include "wlanctl/confirm/rollback.h"
 #include "wlanctl/files/lock.h"
+#include "wlanctl/files/state_file.h"
 #include "wlanctl/store/segment.h"
 
 namespace wlanctl {
@@ -21,8 +24,16 @@ void recover_pending(Band band, Report& report) {
     lock.emplace();
     if (!*lock) return;
   }
+  if (Guard::take_from_stopped(band)) {
+    report.note(std::string("the guardian of the apply of ") + label_of(band) + " was stopped, and is replaced");
+  }
   const Guard guard(band);
   const std::optional<Pending> pending = read_pending(band);
+  if (pending && pending->boot != this_boot()) {
+    if (!kept_over_boot(band)) keep_over_boot(*pending, report);
+    drop_pending(band);
+    return;
+  }
   if (!guard || (!pending && !is_pending(band))) return;
   const std::string apply = std::string("the apply of ") + label_of(band);
   if (!pending) {
@@ -41,6 +52,9 @@ void recover_pending(Band band, Report& report) {
                              " --force ends the waiting with what is there"
                  : was_begun ? "it is rolled back now"
                              : "nothing was changed"));
+    for (const Lack& lack : lacks_of(band)) {
+      report.note(std::string(label_of(band)) + ": not in force: " + text_of(lack));
+    }
   } else if (start_guardian(band, guard, report)) {
     report.note(apply + " had lost its guardian; a new one watches over it for the " +
                 std::to_string(pending->seconds_left()) + " seconds that are left");

@@ -9,15 +9,38 @@
 
 #include "wifimgr_lib.h"
 #include "wlanctl/apply/applied_state.h"
+#include "wlanctl/apply/in_force.h"
 #include "wlanctl/apply/run.h"
 #include "wlanctl/base/report.h"
 #include "wlanctl/files/bytes.h"
+#include "wlanctl/keys/dat_key.h"
+#include "wlanctl/library/command.h"
 #include "wlanctl/store/dat_file.h"
 #include "wlanctl/store/private_store.h"
 #include "wlanctl/store/segment.h"
 #include "wlanctl/store/value.h"
 
 namespace wlanctl {
+namespace {
+
+// A store that was made of a saved file has no room for keys of SSIDs behind the last one. They are in the old file.
+std::vector<wifimgr_attr_record> without_unserved(Band band, std::vector<wifimgr_attr_record> settings) {
+  int count = 0;
+  {
+    const PrivateStore store(band, settings);
+    count = ssid_count(band);
+  }
+  std::erase_if(settings, [&](const wifimgr_attr_record& record) {
+    return is_left_out(std::string(record.key, strnlen(record.key, sizeof record.key)), count);
+  });
+  return settings;
+}
+
+bool fill_store(Band band, const std::vector<wifimgr_attr_record>& settings) {
+  return replace_store(band, settings) || replace_store(band, without_unserved(band, settings));
+}
+
+}  // namespace
 
 bool restore_dat_file(Band band, const std::string& bytes, Report& report) {
   const int file = open(dat_path_of(band).c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
@@ -41,7 +64,7 @@ bool roll_back(const Pending& pending, Report& report) {
   const int count_before = pre_wlan_state[number_of(band)];
   // The radio and the file come back even if the store cannot: the operator may have no other way in.
   std::optional<PrivateStore> instead;
-  if (!is_open || !replace_store(band, settings_in_force(band))) {
+  if (!is_open || !fill_store(band, settings_in_force(band))) {
     report.problem({std::string("the store of ") + label_of(band) + " cannot take its old settings",
                     std::string("radio and dat file have them; wlanctl revert ") + label_of(band), about(band)});
     instead.emplace(band, settings_in_force(band));
@@ -49,7 +72,10 @@ bool roll_back(const Pending& pending, Report& report) {
   if (applied_count != count_before) (void)wifimgr_lib_set_reloadFlag(wifi_type_of(band), "1");
   pre_wlan_state[number_of(band)] = std::max(applied_count, count_before);
   // The commit writes the dat file too, but with what the store keeps of it alone.
-  const bool in_force = bring_into_force(band, true, report).has_value();
+  const CommandRun run;
+  const std::optional<Applied> applied = bring_into_force(band, true, report);
+  const bool in_force = applied.has_value();
+  if (applied) keep_lacks(band, applied->lacks, report);
   const bool file_is_back = restore_dat_file(band, pending.dat, report);
   return in_force && file_is_back && keep_applied(band, FileIs::kSettled, report) && remove_pending(band, report);
 }

@@ -7,7 +7,9 @@ namespace wlanctl {
 
 // Puts the settings back into the store, restarts the interfaces with them, tells the driver, and puts the dat file back
 // as it was; the pending apply is gone then. False with a problem when radio or file cannot be put back: the pending
-// apply stays, and the next wlanctl tries again. A store that cannot take the settings stays as it is, with a problem. The caller holds the tool lock, and the band's store is open.
+// apply stays, and the next wlanctl tries again. A store that cannot take the settings stays as it is, with a problem.
+// What the kernel then says is not in force is kept for lacks_of. The caller holds the tool lock, and the band's store is
+// open.
 bool roll_back(const Pending& pending, Report& report);
 
 // The same, where anything was begun.

@@ -10,6 +10,16 @@ class Report;
 // A file to be locked with flock, made where there is none; -1 when it cannot be had.
 int open_lock_file(const std::string& path);
 
+// Leaves this process's number in a lock file that it has locked.
+void sign_lock_file(int file);
+
+// The name of the processes that watch over a pending apply, as the kernel lists them.
+inline constexpr char kGuardianName[] = "wlanctl-guard";
+
+// Ends the process that has signed a lock file when it is a guardian, and stopped: it would hold everything up, and what
+// it watched over is written down. True when one was ended.
+bool end_stopped_guardian(int file);
+
 class ToolLock {
  public:
   // Waits for another wlanctl to end, saying so on standard error; a problem when it does not within `seconds`.

@@ -26,11 +26,22 @@ std::string head_of(const std::string& format, int version, const std::string& t
   return format + " " + std::to_string(version) + " " + sum_of(text);
 }
 
+// A power cut finds the new name then.
+void finish_folder_of(const std::string& path) {
+  const int folder = open(path.substr(0, path.rfind('/') + 1).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (folder < 0) return;
+  (void)fsync(folder);
+  (void)close(folder);
+}
+
 bool replace_file(const std::string& path, const std::string& bytes) {
   std::string fresh = path + ".XXXXXX";
   const int file = mkostemp(fresh.data(), O_CLOEXEC);
   if (file < 0) return false;
-  if (finish_file(file, bytes) && rename(fresh.c_str(), path.c_str()) == 0) return true;
+  if (finish_file(file, bytes) && rename(fresh.c_str(), path.c_str()) == 0) {
+    finish_folder_of(path);
+    return true;
+  }
   const int error = errno;
   unlink(fresh.c_str());
   errno = error;
@@ -44,6 +55,14 @@ std::string sum_of(const std::string& text) {
   uint64_t sum = 0xcbf29ce484222325;
   for (const char c : text) sum = (sum ^ static_cast<unsigned char>(c)) * 0x100000001b3;
   return std::to_string(sum);
+}
+
+bool remove_state_file(const std::string& path) {
+  if (unlink(path.c_str()) == 0) {
+    finish_folder_of(path);
+    return true;
+  }
+  return errno == ENOENT;
 }
 
 std::string this_boot() {

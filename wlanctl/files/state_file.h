@@ -19,6 +19,9 @@ bool write_state_file(const std::string& path, const std::string& format, int ve
 // A file of other bytes in the same way, without a head. False with errno when it cannot be written.
 bool write_own_file(const std::string& path, const std::string& bytes);
 
+// False when it is there and cannot be removed, with errno.
+bool remove_state_file(const std::string& path);
+
 // A sum of the text, to see whether it changed.
 std::string sum_of(const std::string& text);
 

@@ -27,6 +27,8 @@ std::string start_of(int file) {
   return text;
 }
 
+}  // namespace
+
 std::string joined_lines(const std::string& text) {
   std::vector<std::string> said;
   for (const std::string& line : lines_of(text)) {
@@ -34,8 +36,6 @@ std::string joined_lines(const std::string& text) {
   }
   return joined(said, "; ");
 }
-
-}  // namespace
 
 // In memory: a pipe would block a program that prints more than it holds.
 CaughtOutput::CaughtOutput() : file_(memfd_create("wlanctl-output", MFD_CLOEXEC)) {

@@ -6,6 +6,9 @@
 
 namespace wlanctl {
 
+// The lines of a text that are not blank, on one line.
+std::string joined_lines(const std::string& text);
+
 // Catches standard output and standard error while it lives.
 class CaughtOutput {
  public:

@@ -1,40 +1,17 @@
 #include "wlanctl/library/private_script.h"
 
-#include <spawn.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
-#include <cerrno>
 #include <cstdlib>
-#include <cstring>
 
+#include "wlanctl/library/command.h"
 #include "wlanctl/library/output.h"
-
-extern char** environ;
 
 namespace wlanctl {
 namespace {
 
 constexpr char kShell[] = "/bin/sh";
-
-// The status of the child, -1 with `reason` when it cannot be had.
-int run_and_wait(const char* const* arguments, std::string* reason) {
-  pid_t child = -1;
-  // posix_spawn's own type leaves out the const, and does not write.
-  const int error = posix_spawn(&child, kShell, nullptr, nullptr, const_cast<char* const*>(arguments), environ);
-  if (error != 0) {
-    *reason = std::string(kShell) + ": " + std::strerror(error);
-    return -1;
-  }
-  int status = 0;
-  while (waitpid(child, &status, 0) < 0) {
-    if (errno == EINTR) continue;
-    *reason = std::strerror(errno);
-    return -1;
-  }
-  return status;
-}
 
 }  // namespace
 
@@ -58,11 +35,10 @@ bool PrivateScript::is_empty() const {
 
 bool PrivateScript::run(std::string* output) const {
   const char* const arguments[] = {kShell, "-e", path_.c_str(), nullptr};
-  std::string reason;
   CaughtOutput caught;
-  const int status = run_and_wait(arguments, &reason);
+  const int status = run_command(arguments, "the script");
   *output = caught.end();
-  if (output->empty()) *output = reason;
+  if (output->empty() && status != 0) *output = account_of(commands_run().back());
   return status == 0;
 }
 

@@ -21,11 +21,23 @@ class ShellScope {
   ShellScope& operator=(const ShellScope&) = delete;
   ~ShellScope();
 
+  static ShellMode mode();
+
   // The lines of kRecord so far.
   static std::vector<std::string>& lines();
 
  private:
   ShellMode before_;
+};
+
+// While this lives, a line that runs a script of plain commands at `path` has failed when any of its commands has, not the
+// last one alone. They are run the same, one after the other.
+class WatchedScript {
+ public:
+  explicit WatchedScript(const std::string& path);
+  WatchedScript(const WatchedScript&) = delete;
+  WatchedScript& operator=(const WatchedScript&) = delete;
+  ~WatchedScript();
 };
 
 // How the last line that was run ended, as system says it; the library itself does not look. 0 before the first, and

@@ -17,6 +17,7 @@
 #include "wlanctl/library/detached_store.h"
 #include "wlanctl/library/messages.h"
 #include "wlanctl/store/dat_file.h"
+#include "wlanctl/store/lock_holder.h"
 
 namespace wlanctl {
 namespace {
@@ -106,7 +107,7 @@ bool attach_or_make(Band band, Report& report) {
 }
 
 bool can_be_locked(Band band, Report& report) {
-  const int id = semget(kSemaphores[number_of(band)], 1, 0666);
+  const int id = semaphore_of(band);
   sembuf step = {0, -1, SEM_UNDO};
   if (id < 0) return true;
   if (semop(id, &step, 1) == 0) {
@@ -119,17 +120,18 @@ bool can_be_locked(Band band, Report& report) {
                 std::string("the store of ") + label_of(band) + " cannot be locked: " + std::strerror(errno),
                 "run as the user of the management processes");
   }
-  const pid_t holder = semctl(id, 0, GETPID);
+  const LockHolder holder = lock_holder(band);
   const std::string label = label_of(band);
-  if (kill(holder, 0) != 0 && errno == ESRCH) {
+  if (holder.is == LockHolder::Is::kGone) {
     return fail(band, report,
-                "the store of " + label + " is held, last by process " + std::to_string(holder) +
+                "the store of " + label + " is held, last by process " + std::to_string(holder.process) +
                     ", which is gone and cannot let go",
                 "wlanctl unlock " + label + " frees it");
   }
-  return fail(band, report,
-              "the store of " + label + " is held by process " + std::to_string(holder) + ", which does not let go",
-              "is it stopped? let it go on, or end it");
+  return fail(
+      band, report,
+      "the store of " + label + " is held by process " + std::to_string(holder.process) + ", which does not let go",
+      "is it stopped? let it go on, or end it");
 }
 
 bool is_usable(Band band, Report& report, Content content) {
@@ -143,12 +145,16 @@ bool is_usable(Band band, Report& report, Content content) {
 
 }  // namespace
 
+int semaphore_of(Band band) {
+  return semget(kSemaphores[number_of(band)], 1, 0666);
+}
+
 size_t size_of_store(Band band) {
   shmid_ds status = {};
   return shmctl(g_opened[number_of(band)], IPC_STAT, &status) == 0 ? status.shm_segsz : 0;
 }
 
-StoreLock::StoreLock(Band band) : band_(band), id_(semget(kSemaphores[number_of(band)], 1, 0666)) {
+StoreLock::StoreLock(Band band) : band_(band), id_(semaphore_of(band)) {
   held_ = id_ >= 0 && semaphore_p(id_) == 0;
 }
 

@@ -20,6 +20,7 @@ extern const Verb kSave;
 extern const Verb kRevert;
 extern const Verb kApply;
 extern const Verb kConfirm;
+extern const Verb kRollback;
 // live/
 extern const Verb kStatus;
 extern const Verb kStations;
@@ -31,6 +32,7 @@ extern const Verb kLed;
 extern const Verb kButton;
 extern const Verb kCalibration;
 extern const Verb kTrace;
+extern const Verb kUnlock;
 
 extern const Verb kCompletion;
 

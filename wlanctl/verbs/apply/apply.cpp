@@ -1,17 +1,23 @@
 // apply: brings the live store into force. What a dry run of it prints is in dry_run_text.h.
+#include <algorithm>
+
 #include "wlanctl/apply/applied_state.h"
 #include "wlanctl/apply/dry_run_text.h"
+#include "wlanctl/apply/in_force.h"
 #include "wlanctl/apply/plan.h"
 #include "wlanctl/apply/run.h"
+#include "wlanctl/base/interrupt.h"
 #include "wlanctl/base/report.h"
 #include "wlanctl/base/signal_hold.h"
 #include "wlanctl/command_line/common_words.h"
 #include "wlanctl/confirm/guardian.h"
+#include "wlanctl/confirm/outlived.h"
 #include "wlanctl/confirm/pending.h"
 #include "wlanctl/confirm/recovery.h"
 #include "wlanctl/confirm/rollback.h"
 #include "wlanctl/files/bytes.h"
 #include "wlanctl/files/lock.h"
+#include "wlanctl/library/command.h"
 #include "wlanctl/store/dat_file.h"
 #include "wlanctl/store/segment.h"
 #include "wlanctl/verbs/apply/file_guard.h"
@@ -24,10 +30,12 @@ constexpr unsigned kLongestWait = 24 * 60 * 60;
 
 // A band's part of an apply under way.
 struct Job {
-  Band band;
+  Band band = Band::k2_4G;
   Plan plan;
   std::optional<Pending> pending;
   std::optional<Applied> applied;
+  BrokenOff broken_off = BrokenOff::kNo;
+  bool is_rolled_back = false;
 };
 
 void refuse_dangers(const Job& job, Report& report) {
@@ -39,8 +47,15 @@ void refuse_dangers(const Job& job, Report& report) {
 }
 
 bool refuse_second(Band band, Report& report) {
-  if (!is_pending(band)) return false;
   const std::string label = label_of(band);
+  if (interrupted(band)) {
+    report.problem(
+        {"the gateway went down before the apply of " + label + " was confirmed",
+         "wlanctl confirm " + label + " keeps its settings; wlanctl rollback " + label + " puts back those before",
+         about(band)});
+    return true;
+  }
+  if (!is_pending(band)) return false;
   report.problem({"an apply of " + label + " waits for its confirmation",
                   "wlanctl confirm " + label + " keeps it; without, it is rolled back when its time is over",
                   about(band)});
@@ -77,8 +92,12 @@ int plan_all(const Words& words, Report& report, std::vector<Job>* jobs) {
       refuse(true);
       continue;
     }
-    jobs->push_back({band, plan, std::nullopt, std::nullopt});
-    if (plan.nothing || words.force) continue;
+    jobs->emplace_back();
+    jobs->back().band = band;
+    jobs->back().plan = plan;
+    // What did not come into force, another apply brings into force.
+    if (words.again || !lacks_of(band).empty()) jobs->back().plan.nothing = false;
+    if (jobs->back().plan.nothing || words.force) continue;
     refuse(!plan.dangers.empty());
     refuse_dangers(jobs->back(), report);
     refuse(!may_write_file(band, plan.text, report));
@@ -90,7 +109,7 @@ int plan_all(const Words& words, Report& report, std::vector<Job>* jobs) {
 bool prepare(const Words& words, Job& job, Report& report) {
   // Until the new settings are in force, and kept as such, the file must not pass for them.
   if (!keep_file_of_now(job.band, job.plan.text, report)) return false;
-  if (!keep_applied(job.band, FileIs::kChanging, report)) return false;
+  if (!keep_applied(job.band, FileIs::kChanging, report) || !forget_over_boot(job.band, report)) return false;
   if (words.confirm_seconds == 0) return true;
   if (!job.plan.is_file_in_force) {
     report.note(dat_path_of(job.band) +
@@ -98,28 +117,112 @@ bool prepare(const Words& words, Job& job, Report& report) {
   }
   Guard::wait_until_free(job.band);
   job.pending = prepare_pending(job.band, report);
-  if (!job.pending || !write_pending(*job.pending, report)) return false;
+  if (!job.pending) return false;
+  set_deadline(&*job.pending, words.confirm_seconds);
+  if (!write_pending(*job.pending, report)) return false;
+  keep_over_boot(*job.pending, report);
   const Guard guard(job.band);
   if (guard && start_guardian(job.band, guard, report)) return true;
   if (!guard) report.problem({std::string("another guardian watches over ") + label_of(job.band), "try again"});
   return false;
 }
 
-bool run_job(Job& job, Report& report) {
+// What the driver did not take is said; on a changed count it may lack the interface until the reboot.
+int judge_scripts(const Job& job, Report& report) {
+  if (!job.applied || job.applied->weight > 1) return kDone;
+  bool failed = false;
+  for (const Script& script : job.applied->scripts) {
+    if (script.status == 0) continue;
+    failed = true;
+    report.problem(
+        {"the driver's script of SSID " + std::to_string(script.ssid) + " of " + label_of(job.band) +
+             " failed, with status " + std::to_string(script.status),
+         "wlanctl apply " + std::string(label_of(job.band)) + " tells it again; the kernel's log may say why",
+         about(job.band, script.ssid)});
+  }
+  return failed ? kNoAnswer : kDone;
+}
+
+// The library's part. With a roll back to come, an interrupt breaks it off, and so does the end of the time.
+void bring_about(const Words& words, Job& job, Report& report) {
+  const bool always_commit = words.again || !lacks_of(job.band).empty();
+  const CommandRun run(job.pending ? job.pending->deadline_ms : 0, job.pending.has_value());
+  make_consistent(job.band, report);
+  job.applied = bring_into_force(job.band, always_commit, report);
+  job.broken_off = is_broken_off();
+}
+
+bool was_in_vain(const Words& words, const Job& job) {
+  if (!job.applied || !job.pending) return false;
+  if (job.broken_off != BrokenOff::kNo) return true;
+  return !words.keep && !job.applied->lacks.empty() && !job.applied->has_lacked_before;
+}
+
+std::string reason_of(const Words& words, const Job& job) {
+  switch (job.broken_off) {
+    case BrokenOff::kInterrupted:
+      return "interrupted";
+    case BrokenOff::kTimeOver:
+      return "not done within the " + std::to_string(words.confirm_seconds) + " seconds of --confirm";
+    case BrokenOff::kNo:
+      break;
+  }
+  return "not in force";
+}
+
+// At once, as nobody could want to confirm that.
+void roll_back_job(const Words& words, Job& job, Report& report) {
+  const std::string label = label_of(job.band);
+  const std::string reason = reason_of(words, job);
+  std::string cause;
+  for (const Command& command : commands_run()) {
+    if (cause.empty() && command.ending == Ending::kTooLong) cause = account_of(command);
+  }
+  // Nobody who gave it seconds waits a minute for each command that hangs again.
+  constexpr unsigned kLeastSeconds = 10;
+  if (job.broken_off == BrokenOff::kTimeOver) {
+    limit_commands(std::min(words.command_seconds, std::max(words.confirm_seconds, kLeastSeconds)));
+  }
+  job.is_rolled_back = roll_back(*job.pending, report);
+  limit_commands(words.command_seconds);
+  const std::vector<Lack> lacks = lacks_of(job.band);
+  std::string outcome = "its settings before are back";
+  if (!job.is_rolled_back) {
+    outcome = "its roll back failed, and is tried again";
+  } else if (!lacks.empty()) {
+    outcome = "its settings before are back, but not in force either";
+  }
+  report.problem({"the apply of " + label + " was " + reason + because(cause) + "; " + outcome,
+                  "wlanctl diff " + label + " shows what is in force", about(job.band)});
+  complain_of(job.band, lacks, next_step(job.band), report);
+}
+
+// The exit code.
+int run_job(const Words& words, Job& job, Report& report) {
   const std::optional<std::string> file_before = read_bytes(dat_path_of(job.band));
   if (job.pending) {
     job.pending->phase = Phase::kApplying;
-    if (!write_pending(*job.pending, report)) return false;
+    if (!write_pending(*job.pending, report)) return kRefused;
   }
-  make_consistent(job.band, report);
-  job.applied = bring_into_force(job.band, false, report);
-  if (job.applied) return keep_applied(job.band, FileIs::kSettled, report);
-  // A write that failed on the way has left half a file.
-  if (file_before && read_bytes(dat_path_of(job.band)) != file_before) {
-    (void)restore_dat_file(job.band, *file_before, report);
+  bring_about(words, job, report);
+  if (!job.applied) {
+    // A write that failed on the way has left half a file.
+    if (file_before && read_bytes(dat_path_of(job.band)) != file_before) {
+      (void)restore_dat_file(job.band, *file_before, report);
+    }
+    (void)keep_applied(job.band, FileIs::kSettled, report);
+    return kRefused;
   }
-  (void)keep_applied(job.band, FileIs::kSettled, report);
-  return false;
+  if (was_in_vain(words, job)) {
+    complain_of(job.band, job.applied->lacks, "", report);
+    roll_back_job(words, job, report);
+    return job.broken_off == BrokenOff::kInterrupted ? kRefused : kNotInForce;
+  }
+  keep_lacks(job.band, job.applied->lacks, report);
+  if (!keep_applied(job.band, FileIs::kSettled, report)) return kRefused;
+  complain_of(job.band, job.applied->lacks, next_step(job.band), report);
+  const int told = judge_scripts(job, report);
+  return job.applied->lacks.empty() ? told : kNotInForce;
 }
 
 void tell(const Words& words, const Job& job, Report& report) {
@@ -132,11 +235,18 @@ void tell(const Words& words, const Job& job, Report& report) {
     const Applied& applied = *job.applied;
     entry["apply"] = word_for_apply(false, applied.weight);
     entry["action"] = applied.committed ? "committed" : "saved";
-    report.text() << label
-                  << (applied.committed ? ": applied; dat file written, interfaces restarted,\n  driver told of "
-                                        : ": applied without a restart, as nothing that needs one differs;\n"
-                                          "  dat file saved, driver told of ")
-                  << applied.scripts.size() << " SSIDs\n";
+    if (job.is_rolled_back) entry["action"] = "rolled back";
+    if (job.is_rolled_back || job.broken_off != BrokenOff::kNo) {
+      report.text() << label << (job.is_rolled_back ? ": rolled back" : ": not applied") << "\n";
+    } else if (!applied.lacks.empty()) {
+      report.text() << label << ": applied, but not in force\n";
+    } else {
+      report.text() << label
+                    << (applied.committed ? ": applied; dat file written, interfaces restarted,\n  driver told of "
+                                          : ": applied without a restart, as nothing that needs one differs;\n"
+                                            "  dat file saved, driver told of ")
+                    << applied.scripts.size() << " SSIDs\n";
+    }
     for (const Script& script : applied.scripts) {
       scripts.push_back({{"ssid", script.ssid}, {"path", script.path}, {"status", script.status}});
     }
@@ -147,41 +257,30 @@ void tell(const Words& words, const Job& job, Report& report) {
     report.text() << label << ": not applied\n";
   }
   entry["scripts"] = std::move(scripts);
-  const bool waits = job.applied && job.pending;
+  Json lacks = Json::array();
+  if (job.applied) {
+    for (const Lack& lack : job.applied->lacks) lacks.push_back(text_of(lack));
+  }
+  entry["not_in_force"] = std::move(lacks);
+  const bool waits = job.applied && job.pending && job.broken_off == BrokenOff::kNo && !job.is_rolled_back;
   entry["confirm_within"] = waits ? Json(words.confirm_seconds) : Json();
   if (waits) {
-    report.text() << "  confirm it within " << words.confirm_seconds << " seconds: wlanctl confirm " << label
-                  << "\n  else the settings before come back\n";
+    report.text() << "  confirm it within " << words.confirm_seconds << " seconds of its start: wlanctl confirm "
+                  << label << "\n  else the settings before come back\n";
   }
   report.data()["bands"].push_back(std::move(entry));
 }
 
-// What the driver did not take is said; on a changed count it may lack the interface until the reboot.
-int judge_scripts(const Job& job, Report& report) {
-  if (!job.applied || job.applied->weight > 1) return kDone;
-  bool has_failed = false;
-  for (const Script& script : job.applied->scripts) {
-    if (script.status == 0) continue;
-    has_failed = true;
-    report.problem(
-        {"the driver's script of SSID " + std::to_string(script.ssid) + " of " + label_of(job.band) +
-             " failed, with status " + std::to_string(script.status),
-         "wlanctl apply " + std::string(label_of(job.band)) + " tells it again; the kernel's log may say why",
-         about(job.band, script.ssid)});
-  }
-  return has_failed ? kNoAnswer : kDone;
-}
-
-// The time begins when all is done: nobody can confirm before.
-void begin_waiting(const Words& words, std::vector<Job>& jobs, Report& report) {
+// Nobody can confirm before all is done.
+void begin_waiting(std::vector<Job>& jobs, Report& report) {
   for (Job& job : jobs) {
-    if (!job.pending) continue;
+    if (!job.pending || job.is_rolled_back) continue;
     if (!job.applied) {
       (void)remove_pending(job.band, report);
-      continue;
+    } else if (job.broken_off == BrokenOff::kNo) {
+      job.pending->phase = Phase::kWaiting;
+      if (!write_pending(*job.pending, report)) job.pending = std::nullopt;  // the guardian rolls back
     }
-    set_deadline(&*job.pending, words.confirm_seconds);
-    if (!write_pending(*job.pending, report)) job.pending = std::nullopt;  // the guardian rolls back
   }
 }
 
@@ -196,8 +295,16 @@ bool prepare_all(const Words& words, std::vector<Job>& jobs, Report& report) {
   return true;
 }
 
+std::string answer_to_interrupt(const Words& words) {
+  const std::string bands = words.band.empty() ? "both bands" : words.band;
+  return words.confirm_seconds == 0
+             ? "interrupted; the apply of " + bands + " is finished first, and its result told"
+             : "interrupted; the command under way is finished, then " + bands + " is rolled back";
+}
+
 int run_all(const Words& words, std::vector<Job>& jobs, Report& report) {
   const SignalHold hold;
+  const InterruptAnswer answer(answer_to_interrupt(words));
   const size_t problems_before = report.problems().size();
   if (!prepare_all(words, jobs, report)) return kRefused;
   int code = kDone;
@@ -207,13 +314,19 @@ int run_all(const Words& words, std::vector<Job>& jobs, Report& report) {
       (void)keep_applied(job.band, FileIs::kSettled, report);
       continue;
     }
-    if (!run_job(job, report)) {
-      code = kRefused;
-      break;
-    }
-    if (code == kDone) code = judge_scripts(job, report);
+    const int result = run_job(words, job, report);
+    if (code == kDone || result == kNotInForce) code = result;
+    if (result == kRefused) break;
   }
-  begin_waiting(words, jobs, report);
+  // One that had its turn before the interrupt is not confirmed either.
+  for (Job& job : jobs) {
+    if (words.confirm_seconds == 0 || !is_interrupted() || !job.applied || job.is_rolled_back) continue;
+    if (job.broken_off != BrokenOff::kNo) continue;
+    job.broken_off = BrokenOff::kInterrupted;
+    roll_back_job(words, job, report);
+    code = kRefused;
+  }
+  begin_waiting(jobs, report);
   return report.problems().size() > problems_before && code == kDone ? kRefused : code;
 }
 
@@ -235,7 +348,7 @@ int apply(const Words& words, Report& report) {
   }
   const bool is_any_refused = code != kDone && code != kNoStore;
   if (!is_any_refused) code = worse_of(code, run_all(words, jobs, report));
-  if (code == kDone || code == kNoAnswer || report.has_problems()) {
+  if (code == kDone || code == kNoAnswer || code == kNotInForce || report.has_problems()) {
     for (const Job& job : jobs) tell(words, job, report);
   }
   return code;
@@ -246,14 +359,20 @@ constexpr char kFooter[] =
     "are made consistent, the dat file is written, the interfaces are restarted\n"
     "when a setting needs it, and the driver is told the rest. With nothing changed\n"
     "nothing is run.\n\n"
+    "Then the kernel is asked: what the settings want up is up and in its bridge,\n"
+    "the driver answers. What is not so is told, with the command that failed, and\n"
+    "exit code 6; wlanctl status and diff tell it until it is mended. A ^C waits\n"
+    "for the end of the apply.\n\n"
     "--confirm: before it begins, the dat file and the settings in force are kept in\n"
     "/var/run/wlanctl-pending-BAND, and a guardian starts, a process of its own that\n"
     "neither ^C nor a lost connection ends. Unless wlanctl confirm comes within\n"
-    "SECONDS after the apply, the guardian puts both back and restarts the\n"
-    "interfaces; should the apply be killed in the middle, at once. When the\n"
-    "guardian is killed too, the next wlanctl that works on the band takes its\n"
-    "place. What was set meanwhile is gone then. A reboot ends the waiting, and\n"
-    "leaves what the dat file says by then.\n\n"
+    "SECONDS of the start, the guardian puts both back and restarts the interfaces;\n"
+    "should the apply be killed in the middle, at once. An apply that does not come\n"
+    "into force, is interrupted, or takes longer is rolled back at once. When the\n"
+    "guardian is killed too, or stopped, the next wlanctl that works on the band\n"
+    "takes its place. What was set meanwhile is gone then. After a power cut,\n"
+    "wlanctl confirm or wlanctl rollback decides: what was before is kept in\n"
+    "/etc/Wireless too, or in the folder that WLANCTL_FOLDER names.\n\n"
     "Examples:\n"
     "  wlanctl apply 2.4g --dry-run\n"
     "  wlanctl apply 2.4g --confirm 60 && ping -c3 192.168.1.2 && wlanctl confirm 2.4g";
@@ -266,7 +385,10 @@ constexpr Word kWords[] = {
      &Words::confirm_seconds,
      "Put all back unless wlanctl confirm comes",
      {.lowest = 1, .highest = kLongestWait, .value_name = "SECONDS"}},
+    {"--keep", &Words::keep, "With --confirm: wait also for what is not in force"},
+    {"--again", &Words::again, "Run the whole apply though nothing differs"},
     {"--force", &Words::force, "Apply what a shell would act on, and write what loses lines of the file"},
+    word::kCommandTimeout,
     word::kWait,
 };
 

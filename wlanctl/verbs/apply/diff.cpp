@@ -4,10 +4,12 @@
 #include <map>
 
 #include "wlanctl/apply/applied_state.h"
+#include "wlanctl/apply/in_force.h"
 #include "wlanctl/apply/plan.h"
 #include "wlanctl/base/report.h"
 #include "wlanctl/base/terminal.h"
 #include "wlanctl/command_line/common_words.h"
+#include "wlanctl/confirm/outlived.h"
 #include "wlanctl/confirm/pending.h"
 #include "wlanctl/confirm/recovery.h"
 #include "wlanctl/files/lock.h"
@@ -171,6 +173,8 @@ int diff_band(Band band, const Words& words, Report& report, Json& bands) {
     report.note(std::string("the driver did not take all of the last apply of ") + label_of(band) + "; wlanctl apply " +
                 label_of(band) + " tells it again");
   }
+  const std::vector<Lack> lacks = lacks_of(band);
+  complain_of(band, lacks, next_step(band), report);
   Text& text = report.text();
   text << label_of(band) << ": "
        << (found.empty() ? "the store is as the dat file" : verb_for(found.size()) + " (dat file -> store)")
@@ -194,7 +198,7 @@ int diff_band(Band band, const Words& words, Report& report, Json& bands) {
                    {"not_in_force", std::move(not_in_force)},
                    {"adjustments", std::move(adjustments)},
                    {"apply", plan.senseless_count ? Json() : Json(weight)}});
-  if (!plan.senseless_count) return kDone;
+  if (!plan.senseless_count) return lacks.empty() ? kDone : kNotInForce;
   tell_senseless_count(band, *plan.senseless_count, report);
   return kRefused;
 }
@@ -218,6 +222,7 @@ int save_band(Band band, bool force, Report& report, Json& saved) {
   const std::optional<std::string> text = saved_text(band);
   if (!force && !may_write_file(band, text, report)) return kRefused;
   if (!keep_file_of_now(band, text, report) || !keep_applied(band, FileIs::kChanging, report)) return kRefused;
+  forget_settled(band);
   clear_messages();
   if (wifimgr_lib_save_dataFile(number_of(band)) != 0) {
     report.problem({std::string(label_of(band)) + " was not saved: " + first_reason(),

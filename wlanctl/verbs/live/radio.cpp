@@ -1,11 +1,15 @@
 // radio: takes a band off the air and back.
 #include "wlanctl/live/radio.h"
 #include "wifimgr_lib.h"
+#include "wlanctl/apply/in_force.h"
+#include "wlanctl/base/interrupt.h"
 #include "wlanctl/base/report.h"
+#include "wlanctl/base/signal_hold.h"
 #include "wlanctl/base/terminal.h"
 #include "wlanctl/command_line/common_words.h"
 #include "wlanctl/confirm/recovery.h"
 #include "wlanctl/files/lock.h"
+#include "wlanctl/library/command.h"
 #include "wlanctl/library/query.h"
 #include "wlanctl/live/served_ssid.h"
 #include "wlanctl/verbs/verbs.h"
@@ -15,34 +19,34 @@ namespace {
 
 enum Switch : uint32_t { kOff = 0, kOn = 1 };
 
-// What each interface should be after the switch; the library does not look at how its commands end.
-bool is_as_wanted(const ServedSsid& ssid, Switch position) {
-  const bool wants_up = position == kOn && ssid.is_enabled;
-  return ssid.link == LinkState::kAbsent || (ssid.link == LinkState::kUp) == wants_up;
-}
-
 int turn(const Words& words, Report& report, Switch position) {
   const Band band = *parse_band(words.band);
   const ToolLock lock(report, words.wait_seconds);
   if (!lock) return lock.exit_code();
   if (!open_band(band, report)) return kNoStore;
   if (!is_there(band, report)) return kNoAnswer;
+  const SignalHold hold;
+  const InterruptAnswer answer("interrupted; the radio is switched first, and the result told");
+  const CommandRun commands;
+  const Expectation expected(band, position == kOn ? Operation::kRadioOn : Operation::kRadioOff, 0);
   std::string reason;
   (void)call_quietly([&] { return wifimgr_lib_wifi_onoff(wifi_type_of(band), position) == 0; }, &reason);
+  // An interface that the driver has not made yet is none of the switch's.
+  const std::vector<Lack> lacks = expected.look(true);
+  keep_lacks(band, lacks, report);
+  complain_of(band, lacks, "are you root, and is the driver well?", report);
 
   Json ssids = Json::array();
   Rows rows;
   for (const ServedSsid& ssid : served_ssids(band)) {
     ssids.push_back({{"ssid", ssid.number}, {"interface", ssid.interface}, {"state", word_for(ssid.link)}});
     rows.push_back({"  " + ssid.interface, word_for(ssid.link), printable(ssid.name)});
-    if (is_as_wanted(ssid, position)) continue;
-    report.problem({ssid.interface + " is still " + word_for(ssid.link) + because(reason),
-                    "are you root, and is the driver well?",
-                    {{"band", label_of(band)}, {"interface", ssid.interface}, {"reason", reason}}});
   }
-  report.text() << label_of(band) << ": radio " << (position == kOn ? "on" : "off") << '\n' << table(rows);
+  report.text() << label_of(band) << ": radio " << (position == kOn ? "on" : "off")
+                << (lacks.empty() ? "" : ", but not in force") << '\n'
+                << table(rows);
   report.data() = {{"band", label_of(band)}, {"radio", position == kOn ? "on" : "off"}, {"ssids", std::move(ssids)}};
-  return report.has_problems() ? kNoAnswer : kDone;
+  return report.has_problems() ? kNotInForce : kDone;
 }
 
 int turn_on(const Words& words, Report& report) {
@@ -53,7 +57,7 @@ int turn_off(const Words& words, Report& report) {
   return turn(words, report, kOff);
 }
 
-constexpr Word kWords[] = {word::kOneBand, word::kWait};
+constexpr Word kWords[] = {word::kOneBand, word::kCommandTimeout, word::kWait};
 constexpr Verb kOnVerb = {"on", "Bring the band's enabled SSIDs up", "Examples:\n  wlanctl radio on 5g", kWords,
                           turn_on};
 constexpr Verb kOffVerb = {"off", "Take the band's SSIDs down", "Examples:\n  wlanctl radio off 5g", kWords, turn_off};
@@ -65,7 +69,7 @@ const Verb kRadio = {.name = "radio",
                      .help = "Take a band off the air, and back",
                      .footer =
                          "The settings stay as they are. A boot brings the band back too, and so does an\n"
-                         "apply that restarts the radio.\n\n"
+                         "apply that restarts the interfaces, such as wlanctl apply --again.\n\n"
                          "Examples:\n  wlanctl radio off 5g\n  wlanctl radio on 5g",
                      .verbs = kVerbs};
 

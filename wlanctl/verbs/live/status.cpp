@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <ctime>
 
+#include "wlanctl/apply/in_force.h"
 #include "wlanctl/base/report.h"
 #include "wlanctl/base/terminal.h"
 #include "wlanctl/command_line/common_words.h"
@@ -128,10 +129,14 @@ int show_page(const std::vector<Band>& bands_asked, Report& report) {
   const Board board = board_of(report);
   print_board(report, board);
   Json bands = Json::array();
-  for (const Band band : opened) bands.push_back(ask_band(report, band));
+  for (const Band band : opened) {
+    bands.push_back(ask_band(report, band));
+    const std::vector<Lack> lacks = lacks_of(band);
+    if (!lacks.empty()) code = worse_of(code, kNotInForce);
+    complain_of(band, lacks, next_step(band), report);
+  }
   report.data() = {{"board", json_of(board)}, {"bands", std::move(bands)}};
-  if (code != kDone) return code;
-  return report.has_problems() ? kNoAnswer : kDone;
+  return code == kDone && report.has_problems() ? kNoAnswer : code;
 }
 
 // The signals that end a watch come between two pages, never into a query.

@@ -1,0 +1,165 @@
+// After an apply, a roll back and a switch of the radio the kernel is asked: what does not hold is told, with the command
+// that failed, until it is mended.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "apply_story.h"
+
+namespace wlanctl_test {
+namespace {
+
+using testing::Contains;
+using testing::HasSubstr;
+using testing::Not;
+
+const std::string kChange = "wlanctl set 2.4g Channel=1 >/dev/null;";
+
+struct Fault {
+  const char* name;
+  const char* before;
+  const char* told;
+};
+
+class InForce : public testing::TestWithParam<Fault> {};
+
+TEST_P(InForce, WhatFailedIsTold) {
+  const Result result =
+      run_story(kChange + GetParam().before + ";wlanctl apply 2.4g; code=$?; echo == code; echo $code");
+  EXPECT_EQ("6\n", behind(result.out, "code"));
+  EXPECT_THAT(result.err, HasSubstr(GetParam().told));
+  EXPECT_THAT(result.out, HasSubstr("2.4g: applied, but not in force\n"));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Faults, InForce,
+    testing::Values(
+        Fault{"Link", "simctl fail ifconfig exit=3 'print=no luck' ra0 up >/dev/null",
+              "ra0 is down: \"ifconfig ra0 up\" ended with status 3 and printed \"no luck\""},
+        Fault{"Killed", "simctl fail ifconfig signal=KILL ra0 up >/dev/null",
+              "ra0 is down: \"ifconfig ra0 up\" was ended by a signal (Killed)"},
+        Fault{"Bridge", "simctl fail brctl exit=1 addif ra1 >/dev/null",
+              "ra1 is in no bridge instead of br-lan: \"brctl addif br-lan ra1\" ended with status 1"},
+        Fault{"OtherBridge", "brctl delif br-lan ra0; brctl addif br0 ra0",
+              "ra0 is in br0 instead of br-lan: \"brctl addif br-lan ra0\" ended with status 1"},
+        Fault{"StillUp", "wlanctl set 2.4g EnableSSID:2=0 >/dev/null; simctl fail ifconfig exit=1 ra1 down >/dev/null",
+              "ra1 is still up: \"ifconfig ra1 down\" ended with status 1"},
+        Fault{"Driver", "simctl fail channel EIO ra0 >/dev/null", "the driver of 2.4g does not tell its channel"}),
+    [](const auto& one) { return std::string(one.param.name); });
+
+TEST(InForceModule, ThatIsMissingIsTold) {
+  const Result result = run_story(
+      "wlanctl set 2.4g BssidNum=3 >/dev/null; rm /lib/modules/4.4.115/mt7603eap.ko; wlanctl apply 2.4g; code=$?;"
+      "echo == code; echo $code",
+      {"--chips", "7603,7612"});
+  EXPECT_EQ("6\n", behind(result.out, "code"));
+  EXPECT_THAT(result.err, HasSubstr("the driver's module mt7603eap is not loaded"));
+  EXPECT_THAT(result.err, HasSubstr("ra0 is absent: \"insmod /lib/modules/4.4.115/mt7603eap.ko\" ended with status 1"));
+}
+
+TEST(InForceModule, ThatTakesTheOtherBandWithItIsTold) {
+  const Result result = run_story("wlanctl set 2.4g BssidNum=3 >/dev/null; wlanctl apply 2.4g; echo == code; echo $?",
+                                  {"--chips", "7615"});
+  EXPECT_THAT(result.err, HasSubstr("rai0 is down"));
+}
+
+TEST(InForceState, IsToldUntilItIsMended) {
+  const Result result = run_story(
+      kChange +
+      "simctl fail ifconfig exit=3 ra0 up >/dev/null; wlanctl apply 2.4g >/dev/null 2>&1; simctl reset >/dev/null;"
+      "for verb in diff status; do echo == $verb; wlanctl $verb 2>&1 | grep 'ra0 is down: .ifconfig ra0 up.' | wc -l;"
+      "wlanctl $verb >/dev/null 2>&1; echo $?; wlanctl $verb --json >/dev/null; done;"
+      "ifconfig ra0 up; brctl addif br-lan ra0; echo == mended; wlanctl diff 2>&1 | grep 'not in force'; wlanctl diff "
+      ">/dev/null 2>&1; echo $?; wlanctl status >/dev/null; echo $?");
+  EXPECT_EQ("1\n6\n", behind(result.out, "diff"));
+  EXPECT_EQ("1\n6\n", behind(result.out, "status"));
+  EXPECT_EQ("0\n0\n", behind(result.out, "mended"));
+}
+
+TEST(InForceState, IsBroughtAboutByAnotherApply) {
+  const Result result = run_story(kChange +
+                                  "simctl fail ifconfig exit=3 ra0 up 1 >/dev/null; wlanctl apply 2.4g >/dev/null 2>&1;"
+                                  "echo == again; wlanctl apply 2.4g; echo $?; echo == then; wlanctl apply 2.4g");
+  EXPECT_EQ("2.4g: applied; dat file written, interfaces restarted,\n  driver told of 2 SSIDs\n0\n",
+            behind(result.out, "again"));
+  EXPECT_THAT(behind(result.out, "then"), HasSubstr("nothing to apply"));
+}
+
+TEST(InForceState, IsNoSuccessOfASaveEither) {
+  const Result result = run_story(
+      "ifconfig ra0 down; wlanctl set 2.4g HideSSID:1=1 >/dev/null; wlanctl apply 2.4g; code=$?; echo == code;"
+      "echo $code");
+  EXPECT_EQ("6\n", behind(result.out, "code"));
+  EXPECT_THAT(result.err, HasSubstr("2.4g: not in force: ra0 is down"));
+}
+
+TEST(ApplyAgain, RunsTheWholeApplyThoughNothingDiffers) {
+  const Result result = run_story(
+      "ifconfig ra0 down; echo == apply; wlanctl apply 2.4g --again; echo == up; ifconfig ra0 | grep -c UP;"
+      "echo == driver; commands | grep -c 'ra1 set SSID'");
+  EXPECT_THAT(behind(result.out, "apply"), HasSubstr("applied; dat file written, interfaces restarted"));
+  EXPECT_EQ("1\n", behind(result.out, "up"));
+  EXPECT_NE("0\n", behind(result.out, "driver"));
+}
+
+TEST(ConfirmedApply, ThatIsNotInForceIsRolledBackAtOnce) {
+  const Result result =
+      run_story("wlanctl show >/dev/null 2>&1; cp " + std::string(kDat) + " file;" + kChange +
+                "simctl fail ifconfig exit=3 ra0 up 1 >/dev/null; wlanctl apply 2.4g --confirm 600; code=$?;"
+                "echo == code; echo $code; ls /run | grep pending; no_guardian; echo == back; wlanctl get 2.4g Channel;"
+                "cmp " +
+                kDat + " file && echo file; ifconfig ra0 | grep -c UP; echo == diff; wlanctl diff 2.4g; echo $?");
+  EXPECT_EQ("6\n", behind(result.out, "code"));
+  EXPECT_THAT(result.out, HasSubstr("2.4g: rolled back\n"));
+  EXPECT_THAT(result.err, HasSubstr("ra0 is down: \"ifconfig ra0 up\" ended with status 3"));
+  EXPECT_THAT(result.err, HasSubstr("the apply of 2.4g was not in force; its settings before are back"));
+  EXPECT_EQ("6\nfile\n1\n", behind(result.out, "back"));
+  EXPECT_EQ("2.4g: the store is as the dat file; an apply would mean: nothing\n0\n", behind(result.out, "diff"));
+}
+
+TEST(ConfirmedApply, SaysWhenItsRollBackIsNotInForceEither) {
+  const Result result = run_story(kChange +
+                                  "simctl fail ifconfig exit=3 ra0 up >/dev/null; wlanctl apply 2.4g --confirm 600 "
+                                  ">/dev/null; wlanctl diff >/dev/null; echo $?");
+  EXPECT_THAT(result.err, HasSubstr("its settings before are back, but not in force either"));
+  EXPECT_EQ("6\n", result.out);
+}
+
+TEST(ConfirmedApply, WaitsAllTheSameToBeKept) {
+  const Result result = run_story(
+      kChange +
+      "simctl fail ifconfig exit=3 ra0 up 1 >/dev/null; wlanctl apply 2.4g --confirm 600 --keep >/dev/null; echo $?;"
+      "ls /run | grep pending; echo == confirm; wlanctl confirm 2.4g; echo $?; echo == forced; wlanctl confirm 2.4g "
+      "--force; echo $?");
+  EXPECT_THAT(result.out, testing::StartsWith("6\nwlanctl-pending-2.4g\n"));
+  EXPECT_EQ("6\n", behind(result.out, "confirm"));
+  EXPECT_EQ("2.4g: confirmed; the settings stay\n0\n", behind(result.out, "forced"));
+}
+
+TEST(Confirmation, IsRefusedWhenARadioIsDown) {
+  const Result result = run_story(kChange +
+                                  "wlanctl apply 2.4g --confirm 600 >/dev/null; ifconfig ra0 down; wlanctl confirm; "
+                                  "echo $?; ifconfig ra0 up; wlanctl confirm; echo $?");
+  EXPECT_EQ("6\n2.4g: confirmed; the settings stay\n0\n", result.out);
+  EXPECT_THAT(result.err, HasSubstr("2.4g: not in force: ra0 is down"));
+}
+
+TEST(RadioSwitchInForce, LeavesSsidsAndLinksInTheBridgeThatTheyAreIn) {
+  const Result result = run_story(
+      "wlanctl set 2.4g WdsEnable=1 >/dev/null; wlanctl apply 2.4g >/dev/null 2>&1; wlanctl radio off 2.4g >/dev/null;"
+      "brctl delif br-lan ra1; wlanctl radio on 2.4g >/dev/null; echo $?; for i in ra0 ra1 wds3; do basename "
+      "$(readlink "
+      "/sys/class/net/$i/master); done");
+  EXPECT_EQ("0\nbr-lan\nbr0\nbr-lan\n", result.out) << result.err;
+}
+
+TEST(RadioSwitchInForce, NamesTheCommandThatFailed) {
+  const Result result = run_story(
+      "wlanctl radio off 2.4g >/dev/null; simctl fail ifconfig exit=4 ra1 up >/dev/null; wlanctl radio on 2.4g; echo "
+      "$?; echo == diff; wlanctl diff >/dev/null; echo $?");
+  EXPECT_THAT(result.out, HasSubstr("2.4g: radio on, but not in force\n"));
+  EXPECT_THAT(result.err, HasSubstr("ra1 is down: \"ifconfig ra1 up\" ended with status 4"));
+  EXPECT_EQ("6\n", behind(result.out, "diff"));
+}
+
+}  // namespace
+}  // namespace wlanctl_test

@@ -1,0 +1,135 @@
+// A boot while an apply waits for its confirmation: what the boot took was never confirmed, and somebody decides.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "apply_story.h"
+
+namespace wlanctl_test {
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+
+constexpr char kKept[] = "/etc/Wireless/wlanctl-before-2.4g";
+
+std::string cut(const std::string& confirm = "--confirm 600") {
+  return "wlanctl show >/dev/null 2>&1; cp " + std::string(kDat) +
+         " /etc/file; wlanctl set 2.4g SSID:1=Kitchen Channel=1 >/dev/null; wlanctl apply 2.4g " + confirm +
+         " >/dev/null; simctl power-cut >/dev/null; mkdir -p /real /front;";
+}
+
+TEST(PowerCut, IsToldAndLeavesTheDecision) {
+  const Result result = run_story(
+      cut() +
+      "for verb in diff status 'set 2.4g HideSSID:2=0'; do echo == ${verb%% *}; wlanctl "
+      "$verb 2>&1 | tr -s '\\n ' ' ' | grep -o 'the gateway went down before the apply of 2.4g was confirmed.*'; done;"
+      "echo == apply; wlanctl apply 2.4g; echo $?");
+  for (const char* const verb : {"diff", "status", "set"}) {
+    EXPECT_THAT(behind(result.out, verb), HasSubstr("wlanctl rollback 2.4g puts back what was before")) << verb;
+  }
+  EXPECT_EQ("1\n", behind(result.out, "apply"));
+  EXPECT_THAT(result.err, HasSubstr("the gateway went down before the apply of 2.4g was confirmed"));
+}
+
+TEST(PowerCut, KeepsWhatIsConfirmedAfterIt) {
+  const Result result = run_story(cut() + "echo == confirm; wlanctl confirm; echo $?; wlanctl get 2.4g SSID:1; ls " +
+                                  kKept + " 2>&1; echo == second; wlanctl confirm; echo $?");
+  EXPECT_EQ("2.4g: confirmed; the settings stay\n0\nKitchen\nls: cannot access '" + std::string(kKept) +
+                "': No such file or directory\n",
+            behind(result.out, "confirm"));
+  EXPECT_EQ("1\n", behind(result.out, "second"));
+}
+
+TEST(PowerCut, IsRolledBackWhenAsked) {
+  const Result result =
+      run_story(cut() + "echo == rollback; wlanctl rollback; echo $?; wlanctl get 2.4g SSID:1 Channel; cmp " + kDat +
+                " /etc/file && echo file; commands | grep 'ra0 set SSID' | tail -1; ifconfig ra0 | grep -c UP;"
+                "ls /etc/Wireless | grep before; wlanctl diff 2.4g 2>&1 | grep 'went down'");
+  EXPECT_EQ(
+      "2.4g: rolled back; the settings before the apply are in force\n0\nSSID:1   Gateway-Home\nChannel  6\nfile\n"
+      "/userfs/bin/iwpriv ra0 set SSID=Gateway-Home\n1\n",
+      behind(result.out, "rollback"));
+}
+
+TEST(PowerCut, IsRolledBackThoughTheDatFileIsHalf) {
+  const Result result = run_story(cut() + ": >" + kDat + "; echo == rollback; wlanctl rollback 2.4g --json >r.json;" +
+                                  "echo $?; cmp " + kDat + " /etc/file && echo file; wlanctl get 2.4g SSID:1");
+  EXPECT_EQ("0\nfile\nGateway-Home\n", behind(result.out, "rollback"));
+}
+
+TEST(PowerCut, WithoutAConfirmationToWaitForIsNothing) {
+  const Result result = run_story(cut("") +
+                                  "wlanctl diff 2.4g 2>&1 | grep 'went down'; echo == confirm; wlanctl "
+                                  "confirm; echo $?; wlanctl get 2.4g SSID:1");
+  EXPECT_EQ("1\nKitchen\n", behind(result.out, "confirm"));
+}
+
+TEST(PowerCut, FindsWhatWasKeptInTheFolderThatWasChosen) {
+  const Result result = run_story("mkdir /etc/chosen; export WLANCTL_FOLDER=/etc/chosen;" + cut() +
+                                  "ls /etc/chosen; ls /etc/Wireless | grep before; wlanctl rollback >/dev/null;"
+                                  "echo $?; wlanctl get 2.4g SSID:1");
+  EXPECT_EQ("wlanctl-before-2.4g\n0\nGateway-Home\n", result.out);
+}
+
+TEST(PowerCut, FindsNothingWhereNothingIsToBeWritten) {
+  const Result result = run_story("export WLANCTL_FOLDER=;" + cut() +
+                                  "ls /etc/Wireless | grep before; wlanctl confirm; echo $?; wlanctl get 2.4g SSID:1");
+  EXPECT_EQ("1\nKitchen\n", result.out);
+}
+
+TEST(PowerCut, BeforeTheDatFileChangesLeavesNothingToDecide) {
+  const std::string kept = kKept;
+  const Result result = run_story(
+      "wlanctl set 2.4g Channel=1 >/dev/null; wlanctl apply 2.4g --confirm 600 >/dev/null; cp -p " + kept +
+      " /etc/kept; wlanctl rollback >/dev/null; cp -p /etc/kept " + kept +
+      "; simctl power-cut >/dev/null; echo == after; wlanctl diff 2>&1 | grep 'went down'; wlanctl set 2.4g Channel=1 "
+      ">/dev/null; wlanctl save 2.4g; ls /etc/Wireless | grep before; wlanctl diff 2>&1 | grep 'went down'");
+  EXPECT_EQ("2.4g: saved to /etc/Wireless/RT2860AP/RT2860AP.dat\n", behind(result.out, "after"));
+}
+
+TEST(KeptOverABoot, IsForItsOwnerAlone) {
+  const Result result = run_story(
+      "wlanctl set 2.4g Channel=1 >/dev/null; wlanctl apply 2.4g --confirm 600 >/dev/null;"
+      "stat -c %a " +
+      std::string(kKept));
+  EXPECT_EQ("600\n", result.out);
+}
+
+TEST(KeptOverABoot, IsGoneWithTheWaiting) {
+  const Result result = run_story(
+      "wlanctl set 2.4g Channel=1 >/dev/null; wlanctl apply 2.4g --confirm 600 >/dev/null; wlanctl confirm >/dev/null;"
+      "ls /etc/Wireless | grep before; wlanctl set 2.4g Channel=2 >/dev/null; wlanctl apply 2.4g --confirm 600 "
+      ">/dev/null; wlanctl rollback; ls /etc/Wireless | grep before; no_guardian; wlanctl get 2.4g Channel");
+  EXPECT_EQ("2.4g: rolled back; the settings before the apply are in force\n1\n", result.out);
+}
+
+TEST(KeptOverABoot, ThatCannotBeWrittenIsSaid) {
+  const Result result = run_story(
+      "export WLANCTL_FOLDER=/nowhere; wlanctl set 2.4g Channel=1 >/dev/null; wlanctl apply 2.4g --confirm 600 "
+      ">/dev/null; echo $?");
+  EXPECT_EQ("0\n", result.out);
+  EXPECT_THAT(result.err, HasSubstr("cannot write /nowhere/wlanctl-before-2.4g (No such file or directory): after a "
+                                    "power cut, nothing puts 2.4g back"));
+}
+
+TEST(Rollback, OfNothingIsRefused) {
+  const Json document = json_of("rollback 5g");
+  EXPECT_EQ(1, document["exit_code"]);
+  EXPECT_EQ(Json::array(), document["data"]["bands"]);
+  EXPECT_THAT(document["problems"].at(0)["message"].dump(), HasSubstr("nothing waits for a confirmation on 5g"));
+}
+
+TEST(Rollback, PutsBackWhatADamagedFileDoesNotTell) {
+  const Result result = run_story(
+      "wlanctl set 2.4g Channel=1 >/dev/null; wlanctl apply 2.4g --confirm 600 >/dev/null; kill -9 $(guardian);"
+      "no_guardian; echo x >>$pending-2.4g; wlanctl rollback; wlanctl get 2.4g Channel");
+  EXPECT_EQ("2.4g: rolled back; the settings before the apply are in force\n6\n", result.out);
+}
+
+TEST(Rollback, WaitsForAnotherOneAndGivesUp) {
+  const Result result = run_story("flock /var/run/wlanctl.lock sh -c 'wlanctl rollback --wait 0; echo $?'");
+  EXPECT_EQ("4\n", result.out);
+}
+
+}  // namespace
+}  // namespace wlanctl_test

@@ -1,0 +1,265 @@
+#include "wlanctl/apply/in_force.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <iterator>
+#include <optional>
+
+#include "wifimgr_lib.h"
+#include "wlanctl/base/report.h"
+#include "wlanctl/base/terminal.h"
+#include "wlanctl/files/bytes.h"
+#include "wlanctl/files/places.h"
+#include "wlanctl/files/state_file.h"
+#include "wlanctl/library/command.h"
+#include "wlanctl/live/bridge.h"
+#include "wlanctl/live/radio.h"
+#include "wlanctl/store/value.h"
+
+namespace wlanctl {
+namespace {
+
+using State = Wanted::State;
+
+constexpr char kFormat[] = "wlanctl-lacking";
+constexpr int kVersion = 1;
+constexpr const char* kStates[] = {"up", "down", "loaded", "answers"};
+constexpr int kLinks = 4;
+constexpr char kLanBridge[] = "br-lan";
+constexpr char kBr0[] = "br0";
+constexpr char kLoad[] = "insmod ";
+
+std::string path_of(Band band) {
+  return std::string(place::kLacking) + label_of(band);
+}
+
+std::string link_of(Band band, int index) {
+  return (band == Band::k2_4G ? "wds" : "wdsi") + std::to_string(index);
+}
+
+bool is_on(Band band, int ssid) {
+  char text[WIFIMGR_VALUE_SIZE] = "";
+  return wifimgr_lib_get_enableSsid(wifi_type_of(band), ssid, text, sizeof text) == 0 &&
+         std::strtol(text, nullptr, 10) == 1;
+}
+
+bool has_links(Band band) {
+  char text[WIFIMGR_VALUE_SIZE] = "";
+  return wifimgr_lib_get_wdsenable(number_of(band), -1, text, sizeof text) == 0 && text[0] == '1';
+}
+
+// "insmod /lib/modules/4.4.115/mt7603eap.ko" loads "mt7603eap".
+std::string module_of(const std::string& line) {
+  const size_t begin = line.rfind('/');
+  std::string name = line.substr(begin == std::string::npos ? sizeof kLoad - 1 : begin + 1);
+  if (name.ends_with(".ko")) name.resize(name.size() - 3);
+  // As the kernel lists it.
+  std::replace(name.begin(), name.end(), '-', '_');
+  return name;
+}
+
+// A kernel that lists no modules says nothing against one.
+bool is_loaded(const std::string& module) {
+  const std::optional<std::string> list = read_bytes("/proc/modules");
+  if (!list) return true;
+  for (const std::string& line : lines_of(*list)) {
+    if (line.starts_with(module + " ")) return true;
+  }
+  return false;
+}
+
+bool answers(const std::string& label) {
+  const std::optional<Band> band = parse_band(label);
+  char text[WIFIMGR_VALUE_SIZE] = "";
+  std::string unheard;
+  return band && call_quietly([&] { return wifimgr_lib_get_CHANNEL(number_of(*band), text) == 0; }, &unheard);
+}
+
+std::string lacking_bridge(const Wanted& wanted) {
+  if (wanted.bridge.empty()) return "";
+  const std::optional<std::string> bridge = bridge_of(wanted.subject);
+  if (!bridge) return "the kernel does not tell the bridge of " + wanted.subject;
+  if (*bridge == wanted.bridge) return "";
+  return wanted.subject + " is " + (bridge->empty() ? "in no bridge" : "in " + *bridge) + " instead of " +
+         wanted.bridge;
+}
+
+// The line that was to bring it about.
+std::string line_for(const Wanted& wanted) {
+  const std::string& name = wanted.subject;
+  if (wanted.state == State::kDown) return "ifconfig " + name + " down";
+  if (wanted.state != State::kUp) return "";
+  if (link_state(name) == LinkState::kUp) return "brctl addif " + wanted.bridge + " " + name;
+  return "ifconfig " + name + " up";
+}
+
+bool is_missing(const Wanted& wanted) {
+  return wanted.state == State::kUp && link_state(wanted.subject) == LinkState::kAbsent;
+}
+
+// An interface that never came, or does not answer: its driver's module may tell why.
+std::string cause_in_modules(const Wanted& wanted) {
+  if (wanted.state == State::kDown || (wanted.state == State::kUp && !is_missing(wanted))) return "";
+  for (const Command& command : commands_run()) {
+    const bool is_about_module = command.line.starts_with(kLoad) || command.line.starts_with("rmmod ");
+    if (is_about_module && command.failed()) return account_of(command);
+  }
+  return "";
+}
+
+std::string cause_of(const Wanted& wanted) {
+  std::string cause = cause_in_modules(wanted);
+  const std::string line = line_for(wanted);
+  const Command* const command = cause.empty() && !line.empty() ? failed_command(line) : nullptr;
+  return command == nullptr ? cause : account_of(*command);
+}
+
+// Beside this band's own interfaces: those of the other one go too when both have the same module.
+void add_other_band(Band other, std::vector<Wanted>* wanted) {
+  bool is_up = false;
+  for (int i = 0; i < WIFIMGR_FIELDS; ++i) {
+    const std::string interface = interface_of(other, i);
+    if (link_state(interface) != LinkState::kUp) continue;
+    is_up = true;
+    wanted->push_back({State::kUp, interface, bridge_of(interface).value_or("")});
+  }
+  const Wanted driver = {State::kAnswers, label_of(other), ""};
+  if (is_up && lacking(driver).empty()) wanted->push_back(driver);
+}
+
+// An interface that is in a bridge already stays there: brctl puts none into a second one.
+std::string bridge_after(Operation operation, const std::string& interface) {
+  if (operation == Operation::kSave) return "";
+  if (operation == Operation::kCommit) return kLanBridge;
+  const std::string before = bridge_of(interface).value_or("");
+  return before.empty() ? kBr0 : before;
+}
+
+void add_links(Band band, Operation operation, std::vector<Wanted>* wanted) {
+  const bool are_on = has_links(band) && operation != Operation::kRadioOff;
+  // What is off stays as it is when the radio comes on.
+  if (operation == Operation::kSave || (operation == Operation::kRadioOn && !are_on)) return;
+  for (int i = 0; i < kLinks; ++i) {
+    const std::string link = link_of(band, i);
+    wanted->push_back({are_on ? State::kUp : State::kDown, link, are_on ? bridge_after(operation, link) : ""});
+  }
+}
+
+std::optional<State> parse_state(const std::string& word) {
+  for (size_t i = 0; i < std::size(kStates); ++i) {
+    if (word == kStates[i]) return static_cast<State>(i);
+  }
+  return std::nullopt;
+}
+
+}  // namespace
+
+std::string lacking(const Wanted& wanted) {
+  const std::string& name = wanted.subject;
+  switch (wanted.state) {
+    case State::kUp: {
+      const LinkState state = link_state(name);
+      return state == LinkState::kUp ? lacking_bridge(wanted) : name + " is " + word_for(state);
+    }
+    case State::kDown:
+      return link_state(name) == LinkState::kUp ? name + " is still up" : "";
+    case State::kLoaded:
+      return is_loaded(name) ? "" : "the driver's module " + name + " is not loaded";
+    case State::kAnswers:
+      return answers(name) ? "" : "the driver of " + name + " does not tell its channel";
+  }
+  return "";
+}
+
+Expectation::Expectation(Band band, Operation operation, int interfaces) : band_(band) {
+  const int count = std::clamp(ssid_count(band), 0, WIFIMGR_FIELDS);
+  bool is_up = false;
+  for (int i = 0; i < std::clamp(std::max(interfaces, count), 0, WIFIMGR_FIELDS); ++i) {
+    const std::string interface = interface_of(band, i);
+    const bool up = operation != Operation::kRadioOff && i < count && is_on(band, i + 1);
+    is_up = is_up || up;
+    wanted_.push_back(
+        {up ? State::kUp : State::kDown, interface, up ? bridge_after(operation, interface) : std::string()});
+  }
+  add_links(band, operation, &wanted_);
+  if (is_up) wanted_.push_back({State::kAnswers, label_of(band), ""});
+  if (operation == Operation::kCommit) add_other_band(band == Band::k2_4G ? Band::k5G : Band::k2_4G, &wanted_);
+  if (operation != Operation::kSave) return;
+  for (const Wanted& wanted : wanted_) {
+    if (!lacking(wanted).empty()) lacked_.push_back(wanted);
+  }
+}
+
+std::vector<Lack> Expectation::look(bool may_lack_interfaces) const {
+  std::vector<Wanted> all;
+  bool is_reloaded = false;
+  for (const Command& command : commands_run()) {
+    if (!command.line.starts_with(kLoad)) continue;
+    is_reloaded = true;
+    all.push_back({State::kLoaded, module_of(command.line), ""});
+  }
+  all.insert(all.end(), wanted_.begin(), wanted_.end());
+  std::vector<Lack> lacks;
+  for (const Wanted& wanted : all) {
+    if (may_lack_interfaces && !is_reloaded && is_missing(wanted)) continue;
+    if (!lacking(wanted).empty()) lacks.push_back({wanted, cause_of(wanted)});
+  }
+  return lacks;
+}
+
+bool Expectation::was_lacking(const Wanted& wanted) const {
+  return std::any_of(lacked_.begin(), lacked_.end(), [&](const Wanted& one) { return one.subject == wanted.subject; });
+}
+
+void keep_lacks(Band band, const std::vector<Lack>& lacks, Report& report) {
+  if (lacks.empty()) {
+    (void)remove_state_file(path_of(band));
+    return;
+  }
+  std::string text = this_boot() + "\n";
+  for (const Lack& lack : lacks) {
+    text += joined({kStates[static_cast<int>(lack.wanted.state)], lack.wanted.subject, lack.wanted.bridge,
+                    printable(on_one_line(lack.cause))},
+                   "\t") +
+            "\n";
+  }
+  (void)write_state_file(path_of(band), kFormat, kVersion, text, report);
+}
+
+std::vector<Lack> lacks_of(Band band) {
+  const std::vector<std::string> lines = lines_of(read_state_file(path_of(band), kFormat, kVersion).value_or(""));
+  std::vector<Lack> lacks;
+  if (lines.empty() || lines[0] != this_boot()) return lacks;
+  for (size_t i = 1; i < lines.size(); ++i) {
+    std::vector<std::string> words = split_at(lines[i], '\t');
+    words.resize(4);
+    const std::optional<State> state = parse_state(words[0]);
+    const Wanted wanted = {state.value_or(State::kUp), words[1], words[2]};
+    if (state && !lacking(wanted).empty()) lacks.push_back({wanted, words[3]});
+  }
+  return lacks;
+}
+
+std::string text_of(const Lack& lack) {
+  const std::string state = lacking(lack.wanted);
+  return (state.empty() ? lack.wanted.subject : state) + because(lack.cause);
+}
+
+std::string next_step(Band band) {
+  return std::string("when that is mended, wlanctl apply ") + label_of(band) + " applies it again";
+}
+
+void complain_of(Band band, const std::vector<Lack>& lacks, const std::string& next, Report& report) {
+  for (const Lack& lack : lacks) {
+    const bool is_interface = lack.wanted.state == State::kUp || lack.wanted.state == State::kDown;
+    Json details = is_interface ? about(band, lack.wanted.subject) : about(band);
+    details["reason"] = lack.cause;
+    report.problem({std::string(label_of(band)) + ": not in force: " + text_of(lack), next, std::move(details)});
+  }
+}
+
+std::vector<Lack> look_now(Band band) {
+  return Expectation(band, Operation::kSave, 0).look(true);
+}
+
+}  // namespace wlanctl

@@ -1,0 +1,67 @@
+// Whether what was applied is in force: the kernel is asked, not the commands. What is not stays known until it is mended.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "wlanctl/base/band.h"
+
+namespace wlanctl {
+
+class Report;
+
+// What should hold of an interface, a module or a band's driver.
+struct Wanted {
+  enum class State { kUp, kDown, kLoaded, kAnswers };
+  State state = State::kUp;
+  std::string subject;  // "ra0", "mt7603eap", "2.4g"
+  std::string bridge;   // of kUp; "" where any will do
+};
+
+// What does not hold, with the command that is to blame where there is one.
+struct Lack {
+  Wanted wanted;
+  std::string cause;
+};
+
+// "ra0 is down"; "" when all is as wanted.
+std::string lacking(const Wanted& wanted);
+
+// The operations of the library that change interfaces, with the bridge that each works on.
+enum class Operation { kCommit, kSave, kRadioOn, kRadioOff };
+
+// What is to be after an operation, by the settings in the store and what is there when this is made, before the
+// operation runs. `interfaces` of the band are up at most.
+class Expectation {
+ public:
+  Expectation(Band band, Operation operation, int interfaces);
+
+  // Looks, when the operation is done. `may_lack_interfaces`: the driver makes new ones at the next boot.
+  std::vector<Lack> look(bool may_lack_interfaces) const;
+
+  // Whether it was so before the operation.
+  bool was_lacking(const Wanted& wanted) const;
+
+ private:
+  Band band_;
+  std::vector<Wanted> wanted_;
+  std::vector<Wanted> lacked_;
+};
+
+// Keeps them, in place of those before; none ends that.
+void keep_lacks(Band band, const std::vector<Lack>& lacks, Report& report);
+
+// Those kept that still lack now.
+std::vector<Lack> lacks_of(Band band);
+
+// A problem for each, with what to do next.
+void complain_of(Band band, const std::vector<Lack>& lacks, const std::string& next, Report& report);
+std::string text_of(const Lack& lack);
+
+// What brings it into force.
+std::string next_step(Band band);
+
+// What holds at this moment of the settings in the store: enabled interfaces are up, the driver answers.
+std::vector<Lack> look_now(Band band);
+
+}  // namespace wlanctl

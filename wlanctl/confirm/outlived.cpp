@@ -1,0 +1,68 @@
+#include "wlanctl/confirm/outlived.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+
+#include "wlanctl/base/report.h"
+#include "wlanctl/files/bytes.h"
+#include "wlanctl/files/state_file.h"
+#include "wlanctl/store/dat_file.h"
+
+namespace wlanctl {
+namespace {
+
+constexpr char kVariable[] = "WLANCTL_FOLDER";
+
+// "" where nothing is kept over a boot.
+std::string path_of(Band band) {
+  const char* const chosen = std::getenv(kVariable);
+  const std::string folder = chosen == nullptr ? WLANCTL_FOLDER : chosen;
+  return folder.empty() ? "" : folder + "/wlanctl-before-" + label_of(band);
+}
+
+}  // namespace
+
+void keep_over_boot(const Pending& pending, Report& report) {
+  const std::string path = path_of(pending.band);
+  Report unheard;
+  if (path.empty() || write_state_file(path, kPendingFormat, kPendingVersion, text_of(pending), unheard)) return;
+  report.note("cannot write " + path + " (" + std::strerror(errno) + "): after a power cut, nothing puts " +
+              label_of(pending.band) + " back; " + kVariable + " names another folder");
+}
+
+bool forget_over_boot(Band band, Report& report) {
+  const std::string path = path_of(band);
+  if (path.empty() || remove_state_file(path)) return true;
+  report.problem({"cannot remove " + path + ": " + std::strerror(errno),
+                  "remove it, or the next boot takes it for an apply that was cut off", about(band)});
+  return false;
+}
+
+std::optional<Pending> kept_over_boot(Band band) {
+  const std::string path = path_of(band);
+  if (path.empty()) return std::nullopt;
+  const std::optional<std::string> text = read_state_file(path, kPendingFormat, kPendingVersion);
+  return text ? parse_pending(band, *text) : std::nullopt;
+}
+
+std::optional<Pending> interrupted(Band band) {
+  std::optional<Pending> kept = kept_over_boot(band);
+  if (!kept || kept->boot == this_boot() || read_bytes(dat_path_of(band)) == kept->dat) return std::nullopt;
+  return kept;
+}
+
+void forget_settled(Band band) {
+  const std::optional<Pending> kept = kept_over_boot(band);
+  if (kept && kept->boot != this_boot() && !interrupted(band)) (void)remove_state_file(path_of(band));
+}
+
+void note_interrupted(Band band, Report& report) {
+  if (!interrupted(band)) return;
+  const std::string label = label_of(band);
+  report.note("the gateway went down before the apply of " + label +
+              " was confirmed, and the boot took what the dat file says; wlanctl confirm " + label +
+              " keeps it, wlanctl rollback " + label + " puts back what was before");
+}
+
+}  // namespace wlanctl

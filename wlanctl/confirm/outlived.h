@@ -1,0 +1,30 @@
+// An apply whose confirmation was waited for when the gateway went down. What it would have put back is kept in a folder
+// that outlives a boot, as the dat file with the unconfirmed settings does; who confirms or rolls back decides.
+#pragma once
+
+#include <optional>
+
+#include "wlanctl/confirm/pending.h"
+
+namespace wlanctl {
+
+// Written once for each apply that is to be confirmed, as many bytes as the dat file and the settings have. What cannot
+// be written becomes a note: the apply itself can go on.
+void keep_over_boot(const Pending& pending, Report& report);
+
+// False with a problem when it cannot be removed.
+bool forget_over_boot(Band band, Report& report);
+
+// What a boot interrupted; none when nothing was, or when the dat file is as it was before.
+std::optional<Pending> interrupted(Band band);
+
+// Removes what another boot has left and nobody has to decide on, before the dat file changes.
+void forget_settled(Band band);
+
+// What was kept of an apply of this boot or another, whatever became of it.
+std::optional<Pending> kept_over_boot(Band band);
+
+// Says that somebody must decide, where somebody must.
+void note_interrupted(Band band, Report& report);
+
+}  // namespace wlanctl

@@ -1,0 +1,18 @@
+// What the kernel says of a process.
+#pragma once
+
+#include <sys/types.h>
+
+#include <string>
+
+namespace wlanctl {
+
+bool is_running(pid_t process);
+
+// By SIGSTOP, a terminal or a debugger; false where that is not to be had.
+bool is_stopped(pid_t process);
+
+// "wlanctl"; "" when it is gone.
+std::string name_of_process(pid_t process);
+
+}  // namespace wlanctl

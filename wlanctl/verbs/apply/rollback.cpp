@@ -1,0 +1,88 @@
+// rollback: puts back what was in force before an apply that waits for its confirmation, or waited when the power went.
+#include <algorithm>
+
+#include "wlanctl/apply/in_force.h"
+#include "wlanctl/base/interrupt.h"
+#include "wlanctl/base/report.h"
+#include "wlanctl/base/signal_hold.h"
+#include "wlanctl/command_line/common_words.h"
+#include "wlanctl/confirm/outlived.h"
+#include "wlanctl/confirm/pending.h"
+#include "wlanctl/confirm/rollback.h"
+#include "wlanctl/files/lock.h"
+#include "wlanctl/files/state_file.h"
+#include "wlanctl/store/segment.h"
+#include "wlanctl/verbs/verbs.h"
+
+namespace wlanctl {
+namespace {
+
+// The copy that outlives a boot stands in for a damaged one.
+std::optional<Pending> to_put_back(Band band) {
+  std::optional<Pending> pending = is_pending(band) ? read_pending(band) : interrupted(band);
+  if (!pending && is_pending(band)) pending = kept_over_boot(band);
+  // Whatever it was at when this was written: something may have been changed since.
+  if (pending && pending->phase == Phase::kPrepared && !read_pending(band)) pending->phase = Phase::kWaiting;
+  return pending;
+}
+
+// After a boot the file comes first: a store that nobody has made yet is made of it, with room for all that it has. A
+// power cut may also have left half a file, of which none can be made.
+bool open_for(const Pending& pending, Report& report) {
+  if (pending.boot != this_boot() && !restore_dat_file(pending.band, pending.dat, report)) return false;
+  return open_store(pending.band, report, Content::kToCome);
+}
+
+int put_back(Band band, Report& report) {
+  const std::optional<Pending> pending = to_put_back(band);
+  const std::string label = label_of(band);
+  if (!pending) {
+    report.problem({"what was kept of " + label + " is damaged",
+                    "set the values again; wlanctl confirm " + label + " ends the waiting", about(band)});
+    return kRefused;
+  }
+  if (!open_for(*pending, report)) return kNoStore;
+  if (!undo(*pending, report)) return kRefused;
+  const std::vector<Lack> lacks = lacks_of(band);
+  complain_of(band, lacks, next_step(band), report);
+  return lacks.empty() ? kDone : kNotInForce;
+}
+
+int run(const Words& words, Report& report) {
+  Json bands = Json::array();
+  report.data() = {{"bands", bands}};
+  const ToolLock lock(report, words.wait_seconds);
+  if (!lock) return lock.exit_code();
+  const SignalHold hold;
+  const InterruptAnswer answer("interrupted; the roll back is finished first, and its result told");
+  int code = kDone;
+  bool waiting = false;
+  for (const Band band : bands_of(words.band)) {
+    if (!is_pending(band) && !interrupted(band)) continue;
+    waiting = true;
+    const int result = put_back(band, report);
+    code = std::max(code, result);
+    if (result != kDone && result != kNotInForce) continue;
+    bands.push_back(label_of(band));
+    report.text() << label_of(band) << ": rolled back"
+                  << (result == kDone ? "; the settings before the apply are in force\n" : ", but not in force\n");
+  }
+  if (!waiting) {
+    report.problem({"nothing waits for a confirmation" + (words.band.empty() ? "" : " on " + words.band),
+                    "wlanctl diff shows what is in force"});
+  }
+  report.data() = {{"bands", std::move(bands)}};
+  return code == kDone && report.has_problems() ? kRefused : code;
+}
+
+constexpr Word kWords[] = {word::kBand, word::kCommandTimeout, word::kWait};
+
+}  // namespace
+
+const Verb kRollback = {"rollback", "Put back what was before apply --confirm",
+                        "At once, where the guardian would do so when the time is over. After a power\n"
+                        "cut in that time nobody else does: the settings before are kept for this.\n\n"
+                        "Examples:\n  wlanctl rollback\n  wlanctl rollback 5g",
+                        kWords, run};
+
+}  // namespace wlanctl
