@@ -171,7 +171,7 @@ std::string lacking(const Wanted& wanted) {
   return "";
 }
 
-Expectation::Expectation(Band band, Operation operation, int interfaces) : band_(band) {
+Expectation::Expectation(Band band, Operation operation, int interfaces) {
   const int count = std::clamp(ssid_count(band), 0, WIFIMGR_FIELDS);
   bool is_up = false;
   for (int i = 0; i < std::clamp(std::max(interfaces, count), 0, WIFIMGR_FIELDS); ++i) {

@@ -43,7 +43,6 @@ class Expectation {
   bool was_lacking(const Wanted& wanted) const;
 
  private:
-  Band band_;
   std::vector<Wanted> wanted_;
   std::vector<Wanted> lacked_;
 };

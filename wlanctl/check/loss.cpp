@@ -1,7 +1,9 @@
 #include "wlanctl/check/loss.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdlib>
+#include <iterator>
 
 #include "wlanctl/base/text.h"
 #include "wlanctl/check/dat_text.h"
@@ -40,7 +42,8 @@ std::vector<DatFinding> losses_at_save(const std::vector<StoreRecord>& records, 
   std::vector<DatFinding> findings;
   for (const StoreRecord& record : records) {
     if (is_numbered_dat_key(record.key) || keeps_list_whole(record.key)) continue;
-    const auto end = record.fields.begin() + std::min(record.fields.size(), static_cast<size_t>(std::max(ssids, 0)));
+    const auto end =
+        record.fields.begin() + std::min(std::ssize(record.fields), static_cast<ptrdiff_t>(std::max(ssids, 0)));
     const auto empty = std::find(record.fields.begin(), end, "");
     const auto lost = std::find_if(empty, end, [](const std::string& field) { return !field.empty(); });
     if (lost == end) continue;
