@@ -51,5 +51,8 @@ int main(void) {
     (void)puts(it->effect);
     if (it->set == NULL) return 1;
   }
-  return sizeof groups / sizeof groups[0] > 1 ? 0 : 1;
+  for (i = 0; i < sizeof groups / sizeof groups[0]; ++i) {
+    if (groups[i][0] == '\0') return 1;
+  }
+  return i > 1 ? 0 : 1;
 }
