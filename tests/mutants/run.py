@@ -91,8 +91,10 @@ class Build:
         for line in self._ninja("deps").splitlines():
             if line and line[0] != " ":
                 target = line.split(":")[0]
-            elif target in self.compile and line.strip().startswith(str(SOURCE) + "/"):
-                self.dependents.setdefault(line.strip()[len(str(SOURCE)) + 1 :], []).append(target)
+            elif target in self.compile and line.strip():
+                path = os.path.normpath(folder / line.strip())
+                if path.startswith(f"{SOURCE}/"):
+                    self.dependents.setdefault(os.path.relpath(path, SOURCE), []).append(target)
 
     def _ninja(self, tool, *arguments):
         run = ["ninja", "-C", str(self.folder), "-t", tool, *arguments]
@@ -206,7 +208,8 @@ class Hunt:
             words[words.index("-MF") + 1] = str(folder / "depends")
             if words[-1] == str(SOURCE / mutant.file):
                 words[-1] = str(path)
-            words.insert(1, f"-I{overlay}")
+            # First of all folders; what starts the compiler may be more than one word.
+            words.insert(next(at for at, word in enumerate(words) if word.startswith("-")), f"-I{overlay}")
             words.append("-w")
             if subprocess.run(words, cwd=self.build.folder, capture_output=True).returncode != 0:
                 return None
@@ -289,6 +292,8 @@ def run(options):
     if options.names:
         options.names.write_text("".join(mutant.name + "\n" for mutant in survivors))
     tried = counts["killed"] + counts["survived"]
+    if wanted and not tried:
+        raise Failure(f"none of {len(wanted)} mutants could be built")
     share = 100.0 * counts["killed"] / tried if tried else 100.0
     print(f"mutants: {len(mutants)} in {len(ROOMS)} rooms, {len(known)} of them known as equivalent; "
           f"tried {tried} (seed {options.seed}), {counts['no program']} more do not compile")
