@@ -41,15 +41,20 @@ constexpr Accepted number(int16_t lowest, int32_t highest) {
   return {highest, lowest, Accepted::Kind::kNumber};
 }
 
+// A kind that no number goes with.
+constexpr Accepted alone(Accepted::Kind kind) {
+  return {0, 0, kind};
+}
+
 // What the rows of the settings' table accept, by its words; what a function by itself judges is none of these.
 
 constexpr Accepted ACCEPTS_TEXT(int16_t, int32_t, const char*) {
-  return {0, 0, Accepted::Kind::kAnyText};
+  return alone(Accepted::Kind::kAnyText);
 }
 
 // Digits only, however many; the empty text passes.
 constexpr Accepted ACCEPTS_DIGITS(int16_t, int32_t, const char*) {
-  return {0, 0, Accepted::Kind::kDigits};
+  return alone(Accepted::Kind::kDigits);
 }
 
 constexpr Accepted ACCEPTS_NUMBER(int16_t lowest, int32_t highest, const char*) {
@@ -80,16 +85,16 @@ constexpr AcceptedWords ACCEPTS_WORDS(int16_t, int32_t, const char* words) {
 
 // 8 to 63 characters, or a raw key of 64 hexadecimal digits.
 constexpr Accepted ACCEPTS_PASSPHRASE(int16_t, int32_t, const char*) {
-  return {0, 0, Accepted::Kind::kPassphrase};
+  return alone(Accepted::Kind::kPassphrase);
 }
 
 constexpr Accepted ACCEPTS_ADDRESS(int16_t, int32_t, const char*) {
-  return {0, 0, Accepted::Kind::kAddress};
+  return alone(Accepted::Kind::kAddress);
 }
 
 // A MAC address that MacCheck accepts: none.
 constexpr Accepted ACCEPTS_NOTHING(int16_t, int32_t, const char*) {
-  return {0, 0, Accepted::Kind::kNothing};
+  return alone(Accepted::Kind::kNothing);
 }
 
 // `words` are those of the kind kWords.

@@ -33,10 +33,10 @@ char to_lower(char c) {
 
 extern "C" int rtstrcasecmp(const char* a, const char* b) {
   if (a == nullptr || b == nullptr) return 0;
-  for (; *a != '\0' && *b != '\0'; ++a, ++b) {
-    if (to_lower(*a) != to_lower(*b)) return 0;
+  for (; to_lower(*a) == to_lower(*b); ++a, ++b) {
+    if (*a == '\0') return 1;
   }
-  return *a == *b ? 1 : 0;
+  return 0;
 }
 
 // Does not stop at a NUL: the caller vouches for four ';' in the source.

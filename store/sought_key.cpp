@@ -1,5 +1,7 @@
 #include "store/sought_key.h"
 
+#include <algorithm>
+#include <array>
 #include <bit>
 
 namespace store {
@@ -9,7 +11,7 @@ namespace {
 constexpr unsigned kAhead = 12;
 
 // A key's first byte within its first word.
-constexpr uint64_t kFirstByte = std::endian::native == std::endian::little ? 0xffU : uint64_t{0xff} << 56U;
+constexpr auto kFirstByte = std::bit_cast<uint64_t>(std::array<unsigned char, sizeof(uint64_t)>{0xff});
 
 uint64_t first_word(const Record& record) {
   uint64_t word;
@@ -21,11 +23,9 @@ uint64_t first_word(const Record& record) {
 
 // The NUL counts, but for a name of the key's full width.
 SoughtKey::SoughtKey(const char* name) : name_(name), length_(strnlen(name, kKeySize + 1)) {
-  const size_t size = length_ < sizeof word_ ? length_ + 1 : sizeof word_;
-  for (size_t i = 0; i < size && i < sizeof word_; ++i) {
-    reinterpret_cast<unsigned char*>(&word_)[i] = static_cast<unsigned char>(name[i]);
-    reinterpret_cast<unsigned char*>(&mask_)[i] = 0xff;
-  }
+  const size_t size = std::min(length_ + 1, sizeof word_);
+  std::memcpy(&word_, name, size);
+  std::memset(&mask_, 0xff, size);
 }
 
 bool SoughtKey::is_of(const Record& record) const {
@@ -39,7 +39,7 @@ const Record* SoughtKey::find(const Record* record, unsigned count) const {
     const uint64_t own = first_word(one);
     return (own & mask) == word || (own & kFirstByte) == 0;
   };
-  for (; count > 0; --count, ++record) {
+  for (;; --count, ++record) {
     // Four at a time while none of them can end the search. What lies behind the table is only asked for, never read.
     for (; count >= 4; count -= 4, record += 4) {
       for (unsigned i = 0; i < 4; ++i) __builtin_prefetch(record + kAhead + i);
@@ -48,7 +48,6 @@ const Record* SoughtKey::find(const Record* record, unsigned count) const {
     if (count == 0 || record->key[0] == '\0') return nullptr;
     if (is_of(*record)) return record;
   }
-  return nullptr;
 }
 
 }  // namespace store

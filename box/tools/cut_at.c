@@ -95,8 +95,8 @@ int main(int argc, char** argv) {
   int signal = 0;
   const char* step = NULL;
   uint64_t number = 0;
-  while (ptrace(PTRACE_SYSCALL, process, NULL, (void*)(intptr_t)signal) == 0 && waitpid(process, &status, 0) == process &&
-         WIFSTOPPED(status)) {
+  while (ptrace(PTRACE_SYSCALL, process, NULL, (void*)(intptr_t)signal) == 0 &&
+         waitpid(process, &status, 0) == process && WIFSTOPPED(status)) {
     struct __ptrace_syscall_info call;
     signal = WSTOPSIG(status) == (SIGTRAP | 0x80) || WSTOPSIG(status) == SIGTRAP ? 0 : WSTOPSIG(status);
     if (WSTOPSIG(status) != (SIGTRAP | 0x80)) continue;

@@ -94,6 +94,42 @@ TEST(Search, OfABandsSegmentEndsWithTheSegment) {
   EXPECT_EQ(1U, index);
 }
 
+// Seven records: more than are looked at in one step, and room behind them for two in the segment's last page.
+constexpr unsigned kSeven = 7;
+
+char* full_segment() {
+  char* const segment = ipc::make_segment(0, kSeven * ipc::kRecordSize, '\0');
+  for (unsigned i = 0; i < kSeven; ++i) {
+    std::strcpy(segment + i * ipc::kRecordSize, ("Key number " + std::to_string(i)).c_str());
+  }
+  shm_addr_2_4g = segment;
+  return segment;
+}
+
+TEST(Search, OfAFullSegmentLooksAtEachRecord) {
+  char* const segment = full_segment();
+  for (unsigned i = 0; i < kSeven; ++i) {
+    unsigned index = 77;
+    EXPECT_EQ(2, is_attr_exist(segment, ("Key number " + std::to_string(i)).c_str(), &index));
+    EXPECT_EQ(i, index);
+  }
+}
+
+TEST(Search, OfAFullSegmentEndsWithIt) {
+  char* const segment = full_segment();
+  std::strcpy(segment + kSeven * ipc::kRecordSize, "Behind");
+  unsigned index = 77;
+  EXPECT_EQ(3, is_attr_exist(segment, "Behind", &index));
+}
+
+TEST(Search, EndsAtAKeyWhoseFirstByteAloneIsEmpty) {
+  char* const segment = full_segment();
+  segment[ipc::kRecordSize] = '\0';
+  unsigned index = 77;
+  EXPECT_EQ(2, is_attr_exist(segment, "Key number 0", &index));
+  EXPECT_EQ(3, is_attr_exist(segment, "Key number 2", &index));
+}
+
 TEST(Search, OfNullIsAFailure) {
   Table table = small_table();
   unsigned index = 77;

@@ -37,7 +37,7 @@ TEST(Chips, AreFoundByNumberAtTheirPosition) {
               {"0100\t14c37915\t1a\n", "0000100"},
               {"0100\t14c37916\t1a\n", "0000010"},
               {"0100\t14c37905\t1a\n", "0000001"},
-              {"0100\t14c37604\t1a\n", "0000000"},
+              {"7604 7619 7669 7906 7919 791", "0000000"},
               {"0100\t14c37915\t1a\n0200\t14c37916\t1b\n", "0000110"},
               {"7603 7612 7615 7663 7915 7916 7905", "1111111"}};
   for (const auto& row : rows) EXPECT_EQ(row.flags, flags_of(row.bus)) << row.bus;

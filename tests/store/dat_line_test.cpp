@@ -111,6 +111,12 @@ TEST(DatLine, CutsAFieldTo149Characters) {
   EXPECT_THAT(parse("WdsList=" + std::string(160, 'v') + "\n").fields, ElementsAre(std::string(149, 'v')));
 }
 
+TEST(DatLine, ValueEndsAfter185Characters) {
+  const std::string first(100, 'a');
+  EXPECT_THAT(parse("K=" + first + ";" + std::string(84, 'b')).fields, ElementsAre(first, std::string(84, 'b')));
+  EXPECT_THAT(parse("K=" + first + ";" + std::string(85, 'b')).fields, ElementsAre(first, std::string(84, 'b')));
+}
+
 TEST(DatLine, CommentIsNoAttribute) {
   for (const char* line : {"#\n", "#", "#Channel=6\n", "##\n"}) EXPECT_EQ(1, parse(line).result) << line;
   EXPECT_EQ(0, parse(" #Channel=6\n").result);

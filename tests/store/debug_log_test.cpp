@@ -39,6 +39,17 @@ TEST(DebugLevel, WritesBothFiles) {
   }
 }
 
+TEST(DebugLevel, MakesFilesThatTheUmaskNarrows) {
+  const mode_t before = umask(0);
+  EXPECT_EQ(0, wifimgr_lib_set_dbg_level("8"));
+  (void)umask(before);
+  for (const char* path : {kEnableFile, kLevelFile}) {
+    struct stat status;
+    ASSERT_EQ(0, stat(path, &status));
+    EXPECT_EQ(0666U, status.st_mode & 0777U) << path;
+  }
+}
+
 TEST(DebugLevel, ReplacesWhatTheFilesHeld) {
   sandbox::write_file(kEnableFile, std::string(100, 'x'));
   sandbox::write_file(kLevelFile, std::string(100, 'x'));

@@ -48,6 +48,10 @@ TEST_F(ForeignRecord, IsJoinedWithinItsFields) {
   char out[1300] = "";
   EXPECT_EQ(0, merge_para(&record, out, 8));
   EXPECT_EQ(std::string(149, 'f') + ";" + std::string(149, 'f') + ";3", out);
+  wifimgr_attr_record one = ipc::record("K", {kWideField});
+  out[0] = '\0';
+  EXPECT_EQ(0, merge_para(&one, out, 8));
+  EXPECT_EQ(std::string(149, 'f'), out);
 }
 
 // The text before the field ends in a line end, so that a length that was taken too late reaches back into it.

@@ -67,4 +67,14 @@ inline wifimgr_attr_record record(const std::string& key, const std::vector<std:
   return made;
 }
 
+// Writes over the record of a key as another process would, without the lock.
+inline void replace_record(int band, const std::string& key, const wifimgr_attr_record& with) {
+  auto* const table = reinterpret_cast<wifimgr_attr_record*>(attach(band));
+  const size_t count = segment_status(band).shm_segsz / kRecordSize;
+  auto* const found = std::find_if(table, table + count, [&](const auto& one) { return key == one.key; });
+  ASSERT_NE(table + count, found) << key;
+  *found = with;
+  EXPECT_EQ(0, shmdt(table));
+}
+
 }  // namespace ipc

@@ -1,6 +1,8 @@
 // Processes that find the store of earlier ones.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <linux/capability.h>
+#include <sys/syscall.h>
 
 #include <cerrno>
 #include <cstring>
@@ -113,6 +115,19 @@ TEST(Processes, ThatDetachAndAttachAnewAreBoundedByTheSizeOfTheNewSegment) {
       EXPECT_EQ(1, read_attr(band, -1, "A", buffer, sizeof buffer));
     }
   }
+}
+
+// The objects' modes let everybody read and write; to ask for more would be refused to all but the superuser.
+TEST(Processes, NeedNoCapabilityForAStoreThatIsThere) {
+  sandbox::load(0, kDat);
+  EXPECT_EQ(0, result_of(start([] {
+              __user_cap_header_struct header = {_LINUX_CAPABILITY_VERSION_3, 0};
+              const __user_cap_data_struct none[2] = {};
+              if (syscall(SYS_capset, &header, none) != 0) return 1;
+              if (wifimgr_lib_init(0) != 0) return 2;
+              char text[160] = "";
+              return read_attr(0, -1, "Channel", text, sizeof text) == 0 && std::strcmp(text, "6\n") == 0 ? 0 : 3;
+            })));
 }
 
 TEST(Processes, FindTheSegmentOfAnEarlierOneTooSmallForAGrownFile) {

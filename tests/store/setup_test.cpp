@@ -224,6 +224,9 @@ TEST(Version, OfAnotherBandIsMinusOneWithTheBufferCleared) {
                 ElementsAre("[wifimgr_lib_get_version]:===Fail Exit===The wifi_type is wrong.\n"));
     EXPECT_EQ(std::string(16, '\0') + "xxxx", buffer);
   }
+  char one = 'x';
+  EXPECT_EQ(-1, wifimgr_lib_get_version(2, &one, 1));
+  EXPECT_EQ('\0', one);
 }
 
 TEST(Version, OfNullIsAFailure) {

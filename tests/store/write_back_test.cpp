@@ -335,6 +335,44 @@ TEST(Save, ThatLosesAPartEndsBeforeIt) {
   }
 }
 
+TEST(Save, ThatLostAPartWritesNoneOfTheRestWhenItCloses) {
+  std::string dat = "BssidNum=1\n";
+  for (int i = 0; i < 200; ++i) dat += "Key" + std::to_string(i) + "=" + std::string(100, 'v') + "\n";
+  const std::string whole = rewritten(dat, 1);
+  seams::limit_file_size(1000);
+  int releases = 0;
+  seams::on_trace = [&](const std::string& line) {
+    // The second V is that of the rewrite.
+    if (line == "[semaphore_v]:===Enter===\n" && ++releases == 2) seams::limit_file_size(RLIM_INFINITY);
+  };
+  seams::trace_of([] { EXPECT_EQ(1, update_datafile_from_shm(0, 1)); });
+  EXPECT_EQ(2, releases);
+  EXPECT_EQ(whole.substr(0, 1000), saved());
+}
+
+TEST(Save, CountsOnlyWhatItWouldWriteOfALine) {
+  sandbox::load(0, kMixed);
+  const std::string wide(149, 'x');
+  ipc::replace_record(0, "HT_TxStream", ipc::record("HT_TxStream", {"1", "", wide, wide}));
+  EXPECT_EQ(0, update_datafile_from_shm(0, 8));
+}
+
+// Another process makes the widest line that there can be behind the check's back.
+TEST(Save, HasRoomForTheWidestRecord) {
+  sandbox::load(0, "BssidNum=8\nWidest=1\n");
+  const std::string key(36, 'k');
+  int releases = 0;
+  seams::on_trace = [&](const std::string& line) {
+    if (line != "[semaphore_v]:===Enter===\n" || ++releases != 1) return;
+    const std::vector<std::string> fields(8, std::string(150, 'f'));
+    ipc::replace_record(0, "Widest", ipc::record(key, fields));
+  };
+  seams::trace_of([] { EXPECT_EQ(0, update_datafile_from_shm(0, 8)); });
+  std::string line = key + "=";
+  for (int i = 0; i < 8; ++i) line += std::string(149, 'f') + (i < 7 ? ";" : "\n");
+  EXPECT_EQ("Default\nBssidNum=8\n" + line, saved());
+}
+
 TEST(Save, WhoseFileCannotBeEmptiedIsAPlainFailure) {
   sandbox::load(0, kMixed);
   g_truncation_error = EIO;
@@ -353,6 +391,12 @@ TEST(Save, DoesNotDependOnAnEarlierError) {
     errno = earlier;
     EXPECT_EQ(0, update_datafile_from_shm(0, 2)) << earlier;
   }
+}
+
+TEST(Save, IntoAFileThatCannotBeOpenedFailsWithoutTraceToo) {
+  sandbox::load(0, kMixed);
+  use_path(0, "/tmp/dat");
+  EXPECT_EQ(1, update_datafile_from_shm(0, 2));
 }
 
 TEST(Save, OfOneBandLeavesTheOtherAlone) {
