@@ -13,5 +13,6 @@ wifimgr_test_with(setting_checks vht_test params/vht_test.cpp)
 wifimgr_test_with(setting_checks wmm_test params/wmm_getter_test.cpp params/wmm_setter_test.cpp)
 wifimgr_test_with(setting_checks key_table_test
   params/key_table_test.cpp params/key_copy_test.cpp params/name_list_test.cpp)
+wifimgr_test(global_record_test params/global_record_test.cpp)
 wifimgr_test_with(setting_checks command_flag_test params/command_flag_test.cpp)
 wifimgr_test_with(setting_checks settings_table_test params/settings_table_test.cpp)
