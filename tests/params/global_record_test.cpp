@@ -3,14 +3,10 @@
 
 #include "wifimgr_lib.h"
 
-namespace {
-
 struct Records {
   wifimgr_key_setter global;
   wifimgr_key_setter behind;
 };
-
-}  // namespace
 
 // In place of the library's own, as a program's variable of an exported name is.
 extern Records g_records asm("wlan_global_script_com_attr");
