@@ -49,7 +49,6 @@ void bring_band_up(uint32_t wifi_type, int ssids, const Prefixes& prefix) {
       // Up and down once, so that the first interface is initialised.
       (void)store::run_shell("ifconfig %s0 up", prefix.bss);
       (void)store::run_shell("ifconfig %s0 down", prefix.bss);
-      if (ssids < 2) break;
     }
   }
   apply::bring_wds_up_if_on(wifi_type, prefix);

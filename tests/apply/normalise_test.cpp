@@ -267,4 +267,10 @@ TEST(Normalise, ServesAsManySsidsAsTheCountSays) {
   }
 }
 
+TEST(Normalise, TracesEntryAndExit) {
+  EXPECT_THAT(seams::trace_of([] { EXPECT_EQ(0U, wifimgr_lib_check_wifi_value_befor_write_dat(2)); }),
+              testing::ElementsAre("[wifimgr_lib_check_wifi_value_befor_write_dat]:===Enter===\n",
+                                   "[wifimgr_lib_check_wifi_value_befor_write_dat]:===Success Exit===\n"));
+}
+
 }  // namespace

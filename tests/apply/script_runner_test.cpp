@@ -78,6 +78,12 @@ TEST(ScriptRunner, AnswersWhatTheFlagsSetterAnswersOn5GAlone) {
   run(1, "sh script", 0);
 }
 
+TEST(ScriptRunner, TracesEntryAndExit) {
+  EXPECT_THAT(seams::trace_of([] { run(0, "sh script"); }),
+              ElementsAre("[wifimgr_lib_execute_wlan_script]:===Enter===\n",
+                          "[wifimgr_lib_execute_wlan_script]:===Success Exit===\n"));
+}
+
 TEST(ScriptRunner, RunsNothingForAnUnknownBand) {
   wifimgr_lib_set_11AC_CMDflag(1);
   for (const int32_t band : {2, -1, INT32_MIN, INT32_MAX}) EXPECT_THAT(run(band, "sh script"), IsEmpty()) << band;

@@ -7,6 +7,7 @@
 
 #include "apply/dat_text.h"
 #include "apply/script_text.h"
+#include "store/ipc_objects.h"
 
 namespace {
 
@@ -68,6 +69,23 @@ Settings without(Settings settings, const std::string& key) {
   const auto is_of_key = [&](const std::string& setting) { return setting.rfind(key + "=", 0) == 0; };
   settings.erase(std::remove_if(settings.begin(), settings.end(), is_of_key), settings.end());
   return settings;
+}
+
+// Leaves text where the next call has its variables.
+[[gnu::noinline]] void fill_the_stack() {
+  volatile char text[16384];
+  for (volatile char& one : text) one = 'z';
+}
+
+TEST_F(ScriptSecurity, TakesNoMoreThanTheFieldThatAnotherProgramFilledToItsWidth) {
+  const std::string wide(150, 'h');
+  for (const char* key : {"HideSSID", "RADIUS_Server", "RADIUS_Port", "RekeyInterval", "EncrypType"}) {
+    load(0);
+    dat::put(0, 1, "AuthMode", "WPA2PSK");
+    ipc::replace_record(0, key, ipc::record(key, {wide}));
+    fill_the_stack();
+    EXPECT_THAT(written(0, 0), testing::HasSubstr(std::string(key) + "=" + wide + "\n"));
+  }
 }
 
 TEST_F(ScriptSecurity, OfPersonalModes) {
