@@ -54,7 +54,6 @@ constexpr SsidRow kEntryRows[] = {
     {wifimgr_lib_get_apsdCapable, offsetof(Snapshot, apsd_capable)},
     {wifimgr_lib_get_wscV2Support, offsetof(Snapshot, wsc_v2_support)},
     {wifimgr_lib_get_enableSsid, offsetof(Snapshot, ssid_enable)},
-    {nullptr, 0},
 };
 
 constexpr BandRow kHtRows[] = {
@@ -98,19 +97,15 @@ int32_t read_spread_number(apply::BandGetter getter, store::Band band, int bss_c
   return store::decimal(list);
 }
 
-// Calls `visit` for every row of every BSS with the number that its getter gives, until it returns true. The row cursor
-// is not rewound between BSSs, so only the first BSS has rows left; deliberate, as the fields of the others would
-// overlap the next slot.
+// Calls `visit` for every row with the number that its getter gives for the first BSS, until it returns true. Only the
+// first, however many there are; deliberate, as the fields of the others would overlap the next slot.
 template <typename Visit>
 bool visit_entry_rows(uint32_t wifi_type, const char* bss_count, Visit visit) {
-  const SsidRow* row = kEntryRows;
-  for (int32_t ssid = 1; ssid <= store::decimal(bss_count) && row->getter != nullptr; ++ssid) {
-    for (; row->getter != nullptr; ++row) {
-      char text[store::kValueSize] = "";
-      if (row->getter(wifi_type, ssid, text, sizeof text) != 0) continue;
-      const size_t offset = row->offset + static_cast<size_t>(ssid - 1) * sizeof(int32_t);
-      if (visit(offset, store::decimal(text))) return true;
-    }
+  if (store::decimal(bss_count) < 1) return false;
+  for (const SsidRow& row : kEntryRows) {
+    char text[store::kValueSize] = "";
+    if (row.getter(wifi_type, 1, text, sizeof text) != 0) continue;
+    if (visit(row.offset, store::decimal(text))) return true;
   }
   return false;
 }

@@ -22,8 +22,9 @@ constexpr bool is_2_4g_chip(unsigned id) {
          id == 0x7915 || id == 0x7916;
 }
 
+// The 7615 is of the first family.
 constexpr bool is_5g_chip(unsigned id) {
-  return (id & 0xFFF0U) == 0x7610 || id == 0x7662 || id == 0x7663 || id == 0x7915 || id == 0x7916 || id == 0x7615;
+  return (id & 0xFFF0U) == 0x7610 || id == 0x7662 || id == 0x7663 || id == 0x7915 || id == 0x7916;
 }
 
 struct Radio {

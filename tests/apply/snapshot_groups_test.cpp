@@ -167,6 +167,15 @@ TEST(SnapshotGroups, WithoutSsidsNoEntryIsReadOrCompared) {
   EXPECT_EQ(0U, entrycap_compare(&record, 0));
 }
 
+TEST(SnapshotGroups, TheOnlySsidIsStoredAndCompared) {
+  dat::load(0, {{"BssidNum", "1"}, {"EnableSSID", "1"}});
+  Snapshot record{};
+  EXPECT_EQ(0U, entrycap_store(&record, 0));
+  EXPECT_EQ(0U, entrycap_compare(&record, 0));
+  dat::put(0, 1, "EnableSSID", "0");
+  EXPECT_EQ(1U, entrycap_compare(&record, 0));
+}
+
 TEST(SnapshotGroups, WithoutAnSsidCountVhtIsNeitherStoredNorCompared) {
   dat::load_text(1, sandbox::full_dat_without(1, "BssidNum"));
   Snapshot record = filled();

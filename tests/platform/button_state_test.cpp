@@ -49,6 +49,17 @@ const Row kRows[] = {
 
 const int kOtherModes[] = {-1, 2, 3, 256, INT_MAX, INT_MIN};
 
+TEST(ButtonState, ThatCannotBeReadIsAFailureInModeOneAlone) {
+  put_paths();
+  Buffer buffer;
+  EXPECT_THAT(
+      seams::trace_of([&] { wifimgr_lib_get_button_state(1, kFolder, buffer.bytes, kSize); }),
+      ElementsAre("[wifimgr_lib_get_button_state]:===Enter===\n", "[wifimgr_lib_get_button_state]:===Fail Exit===\n"));
+  EXPECT_THAT(seams::trace_of([&] { wifimgr_lib_get_button_state(0, kFolder, buffer.bytes, kSize); }),
+              ElementsAre("[wifimgr_lib_get_button_state]:===Enter===\n",
+                          "[wifimgr_lib_get_button_state]:===Success Exit===\n"));
+}
+
 TEST(ButtonState, TellsWhatTheFileHolds) {
   put_paths();
   for (const Row& row : kRows) {

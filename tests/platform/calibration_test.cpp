@@ -114,6 +114,16 @@ TEST(Calibration, OfAKnownChipIsCopiedToTheDriver) {
   });
 }
 
+// The image is then the process's first descriptor.
+TEST(Calibration, IsReadInAProcessWithoutStandardInput) {
+  for_each_radio([](const Radio& radio) {
+    put_in_flash(radio, image_of(0x7615, std::string(508, 'c')));
+    (void)close(STDIN_FILENO);
+    stdout_of_reading(radio);
+    EXPECT_THAT(seams::commands, ElementsAre(radio.read_flash, radio.copy));
+  });
+}
+
 TEST(Calibration, OfAnUnknownChipKeepsTheDefault) {
   for_each_radio([](const Radio& radio) {
     put_in_flash(radio, image_of(0x1234, std::string(510, 'c')));

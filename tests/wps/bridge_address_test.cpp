@@ -61,6 +61,7 @@ TEST(BridgeAddress, IsThatOfTheFirstLineThatHasOne) {
   EXPECT_EQ(holding("10.0.0.1"), buffer_after("inet6 addr: fe80::1\n"
                                               "inet  addr:10.9.9.9\n"
                                               "INET ADDR:10.9.9.9\n"
+                                              "inet addr is\n"
                                               "xinet addr:10.0.0.1 inet addr:10.0.0.2\n"
                                               "inet addr:10.0.0.3\n"));
 }
