@@ -82,7 +82,7 @@ template <>
 uint64_t set_ssid_value<Numbering::kShared>(store::Band band, int32_t ssid_index, const char* value,
                                             const char* function, const char* key, const char* refusal,
                                             AcceptedWords accepted) {
-  return set(band, ssid_index, value, function, key, refusal, {0, 0, Accepted::Kind::kWords}, accepted.words,
+  return set(band, ssid_index, value, function, key, refusal, alone(Accepted::Kind::kWords), accepted.words,
              Numbering::kShared);
 }
 

@@ -238,6 +238,15 @@ TEST(VhtGuardInterval, IsCutAt159Characters) {
   EXPECT_EQ(list_of("01", 53) + ";", last_value());
 }
 
+// 158 characters are the most; a third copy that ends there fits, one that ends behind it does not.
+TEST(VhtBandwidth, TakesACopyThatJustFits) {
+  settings::load_with("BssidNum", "3");
+  EXPECT_EQ(0U, wifimgr_lib_set_VHT_BW(0, -1, one_of_length(52).c_str()));
+  EXPECT_EQ(list_of(one_of_length(52), 3), last_value());
+  EXPECT_EQ(0U, wifimgr_lib_set_VHT_BW(0, -1, one_of_length(53).c_str()));
+  EXPECT_EQ(list_of(one_of_length(53), 2), last_value());
+}
+
 TEST(VhtGuardInterval, KeepsTheFrontOfACopyThatDoesNotFit) {
   settings::load_with("BssidNum", "2");
   EXPECT_EQ(0U, wifimgr_lib_set_VHT_SGI(0, -1, one_of_length(80).c_str()));

@@ -118,8 +118,15 @@ TEST(Calibration, OfAKnownChipIsCopiedToTheDriver) {
 TEST(Calibration, IsReadInAProcessWithoutStandardInput) {
   for_each_radio([](const Radio& radio) {
     put_in_flash(radio, image_of(0x7615, std::string(508, 'c')));
-    (void)close(STDIN_FILENO);
+    seams::on_command = [put = seams::on_command](const std::string& line) {
+      const int result = put(line);
+      (void)close(STDIN_FILENO);
+      return result;
+    };
+    const int input = dup(STDIN_FILENO);
     stdout_of_reading(radio);
+    ASSERT_EQ(STDIN_FILENO, dup2(input, STDIN_FILENO));
+    (void)close(input);
     EXPECT_THAT(seams::commands, ElementsAre(radio.read_flash, radio.copy));
   });
 }

@@ -100,7 +100,7 @@ constexpr unsigned kSeven = 7;
 char* full_segment() {
   char* const segment = ipc::make_segment(0, kSeven * ipc::kRecordSize, '\0');
   for (unsigned i = 0; i < kSeven; ++i) {
-    std::strcpy(segment + i * ipc::kRecordSize, ("Key number " + std::to_string(i)).c_str());
+    std::strcpy(segment + i * ipc::kRecordSize, (std::to_string(i) + " key number").c_str());
   }
   shm_addr_2_4g = segment;
   return segment;
@@ -110,7 +110,7 @@ TEST(Search, OfAFullSegmentLooksAtEachRecord) {
   char* const segment = full_segment();
   for (unsigned i = 0; i < kSeven; ++i) {
     unsigned index = 77;
-    EXPECT_EQ(2, is_attr_exist(segment, ("Key number " + std::to_string(i)).c_str(), &index));
+    EXPECT_EQ(2, is_attr_exist(segment, (std::to_string(i) + " key number").c_str(), &index));
     EXPECT_EQ(i, index);
   }
 }
@@ -126,8 +126,8 @@ TEST(Search, EndsAtAKeyWhoseFirstByteAloneIsEmpty) {
   char* const segment = full_segment();
   segment[ipc::kRecordSize] = '\0';
   unsigned index = 77;
-  EXPECT_EQ(2, is_attr_exist(segment, "Key number 0", &index));
-  EXPECT_EQ(3, is_attr_exist(segment, "Key number 2", &index));
+  EXPECT_EQ(2, is_attr_exist(segment, "0 key number", &index));
+  EXPECT_EQ(3, is_attr_exist(segment, "2 key number", &index));
 }
 
 TEST(Search, OfNullIsAFailure) {
