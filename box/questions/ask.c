@@ -4,7 +4,7 @@
 //
 // A question is INTERFACE REQUEST FLAGS LENGTH [PAYLOAD], numbers in hexadecimal but for LENGTH. PAYLOAD is what the caller's
 // buffer begins with, in hexadecimal; "null" and "bad" stand for addresses that are not there, "record" for a request whose own record is
-// not. "#" begins a comment. UID is the user who asks.
+// not. A length that the answer has changed is printed too. "#" begins a comment. UID is the user who asks.
 #define _GNU_SOURCE
 #include <net/if.h>
 
@@ -80,6 +80,7 @@ static void ask(int fd, const Question* question) {
   } else {
     blank(question);
     print_buffer();
+    if (request.u.data.length != question->length) printf(" (%u bytes)", (unsigned)request.u.data.length);
   }
   printf("\n");
 }

@@ -68,6 +68,7 @@ for kind in plain own; do
   gcc -O2 -Wall -Wextra -Werror $static -o "$folder/native/$name" "$tree/box/questions/ask.c" "$tree/box/questions/${kind}_ioctl.c"
 done
 
+gcc -O2 -Wall -Wextra -Werror -o "$folder/native/cut_at" "$tree/box/tools/cut_at.c"
 gcc -O2 -I"$tree/include" -o "$folder/native/library_probe" "$tree"/tests/gateway/library_probe.c "$tree"/tests/gateway/probe_*.c \
   -L"$native/lib" -Wl,-rpath,"$native/lib" -lapi_lib_wifimgr
 

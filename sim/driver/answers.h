@@ -5,6 +5,8 @@
 #include <stdbool.h>
 #include <stdint.h>
 
+#include "sim/driver/lists.h"
+
 typedef struct Query {
   struct iwreq* request;
   const char* interface;
@@ -51,5 +53,5 @@ int keep_oui_filter(const Query* query);
 int keep_probe_response(const Query* query);
 int forget_probe_responses(const Query* query);
 
-// The errno of the fault that the request meets, which it uses up; 0 when there is none (faults.c).
-int error_for(unsigned long number, const struct iwreq* request);
+// The fault that the request meets, which it uses up; false when there is none (faults.c).
+bool meet_fault(unsigned long number, const struct iwreq* request, Fault* fault);
