@@ -12,6 +12,7 @@ console=${console:-/dev/console}
 # A boot with the factory's settings, a cut at a step, and the look of the next boot. False when there is no such step.
 cut_in_simulation() {
   cp $factory $dat
+  rm -f console.last
   simctl power-cut
   phase=$1 cut=$2 console=$PWD/console.last sh "$STORY/story.sh" >cut-facts 2>cut-complaints &
   said=
@@ -25,7 +26,6 @@ cut_in_simulation() {
   esac
   simctl power-cut
   wait
-  rm console.last
   phase=look sh "$STORY/story.sh" >look-facts 2>>complaints || wrong=$?
   fact "$1, after ${said#CUT }: $(head -n 1 look-facts)"
 }
