@@ -1,4 +1,4 @@
-// The driver's answers, one for each request of the table in ioctl_preload.c.
+// The driver's answers, one for each request of the table in request_table.c.
 #pragma once
 
 #include <linux/wireless.h>
