@@ -9,6 +9,9 @@ dat=$dat24
 factory=/etc/Wireless/factory.dat
 console=${console:-/dev/console}
 
+# What the story has come to, if anything yet.
+come_to() { grep -o -E '(CUT|END) [0-9]+.*' console.last 2>/dev/null | head -n 1; }
+
 # A boot with the factory's settings, a cut at a step, and the look of the next boot. False when there is no such step.
 cut_in_simulation() {
   cp $factory $dat
@@ -17,8 +20,10 @@ cut_in_simulation() {
   phase=$1 cut=$2 console=$PWD/console.last sh "$STORY/story.sh" >cut-facts 2>cut-complaints &
   said=
   while [ -z "$said" ] && kill -0 $! 2>/dev/null; do
-    said=$(grep -o -E '(CUT|END) [0-9]+.*' console.last 2>/dev/null | head -n 1)
+    said=$(come_to)
   done
+  # It may have ended since.
+  said=${said:-$(come_to)}
   case $said in
     CUT*) ;;
     END*) wait; return 1 ;;
