@@ -3,12 +3,15 @@
 steady
 faults=/run/gateway-sim/lists/faults
 
+# Whether no fault is left; the files of a kernel have no size.
+used_up() { ! grep -q . $faults; }
+
 # late REQUEST: asks what waits a minute, in the background; goes on when it waits, which is when the fault is used up.
 late() {
   echo "$1" >question
   ask <question >late-answer &
   caller=$!
-  while [ -s $faults ]; do :; done
+  until used_up; do :; done
 }
 
 # ended: the caller is killed, and does not wait on.
@@ -51,7 +54,7 @@ done
 must simctl fail channel slow=60 1
 library_probe band-text wifimgr_lib_get_CHANNEL 0 >late-answer 2>>complaints &
 caller=$!
-while [ -s $faults ]; do :; done
+until used_up; do :; done
 ended
 fact "while one waits"
 must simctl fail noise slow=60 ra0 1
