@@ -197,7 +197,7 @@ box-build:
 	@[ "$(ARCH)" = native ] || { $(MAKE) -s --no-print-directory build/arm64/build.ninja && \
 	  cmake --build build/arm64 --target $(BOX_PARTS); }
 
-box: box-build $(if $(filter-out kernel-tests,$(STORY)),,box-tests)
+box: box-build $(if $(STORY),$(if $(filter kernel-tests,$(STORY)),box-tests),box-tests)
 	$(BOX) $(or $(STORY),all)
 
 box-shell: box-build

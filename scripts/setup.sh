@@ -17,9 +17,10 @@ clang="$test clang"
 fuzz="$clang libclang-rt-14-dev"
 lint="$clang clang-format clang-tidy cppcheck"
 docs="$build doxygen mandoc"
-# The tests that run there are built as well.
-box="$arm64 make cpio kmod e2fsprogs qemu-system-arm"
-box_native="$test make cpio kmod e2fsprogs qemu-system-x86"
+# The tests that run there are built as well. Nothing is emulated outside the machine.
+box_parts="$demo python3 make cpio kmod e2fsprogs"
+box="$box_parts g++-aarch64-linux-gnu googletest qemu-system-arm"
+box_native="$box_parts libgtest-dev libgmock-dev qemu-system-x86"
 test_all="$arm64 $musl $package $clang $box"
 
 case "${1:-}" in

@@ -1,11 +1,9 @@
 #include "box/driver/fault_list.h"
 
-#include <stdbool.h>
 #include <stdlib.h>
 #include <string.h>
 
 #include "box/driver/text.h"
-#include "sim/driver/lists.h"
 
 static bool meets(const Fault* fault, unsigned long request, uint16_t oid, const char* interface) {
   if (fault->request != request || (fault->oid >= 0 && fault->oid != oid)) return false;
@@ -20,14 +18,16 @@ static bool parse_line(const char* line, size_t length, Fault* fault) {
   return parse_fault(copy, fault);
 }
 
-int meet_fault(const char* faults, unsigned long request, uint16_t oid, const char* interface, char** left) {
+bool find_fault(const char* faults, unsigned long request, uint16_t oid, const char* interface, Fault* met,
+                char** left) {
   Fault fault;
   *left = NULL;
   for (const char* line = faults; *line != '\0';) {
     const size_t length = strcspn(line, "\n");
     const char* const next = line + length + (line[length] == '\n');
     if (parse_line(line, length, &fault) && meets(&fault, request, oid, interface)) {
-      if (fault.count < 0) return fault.error;
+      *met = fault;
+      if (fault.count < 0) return true;
       Text text = {NULL, 0, 0, false};
       char fresh[kMostListLine];
       add_bytes(&text, faults, (size_t)(line - faults));
@@ -38,9 +38,9 @@ int meet_fault(const char* faults, unsigned long request, uint16_t oid, const ch
       }
       add_text(&text, next);
       *left = finish_text(&text);
-      return fault.error;
+      return true;
     }
     line = next;
   }
-  return 0;
+  return false;
 }

@@ -1,4 +1,4 @@
-/* Requests that are told to fail. */
+/* Requests that are told to go wrong. */
 #include <linux/errno.h>
 #include <linux/slab.h>
 
@@ -7,12 +7,12 @@
 #include "sim/driver/answers.h"
 #include "sim/driver/state.h"
 
-int error_for(unsigned long number, const struct iwreq* request) {
+bool meet_fault(unsigned long number, const struct iwreq* request, Fault* fault) {
   char* const faults = read_state(DRIVER_LISTS, "faults");
   char* left = NULL;
-  const int error = faults ? meet_fault(faults, number, request->u.data.flags, request->ifr_name, &left) : 0;
+  const bool is_met = faults && find_fault(faults, number, request->u.data.flags, request->ifr_name, fault, &left);
   if (left) store_state(DRIVER_LISTS, "faults", left);
   kvfree(left);
   kvfree(faults);
-  return error;
+  return is_met;
 }

@@ -1,7 +1,8 @@
 /* The wireless requests of a BSS.
  *
  * The library's own numbers are not described in `private_args`: the wireless core would hand over a copy of the payload, as long as
- * the caller says, and write that back over the answer. Described are the three that iwpriv is to list and carry out. */
+ * the caller says, and write that back over the answer. Described are the four that iwpriv is to list and carry out. */
+#include <linux/delay.h>
 #include <linux/mm.h>
 #include <linux/uaccess.h>
 #include <linux/wireless.h>
@@ -50,12 +51,23 @@ static int answer(struct net_device* device, const RequestRow* row, struct iwreq
   return error;
 }
 
-static int fault_of(unsigned long number, const struct iwreq* request) {
-  int error;
+/* What the request is told to do: it may wait, and fail. The wireless core holds the network's lock all the while, as with any slow
+ * driver: nobody else can ask one or change an interface. The driver's own lock is free. Whoever is killed does not wait on. */
+static int meet(unsigned long number, const struct iwreq* request, int* cut) {
+  Fault fault = {.cut = -1};
   mutex_lock(&texts_lock);
-  error = error_for(number, request);
+  meet_fault(number, request, &fault);
   mutex_unlock(&texts_lock);
-  return error;
+  *cut = fault.cut;
+  if (fault.delay_ms && msleep_interruptible(fault.delay_ms)) return EINTR;
+  return fault.error;
+}
+
+/* As much of the answer as is to reach the caller; what is cut has the length field say so. */
+static size_t shown_of(size_t reply, int cut, union iwreq_data* data) {
+  if (cut < 0 || cut >= reply) return reply;
+  data->data.length = cut;
+  return cut;
 }
 
 static void fill(struct iwreq* request, const struct net_device* device, const union iwreq_data* data) {
@@ -68,9 +80,10 @@ static int answer_standard(struct net_device* device, struct iw_request_info* in
                            char* extra) {
   struct iwreq request;
   const RequestRow* const row = find_row(info->cmd, 0);
+  int cut;
   int error;
   fill(&request, device, data);
-  error = fault_of(info->cmd, &request);
+  error = meet(info->cmd, &request, &cut);
   if (!error) error = row ? answer(device, row, &request, NULL) : EOPNOTSUPP;
   if (!error) *data = request.u;
   return -error;
@@ -83,9 +96,10 @@ static int answer_private(struct net_device* device, struct iw_request_info* inf
   const RequestRow* const row = find_row(info->cmd, data->data.flags);
   size_t taken;
   u8* own;
+  int cut;
   int error;
   fill(&request, device, data);
-  error = fault_of(info->cmd, &request);
+  error = meet(info->cmd, &request, &cut);
   if (error) return -error;
   if (!row) return -EOPNOTSUPP;
   if (data->data.length < row->least_length) return -EINVAL;
@@ -93,7 +107,7 @@ static int answer_private(struct net_device* device, struct iw_request_info* inf
   own = kvzalloc(max_t(size_t, taken, row->reply) + 1, GFP_KERNEL);
   if (!own) return -ENOMEM;
   error = copy_from_user(own, data->data.pointer, taken) ? EFAULT : answer(device, row, &request, own);
-  if (!error && copy_to_user(data->data.pointer, own, row->reply)) error = EFAULT;
+  if (!error && copy_to_user(data->data.pointer, own, shown_of(row->reply, cut, data))) error = EFAULT;
   kvfree(own);
   return -error;
 }

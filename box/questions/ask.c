@@ -4,11 +4,13 @@
 //
 // A question is INTERFACE REQUEST FLAGS LENGTH [PAYLOAD], numbers in hexadecimal but for LENGTH. PAYLOAD is what the caller's
 // buffer begins with, in hexadecimal; "null" and "bad" stand for addresses that are not there, "record" for a request whose own record is
-// not. "#" begins a comment. UID is the user who asks.
+// not. A length that the answer has changed is printed too. "#" begins a comment. UID is the user who asks. Where there is
+// no such user, as in a namespace that an ordinary user has made, it is root without capabilities.
 #define _GNU_SOURCE
 #include <net/if.h>
 
 #include <errno.h>
+#include <linux/capability.h>
 #include <linux/wireless.h>
 #include <stdbool.h>
 #include <stdint.h>
@@ -16,6 +18,7 @@
 #include <stdlib.h>
 #include <string.h>
 #include <sys/socket.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 #include "make_request.h"
@@ -80,6 +83,7 @@ static void ask(int fd, const Question* question) {
   } else {
     blank(question);
     print_buffer();
+    if (request.u.data.length != question->length) printf(" (%u bytes)", (unsigned)request.u.data.length);
   }
   printf("\n");
 }
@@ -90,13 +94,17 @@ static bool parse(const char* line, Question* question) {
                 &question->length, question->payload) >= 4;
 }
 
+static bool become(unsigned user) {
+  struct __user_cap_header_struct header = {_LINUX_CAPABILITY_VERSION_3, 0};
+  const struct __user_cap_data_struct none[2] = {{0, 0, 0}, {0, 0, 0}};
+  if (setgid(user) == 0) return setuid(user) == 0;
+  return errno == EINVAL && syscall(SYS_capset, &header, none) == 0;
+}
+
 int main(int argc, char** argv) {
-  if (argc > 1) {
-    const unsigned user = (unsigned)atoi(argv[1]);
-    if (setgid(user) != 0 || setuid(user) != 0) {
-      perror("ask");
-      return 1;
-    }
+  if (argc > 1 && !become((unsigned)atoi(argv[1]))) {
+    perror("ask");
+    return 1;
   }
   const int fd = socket(AF_INET, SOCK_DGRAM, 0);
   char line[512];

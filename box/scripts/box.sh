@@ -50,7 +50,9 @@ if [ $arch = amd64 ] && [ ! -f "$folder/accel" ]; then
   mkdir -p "$folder/runs/probe"
   if [ -r /dev/kvm ] && [ -w /dev/kvm ]; then
     echo kvm >"$folder/accel"
-    BOX_APPEND=probe "$scripts/machine.sh" "$folder" $arch "$folder/runs/probe" 15 >/dev/null 2>&1 || echo tcg >"$folder/accel"
+    code=0
+    BOX_APPEND=probe "$scripts/machine.sh" "$folder" $arch "$folder/runs/probe" 15 >/dev/null 2>&1 || code=$?
+    [ $code -eq 42 ] || echo tcg >"$folder/accel"
   else
     echo tcg >"$folder/accel"
   fi
@@ -68,6 +70,7 @@ for kind in plain own; do
   gcc -O2 -Wall -Wextra -Werror $static -o "$folder/native/$name" "$tree/box/questions/ask.c" "$tree/box/questions/${kind}_ioctl.c"
 done
 
+gcc -O2 -Wall -Wextra -Werror -o "$folder/native/cut_at" "$tree/box/tools/cut_at.c"
 gcc -O2 -I"$tree/include" -o "$folder/native/library_probe" "$tree"/tests/gateway/library_probe.c "$tree"/tests/gateway/probe_*.c \
   -L"$native/lib" -Wl,-rpath,"$native/lib" -lapi_lib_wifimgr
 
@@ -127,9 +130,11 @@ run_story() {
   else
     "$scripts/machine.sh" "$folder" $arch "$run" "$((seconds * ${BOX_PATIENCE:-1}))" "$@" || code=$?
   fi
+  touch "$run/facts" "$run/cpu"
   cpu=$(awk '{ sum += $1 } END { printf "%.1f", sum }' "$run/cpu")
   case $code in
     0) ;;
+    95) echo "box: $story: the machine ended before its story did; console: $run/console" ;;
     97) echo "box: $story: the kernel complained: $run/kernel-complaints" ;;
     124 | 137) echo "box: $story: not done after $seconds seconds; console: $run/console" ;;
     *)

@@ -14,7 +14,7 @@ interfaces
 settings ra0 | grep -E '^(SSID|Channel)='
 fact "nobody confirms"
 must wlanctl set 2.4g SSID:1=Cellar Channel=3
-wlanctl apply 2.4g --confirm 2 >applied 2>&1
+wlanctl apply 2.4g --confirm 10 >applied 2>&1
 fact "apply: $?"
 waited=0
 until iwpriv ra0 show | grep -q '^SSID=Kitchen$' || [ $waited = 300 ]; do
@@ -31,9 +31,9 @@ interfaces
 grep -E '^(SSID1|Channel)=' $dat24
 fact "the one who waits is killed"
 must wlanctl set 2.4g SSID:1=Attic
-wlanctl apply 2.4g --confirm 1 >applied 2>&1
+wlanctl apply 2.4g --confirm 6 >applied 2>&1
 killall -9 wlanctl 2>/dev/null
-sleep 1.5
+sleep 7
 wlanctl diff 2.4g >after-kill 2>&1
 fact "diff: $?"
 settings ra0 | grep -E '^SSID='

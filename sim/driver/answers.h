@@ -1,9 +1,11 @@
-// The driver's answers, one for each request of the table in ioctl_preload.c.
+// The driver's answers, one for each request of the table in request_table.c.
 #pragma once
 
 #include <linux/wireless.h>
 #include <stdbool.h>
 #include <stdint.h>
+
+#include "sim/driver/lists.h"
 
 typedef struct Query {
   struct iwreq* request;
@@ -51,5 +53,5 @@ int keep_oui_filter(const Query* query);
 int keep_probe_response(const Query* query);
 int forget_probe_responses(const Query* query);
 
-// The errno of the fault that the request meets, which it uses up; 0 when there is none (faults.c).
-int error_for(unsigned long number, const struct iwreq* request);
+// The fault that the request meets, which it uses up; false when there is none (faults.c).
+bool meet_fault(unsigned long number, const struct iwreq* request, Fault* fault);

@@ -1,4 +1,4 @@
-// Requests that are told to fail.
+// Requests that are told to go wrong.
 #include <fcntl.h>
 #include <stdio.h>
 #include <stdlib.h>
@@ -22,27 +22,31 @@ static bool meets(unsigned long number, const struct iwreq* request, const Fault
 
 static bool find_fault(char* text, unsigned long number, const struct iwreq* request, Fault* found) {
   char* rest = text;
+  Fault fault;
   for (char* line; (line = next_line(&rest)) != NULL;) {
-    if (parse_fault(line, found) && meets(number, request, found)) return true;
+    if (!parse_fault(line, &fault) || !meets(number, request, &fault)) continue;
+    *found = fault;
+    return true;
   }
   return false;
 }
 
 // Takes one from the first fault that the request meets, under the lock: of two processes only one gets the last.
-static int use_up(unsigned long number, const struct iwreq* request) {
+static bool use_up(unsigned long number, const struct iwreq* request, Fault* met) {
   char* const text = read_state(DRIVER_LISTS, FAULTS_NAME);
   FILE* const file = text == NULL ? NULL : fopen(DRIVER_LISTS "/faults.new", "we");
   if (file == NULL) {
     free(text);
-    return 0;
+    return false;
   }
-  int error = 0;
+  bool is_met = false;
   char* rest = text;
   Fault fault;
   for (char* line; (line = next_line(&rest)) != NULL;) {
     if (!parse_fault(line, &fault)) continue;
-    if (error == 0 && meets(number, request, &fault)) {
-      error = fault.error;
+    if (!is_met && meets(number, request, &fault)) {
+      is_met = true;
+      *met = fault;
       if (fault.count > 0 && --fault.count == 0) continue;
     }
     char fresh[kMostListLine];
@@ -51,21 +55,19 @@ static int use_up(unsigned long number, const struct iwreq* request) {
   }
   free(text);
   if (fclose(file) == 0) rename(DRIVER_LISTS "/faults.new", DRIVER_LISTS "/" FAULTS_NAME);
-  return error;
+  return is_met;
 }
 
-int error_for(unsigned long number, const struct iwreq* request) {
+bool meet_fault(unsigned long number, const struct iwreq* request, Fault* fault) {
   char* const text = read_state(DRIVER_LISTS, FAULTS_NAME);
-  if (text == NULL) return 0;
-  Fault fault;
-  const bool found = find_fault(text, number, request, &fault);
+  if (text == NULL) return false;
+  const bool is_met = find_fault(text, number, request, fault);
   free(text);
-  if (!found) return 0;
-  if (fault.count < 0) return fault.error;
+  if (!is_met || fault->count < 0) return is_met;
   const int lock = open_state(FAULTS_LOCK, O_RDWR);
-  if (lock < 0) return fault.error;
+  if (lock < 0) return true;
   lock_state(lock);
-  const int error = use_up(number, request);
+  const bool is_left = use_up(number, request, fault);
   close(lock);
-  return error;
+  return is_left;
 }

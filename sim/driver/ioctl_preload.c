@@ -11,6 +11,7 @@
 #include <stdlib.h>
 #include <string.h>
 #include <sys/syscall.h>
+#include <time.h>
 #include <unistd.h>
 
 #include "sim/driver/answers.h"
@@ -43,8 +44,15 @@ static bool is_permitted(unsigned long number) {
   return syscall(SYS_capget, &header, data) == 0 && (data[0].effective & (1U << CAP_NET_ADMIN)) != 0;
 }
 
+// As much of the answer as is to reach the caller; what is cut has the length field say so.
+static size_t shown_of(size_t reply, int cut, struct iwreq* request) {
+  if (cut < 0 || (size_t)cut >= reply) return reply;
+  request->u.data.length = (uint16_t)cut;
+  return (size_t)cut;
+}
+
 // Answers into a buffer of the driver's own; the errno that the request fails with, or 0.
-static int answer_private(const RequestRow* row, Query* query) {
+static int answer_private(const RequestRow* row, Query* query, int cut) {
   void* const payload = query->request->u.data.pointer;
   query->length = query->request->u.data.length;
   if (query->length < row->least_length) return EINVAL;
@@ -52,18 +60,26 @@ static int answer_private(const RequestRow* row, Query* query) {
   query->data = calloc(1, (taken > row->reply ? taken : row->reply) + 1);
   if (query->data == NULL) return ENOMEM;
   int error = copy_from_caller(query->data, payload, taken) ? row->answer(query) : EFAULT;
-  if (error == 0 && !copy_to_caller(payload, query->data, row->reply)) error = EFAULT;
+  if (error == 0 && !copy_to_caller(payload, query->data, shown_of(row->reply, cut, query->request))) error = EFAULT;
   free(query->data);
   return error;
 }
 
-static int answer(unsigned long number, struct iwreq* request, const char* radio, const char* settings) {
-  const int fault = error_for(number, request);
-  if (fault != 0) return fault;
+static int answer(unsigned long number, struct iwreq* request, const char* radio, int cut) {
   const RequestRow* const row = find_row(number, request->u.data.flags);
   if (row == NULL) return EOPNOTSUPP;
+  char* const settings = read_state(DRIVER_SETTINGS, request->ifr_name);
+  if (settings == NULL) return EOPNOTSUPP;
   Query query = {request, request->ifr_name, settings, radio, radio[2] == 'i', NULL, 0};
-  return is_private(number) ? answer_private(row, &query) : row->answer(&query);
+  const int error = is_private(number) ? answer_private(row, &query, cut) : row->answer(&query);
+  free(settings);
+  return error;
+}
+
+// False when a signal that the caller handles ended the waiting.
+static bool wait_for(unsigned ms) {
+  const struct timespec time = {ms / 1000, ms % 1000 * 1000000L};
+  return ms == 0 || nanosleep(&time, NULL) == 0;
 }
 
 // The errno that the request fails with, or 0.
@@ -74,11 +90,12 @@ static int serve(unsigned long number, struct iwreq* argument) {
   if (!is_permitted(number)) return EPERM;
   if (if_nametoindex(request.ifr_name) == 0) return ENODEV;
   const char* const radio = radio_of(request.ifr_name);
-  char* const settings = radio == NULL ? NULL : read_state(DRIVER_SETTINGS, request.ifr_name);
-  if (settings == NULL) return EOPNOTSUPP;
-  const int error = answer(number, &request, radio, settings);
-  free(settings);
-  if (error != 0 || is_private(number)) return error;
+  if (radio == NULL) return EOPNOTSUPP;
+  Fault fault = {.cut = -1};
+  if (meet_fault(number, &request, &fault) && !wait_for(fault.delay_ms)) return EINTR;
+  const int error = fault.error != 0 ? fault.error : answer(number, &request, radio, fault.cut);
+  // As the kernel gives the record back: an odd number gets something.
+  if (error != 0 || number % 2 == 0) return error;
   return copy_to_caller(argument, &request, sizeof request) ? 0 : EFAULT;
 }
 

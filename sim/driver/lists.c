@@ -134,11 +134,12 @@ void format_process(const DriverProcess* process, char line[kMostListLine]) {
 
 bool parse_fault(const char* line, Fault* fault) {
   memset(fault, 0, sizeof *fault);
-  return sscanf(line, "%lx %d %d %15s %d", &fault->request, &fault->oid, &fault->error, fault->interface,
-                &fault->count) == 5;
+  return sscanf(line, "%lx %d %d %15s %d %u %d", &fault->request, &fault->oid, &fault->error, fault->interface,
+                &fault->count, &fault->delay_ms, &fault->cut) == 7 &&
+         fault->delay_ms <= kMostFaultDelayMs;
 }
 
 void format_fault(const Fault* fault, char line[kMostListLine]) {
-  snprintf(line, kMostListLine, "%lx %d %d %s %d", fault->request, fault->oid, fault->error, fault->interface,
-           fault->count);
+  snprintf(line, kMostListLine, "%lx %d %d %s %d %u %d", fault->request, fault->oid, fault->error, fault->interface,
+           fault->count, fault->delay_ms, fault->cut);
 }

@@ -19,6 +19,8 @@ enum {
   kMostSsidBytes = 32,
   kCapabilities11k = 8,
   kMostListLine = 512,
+  // A kernel lets nobody else at the network meanwhile.
+  kMostFaultDelayMs = 60000,
 };
 
 // A station that is associated with a BSS.
@@ -53,13 +55,15 @@ typedef struct DriverProcess {
   unsigned running;
 } DriverProcess;
 
-// A request that is to fail.
+// A request that is to go wrong: it fails, or its answer comes late, or is cut.
 typedef struct Fault {
   unsigned long request;
-  int oid;  // -1: any
-  int error;
+  int oid;                        // -1: any
+  int error;                      // 0: none
   char interface[kListNameSize];  // "*": any
   int count;                      // -1: from now on
+  unsigned delay_ms;
+  int cut;  // bytes of the answer that reach the caller; -1: all
 } Fault;
 
 // Each returns false for a line that is not of its kind.

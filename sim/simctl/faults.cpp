@@ -1,8 +1,9 @@
-// Requests that are to fail.
+// Requests that are to go wrong.
 #include <algorithm>
 #include <cstring>
 #include <optional>
 
+#include "sim/base/text.h"
 #include "sim/simctl/words.h"
 #include "sim/state/driver_lists.h"
 
@@ -10,8 +11,10 @@ namespace gateway::tools::simctl {
 namespace {
 
 constexpr unsigned long kOidRequest = 0x8BE1;
+constexpr unsigned long kPrivateRequests = 0x8BE0;
 constexpr int kAnyOid = -1;
 constexpr int kMostErrno = 133;
+constexpr int kNoCut = -1;
 
 struct Request {
   const char* name;
@@ -69,6 +72,44 @@ int error_from(const std::string& word) {
   throw UsageError("no error is called " + word);
 }
 
+// slow= and cut=.
+void take_pair(Fault* fault, const std::string& key, const std::string& value) {
+  if (key == "slow") {
+    fault->delay_ms = static_cast<unsigned>(milliseconds_from(value, kMostFaultDelayMs));
+  } else if (key == "cut") {
+    if (fault->request < kPrivateRequests) throw Refusal("that answer lies in the request itself and cannot be cut");
+    fault->cut = static_cast<int>(number_from(value, "number of bytes", UINT16_MAX));
+  } else {
+    throw UsageError("unknown: " + key + "= (known: slow=, cut=)");
+  }
+}
+
+void take_interface(Fault* fault, const std::string& word) {
+  if (!band_of(word)) throw UsageError("no radio has an interface " + word);
+  std::memset(fault->interface, 0, sizeof fault->interface);
+  word.copy(fault->interface, sizeof fault->interface - 1);
+}
+
+// After the request: an error, which may be a number, then pairs, an interface and a count.
+void take_words(Fault* fault, const Words& words) {
+  bool has_interface = false;
+  for (size_t i = 1; i < words.size(); ++i) {
+    const std::string& word = words[i];
+    if (const size_t equals = word.find('='); equals != std::string::npos) {
+      take_pair(fault, word.substr(0, equals), word.substr(equals + 1));
+    } else if (i == 1) {
+      fault->error = error_from(word);
+    } else if (is_count(word)) {
+      fault->count = count_from(words, i);
+    } else if (has_interface) {
+      throw UsageError("not a count: " + word);
+    } else {
+      take_interface(fault, word);
+      has_interface = true;
+    }
+  }
+}
+
 std::string name_of_fault(const Fault& fault) {
   for (const Request& request : kRequests) {
     if (request.number == fault.request && request.oid == fault.oid) return request.name;
@@ -100,29 +141,27 @@ std::string request_names() {
 }
 
 std::string fault_text(const Fault& fault) {
-  const char* const name = strerrorname_np(fault.error);
-  const std::string error = name != nullptr ? std::string(name) : std::to_string(fault.error);
-  std::string text = name_of_fault(fault) + " fails with " + error;
+  Words does;
+  if (fault.delay_ms > 0) does.push_back(delay_text(fault.delay_ms));
+  if (fault.error != 0) {
+    const char* const name = strerrorname_np(fault.error);
+    does.push_back("fails with " + (name != nullptr ? std::string(name) : std::to_string(fault.error)));
+  }
+  if (fault.cut != kNoCut) does.push_back("answers with " + std::to_string(fault.cut) + " bytes at most");
+  std::string text = name_of_fault(fault) + " " + joined(does, ", ");
   if (std::strcmp(fault.interface, "*") != 0) text += std::string(" on ") + fault.interface;
   return text + times_text(fault.count);
 }
 
 Changes fail_requests(const Words& words) {
-  expect_words(words, 1, 4);
-  expect_words(words, 2, 4);
+  expect_words(words, 2, 6);
   const Request request = request_from(words[0]);
-  Fault fault = {request.number, request.oid, error_from(words[1]), "*", -1};
-  for (size_t i = 2; i < words.size(); ++i) {
-    if (is_count(words[i])) {
-      fault.count = count_from(words, i);
-    } else if (i == 2) {
-      if (!band_of(words[i])) throw UsageError("no radio has an interface " + words[i]);
-      std::memset(fault.interface, 0, sizeof fault.interface);
-      words[i].copy(fault.interface, sizeof fault.interface - 1);
-    } else {
-      throw UsageError("not a count: " + words[i]);
-    }
+  Fault fault = {request.number, request.oid, 0, "*", -1, 0, kNoCut};
+  take_words(&fault, words);
+  if (fault.error == 0 && fault.delay_ms == 0 && fault.cut == kNoCut) {
+    throw UsageError("a wait of no time changes nothing");
   }
+  if (fault.error != 0 && fault.cut != kNoCut) throw UsageError("what fails has no answer to cut");
   change_faults([&](std::vector<Fault>* known) {
     // What was said of the same requests before does not hold any more.
     const auto is_same = [&](const Fault& old) {

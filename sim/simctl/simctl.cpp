@@ -42,7 +42,11 @@ Commands:
   calibration BAND FILE|chip=HEX     put an image into flash, or make one for
                                      that chip
   chip-id N                          the package id on the board
-  fail REQUEST ERRNO [IF] [COUNT]    make a request fail, COUNT times
+  fail REQUEST HOW... [IF] [COUNT]   make a request go wrong, COUNT times
+      HOW, in this order:
+      ERRNO         fail, with an errno's name or number
+      slow=SECONDS  answer, or fail, that late; 60 at most
+      cut=BYTES     answer with no more than that, the length field saying so
       REQUEST is 0x8B05, oid:0x0752 or a name: )";
 
 constexpr char kHelpEnd[] = R"(
@@ -67,6 +71,7 @@ Examples:
   simctl press wps
   simctl calibration 2.4g chip=7915
   simctl fail channel EIO ra0 1
+  simctl fail stations slow=0.5 cut=48 ra0
   simctl fail ifconfig exit=1 print='SIOCSIFFLAGS: Input/output error' ra0 up 1
 )";
 

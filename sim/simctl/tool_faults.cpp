@@ -17,15 +17,6 @@ namespace {
 constexpr long kMostDelayMs = 24 * 60 * 60 * 1000L;
 constexpr uint32_t kMostStatus = 255;
 
-long delay_from(const std::string& word) {
-  char* end = nullptr;
-  const double seconds = std::strtod(word.c_str(), &end);
-  if (!is_count(word) || *end != '\0' || !(seconds * 1000 <= static_cast<double>(kMostDelayMs))) {
-    throw UsageError("not a time in seconds: " + word);
-  }
-  return static_cast<long>(seconds * 1000 + 0.5);
-}
-
 void end_with(ToolFault* fault, FaultEnding ending, int number) {
   if (fault->ending != FaultEnding::kWorks) throw UsageError("a call ends one way: hang, exit= or signal=");
   fault->ending = ending;
@@ -54,7 +45,8 @@ constexpr struct {
   void (*take)(ToolFault* fault, const std::string& value);
 } kKeys[] = {
     {"print", take_text},
-    {"slow", [](ToolFault* fault, const std::string& value) { fault->delay_ms = delay_from(value); }},
+    {"slow",
+     [](ToolFault* fault, const std::string& value) { fault->delay_ms = milliseconds_from(value, kMostDelayMs); }},
     {"exit",
      [](ToolFault* fault, const std::string& value) {
        end_with(fault, FaultEnding::kExits, static_cast<int>(number_from(value, "exit status", kMostStatus)));
@@ -72,18 +64,12 @@ void take_pair(ToolFault* fault, const std::string& word, size_t equals) {
   throw UsageError("unknown: " + word + " (known: " + joined(known, ", ") + ", hang)");
 }
 
-std::string seconds_text(long ms) {
-  char text[32];
-  std::snprintf(text, sizeof text, "%ld.%03ld", ms / 1000, ms % 1000);
-  return text;
-}
-
 }  // namespace
 
 std::string fault_text(const ToolFault& fault) {
   Words does;
   if (!fault.text.empty()) does.push_back("prints \"" + fault.text + "\"");
-  if (fault.delay_ms > 0) does.push_back("waits " + seconds_text(fault.delay_ms) + " s");
+  if (fault.delay_ms > 0) does.push_back(delay_text(fault.delay_ms));
   if (fault.ending == FaultEnding::kHangs) does.emplace_back("hangs");
   if (fault.ending == FaultEnding::kExits) does.push_back("exits with " + std::to_string(fault.number));
   if (fault.ending == FaultEnding::kDies) does.push_back(std::string("dies of SIG") + sigabbrev_np(fault.number));

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdio>
 #include <cstdlib>
 
 #include "sim/base/text.h"
@@ -53,6 +54,22 @@ uint32_t number_from(const std::string& word, const char* what, uint32_t most) {
     throw UsageError("not a " + std::string(what) + " from 0 to " + std::to_string(most) + ": " + word);
   }
   return static_cast<uint32_t>(value);
+}
+
+long milliseconds_from(const std::string& word, long most) {
+  char* end = nullptr;
+  const double seconds = std::strtod(word.c_str(), &end);
+  if (!is_count(word) || *end != '\0') throw UsageError("not a time in seconds: " + word);
+  if (!(seconds * 1000 <= static_cast<double>(most))) {
+    throw UsageError("a time has at most " + std::to_string(most / 1000) + " seconds: " + word);
+  }
+  return static_cast<long>(seconds * 1000 + 0.5);
+}
+
+std::string delay_text(long ms) {
+  char text[64];
+  std::snprintf(text, sizeof text, "waits %ld.%03ld s", ms / 1000, ms % 1000);
+  return text;
 }
 
 bool is_count(const std::string& word) {

@@ -26,6 +26,12 @@ Band loaded_band_from(const std::string& word);
 // Decimal, or hexadecimal after 0x.
 uint32_t number_from(const std::string& word, const char* what, uint32_t most = UINT32_MAX);
 
+// Seconds, with a fraction or without, as milliseconds.
+long milliseconds_from(const std::string& word, long most);
+
+// "waits 0.250 s".
+std::string delay_text(long ms);
+
 // A count at the end of the words: from 1 on.
 bool is_count(const std::string& word);
 int count_from(const Words& words, size_t at);

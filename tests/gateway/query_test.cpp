@@ -38,6 +38,18 @@ TEST(Query, ChannelComesBackAfterTheFault) {
               ElementsAre("==>UpdateChannel: ioctl open fail", "UpdateChannel 6", "UpdateChannel 6"));
 }
 
+TEST(Query, ChannelIsWaitedFor) {
+  EXPECT_THAT(answers("iwpriv rai0 set Channel=149; simctl fail channel slow=0.05; " +
+                      probe("text UpdateChannelAC band-text wifimgr_lib_get_CHANNEL 1")),
+              ElementsAre("UpdateChannelAC 149", "wifimgr_lib_get_CHANNEL 0 149"));
+}
+
+TEST(Query, ChannelIs6WhenTheDriverFailsLate) {
+  EXPECT_THAT(answers("iwpriv rai0 set Channel=149; simctl fail channel EIO slow=0.05; " +
+                      probe("band-text wifimgr_lib_get_CHANNEL 1")),
+              ElementsAre("==>UpdateChannel: ioctl open fail", "wifimgr_lib_get_CHANNEL -1 6"));
+}
+
 TEST(Query, ReadingsAreTheRadios) {
   EXPECT_THAT(answers("simctl noise 2.4G -90; simctl noise 5G -101; simctl load 2.4G 71; simctl load 5G 9;"
                       "simctl temperature 2.4G 61; simctl temperature 5G 4294967295; " +
@@ -73,6 +85,38 @@ TEST(Query, StationsOfAMissingSsidAreARefusal) {
 TEST(Query, NoStationsLeaveTheListAlone) {
   EXPECT_THAT(answers("simctl station remove ra0 all; " + probe("stations 0")),
               ElementsAre("==>getMacEntryByIndex(): 7915 no sta existance", "stations 99"));
+}
+
+// The table says two stations; a list has those whose entries have come.
+TEST(Query, StationsOfACutTableAreThoseInIt) {
+  EXPECT_THAT(answers("for n in 88 57 48 8; do simctl fail stations cut=$n; " + probe("stations 0") + "done"),
+              ElementsAre("stations 2 025a10240011 025a10240012", "stations 2 025a10240011 025a10240012",
+                          "stations 1 025a10240011", "stations 0"));
+}
+
+TEST(Query, StationsOfAnEmptyAnswerAreNone) {
+  EXPECT_THAT(answers("simctl fail stations cut=0; " + probe("stations 0")),
+              ElementsAre("==>getMacEntryByIndex(): 7915 no sta existance", "stations 99"));
+}
+
+// What has not come reads as zero.
+TEST(Query, CutAnswersAreReadAsFarAsTheyGo) {
+  const Words lines = answers(
+      "simctl noise 2.4G -90; simctl load 2.4G 71; simctl temperature 2.4G 61; simctl wps ra0 state 4 peer "
+      "02:aa:bb:cc:dd:01; simctl wps ra0 access 02:11:22:33:44:55;"
+      "for request in noise load temperature; do simctl fail $request cut=0; done; simctl fail wps-pin cut=1;"
+      "simctl fail wps-peer cut=195; simctl fail wps-access cut=19; simctl fail processes cut=4; simctl fail 11v cut=0;"
+      "simctl fail ap-count cut=0; simctl fail wps-status cut=0; simctl fail neighbours cut=4; " +
+      probe("index-text wifimgr_lib_get_Noise 0 -1 index-text wifimgr_lib_get_chanLoad 0 -1 temperature 0 "
+            "text UpdatePinCode session-of 0 0 access 0 0 aps 0 status 0 processes neighbours 0 "
+            "station wifimgr_lib_get_Sta11vCap 0 1 025a10240011"));
+  const std::string zeros(160, '0');
+  EXPECT_THAT(lines,
+              ElementsAre("wifimgr_lib_get_Noise 0 0", "wifimgr_lib_get_chanLoad 0 0", "temperature 0 0",
+                          "UpdatePinCode 00000003", "session 0 4 02:AA:BB:00:00:00",
+                          "access 0 00000000010000000000000000000000 021122000000=0 000000000000=0 000000000000=0",
+                          "aps 0 " + zeros, "status 0 0", "processes 0 4",
+                          "neighbours 0 3 000000000000 000000000000 000000000000", "wifimgr_lib_get_Sta11vCap 0 00"));
 }
 
 TEST(Query, StationTableFailsWithTheDriver) {

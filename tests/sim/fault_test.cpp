@@ -1,4 +1,4 @@
-// Requests that are told to fail.
+// Requests that are told to go wrong.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -113,6 +113,89 @@ TEST(Fault, SetsNoErrorWhereNoneIsDue) {
   const Result result =
       run_script("simctl fail none; simctl fail stations EIO rai0; " + ask("ra0", "8bef", 8, "- 4096 | cut -c1-16"));
   EXPECT_EQ("0200000000000000\n", result.out);
+}
+
+// The least that it takes; nothing says how much more.
+TEST(Fault, AnswersLate) {
+  const Result result = run_script(
+      "simctl noise 2.4G 0; simctl fail noise slow=0.05 1; before=$(date +%s%N); " + ask_oid("ra0", "069c", 4) +
+      "[ $(($(date +%s%N) - before)) -ge 50000000 ]; echo $?; simctl show | grep ^request");
+  EXPECT_EQ("00000000\n0\n", result.out);
+}
+
+TEST(Fault, FailsLate) {
+  const Result result = run_script("simctl fail noise EIO slow=0.05 1; before=$(date +%s%N); " +
+                                   ask_oid("ra0", "069c", 4) + "[ $(($(date +%s%N) - before)) -ge 50000000 ]; echo $?");
+  EXPECT_EQ("EIO\n0\n", result.out);
+}
+
+// That the fault is used up shows that the request waits.
+constexpr char kUntilItWaits[] = "& while simctl show | grep -q ^request; do :; done; ";
+
+TEST(Fault, KilledCallerDoesNotWaitOn) {
+  const std::string noise = request_probe_program() + " ra0 8be1 069c 4";
+  const Result result = run_script("simctl noise 2.4G 0; simctl fail noise slow=60 1; " + noise + kUntilItWaits +
+                                   "kill -KILL $!; wait $!; echo $?; " + noise);
+  EXPECT_EQ("137\n00000000\n", result.out);
+}
+
+TEST(Fault, HandledSignalEndsTheWaitWithRestartToo) {
+  const Result result =
+      run_script("simctl fail noise slow=60 1; " + request_probe_program() + " ra0 8be1 069c 4 - 4 handled >answer " +
+                 kUntilItWaits + "until [ -s answer ]; do kill -USR1 $!; done; cat answer");
+  EXPECT_EQ("EINTR\n", result.out);
+}
+
+TEST(Fault, OthersAreAnsweredMeanwhile) {
+  const Result result = run_script("simctl noise 2.4G 0; simctl fail noise slow=60 1; " + request_probe_program() +
+                                   " ra0 8be1 069c 4 >late " + kUntilItWaits + ask_oid("ra0", "069c", 4) +
+                                   "ifconfig ra1 down; echo $?; wc -c <late; kill $!");
+  EXPECT_EQ("00000000\n0\n0\n", result.out);
+}
+
+TEST(Fault, CutsTheAnswerAndSaysSo) {
+  const std::string table = ask("ra0", "8bef", 8, "- 58 length");
+  const Result result = run_script(
+      "simctl station remove ra0 all; simctl station add ra0 02:00:00:00:00:01 aid=8;"
+      "simctl station add ra0 02:00:00:00:00:02 aid=9;"
+      "for n in 58 48 9 0; do simctl fail stations cut=$n 1; " +
+      table + "done; simctl show | grep ^request");
+  const std::string head = "0200000000000000";
+  const std::string first = "00020000000001010800" + std::string(60, '0');
+  const std::string second = "00020000000002010900";
+  const auto zeros = [](size_t bytes) { return std::string(2 * bytes, '0'); };
+  EXPECT_EQ(head + first + second + " 58\n" + head + first + zeros(10) + " 48\n" + head + zeros(50) + " 9\n" +
+                zeros(58) + " 0\n",
+            result.out);
+}
+
+TEST(Fault, CutLeavesTheRestOfTheCallersBufferAlone) {
+  EXPECT_EQ("00ffffff\n",
+            run_script("simctl noise 2.4G 0; simctl fail noise cut=1; " + ask_oid("ra0", "069c", 4, "ffffffff")).out);
+}
+
+TEST(Fault, CutBeyondTheAnswerChangesNothing) {
+  EXPECT_EQ("000000000000 6\n",
+            run_script("simctl noise 2.4G 0; simctl fail noise cut=4; " + ask_oid("ra0", "069c", 6, "- 6 length")).out);
+}
+
+// As with the kernel, which gives the record of an even number, one that sets something, not back.
+TEST(Fault, EvenNumbersTellNoLength) {
+  const Result result =
+      run_script("simctl wps ra0 status 257; simctl fail wps-status cut=1; " + ask("ra0", "8bf2", 768, "- 2 length"));
+  EXPECT_EQ("0100 768\n", result.out);
+}
+
+TEST(Fault, SaysWhatItDoes) {
+  const Result result = run_script(
+      "simctl fail channel slow=0.25 ra0 1; simctl fail noise EIO slow=60 rai0; simctl fail stations slow=1 cut=48 2;"
+      "simctl fail load cut=0; simctl show | grep ^request");
+  EXPECT_EQ(
+      "request channel waits 0.250 s on ra0 1 time\n"
+      "request noise waits 60.000 s, fails with EIO on rai0\n"
+      "request stations waits 1.000 s, answers with 48 bytes at most 2 times\n"
+      "request load answers with 0 bytes at most\n",
+      result.out);
 }
 
 TEST(Fault, IsInTheJournal) {

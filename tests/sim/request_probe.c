@@ -1,13 +1,15 @@
 // Sends one request to the driver and prints the reply in hexadecimal, or the error.
-//   request_probe INTERFACE NUMBER OID LENGTH [PAYLOAD [SHOWN]]
+//   request_probe INTERFACE NUMBER OID LENGTH [PAYLOAD [SHOWN [HOW]]]
 // NUMBER and OID are hexadecimal. PAYLOAD is hexadecimal, "-" for zeros, "null" for no buffer at all, "wild" for an
 // address where nothing is or "const" for zeros that cannot be written; SHOWN is how much of the reply to print when that
-// is not LENGTH. INTERFACE "closed" sends to ra0 over a descriptor that is none, "wild" from an address where nothing is.
+// is not LENGTH. INTERFACE "closed" sends to ra0 over a descriptor that is none, "wild" from an address where nothing is. HOW
+// "length" prints what the length field says afterwards, too; "handled" has SIGUSR1 handled, and the request restarted.
 #define _GNU_SOURCE
 #include <net/if.h>
 
 #include <errno.h>
 #include <linux/wireless.h>
+#include <signal.h>
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
@@ -18,6 +20,10 @@
 enum { kRoom = 70000, kBeyond = 0xa5 };
 
 static unsigned char g_data[kRoom];
+
+static void on_signal(int number) {
+  (void)number;
+}
 
 int main(int argc, char** argv) {
   if (argc < 5) return 2;
@@ -46,6 +52,14 @@ int main(int argc, char** argv) {
   request.u.data.pointer = data;
   request.u.data.length = (unsigned short)length;
   request.u.data.flags = (unsigned short)strtoul(argv[3], NULL, 16);
+  const char* const how = argc > 7 ? argv[7] : "";
+  if (strcmp(how, "handled") == 0) {
+    struct sigaction action;
+    memset(&action, 0, sizeof action);
+    action.sa_handler = on_signal;
+    action.sa_flags = SA_RESTART;
+    sigaction(SIGUSR1, &action, NULL);
+  }
   const int fd = closed ? -1 : socket(AF_INET, SOCK_DGRAM, 0);
   const int wild = strcmp(argv[1], "wild") == 0;
   if (ioctl(fd, strtoul(argv[2], NULL, 16), wild ? nowhere : (void*)&request) < 0) {
@@ -56,6 +70,7 @@ int main(int argc, char** argv) {
     if (g_data[i] != kBeyond) return 3;
   }
   for (size_t i = 0; i < shown; ++i) printf("%02x", g_data[i]);
+  if (strcmp(how, "length") == 0) printf(" %u", (unsigned)request.u.data.length);
   printf("\n");
   return 0;
 }
