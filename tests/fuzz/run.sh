@@ -16,7 +16,8 @@ here=$(cd "$(dirname "$0")" && pwd)
 cd "$build"
 rm -rf found log inputs
 mkdir -p found log corpus inputs
-cp -R "$here/seeds" "$here/kept" inputs
+cp -R "$here/seeds" inputs
+[ ! -d "$here/kept" ] || cp -R "$here/kept" inputs
 sh "$here/../../scripts/settings.sh" dictionary >settings.dict
 
 failed=0
@@ -31,12 +32,12 @@ for door; do
   [ $status -eq 0 ] || { failed=1; tail -n 40 "log/$door"; }
 done
 
-printf '%-10s %10s %8s %6s %6s\n' door inputs "a second" edges found
+printf '%-14s %10s %8s %6s %6s\n' door inputs "a second" edges found
 for door; do
   awk -v door="$door" -v found="$(find found -name "$door-*" | wc -l)" '
     / cov: / { for (i = 1; i < NF; ++i) if ($i == "cov:") edges = $(i + 1) }
     /^stat::number_of_executed_units:/ { inputs = $2 }
     /^stat::average_exec_per_sec:/ { speed = $2 }
-    END { printf "%-10s %10d %8d %6d %6d\n", door, inputs, speed, edges, found }' "log/$door"
+    END { printf "%-14s %10d %8d %6d %6d\n", door, inputs, speed, edges, found }' "log/$door"
 done
 exit $failed

@@ -30,7 +30,8 @@ size_t typos_between(const std::string& left, const std::string& right) {
 
 bool is_mistyped(const std::string& word, const std::string& text) {
   constexpr size_t kTypos = 2;
-  return text.size() > kTypos && typos_between(word, text) <= kTypos;
+  if (text.size() <= kTypos || text.size() > word.size() + kTypos || word.size() > text.size() + kTypos) return false;
+  return typos_between(word, text) <= kTypos;
 }
 
 }  // namespace wlanctl
