@@ -7,6 +7,8 @@ if(NOT WIFIMGR_TEST_PROGRAMS)
   use_exported_functions(fuzz_test)
 endif()
 
+add_test(NAME fuzz.finds_fail COMMAND sh ${CMAKE_CURRENT_LIST_DIR}/run_test.sh)
+
 # Those of wlanctl have the tool itself in them, whose stand-ins take the place of the tests'.
 if(WIFIMGR_WLANCTL)
   if(NOT WIFIMGR_TEST_PROGRAMS)

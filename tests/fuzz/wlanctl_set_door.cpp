@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <cstring>
 #include <map>
+#include <set>
 
 #include "fuzz/tool_stand.h"
 #include "support/sandbox.h"
@@ -120,7 +121,9 @@ void require_untold(const Input& input, const std::string& told) {
 bool is_stored(Band band, const Assignment& assignment) {
   clear_messages();
   const Key& key = *assignment.target.key;
-  if (key.setter(wifi_type_of(band), assignment.target.index, assignment.value.c_str()) != 0) return false;
+  uint64_t result = 0;
+  fuzz::quietly([&] { result = key.setter(wifi_type_of(band), assignment.target.index, assignment.value.c_str()); });
+  if (result != 0) return false;
   spread_list(band, key, assignment.value);
   return true;
 }
@@ -189,12 +192,16 @@ void require_harmless(const std::string& script) {
   require(!is_quoted && command.empty(), "a script is whole");
 }
 
-void require_harmless_scripts(Band band) {
+// Of the SSIDs that were set; what is of the whole band stands in each.
+void require_harmless_scripts(Band band, const std::vector<Target>& targets) {
   static constexpr const char* kScripts[] = {"/etc/Wireless/RT2860AP/WLAN_exec.sh",
                                              "/etc/Wireless/RT2860AP_AC/WLAN_exec.sh"};
-  (void)wifimgr_lib_wifi_config_oper(wifi_type_of(band), 0);
-  for (uint32_t ssid = 0; ssid < WIFIMGR_FIELDS; ++ssid) {
-    (void)wifimgr_lib_write_wifi_execute_sh(wifi_type_of(band), ssid);
+  fuzz::quietly([&] { (void)wifimgr_lib_wifi_config_oper(wifi_type_of(band), 0); });
+  std::set<int> ssids;
+  for (const Target& target : targets) ssids.insert(std::max(target.index, 1));
+  for (const int ssid : ssids) {
+    fuzz::quietly(
+        [&] { (void)wifimgr_lib_write_wifi_execute_sh(wifi_type_of(band), static_cast<uint32_t>(ssid) - 1); });
     require_harmless(sandbox::read_file(kScripts[number_of(band)]));
   }
 }
@@ -211,7 +218,7 @@ void require_kept(Band band, const std::vector<Assignment>& assignments) {
       targets.push_back(assignment.target);
     }
     if (targets.empty()) return;
-    (void)fuzz::heard([&] { require_harmless_scripts(band); });
+    require_harmless_scripts(band, targets);
     const int ssids = ssid_count(band);
     const std::optional<std::string> text = saved_text(band);
     if (senseless_count(band) || !text) return;
@@ -230,14 +237,12 @@ void require_kept(Band band, const std::vector<Assignment>& assignments) {
 // A byte for the band and --literal, and words, each ended by a NUL.
 void fuzz::try_wlanctl_set(std::string_view bytes) {
   const Input input = input_of(bytes);
-  std::vector<Assignment> assignments;
-  const std::string told = told_by([&](Report& report) {
-    assignments = assignments_of(input, report);
-    return report.has_problems() ? kRefused : kDone;
-  });
-  require_untold(input, told);
-  for (const Assignment& assignment : assignments) {
-    (void)heard([&] { require_judged(input.band, assignment); });
-  }
+  Report unheard;
+  const std::vector<Assignment> assignments = assignments_of(input, unheard);
+  require_untold(input, told_by([&](Report& report) {
+                   (void)assignments_of(input, report);
+                   return report.has_problems() ? kRefused : kDone;
+                 }));
+  for (const Assignment& assignment : assignments) require_judged(input.band, assignment);
   require_kept(input.band, assignments);
 }
