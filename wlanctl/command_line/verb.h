@@ -37,6 +37,9 @@ struct Words {
   bool yes = false;
   int level = 0;
   std::string shell;
+  std::string format = "json";  // of export
+  bool no_secrets = false;
+  std::string output;
 };
 
 // The member that a word fills: one of them.
