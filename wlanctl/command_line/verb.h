@@ -40,6 +40,10 @@ struct Words {
   std::string format = "json";  // of export
   bool no_secrets = false;
   std::string output;
+  std::string file;  // of import
+  bool replace = false;
+  bool merge = false;
+  std::string from;  // of set
 };
 
 // The member that a word fills: one of them.

@@ -1,10 +1,9 @@
 #include "wlanctl/exchange/json_reader.h"
 
 #include <algorithm>
-#include <array>
-#include <cctype>
 #include <map>
 
+#include "wlanctl/base/hex.h"
 #include "wlanctl/base/terminal.h"
 #include "wlanctl/exchange/json_tree.h"
 #include "wlanctl/keys/secret_mask.h"
@@ -19,17 +18,6 @@ constexpr char kForm[] = "compare it with what wlanctl export prints";
 
 // The text, its bands, one of these, its settings, a value of bytes.
 constexpr size_t kDepth = 5;
-
-std::optional<std::string> bytes_of_hex(const std::string& digits) {
-  if (digits.size() % 2 != 0) return std::nullopt;
-  std::string bytes;
-  for (size_t i = 0; i < digits.size(); i += 2) {
-    const auto is_digit = [&](size_t at) { return std::isxdigit(static_cast<unsigned char>(digits[at])) != 0; };
-    if (!is_digit(i) || !is_digit(i + 1)) return std::nullopt;
-    bytes += static_cast<char>(std::stoi(digits.substr(i, 2), nullptr, 16));
-  }
-  return bytes;
-}
 
 bool takes_numbers(const Key& key) {
   const Accepted::Kind kind = served(key).kind;

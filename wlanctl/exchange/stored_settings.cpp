@@ -9,9 +9,6 @@
 namespace wlanctl {
 namespace {
 
-// The library's note to itself that the next commit reloads the driver.
-constexpr char kReloadFlag[] = "ReloadFlag";
-
 void add_key(Band band, const Key& key, std::vector<FileSetting>* settings) {
   const int first = key.scope == Scope::kBand ? -1 : 1;
   const int last = key.scope == Scope::kSsid ? ssid_count(band) : key.scope == Scope::kLink ? kLinks : -1;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "wlanctl/base/hex.h"
 #include "wlanctl/base/report.h"
 #include "wlanctl/exchange/dat_reader.h"
 #include "wlanctl/exchange/json_reader.h"
@@ -45,17 +46,6 @@ bool is_utf8(const std::string& text) {
   return true;
 }
 
-std::string hex_of(const std::string& bytes) {
-  constexpr char kDigits[] = "0123456789abcdef";
-  std::string digits;
-  for (const char c : bytes) {
-    const auto byte = static_cast<unsigned char>(c);
-    digits += kDigits[byte >> 4];
-    digits += kDigits[byte & 0xfu];
-  }
-  return digits;
-}
-
 bool is_secret(const FileSetting& setting) {
   return setting.is_setting() ? setting.target.key->secret : is_secret_dat_key(setting.dat_key);
 }
@@ -86,7 +76,7 @@ std::string dat_text_of(Band band, Secrets secrets) {
   std::string text = "Default\n";
   for (const StoreRecord& record : records_of(table_of_store(band))) {
     if (is_left_out(record.key, ssid_count(band))) continue;
-    const std::string value = joined(served_fields(band, record), ";");
+    const std::string value = record.key == kReloadFlag ? "0" : joined(served_fields(band, record), ";");
     const bool is_masked = secrets == Secrets::kLeftOut && !value.empty() && is_secret_dat_key(record.key);
     text += record.key + "=" + (is_masked ? kSecretLeftOut : value) + "\n";
   }

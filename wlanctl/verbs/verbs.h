@@ -15,6 +15,7 @@ extern const Verb kKeys;
 extern const Verb kCheck;
 extern const Verb kDump;
 extern const Verb kExport;
+extern const Verb kImport;
 // apply/
 extern const Verb kDiff;
 extern const Verb kSave;
