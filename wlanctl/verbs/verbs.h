@@ -14,6 +14,7 @@ extern const Verb kSet;
 extern const Verb kKeys;
 extern const Verb kCheck;
 extern const Verb kDump;
+extern const Verb kEdit;
 extern const Verb kExport;
 extern const Verb kImport;
 // apply/
