@@ -109,7 +109,7 @@ TEST(Edit, AtATerminalOpensAgainWithTheErrorsAboveTheirLines) {
                      "-e s/^Channel=.*/Channel=181/ $1; else sed -i s/^Channel=.*/Channel=11/ $1; fi",
                      on_terminal("wlanctl edit 2.4g")) +
                     kFolders,
-                "wc -l <rounds; grep -B2 ^Channel=181 seen1; wlanctl get 2.4g Channel"});
+                "wc -l <rounds; grep -B4 ^Channel=181 seen1; wlanctl get 2.4g Channel"});
   EXPECT_EQ(0, steps[0].status) << steps[0].out;
   EXPECT_THAT(steps[1].out, testing::StartsWith("2\n"));
   EXPECT_THAT(steps[1].out, HasSubstr("#! Channel cannot be \"181\": The input channel is invalid."));

@@ -57,7 +57,7 @@ TEST(Import, SaysWhatItChangedInJson) {
 TEST(Import, ReadsStandardInput) {
   const auto steps = run_live({"wlanctl export 5g | wlanctl import -", "echo '{' | wlanctl import -"});
   EXPECT_EQ("5g: nothing changes; the store has it all\n", steps[0].out);
-  EXPECT_THAT(steps[1].err, HasSubstr("standard input:2: this is no JSON that can be read"));
+  EXPECT_THAT(steps[1].err, HasSubstr("standard input:1: this is no JSON that can be read"));
 }
 
 // The list of a dat file is cut by a save, the export of it is not.
@@ -335,7 +335,9 @@ TEST(Import, HasNoStoreWhereNoneCanBeMade) {
 TEST(ImportKilled, LeavesNothingHalfSet) {
   const std::string text =
       "{\"wlanctl_settings\": 1, \"bands\": {\"2.4g\": {\"settings\": {\"Channel\": 11, \"SSID:1\": \"Attic\", "
-      "\"AutoChannelSkipList\": \"1;2\"}}, \"5g\": {\"settings\": {\"Channel\": 40, \"SSID:2\": \"Cellar\"}}}}\n";
+      "\"AutoChannelSkipList\": \"1;2\", \"BssidNum\": 3, \"WirelessMode\": \"4\", \"AuthMode:1\": \"OPEN\", "
+      "\"EncrypType:1\": \"NONE\", \"AccessControlList:1\": \"02:00:00:00:01:00;02:00:00:00:01:01\"}}, \"5g\": "
+      "{\"settings\": {\"Channel\": 40, \"SSID:2\": \"Cellar\"}}}}\n";
   const Result result =
       run_story("library_probe init 0 init 1 >/dev/null 2>&1; wlanctl export >before.json;" + into("f.json", text) +
                 "step=0; while :; do step=$((step + 1)); WLANCTL_STEP=$step LD_PRELOAD=\"$LD_PRELOAD:" +
@@ -386,48 +388,81 @@ TEST(ImportKilled, ANoteThatIsDamagedIsToldAndGone) {
   EXPECT_NE(0, steps[1].status);
 }
 
-// The dat files that the tests of library, simulator and tool know, each as both bands' file: what is exported comes back
-// after everything that has a setter was something else, and goes over into a gateway as it is supplied.
-class RoundTrip : public testing::TestWithParam<const char*> {};
+// The dat files that the tests of library, simulator and tool know, each as both bands' file.
+struct DatText {
+  const char* text;
+  const char* refused;  // the first setting that no gateway takes anew; "" where all are taken
+};
 
+class RoundTrip : public testing::TestWithParam<DatText> {
+ protected:
+  static Words options(const TestFolder& folder) {
+    write_file(folder / "radio.dat", GetParam().text);
+    return {"--dat24", folder / "radio.dat", "--dat5", folder / "radio.dat"};
+  }
+};
+
+// Whatever a setting was meanwhile: what is there already needs no setter.
 TEST_P(RoundTrip, GivesTheSameTextAgain) {
   const TestFolder folder;
-  write_file(folder / "radio.dat", GetParam());
   const auto steps =
       run_live({"wlanctl export >before.json; wlanctl export 2.4g --format dat >before.dat",
                 "wlanctl import before.json; wlanctl export | cmp - before.json && echo same",
-                "for i in Channel=1 TxPower=7 HideSSID:1=1 SSID:1=Other BeaconPeriod=30 WirelessMode=4; do "
-                "wlanctl set 2.4g $i --force; done >/dev/null 2>&1; wlanctl import before.json --force; wlanctl "
-                "export | cmp - before.json && echo same",
+                "for i in TxPower=7 HideSSID:1=1 SSID:1=Other BeaconPeriod=30; do wlanctl set 2.4g $i --force; done "
+                ">/dev/null 2>&1; wlanctl import before.json --force; wlanctl export | cmp - before.json && echo same",
                 "wlanctl import before.dat 2.4g; wlanctl export 2.4g --format dat | cmp - before.dat && echo same"},
-               {"--dat24", folder / "radio.dat", "--dat5", folder / "radio.dat"});
+               options(folder));
   for (const size_t at : {1u, 2u, 3u}) {
     EXPECT_THAT(steps[at].out, testing::EndsWith("same\n")) << at << steps[at].err;
   }
 }
 
-constexpr const char* kDatTexts[] = {
-    "Default\nBssidNum=1\n",
-    "Default\nBssidNum=2\nHideSSID=0;1\nSSID1=One\nNobodyKnows=x\nEmpty=\n",
-    "Default\nBssidNum=2\nHideSSID=0;1\n",
-    "Default\n# comment\n\nBssidNum=2\nWirelessMode=16\nReloadFlag=0\nWdsEncrypType=AES;AES;AES;WEP\n",
-    "Default\nBssidNum=3\nChannel=6\nHT_TxStream=1;22;333;4;5;6;7;8\nSSID1=home\nSSID3=a guest\nWPAPSK2=secret pass\n",
-    "BssidNum=8\nChannel=6\nHT_TxStream=1;1;1;1;1;1;1;1\nSSID1=home\nWPAPSK1=secret\n",
-    "Default\n#comment\n\nBssidNum=2\nSSID1=a\nSSID2=b\nSSID3=c\nAccessPolicy0=0\nAccessPolicy1=1\nAccessPolicy2=2\n"
-    "AccessControlList0=02:00:00:00:01:00;02:00:00:00:01:01\n",
-    "Default\nBssidNum=2\nDfsDedicatedZeroWait=0\nDfsZeroWaitDefault=0\nMapMode=1\nMboSupport1=0\nMboSupport2=1\n",
-    "BssidNum=2\nWHNAT=102\nChannel=103\nCountryRegion=104\nCountryRegionABand=105\nBeaconPeriod=106\n",
-    "Default\nBssidNum=2\nSSID1=Kitchen\nSSID2=Guest\nHideSSID=0;1\nAuthMode=OPEN;WPA2PSK\nKey1Str1=12345\nVHT_BW=1;"
-    "1\n",
-    "Default\nBssidNum=8\nHideSSID=0;1;2;3;4;5;6;7\nWdsList=02:00:00:00:00:01\nAPAifsn=3;7;1;1\nRADIUS_Key1=k\n"
-    "AutoChannelSkipList=52;56;60;64\n",
-    "BssidNum=8\nSSID1=\xff\xfe\nSSID2= blanks \nSSID3=caf\xc3\xa9\n",
+// Into a gateway with the dat files that it is supplied with. Those have keys that the text lacks.
+TEST_P(RoundTrip, GoesOverIntoASuppliedGateway) {
+  const TestFolder folder;
+  const std::string exported = run_live({"wlanctl export 2.4g"}, options(folder))[0].out;
+  const auto steps = run_live({into("f.json", exported) + "wlanctl export 2.4g >before; wlanctl import f.json --force",
+                               "wlanctl export 2.4g", "wlanctl export 2.4g | cmp - before && echo same"});
+  if (GetParam().refused[0] != '\0') {
+    EXPECT_EQ(1, steps[0].status);
+    EXPECT_THAT(steps[0].err, HasSubstr(std::string(GetParam().refused) + " cannot be "));
+    EXPECT_EQ("same\n", steps[2].out);
+    return;
+  }
+  EXPECT_EQ(0, steps[0].status) << steps[0].err;
+  const Json wanted = document_in(exported)["bands"]["2.4g"]["settings"];
+  const Json now = document_in(steps[1].out)["bands"]["2.4g"]["settings"];
+  for (const auto& [name, value] : wanted.items()) EXPECT_EQ(value, now[name]) << name;
+}
+
+constexpr DatText kDatTexts[] = {
+    {"Default\nBssidNum=1\n", ""},
+    {"Default\nBssidNum=2\nHideSSID=0;1\nSSID1=One\nNobodyKnows=x\nEmpty=\n", ""},
+    {"Default\nBssidNum=2\nHideSSID=0;1\n", ""},
+    {"Default\n# comment\n\nBssidNum=2\nWirelessMode=16\nReloadFlag=0\nWdsEncrypType=AES;AES;AES;WEP\n", ""},
+    {"Default\nBssidNum=3\nChannel=6\nHT_TxStream=1;22;333;4;5;6;7;8\nSSID1=home\nSSID3=a guest\nWPAPSK2=secret pass\n",
+     ""},
+    {"BssidNum=8\nChannel=6\nHT_TxStream=1;1;1;1;1;1;1;1\nSSID1=home\nWPAPSK1=secret\n", ""},
+    {"Default\n#comment\n\nBssidNum=2\nSSID1=a\nSSID2=b\nSSID3=c\nAccessPolicy0=0\nAccessPolicy1=1\nAccessPolicy2=2\n"
+     "AccessControlList0=02:00:00:00:01:00;02:00:00:00:01:01\n",
+     ""},
+    {"Default\nBssidNum=2\nDfsDedicatedZeroWait=0\nDfsZeroWaitDefault=0\nMapMode=1\nMboSupport1=0\nMboSupport2=1\n",
+     ""},
+    {"BssidNum=2\nWHNAT=102\nChannel=103\nCountryRegion=104\nCountryRegionABand=105\nBeaconPeriod=106\n", "WHNAT"},
+    {"Default\nBssidNum=2\nSSID1=Kitchen\nSSID2=Guest\nHideSSID=0;1\nAuthMode=OPEN;WPA2PSK\nKey1Str1=12345\nVHT_BW=1;"
+     "1\n",
+     ""},
+    {"Default\nBssidNum=8\nHideSSID=0;1;2;3;4;5;6;7\nWdsList=02:00:00:00:00:01\nAPAifsn=3;7;1;1\nRADIUS_Key1=k\n"
+     "AutoChannelSkipList=52;56;60;64\n",
+     "HideSSID:3"},
+    {"BssidNum=8\nSSID1=\xff\xfe\nSSID2= blanks \nSSID3=caf\xc3\xa9\n", ""},
+    {"Default\nBssidNum=2\nHT_TxStream=1;2\n", ""},
+    {"Default\nBssidNum=4\nAuthMode=OPEN\n", ""},
 };
 
 INSTANTIATE_TEST_SUITE_P(DatTexts, RoundTrip, testing::ValuesIn(kDatTexts));
 
 TEST(Import, BringsASuppliedGatewayToAnother) {
-  const TestFolder folder;
   const auto first =
       run_live({"wlanctl set 2.4g BssidNum=4 SSID:1=Attic SSID:4=Cellar HideSSID:3=1 WPAPSK:1=one-of-mine "
                 "AuthMode:2=OPEN EncrypType:2=NONE Channel=11 WirelessMode=9 HT_BW=0 AccessPolicy:1=1 "
@@ -435,15 +470,51 @@ TEST(Import, BringsASuppliedGatewayToAnother) {
                 ">/dev/null; wlanctl set 5g Channel=100 VHT_BW=0 WdsEnable=1 WdsKey:1=12345678 >/dev/null; "
                 "wlanctl export",
                 "wlanctl export 5g --format dat"});
-  write_file(folder / "all.json", first[0].out);
-  write_file(folder / "radio.dat", first[1].out);
-  const auto second = run_steps({"wlanctl import '" + folder.path() + "/all.json' >/dev/null", "wlanctl export"});
+  const auto second =
+      run_steps({into("all.json", first[0].out) + "wlanctl import all.json >/dev/null", "wlanctl export"});
   EXPECT_EQ(0, second[0].status) << second[0].err;
   EXPECT_EQ(first[0].out, second[1].out);
-  const auto third = run_steps(
-      {"wlanctl import '" + folder.path() + "/radio.dat' 5g --replace >/dev/null", "wlanctl export 5g --format dat"});
+  const auto third = run_steps({into("radio.dat", first[1].out) + "wlanctl import radio.dat 5g --replace >/dev/null",
+                                "wlanctl export 5g --format dat"});
   EXPECT_EQ(0, third[0].status) << third[0].err;
   EXPECT_EQ(first[1].out, third[1].out);
+}
+
+// A line for each setting that takes one of several values, with the last of them.
+std::string lines_of_other_values(const std::string& band) {
+  std::string lines;
+  for (const Json& key : json_of("keys " + band)["data"]["keys"]) {
+    if (key["choices"].empty() || key["key"] == "BssidNum" || key["key"] == "AuthMode") continue;
+    const std::string value = key["choices"].back();
+    if (key["scope"] == "band") {
+      lines += key["key"].get<std::string>() + "=" + value + "\n";
+    } else {
+      for (const char* const index : {":1=", ":2="}) lines += key["key"].get<std::string>() + index + value + "\n";
+    }
+  }
+  return lines;
+}
+
+// Whatever the setters make of each other's values.
+TEST(Import, BringsEverySettingToAnotherGateway) {
+  for (const char* const band : {"2.4g", "5g"}) {
+    const std::string lines = lines_of_other_values(band);
+    EXPECT_GT(lines_of(lines).size(), 80u);
+    const auto first =
+        run_live({into("f", lines) + "while read -r line; do \"$WLANCTL_PROGRAM\" set " + band +
+                      " --force \"$line\"; done <f >/dev/null 2>&1",
+                  std::string("wlanctl export ") + band, std::string("wlanctl export --format dat ") + band});
+    const auto second =
+        run_live({into("f.json", first[1].out) + "wlanctl export >before; wlanctl import --force f.json >/dev/null",
+                  std::string("wlanctl export ") + band, "wlanctl import before --force >/dev/null",
+                  into("f.dat", first[2].out) + "wlanctl import --force f.dat " + band + " >/dev/null",
+                  std::string("wlanctl export ") + band});
+    EXPECT_EQ(0, second[0].status) << second[0].err;
+    EXPECT_EQ(first[1].out, second[1].out);
+    EXPECT_EQ(0, second[2].status) << second[2].err;
+    EXPECT_EQ(0, second[3].status) << second[3].err;
+    EXPECT_EQ(first[1].out, second[4].out);
+  }
 }
 
 TEST(Import, SaysTwoForWrongWords) {

@@ -37,7 +37,7 @@ std::string line_of(const FileSetting& setting, bool secrets) {
 
 int line_in(const Problem& problem) {
   Json details = problem.details;
-  return static_cast<int>(details["line"].number());
+  return static_cast<int>(details["line"].number());  // 0 where there is none
 }
 
 std::string message_of(const Problem& problem, const std::string& file) {

@@ -42,6 +42,14 @@ Outlook outlook_of(Band band) {
   return outlook;
 }
 
+// Asks the library's own setter, and only that. Some tell the driver too, whose tool prints.
+bool is_taken_by_setter(Band band, const Wish& wish) {
+  clear_messages();
+  clear_shell_status();
+  const CaughtOutput unheard;
+  return wish.target.key->setter(wifi_type_of(band), wish.target.index, wish.value.c_str()) == 0;
+}
+
 class Try {
  public:
   Try(Band band, bool force, Report& report) : band_(band), force_(force), report_(report) {
@@ -79,12 +87,19 @@ class Try {
   }
 
   bool take(const Wish& wish) {
-    if (!is_stored(band_, wish)) return false;
+    if (!is_taken_by_setter(band_, wish)) return false;
+    note_changes();
+    spread_list(band_, *wish.target.key, wish.value);
+    note_changes();
+    plan_.steps.push_back(wish);
+    return true;
+  }
+
+  // What stood there in between counts too: somebody may be killed right then.
+  void note_changes() {
     std::vector<wifimgr_attr_record> table = table_of_store(band_);
     add_changes(table_, table, &plan_.fields);
     table_ = std::move(table);
-    plan_.steps.push_back(wish);
-    return true;
   }
 
   bool is_there(const Wish& wish) const { return exact_value(band_, wish.target) == wish.value; }
@@ -212,12 +227,8 @@ class Try {
 }  // namespace
 
 bool is_stored(Band band, const Wish& wish) {
-  clear_messages();
-  clear_shell_status();
-  const CaughtOutput unheard;
-  const Key& key = *wish.target.key;
-  if (key.setter(wifi_type_of(band), wish.target.index, wish.value.c_str()) != 0) return false;
-  spread_list(band, key, wish.value);
+  if (!is_taken_by_setter(band, wish)) return false;
+  spread_list(band, *wish.target.key, wish.value);
   return true;
 }
 

@@ -31,7 +31,7 @@ struct StorePlan {
   std::vector<FieldChange> fields;  // what they change, with all that the setters change besides
 };
 
-// Asks the library's own setter, and only that. Some tell the driver too, whose tool prints.
+// By the library's own setter. False when that refuses it; why, messages.h has.
 bool is_stored(Band band, const Wish& wish);
 
 // A problem with a wish: where it is written, what it is, why not.

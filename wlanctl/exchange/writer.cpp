@@ -62,21 +62,23 @@ Json json_of_value(const FileSetting& setting, Secrets secrets) {
   return value;
 }
 
-// The fields of a record that the band serves.
-std::vector<std::string> served_fields(Band band, const StoreRecord& record) {
+// What a record has for the SSIDs that the band serves.
+std::string served_value(Band band, const StoreRecord& record) {
+  if (record.key == kReloadFlag) return "0";
   std::vector<std::string> fields = record.fields;
   int index = 0;
   const Key* const key = find_dat_key(record.key, &index);
   const bool has_field_for_ssid = key != nullptr && key->scope == Scope::kSsid && key->numbering == Numbering::kShared;
   if (has_field_for_ssid) fields.resize(std::min(fields.size(), static_cast<size_t>(ssid_count(band))));
-  return fields;
+  const std::string value = joined(fields, ";");
+  return key != nullptr && is_repeated_for_ssids(*key) ? without_repetition(value) : value;
 }
 
 std::string dat_text_of(Band band, Secrets secrets) {
   std::string text = "Default\n";
   for (const StoreRecord& record : records_of(table_of_store(band))) {
     if (is_left_out(record.key, ssid_count(band))) continue;
-    const std::string value = record.key == kReloadFlag ? "0" : joined(served_fields(band, record), ";");
+    const std::string value = served_value(band, record);
     const bool is_masked = secrets == Secrets::kLeftOut && !value.empty() && is_secret_dat_key(record.key);
     text += record.key + "=" + (is_masked ? kSecretLeftOut : value) + "\n";
   }
