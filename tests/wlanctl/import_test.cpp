@@ -367,17 +367,34 @@ TEST(ImportKilled, BeforeItsNoteIsThereChangesNothing) {
               HasSubstr("wlanctl import ended in the middle of storing settings of 2.4g; nothing of it is in"));
 }
 
+// A test's call of wlanctl that is killed behind the given write.
+std::string killed_behind(int step, const std::string& call) {
+  return "WLANCTL_STEP=" + std::to_string(step) + " LD_PRELOAD=\"$LD_PRELOAD:" + built("lib/libkill_at_step.so") +
+         "\" \"$WLANCTL_PROGRAM\" " + call + ";";
+}
+
 // What somebody else has set since is not the killed one's.
 TEST(ImportKilled, LeavesWhatSomebodyElseHasSetSince) {
-  const Result result = run_story("library_probe init 0 init 1 >/dev/null 2>&1;" +
-                                  into("f.json", settings("\"Channel\": 11, \"TxPower\": 50")) +
-                                  "WLANCTL_STEP=9999 LD_PRELOAD=\"$LD_PRELOAD:" + built("lib/libkill_at_step.so") +
-                                  "\" wlanctl import f.json >/dev/null;"
-                                  "wlanctl set 2.4g Channel=6 TxPower=100 >/dev/null; killed_at 'after 1 "
-                                  "/var/run/wlanctl-storing' wlanctl import f.json;"
-                                  "library_probe set Channel 0 -1 3 >/dev/null 2>&1 || true; wlanctl set 2.4g "
-                                  "RTSThreshold=2347 >/dev/null; wlanctl get 2.4g TxPower");
-  EXPECT_EQ("100\n", result.out);
+  const auto steps =
+      run_live({into("f.json", settings("\"Channel\": 11, \"TxPower\": 50")) +
+                    killed_behind(99, "import f.json --dry-run >/dev/null") + killed_behind(4, "import f.json"),
+                "wlanctl get 2.4g Channel TxPower; library_probe put Channel 0 -1 3 >/dev/null",
+                "wlanctl set 2.4g RTSThreshold=2347 >/dev/null", "wlanctl get 2.4g Channel TxPower"});
+  EXPECT_EQ(137, steps[0].status);
+  EXPECT_EQ("Channel  11\nTxPower  50\n", steps[1].out);
+  EXPECT_THAT(steps[2].err, HasSubstr("what it had set is put back, 1 value"));
+  EXPECT_EQ("Channel  3\nTxPower  100\n", steps[3].out);
+}
+
+// A revert is what the operator wants now; what the killed one found is older.
+TEST(ImportKilled, IsNotPutBackOverARevert) {
+  const auto steps = run_live({into("f.json", settings("\"Channel\": 6, \"TxPower\": 50")) +
+                                   "wlanctl set 2.4g Channel=1 >/dev/null;" + killed_behind(4, "import f.json"),
+                               "wlanctl revert 2.4g >/dev/null; wlanctl set 2.4g RTSThreshold=2347 >/dev/null",
+                               "wlanctl get 2.4g Channel TxPower; ls /var/run/wlanctl-storing"});
+  EXPECT_EQ(137, steps[0].status);
+  EXPECT_EQ("", steps[1].err);
+  EXPECT_EQ("Channel  6\nTxPower  100\n", steps[2].out);
 }
 
 TEST(ImportKilled, ANoteThatIsDamagedIsToldAndGone) {
@@ -483,7 +500,8 @@ TEST(Import, BringsASuppliedGatewayToAnother) {
 // A line for each setting that takes one of several values, with the last of them.
 std::string lines_of_other_values(const std::string& band) {
   std::string lines;
-  for (const Json& key : json_of("keys " + band)["data"]["keys"]) {
+  const Json document = json_of("keys " + band);
+  for (const Json& key : document["data"]["keys"]) {
     if (key["choices"].empty() || key["key"] == "BssidNum" || key["key"] == "AuthMode") continue;
     const std::string value = key["choices"].back();
     if (key["scope"] == "band") {

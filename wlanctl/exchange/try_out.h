@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "wlanctl/keys/assignment.h"
-#include "wlanctl/store/unfinished.h"
+#include "wlanctl/store/storing_note.h"
 
 namespace wlanctl {
 
@@ -28,7 +28,7 @@ struct StorePlan {
   Band band = Band::k2_4G;
   Order order = Order::kAsGiven;
   std::vector<Wish> steps;
-  std::vector<FieldChange> fields;  // what they change, with all that the setters change besides
+  std::vector<NotedField> fields;  // what they change, with all that the setters change besides
 };
 
 // By the library's own setter. False when that refuses it; why, messages.h has.
