@@ -14,7 +14,7 @@ if(WIFIMGR_WLANCTL)
   if(NOT WIFIMGR_TEST_PROGRAMS)
     find_package(nlohmann_json REQUIRED)
     add_executable(fuzz_tool_test fuzz/replay_test.cpp fuzz/door.cpp fuzz/tool_stand.cpp fuzz/wlanctl_dat_door.cpp
-      fuzz/wlanctl_set_door.cpp fuzz/wlanctl_state_door.cpp
+      fuzz/wlanctl_import_door.cpp fuzz/wlanctl_set_door.cpp fuzz/wlanctl_state_door.cpp
       support/main.cpp support/private_namespaces.cpp support/sandbox.cpp)
     target_include_directories(fuzz_tool_test PRIVATE ${CMAKE_CURRENT_SOURCE_DIR})
     target_compile_definitions(fuzz_tool_test PRIVATE FUZZ_FOLDER="${CMAKE_CURRENT_LIST_DIR}" DOORS_OF_TOOL)
