@@ -11,6 +11,8 @@
 #include "wlanctl/library/band_variables.h"
 #include "wlanctl/library/messages.h"
 #include "wlanctl/library/shell.h"
+#include "wlanctl/store/dat_file.h"
+#include "wlanctl/store/segment.h"
 
 namespace fuzz {
 namespace {
@@ -67,6 +69,31 @@ void forget() {
 
 wlanctl::Band band_by(uint8_t byte) {
   return byte % 2 == 0 ? wlanctl::Band::k2_4G : wlanctl::Band::k5G;
+}
+
+Table loaded(wlanctl::Band band, std::string_view dat_text) {
+  (void)file_with(band == wlanctl::Band::k2_4G ? "dat/2.4g.dat" : "dat/5g.dat", dat_text);
+  const std::optional<Table> table = wlanctl::look_at_dat_file(band, wlanctl::StoreLock(band));
+  require(table.has_value(), "a dat file is read");
+  return *table;
+}
+
+const Table& open_full_store(wlanctl::Band band) {
+  struct Full {
+    char* address = nullptr;
+    Table table;
+  };
+  static Full stores[wlanctl::kBandCount];
+  Full& full = stores[wlanctl::number_of(band)];
+  if (full.address == nullptr) {
+    full.table = loaded(band, sandbox::full_dat(wlanctl::number_of(band)));
+    wlanctl::Report report;
+    quietly([&] { (void)wlanctl::open_store(band, report); });
+    full.address = wlanctl::address_of(band);
+    require(full.address != nullptr, "a store can be made");
+  }
+  wlanctl::address_of(band) = full.address;
+  return full.table;
 }
 
 std::string file_with(const std::string& name, std::string_view bytes) {

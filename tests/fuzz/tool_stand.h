@@ -3,13 +3,23 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "fuzz/door.h"
+#include "wifimgr_lib.h"
 #include "wlanctl/base/report.h"
 
 namespace fuzz {
 
 wlanctl::Band band_by(uint8_t byte);
+
+using Table = std::vector<wifimgr_attr_record>;
+
+// The records of a dat file with this text, as the tool reads them.
+Table loaded(wlanctl::Band band, std::string_view dat_text);
+
+// A live store with all settings, that the library and the tool work on; what is done in it stays. Its records.
+const Table& open_full_store(wlanctl::Band band);
 
 // A file under /tmp with these bytes; returns its path.
 std::string file_with(const std::string& name, std::string_view bytes);

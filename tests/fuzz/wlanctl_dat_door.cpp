@@ -14,7 +14,6 @@
 #include "wlanctl/keys/dat_key.h"
 #include "wlanctl/keys/secret_mask.h"
 #include "wlanctl/library/detached_store.h"
-#include "wlanctl/store/dat_file.h"
 #include "wlanctl/store/saved_text.h"
 #include "wlanctl/store/segment.h"
 #include "wlanctl/store/value.h"
@@ -23,9 +22,9 @@
 namespace {
 
 using fuzz::require;
+using fuzz::Table;
 using namespace wlanctl;
 using Fields = std::vector<std::string>;
-using Table = std::vector<wifimgr_attr_record>;
 
 // The keys with their numbers, each as it is made of its row.
 const std::map<std::string, std::pair<const Key*, int>>& dat_keys() {
@@ -109,13 +108,6 @@ Fields loaded_fields(const DatLine& line) {
   return fields;
 }
 
-Table loaded(Band band, const std::string& bytes) {
-  (void)fuzz::file_with(band == Band::k2_4G ? "dat/2.4g.dat" : "dat/5g.dat", bytes);
-  const std::optional<Table> table = look_at_dat_file(band, StoreLock(band));
-  require(table.has_value(), "a dat file is read");
-  return *table;
-}
-
 // What is said to be lost nowhere is loaded as it is written.
 void require_whole_load(const std::string& bytes, const Table& table) {
   if (!losses_at_load(bytes).empty()) return;
@@ -155,7 +147,7 @@ void require_whole_save(Band band, Table table) {
   }
   const std::vector<StoreRecord> before = records_of(table);
   if (!losses_at_save(before, ssids).empty() || !losses_at_load(saved).empty()) return;
-  const std::vector<StoreRecord> after = records_of(loaded(band, saved));
+  const std::vector<StoreRecord> after = records_of(fuzz::loaded(band, saved));
   size_t next = 0;
   for (const StoreRecord& record : before) {
     if (is_left_out(record.key, ssids)) continue;
@@ -234,7 +226,7 @@ void fuzz::try_wlanctl_dat(std::string_view input) {
   require_lines(text);
   require_findings(text, bands);
   require_check_told(text, bands);
-  const Table table = loaded(band, text);
+  const Table table = fuzz::loaded(band, text);
   require_whole_load(text, table);
   require_whole_save(band, table);
   require_diff(text, sandbox::read_file(sandbox::dat_path(number_of(band))));

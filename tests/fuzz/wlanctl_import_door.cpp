@@ -2,7 +2,6 @@
 #include <cstring>
 
 #include "fuzz/tool_stand.h"
-#include "support/sandbox.h"
 #include "wifimgr_lib.h"
 #include "wlanctl/base/json_print.h"
 #include "wlanctl/base/text.h"
@@ -10,16 +9,14 @@
 #include "wlanctl/exchange/reader.h"
 #include "wlanctl/exchange/stored_settings.h"
 #include "wlanctl/exchange/writer.h"
-#include "wlanctl/library/detached_store.h"
-#include "wlanctl/store/dat_file.h"
-#include "wlanctl/store/segment.h"
+#include "wlanctl/store/private_store.h"
 
 namespace {
 
 using fuzz::Bytes;
 using fuzz::require;
+using fuzz::Table;
 using namespace wlanctl;
-using Table = std::vector<wifimgr_attr_record>;
 using Settings = std::vector<FileSetting>;
 
 enum class Format { kJsonOrDat, kLines };
@@ -77,22 +74,10 @@ void try_text(Format format, const std::optional<Band>& band, const std::string&
   require(without_problems(without_problems(bytes)) == without_problems(bytes), "problems are taken out once");
 }
 
-const Table& full_table(Band band) {
-  static const Table tables[] = {[] {
-                                   (void)fuzz::file_with("dat/2.4g.dat", sandbox::full_dat(0));
-                                   return look_at_dat_file(Band::k2_4G, StoreLock(Band::k2_4G)).value_or(Table());
-                                 }(),
-                                 [] {
-                                   (void)fuzz::file_with("dat/5g.dat", sandbox::full_dat(1));
-                                   return look_at_dat_file(Band::k5G, StoreLock(Band::k5G)).value_or(Table());
-                                 }()};
-  return tables[number_of(band)];
-}
-
 // A store in which others have written: where, and what.
 Table foreign_table(Band band, Bytes bytes) {
   constexpr int kMost = 12;
-  Table table = full_table(band);
+  Table table = fuzz::open_full_store(band);
   for (int i = 0; i < kMost && !bytes.is_empty(); ++i) {
     const size_t which = static_cast<size_t>(bytes.byte()) * 2 % table.size();
     wifimgr_attr_record& record = table[which];
@@ -118,7 +103,8 @@ void require_same(const Settings& read, const Settings& stored) {
 }
 
 void try_export(Band band, Bytes bytes) {
-  const DetachedStore store(band, foreign_table(band, bytes));
+  const Table table = foreign_table(band, bytes);
+  const PrivateStore store(band, table);
   const Settings stored = settings_of_store(band);
 
   const std::string json = printed(json_of_settings({band}, Secrets::kShown), Layout::kIndented);

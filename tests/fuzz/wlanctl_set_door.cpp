@@ -15,9 +15,8 @@
 #include "wlanctl/keys/json_value.h"
 #include "wlanctl/keys/secret_mask.h"
 #include "wlanctl/keys/value_rule.h"
-#include "wlanctl/library/detached_store.h"
 #include "wlanctl/library/messages.h"
-#include "wlanctl/store/dat_file.h"
+#include "wlanctl/store/private_store.h"
 #include "wlanctl/store/saved_text.h"
 #include "wlanctl/store/segment.h"
 #include "wlanctl/store/value.h"
@@ -26,7 +25,6 @@ namespace {
 
 using fuzz::require;
 using namespace wlanctl;
-using Table = std::vector<wifimgr_attr_record>;
 
 constexpr char kInFile = '@';
 constexpr size_t kMostWords = 12;
@@ -43,18 +41,6 @@ Input input_of(std::string_view bytes) {
   Input input = {fuzz::band_by(how), how / 2 % 2 != 0, {}};
   while (!rest.is_empty() && input.words.size() < kMostWords) input.words.push_back(rest.text());
   return input;
-}
-
-Table loaded(Band band, const std::string& bytes) {
-  (void)fuzz::file_with(band == Band::k2_4G ? "dat/2.4g.dat" : "dat/5g.dat", bytes);
-  const std::optional<Table> table = look_at_dat_file(band, StoreLock(band));
-  require(table.has_value(), "a dat file is read");
-  return *table;
-}
-
-const Table& full_table(Band band) {
-  static const Table tables[] = {loaded(Band::k2_4G, sandbox::full_dat(0)), loaded(Band::k5G, sandbox::full_dat(1))};
-  return tables[number_of(band)];
 }
 
 std::string first_line_of(const std::string& bytes) {
@@ -131,7 +117,7 @@ bool is_stored(Band band, const Assignment& assignment) {
 // What is said of a value does not tell a secret, and can be printed.
 void require_judged(Band band, const Assignment& assignment) {
   const Key& key = *assignment.target.key;
-  const DetachedStore store(band, full_table(band));
+  const PrivateStore store(band, fuzz::open_full_store(band));
   const bool stored = is_stored(band, assignment);
   const auto sibling = [&](const char* name) {
     return read_value(band, *find_key(name), assignment.target.index).value_or("");
@@ -212,7 +198,7 @@ void require_kept(Band band, const std::vector<Assignment>& assignments) {
   std::vector<Target> targets;
   std::string saved;
   {
-    const DetachedStore store(band, full_table(band));
+    const PrivateStore store(band, fuzz::open_full_store(band));
     for (const Assignment& assignment : assignments) {
       if (!danger_of(*assignment.target.key, assignment.value).empty() || !is_stored(band, assignment)) continue;
       targets.push_back(assignment.target);
@@ -228,7 +214,7 @@ void require_kept(Band band, const std::vector<Assignment>& assignments) {
     saved = *text;
   }
   if (!losses_at_load(saved).empty()) return;
-  const DetachedStore store(band, loaded(band, saved));
+  const PrivateStore store(band, fuzz::loaded(band, saved));
   require(values_of(band, targets) == before, "what is taken comes back from the dat file");
 }
 

@@ -1,3 +1,5 @@
+#include <unistd.h>
+
 #include <algorithm>
 #include <cstring>
 #include <nlohmann/json.hpp>
@@ -9,18 +11,20 @@
 #include "wlanctl/base/json_print.h"
 #include "wlanctl/confirm/outlived.h"
 #include "wlanctl/confirm/pending.h"
+#include "wlanctl/files/places.h"
 #include "wlanctl/files/record_text.h"
 #include "wlanctl/files/state_file.h"
 #include "wlanctl/library/detached_store.h"
-#include "wlanctl/store/dat_file.h"
+#include "wlanctl/store/private_store.h"
 #include "wlanctl/store/segment.h"
+#include "wlanctl/store/storing_note.h"
 
 namespace {
 
 using fuzz::Bytes;
 using fuzz::require;
+using fuzz::Table;
 using namespace wlanctl;
-using Table = std::vector<wifimgr_attr_record>;
 
 constexpr char kFormat[] = "wlanctl-fuzzed";
 constexpr int kVersion = 2;
@@ -149,6 +153,42 @@ void try_applied(Bytes bytes) {
   require(adopt_applied(band, adopted) && applied_text(band) == adopted, "what is in force is written and read again");
 }
 
+// Settings that are stored and, as their wlanctl was killed, put back by the next.
+void try_storing(Bytes bytes) {
+  constexpr int kMost = 6;
+  const uint8_t how = bytes.byte();
+  const Band band = fuzz::band_by(how);
+  const PrivateStore store(band, fuzz::open_full_store(band));
+  const Table before = table_of_store(band);
+  Table after = before;
+  std::vector<NotedField> fields;
+  for (int i = 0; i < kMost && !bytes.is_empty(); ++i) {
+    const Table from = after;
+    wifimgr_attr_record& record = after[static_cast<size_t>(bytes.byte()) * 2 % after.size()];
+    char(&field)[WIFIMGR_FIELD_SIZE] = record.field[bytes.byte() % WIFIMGR_FIELDS];
+    const std::string text = bytes.text();
+    std::memset(field, 0, sizeof field);
+    std::memcpy(field, text.data(), std::min(text.size(), sizeof field));
+    add_changes(from, after, &fields);
+  }
+  Report report;
+  require(note_storing("fuzz", {{band, fields}}, report), "a note can be written");
+  require(replace_store(band, after), "settings can be stored");
+  finish_storing(report);
+  require(is_same(table_of_store(band), before), "what was set is put back");
+  require(access(place::kStoring, F_OK) != 0, "what was put back is noted no more");
+  // Any other text in its place.
+  require(write_state_file(place::kStoring, "wlanctl-storing", 1, this_boot() + " fuzz\n" + std::string(bytes.rest()),
+                           report),
+          "a note can be written");
+  (void)fuzz::told_by([&](Report& told) {
+    tell_storing(band, told);
+    finish_storing(told);
+    return kDone;
+  });
+  require(access(place::kStoring, F_OK) != 0, "a note is gone when it was read");
+}
+
 // A document of the input's texts; how deep, and what comes next, say its bytes.
 Json json_of(Bytes& bytes, int depth) {
   const uint8_t kind = bytes.byte();
@@ -219,7 +259,7 @@ void fuzz::try_wlanctl_state(std::string_view input) {
   static const bool is_set = setenv("WLANCTL_FOLDER", "/tmp", 1) == 0;
   require(is_set, "what outlives a boot has a folder");
   Bytes bytes(input);
-  switch (bytes.byte() % 5) {
+  switch (bytes.byte() % 6) {
     case 0:
       return try_records(bytes);
     case 1:
@@ -228,6 +268,8 @@ void fuzz::try_wlanctl_state(std::string_view input) {
       return try_pending(bytes);
     case 3:
       return try_applied(bytes);
+    case 4:
+      return try_storing(bytes);
     default:
       return try_json(bytes);
   }
