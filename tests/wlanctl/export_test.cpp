@@ -113,6 +113,22 @@ TEST(Export, KeepsEveryByte) {
   EXPECT_EQ("06", document_in(steps[2].out)["bands"]["2.4g"]["settings"]["Channel"]);
 }
 
+TEST(Export, RefusesADatFileThatNoImportWouldTake) {
+  const auto steps = run_live({"library_probe put Channel 0 3 7 >/dev/null; wlanctl export 2.4g --format dat"});
+  EXPECT_EQ(1, steps[0].status) << steps[0].out;
+  EXPECT_THAT(steps[0].err, HasSubstr("Channel: 1 empty field between others"));
+}
+
+TEST(Export, LeavesOutAKeyThatIsNoText) {
+  const Result result =
+      run("printf '\\377x=1\\n\\342\\230\\225=2\\n' >>/etc/Wireless/RT2860AP/RT2860AP.dat; wlanctl export 2.4g");
+  EXPECT_EQ(0, result.status);
+  const Json others = document_in(result.out)["bands"]["2.4g"]["other"];
+  EXPECT_EQ("2", others["\xe2\x98\x95"]);
+  EXPECT_THAT(result.out, Not(HasSubstr("\xef\xbf\xbd")));
+  EXPECT_THAT(result.err, HasSubstr("1 key of the dat file of 2.4g is no text (UTF-8), and left out"));
+}
+
 TEST(Export, RefusesADatFileThatCannotHoldAValue) {
   const auto steps =
       run_live({"wlanctl set 2.4g --force SSID:1='a;b' SSID:2=a=b >/dev/null; wlanctl export 2.4g --format dat",

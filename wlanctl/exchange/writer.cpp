@@ -92,6 +92,8 @@ const FileSetting* same_in(const std::vector<FileSetting>& settings, const FileS
   return found == settings.end() ? nullptr : &*found;
 }
 
+constexpr char kKeepsAll[] = "export it as JSON, which keeps every byte";
+
 // What is read back is what the store has.
 void compare(Band band, Secrets secrets, const SettingsText& text, Report& report) {
   for (const FileSetting& setting : settings_of_store(band)) {
@@ -99,20 +101,32 @@ void compare(Band band, Secrets secrets, const SettingsText& text, Report& repor
     const bool is_whole = read != nullptr && !read->is_left_out && read->value == setting.value;
     const bool is_masked = secrets == Secrets::kLeftOut && is_secret(setting);
     if (is_whole || is_masked || (read == nullptr && setting.value.empty())) continue;
-    report.problem({"a dat file cannot hold " + setting.name() + " as it is in the store",
-                    "export it as JSON, which keeps every byte", about_key(setting.name(), band)});
+    report.problem({"a dat file cannot hold " + setting.name() + " as it is in the store", kKeepsAll,
+                    about_key(setting.name(), band)});
   }
+  if (report.has_problems()) return;
+  // What nobody looks at can make a file that no import takes.
+  for (const TextProblem& problem : text.problems) report.problem({problem.message, kKeepsAll, problem.details});
 }
 
 }  // namespace
 
-Json json_of_settings(const std::vector<Band>& bands, Secrets secrets) {
+Json json_of_settings(const std::vector<Band>& bands, Secrets secrets, Report& report) {
   Json parts = Json::object();
   for (const Band band : bands) {
     Json settings = Json::object();
     Json others = Json::object();
+    size_t nameless = 0;
     for (const FileSetting& setting : settings_of_store(band)) {
+      if (!is_utf8(setting.name())) {
+        ++nameless;
+        continue;
+      }
       (setting.is_setting() ? settings : others)[setting.name()] = json_of_value(setting, secrets);
+    }
+    if (nameless > 0) {
+      report.note(count_of(nameless, "key") + " of the dat file of " + label_of(band) +
+                  (nameless == 1 ? " is" : " are") + " no text (UTF-8), and left out: no setting is called so");
     }
     parts[label_of(band)] = {{settings_json::kSettings, std::move(settings)},
                              {settings_json::kOther, std::move(others)}};

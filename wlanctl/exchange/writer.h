@@ -12,8 +12,9 @@ class Report;
 
 enum class Secrets { kShown, kLeftOut };
 
-// Of one band or both; a value that is no UTF-8 is an object with its bytes.
-Json json_of_settings(const std::vector<Band>& bands, Secrets secrets);
+// Of one band or both; a value that is no UTF-8 is an object with its bytes. A dat file's other key that is none, and
+// thereby no name in JSON, is left out with a note.
+Json json_of_settings(const std::vector<Band>& bands, Secrets secrets, Report& report);
 
 // The band's dat file. Problems where that cannot hold a value as it is, and "" then.
 std::string dat_of_settings(Band band, Secrets secrets, Report& report);

@@ -81,7 +81,7 @@ int run(const Words& words, Report& report) {
     text = dat_of_settings(bands.front(), secrets, report);
     document = text;
   } else {
-    document = json_of_settings(bands, secrets);
+    document = json_of_settings(bands, secrets, report);
     text = printed(document, Layout::kIndented) + '\n';
   }
   if (report.has_problems()) return kRefused;
