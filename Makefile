@@ -165,7 +165,7 @@ BASE :=
 bench:
 	@scripts/setup.sh bench
 	cmake --preset release -DWIFIMGR_BENCH=ON
-	cmake --build build/release --target wifimgr_bench_free wifimgr_bench_standin
+	cmake --build build/release --target wifimgr_bench_free wifimgr_bench_standin wifimgr_bench_programs
 	$(if $(BASE),scripts/build_base.sh $(BASE) build/base)
 	python3 bench/run.py build/release $(if $(BASE),build/base/build $(BASE))
 

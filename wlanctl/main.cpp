@@ -1,5 +1,6 @@
 // wlanctl: shows, changes, checks and applies the settings of both radios, and shows the live radio.
 #include <fcntl.h>
+#include <malloc.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -97,6 +98,16 @@ int carry_out(const Parsed& parsed, const CommandLine& words, const Words& said,
   return refuse_usage(parsed, words, report);
 }
 
+// Tables of a band's settings come and go, each as large as the segment: they get the same memory again and again, where
+// the system would have to clear new pages for each.
+void keep_freed_memory() {
+#ifdef M_TRIM_THRESHOLD
+  constexpr int kMost = 4 << 20;
+  (void)mallopt(M_MMAP_THRESHOLD, kMost);
+  (void)mallopt(M_TRIM_THRESHOLD, kMost);
+#endif
+}
+
 int run(int argc, char** argv) {
   const CommandLine words = taken_words(argc, argv);
   Words said;
@@ -113,6 +124,7 @@ int run(int argc, char** argv) {
 int main(int argc, char** argv) {
   try {
     wlanctl::open_standard_files();
+    wlanctl::keep_freed_memory();
     return wlanctl::run(argc, argv);
   } catch (const std::exception& error) {
     std::fprintf(stderr, "wlanctl: %s; this is a fault of the tool\n", error.what());

@@ -1,6 +1,6 @@
 #include <sstream>
 
-#include "fuzz/door.h"
+#include "fuzz/library_stand.h"
 #include "support/sandbox.h"
 
 namespace {

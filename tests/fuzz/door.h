@@ -1,4 +1,4 @@
-// What the fuzz doors share. A door takes any bytes, puts them where a hostile file, driver, process or caller could, and
+// What all fuzz doors share; library_stand.h and tool_stand.h have what those of the library and of the tool do. A door takes any bytes, puts them where a hostile file, driver, process or caller could, and
 // ends the process when a rule of the contract is broken; the sanitizers look after memory.
 #pragma once
 
@@ -7,13 +7,14 @@
 #include <string>
 #include <string_view>
 
-#include "wifimgr_lib.h"
-
 namespace fuzz {
 
-#define DOOR(name, about) void try_##name(std::string_view input);
+#define DOOR(name, stand, about) void try_##name(std::string_view input);
 #include "fuzz/doors.def"
 #undef DOOR
+
+// No row of that list: finds something in every input.
+void try_broken(std::string_view input);
 
 // Says which rule is broken and ends the process.
 void require(bool holds, const char* rule);
@@ -21,17 +22,8 @@ void require(bool holds, const char* rule);
 // Once per process, in namespaces of its own: the folders that the library's own paths lead to.
 void prepare();
 
-// Before each input: no store, no lock, nothing recorded.
+// Before each input: no store, no lock, nothing recorded. Each stand has its own.
 void forget();
-
-// Loads a band anew as a fresh process would; returns what wifimgr_lib_init did.
-int load(int band, std::string_view dat_text);
-
-// The lock is free; every key and field ends.
-void require_whole_store(int band);
-
-// The keys of a band's segment, in their order.
-std::string keys(int band);
 
 // Runs what prints without printing it.
 template <typename Run>

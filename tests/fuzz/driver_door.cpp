@@ -2,8 +2,8 @@
 #include <fstream>
 #include <memory>
 
-#include "fuzz/door.h"
 #include "fuzz/functions.h"
+#include "fuzz/library_stand.h"
 #include "support/requests.h"
 #include "support/sandbox.h"
 #include "support/seams.h"

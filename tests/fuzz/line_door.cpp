@@ -1,7 +1,7 @@
 #include <cstring>
 #include <memory>
 
-#include "fuzz/door.h"
+#include "fuzz/library_stand.h"
 
 namespace {
 

@@ -20,8 +20,16 @@ struct Door {
   const char* name;
   void (*attempt)(std::string_view input);
 };
+// Those of one stand: the stand-ins of the other would be in their way.
+#ifdef DOORS_OF_TOOL
+#define DOOR_LIBRARY(name)
+#define DOOR_TOOL(name) {#name, fuzz::try_##name},
+#else
+#define DOOR_LIBRARY(name) {#name, fuzz::try_##name},
+#define DOOR_TOOL(name)
+#endif
 constexpr Door kDoors[] = {
-#define DOOR(name, about) {#name, fuzz::try_##name},
+#define DOOR(name, stand, about) DOOR_##stand(name)
 #include "fuzz/doors.def"
 #undef DOOR
 };

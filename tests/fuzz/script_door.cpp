@@ -2,7 +2,7 @@
 #include <memory>
 
 #include "api_lib_utility.h"
-#include "fuzz/door.h"
+#include "fuzz/library_stand.h"
 #include "support/sandbox.h"
 #include "support/seams.h"
 

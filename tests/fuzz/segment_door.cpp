@@ -2,8 +2,8 @@
 
 #include <cstring>
 
-#include "fuzz/door.h"
 #include "fuzz/functions.h"
+#include "fuzz/library_stand.h"
 #include "support/sandbox.h"
 
 namespace {

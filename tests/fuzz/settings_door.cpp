@@ -1,8 +1,8 @@
 #include <type_traits>
 #include <vector>
 
-#include "fuzz/door.h"
 #include "fuzz/functions.h"
+#include "fuzz/library_stand.h"
 #include "support/sandbox.h"
 
 namespace {

@@ -19,9 +19,10 @@ namespace {
 
 std::vector<Danger> dangers_of(Band band) {
   std::vector<Danger> dangers;
+  const int ssids = ssid_count(band);
   for (const Key& key : all_keys()) {
-    if (!key.is_on(band) || key.scope == Scope::kLink) continue;
-    const int last = key.scope == Scope::kBand ? 1 : ssid_count(band);
+    if (!key.is_on(band) || key.scope == Scope::kLink || !is_in_script(key)) continue;
+    const int last = key.scope == Scope::kBand ? 1 : ssids;
     for (int i = 1; i <= last; ++i) {
       const Target target = {&key, key.scope == Scope::kBand ? -1 : i};
       // What stands behind a line end in it, the script would take for a line of its own.

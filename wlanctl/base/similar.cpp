@@ -8,7 +8,10 @@
 namespace wlanctl {
 namespace {
 
-// How many characters must be added, left out or changed to make one of the other; capitals do not matter.
+constexpr size_t kMost = 2;
+
+// How many characters must be added, left out or changed to make one of the other; capitals do not matter. More than
+// kMost are not counted.
 size_t typos_between(const std::string& left, const std::string& right) {
   std::vector<size_t> row(right.size() + 1);
   std::iota(row.begin(), row.end(), size_t{0});
@@ -22,6 +25,7 @@ size_t typos_between(const std::string& left, const std::string& right) {
       diagonal = row[j];
       row[j] = std::min({changed, row[j] + 1, row[j - 1] + 1});
     }
+    if (*std::min_element(row.begin(), row.end()) > kMost) return kMost + 1;
   }
   return row[right.size()];
 }
@@ -29,8 +33,8 @@ size_t typos_between(const std::string& left, const std::string& right) {
 }  // namespace
 
 bool is_mistyped(const std::string& word, const std::string& text) {
-  constexpr size_t kTypos = 2;
-  return text.size() > kTypos && typos_between(word, text) <= kTypos;
+  if (text.size() <= kMost || text.size() > word.size() + kMost || word.size() > text.size() + kMost) return false;
+  return typos_between(word, text) <= kMost;
 }
 
 }  // namespace wlanctl

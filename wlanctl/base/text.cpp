@@ -1,5 +1,6 @@
 #include "wlanctl/base/text.h"
 
+#include <algorithm>
 #include <charconv>
 
 namespace wlanctl {
@@ -57,12 +58,12 @@ std::vector<std::string> lines_of(const std::string& text) {
 }
 
 std::vector<std::string> words_of(const std::string& text) {
-  constexpr char kBlanks[] = " \t\n\v\f\r";
+  const auto is_blank = [](char byte) { return byte == ' ' || (byte >= '\t' && byte <= '\r'); };
   std::vector<std::string> words;
-  for (size_t at = text.find_first_not_of(kBlanks); at != std::string::npos;) {
-    const size_t end = text.find_first_of(kBlanks, at);
-    words.push_back(text.substr(at, end - at));
-    at = text.find_first_not_of(kBlanks, end);
+  for (auto at = std::find_if_not(text.begin(), text.end(), is_blank); at != text.end();) {
+    const auto end = std::find_if(at, text.end(), is_blank);
+    words.emplace_back(at, end);
+    at = std::find_if_not(end, text.end(), is_blank);
   }
   return words;
 }

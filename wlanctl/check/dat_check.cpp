@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <map>
 #include <optional>
+#include <set>
 
 #include "wlanctl/base/terminal.h"
 #include "wlanctl/base/text.h"
@@ -29,12 +30,14 @@ void add_if_missing(const std::string& key, const std::string& value, std::vecto
   if (parse_data_from_line(line.data(), &record) == 0) table->push_back(record);
 }
 
-// The file as the loader has it, without what it would stumble over, and with all SSIDs served: whether a value is good
-// does not depend on whether its SSID is.
+// The file as the setters see it: without what the loader would stumble over, what they do not look at, and further lines
+// of a key, so that a file of many lines is judged soon. All SSIDs are served: whether a value is good does not depend on
+// whether its SSID is.
 std::vector<wifimgr_attr_record> table_of(const std::vector<DatLine>& lines) {
   std::vector<wifimgr_attr_record> table;
+  std::set<std::string> taken;
   for (const DatLine& line : lines) {
-    if (!line.is_judged) continue;
+    if (!line.is_judged || !is_known_dat_key(line.key) || !taken.insert(line.key).second) continue;
     const std::string value = line.key == kSsidCount ? std::to_string(WIFIMGR_FIELDS) : joined(line.fields, ";");
     std::string text = line.key + "=" + value + "\n";
     wifimgr_attr_record record = {};
@@ -182,10 +185,13 @@ class Check {
     if (asked.empty()) asked = {key.is_on(Band::k2_4G) ? Band::k2_4G : Band::k5G};
     std::string reason;
     for (const Band band : asked) {
-      DetachedStore store(band, table_);
+      std::optional<DetachedStore>& store = stores_[number_of(band)];
+      if (!store) store.emplace(band, table_);
       const ShellScope nothing_runs(ShellMode::kDrop);
       clear_messages();
-      if (key.setter(wifi_type_of(band), index, value.c_str()) == 0) return std::nullopt;
+      const bool is_taken = key.setter(wifi_type_of(band), index, value.c_str()) == 0;
+      store->restore();
+      if (is_taken) return std::nullopt;
       if (reason.empty()) reason = first_reason();
     }
     return reason;
@@ -198,6 +204,8 @@ class Check {
   const std::vector<Band>& bands_;
   DatText text_;
   std::vector<wifimgr_attr_record> table_;
+  std::optional<DetachedStore>
+      stores_[kBandCount];  // by band, made for the first value; as the table has it in between
   std::optional<size_t> ssids_;
   std::map<std::string, int> first_lines_;
 };

@@ -1,23 +1,27 @@
 #include "wlanctl/command_line/parse.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 
 #include "wlanctl/command_line/help.h"
 
 namespace wlanctl {
 namespace {
 
+using CommandLine = std::vector<std::string>;
+
 class Parser {
  public:
-  Parser(const Program& program, Words* said) : said_(said), app_(program.verb.help, program.verb.name) {
+  Parser(const Program& program, const CommandLine& words, Words* said)
+      : words_(words), said_(said), app_(program.verb.help, program.verb.name) {
     app_.set_help_flag("-h,--help", kHelpMeaning);
     app_.set_version_flag("--version", program.version, kVersionMeaning);
-    add_below(app_, program.verb, "");
+    add_below(app_, program.verb, "", words_.begin());
   }
 
-  Parsed parse(const std::vector<std::string>& words) {
+  Parsed parse() {
     try {
-      app_.parse(std::vector<std::string>(words.rbegin(), words.rend()));
+      app_.parse(CommandLine(words_.rbegin(), words_.rend()));
     } catch (const CLI::CallForHelp&) {
       return {Parsed::Asks::kHelp, nullptr, "help", wrapped_help(app_.help())};
     } catch (const CLI::CallForVersion&) {
@@ -30,14 +34,31 @@ class Parser {
   }
 
  private:
-  void add_below(CLI::App& app, const Verb& verb, const std::string& path) {
+  // The verb below that the words name, where the first one that is no option does; to make the rows of all the others is
+  // most of what a short verb takes. Null where they are needed: for the help that lists them, and for what is wrong.
+  const Verb* named_below(const Verb& verb, CommandLine::const_iterator* next) const {
+    const auto word =
+        std::find_if_not(*next, words_.end(), [](const std::string& one) { return one.starts_with('-'); });
+    if (word == words_.end()) return nullptr;
+    for (const Verb* const below : verb.verbs) {
+      if (*word != below->name) continue;
+      *next = word + 1;
+      return below;
+    }
+    return nullptr;
+  }
+
+  // `next` is the first of the words that may name a verb below.
+  void add_below(CLI::App& app, const Verb& verb, const std::string& path, CommandLine::const_iterator next) {
     app.footer(verb.footer);
     app.require_subcommand(1);
+    const Verb* const named = named_below(verb, &next);
     for (const Verb* const below : verb.verbs) {
+      if (named != nullptr && below != named) continue;
       CLI::App& added = *app.add_subcommand(below->name, below->help);
       const std::string path_below = (path.empty() ? "" : path + " ") + below->name;
       if (below->run == nullptr) {
-        add_below(added, *below, path_below);
+        add_below(added, *below, path_below, next);
       } else {
         add_verb(added, *below, path_below);
       }
@@ -103,6 +124,7 @@ class Parser {
     }
   }
 
+  const CommandLine& words_;
   Words* said_;
   CLI::App app_;
   Parsed chosen_;
@@ -111,7 +133,7 @@ class Parser {
 }  // namespace
 
 Parsed parse(const Program& program, const std::vector<std::string>& words, Words* said) {
-  return Parser(program, said).parse(words);
+  return Parser(program, words, said).parse();
 }
 
 }  // namespace wlanctl

@@ -70,7 +70,9 @@ std::string text_of_records(const std::vector<wifimgr_attr_record>& records) {
 
 std::optional<std::vector<wifimgr_attr_record>> parse_records(const std::string& text) {
   std::vector<wifimgr_attr_record> records;
-  for (const std::string& line : lines_of(text)) {
+  const std::vector<std::string> lines = lines_of(text);
+  records.reserve(lines.size());
+  for (const std::string& line : lines) {
     wifimgr_attr_record record = {};
     if (!parse_record(line, &record)) return std::nullopt;
     records.push_back(record);

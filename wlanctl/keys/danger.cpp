@@ -49,6 +49,10 @@ bool is_address_list(const std::string& value) {
 
 }  // namespace
 
+bool is_in_script(const Key& key) {
+  return place_in_script(key.name) != InScript::kNowhere;
+}
+
 std::string shell_danger_of(const Key& key, const std::string& value) {
   const std::string name = key.name;
   const InScript place = place_in_script(name);

@@ -7,6 +7,9 @@ namespace wlanctl {
 
 struct Key;
 
+// Whether the driver's script has the setting's values at all.
+bool is_in_script(const Key& key);
+
 // Why a shell would act on the value when the driver's script is run; "" when none would.
 std::string shell_danger_of(const Key& key, const std::string& value);
 

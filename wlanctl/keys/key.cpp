@@ -19,6 +19,9 @@ using enum Numbering;
 
 constexpr long kMostChoices = 16;
 
+// What stands for the number in the dat key of a row.
+constexpr char kNumber[] = "%d";
+
 // The table's words, in the tool's.
 constexpr Scope SCOPE_BAND = kBand;
 constexpr Scope SCOPE_SSID = kSsid;
@@ -79,8 +82,8 @@ constexpr Key kRows[] = {
 // "Wds%dKey" is WdsKey to the user, whichever link it is of.
 std::string name_of(const Key& row) {
   std::string name = row.dat_key;
-  const size_t number = name.find("%d");
-  if (number != std::string::npos) name.erase(number, 2);
+  const size_t number = name.find(kNumber);
+  if (number != std::string::npos) name.erase(number, sizeof kNumber - 1);
   return name;
 }
 
@@ -109,6 +112,27 @@ std::vector<Key> make_keys() {
   return keys;
 }
 
+// Every line of a dat file is looked for, more than once.
+const std::vector<const Key*>& keys_by_dat_key() {
+  static const std::vector<const Key*> sorted = [] {
+    std::vector<const Key*> keys;
+    for (const Key& key : all_keys()) keys.push_back(&key);
+    std::sort(keys.begin(), keys.end(),
+              [](const Key* left, const Key* right) { return std::strcmp(left->dat_key, right->dat_key) < 0; });
+    return keys;
+  }();
+  return sorted;
+}
+
+// The row whose dat key this is, its "%d" included.
+const Key* with_dat_key(const std::string& dat_key) {
+  const auto& keys = keys_by_dat_key();
+  const auto found = std::lower_bound(keys.begin(), keys.end(), dat_key, [](const Key* key, const std::string& text) {
+    return text.compare(key->dat_key) > 0;
+  });
+  return found != keys.end() && dat_key == (*found)->dat_key ? *found : nullptr;
+}
+
 std::vector<std::string> split(const char* text) {
   std::istringstream stream(text);
   std::vector<std::string> parts;
@@ -132,17 +156,16 @@ const Key* find_key(const std::string& name) {
 
 const Key* find_dat_key(const std::string& dat_key, int* index) {
   *index = 0;
-  for (const Key& key : all_keys()) {
-    if (key.numbering == kShared) {
-      if (dat_key == key.dat_key) return &key;
-      continue;
-    }
-    const int last = key.scope == kLink ? kLinks : WIFIMGR_FIELDS;
-    for (int i = 1; i <= last; ++i) {
-      if (dat_key != dat_key_of(key, i)) continue;
-      *index = i;
-      return &key;
-    }
+  if (const Key* const key = with_dat_key(dat_key); key != nullptr && key->numbering == kShared) return key;
+  // One of its digits may be the number, wherever in the key it stands.
+  for (size_t at = 0; (at = dat_key.find_first_of("0123456789", at)) != std::string::npos; ++at) {
+    std::string row = dat_key;
+    const Key* const key = with_dat_key(row.replace(at, 1, kNumber));
+    if (key == nullptr || key->numbering == kShared) continue;
+    const int number = dat_key[at] - '0' + (key->numbering == kFromZero ? 1 : 0);
+    if (number < 1 || number > (key->scope == kLink ? kLinks : WIFIMGR_FIELDS)) continue;
+    *index = number;
+    return key;
   }
   return nullptr;
 }

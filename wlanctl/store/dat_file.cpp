@@ -16,12 +16,12 @@ namespace {
 // The loader takes the first address only of a list that has a record of its own. The library, and the file after a save,
 // have all of it in the first field.
 void keep_list_whole(const std::string& line, wifimgr_attr_record* record) {
-  int index = 0;
-  const Key* const key = find_dat_key(record->key, &index);
-  if (key == nullptr || !is_split_list(*key) || key->numbering == Numbering::kShared) return;
   std::string value = line.substr(line.find('=') + 1);
   value.resize(std::min(value.find('='), value.size()));
   if (value.find(';') == std::string::npos) return;
+  int index = 0;
+  const Key* const key = find_dat_key(record->key, &index);
+  if (key == nullptr || !is_split_list(*key) || key->numbering == Numbering::kShared) return;
   std::memset(record->field, 0, sizeof record->field);
   (void)std::snprintf(record->field[0], sizeof record->field[0], "%s", value.c_str());
 }

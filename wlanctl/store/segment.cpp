@@ -136,7 +136,7 @@ bool can_be_locked(Band band, Report& report) {
 
 bool is_usable(Band band, Report& report, Content content) {
   if (!can_be_locked(band, report)) return false;
-  if (content == Content::kNeeded && table_of_store(band).empty()) {
+  if (content == Content::kNeeded && StoreLock(band).is_empty()) {
     return fail(band, report, std::string("the store of ") + label_of(band) + " is empty",
                 std::string("wlanctl revert ") + label_of(band) + " fills it from the dat file");
   }
@@ -162,12 +162,16 @@ StoreLock::~StoreLock() {
   if (held_) (void)semaphore_v(id_);
 }
 
+bool StoreLock::is_empty() const {
+  return size_of_store(band_) < sizeof(wifimgr_attr_record) || *address_of(band_) == '\0';
+}
+
 std::vector<wifimgr_attr_record> StoreLock::table() const {
-  std::vector<wifimgr_attr_record> records;
   const auto* const table = reinterpret_cast<const wifimgr_attr_record*>(address_of(band_));
   const size_t room = size_of_store(band_) / sizeof *table;
-  for (size_t i = 0; i < room && table[i].key[0] != '\0'; ++i) records.push_back(table[i]);
-  return records;
+  size_t used = 0;
+  while (used < room && table[used].key[0] != '\0') ++used;
+  return {table, table + used};
 }
 
 bool StoreLock::replace(const std::vector<wifimgr_attr_record>& content) const {

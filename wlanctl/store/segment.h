@@ -43,6 +43,7 @@ class StoreLock {
   ~StoreLock();
   explicit operator bool() const { return held_; }
 
+  bool is_empty() const;  // of records
   std::vector<wifimgr_attr_record> table() const;
   bool replace(const std::vector<wifimgr_attr_record>& content) const;
 

@@ -25,19 +25,25 @@ std::optional<std::string> read_field(Band band, const std::string& dat_key, int
   return std::string(text, strnlen(text, sizeof text));
 }
 
+// Without its line end. There are some thousand fields in a band, most of them empty.
 std::string text_of(const char* field, size_t most) {
-  return without_line_end(std::string(field, strnlen(field, most)));
+  const auto is_end = [](char byte) { return byte == '\0' || byte == '\r' || byte == '\n'; };
+  return {field, std::find_if(field, field + most, is_end)};
 }
 
 }  // namespace
 
 std::vector<StoreRecord> records_of(const std::vector<wifimgr_attr_record>& table) {
-  std::vector<StoreRecord> records;
-  for (const wifimgr_attr_record& record : table) {
-    StoreRecord& shown = records.emplace_back();
-    shown.key = text_of(record.key, sizeof record.key);
-    for (const auto& field : record.field) shown.fields.push_back(text_of(field, sizeof field));
-    while (!shown.fields.empty() && shown.fields.back().empty()) shown.fields.pop_back();
+  std::vector<StoreRecord> records(table.size());
+  for (size_t i = 0; i < table.size(); ++i) {
+    const wifimgr_attr_record& record = table[i];
+    records[i].key = text_of(record.key, sizeof record.key);
+    for (size_t field = 0; field < WIFIMGR_FIELDS; ++field) {
+      std::string text = text_of(record.field[field], sizeof record.field[field]);
+      if (text.empty()) continue;
+      records[i].fields.resize(field);
+      records[i].fields.push_back(std::move(text));
+    }
   }
   return records;
 }

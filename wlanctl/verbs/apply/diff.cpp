@@ -31,9 +31,9 @@ namespace {
 using Fields = std::vector<std::string>;
 using Values = std::map<std::string, Fields>;
 
-Values values_of(const std::vector<StoreRecord>& records) {
+Values values_of(std::vector<StoreRecord> records) {
   Values values;
-  for (const StoreRecord& record : records) values[record.key] = record.fields;
+  for (StoreRecord& record : records) values[record.key] = std::move(record.fields);
   return values;
 }
 
@@ -68,10 +68,11 @@ std::vector<Difference> differences(const Values& live, const Values& file, size
   std::vector<Difference> found;
   const auto compare = [&](const std::string& key, const Fields& in_store, const Fields& in_file) {
     const size_t fields = std::max(in_store.size(), in_file.size());
-    for (size_t i = 0; i < fields && !is_beyond(key, i, ssids); ++i) {
+    for (size_t i = 0; i < fields; ++i) {
       std::string left = field_of(in_store, i);
       std::string right = field_of(in_file, i);
       if (left == right) continue;
+      if (is_beyond(key, i, ssids)) break;
       if (is_secret_dat_key(key) && !secrets) {
         if (!left.empty()) left = std::string(kMasked) + (right.empty() ? "" : " (new)");
         if (!right.empty()) right = kMasked;
