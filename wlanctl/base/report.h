@@ -51,6 +51,7 @@ class Report {
 
   // Something to know that is no problem; on standard error in text mode.
   void note(const std::string& text) { notes_.push_back(text); }
+  const std::vector<std::string>& notes() const { return notes_; }
   bool has_problems() const { return !problems_.empty(); }
   const std::vector<Problem>& problems() const { return problems_; }
 

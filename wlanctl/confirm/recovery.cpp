@@ -43,7 +43,7 @@ void recover_pending(Band band, Report& report) {
     return;
   }
   if (pending->is_lost(true)) {
-    const bool done = undo(*pending, report);
+    const bool done = undo(*pending, By::kRecovery, report);
     const bool was_begun = pending->phase != Phase::kPrepared;
     report.note(apply +
                 (pending->phase == Phase::kWaiting ? " was not confirmed in time and its guardian is gone; "

@@ -33,6 +33,9 @@ int segment_of(Band band) {
 // The segments that were opened. Others may have come in their place meanwhile.
 int g_opened[kBandCount] = {-1, -1};
 
+// Never taken down: the library would speak of it when the tool has ended already.
+const DetachedStore* g_detached[kBandCount];
+
 bool fail(Band band, Report& report, const std::string& message, const std::string& next) {
   address_of(band) = nullptr;
   report.problem({message, next, about(band)});
@@ -185,8 +188,6 @@ bool open_store(Band band, Report& report, Content content) {
 }
 
 bool look_at_store(Band band, Report& report) {
-  // Never taken down: the library would speak of it when the tool has ended already.
-  [[maybe_unused]] static const DetachedStore* files[kBandCount];
   if (is_store_open(band)) return true;
   const std::string label = label_of(band);
   {
@@ -202,10 +203,14 @@ bool look_at_store(Band band, Report& report) {
         "there is no store of " + label + ", and its dat file " + (content ? "has no settings" : "cannot be read"),
         "is " + dat_path_of(band) + " there, readable and whole?");
   }
-  files[number_of(band)] = new DetachedStore(band, *content);
+  g_detached[number_of(band)] = new DetachedStore(band, *content);
   g_opened[number_of(band)] = segment_of(band);
   report.note("there is no live store of " + label + " yet; this is what its dat file says");
   return true;
+}
+
+bool is_store_detached(Band band) {
+  return g_detached[number_of(band)] != nullptr;
 }
 
 bool is_store_open(Band band) {

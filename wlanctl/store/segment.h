@@ -24,6 +24,9 @@ bool is_store_open(Band band);
 // The same for who only looks: where there is no store it is not made, but the dat file is read, with a note.
 bool look_at_store(Band band, Report& report);
 
+// Whether it is only the dat file that is looked at.
+bool is_store_detached(Band band);
+
 // Attaches the segment anew where somebody has removed it, and made another, since it was opened.
 bool reopen_if_replaced(Band band, Report& report);
 

@@ -21,6 +21,8 @@ extern const Verb kRevert;
 extern const Verb kApply;
 extern const Verb kConfirm;
 extern const Verb kRollback;
+extern const Verb kLog;
+extern const Verb kUndo;
 // live/
 extern const Verb kStatus;
 extern const Verb kStations;

@@ -17,11 +17,11 @@
 #include "wlanctl/keys/secret_mask.h"
 #include "wlanctl/keys/value_rule.h"
 #include "wlanctl/library/messages.h"
-#include "wlanctl/library/output.h"
 #include "wlanctl/library/shell.h"
 #include "wlanctl/store/private_store.h"
 #include "wlanctl/store/saved_text.h"
 #include "wlanctl/store/segment.h"
+#include "wlanctl/store/setter.h"
 #include "wlanctl/store/value.h"
 #include "wlanctl/verbs/verbs.h"
 
@@ -43,17 +43,8 @@ void refuse(Report& report, Band band, const Assignment& assignment, const std::
                   next, about_assignment(band, assignment, reason)});
 }
 
-// Asks the library's own setter, and only that. Some tell the driver too, whose tool prints.
 bool is_stored(Band band, const Assignment& assignment) {
-  clear_messages();
-  clear_shell_status();
-  const CaughtOutput unheard;
-  const Key& key = *assignment.target.key;
-  if (key.setter(wifi_type_of(band), assignment.target.index, assignment.value.c_str()) != 0) {
-    return false;
-  }
-  spread_list(band, key, assignment.value);
-  return true;
+  return set_by_library(band, assignment.target, assignment.value);
 }
 
 void read_assignments(const Words& words, Band band, Report& report, std::vector<Assignment>* assignments) {
@@ -151,17 +142,6 @@ void try_out(const Words& words, Band band, Report& report, const std::vector<As
   const Outlook after = outlook_of(band);
   if (!words.force) refuse_losses(band, report, assignments, before, after);
   if (!report.has_problems()) note_adjustments(report, assignments, before, after);
-}
-
-struct Stored {
-  Target target;
-  std::string before;
-};
-
-void take_back(Band band, const std::vector<Stored>& stored) {
-  for (auto one = stored.rbegin(); one != stored.rend(); ++one) {
-    write_value(band, *one->target.key, one->target.index, one->before);
-  }
 }
 
 int run(const Words& words, Report& report) {
