@@ -321,7 +321,7 @@ int run(const Words& words, Report& report) {
 }
 
 constexpr Word kWords[] = {
-    {"BAND|ENTRY", &Words::operands, "2.4g or 5g; an entry's number, as log has it", {.offers = "entry"}},
+    {"BAND|ENTRY", &Words::operands, "2.4g or 5g; an entry's number, as log has it", {.offers = "band-or-entry"}},
     {"--dry-run", &Words::dry_run, "Show what would be set; touch nothing"},
     {"--force", &Words::force, "Also what has changed since; leave what cannot be brought back"},
     word::kSecrets,
