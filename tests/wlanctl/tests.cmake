@@ -31,7 +31,7 @@ if(NOT WIFIMGR_TEST_PROGRAMS)
   target_precompile_headers(wlanctl_test_support PRIVATE <gmock/gmock.h> <gtest/gtest.h> <nlohmann/json.hpp>)
 endif()
 
-foreach(name apply_killed apply board calibration check completion confirm danger debug diff dry_run in_force interrupt keys
-    live_store lock loss man neighbours power_cut recording schema secret set show stations status unlock wps)
+foreach(name apply_killed apply board calibration check completion confirm danger debug diff dry_run history history_folder history_killed in_force interrupt keys
+    live_store lock loss man neighbours power_cut recording schema secret set show stations status three_states undo unlock wps)
   wifimgr_program_test(wlanctl_test_support ${name}_test wlanctl/${name}_test.cpp)
 endforeach()
