@@ -52,7 +52,7 @@ TEST(HistoryFolder, HoldsNoMoreThanAHundredEntries) {
 TEST(HistoryFolder, HoldsNoMoreBytesThanItMay) {
   const Result result =
       run_story(kSave + "for i in 2 3 4 5; do head -c 65000 /dev/zero >" + std::string(kFolder) +
-                "/entry-$i; done; head -c 2000 /dev/zero >" + kFolder + "/entry-6;" + kSave + "ls " + kFolder);
+                "/entry-$i; done; head -c 2100 /dev/zero >" + kFolder + "/entry-6;" + kSave + "ls " + kFolder);
   EXPECT_EQ("entry-3\nentry-4\nentry-5\nentry-6\nentry-7\n", result.out);
 }
 

@@ -117,7 +117,8 @@ TEST(History, HasAnApplyThatCouldNotWriteTheDatFile) {
 }
 
 TEST(History, HasAnApplyThatIsNotInForce) {
-  const Json entries = entries_after("echo 'exit 1' | stand_in brctl; wlanctl set 2.4g Channel=1; wlanctl apply 2.4g");
+  const Json entries =
+      entries_after("simctl fail brctl exit=1 addif ra1; wlanctl set 2.4g Channel=1; wlanctl apply 2.4g");
   EXPECT_EQ(false, entries[0]["in_force"]);
   EXPECT_EQ(6, entries[0]["exit_code"]);
   EXPECT_EQ("done", entries[0]["state"]);
@@ -168,8 +169,10 @@ TEST(History, HasARollBackByTheNextWlanctl) {
 }
 
 TEST(History, HasARollBackByTheApplyItself) {
-  const Json entries = entries_after("echo 'exit 1' | stand_in brctl; " + kChange + "wlanctl apply 2.4g --confirm 600");
+  const Json entries =
+      entries_after("simctl fail brctl exit=1 addif ra1; " + kChange + "wlanctl apply 2.4g --confirm 600");
   expect_rolled_back(entries, "apply");
+  ASSERT_EQ(2u, entries.size());
   EXPECT_EQ(false, entries[1]["in_force"]);
   EXPECT_EQ(6, entries[1]["exit_code"]);
 }
@@ -179,6 +182,7 @@ TEST(History, HasAnApplyThatWasKilledAndItsRollBack) {
                                      "killed_at 'after 2 /var/run/wlanctl-pending-2.4g' wlanctl apply 2.4g "
                                      "--confirm 600; gone 2.4g; no_guardian");
   expect_rolled_back(entries, "guardian");
+  ASSERT_EQ(2u, entries.size());
   EXPECT_EQ("begun", entries[1]["state"]);
   EXPECT_EQ(Json::parse(R"({"key":"Channel","index":-1,"from":6,"to":1})"), change_of(entries[1], "Channel"));
 }
@@ -235,7 +239,7 @@ TEST(Log, IsTextWithAHeadAndTheNamesOfWhatChanged) {
       ">/dev/null 2>&1; wlanctl log");
   const Words lines = lines_of(result.out);
   ASSERT_EQ(4u, lines.size());
-  EXPECT_THAT(lines[0], MatchesRegex("2  ....-..-.. ..:..:..  2.4g  save  by root"));
+  EXPECT_THAT(lines[0], MatchesRegex("2  ....-..-.. ..:..:..  2.4g  save  by root  done"));
   EXPECT_EQ("    no change of a setting", lines[1]);
   EXPECT_EQ("    EAPifname", lines[3]);
 }

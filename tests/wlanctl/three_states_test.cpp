@@ -134,7 +134,7 @@ TEST(DiffExitCode, LeavesTheCodesOfErrorsAlone) {
                 "; wlanctl diff 2.4g --exit-code; echo $?; wlanctl diff 2.4g nowhere --exit-code; echo $?");
   EXPECT_EQ("2\n2\n", result.out);
   const Result lacking = run_story(
-      "echo 'exit 1' | stand_in brctl; wlanctl set 2.4g Channel=1 >/dev/null; wlanctl apply 2.4g "
+      "simctl fail brctl exit=1 addif ra1 >/dev/null; wlanctl set 2.4g Channel=1 >/dev/null; wlanctl apply 2.4g "
       ">/dev/null 2>&1; wlanctl set 2.4g Channel=3 >/dev/null; wlanctl diff 2.4g --exit-code >/dev/null; "
       "echo $?");
   EXPECT_EQ("6\n", lacking.out);

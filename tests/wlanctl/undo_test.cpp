@@ -71,14 +71,16 @@ TEST(Undo, OfARollBackBringsBackWhatWasRolledBack) {
 TEST(Undo, OfAnotherSsidCountBringsBackItsSsids) {
   const Result result = run_story(
       "wlanctl set 2.4g BssidNum=3 SSID:3=Third EnableSSID:3=1 >/dev/null 2>&1; wlanctl save 2.4g >/dev/null 2>&1;"
-      "wlanctl set 2.4g BssidNum=2 >/dev/null; wlanctl save 2.4g >/dev/null 2>&1; wlanctl undo >/dev/null;"
-      "wlanctl get 2.4g BssidNum SSID:3");
-  EXPECT_EQ("BssidNum  3\nSSID:3    Third\n", result.out);
+      "wlanctl set 2.4g BssidNum=2 >/dev/null; wlanctl save 2.4g --force >/dev/null 2>&1; wlanctl undo >/dev/null;"
+      "wlanctl get 2.4g BssidNum SSID:3; wlanctl undo 2.4g 1; wlanctl get 2.4g BssidNum SSID:3");
+  EXPECT_THAT(result.out, testing::StartsWith("BssidNum  3\nSSID:3    Third\n"));
+  EXPECT_THAT(result.out, testing::EndsWith("BssidNum  2\nSSID:3    Gateway-3\n"));
 }
 
 TEST(Undo, OfAListBringsAllOfItBack) {
   const Result result = run_story(
-      "wlanctl get 2.4g AutoChannelSkipList >was 2>&1; wlanctl set 2.4g 'AutoChannelSkipList=1;2;3;4;5' >/dev/null "
+      "wlanctl get 2.4g AutoChannelSkipList >was 2>/dev/null; wlanctl set 2.4g 'AutoChannelSkipList=1;2;3;4;5' "
+      ">/dev/null "
       "2>&1;"
       "wlanctl revert 2.4g >/dev/null 2>&1; wlanctl undo --json; wlanctl undo 2 >/dev/null; wlanctl get 2.4g "
       "AutoChannelSkipList | cmp - was && echo same");
@@ -172,7 +174,8 @@ TEST(Undo, SaysWhatItCannotBringBackAndBringsBackNothing) {
     const char* reason;
   } kRows[] = {
       {":RTSThreshold :99999 :2347", "RTSThreshold of 2.4g cannot be brought back to \"99999\": "},
-      {":NoSuchKey :1 :2", "NoSuchKey of 2.4g cannot be brought back to \"1\": the library has no setter for it"},
+      {":NoSuchSetting :1 :2",
+       "NoSuchSetting of 2.4g cannot be brought back to \"1\": the library has no setter for it"},
       {":SSID:9 :a :b", "SSID:9 of 2.4g cannot be brought back to \"a\": the library has no setter for it"},
   };
   for (const auto& row : kRows) {

@@ -109,6 +109,7 @@ std::vector<std::string> result_words(const History& history, const Entry& entry
   if (other != nullptr) {
     words.push_back((other->deed == Deed::kUndo ? "undone by " : "rolled back by ") + std::to_string(other->number));
   }
+  if (words.empty()) words.emplace_back("done");
   return words;
 }
 

@@ -9,6 +9,7 @@
 #include "wlanctl/confirm/recovery.h"
 #include "wlanctl/files/lock.h"
 #include "wlanctl/history/record.h"
+#include "wlanctl/keys/dat_key.h"
 #include "wlanctl/library/messages.h"
 #include "wlanctl/library/shell.h"
 #include "wlanctl/store/private_store.h"
@@ -156,11 +157,24 @@ bool is_back(Band band, const Step& step) {
   return read_value(band, *step.target.key, step.target.index) == step.change.from;
 }
 
+// The library sets what belongs to an SSID only while the band has it: one that goes goes last, one that comes comes first.
+void put_in_order(std::vector<Step>* steps) {
+  const auto is_count = [](const Step& step) { return step.change.name == kSsidCount; };
+  const auto count = std::find_if(steps->begin(), steps->end(), is_count);
+  if (count == steps->end()) return;
+  if (number_in(count->change.from).value_or(0) < number_in(count->now).value_or(0)) {
+    std::rotate(count, count + 1, steps->end());
+  } else {
+    std::rotate(steps->begin(), count, count + 1);
+  }
+}
+
 // On a private copy, whatever order the library wants: a value may be refused until another one is back.
 std::vector<Step> try_out(Undoing* undoing) {
   const Band band = undoing->entry.band;
   const PrivateStore copy(band);
   const ShellScope nothing_runs(ShellMode::kDrop);
+  put_in_order(&undoing->steps);
   std::vector<Step> done;
   std::vector<std::string> reasons(undoing->steps.size());
   for (bool is_moving = true; is_moving && done.size() <= 4 * undoing->steps.size();) {
