@@ -55,7 +55,7 @@ TEST(History, HasWhatAnApplyMadeConsistentByItself) {
 TEST(History, TellsWhatAnApplyMeant) {
   EXPECT_EQ("save",
             entries_after("wlanctl apply 2.4g; wlanctl set 2.4g HideSSID:1=1; wlanctl apply 2.4g")[0]["meaning"]);
-  EXPECT_EQ("reboot", entries_after("wlanctl set 2.4g BssidNum=1; wlanctl apply 2.4g")[0]["meaning"]);
+  EXPECT_EQ("reboot", entries_after("wlanctl set 2.4g BssidNum=1; wlanctl apply 2.4g --force")[0]["meaning"]);
 }
 
 TEST(History, HasNothingOfAnApplyWithNothingToApply) {
@@ -74,7 +74,7 @@ TEST(History, HasNothingOfADryRun) {
 }
 
 TEST(History, HasNothingOfASet) {
-  EXPECT_THAT(entries_after(kChange), IsEmpty());
+  EXPECT_THAT(entries_after(kChange + ":"), IsEmpty());
 }
 
 TEST(History, HasASaveAndARevert) {
