@@ -65,16 +65,19 @@ allow wlanctl/apply "$tool" wlanctl/base wlanctl/files wlanctl/library wlanctl/k
 allow wlanctl/history "$tool" wlanctl/base wlanctl/files wlanctl/keys wlanctl/store wlanctl/history
 allow wlanctl/confirm "$tool" wlanctl/base wlanctl/files wlanctl/library wlanctl/keys wlanctl/store wlanctl/apply wlanctl/history \
   wlanctl/confirm
+allow wlanctl/exchange "$tool" wlanctl/base wlanctl/files wlanctl/library wlanctl/keys wlanctl/store wlanctl/check wlanctl/apply \
+  wlanctl/confirm wlanctl/exchange
 allow wlanctl/command_line "$tool" wlanctl/base wlanctl/command_line
 allow wlanctl/completion none wlanctl/base wlanctl/keys wlanctl/command_line wlanctl/completion
 allow wlanctl "$tool" wlanctl/base wlanctl/files wlanctl/library wlanctl/keys wlanctl/store wlanctl/check wlanctl/live \
-  wlanctl/apply wlanctl/history wlanctl/confirm wlanctl/command_line wlanctl/completion wlanctl/verbs wlanctl/verbs/apply
+  wlanctl/apply wlanctl/history wlanctl/confirm wlanctl/exchange wlanctl/command_line wlanctl/completion wlanctl/verbs wlanctl/verbs/apply \
+  wlanctl/verbs/settings
 
-# What is dear to compile is included once.
+# What is dear to compile is included once; the JSON library to print, and to parse.
 once() {
-  [ "$(grep -rlE "^ *# *include *<$1" wlanctl)" = "$2" ] || { echo "$1 is for $2 alone"; failed=1; }
+  [ "$(grep -rlE "^ *# *include *<$1" wlanctl | sort | xargs)" = "$2" ] || { echo "$1 is for $2 alone"; failed=1; }
 }
 once CLI/ wlanctl/command_line/parse.cpp
-once nlohmann/ wlanctl/base/json_print.cpp
+once nlohmann/ 'wlanctl/base/json_print.cpp wlanctl/exchange/json_tree.cpp'
 
 exit $failed

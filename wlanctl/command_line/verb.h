@@ -42,6 +42,13 @@ struct Words {
   bool yes = false;
   int level = 0;
   std::string shell;
+  std::string format = "json";  // of export
+  bool no_secrets = false;
+  std::string output;
+  std::string file;  // of import
+  bool replace = false;
+  bool merge = false;
+  std::string from;  // of set
 };
 
 // The member that a word fills: one of them.

@@ -5,7 +5,7 @@ _wlanctl_words() {
   verbs='' options='' arguments=''
   case $1 in
     '')
-      verbs='show get set keys diff save revert check apply confirm rollback log undo status stations neighbours wps radio led button calibration dump trace unlock completion'
+      verbs='show get set edit keys diff save revert export import check apply confirm rollback log undo status stations neighbours wps radio led button calibration dump trace unlock completion'
       options='--help --version'
       ;;
     'show')
@@ -17,8 +17,12 @@ _wlanctl_words() {
       arguments='band key...'
       ;;
     'set')
-      options='--help --file=file-assignment --literal --force --wait=text --json'
+      options='--help --file=file-assignment --from=file --literal --force --wait=text --json'
       arguments='band assignment...'
+      ;;
+    'edit')
+      options='--help --secrets --force --wait=text --json'
+      arguments='band'
       ;;
     'keys')
       options='--help --json'
@@ -35,6 +39,14 @@ _wlanctl_words() {
     'revert')
       options='--help --force --wait=text --json'
       arguments='band'
+      ;;
+    'export')
+      options='--help --format=json,dat --no-secrets --output=file --json'
+      arguments='band'
+      ;;
+    'import')
+      options='--help --merge --replace --dry-run --force --wait=text --json'
+      arguments='file band'
       ;;
     'check')
       options='--help --band=2.4g,5g --json'

@@ -9,8 +9,6 @@
 namespace wlanctl {
 namespace {
 
-constexpr char kReload[] = "ReloadFlag";
-
 const StoreRecord* record_in(const std::vector<StoreRecord>& records, const std::string& dat_key) {
   for (const StoreRecord& record : records) {
     if (record.key == dat_key) return &record;
@@ -41,39 +39,39 @@ std::string name_of(const Difference& one) {
 
 }  // namespace
 
-std::string Change::key() const {
+std::string SettingChange::key() const {
   return name.substr(0, name.find(':'));
 }
 
-int Change::index() const {
+int SettingChange::index() const {
   const size_t colon = name.find(':');
   const int64_t number = colon == std::string::npos ? 0 : number_in(name.substr(colon + 1)).value_or(0);
   return number >= 1 && number <= WIFIMGR_FIELDS ? static_cast<int>(number) : -1;
 }
 
-bool Change::is_secret() const {
+bool SettingChange::is_secret() const {
   const Key* const known = find_key(key());
   return known != nullptr ? known->secret : is_secret_dat_key(key());
 }
 
-std::optional<Target> Change::target(Band band) const {
+std::optional<Target> SettingChange::target(Band band) const {
   Report unheard;
   return parse_target(name, band, unheard);
 }
 
-std::vector<Change> changes_between(const std::vector<wifimgr_attr_record>& before,
-                                    const std::vector<wifimgr_attr_record>& after) {
+std::vector<SettingChange> changes_between(const std::vector<wifimgr_attr_record>& before,
+                                           const std::vector<wifimgr_attr_record>& after) {
   const std::vector<StoreRecord> left = records_of(before);
   const std::vector<StoreRecord> right = records_of(after);
   const size_t served_before = ssids_in(left);
   const size_t served_after = ssids_in(right);
-  std::vector<Change> changes;
+  std::vector<SettingChange> changes;
   for (const Difference& one : differences(left, right, std::max(served_before, served_after))) {
-    if (one.dat_key == kReload) continue;
+    if (one.dat_key == kReloadFlag) continue;
     // What a table without the SSID has no value for was not changed.
     const size_t ssid = ssid_of(one.dat_key, one.field);
     if (ssid > std::min(served_before, served_after) && one.left.empty()) continue;
-    Change change = {name_of(one), one.left, one.right};
+    SettingChange change = {name_of(one), one.left, one.right};
     if (const Key* const list = spread_list_of(one.dat_key)) {
       change = {list->name, list_in(left, one.dat_key), list_in(right, one.dat_key)};
       if (!changes.empty() && changes.back() == change) continue;

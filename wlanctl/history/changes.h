@@ -10,12 +10,12 @@
 
 namespace wlanctl {
 
-struct Change {
+struct SettingChange {
   std::string name;  // as the command line names it, or the dat file where the tool has no such setting
   std::string from;
   std::string to;
 
-  bool operator==(const Change& other) const = default;
+  bool operator==(const SettingChange& other) const = default;
 
   std::string key() const;  // without its index
   int index() const;        // -1 for the whole band
@@ -26,7 +26,7 @@ struct Change {
 };
 
 // Of what was served before, or is served in both; what only marks a wish for a restart is no setting.
-std::vector<Change> changes_between(const std::vector<wifimgr_attr_record>& before,
-                                    const std::vector<wifimgr_attr_record>& after);
+std::vector<SettingChange> changes_between(const std::vector<wifimgr_attr_record>& before,
+                                           const std::vector<wifimgr_attr_record>& after);
 
 }  // namespace wlanctl

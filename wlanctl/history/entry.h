@@ -42,7 +42,7 @@ struct Entry {
   bool is_in_force = false;
   unsigned about = 0;   // the entry that a roll back takes back, or an undo undoes
   size_t left_out = 0;  // changes that found no room
-  std::vector<Change> changes;
+  std::vector<SettingChange> changes;
 };
 
 const char* word_for(Deed deed);

@@ -60,7 +60,7 @@ bool parse_head(const std::vector<std::string>& words, Entry* entry) {
   return entry->number > entry->about;
 }
 
-bool parse_change(const std::string& line, Change* change) {
+bool parse_change(const std::string& line, SettingChange* change) {
   const std::vector<std::string> words = words_of(line);
   return words.size() == 3 && parse_text(words[0], &change->name) && parse_text(words[1], &change->from) &&
          parse_text(words[2], &change->to);
@@ -86,7 +86,7 @@ std::string text_of(const Entry& entry) {
        << std::to_string(entry.when) << ' ' << word_of(entry.user) << ' ' << word_of(entry.terminal) << ' '
        << entry.weight << ' ' << word_for(entry.state) << ' ' << entry.exit_code << ' '
        << (entry.is_in_force ? '1' : '0') << ' ' << entry.about << ' ' << entry.left_out << '\n';
-  for (const Change& change : entry.changes) {
+  for (const SettingChange& change : entry.changes) {
     text << word_of(change.name) << ' ' << word_of(change.from) << ' ' << word_of(change.to) << '\n';
   }
   return text.str();

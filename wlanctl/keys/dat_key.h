@@ -15,6 +15,9 @@ inline constexpr char kOnlyFirstAddress[] =
 inline constexpr char kSsidCount[] = "BssidNum";
 inline constexpr char kAddressList[] = "AccessControlList";
 
+// The library's note to itself that the next commit reloads the driver: no setting of anybody's.
+inline constexpr char kReloadFlag[] = "ReloadFlag";
+
 // Whether the library has a use for the key: it can set or read it, or hands it on to its callers.
 bool is_known_dat_key(const std::string& dat_key);
 

@@ -14,6 +14,9 @@ extern const Verb kSet;
 extern const Verb kKeys;
 extern const Verb kCheck;
 extern const Verb kDump;
+extern const Verb kEdit;
+extern const Verb kExport;
+extern const Verb kImport;
 // apply/
 extern const Verb kDiff;
 extern const Verb kSave;

@@ -16,8 +16,8 @@
 #include "wlanctl/store/dat_file.h"
 #include "wlanctl/store/segment.h"
 #include "wlanctl/store/value.h"
+#include "wlanctl/verbs/apply/compared_file.h"
 #include "wlanctl/verbs/apply/diff_text.h"
-#include "wlanctl/verbs/apply/settings_file.h"
 #include "wlanctl/verbs/verbs.h"
 
 namespace wlanctl {
@@ -104,10 +104,8 @@ int diff_dat_file(Band band, const Words& words, Report& report, Outcome& outcom
 }
 
 // Value by value, and no more: what an apply would mean does not depend on it.
-void compare(Band band, const std::vector<StoreRecord>& other, const char* member, const std::string& name,
-             const Words& words, Report& report, Outcome& outcome) {
-  const std::vector<StoreRecord> live = records_of(table_of_store(band));
-  const std::vector<Difference> found = differences(live, other, ssids_in(live));
+void tell_comparison(Band band, const std::vector<Difference>& found, const char* member, const std::string& name,
+                     const Words& words, Report& report, Outcome& outcome) {
   report.text() << label_of(band) << ": "
                 << (found.empty() ? "the store is as " + name : verb_for(found.size()) + " (" + name + " -> store)")
                 << '\n';
@@ -127,7 +125,9 @@ int diff_in_force(Band band, const Words& words, Report& report, Outcome& outcom
                     about(band)});
     return kWrongUsage;
   }
-  compare(band, records_of(*in_force), "in_force", "what is in force", words, report, outcome);
+  const std::vector<StoreRecord> live = records_of(table_of_store(band));
+  tell_comparison(band, differences(live, records_of(*in_force), ssids_in(live)), "in_force", "what is in force", words,
+                  report, outcome);
   return kDone;
 }
 
@@ -154,31 +154,36 @@ std::optional<Compared> parse_operands(const Words& words, Report& report) {
 }
 
 int diff_file(const Compared& compared, const Words& words, Report& report, Outcome& outcome) {
-  const auto settings = read_settings_file(compared.file, report);
-  if (!settings) return kWrongUsage;
-  const std::optional<Band> wanted = parse_band(compared.band);
-  int code = kDone;
-  bool is_any_compared = false;
-  for (const BandSettings& of_band : *settings) {
-    if (wanted && of_band.band && settings->size() > 1 && *wanted != *of_band.band) continue;
-    const std::optional<Band> band = wanted ? wanted : of_band.band;
-    is_any_compared = true;
-    if (!band) {
-      report.problem({"the band of " + compared.file + " is not to be told from its name",
-                      "wlanctl diff 2.4g FILE, or wlanctl diff 5g FILE",
-                      {{"file", compared.file}}});
-      code = worse_of(code, kWrongUsage);
-    } else if (!look_at_band(*band, report)) {
-      code = worse_of(code, kNoStore);
-    } else {
-      note_waiting(*band, report);
-      compare(*band, of_band.records, "file", "the file", words, report, outcome);
+  const auto file = read_compared_file(compared.file, report);
+  if (!file) return kWrongUsage;
+  std::vector<Band> bands = file->bands;
+  if (const std::optional<Band> wanted = parse_band(compared.band)) {
+    // A dat file is of whichever band somebody says.
+    const bool is_of_it = file->dat || std::find(bands.begin(), bands.end(), *wanted) != bands.end();
+    if (!is_of_it) {
+      report.problem({compared.file + " has no settings of " + label_of(*wanted),
+                      "leave the band out",
+                      {{"band", label_of(*wanted)}, {"file", compared.file}}});
+      return kWrongUsage;
     }
+    bands = {*wanted};
   }
-  if (is_any_compared) return code;
-  report.problem(
-      {compared.file + " has no settings of " + compared.band, "leave the band out", {{"file", compared.file}}});
-  return kWrongUsage;
+  if (bands.empty()) {
+    report.problem({"the band of " + compared.file + " is not to be told from its name",
+                    "wlanctl diff 2.4g FILE, or wlanctl diff 5g FILE",
+                    {{"file", compared.file}}});
+    return kWrongUsage;
+  }
+  int code = kDone;
+  for (const Band band : bands) {
+    if (!look_at_band(band, report)) {
+      code = kNoStore;
+      continue;
+    }
+    note_waiting(band, report);
+    tell_comparison(band, differences_from(*file, band), "file", "the file", words, report, outcome);
+  }
+  return code;
 }
 
 int diff(const Words& words, Report& report) {
@@ -203,7 +208,7 @@ int diff(const Words& words, Report& report) {
 }
 
 constexpr Word kWords[] = {
-    {"BAND|FILE", &Words::operands, "2.4g or 5g; a dat file to compare with", {.offers = "band-or-file"}},
+    {"BAND|FILE", &Words::operands, "2.4g or 5g; a dat file or an export to compare with", {.offers = "band-or-file"}},
     {"--in-force", &Words::in_force, "Compare with what was last applied"},
     {"--exit-code", &Words::exit_code, "End with 1 where there are differences"},
     word::kSecrets};
@@ -212,8 +217,10 @@ constexpr Word kWords[] = {
 
 const Verb kDiff = {"diff", "Compare live store and dat file; weigh an apply",
                     "The store is compared with the band's dat file, with what is in force, which is\n"
-                    "what was last applied, or with a FILE: another dat file, whose band is told by\n"
-                    "its path where it can be, else by BAND. A file named as a band is ./5g.\n\n"
+                    "what was last applied, or with a FILE. That is another dat file, whose band is\n"
+                    "told by its path where it can be, else by BAND; or an export, of which what it\n"
+                    "has is compared, but for secrets that it leaves out. A file named as a band is\n"
+                    "./5g.\n\n"
                     "Examples:\n"
                     "  wlanctl diff\n"
                     "  wlanctl diff 2.4g --json\n"

@@ -113,11 +113,11 @@ std::vector<std::string> result_words(const History& history, const Entry& entry
   return words;
 }
 
-std::string shown_value(const Change& change, const std::string& value, bool secrets) {
+std::string shown_value(const SettingChange& change, const std::string& value, bool secrets) {
   return change.is_secret() && !secrets && !value.empty() ? kMasked : value;
 }
 
-Json json_value(const Change& change, const std::string& value, bool secrets) {
+Json json_value(const SettingChange& change, const std::string& value, bool secrets) {
   const std::string shown = shown_value(change, value, secrets);
   const Key* const key = find_key(change.key());
   return key == nullptr ? Json(shown) : json_value(*key, shown);
@@ -125,7 +125,7 @@ Json json_value(const Change& change, const std::string& value, bool secrets) {
 
 Json json_of(const History& history, const Entry& entry, bool secrets) {
   Json changes = Json::array();
-  for (const Change& change : entry.changes) {
+  for (const SettingChange& change : entry.changes) {
     changes.push_back({{"key", change.key()},
                        {"index", change.index()},
                        {"from", json_value(change, change.from, secrets)},

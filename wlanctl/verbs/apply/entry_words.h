@@ -31,7 +31,7 @@ std::vector<std::string> result_words(const History& history, const Entry& entry
 Json json_of(const History& history, const Entry& entry, bool secrets);
 
 // A secret's is masked unless `secrets`.
-std::string shown_value(const Change& change, const std::string& value, bool secrets);
-Json json_value(const Change& change, const std::string& value, bool secrets);
+std::string shown_value(const SettingChange& change, const std::string& value, bool secrets);
+Json json_value(const SettingChange& change, const std::string& value, bool secrets);
 
 }  // namespace wlanctl

@@ -21,7 +21,7 @@ std::string who_of(const Entry& entry) {
 
 std::string names_of(const Entry& entry) {
   std::vector<std::string> names;
-  for (const Change& change : entry.changes) {
+  for (const SettingChange& change : entry.changes) {
     if (names.size() == kMostNames) {
       names.push_back("and " + std::to_string(entry.changes.size() - kMostNames) + " more");
       break;
@@ -73,7 +73,7 @@ int show(const Words& words, Report& report) {
        << label_of(entry->band) << "\nwhat    " << word_for(entry->deed) << ' ' << who_of(*entry) << '\n'
        << wrapped_below("result", result_words(history, *entry));
   std::vector<ShownChange> rows;
-  for (const Change& change : entry->changes) {
+  for (const SettingChange& change : entry->changes) {
     const std::string from = shown_value(change, change.from, words.secrets);
     std::string to = shown_value(change, change.to, words.secrets);
     if (change.is_secret() && !words.secrets && !from.empty() && !to.empty()) to += " (new)";

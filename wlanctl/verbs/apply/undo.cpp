@@ -2,11 +2,11 @@
 #include <algorithm>
 #include <utility>
 
-#include "wlanctl/base/signal_hold.h"
 #include "wlanctl/base/terminal.h"
 #include "wlanctl/command_line/common_words.h"
 #include "wlanctl/confirm/pending.h"
 #include "wlanctl/confirm/recovery.h"
+#include "wlanctl/exchange/storing.h"
 #include "wlanctl/files/lock.h"
 #include "wlanctl/history/record.h"
 #include "wlanctl/keys/dat_key.h"
@@ -14,7 +14,6 @@
 #include "wlanctl/library/shell.h"
 #include "wlanctl/store/private_store.h"
 #include "wlanctl/store/segment.h"
-#include "wlanctl/store/setter.h"
 #include "wlanctl/store/value.h"
 #include "wlanctl/verbs/apply/entry_words.h"
 #include "wlanctl/verbs/apply/undecided.h"
@@ -25,16 +24,16 @@ namespace {
 
 // A change on its way back.
 struct Step {
-  Change change;
+  SettingChange change;
   Target target;
   std::string now;
 };
 
 struct Undoing {
   Entry entry;
-  std::vector<Step> steps;                           // in an order that the library takes
-  std::vector<std::string> already;                  // as before the entry
-  std::vector<std::pair<Change, std::string>> left;  // with the reason
+  std::vector<Step> steps;                                  // in an order that the library takes
+  std::vector<std::string> already;                         // as before the entry
+  std::vector<std::pair<SettingChange, std::string>> left;  // with the reason
 };
 
 struct Operands {
@@ -114,18 +113,18 @@ const Entry* choose(const History& history, const Operands& operands, bool force
   return entry;
 }
 
-Json about_change(Band band, const Change& change) {
+Json about_change(Band band, const SettingChange& change) {
   return {{"band", label_of(band)}, {"key", change.name}};
 }
 
-void leave(const Change& change, const std::string& reason, Undoing* undoing) {
+void leave(const SettingChange& change, const std::string& reason, Undoing* undoing) {
   undoing->left.emplace_back(change, reason);
 }
 
 // What is to be set, and what stands in the way of it.
 void look_at_values(bool force, Undoing* undoing, Report& report) {
   const Entry& entry = undoing->entry;
-  for (const Change& change : entry.changes) {
+  for (const SettingChange& change : entry.changes) {
     const std::optional<Target> target = change.target(entry.band);
     if (!target) {
       leave(change, "the library has no setter for it", undoing);
@@ -169,39 +168,44 @@ void put_in_order(std::vector<Step>* steps) {
   }
 }
 
-// On a private copy, whatever order the library wants: a value may be refused until another one is back.
-std::vector<Step> try_out(Undoing* undoing) {
+Wish wish_of(const Step& step) {
+  return {step.target, step.change.from, "", 0};
+}
+
+// On a private copy, whatever order the library wants: a value may be refused until another one is back. The steps as they
+// are taken; what does not come back is left.
+std::vector<Step> steps_taken(Undoing* undoing) {
+  constexpr int kMostRounds = 4;
   const Band band = undoing->entry.band;
   const PrivateStore copy(band);
   const ShellScope nothing_runs(ShellMode::kDrop);
   put_in_order(&undoing->steps);
-  std::vector<Step> done;
+  std::vector<Step> taken;
   std::vector<std::string> reasons(undoing->steps.size());
-  for (bool is_moving = true; is_moving && done.size() <= 4 * undoing->steps.size();) {
+  bool is_moving = true;
+  for (int round = 0; is_moving && round < kMostRounds; ++round) {
     is_moving = false;
     for (size_t i = 0; i < undoing->steps.size(); ++i) {
       const Step& step = undoing->steps[i];
       if (is_back(band, step)) continue;
-      if (set_by_library(band, step.target, step.change.from)) {
-        reasons[i] = is_back(band, step) ? "" : "the library makes another value of it";
-        is_moving = is_moving || reasons[i].empty();
-        done.push_back(step);
-      } else {
+      if (!is_stored(band, wish_of(step))) {
         reasons[i] = first_reason().empty() ? "the library refuses it" : first_reason();
+        continue;
       }
+      reasons[i] = is_back(band, step) ? "another value changes it" : "the library makes another value of it";
+      is_moving = true;
+      taken.push_back(step);
     }
   }
   for (size_t i = 0; i < undoing->steps.size(); ++i) {
-    if (!is_back(band, undoing->steps[i])) {
-      leave(undoing->steps[i].change, reasons[i].empty() ? "another value changes it" : reasons[i], undoing);
-    }
+    if (!is_back(band, undoing->steps[i])) leave(undoing->steps[i].change, reasons[i], undoing);
   }
   // What does not come back is not touched.
-  std::erase_if(done, [&](const Step& step) {
+  std::erase_if(taken, [&](const Step& step) {
     return std::any_of(undoing->left.begin(), undoing->left.end(),
                        [&](const auto& one) { return one.first == step.change; });
   });
-  return done;
+  return taken;
 }
 
 void tell_left(const Undoing& undoing, bool force, Report& report) {
@@ -227,23 +231,21 @@ void tell_left(const Undoing& undoing, bool force, Report& report) {
   }
 }
 
-// All or nothing, whoever interrupts it.
+// All or nothing, whoever interrupts or kills it.
 int bring_back(const Undoing& undoing, Report& report) {
   const Band band = undoing.entry.band;
-  const SignalHold hold;
-  std::vector<Stored> stored;
+  if (undoing.steps.empty()) return kDone;
+  std::vector<Wish> wishes;
+  for (const Step& step : undoing.steps) wishes.push_back(wish_of(step));
+  // What was there once is not judged again; what a shell would act on, an apply refuses.
+  const StorePlan plan = try_out(band, wishes, Order::kAsGiven, true, report);
+  if (report.has_problems() || !store_plans("undo", {plan}, report)) return kRefused;
   for (const Step& step : undoing.steps) {
-    const std::string before = read_value(band, *step.target.key, step.target.index).value_or("");
-    if (!set_by_library(band, step.target, step.change.from)) {
-      report.problem({step.change.name + " of " + label_of(band) + " cannot be brought back" + because(first_reason()),
-                      "another process changed the store; try again", about_change(band, step.change)});
-      take_back(band, stored);
-      return kRefused;
-    }
-    stored.push_back({step.target, before});
-    if (last_shell_status() == 0) continue;
-    report.problem({"the driver did not take " + step.change.name + ", which is in the store now",
-                    "is the driver well? set it again then", about_change(band, step.change)});
+    if (is_back(band, step)) continue;
+    report.problem({step.change.name + " of " + label_of(band) + " did not come back",
+                    "another process changed the store; try again", about_change(band, step.change)});
+    (void)put_back(band, plan.fields);
+    return kRefused;
   }
   return report.has_problems() ? kNoAnswer : kDone;
 }
@@ -254,7 +256,7 @@ void tell(const Undoing& undoing, const Words& words, Report& report) {
   Json left = Json::array();
   std::vector<std::string> told;
   for (const Step& step : undoing.steps) {
-    const Change& change = step.change;
+    const SettingChange& change = step.change;
     if (std::find(told.begin(), told.end(), change.name) != told.end()) continue;
     told.push_back(change.name);
     changes.push_back({{"key", change.key()},
@@ -283,7 +285,7 @@ void tell(const Undoing& undoing, const Words& words, Report& report) {
 
 int undo(Undoing& undoing, const Words& words, Report& report) {
   look_at_values(words.force, &undoing, report);
-  undoing.steps = try_out(&undoing);
+  undoing.steps = steps_taken(&undoing);
   if (!report.has_problems() || words.force) tell_left(undoing, words.force, report);
   if (report.has_problems()) return kRefused;
   int code = kDone;

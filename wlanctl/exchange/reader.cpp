@@ -1,0 +1,187 @@
+#include "wlanctl/exchange/reader.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+
+#include "wlanctl/base/report.h"
+#include "wlanctl/base/terminal.h"
+#include "wlanctl/exchange/dat_reader.h"
+#include "wlanctl/exchange/json_reader.h"
+#include "wlanctl/files/bytes.h"
+
+namespace wlanctl {
+namespace {
+
+constexpr char kStandardInput[] = "-";
+
+const char* word_for_mode(mode_t mode) {
+  if (S_ISDIR(mode)) return "a folder";
+  if (S_ISFIFO(mode)) return "a pipe";
+  if (S_ISSOCK(mode)) return "a socket";
+  return "a device";
+}
+
+// Why it cannot be read; "" when it could.
+std::string read_file(const std::string& path, std::string* bytes) {
+  const bool is_input = path == kStandardInput;
+  const int file = is_input ? STDIN_FILENO : open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
+  if (file < 0) return std::strerror(errno);
+  std::string reason;
+  struct stat status = {};
+  if (fstat(file, &status) != 0) {
+    reason = std::strerror(errno);
+  } else if (!is_input && !S_ISREG(status.st_mode)) {
+    reason = std::string("it is ") + word_for_mode(status.st_mode) + ", no file";
+  } else if (const std::optional<std::string> read = read_open_file(file)) {
+    *bytes = *read;
+  } else {
+    reason = errno == EFBIG ? "it is larger than " + std::to_string(kLargestSettingsText >> 20) + " MiB"
+                            : std::string(std::strerror(errno));
+  }
+  if (!is_input) (void)close(file);
+  return reason;
+}
+
+int line_at(const std::string& bytes, size_t at) {
+  int line = 1;
+  for (size_t i = 0; i < at; ++i) line += bytes[i] == '\n' ? 1 : 0;
+  return line;
+}
+
+// The problem that ends the reading before it begins.
+std::optional<SettingsText> nul_in(const std::string& bytes, const char* format) {
+  const size_t nul = bytes.find('\0');
+  if (nul == std::string::npos) return std::nullopt;
+  SettingsText text;
+  text.format = format;
+  text.problems.push_back({line_at(bytes, nul), "there is a NUL byte in the line", "settings are text"});
+  return text;
+}
+
+class LineReader {
+ public:
+  explicit LineReader(const std::optional<Band>& band) : only_(band), band_(band) {
+    text_.format = "lines";
+    if (band) text_.bands = {*band};
+  }
+
+  SettingsText read(const std::string& bytes) {
+    for (const std::string& line : lines_of(bytes)) {
+      ++number_;
+      read_line(line);
+    }
+    return std::move(text_);
+  }
+
+ private:
+  void refuse(const std::string& message, const std::string& next, Json details = Json::object()) {
+    text_.problems.push_back({number_, message, next, std::move(details)});
+  }
+
+  void read_line(std::string line) {
+    if (line.ends_with('\r')) line.pop_back();
+    line.erase(0, line.find_first_not_of(" \t"));
+    if (line.empty() || line[0] == '#') return;
+    if (line[0] == '[') {
+      read_heading(line);
+    } else if (!band_) {
+      refuse("there is no band above the line", "write [2.4g] or [5g] above it");
+    } else {
+      read_assignment(line);
+    }
+  }
+
+  void read_heading(const std::string& line) {
+    const size_t end = line.find(']');
+    const std::optional<Band> band = end == std::string::npos ? std::nullopt : parse_band(line.substr(1, end - 1));
+    if (!band || line.find_first_not_of(" \t", end + 1) != std::string::npos) {
+      refuse("this is no band", "write [2.4g] or [5g]");
+    } else if (only_ && *band != *only_) {
+      refuse(std::string("these are settings of ") + label_of(*band) + ", not of " + label_of(*only_),
+             "leave them out");
+    } else {
+      band_ = band;
+      if (std::find(text_.bands.begin(), text_.bands.end(), *band) == text_.bands.end()) text_.bands.push_back(*band);
+    }
+  }
+
+  void read_assignment(const std::string& line) {
+    const size_t equals = line.find('=');
+    if (equals == std::string::npos) {
+      // Not repeated: it may be the rest of a passphrase.
+      refuse("there is no = in the line", "write KEY=VALUE or KEY:SSID=VALUE", about(*band_));
+      return;
+    }
+    Report said;
+    std::string name = line.substr(0, equals);
+    name.erase(name.find_last_not_of(" \t") + 1);
+    const std::optional<Target> target = parse_target(name, *band_, said);
+    for (const Problem& problem : said.problems()) refuse(problem.message, problem.next, problem.details);
+    if (!target) return;
+    FileSetting setting;
+    setting.band = *band_;
+    setting.target = *target;
+    setting.value = line.substr(equals + 1);
+    setting.is_left_out = target->key->secret && setting.value == kSecretLeftOut;
+    setting.line = number_;
+    text_.settings.push_back(std::move(setting));
+  }
+
+  std::optional<Band> only_;
+  std::optional<Band> band_;
+  int number_ = 0;
+  SettingsText text_;
+};
+
+}  // namespace
+
+std::optional<std::string> read_settings_file(const std::string& path, Report& report) {
+  std::string bytes;
+  const std::string reason = read_file(path, &bytes);
+  if (reason.empty()) return bytes;
+  report.problem({"cannot read " + name_of_file(path) + ": " + reason,
+                  "name a file with settings",
+                  {{"file", name_of_file(path)}}});
+  return std::nullopt;
+}
+
+SettingsText read_settings(const std::string& bytes, const std::optional<Band>& band) {
+  const size_t first = bytes.find_first_not_of(" \t\r\n\xef\xbb\xbf");
+  const bool is_json = first != std::string::npos && (bytes[first] == '{' || bytes[first] == '[');
+  if (auto text = nul_in(bytes, is_json ? "json" : "dat")) return *text;
+  if (is_json) return read_json_settings(bytes);
+  if (band) return read_dat_settings(bytes, *band);
+  SettingsText text;
+  text.format = "dat";
+  text.problems.push_back({0, "which band this dat file is for is not known", "name the band behind the file"});
+  return text;
+}
+
+SettingsText read_lines(const std::string& bytes, const std::optional<Band>& band) {
+  if (auto text = nul_in(bytes, "lines")) return *text;
+  return LineReader(band).read(bytes);
+}
+
+void report_problems(const std::string& file, const SettingsText& text, Report& report) {
+  for (const TextProblem& problem : text.problems) {
+    Json details = problem.details;
+    details["file"] = name_of_file(file);
+    if (problem.line != 0) details["line"] = problem.line;
+    report.problem({place_in(file, problem.line) + ": " + problem.message, problem.next, std::move(details)});
+  }
+}
+
+std::string name_of_file(const std::string& file) {
+  return file == kStandardInput ? "standard input" : file;
+}
+
+std::string place_in(const std::string& file, int line) {
+  return name_of_file(file) + (line == 0 ? "" : ":" + std::to_string(line));
+}
+
+}  // namespace wlanctl

@@ -1,0 +1,119 @@
+#include "wlanctl/exchange/storing.h"
+
+#include <algorithm>
+
+#include "wlanctl/base/report.h"
+#include "wlanctl/base/signal_hold.h"
+#include "wlanctl/base/terminal.h"
+#include "wlanctl/exchange/stored_settings.h"
+#include "wlanctl/keys/dat_key.h"
+#include "wlanctl/keys/json_value.h"
+#include "wlanctl/keys/secret_mask.h"
+#include "wlanctl/library/messages.h"
+#include "wlanctl/library/shell.h"
+#include "wlanctl/store/value.h"
+
+namespace wlanctl {
+namespace {
+
+void take_back(const std::vector<StorePlan>& plans) {
+  for (const StorePlan& plan : plans) (void)put_back(plan.band, plan.fields);
+}
+
+bool store_plan(const StorePlan& plan, Report& report) {
+  for (const Wish& step : plan.steps) {
+    if (!is_stored(plan.band, step)) {
+      refuse(report, plan.band, step, first_reason(), "another process changed the store; try again");
+      return false;
+    }
+    if (last_shell_status() != 0) {
+      report.problem({"the driver did not take " + step.target.name() + ", which is in the store now",
+                      "is the driver well? set it again then", about_key(step.target.name(), plan.band)});
+    }
+  }
+  if (plan.order == Order::kAsGiven) return true;
+  // Of several steps of a setting the last one counts.
+  for (auto step = plan.steps.rbegin(); step != plan.steps.rend(); ++step) {
+    const auto is_same = [&](const Wish& later) { return later.target == step->target; };
+    if (std::any_of(plan.steps.rbegin(), step, is_same)) continue;
+    if (exact_value(plan.band, step->target) == step->value) continue;
+    refuse(report, plan.band, *step, "it is another one in the store now",
+           "another process changed the store; try again");
+    return false;
+  }
+  return true;
+}
+
+void note_lists(const StorePlan& plan, Report& report) {
+  for (const Wish& step : plan.steps) {
+    if (std::string(step.target.key->name) != kAddressList || step.value.find(';') == std::string::npos) continue;
+    report.note(step.target.name() + ": " + kOnlyFirstAddress);
+  }
+}
+
+}  // namespace
+
+std::vector<Change> changes_of(const StorePlan& plan) {
+  std::vector<Change> changes;
+  for (const Wish& step : plan.steps) {
+    const auto known =
+        std::find_if(changes.rbegin(), changes.rend(), [&](const Change& one) { return one.target == step.target; });
+    if (known != changes.rend() && plan.order == Order::kAsNeeded) {
+      known->after = step.value;
+      continue;
+    }
+    const std::string before = known != changes.rend()
+                                   ? known->after
+                                   : read_value(plan.band, *step.target.key, step.target.index).value_or("");
+    changes.push_back({step.target, before, step.value});
+  }
+  return changes;
+}
+
+bool store_plans(const std::string& verb, const std::vector<StorePlan>& plans, Report& report) {
+  std::vector<BandChanges> changes;
+  size_t fields = 0;
+  for (const StorePlan& plan : plans) {
+    changes.push_back({plan.band, plan.fields});
+    fields += plan.fields.size();
+  }
+  const SignalHold hold;
+  // A single field is stored or not.
+  const bool is_noted = fields > 1;
+  if (is_noted && !write_unfinished(verb, changes, report)) return false;
+  bool is_done = true;
+  for (const StorePlan& plan : plans) is_done = is_done && store_plan(plan, report);
+  if (!is_done) take_back(plans);
+  if (is_noted && !remove_unfinished(report) && is_done) {
+    take_back(plans);
+    is_done = false;
+  }
+  if (is_done) {
+    for (const StorePlan& plan : plans) note_lists(plan, report);
+  }
+  return is_done;
+}
+
+std::string text_of(Band band, const std::vector<Change>& changes) {
+  Text text;
+  for (const Change& change : changes) {
+    const Key& key = *change.target.key;
+    text << label_of(band) << ' ' << change.target.name() << " = " << printable(shown_value(key, change.after))
+         << "  (was " << printable(shown_value(key, change.before)) << ")\n";
+  }
+  return text.str();
+}
+
+Json json_of(const std::vector<Change>& changes) {
+  Json shown = Json::array();
+  for (const Change& change : changes) {
+    const Key& key = *change.target.key;
+    shown.push_back({{"key", key.name},
+                     {"index", change.target.index},
+                     {"before", json_value(key, shown_value(key, change.before))},
+                     {"after", json_value(key, shown_value(key, change.after))}});
+  }
+  return shown;
+}
+
+}  // namespace wlanctl

@@ -1,0 +1,256 @@
+#include "wlanctl/exchange/try_out.h"
+
+#include <algorithm>
+
+#include "wlanctl/apply/adjustment.h"
+#include "wlanctl/base/report.h"
+#include "wlanctl/check/loss.h"
+#include "wlanctl/exchange/reader.h"
+#include "wlanctl/exchange/stored_settings.h"
+#include "wlanctl/keys/danger.h"
+#include "wlanctl/keys/dat_key.h"
+#include "wlanctl/keys/secret_mask.h"
+#include "wlanctl/keys/value_rule.h"
+#include "wlanctl/library/messages.h"
+#include "wlanctl/library/output.h"
+#include "wlanctl/library/shell.h"
+#include "wlanctl/store/private_store.h"
+#include "wlanctl/store/saved_text.h"
+#include "wlanctl/store/segment.h"
+#include "wlanctl/store/value.h"
+
+namespace wlanctl {
+namespace {
+
+constexpr char kOrForce[] = "choose another value, or insist with --force";
+
+std::string next_of(const Wish& wish) {
+  return "it takes " + served_words(*wish.target.key);
+}
+
+// What depends on all values together, before and after they are set.
+struct Outlook {
+  std::vector<DatFinding> losses;
+  std::vector<Adjustment> adjustments;
+};
+
+Outlook outlook_of(Band band) {
+  const std::optional<std::string> text = saved_text(band);
+  Outlook outlook = {text ? losses_at_load(*text) : std::vector<DatFinding>(), adjustments_of(band)};
+  const std::vector<DatFinding> at_save = losses_at_save(records_of(table_of_store(band)), ssid_count(band));
+  outlook.losses.insert(outlook.losses.end(), at_save.begin(), at_save.end());
+  return outlook;
+}
+
+// Asks the library's own setter, and only that. Some tell the driver too, whose tool prints.
+bool is_taken_by_setter(Band band, const Wish& wish) {
+  clear_messages();
+  clear_shell_status();
+  const CaughtOutput unheard;
+  return wish.target.key->setter(wifi_type_of(band), wish.target.index, wish.value.c_str()) == 0;
+}
+
+class Try {
+ public:
+  Try(Band band, bool force, Report& report) : band_(band), force_(force), report_(report) {
+    plan_.band = band;
+    problems_before_ = report.problems().size();
+  }
+
+  StorePlan run(const std::vector<Wish>& wishes, Order order) {
+    plan_.order = order;
+    const Outlook before = outlook_of(band_);
+    const PrivateStore copy(band_);
+    const ShellScope nothing_runs(ShellMode::kDrop);
+    table_ = table_of_store(band_);
+    if (order == Order::kAsGiven) {
+      for (const Wish& wish : wishes) {
+        if (!take(wish)) refuse(report_, band_, wish, reason_or_default(), next_of(wish));
+      }
+    } else {
+      take_as_needed(wishes);
+    }
+    if (!force_) refuse_dangerous_and_unserved();
+    if (has_problems()) return std::move(plan_);
+    const Outlook after = outlook_of(band_);
+    if (!force_) refuse_losses(before, after);
+    if (!has_problems()) note_adjustments(before, after);
+    return std::move(plan_);
+  }
+
+ private:
+  bool has_problems() const { return report_.problems().size() > problems_before_; }
+
+  static std::string reason_or_default() {
+    const std::string reason = first_reason();
+    return reason.empty() ? "the library refuses it" : reason;
+  }
+
+  bool take(const Wish& wish) {
+    if (!is_taken_by_setter(band_, wish)) return false;
+    note_changes();
+    spread_list(band_, *wish.target.key, wish.value);
+    note_changes();
+    plan_.steps.push_back(wish);
+    return true;
+  }
+
+  // What stood there in between counts too: somebody may be killed right then.
+  void note_changes() {
+    std::vector<wifimgr_attr_record> table = table_of_store(band_);
+    add_changes(table_, table, &plan_.fields);
+    table_ = std::move(table);
+  }
+
+  bool is_there(const Wish& wish) const { return exact_value(band_, wish.target) == wish.value; }
+
+  // A setter may ask for another value first, or change one: as long as that gets further, what is left is tried again.
+  void take_as_needed(const std::vector<Wish>& wishes) {
+    constexpr int kMostRounds = 4;
+    std::vector<const Wish*> left;
+    for (const Wish& wish : wishes) {
+      if (!is_there(wish)) left.push_back(&wish);
+    }
+    // Which SSIDs there are comes first.
+    std::stable_partition(left.begin(), left.end(),
+                          [](const Wish* wish) { return wish->target.key->name == std::string(kSsidCount); });
+    std::erase_if(left, [&](const Wish* wish) { return !has_record(*wish); });
+    std::vector<std::string> reasons;
+    for (int round = 0; round < kMostRounds && !left.empty(); ++round) {
+      bool has_moved = false;
+      reasons.clear();
+      for (const Wish* wish : left) {
+        const bool is_taken = is_there(*wish) || take(*wish);
+        reasons.push_back(is_taken ? "" : reason_or_default());
+        has_moved = has_moved || is_taken;
+      }
+      left.clear();
+      std::vector<std::string> still;
+      for (const Wish& wish : wishes) {
+        if (!is_there(wish) && exact_value(band_, wish.target)) left.push_back(&wish);
+      }
+      if (!has_moved) break;
+    }
+    for (const Wish* wish : left) refuse_what_is_left(*wish);
+  }
+
+  void refuse_what_is_left(const Wish& wish) {
+    if (!is_stored(band_, wish)) {
+      refuse(report_, band_, wish, reason_or_default(), next_of(wish));
+      return;
+    }
+    const std::string stands = exact_value(band_, wish.target).value_or("");
+    if (stands == wish.value) {
+      refuse(report_, band_, wish, "another of the values changes it", "leave out one of the two");
+    } else {
+      refuse(report_, band_, wish, "the library makes \"" + shown_value(*wish.target.key, stands) + "\" of it",
+             next_of(wish));
+    }
+  }
+
+  // A setter finds the record of a key, it makes none.
+  bool has_record(const Wish& wish) {
+    if (exact_value(band_, wish.target)) return true;
+    const Target& target = wish.target;
+    const std::string label = label_of(band_);
+    const std::string dat_key = dat_key_of(*target.key, target.index);
+    if (target.key->scope == Scope::kSsid && target.key->numbering != Numbering::kShared) {
+      refuse(report_, band_, wish,
+             "the store of " + label + " has no record " + dat_key + "; a save drops those of SSIDs behind BssidNum",
+             "wlanctl ssid add " + label + " makes them");
+    } else {
+      refuse(report_, band_, wish, dat_key + " is not in the dat file of " + label,
+             "add the line " + dat_key + "= to it and load it anew");
+    }
+    return false;
+  }
+
+  void refuse_dangerous_and_unserved() {
+    std::vector<const Wish*> harmless;
+    for (const Wish& step : plan_.steps) {
+      const std::string danger = danger_of(*step.target.key, step.value);
+      if (danger.empty()) {
+        harmless.push_back(&step);
+      } else {
+        refuse(report_, band_, step, danger, kOrForce);
+      }
+    }
+    for (auto step = harmless.begin(); step != harmless.end(); ++step) {
+      const bool is_last =
+          std::none_of(step + 1, harmless.end(), [&](const Wish* later) { return later->target == (*step)->target; });
+      if (is_last || plan_.order == Order::kAsGiven) refuse_unserved(**step, is_last);
+    }
+  }
+
+  // A value that another one takes the place of is judged alone.
+  void refuse_unserved(const Wish& wish, bool is_last) {
+    const Target& target = wish.target;
+    const auto sibling = [&](const char* name) {
+      return is_last ? read_value(band_, *find_key(name), target.index).value_or("") : std::string();
+    };
+    const std::string reason = unserved_reason(*target.key, band_, wish.value, sibling);
+    if (!reason.empty()) refuse(report_, band_, wish, reason, kOrForce);
+  }
+
+  // What the values would lose in the dat file that was not lost before.
+  void refuse_losses(const Outlook& before, const Outlook& after) {
+    for (const DatFinding& loss : after.losses) {
+      const auto is_known = [&](const DatFinding& one) { return one.key == loss.key && one.reason == loss.reason; };
+      if (std::any_of(before.losses.begin(), before.losses.end(), is_known)) continue;
+      for (const Wish& step : plan_.steps) {
+        if (dat_key_of(*step.target.key, step.target.index) != loss.key) continue;
+        refuse(report_, band_, step, "in the dat file, " + loss.reason, kOrForce);
+        break;
+      }
+    }
+  }
+
+  // What an apply makes of values by itself, where that is not as it was, or about a value that is set now.
+  void note_adjustments(const Outlook& before, const Outlook& after) {
+    for (const Adjustment& one : after.adjustments) {
+      const bool is_new =
+          std::find(before.adjustments.begin(), before.adjustments.end(), one) == before.adjustments.end();
+      const bool is_set = std::any_of(plan_.steps.begin(), plan_.steps.end(),
+                                      [&](const Wish& step) { return step.target == one.target; });
+      if (is_new || is_set) report_.note(one.target.name() + ": " + one.words());
+    }
+  }
+
+  Band band_;
+  bool force_;
+  Report& report_;
+  size_t problems_before_ = 0;
+  std::vector<wifimgr_attr_record> table_;
+  StorePlan plan_;
+};
+
+}  // namespace
+
+bool is_stored(Band band, const Wish& wish) {
+  if (!is_taken_by_setter(band, wish)) return false;
+  spread_list(band, *wish.target.key, wish.value);
+  return true;
+}
+
+void refuse(Report& report, Band band, const Wish& wish, const std::string& reason, const std::string& next) {
+  const Key& key = *wish.target.key;
+  const std::string shown = shown_value(key, wish.value);
+  Json details = {{"band", label_of(band)},
+                  {"key", wish.target.name()},
+                  {"value", shown},
+                  {"reason", reason},
+                  {"accepted", served_words(key)}};
+  std::string place;
+  if (!wish.file.empty()) {
+    place = place_in(wish.file, wish.line) + ": ";
+    details["file"] = name_of_file(wish.file);
+    if (wish.line != 0) details["line"] = wish.line;
+  }
+  report.problem({place + wish.target.name() + " cannot be \"" + shown + "\": " + reason, next, std::move(details)});
+}
+
+StorePlan try_out(Band band, const std::vector<Wish>& wishes, Order order, bool force, Report& report) {
+  return Try(band, force, report).run(wishes, order);
+}
+
+}  // namespace wlanctl

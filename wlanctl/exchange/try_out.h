@@ -1,0 +1,43 @@
+// Whether values can be stored, all of them: judged on a private copy of the store, so that nothing happens where one of
+// them cannot.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "wlanctl/keys/assignment.h"
+#include "wlanctl/store/unfinished.h"
+
+namespace wlanctl {
+
+// A value that somebody wants to be stored, and where it is written.
+struct Wish {
+  Target target;
+  std::string value;
+  std::string file;  // "" on the command line
+  int line = 0;      // 0 for what no line says
+};
+
+enum class Order {
+  kAsGiven,   // each is stored, the last one of a setting counts
+  kAsNeeded,  // as they depend on each other; what is in the store already is left alone
+};
+
+// How a band's store gets there.
+struct StorePlan {
+  Band band = Band::k2_4G;
+  Order order = Order::kAsGiven;
+  std::vector<Wish> steps;
+  std::vector<FieldChange> fields;  // what they change, with all that the setters change besides
+};
+
+// By the library's own setter. False when that refuses it; why, messages.h has.
+bool is_stored(Band band, const Wish& wish);
+
+// A problem with a wish: where it is written, what it is, why not.
+void refuse(Report& report, Band band, const Wish& wish, const std::string& reason, const std::string& next);
+
+// Every refusal is a problem. With `force` only the library's own count.
+StorePlan try_out(Band band, const std::vector<Wish>& wishes, Order order, bool force, Report& report);
+
+}  // namespace wlanctl

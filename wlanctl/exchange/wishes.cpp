@@ -1,0 +1,92 @@
+#include "wlanctl/exchange/wishes.h"
+
+#include <algorithm>
+
+#include "wlanctl/exchange/stored_settings.h"
+#include "wlanctl/keys/dat_key.h"
+#include "wlanctl/keys/secret_mask.h"
+#include "wlanctl/store/value.h"
+
+namespace wlanctl {
+namespace {
+
+bool is_read_only(const Key& key) {
+  return key.accepted.kind == Accepted::Kind::kNothing;
+}
+
+// The fields of another key of the dat file; none where the store does not have it.
+std::optional<std::string> other_value(const std::vector<FileSetting>& stored, const std::string& dat_key) {
+  for (const FileSetting& setting : stored) {
+    if (!setting.is_setting() && setting.dat_key == dat_key) return setting.value;
+  }
+  return std::nullopt;
+}
+
+// As wifimgr_settings.h writes it.
+std::string default_of(const char* defaults, const Target& target) {
+  if (target.index < 0) return defaults;
+  const std::vector<std::string> values = split_at(defaults, ';');
+  if (values.empty()) return "";
+  std::string value = values[std::min(values.size(), static_cast<size_t>(target.index)) - 1];
+  if (const size_t number = value.find("%d"); number != std::string::npos) {
+    value.replace(number, 2, std::to_string(target.index));
+  }
+  return value;
+}
+
+bool has_setting(const SettingsText& text, Band band, const Target& target) {
+  return std::any_of(text.settings.begin(), text.settings.end(),
+                     [&](const FileSetting& one) { return one.band == band && one.target == target; });
+}
+
+// How many SSIDs the band will have.
+int coming_count(const SettingsText& text, Band band) {
+  const Target target = {find_key(kSsidCount), -1};
+  std::string count = default_of(target.key->defaults[number_of(band)], target);
+  for (const FileSetting& setting : text.settings) {
+    if (setting.band == band && setting.target == target) count = setting.value;
+  }
+  return static_cast<int>(std::clamp<int64_t>(number_in(count).value_or(0), 0, WIFIMGR_FIELDS));
+}
+
+}  // namespace
+
+Wishes wishes_of(const SettingsText& text, const std::string& file, Band band) {
+  Wishes found;
+  const std::vector<FileSetting> stored = settings_of_store(band);
+  for (const FileSetting& setting : text.settings) {
+    if (setting.band != band || setting.is_left_out || setting.dat_key == kReloadFlag) continue;
+    if (setting.is_setting() && !is_read_only(*setting.target.key)) {
+      found.wishes.push_back({setting.target, setting.value, file, setting.line});
+      continue;
+    }
+    const std::optional<std::string> now =
+        setting.is_setting() ? exact_value(band, setting.target) : other_value(stored, setting.dat_key);
+    if (now == setting.value || (!now && setting.value.empty())) continue;
+    const bool is_secret = setting.is_setting() ? setting.target.key->secret : is_secret_dat_key(setting.dat_key);
+    const auto shown = [&](const std::string& value) { return is_secret ? std::string(kMasked) : "\"" + value + "\""; };
+    const std::string here = now ? "is " + shown(*now) + " in the store" : "is not in the store";
+    found.left.push_back({setting.name(), file, setting.line,
+                          setting.name() + " is " + shown(setting.value) + " there and " + here +
+                              "; nothing sets it, and it stays as it is"});
+  }
+  return found;
+}
+
+std::vector<Wish> default_wishes(const SettingsText& text, const std::string& file, Band band) {
+  std::vector<Wish> wishes;
+  for (const Key& key : all_keys()) {
+    const char* const defaults = key.defaults[number_of(band)];
+    if (!key.is_on(band) || is_read_only(key) || defaults == nullptr) continue;
+    const int first = key.scope == Scope::kBand ? -1 : 1;
+    const int last = key.scope == Scope::kSsid ? coming_count(text, band) : key.scope == Scope::kLink ? kLinks : -1;
+    for (int index = first; index <= last; ++index) {
+      const Target target = {&key, index};
+      if (has_setting(text, band, target) || !exact_value(band, target)) continue;
+      wishes.push_back({target, default_of(defaults, target), file, 0});
+    }
+  }
+  return wishes;
+}
+
+}  // namespace wlanctl

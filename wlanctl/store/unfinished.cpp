@@ -1,0 +1,197 @@
+#include "wlanctl/store/unfinished.h"
+
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <optional>
+
+#include "wlanctl/base/hex.h"
+#include "wlanctl/base/report.h"
+#include "wlanctl/files/lock.h"
+#include "wlanctl/files/places.h"
+#include "wlanctl/files/state_file.h"
+#include "wlanctl/store/segment.h"
+
+namespace wlanctl {
+namespace {
+
+constexpr char kFormat[] = "wlanctl-storing";
+constexpr int kVersion = 1;
+
+// Stands before the digits, so that an empty value is a word too.
+constexpr char kWord = ':';
+
+struct Note {
+  std::string boot;
+  std::string verb;
+  std::vector<BandChanges> changes;
+};
+
+std::string word_of(const std::string& bytes) {
+  return kWord + hex_of(bytes);
+}
+
+std::optional<std::string> bytes_of_word(const std::string& word) {
+  return word.starts_with(kWord) ? bytes_of_hex(word.substr(1)) : std::nullopt;
+}
+
+std::string text_in(const char* field, size_t size) {
+  return {field, strnlen(field, size)};
+}
+
+std::string text_of(const Note& note) {
+  Text text;
+  text << note.boot << ' ' << note.verb << '\n';
+  for (const BandChanges& band : note.changes) {
+    for (const FieldChange& field : band.fields) {
+      text << label_of(band.band) << ' ' << word_of(field.key) << ' ' << field.field << ' ' << word_of(field.before);
+      for (const std::string& value : field.becomes) text << ' ' << word_of(value);
+      text << '\n';
+    }
+  }
+  return text.str();
+}
+
+std::optional<FieldChange> parse_field(const std::vector<std::string>& words) {
+  const std::optional<std::string> key = bytes_of_word(words[1]);
+  const std::optional<int64_t> number = number_in(words[2]);
+  const std::optional<std::string> before = bytes_of_word(words[3]);
+  if (!key || !number || *number < 0 || *number >= WIFIMGR_FIELDS || !before) return std::nullopt;
+  FieldChange field = {*key, static_cast<int>(*number), *before, {}};
+  for (size_t i = 4; i < words.size(); ++i) {
+    const std::optional<std::string> value = bytes_of_word(words[i]);
+    if (!value) return std::nullopt;
+    field.becomes.push_back(*value);
+  }
+  return field;
+}
+
+std::optional<Note> parse_note(const std::string& text) {
+  Note note;
+  const std::vector<std::string> lines = lines_of(text);
+  const std::vector<std::string> head = lines.empty() ? lines : words_of(lines.front());
+  if (head.size() != 2) return std::nullopt;
+  note.boot = head[0];
+  note.verb = head[1];
+  for (const Band band : kBands) note.changes.push_back({band, {}});
+  for (size_t i = 1; i < lines.size(); ++i) {
+    const std::vector<std::string> words = words_of(lines[i]);
+    const std::optional<Band> band = words.size() > 4 ? parse_band(words[0]) : std::nullopt;
+    const std::optional<FieldChange> field = band ? parse_field(words) : std::nullopt;
+    if (!field) return std::nullopt;
+    note.changes[number_of(*band)].fields.push_back(*field);
+  }
+  std::erase_if(note.changes, [](const BandChanges& band) { return band.fields.empty(); });
+  return note;
+}
+
+bool is_unfinished() {
+  struct stat status;
+  return lstat(place::kStoring, &status) == 0;
+}
+
+std::optional<Note> read_note() {
+  const std::optional<std::string> text = read_state_file(place::kStoring, kFormat, kVersion);
+  return text ? parse_note(*text) : std::nullopt;
+}
+
+// Of one band. False where its store cannot be had.
+bool put_back_band(const std::string& verb, const BandChanges& band, Report& report) {
+  Report unheard;
+  const int count = open_store(band.band, unheard, Content::kToCome) ? put_back(band.band, band.fields) : -1;
+  const std::string what = "wlanctl " + verb + " ended in the middle of storing settings of " + label_of(band.band);
+  if (count < 0) {
+    report.note(what + ", and they cannot be put back: its store is not to be had");
+  } else if (count == 0) {
+    report.note(what + "; nothing of it is in the store");
+  } else {
+    report.note(what + "; what it had set is put back, " + count_of(static_cast<size_t>(count), "value"));
+  }
+  return count >= 0;
+}
+
+}  // namespace
+
+void add_changes(const std::vector<wifimgr_attr_record>& from, const std::vector<wifimgr_attr_record>& to,
+                 std::vector<FieldChange>* fields) {
+  for (size_t i = 0; i < std::min(from.size(), to.size()); ++i) {
+    if (std::memcmp(&from[i], &to[i], sizeof from[i]) == 0) continue;
+    const std::string key = text_in(to[i].key, sizeof to[i].key);
+    for (int at = 0; at < WIFIMGR_FIELDS; ++at) {
+      const std::string before = text_in(from[i].field[at], WIFIMGR_FIELD_SIZE);
+      const std::string after = text_in(to[i].field[at], WIFIMGR_FIELD_SIZE);
+      if (before == after) continue;
+      const auto known = std::find_if(fields->begin(), fields->end(),
+                                      [&](const FieldChange& one) { return one.key == key && one.field == at; });
+      FieldChange& field = known != fields->end() ? *known : fields->emplace_back(FieldChange{key, at, before, {}});
+      field.becomes.push_back(after);
+    }
+  }
+}
+
+int put_back(Band band, const std::vector<FieldChange>& fields) {
+  const StoreLock lock(band);
+  if (!lock) return -1;
+  std::vector<wifimgr_attr_record> table = lock.table();
+  int count = 0;
+  for (const FieldChange& change : fields) {
+    const auto record = std::find_if(table.begin(), table.end(), [&](const wifimgr_attr_record& one) {
+      return text_in(one.key, sizeof one.key) == change.key;
+    });
+    if (record == table.end()) continue;
+    char* const field = record->field[change.field];
+    const std::string now = text_in(field, WIFIMGR_FIELD_SIZE);
+    const bool is_ours = std::find(change.becomes.begin(), change.becomes.end(), now) != change.becomes.end();
+    if (now == change.before || !is_ours) continue;
+    std::memset(field, 0, WIFIMGR_FIELD_SIZE);
+    std::memcpy(field, change.before.data(), std::min<size_t>(change.before.size(), WIFIMGR_FIELD_SIZE));
+    ++count;
+  }
+  return count == 0 || lock.replace(table) ? count : -1;
+}
+
+bool write_unfinished(const std::string& verb, const std::vector<BandChanges>& changes, Report& report) {
+  return write_state_file(place::kStoring, kFormat, kVersion, text_of({this_boot(), verb, changes}), report);
+}
+
+bool remove_unfinished(Report& report) {
+  if (remove_state_file(place::kStoring)) return true;
+  report.problem({std::string("cannot remove ") + place::kStoring + ": " + std::strerror(errno),
+                  "remove it, or what was stored is put back"});
+  return false;
+}
+
+void finish_unfinished(Report& report) {
+  if (!is_unfinished()) return;
+  std::optional<ToolLock> lock;
+  if (!ToolLock::is_held_here()) {
+    lock.emplace();
+    if (!*lock) return;
+  }
+  const std::optional<Note> note = read_note();
+  if (note && note->boot == this_boot()) {
+    std::vector<BandChanges> left;
+    for (const BandChanges& band : note->changes) {
+      if (!put_back_band(note->verb, band, report)) left.push_back(band);
+    }
+    if (!left.empty() && write_unfinished(note->verb, left, report)) return;
+  } else if (!note && is_unfinished()) {
+    report.note(std::string("what ") + place::kStoring +
+                " says of a wlanctl that ended in the middle is damaged; look whether the settings are as they should");
+  }
+  (void)remove_unfinished(report);
+}
+
+void tell_unfinished(Band band, Report& report) {
+  const std::optional<Note> note = is_unfinished() ? read_note() : std::nullopt;
+  if (!note || note->boot != this_boot()) return;
+  for (const BandChanges& changes : note->changes) {
+    if (changes.band != band) continue;
+    report.note("wlanctl " + note->verb + " is storing settings of " + label_of(band) +
+                ", or ended in the middle; then the next wlanctl that changes something puts back what it had set");
+  }
+}
+
+}  // namespace wlanctl

@@ -1,0 +1,47 @@
+// Several values that are being stored, noted in a file for as long as they are not all there: whoever is killed in
+// between leaves the note behind, and the next wlanctl puts back what was set.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "wifimgr_lib.h"
+#include "wlanctl/base/band.h"
+
+namespace wlanctl {
+
+class Report;
+
+// One field of a record, with what it was and all that it becomes on the way.
+struct FieldChange {
+  std::string key;  // of the dat file
+  int field = 0;    // from 0
+  std::string before;
+  std::vector<std::string> becomes;
+};
+
+struct BandChanges {
+  Band band = Band::k2_4G;
+  std::vector<FieldChange> fields;
+};
+
+// Adds what is different in the later table. Both have the same records.
+void add_changes(const std::vector<wifimgr_attr_record>& from, const std::vector<wifimgr_attr_record>& to,
+                 std::vector<FieldChange>* fields);
+
+// Puts each field back that has a value which it was to get; what somebody else has set since stays. In one step for
+// everybody else. How many it were; -1 when the store cannot be had.
+int put_back(Band band, const std::vector<FieldChange>& fields);
+
+// The note. All bands of a change are in one, so that it ends for all of them at once.
+bool write_unfinished(const std::string& verb, const std::vector<BandChanges>& changes, Report& report);
+bool remove_unfinished(Report& report);
+
+// For who changes things: puts back what an earlier wlanctl left, and tells it. Needs the tool's lock, and does nothing
+// where another one has it.
+void finish_unfinished(Report& report);
+
+// For who only looks.
+void tell_unfinished(Band band, Report& report);
+
+}  // namespace wlanctl

@@ -1,0 +1,121 @@
+// export: the settings as text, to keep, to compare, and to bring them to another gateway.
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+
+#include "wlanctl/base/json_print.h"
+#include "wlanctl/base/report.h"
+#include "wlanctl/base/terminal.h"
+#include "wlanctl/command_line/common_words.h"
+#include "wlanctl/confirm/recovery.h"
+#include "wlanctl/exchange/writer.h"
+#include "wlanctl/files/state_file.h"
+#include "wlanctl/store/value.h"
+#include "wlanctl/verbs/verbs.h"
+
+namespace wlanctl {
+namespace {
+
+constexpr char kJsonFormat[] = "json";
+constexpr char kDatFormat[] = "dat";
+
+std::string formats() {
+  return std::string(kJsonFormat) + "," + kDatFormat;
+}
+
+bool look_at_bands(const std::vector<Band>& bands, Report& report) {
+  bool are_there = true;
+  for (const Band band : bands) are_there = look_at_band(band, report) && are_there;
+  if (!are_there) return false;
+  for (const Band band : bands) {
+    const std::optional<std::string> count = senseless_count(band);
+    if (!count) continue;
+    report.note("the count of SSIDs of " + std::string(label_of(band)) + " is \"" + *count +
+                "\", which is none; no SSID is in the export");
+  }
+  return true;
+}
+
+// A file is replaced as a whole, and a link's target rather than the link. What is no file stays as it is.
+bool write_output(const std::string& path, const std::string& text, Report& report) {
+  char* const whole = realpath(path.c_str(), nullptr);
+  const std::string target = whole == nullptr ? path : whole;
+  std::free(whole);
+  struct stat status = {};
+  const bool is_there = stat(target.c_str(), &status) == 0;
+  std::string reason;
+  if (is_there && !S_ISREG(status.st_mode)) {
+    reason = "it is no file";
+  } else if (!write_own_file(target, text)) {
+    reason = std::strerror(errno);
+  }
+  if (reason.empty()) return true;
+  report.problem(
+      {"cannot write " + path + ": " + reason, "name another file, in a folder that is there", {{"file", path}}});
+  return false;
+}
+
+// At a terminal no byte of the store does what it likes.
+std::string shown(const std::string& text) {
+  if (isatty(STDOUT_FILENO) == 0) return text;
+  std::string lines;
+  for (const std::string& line : lines_of(text)) lines += printable(line) + '\n';
+  return lines;
+}
+
+int run(const Words& words, Report& report) {
+  const bool is_dat = words.format == kDatFormat;
+  if (is_dat && words.band.empty()) {
+    report.problem({"a dat file is of one band", "say export 2.4g or export 5g"});
+    return kWrongUsage;
+  }
+  const std::vector<Band> bands = bands_of(words.band);
+  if (!look_at_bands(bands, report)) return kNoStore;
+  const Secrets secrets = words.no_secrets ? Secrets::kLeftOut : Secrets::kShown;
+  Json document;
+  std::string text;
+  if (is_dat) {
+    text = dat_of_settings(bands.front(), secrets, report);
+    document = text;
+  } else {
+    document = json_of_settings(bands, secrets);
+    text = printed(document, Layout::kIndented) + '\n';
+  }
+  if (report.has_problems()) return kRefused;
+  const bool is_in_file = !words.output.empty();
+  if (is_in_file && !write_output(words.output, text, report)) return kRefused;
+  if (is_in_file) {
+    report.text() << "the settings of " << (bands.size() == 1 ? label_of(bands.front()) : "both bands") << " are in "
+                  << printable(words.output) << '\n';
+  } else {
+    report.text() << shown(text);
+  }
+  report.data() = {{"format", words.format},
+                   {"output", is_in_file ? Json(words.output) : Json()},
+                   {"settings", is_in_file ? Json() : std::move(document)}};
+  return kDone;
+}
+
+constexpr Word kWords[] = {
+    word::kBand,
+    {"--format", &Words::format, "json, or dat of one band", {.choices = formats, .shows_default = true}},
+    {"--no-secrets", &Words::no_secrets, "Leave out passphrases and keys; import keeps those that are there"},
+    {"--output", &Words::output, "Write a file, for its owner alone", {.value_name = "FILE", .offers = "file"}},
+};
+
+}  // namespace
+
+const Verb kExport = {"export", "Print the settings, for a file or another gateway",
+                      "Of the live store or, where there is none, of the dat file. Passphrases and keys\n"
+                      "are in it unless --no-secrets is given. The SSIDs that are served, no others.\n"
+                      "JSON keeps every byte; where a dat file cannot, it is refused. wlanctl import\n"
+                      "takes both.\n\n"
+                      "Examples:\n"
+                      "  wlanctl export --output gateway.json\n"
+                      "  wlanctl export 5g --format dat --no-secrets",
+                      kWords, run};
+
+}  // namespace wlanctl
