@@ -82,6 +82,26 @@ TEST(HistoryKilled, ByUndoLeavesTheStoreAsItWasOrUndone) {
   expect_whole(told, "undo");
 }
 
+TEST(UndoKilled, WhileItSetsValuesIsAllOrNothing) {
+  const Result result = run_story(
+      "for n in 1 2 3 4 5 6; do wlanctl set 2.4g SSID:1=Kitchen Channel=1 RTSThreshold=2000 >/dev/null 2>&1; wlanctl "
+      "save 2.4g "
+      ">/dev/null 2>&1; WLANCTL_STEP=$n LD_PRELOAD=\"$LD_PRELOAD:" +
+      built("lib/libkill_at_step.so") +
+      "\" wlanctl undo >/dev/null 2>&1; echo $? >>codes; wlanctl set 2.4g HideSSID:2=0 >/dev/null 2>&1; wlanctl get "
+      "2.4g SSID:1 "
+      "Channel RTSThreshold | tr -s ' \\n' ' '; echo; wlanctl revert 2.4g >/dev/null 2>&1; wlanctl set 2.4g "
+      "SSID:1=Gateway-Home Channel=6 RTSThreshold=2347 >/dev/null 2>&1; wlanctl save 2.4g >/dev/null 2>&1; done; grep "
+      "-c 137 codes");
+  const Words lines = lines_of(result.out);
+  ASSERT_EQ(7u, lines.size()) << result.out;
+  for (size_t i = 0; i < 6; ++i) {
+    EXPECT_THAT(lines[i], testing::AnyOf("SSID:1 Kitchen Channel 1 RTSThreshold 2000 ",
+                                         "SSID:1 Gateway-Home Channel 6 RTSThreshold 2347 "));
+  }
+  EXPECT_GE(std::stoi(lines[6]), 3);
+}
+
 TEST(HistoryKilled, ByAnApplyThatIsToBeConfirmedIsRolledBackWithAnEntry) {
   const Told told = story(
       killed_everywhere("wlanctl apply 2.4g --confirm 600", "wlanctl set 2.4g Channel=1 >/dev/null 2>&1;",

@@ -91,13 +91,13 @@ TEST(DiffFile, AsksForTheBandWhereItIsNotToBeTold) {
 
 TEST(DiffFile, RefusesWhatCannotBeRead) {
   const Result result = run_story(
-      "mkfifo pipe; : >empty; for file in nowhere pipe . empty; do timeout 10 wlanctl diff 2.4g $file; echo "
+      "mkfifo pipe; : >empty; for file in nowhere pipe ./ empty; do timeout 10 wlanctl diff 2.4g $file; echo "
       "$?; done; wlanctl diff 6g --json");
   EXPECT_EQ("2\n2\n2\n2\n", result.out.substr(0, 8));
   EXPECT_EQ(2, document_in(result.out.substr(8))["exit_code"]);
-  for (const char* const said : {"cannot read nowhere: No such file or directory; name a band, 2.4g or 5g",
-                                 "cannot read pipe: it is no plain file", "cannot read .: it is no plain file",
-                                 "empty has no settings; is it a dat file?"}) {
+  for (const char* const said : {"there is no band and no file \"nowhere\"; say 2.4g or 5g, or name a file",
+                                 "cannot read pipe: it is a pipe, no file", "cannot read ./: it is a folder, no file",
+                                 "empty has no settings; is it a dat file, or an export?"}) {
     EXPECT_THAT(result.err, HasSubstr(said));
   }
 }
@@ -174,6 +174,41 @@ TEST(StatusSettings, TellWhatIsNotKnown) {
                             "file_from_in_force":null})"),
             settings_of("library_probe init 0 init 1 >/dev/null 2>&1;"));
   EXPECT_EQ(nullptr, settings_of(kKnown + "rm " + kDat + ";")["store_from_file"]);
+}
+
+// The store has it once for each SSID, as one text; what is loaded of the file has a field for each.
+TEST(StatusSettings, AgreeOnANumberThatIsStoredForEachSsid) {
+  const Result result = run_story(
+      "wlanctl set 5g VHT_BW=0 >/dev/null 2>&1; wlanctl apply 5g >/dev/null 2>&1; wlanctl status 5g "
+      "| grep settings; wlanctl diff 5g --exit-code; echo $?; wlanctl log show 1 | grep VHT_BW");
+  EXPECT_THAT(result.out,
+              testing::StartsWith("  settings: store, dat file and what is in force agree\n5g: the store is as "
+                                  "the dat file; an apply would mean: nothing\n0\n"));
+  EXPECT_THAT(result.out, testing::EndsWith("  VHT_BW  1 -> 0\n")) << result.out;
+}
+
+TEST(DiffFile, ComparesWithAnExport) {
+  const Result result = run_story(
+      "wlanctl show >/dev/null 2>&1; library_probe init 0 init 1 >/dev/null 2>&1; wlanctl export --output all.json "
+      ">/dev/null; wlanctl export 5g --no-secrets --output 5g.json >/dev/null; wlanctl set 5g Channel=40 "
+      "WPAPSK:1=topsecret >/dev/null; echo == all; wlanctl diff all.json --exit-code; echo $?; echo == 5g; wlanctl "
+      "diff 5g.json; echo == band; wlanctl diff all.json 2.4g; wlanctl diff ./5g.json 2.4g; echo $?; wlanctl diff "
+      "5g.json --json >d.json; echo == json; cat d.json");
+  EXPECT_EQ(
+      "2.4g: the store is as the file\n5g: 2 values differ (the file -> store)\n  Channel   36 -> 40\n"
+      "  WPAPSK:1  ******** -> ******** (new)\n1\n",
+      behind(result.out, "all"));
+  EXPECT_EQ("5g: 1 value differs (the file -> store)\n  Channel  36 -> 40\n", behind(result.out, "5g"));
+  EXPECT_EQ("2.4g: the store is as the file\n2\n", behind(result.out, "band"));
+  EXPECT_THAT(result.err, HasSubstr("./5g.json has no settings of 2.4g; leave the band out"));
+  EXPECT_EQ(Json::parse(R"([{"key":"Channel","live":40,"file":36}])"),
+            document_in(behind(result.out, "json"))["data"]["bands"][0]["changes"]);
+}
+
+TEST(DiffFile, RefusesADamagedExport) {
+  const Result result = run_story("echo '{\"format\": 1' >broken.json; wlanctl diff broken.json; echo $?");
+  EXPECT_EQ("2\n", result.out);
+  EXPECT_THAT(result.err, HasSubstr("broken.json:"));
 }
 
 TEST(StatusSettings, AreOneLineForEachBand) {

@@ -21,11 +21,11 @@ std::string list_in(const std::vector<StoreRecord>& records, const std::string& 
   return record == nullptr ? "" : joined(record->fields, ";");
 }
 
-// The key, where its value is a list that the loader has spread over the fields.
-const Key* spread_list_of(const std::string& dat_key) {
+// The key, where its value is a text of the whole band, which the loader may have spread over the fields.
+const Key* text_of_band(const std::string& dat_key) {
   int index = 0;
   const Key* const key = find_dat_key(dat_key, &index);
-  return key != nullptr && is_split_list(*key) && key->numbering == Numbering::kShared ? key : nullptr;
+  return key != nullptr && key->scope == Scope::kBand && !key->holds_numbers() ? key : nullptr;
 }
 
 // By the names that the setters have.
@@ -72,8 +72,8 @@ std::vector<SettingChange> changes_between(const std::vector<wifimgr_attr_record
     const size_t ssid = ssid_of(one.dat_key, one.field);
     if (ssid > std::min(served_before, served_after) && one.left.empty()) continue;
     SettingChange change = {name_of(one), one.left, one.right};
-    if (const Key* const list = spread_list_of(one.dat_key)) {
-      change = {list->name, list_in(left, one.dat_key), list_in(right, one.dat_key)};
+    if (const Key* const key = text_of_band(one.dat_key)) {
+      change = {key->name, list_in(left, one.dat_key), list_in(right, one.dat_key)};
       if (!changes.empty() && changes.back() == change) continue;
     }
     changes.push_back(std::move(change));

@@ -23,6 +23,7 @@ constexpr char kOff[] = "off";
 constexpr char kName[] = "entry-";
 constexpr size_t kMostDigits = 9;
 constexpr size_t kMostNames = 1000;
+constexpr char kGone[] = "it is gone";
 constexpr size_t kSuffix = 7;  // of a file that is not whole yet, ".XXXXXX"
 
 struct Listed {
@@ -114,6 +115,8 @@ std::string read_entry(const Listed& listed, Entry* entry) {
   if (listed.number == 0) return "it is no entry";
   // A pipe in its place must not be waited for.
   const int file = open(path_of(listed.name).c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK);
+  // Another wlanctl may have dropped it by now.
+  if (file < 0 && errno == ENOENT) return kGone;
   if (file < 0) return errno == ELOOP ? "it is a link" : std::strerror(errno);
   std::string fault = fault_of_file(file);
   const std::optional<std::string> bytes = fault.empty() ? read_open_file(file) : std::nullopt;
@@ -189,7 +192,7 @@ History read_history() {
     const std::string fault = read_entry(listed, &entry);
     if (fault.empty()) {
       history.entries.push_back(std::move(entry));
-    } else {
+    } else if (fault != kGone) {
       history.skipped.push_back({path_of(listed.name), fault});
     }
   }

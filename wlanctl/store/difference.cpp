@@ -12,9 +12,24 @@ namespace {
 using Fields = std::vector<std::string>;
 using Values = std::map<std::string, Fields>;
 
+// A setter of a number of the whole band may store it once for each SSID, as one text, which a load of the file splits.
+bool is_number_of_band(const std::string& dat_key) {
+  int index = 0;
+  const Key* const key = find_dat_key(dat_key, &index);
+  return key != nullptr && key->scope == Scope::kBand && key->holds_numbers();
+}
+
+Fields once(const Fields& fields) {
+  const std::vector<std::string> parts = split_at(joined(fields, ";"), ';');
+  const bool is_repeated = std::all_of(parts.begin(), parts.end(), [&](const auto& one) { return one == parts[0]; });
+  return is_repeated && !parts.empty() ? Fields{parts[0]} : fields;
+}
+
 Values values_of(const std::vector<StoreRecord>& records) {
   Values values;
-  for (const StoreRecord& record : records) values[record.key] = record.fields;
+  for (const StoreRecord& record : records) {
+    values[record.key] = is_number_of_band(record.key) ? once(record.fields) : record.fields;
+  }
   return values;
 }
 

@@ -1,5 +1,7 @@
 // diff: the live store against the dat file, what is in force, or a file. save and revert bring it in line with the
 // first.
+#include <unistd.h>
+
 #include <algorithm>
 
 #include "wlanctl/apply/applied_state.h"
@@ -154,6 +156,12 @@ std::optional<Compared> parse_operands(const Words& words, Report& report) {
 }
 
 int diff_file(const Compared& compared, const Words& words, Report& report, Outcome& outcome) {
+  if (compared.file.find('/') == std::string::npos && access(compared.file.c_str(), F_OK) != 0) {
+    report.problem({"there is no band and no file \"" + compared.file + "\"",
+                    "say 2.4g or 5g, or name a file",
+                    {{"file", compared.file}}});
+    return kWrongUsage;
+  }
   const auto file = read_compared_file(compared.file, report);
   if (!file) return kWrongUsage;
   std::vector<Band> bands = file->bands;

@@ -34,6 +34,7 @@ Entry begun_entry(Band band, Deed deed, const std::vector<wifimgr_attr_record>& 
 
 // Neither of the two changes what is in force.
 void finish(Entry entry, int exit_code, Report& report) {
+  if (exit_code != kDone) entry.changes.clear();
   entry.state = exit_code == kDone ? State::kDone : State::kFailed;
   entry.exit_code = exit_code;
   finish_entry(std::move(entry), report);

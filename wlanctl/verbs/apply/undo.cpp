@@ -6,6 +6,7 @@
 #include "wlanctl/command_line/common_words.h"
 #include "wlanctl/confirm/pending.h"
 #include "wlanctl/confirm/recovery.h"
+#include "wlanctl/exchange/stored_settings.h"
 #include "wlanctl/exchange/storing.h"
 #include "wlanctl/files/lock.h"
 #include "wlanctl/history/record.h"
@@ -130,7 +131,7 @@ void look_at_values(bool force, Undoing* undoing, Report& report) {
       leave(change, "the library has no setter for it", undoing);
       continue;
     }
-    const std::optional<std::string> value = read_value(entry.band, *target->key, target->index);
+    const std::optional<std::string> value = exact_value(entry.band, *target);
     if (!value) {
       leave(change, "the store has no place for it", undoing);
       continue;
@@ -153,7 +154,7 @@ void look_at_values(bool force, Undoing* undoing, Report& report) {
 }
 
 bool is_back(Band band, const Step& step) {
-  return read_value(band, *step.target.key, step.target.index) == step.change.from;
+  return exact_value(band, step.target) == step.change.from;
 }
 
 // The library sets what belongs to an SSID only while the band has it: one that goes goes last, one that comes comes first.
