@@ -18,6 +18,7 @@
 #include "wlanctl/keys/secret_mask.h"
 #include "wlanctl/library/messages.h"
 #include "wlanctl/store/dat_file.h"
+#include "wlanctl/ssid/unfinished.h"
 #include "wlanctl/store/revert.h"
 #include "wlanctl/store/saved_text.h"
 #include "wlanctl/store/segment.h"
@@ -261,6 +262,7 @@ Problem refusal_of(Band band, const Reverted& outcome) {
 
 int revert_band(Band band, bool force, Report& report, Json& reverted) {
   if (!open_store(band, report, Content::kToCome)) return kNoStore;
+  finish_unfinished(report);
   const size_t ssids = shown_ssids(band);
   const Reverted outcome = revert_store(band, force);
   if (outcome.how != Reverting::kDone) {
