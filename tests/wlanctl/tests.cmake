@@ -1,11 +1,12 @@
 # wlanctl end to end: the built program, inside the simulated gateway.
 wifimgr_test_helper(hold_store wlanctl/hold_store.c)
 wifimgr_test_helper(segment_bytes wlanctl/segment_bytes.c)
-foreach(library kill_at_rename given_neighbour_table)
+foreach(library kill_at_rename kill_at_setter given_neighbour_table)
   add_library(${library} MODULE wlanctl/${library}.c)
   wifimgr_room_target(wlanctl ${library})
 endforeach()
 target_link_libraries(kill_at_rename PRIVATE ${CMAKE_DL_LIBS})
+target_link_libraries(kill_at_setter PRIVATE ${CMAKE_DL_LIBS})
 foreach(target gateway-sim wlanctl library_probe)
   wifimgr_room_target(wlanctl ${target})
 endforeach()
@@ -32,6 +33,7 @@ if(NOT WIFIMGR_TEST_PROGRAMS)
 endif()
 
 foreach(name apply_killed apply board calibration check completion confirm danger debug diff dry_run in_force interrupt keys
-    live_store lock loss man neighbours power_cut recording schema secret set show stations status unlock wps)
+    live_store lock loss man neighbours power_cut recording schema secret set show ssid_move
+    ssid_records ssid stations status unlock wps)
   wifimgr_program_test(wlanctl_test_support ${name}_test wlanctl/${name}_test.cpp)
 endforeach()

@@ -37,6 +37,14 @@ struct Words {
   bool yes = false;
   int level = 0;
   std::string shell;
+
+  bool both = false;
+  std::vector<std::string> names;  // of ssid: behind the band
+  std::string security;
+  std::string passphrase_file;
+  bool hide = false;
+  bool isolate = false;
+  bool to_file = false;
 };
 
 // The member that a word fills: one of them.

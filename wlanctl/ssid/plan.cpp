@@ -96,7 +96,7 @@ SsidPlan plan_to_add(Band band, const NewSsid& fresh) {
     const bool is_left_out =
         value == default_of(key, band, plan.ssid) && !is_essential(key.name) && ends_before(band, key, plan.ssid);
     if (is_left_out) value = "";
-    plan.writes.push_back({target, value, value.empty()});
+    plan.writes.push_back({target, value, value.empty() || !chosen_value(key.name, fresh)});
   }
   return plan;
 }

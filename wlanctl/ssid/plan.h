@@ -13,7 +13,7 @@ namespace wlanctl {
 struct SsidWrite {
   Target target;
   std::string value;
-  // What another SSID had, or nothing at all: stored as it is where the setter refuses it, and not judged.
+  // What another SSID had, the default, or nothing at all: stored as it is where the setter refuses it, and not judged.
   bool is_given = false;
 };
 

@@ -9,6 +9,7 @@
 
 #include <atomic>
 #include <cerrno>
+#include <cstdio>
 #include <cstring>
 
 #include "wlanctl/base/report.h"
@@ -231,6 +232,12 @@ bool look_at_store(Band band, Report& report) {
 
 bool is_store_open(Band band) {
   return address_of(band) != nullptr;
+}
+
+std::string segment_key_of(Band band) {
+  char text[16];
+  (void)std::snprintf(text, sizeof text, "0x%x", static_cast<unsigned>(kSegments[number_of(band)]));
+  return text;
 }
 
 bool has_store(Band band) {

@@ -1,6 +1,7 @@
 // The live store of a band: a segment and its lock, shared with the management processes.
 #pragma once
 
+#include <string>
 #include <vector>
 
 #include "wifimgr_lib.h"
@@ -21,6 +22,9 @@ enum class Content {
 // the store is empty, and when another process holds its lock and does not let go.
 bool open_store(Band band, Report& report, Content content = Content::kNeeded);
 bool is_store_open(Band band);
+
+// As ipcrm -M takes it.
+std::string segment_key_of(Band band);
 
 // Whether there is a live store, opened or not.
 bool has_store(Band band);

@@ -14,6 +14,8 @@ extern const Verb kSet;
 extern const Verb kKeys;
 extern const Verb kCheck;
 extern const Verb kDump;
+extern const Verb kSsid;
+extern const Verb kSsidList;  // below kSsid
 // apply/
 extern const Verb kDiff;
 extern const Verb kSave;
