@@ -48,7 +48,7 @@ TEST(SsidList, MakesNoStore) {
 
 TEST(SsidAdd, GivesTheNewOneSafeValuesWhateverAnEarlierOneHasLeft) {
   const auto steps = run_live(
-      {"library_probe put HideSSID 0 3 1 put EnableSSID 0 3 0 put AuthMode 0 3 OPEN put IEEE8021X 0 3 1 put "
+      {"library_probe attach put HideSSID 0 3 1 put EnableSSID 0 3 0 put AuthMode 0 3 OPEN put IEEE8021X 0 3 1 put "
        "AccessPolicy2 0 -1 1 put AccessControlList2 0 -1 02:00:00:00:00:01 >/dev/null",
        kAdd + "2.4g Kitchen",
        "wlanctl get 2.4g BssidNum SSID:3 EnableSSID:3 HideSSID:3 NoForwarding:3 AuthMode:3 EncrypType:3 WPAPSK:3 "
@@ -255,7 +255,7 @@ TEST(SsidDryRun, NeedsNoStore) {
 
 TEST(Ssid, SaysWhatItChangedInJson) {
   const Json band = only_band(json_of("ssid disable 5g 2", "library_probe init 0 init 1 >/dev/null"));
-  EXPECT_EQ(Json::parse(R"([{"key":"EnableSSID","index":2,"before":1,"after":0}])"), band["changes"]);
+  EXPECT_EQ(Json::parse(R"([{"key":"EnableSSID","index":2,"before":"1","after":"0"}])"), band["changes"]);
   EXPECT_EQ("rai1", band["interface"]);
   EXPECT_EQ(2, band["count"]);
 }
@@ -285,8 +285,8 @@ TEST(Ssid, IsServedAfterTheApplyAndGoneAfterItsRemoval) {
        "ls /sys/class/net | grep -c -e ra2 -e rai2"},
       {"--chips", "7603,7612"});
   EXPECT_EQ(0, steps[1].status) << steps[1].err;
-  EXPECT_THAT(steps[2].out, HasSubstr("  3     ra2        up     idle  0         Visitors\n"));
-  EXPECT_THAT(steps[2].out, HasSubstr("  3     rai2       up     idle  0         Visitors\n"));
+  EXPECT_THAT(steps[2].out, HasSubstr("  3     ra2        up     off   0         Visitors\n"));
+  EXPECT_THAT(steps[2].out, HasSubstr("  3     rai2       up     off   0         Visitors\n"));
   EXPECT_THAT(steps[3].out, HasSubstr("1\n1\n"));
   EXPECT_THAT(steps[3].out, HasSubstr("iwpriv ra2 set SSID=Visitors"));
   EXPECT_THAT(steps[3].out, HasSubstr("iwpriv rai2 set SSID=Visitors"));

@@ -11,10 +11,13 @@
 namespace wlanctl {
 namespace {
 
+constexpr size_t kLongestName = 32;
+
 // Keys of an SSID whose value is the operator's, or follows from the security that was chosen.
 std::optional<std::string> chosen_value(const std::string& key, const NewSsid& fresh) {
   const Security& security = *fresh.security;
-  if (key == "SSID" || key == "WscDefaultSSID") return fresh.name;
+  if (key == "SSID") return fresh.name;
+  if (key == "WscDefaultSSID") return fresh.name.substr(0, kLongestName);
   if (key == "EnableSSID") return "1";
   if (key == "HideSSID") return fresh.is_hidden ? "1" : "0";
   if (key == "NoForwarding") return fresh.is_isolated ? "1" : "0";
@@ -96,7 +99,8 @@ SsidPlan plan_to_add(Band band, const NewSsid& fresh) {
     const bool is_left_out =
         value == default_of(key, band, plan.ssid) && !is_essential(key.name) && ends_before(band, key, plan.ssid);
     if (is_left_out) value = "";
-    plan.writes.push_back({target, value, value.empty() || !chosen_value(key.name, fresh)});
+    const bool is_chosen = chosen_value(key.name, fresh) && (!value.empty() || std::strcmp(key.name, "SSID") == 0);
+    plan.writes.push_back({target, value, !is_chosen});
   }
   return plan;
 }
