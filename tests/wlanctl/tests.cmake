@@ -32,7 +32,7 @@ if(NOT WIFIMGR_TEST_PROGRAMS)
   target_precompile_headers(wlanctl_test_support PRIVATE <gmock/gmock.h> <gtest/gtest.h> <nlohmann/json.hpp>)
 endif()
 
-foreach(name apply_killed apply board calibration check completion confirm danger debug diff dry_run in_force interrupt keys
+foreach(name apply_killed apply board calibration check completion confirm danger debug diff dry_run explain in_force interrupt keys
     live_store lock loss man neighbours power_cut recording schema secret set show ssid_move
     ssid_records ssid stations status unlock wps)
   wifimgr_program_test(wlanctl_test_support ${name}_test wlanctl/${name}_test.cpp)

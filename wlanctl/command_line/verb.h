@@ -38,6 +38,11 @@ struct Words {
   int level = 0;
   std::string shell;
 
+  std::string key;      // of explain
+  std::string pattern;  // of keys
+  std::string scope;
+  std::string about;
+
   bool both = false;
   std::vector<std::string> names;  // of ssid: behind the band
   std::string security;

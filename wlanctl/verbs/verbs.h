@@ -12,6 +12,7 @@ extern const Verb kShow;
 extern const Verb kGet;
 extern const Verb kSet;
 extern const Verb kKeys;
+extern const Verb kExplain;
 extern const Verb kCheck;
 extern const Verb kDump;
 extern const Verb kSsid;
