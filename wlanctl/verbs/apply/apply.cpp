@@ -46,22 +46,6 @@ void refuse_dangers(const Job& job, Report& report) {
   }
 }
 
-bool refuse_second(Band band, Report& report) {
-  const std::string label = label_of(band);
-  if (interrupted(band)) {
-    report.problem(
-        {"the gateway went down before the apply of " + label + " was confirmed",
-         "wlanctl confirm " + label + " keeps its settings; wlanctl rollback " + label + " puts back those before",
-         about(band)});
-    return true;
-  }
-  if (!is_pending(band)) return false;
-  report.problem({"an apply of " + label + " waits for its confirmation",
-                  "wlanctl confirm " + label + " keeps it; without, it is rolled back when its time is over",
-                  about(band)});
-  return true;
-}
-
 // Everything that can be refused is found here, before anything is touched.
 // A band without a store keeps no other one from its apply.
 int plan_all(const Words& words, Report& report, std::vector<Job>* jobs) {
@@ -78,7 +62,7 @@ int plan_all(const Words& words, Report& report, std::vector<Job>* jobs) {
     if (words.dry_run && is_pending(band)) {
       report.note(std::string("an apply of ") + label_of(band) + " waits for its confirmation, or to be rolled back");
     }
-    if (!words.dry_run && refuse_second(band, report)) {
+    if (!words.dry_run && refuse_undecided(band, report)) {
       refuse(true);
       continue;
     }

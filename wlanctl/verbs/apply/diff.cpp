@@ -9,20 +9,18 @@
 #include "wlanctl/base/report.h"
 #include "wlanctl/base/terminal.h"
 #include "wlanctl/command_line/common_words.h"
-#include "wlanctl/confirm/outlived.h"
 #include "wlanctl/confirm/pending.h"
 #include "wlanctl/confirm/recovery.h"
 #include "wlanctl/files/lock.h"
 #include "wlanctl/keys/dat_key.h"
 #include "wlanctl/keys/json_value.h"
 #include "wlanctl/keys/secret_mask.h"
-#include "wlanctl/library/messages.h"
+#include "wlanctl/ssid/unfinished.h"
 #include "wlanctl/store/dat_file.h"
 #include "wlanctl/store/revert.h"
-#include "wlanctl/store/saved_text.h"
 #include "wlanctl/store/segment.h"
 #include "wlanctl/store/value.h"
-#include "wlanctl/verbs/apply/file_guard.h"
+#include "wlanctl/verbs/apply/guarded_save.h"
 #include "wlanctl/verbs/verbs.h"
 
 namespace wlanctl {
@@ -213,23 +211,7 @@ int diff(const Words& words, Report& report) {
 
 int save_band(Band band, bool force, Report& report, Json& saved) {
   if (!open_band(band, report)) return kNoStore;
-  if (const auto count = senseless_count(band)) {
-    tell_senseless_count(band, *count, report);
-    return kRefused;
-  }
-  // From now on the dat file no longer says what is in force.
-  if (!restore_applied(band, report)) return kWrongUsage;
-  const std::optional<std::string> text = saved_text(band);
-  if (!force && !may_write_file(band, text, report)) return kRefused;
-  if (!keep_file_of_now(band, text, report) || !keep_applied(band, FileIs::kChanging, report)) return kRefused;
-  forget_settled(band);
-  clear_messages();
-  if (wifimgr_lib_save_dataFile(number_of(band)) != 0) {
-    report.problem({std::string(label_of(band)) + " was not saved: " + first_reason(),
-                    "is " + dat_path_of(band) + " writable, and is there room?", about(band)});
-    return kRefused;
-  }
-  if (!keep_applied(band, FileIs::kSettled, report)) return kRefused;
+  if (const int code = save_guarded(band, force, report); code != kDone) return code;
   saved.push_back(label_of(band));
   report.text() << label_of(band) << ": saved to " << dat_path_of(band) << '\n';
   return kDone;
@@ -261,6 +243,7 @@ Problem refusal_of(Band band, const Reverted& outcome) {
 
 int revert_band(Band band, bool force, Report& report, Json& reverted) {
   if (!open_store(band, report, Content::kToCome)) return kNoStore;
+  finish_unfinished(report);
   const size_t ssids = shown_ssids(band);
   const Reverted outcome = revert_store(band, force);
   if (outcome.how != Reverting::kDone) {
