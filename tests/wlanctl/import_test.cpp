@@ -282,15 +282,27 @@ TEST(Import, GrowsTheCountOfSsidsFirst) {
               HasSubstr("g.json:3: SSID:3 cannot be \"x\": The ssid index should be from 1 to BssidNum:2."));
 }
 
-TEST(Import, SaysWhoMakesTheRecordsOfAnSsidThatASaveDropped) {
-  const auto steps =
-      run_live({"wlanctl set 2.4g BssidNum=3 >/dev/null; wlanctl export 2.4g >f.json; wlanctl revert 2.4g",
-                "wlanctl set 2.4g TxBurst=1 >/dev/null; wlanctl save 2.4g; wlanctl revert 2.4g",
-                "wlanctl import f.json; echo $?; wlanctl get 2.4g BssidNum"});
-  EXPECT_THAT(steps[2].err,
-              HasSubstr("SSID:3 cannot be \"Gateway-3\": the store of 2.4g has no record SSID3; a save drops "
-                        "those of SSIDs behind BssidNum; wlanctl ssid add 2.4g makes them"));
-  EXPECT_EQ("1\n2\n", steps[2].out);
+// A store that was made of a saved file has none, nor much room for them.
+TEST(Import, PutsInTheRecordsOfAnSsidThatASaveDropped) {
+  const std::string saved =
+      "wlanctl set 2.4g BssidNum=3 SSID:3=Cellar >/dev/null; wlanctl export 2.4g >f.json; wlanctl revert "
+      "2.4g; wlanctl save 2.4g; wlanctl revert 2.4g >/dev/null";
+  const auto steps = run_live(
+      {saved, "wlanctl dump 2.4g | grep -c SSID3=",
+       "wlanctl import f.json --dry-run >/dev/null; wlanctl dump 2.4g | grep -c SSID3=", "wlanctl import f.json",
+       "wlanctl export 2.4g | grep -v ApCliMacManual:3 >now; grep -v ApCliMacManual:3 f.json | cmp - now && echo "
+       "same"});
+  EXPECT_EQ("0\n", steps[1].out);
+  EXPECT_EQ("0\n", steps[2].out);
+  EXPECT_EQ(0, steps[3].status) << steps[3].err;
+  EXPECT_EQ("same\n", steps[4].out);
+  const auto small = run_live({saved + "; ipcrm -M 0x12345; library_probe init 0 >/dev/null",
+                               "wlanctl import f.json; s=$?; wlanctl get 2.4g BssidNum; exit $s"});
+  EXPECT_EQ(1, small[1].status);
+  EXPECT_THAT(small[1].err,
+              HasSubstr("SSID:3 cannot be \"Cellar\": the store of 2.4g has no room for the keys of SSID 3; "
+                        "wlanctl ssid add 2.4g NAME --to-file makes room"));
+  EXPECT_EQ("2\n", small[1].out);
 }
 
 TEST(Import, ComparesWhatNothingSets) {
@@ -367,17 +379,34 @@ TEST(ImportKilled, BeforeItsNoteIsThereChangesNothing) {
               HasSubstr("wlanctl import ended in the middle of storing settings of 2.4g; nothing of it is in"));
 }
 
+// A test's call of wlanctl that is killed behind the given write.
+std::string killed_behind(int step, const std::string& call) {
+  return "WLANCTL_STEP=" + std::to_string(step) + " LD_PRELOAD=\"$LD_PRELOAD:" + built("lib/libkill_at_step.so") +
+         "\" \"$WLANCTL_PROGRAM\" " + call + ";";
+}
+
 // What somebody else has set since is not the killed one's.
 TEST(ImportKilled, LeavesWhatSomebodyElseHasSetSince) {
-  const Result result = run_story("library_probe init 0 init 1 >/dev/null 2>&1;" +
-                                  into("f.json", settings("\"Channel\": 11, \"TxPower\": 50")) +
-                                  "WLANCTL_STEP=9999 LD_PRELOAD=\"$LD_PRELOAD:" + built("lib/libkill_at_step.so") +
-                                  "\" wlanctl import f.json >/dev/null;"
-                                  "wlanctl set 2.4g Channel=6 TxPower=100 >/dev/null; killed_at 'after 1 "
-                                  "/var/run/wlanctl-storing' wlanctl import f.json;"
-                                  "library_probe set Channel 0 -1 3 >/dev/null 2>&1 || true; wlanctl set 2.4g "
-                                  "RTSThreshold=2347 >/dev/null; wlanctl get 2.4g TxPower");
-  EXPECT_EQ("100\n", result.out);
+  const auto steps =
+      run_live({into("f.json", settings("\"Channel\": 11, \"TxPower\": 50")) +
+                    killed_behind(99, "import f.json --dry-run >/dev/null") + killed_behind(4, "import f.json"),
+                "wlanctl get 2.4g Channel TxPower; library_probe attach put Channel 0 -1 3 >/dev/null",
+                "wlanctl set 2.4g RTSThreshold=2347 >/dev/null", "wlanctl get 2.4g Channel TxPower"});
+  EXPECT_EQ(137, steps[0].status);
+  EXPECT_EQ("Channel  11\nTxPower  50\n", steps[1].out);
+  EXPECT_THAT(steps[2].err, HasSubstr("what it had set is put back, 1 value"));
+  EXPECT_EQ("Channel  3\nTxPower  100\n", steps[3].out);
+}
+
+// A revert is what the operator wants now; what the killed one found is older.
+TEST(ImportKilled, IsNotPutBackOverARevert) {
+  const auto steps = run_live({into("f.json", settings("\"Channel\": 6, \"TxPower\": 50")) +
+                                   "wlanctl set 2.4g Channel=1 >/dev/null;" + killed_behind(4, "import f.json"),
+                               "wlanctl revert 2.4g >/dev/null; wlanctl set 2.4g RTSThreshold=2347 >/dev/null",
+                               "wlanctl get 2.4g Channel TxPower; ls /var/run/wlanctl-storing"});
+  EXPECT_EQ(137, steps[0].status);
+  EXPECT_EQ("", steps[1].err);
+  EXPECT_EQ("Channel  6\nTxPower  100\n", steps[2].out);
 }
 
 TEST(ImportKilled, ANoteThatIsDamagedIsToldAndGone) {
@@ -483,7 +512,8 @@ TEST(Import, BringsASuppliedGatewayToAnother) {
 // A line for each setting that takes one of several values, with the last of them.
 std::string lines_of_other_values(const std::string& band) {
   std::string lines;
-  for (const Json& key : json_of("keys " + band)["data"]["keys"]) {
+  const Json document = json_of("keys " + band);
+  for (const Json& key : document["data"]["keys"]) {
     if (key["choices"].empty() || key["key"] == "BssidNum" || key["key"] == "AuthMode") continue;
     const std::string value = key["choices"].back();
     if (key["scope"] == "band") {

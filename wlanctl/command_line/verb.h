@@ -49,6 +49,19 @@ struct Words {
   bool replace = false;
   bool merge = false;
   std::string from;  // of set
+
+  std::string key;      // of explain
+  std::string pattern;  // of keys
+  std::string scope;
+  std::string about;
+
+  bool both = false;
+  std::vector<std::string> names;  // of ssid: behind the band
+  std::string security;
+  std::string passphrase_file;
+  bool hide = false;
+  bool isolate = false;
+  bool to_file = false;
 };
 
 // The member that a word fills: one of them.

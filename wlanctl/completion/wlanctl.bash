@@ -5,7 +5,7 @@ _wlanctl_words() {
   verbs='' options='' arguments=''
   case $1 in
     '')
-      verbs='show get set edit keys diff save revert export import check apply confirm rollback log undo status stations neighbours wps radio led button calibration dump trace unlock completion'
+      verbs='show get set edit keys explain ssid diff save revert export import check apply confirm rollback log undo status stations neighbours wps radio led button calibration dump trace unlock completion'
       options='--help --version'
       ;;
     'show')
@@ -25,8 +25,40 @@ _wlanctl_words() {
       arguments='band'
       ;;
     'keys')
+      options='--help --scope=band,ssid,link --band=band --about=text --json'
+      arguments='band'
+      ;;
+    'explain')
+      options='--help --json'
+      arguments='key'
+      ;;
+    'ssid')
+      verbs='list add remove enable disable rename'
+      options='--help'
+      ;;
+    'ssid list')
       options='--help --json'
       arguments='band'
+      ;;
+    'ssid add')
+      options='--help --security=open,wpa2-psk,wpa-wpa2-psk,wpa2-wpa3,wpa3 --passphrase-file=file --hide --isolate --to-file --both --dry-run --force --wait=text --json'
+      arguments='band text...'
+      ;;
+    'ssid remove')
+      options='--help --yes --both --dry-run --force --wait=text --json'
+      arguments='band text...'
+      ;;
+    'ssid enable')
+      options='--help --both --dry-run --wait=text --json'
+      arguments='band text...'
+      ;;
+    'ssid disable')
+      options='--help --both --dry-run --wait=text --json'
+      arguments='band text...'
+      ;;
+    'ssid rename')
+      options='--help --both --dry-run --force --wait=text --json'
+      arguments='band text...'
       ;;
     'diff')
       options='--help --in-force --exit-code --secrets --json'

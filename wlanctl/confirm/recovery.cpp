@@ -10,8 +10,9 @@
 #include "wlanctl/confirm/rollback.h"
 #include "wlanctl/files/lock.h"
 #include "wlanctl/files/state_file.h"
+#include "wlanctl/ssid/unfinished.h"
 #include "wlanctl/store/segment.h"
-#include "wlanctl/store/unfinished.h"
+#include "wlanctl/store/storing_note.h"
 
 namespace wlanctl {
 namespace {
@@ -87,6 +88,7 @@ void tell_what_is_due(Band band, Report& report) {
 bool look_at_band(Band band, Report& report) {
   if (is_store_open(band)) return true;
   if (!look_at_store(band, report)) return false;
+  tell_storing(band, report);
   tell_unfinished(band, report);
   tell_what_is_due(band, report);
   return true;
@@ -95,6 +97,7 @@ bool look_at_band(Band band, Report& report) {
 bool open_band(Band band, Report& report) {
   if (is_store_open(band)) return true;
   if (!open_store(band, report)) return false;
+  finish_storing(report);
   finish_unfinished(report);
   recover_pending(band, report);
   return true;

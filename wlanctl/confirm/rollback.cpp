@@ -21,6 +21,7 @@
 #include "wlanctl/store/dat_file.h"
 #include "wlanctl/store/private_store.h"
 #include "wlanctl/store/segment.h"
+#include "wlanctl/store/storing_note.h"
 #include "wlanctl/store/value.h"
 
 namespace wlanctl {
@@ -40,7 +41,9 @@ std::vector<wifimgr_attr_record> without_unserved(Band band, std::vector<wifimgr
 }
 
 bool fill_store(Band band, const std::vector<wifimgr_attr_record>& settings) {
-  return replace_store(band, settings) || replace_store(band, without_unserved(band, settings));
+  const bool is_filled = replace_store(band, settings) || replace_store(band, without_unserved(band, settings));
+  if (is_filled) drop_storing(band);
+  return is_filled;
 }
 
 // Of the store as it is now.

@@ -89,7 +89,7 @@ int wait_for(pid_t editor, int* ending) {
 
 }  // namespace
 
-PrivateFile::PrivateFile() : folder_(std::string(place::kFolder) + "/wlanctl-edit-XXXXXX") {
+PrivateFile::PrivateFile() : folder_(std::string(place::kEdit) + "XXXXXX") {
   if (mkdtemp(folder_.data()) == nullptr) folder_.clear();
   path_ = folder_ + "/settings";
 }

@@ -11,17 +11,27 @@
 #include "wlanctl/keys/secret_mask.h"
 #include "wlanctl/library/messages.h"
 #include "wlanctl/library/shell.h"
+#include "wlanctl/store/added_records.h"
 #include "wlanctl/store/value.h"
 
 namespace wlanctl {
 namespace {
 
 void take_back(const std::vector<StorePlan>& plans) {
-  for (const StorePlan& plan : plans) (void)put_back(plan.band, plan.fields);
+  for (const StorePlan& plan : plans) (void)put_back_noted(plan.band, plan.fields);
 }
 
 bool store_plan(const StorePlan& plan, Report& report) {
+  if (!plan.records.empty() && add_records(plan.band, plan.records) != Adding::kDone) {
+    report.problem({std::string("the store of ") + label_of(plan.band) + " does not take the keys of more SSIDs",
+                    "another process changed the store; try again", about(plan.band)});
+    return false;
+  }
+  const int served = ssid_count(plan.band);
   for (const Wish& step : plan.steps) {
+    // The driver has no such interface before the next apply.
+    const bool is_new = step.target.key->scope == Scope::kSsid && step.target.index > served;
+    const ShellScope driver_is_told(is_new ? ShellMode::kDrop : ShellScope::mode());
     if (!is_stored(plan.band, step)) {
       refuse(report, plan.band, step, first_reason(), "another process changed the store; try again");
       return false;
@@ -53,11 +63,11 @@ void note_lists(const StorePlan& plan, Report& report) {
 
 }  // namespace
 
-std::vector<Change> changes_of(const StorePlan& plan) {
-  std::vector<Change> changes;
+std::vector<ValueChange> changes_of(const StorePlan& plan) {
+  std::vector<ValueChange> changes;
   for (const Wish& step : plan.steps) {
-    const auto known =
-        std::find_if(changes.rbegin(), changes.rend(), [&](const Change& one) { return one.target == step.target; });
+    const auto known = std::find_if(changes.rbegin(), changes.rend(),
+                                    [&](const ValueChange& one) { return one.target == step.target; });
     if (known != changes.rend() && plan.order == Order::kAsNeeded) {
       known->after = step.value;
       continue;
@@ -71,7 +81,7 @@ std::vector<Change> changes_of(const StorePlan& plan) {
 }
 
 bool store_plans(const std::string& verb, const std::vector<StorePlan>& plans, Report& report) {
-  std::vector<BandChanges> changes;
+  std::vector<NotedBand> changes;
   size_t fields = 0;
   for (const StorePlan& plan : plans) {
     changes.push_back({plan.band, plan.fields});
@@ -80,11 +90,11 @@ bool store_plans(const std::string& verb, const std::vector<StorePlan>& plans, R
   const SignalHold hold;
   // A single field is stored or not.
   const bool is_noted = fields > 1;
-  if (is_noted && !write_unfinished(verb, changes, report)) return false;
+  if (is_noted && !note_storing(verb, changes, report)) return false;
   bool is_done = true;
   for (const StorePlan& plan : plans) is_done = is_done && store_plan(plan, report);
   if (!is_done) take_back(plans);
-  if (is_noted && !remove_unfinished(report) && is_done) {
+  if (is_noted && !forget_storing(report) && is_done) {
     take_back(plans);
     is_done = false;
   }
@@ -94,9 +104,9 @@ bool store_plans(const std::string& verb, const std::vector<StorePlan>& plans, R
   return is_done;
 }
 
-std::string text_of(Band band, const std::vector<Change>& changes) {
+std::string text_of(Band band, const std::vector<ValueChange>& changes) {
   Text text;
-  for (const Change& change : changes) {
+  for (const ValueChange& change : changes) {
     const Key& key = *change.target.key;
     text << label_of(band) << ' ' << change.target.name() << " = " << printable(shown_value(key, change.after))
          << "  (was " << printable(shown_value(key, change.before)) << ")\n";
@@ -104,9 +114,9 @@ std::string text_of(Band band, const std::vector<Change>& changes) {
   return text.str();
 }
 
-Json json_of(const std::vector<Change>& changes) {
+Json json_of(const std::vector<ValueChange>& changes) {
   Json shown = Json::array();
-  for (const Change& change : changes) {
+  for (const ValueChange& change : changes) {
     const Key& key = *change.target.key;
     shown.push_back({{"key", key.name},
                      {"index", change.target.index},

@@ -5,8 +5,9 @@
 #include <string>
 #include <vector>
 
+#include "wifimgr_lib.h"
 #include "wlanctl/keys/assignment.h"
-#include "wlanctl/store/unfinished.h"
+#include "wlanctl/store/storing_note.h"
 
 namespace wlanctl {
 
@@ -27,8 +28,9 @@ enum class Order {
 struct StorePlan {
   Band band = Band::k2_4G;
   Order order = Order::kAsGiven;
+  std::vector<wifimgr_attr_record> records;  // that the store lacks for SSIDs which it will serve; they come first
   std::vector<Wish> steps;
-  std::vector<FieldChange> fields;  // what they change, with all that the setters change besides
+  std::vector<NotedField> fields;  // what they change, with all that the setters change besides
 };
 
 // By the library's own setter. False when that refuses it; why, messages.h has.

@@ -1,5 +1,7 @@
 #include "wlanctl/history/record.h"
 
+#include <utility>
+
 #include "wlanctl/base/report.h"
 #include "wlanctl/history/folder.h"
 
@@ -36,6 +38,21 @@ Entry begin_entry(Entry entry, Report& report) {
 void finish_entry(Entry entry, Report& report) {
   // One that could not be begun may find room now.
   if (!history_folder().empty()) write(&entry, report);
+}
+
+Entry begin_quiet_entry(Band band, Deed deed, const std::vector<SettingChange>& changes, Report& report) {
+  Entry entry;
+  entry.band = band;
+  entry.deed = deed;
+  entry.changes = changes;
+  return begin_entry(std::move(entry), report);
+}
+
+void finish_quiet_entry(Entry entry, int exit_code, Report& report) {
+  if (exit_code != kDone) entry.changes.clear();
+  entry.state = exit_code == kDone ? State::kDone : State::kFailed;
+  entry.exit_code = exit_code;
+  finish_entry(std::move(entry), report);
 }
 
 void note_confirmed(Band band, Report& report) {

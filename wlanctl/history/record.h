@@ -13,6 +13,10 @@ Entry begin_entry(Entry entry, Report& report);
 // With its result.
 void finish_entry(Entry entry, Report& report);
 
+// Likewise of a save or a revert, which leave what is in force as it is. One that failed has changed nothing.
+Entry begin_quiet_entry(Band band, Deed deed, const std::vector<SettingChange>& changes, Report& report);
+void finish_quiet_entry(Entry entry, int exit_code, Report& report);
+
 // The band's newest apply has its confirmation.
 void note_confirmed(Band band, Report& report);
 

@@ -10,6 +10,7 @@
 #include "wlanctl/keys/dat_key.h"
 #include "wlanctl/store/dat_file.h"
 #include "wlanctl/store/segment.h"
+#include "wlanctl/store/storing_note.h"
 
 namespace wlanctl {
 namespace {
@@ -55,6 +56,8 @@ Reverted try_to_revert(Band band, bool even_if_incomplete) {
     reverted.how = Reverting::kIncomplete;
   } else if (!lock.replace(reverted.file)) {
     reverted.how = Reverting::kNoRoom;
+  } else {
+    drop_storing(band);
   }
   return reverted;
 }

@@ -7,14 +7,15 @@
 #include <sys/shm.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <cerrno>
+#include <cstdio>
 #include <cstring>
 
 #include "wlanctl/base/report.h"
 #include "wlanctl/files/lock.h"
 #include "wlanctl/files/places.h"
 #include "wlanctl/library/band_variables.h"
-#include "wlanctl/library/detached_store.h"
 #include "wlanctl/library/messages.h"
 #include "wlanctl/store/dat_file.h"
 #include "wlanctl/store/lock_holder.h"
@@ -182,6 +183,27 @@ bool StoreLock::replace(const std::vector<wifimgr_attr_record>& content) const {
   return true;
 }
 
+size_t StoreLock::free_records() const {
+  const size_t room = size_of_store(band_) / sizeof(wifimgr_attr_record);
+  const size_t taken = table().size() + 1;  // the empty one behind them ends the table
+  return room > taken ? room - taken : 0;
+}
+
+bool StoreLock::append(const std::vector<wifimgr_attr_record>& records) const {
+  if (!held_ || records.size() > free_records()) return false;
+  const size_t begin = table().size() * sizeof(wifimgr_attr_record);
+  std::memset(address_of(band_) + begin, 0, size_of_store(band_) - begin);
+  // The last one first, and each key behind its fields: what makes them part of the table is the first one's key.
+  auto* const end = reinterpret_cast<wifimgr_attr_record*>(address_of(band_) + begin);
+  for (size_t i = records.size(); i-- > 0;) {
+    std::memcpy(end[i].field, records[i].field, sizeof end[i].field);
+    std::atomic_thread_fence(std::memory_order_release);
+    std::memcpy(end[i].key, records[i].key, sizeof end[i].key);
+    std::atomic_thread_fence(std::memory_order_release);
+  }
+  return true;
+}
+
 bool open_store(Band band, Report& report, Content content) {
   if (is_store_open(band)) return true;
   return attach_or_make(band, report) && is_usable(band, report, content);
@@ -215,6 +237,25 @@ bool is_store_detached(Band band) {
 
 bool is_store_open(Band band) {
   return address_of(band) != nullptr;
+}
+
+std::string segment_key_of(Band band) {
+  char text[16];
+  (void)std::snprintf(text, sizeof text, "0x%x", static_cast<unsigned>(kSegments[number_of(band)]));
+  return text;
+}
+
+bool has_store(Band band) {
+  return segment_of(band) >= 0;
+}
+
+EnlargedStore::EnlargedStore(Band band, const std::vector<wifimgr_attr_record>& content)
+    : band_(band), store_(band, content), opened_(g_opened[number_of(band)]) {
+  g_opened[number_of(band)] = segment_of(band);
+}
+
+EnlargedStore::~EnlargedStore() {
+  g_opened[number_of(band_)] = opened_;
 }
 
 bool reopen_if_replaced(Band band, Report& report) {

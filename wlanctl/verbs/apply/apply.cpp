@@ -24,7 +24,6 @@
 #include "wlanctl/store/segment.h"
 #include "wlanctl/verbs/apply/apply_text.h"
 #include "wlanctl/verbs/apply/file_guard.h"
-#include "wlanctl/verbs/apply/undecided.h"
 #include "wlanctl/verbs/verbs.h"
 
 namespace wlanctl {

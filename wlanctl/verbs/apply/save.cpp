@@ -2,69 +2,26 @@
 #include <algorithm>
 #include <utility>
 
-#include "wlanctl/apply/applied_state.h"
-#include "wlanctl/apply/plan.h"
 #include "wlanctl/base/report.h"
 #include "wlanctl/command_line/common_words.h"
-#include "wlanctl/confirm/outlived.h"
 #include "wlanctl/confirm/recovery.h"
 #include "wlanctl/files/lock.h"
 #include "wlanctl/history/record.h"
-#include "wlanctl/library/messages.h"
+#include "wlanctl/ssid/unfinished.h"
 #include "wlanctl/store/dat_file.h"
 #include "wlanctl/store/difference.h"
 #include "wlanctl/store/revert.h"
-#include "wlanctl/store/saved_text.h"
 #include "wlanctl/store/segment.h"
 #include "wlanctl/store/value.h"
-#include "wlanctl/verbs/apply/file_guard.h"
+#include "wlanctl/verbs/apply/guarded_save.h"
 #include "wlanctl/verbs/verbs.h"
 
 namespace wlanctl {
 namespace {
 
-Entry begun_entry(Band band, Deed deed, const std::vector<wifimgr_attr_record>& before,
-                  const std::vector<wifimgr_attr_record>& after, Report& report) {
-  Entry entry;
-  entry.band = band;
-  entry.deed = deed;
-  entry.changes = changes_between(before, after);
-  return begin_entry(std::move(entry), report);
-}
-
-// Neither of the two changes what is in force.
-void finish(Entry entry, int exit_code, Report& report) {
-  if (exit_code != kDone) entry.changes.clear();
-  entry.state = exit_code == kDone ? State::kDone : State::kFailed;
-  entry.exit_code = exit_code;
-  finish_entry(std::move(entry), report);
-}
-
 int save_band(Band band, bool force, Report& report, Json& saved) {
   if (!open_band(band, report)) return kNoStore;
-  if (const auto count = senseless_count(band)) {
-    tell_senseless_count(band, *count, report);
-    return kRefused;
-  }
-  const auto before = parse_dat_file(band);
-  // From now on the dat file no longer says what is in force.
-  if (!restore_applied(band, report)) return kWrongUsage;
-  const std::optional<std::string> text = saved_text(band);
-  if (!force && !may_write_file(band, text, report)) return kRefused;
-  if (!keep_file_of_now(band, text, report) || !keep_applied(band, FileIs::kChanging, report)) return kRefused;
-  forget_settled(band);
-  const Entry entry =
-      begun_entry(band, Deed::kSave, before.value_or(std::vector<wifimgr_attr_record>()), table_of_store(band), report);
-  clear_messages();
-  if (wifimgr_lib_save_dataFile(number_of(band)) != 0) {
-    report.problem({std::string(label_of(band)) + " was not saved: " + first_reason(),
-                    "is " + dat_path_of(band) + " writable, and is there room?", about(band)});
-    finish(entry, kRefused, report);
-    return kRefused;
-  }
-  const bool is_kept = keep_applied(band, FileIs::kSettled, report);
-  finish(entry, is_kept ? kDone : kRefused, report);
-  if (!is_kept) return kRefused;
+  if (const int code = save_guarded(band, force, report); code != kDone) return code;
   saved.push_back(label_of(band));
   report.text() << label_of(band) << ": saved to " << dat_path_of(band) << '\n';
   return kDone;
@@ -100,15 +57,17 @@ Problem refusal_of(Band band, const Reverted& outcome) {
 
 int revert_band(Band band, bool force, Report& report, Json& reverted) {
   if (!open_store(band, report, Content::kToCome)) return kNoStore;
+  finish_unfinished(report);
   const std::vector<wifimgr_attr_record> before = table_of_store(band);
-  const Entry entry = begun_entry(band, Deed::kRevert, before, parse_dat_file(band).value_or(before), report);
+  const Entry entry =
+      begin_quiet_entry(band, Deed::kRevert, changes_between(before, parse_dat_file(band).value_or(before)), report);
   const Reverted outcome = revert_store(band, force);
   if (outcome.how != Reverting::kDone) {
     report.problem(refusal_of(band, outcome));
-    finish(entry, outcome.how == Reverting::kUnreadable ? kWrongUsage : kRefused, report);
+    finish_quiet_entry(entry, outcome.how == Reverting::kUnreadable ? kWrongUsage : kRefused, report);
     return outcome.how == Reverting::kUnreadable ? kWrongUsage : kRefused;
   }
-  finish(entry, kDone, report);
+  finish_quiet_entry(entry, kDone, report);
   const std::vector<StoreRecord> records = records_of(outcome.before);
   const size_t values = differences(records, records_of(outcome.file), ssids_in(records)).size();
   reverted.push_back({{"band", label_of(band)}, {"values", values}});

@@ -4,6 +4,7 @@
 
 #include "wlanctl/base/terminal.h"
 #include "wlanctl/command_line/common_words.h"
+#include "wlanctl/confirm/outlived.h"
 #include "wlanctl/confirm/pending.h"
 #include "wlanctl/confirm/recovery.h"
 #include "wlanctl/exchange/stored_settings.h"
@@ -17,7 +18,6 @@
 #include "wlanctl/store/segment.h"
 #include "wlanctl/store/value.h"
 #include "wlanctl/verbs/apply/entry_words.h"
-#include "wlanctl/verbs/apply/undecided.h"
 #include "wlanctl/verbs/verbs.h"
 
 namespace wlanctl {
@@ -245,7 +245,7 @@ int bring_back(const Undoing& undoing, Report& report) {
     if (is_back(band, step)) continue;
     report.problem({step.change.name + " of " + label_of(band) + " did not come back",
                     "another process changed the store; try again", about_change(band, step.change)});
-    (void)put_back(band, plan.fields);
+    (void)put_back_noted(band, plan.fields);
     return kRefused;
   }
   return report.has_problems() ? kNoAnswer : kDone;

@@ -106,7 +106,7 @@ class Edit {
       return lock.exit_code();
     }
     std::vector<StorePlan> plans;
-    std::vector<std::vector<Change>> changes;
+    std::vector<std::vector<ValueChange>> changes;
     for (const Band band : bands_) {
       if (!reopen_if_replaced(band, report_)) return kNoStore;
       plans.push_back(try_out(band, wishes_of(changed, band, said), Order::kAsNeeded, words_.force, said));
@@ -152,7 +152,7 @@ class Edit {
     return known != shown_.end() ? known->value : exact_value(setting.band, setting.target).value_or("");
   }
 
-  void tell_data(const std::vector<std::vector<Change>>& changes, bool is_kept) {
+  void tell_data(const std::vector<std::vector<ValueChange>>& changes, bool is_kept) {
     Json shown = Json::array();
     for (size_t i = 0; i < bands_.size(); ++i) {
       shown.push_back(

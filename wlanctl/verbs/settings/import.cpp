@@ -21,7 +21,7 @@ struct Part {
   Band band = Band::k2_4G;
   std::vector<LeftAlone> left;
   StorePlan plan;
-  std::vector<Change> changes;
+  std::vector<ValueChange> changes;
 };
 
 void refuse_file(const std::string& file, const std::string& message, const std::string& next, Report& report) {

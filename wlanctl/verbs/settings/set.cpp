@@ -62,7 +62,7 @@ int run(const Words& words, Report& report) {
   const StorePlan plan = try_out(band, wishes, Order::kAsGiven, words.force, report);
   report.data() = {{"band", label_of(band)}, {"changes", Json::array()}};
   if (report.has_problems()) return kRefused;
-  const std::vector<Change> changes = changes_of(plan);
+  const std::vector<ValueChange> changes = changes_of(plan);
   if (!store_plans("set", {plan}, report)) return kRefused;
   report.text() << text_of(band, changes);
   report.data()["changes"] = json_of(changes);

@@ -1,4 +1,4 @@
-#include "wlanctl/store/unfinished.h"
+#include "wlanctl/store/storing_note.h"
 
 #include <sys/stat.h>
 
@@ -26,7 +26,7 @@ constexpr char kWord = ':';
 struct Note {
   std::string boot;
   std::string verb;
-  std::vector<BandChanges> changes;
+  std::vector<NotedBand> changes;
 };
 
 std::string word_of(const std::string& bytes) {
@@ -44,8 +44,8 @@ std::string text_in(const char* field, size_t size) {
 std::string text_of(const Note& note) {
   Text text;
   text << note.boot << ' ' << note.verb << '\n';
-  for (const BandChanges& band : note.changes) {
-    for (const FieldChange& field : band.fields) {
+  for (const NotedBand& band : note.changes) {
+    for (const NotedField& field : band.fields) {
       text << label_of(band.band) << ' ' << word_of(field.key) << ' ' << field.field << ' ' << word_of(field.before);
       for (const std::string& value : field.becomes) text << ' ' << word_of(value);
       text << '\n';
@@ -54,12 +54,12 @@ std::string text_of(const Note& note) {
   return text.str();
 }
 
-std::optional<FieldChange> parse_field(const std::vector<std::string>& words) {
+std::optional<NotedField> parse_field(const std::vector<std::string>& words) {
   const std::optional<std::string> key = bytes_of_word(words[1]);
   const std::optional<int64_t> number = number_in(words[2]);
   const std::optional<std::string> before = bytes_of_word(words[3]);
   if (!key || !number || *number < 0 || *number >= WIFIMGR_FIELDS || !before) return std::nullopt;
-  FieldChange field = {*key, static_cast<int>(*number), *before, {}};
+  NotedField field = {*key, static_cast<int>(*number), *before, {}};
   for (size_t i = 4; i < words.size(); ++i) {
     const std::optional<std::string> value = bytes_of_word(words[i]);
     if (!value) return std::nullopt;
@@ -79,15 +79,15 @@ std::optional<Note> parse_note(const std::string& text) {
   for (size_t i = 1; i < lines.size(); ++i) {
     const std::vector<std::string> words = words_of(lines[i]);
     const std::optional<Band> band = words.size() > 4 ? parse_band(words[0]) : std::nullopt;
-    const std::optional<FieldChange> field = band ? parse_field(words) : std::nullopt;
+    const std::optional<NotedField> field = band ? parse_field(words) : std::nullopt;
     if (!field) return std::nullopt;
     note.changes[number_of(*band)].fields.push_back(*field);
   }
-  std::erase_if(note.changes, [](const BandChanges& band) { return band.fields.empty(); });
+  std::erase_if(note.changes, [](const NotedBand& band) { return band.fields.empty(); });
   return note;
 }
 
-bool is_unfinished() {
+bool is_storing_noted() {
   struct stat status;
   return lstat(place::kStoring, &status) == 0;
 }
@@ -98,9 +98,9 @@ std::optional<Note> read_note() {
 }
 
 // Of one band. False where its store cannot be had.
-bool put_back_band(const std::string& verb, const BandChanges& band, Report& report) {
+bool put_back_band(const std::string& verb, const NotedBand& band, Report& report) {
   Report unheard;
-  const int count = open_store(band.band, unheard, Content::kToCome) ? put_back(band.band, band.fields) : -1;
+  const int count = open_store(band.band, unheard, Content::kToCome) ? put_back_noted(band.band, band.fields) : -1;
   const std::string what = "wlanctl " + verb + " ended in the middle of storing settings of " + label_of(band.band);
   if (count < 0) {
     report.note(what + ", and they cannot be put back: its store is not to be had");
@@ -115,7 +115,7 @@ bool put_back_band(const std::string& verb, const BandChanges& band, Report& rep
 }  // namespace
 
 void add_changes(const std::vector<wifimgr_attr_record>& from, const std::vector<wifimgr_attr_record>& to,
-                 std::vector<FieldChange>* fields) {
+                 std::vector<NotedField>* fields) {
   for (size_t i = 0; i < std::min(from.size(), to.size()); ++i) {
     if (std::memcmp(&from[i], &to[i], sizeof from[i]) == 0) continue;
     const std::string key = text_in(to[i].key, sizeof to[i].key);
@@ -124,19 +124,19 @@ void add_changes(const std::vector<wifimgr_attr_record>& from, const std::vector
       const std::string after = text_in(to[i].field[at], WIFIMGR_FIELD_SIZE);
       if (before == after) continue;
       const auto known = std::find_if(fields->begin(), fields->end(),
-                                      [&](const FieldChange& one) { return one.key == key && one.field == at; });
-      FieldChange& field = known != fields->end() ? *known : fields->emplace_back(FieldChange{key, at, before, {}});
+                                      [&](const NotedField& one) { return one.key == key && one.field == at; });
+      NotedField& field = known != fields->end() ? *known : fields->emplace_back(NotedField{key, at, before, {}});
       field.becomes.push_back(after);
     }
   }
 }
 
-int put_back(Band band, const std::vector<FieldChange>& fields) {
+int put_back_noted(Band band, const std::vector<NotedField>& fields) {
   const StoreLock lock(band);
   if (!lock) return -1;
   std::vector<wifimgr_attr_record> table = lock.table();
   int count = 0;
-  for (const FieldChange& change : fields) {
+  for (const NotedField& change : fields) {
     const auto record = std::find_if(table.begin(), table.end(), [&](const wifimgr_attr_record& one) {
       return text_in(one.key, sizeof one.key) == change.key;
     });
@@ -152,19 +152,19 @@ int put_back(Band band, const std::vector<FieldChange>& fields) {
   return count == 0 || lock.replace(table) ? count : -1;
 }
 
-bool write_unfinished(const std::string& verb, const std::vector<BandChanges>& changes, Report& report) {
+bool note_storing(const std::string& verb, const std::vector<NotedBand>& changes, Report& report) {
   return write_state_file(place::kStoring, kFormat, kVersion, text_of({this_boot(), verb, changes}), report);
 }
 
-bool remove_unfinished(Report& report) {
+bool forget_storing(Report& report) {
   if (remove_state_file(place::kStoring)) return true;
   report.problem({std::string("cannot remove ") + place::kStoring + ": " + std::strerror(errno),
                   "remove it, or what was stored is put back"});
   return false;
 }
 
-void finish_unfinished(Report& report) {
-  if (!is_unfinished()) return;
+void finish_storing(Report& report) {
+  if (!is_storing_noted()) return;
   std::optional<ToolLock> lock;
   if (!ToolLock::is_held_here()) {
     lock.emplace();
@@ -172,22 +172,30 @@ void finish_unfinished(Report& report) {
   }
   const std::optional<Note> note = read_note();
   if (note && note->boot == this_boot()) {
-    std::vector<BandChanges> left;
-    for (const BandChanges& band : note->changes) {
+    std::vector<NotedBand> left;
+    for (const NotedBand& band : note->changes) {
       if (!put_back_band(note->verb, band, report)) left.push_back(band);
     }
-    if (!left.empty() && write_unfinished(note->verb, left, report)) return;
-  } else if (!note && is_unfinished()) {
+    if (!left.empty() && note_storing(note->verb, left, report)) return;
+  } else if (!note && is_storing_noted()) {
     report.note(std::string("what ") + place::kStoring +
                 " says of a wlanctl that ended in the middle is damaged; look whether the settings are as they should");
   }
-  (void)remove_unfinished(report);
+  (void)forget_storing(report);
 }
 
-void tell_unfinished(Band band, Report& report) {
-  const std::optional<Note> note = is_unfinished() ? read_note() : std::nullopt;
+void drop_storing(Band band) {
+  std::optional<Note> note = is_storing_noted() ? read_note() : std::nullopt;
+  if (!note) return;
+  std::erase_if(note->changes, [&](const NotedBand& changes) { return changes.band == band; });
+  Report unheard;
+  if (note->changes.empty() || !note_storing(note->verb, note->changes, unheard)) (void)forget_storing(unheard);
+}
+
+void tell_storing(Band band, Report& report) {
+  const std::optional<Note> note = is_storing_noted() ? read_note() : std::nullopt;
   if (!note || note->boot != this_boot()) return;
-  for (const BandChanges& changes : note->changes) {
+  for (const NotedBand& changes : note->changes) {
     if (changes.band != band) continue;
     report.note("wlanctl " + note->verb + " is storing settings of " + label_of(band) +
                 ", or ended in the middle; then the next wlanctl that changes something puts back what it had set");

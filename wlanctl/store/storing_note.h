@@ -13,35 +13,38 @@ namespace wlanctl {
 class Report;
 
 // One field of a record, with what it was and all that it becomes on the way.
-struct FieldChange {
+struct NotedField {
   std::string key;  // of the dat file
   int field = 0;    // from 0
   std::string before;
   std::vector<std::string> becomes;
 };
 
-struct BandChanges {
+struct NotedBand {
   Band band = Band::k2_4G;
-  std::vector<FieldChange> fields;
+  std::vector<NotedField> fields;
 };
 
 // Adds what is different in the later table. Both have the same records.
 void add_changes(const std::vector<wifimgr_attr_record>& from, const std::vector<wifimgr_attr_record>& to,
-                 std::vector<FieldChange>* fields);
+                 std::vector<NotedField>* fields);
 
 // Puts each field back that has a value which it was to get; what somebody else has set since stays. In one step for
 // everybody else. How many it were; -1 when the store cannot be had.
-int put_back(Band band, const std::vector<FieldChange>& fields);
+int put_back_noted(Band band, const std::vector<NotedField>& fields);
 
 // The note. All bands of a change are in one, so that it ends for all of them at once.
-bool write_unfinished(const std::string& verb, const std::vector<BandChanges>& changes, Report& report);
-bool remove_unfinished(Report& report);
+bool note_storing(const std::string& verb, const std::vector<NotedBand>& changes, Report& report);
+bool forget_storing(Report& report);
 
 // For who changes things: puts back what an earlier wlanctl left, and tells it. Needs the tool's lock, and does nothing
 // where another one has it.
-void finish_unfinished(Report& report);
+void finish_storing(Report& report);
+
+// For who has put another content into the band's store: nothing of it is to be put back any more.
+void drop_storing(Band band);
 
 // For who only looks.
-void tell_unfinished(Band band, Report& report);
+void tell_storing(Band band, Report& report);
 
 }  // namespace wlanctl
