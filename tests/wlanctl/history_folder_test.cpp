@@ -123,6 +123,7 @@ TEST(HistoryFolder, IsInNobodysWay) {
   } kRows[] = {
       {"export WLANCTL_HISTORY=/nowhere/at/all", "cannot make /nowhere/at/all: No such file or directory"},
       {"touch /etc/file; export WLANCTL_HISTORY=/etc/file", "cannot open /etc/file: Not a directory"},
+      {"export WLANCTL_HISTORY=here", "cannot use here: its name does not begin with /"},
       {"mkdir -m 777 /etc/open; export WLANCTL_HISTORY=/etc/open", "cannot use /etc/open: others may write it"},
       {"mkdir /etc/his; chown 12 /etc/his; export WLANCTL_HISTORY=/etc/his",
        "cannot use /etc/his: it is somebody else's"},

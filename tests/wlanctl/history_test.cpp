@@ -293,11 +293,12 @@ TEST(Log, RefusesANumberOfEntriesThatIsNone) {
 
 TEST(Log, FitsAConsole) {
   const Result result =
-      run_story("SUDO_USER=a-user-with-a-rather-long-name; export SUDO_USER;" + kChange +
+      run_story("SUDO_USER=a-user-with-a-rather-long-name-that-does-not-end; export SUDO_USER;" + kChange +
                 "wlanctl set 2.4g HideSSID:1=1 HideSSID:2=1 BeaconPeriod=200 RTSThreshold=2000 DtimPeriod=3 "
                 ">/dev/null; wlanctl apply 2.4g --confirm 600 >/dev/null 2>&1; wlanctl rollback >/dev/null;"
-                "wlanctl log; wlanctl log show 1");
-  EXPECT_THAT(result.out, HasSubstr("a-user-with-a-rather-long-name"));
+                "script -qec 'wlanctl save 2.4g' /dev/null </dev/null >/dev/null; wlanctl log; wlanctl log show 1");
+  EXPECT_THAT(result.out, HasSubstr("by a-user-with-a-rather-long-name-t"));
+  EXPECT_THAT(result.out, Not(HasSubstr("long-name-th")));
   for (const std::string& line : lines_of(result.out)) EXPECT_LE(line.size(), 80u) << line;
 }
 

@@ -201,6 +201,13 @@ TEST(Undo, DryRunTouchesNothing) {
   EXPECT_THAT(result.out, HasSubstr("2.4g: this would undo entry 1 in the store; nothing was changed\n0\nsame\n"));
 }
 
+TEST(Undo, TellsWhatAnApplyWillMakeOfIt) {
+  const Result result =
+      run_story(kApplied + "wlanctl undo --dry-run >/dev/null; echo == both >&2; wlanctl undo >/dev/null");
+  EXPECT_THAT(result.err, testing::StartsWith("wlanctl: note: HT_OpMode: an apply will make it 1\n"));
+  EXPECT_THAT(behind(result.err, "both"), HasSubstr("HT_OpMode: an apply will make it 1\n"));
+}
+
 TEST(Undo, DryRunMakesNoStore) {
   const Result result = run_story(kApplied +
                                   "simctl power-cut >/dev/null; wlanctl undo --dry-run | tail -1; ipcs -m | grep -c "

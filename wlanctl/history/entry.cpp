@@ -12,8 +12,8 @@
 namespace wlanctl {
 namespace {
 
-// Names come from outside.
-constexpr size_t kLongestName = 64;
+// Names come from outside, and stand in a line of a terminal.
+constexpr size_t kLongestName = 32;
 
 std::string name_of_user(uid_t user) {
   char room[4096];

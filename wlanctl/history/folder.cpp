@@ -62,8 +62,15 @@ std::string fault_of_folder(int folder) {
   return (status.st_mode & 022) != 0 ? "others may write it" : "";
 }
 
+// A guardian works in another folder than who started it.
+std::string fault_of_name(const std::string& path) {
+  return path.starts_with('/') ? "" : "cannot use " + path + ": its name does not begin with /";
+}
+
 int open_folder(Listing* listing) {
   const std::string path = history_folder();
+  listing->failure = fault_of_name(path);
+  if (!listing->failure.empty()) return -1;
   const int folder = open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
   if (folder < 0) {
     if (errno != ENOENT) listing->failure = "cannot open " + path + ": " + std::strerror(errno);
@@ -131,6 +138,7 @@ std::string read_entry(const Listed& listed, Entry* entry) {
 
 std::string make_folder() {
   const std::string path = history_folder();
+  if (std::string fault = fault_of_name(path); !fault.empty()) return fault;
   if (mkdir(path.c_str(), 0700) == 0) {
     finish_folder_of(path);
     return "";

@@ -12,11 +12,13 @@ namespace {
 
 constexpr size_t kMostNames = 12;
 
-std::string who_of(const Entry& entry) {
-  if (entry.by == By::kGuardian) return "by its guardian";
-  if (entry.by == By::kRecovery) return "by the next wlanctl";
-  if (entry.by == By::kApply) return "by the apply itself";
-  return "by " + printable(entry.user) + (entry.terminal.empty() ? "" : " on " + printable(entry.terminal));
+std::vector<std::string> who_of(const Entry& entry) {
+  if (entry.by == By::kGuardian) return {"by its guardian"};
+  if (entry.by == By::kRecovery) return {"by the next wlanctl"};
+  if (entry.by == By::kApply) return {"by the apply itself"};
+  std::vector<std::string> who = {"by " + printable(entry.user)};
+  if (!entry.terminal.empty()) who.push_back("on " + printable(entry.terminal));
+  return who;
 }
 
 std::string names_of(const Entry& entry) {
@@ -32,7 +34,7 @@ std::string names_of(const Entry& entry) {
 }
 
 void tell_in_short(const History& history, const Entry& entry, Text& text) {
-  std::vector<std::string> pieces = {who_of(entry)};
+  std::vector<std::string> pieces = who_of(entry);
   for (std::string& word : result_words(history, entry)) pieces.push_back(std::move(word));
   text << wrapped_below(std::to_string(entry.number) + "  " + local_time(entry.when) + "  " + label_of(entry.band) +
                             "  " + word_for(entry.deed),
@@ -70,7 +72,7 @@ int show(const Words& words, Report& report) {
   }
   Text& text = report.text();
   text << "entry   " << entry->number << "\nwhen    " << local_time(entry->when) << "\nband    "
-       << label_of(entry->band) << "\nwhat    " << word_for(entry->deed) << ' ' << who_of(*entry) << '\n'
+       << label_of(entry->band) << "\nwhat    " << word_for(entry->deed) << ' ' << joined(who_of(*entry), " ") << '\n'
        << wrapped_below("result", result_words(history, *entry));
   std::vector<ShownChange> rows;
   for (const SettingChange& change : entry->changes) {

@@ -232,15 +232,18 @@ void tell_left(const Undoing& undoing, bool force, Report& report) {
   }
 }
 
-// All or nothing, whoever interrupts or kills it.
-int bring_back(const Undoing& undoing, Report& report) {
-  const Band band = undoing.entry.band;
-  if (undoing.steps.empty()) return kDone;
+// What was there once is not judged again; what a shell would act on, an apply refuses.
+StorePlan plan_of(const Undoing& undoing, Report& report) {
   std::vector<Wish> wishes;
   for (const Step& step : undoing.steps) wishes.push_back(wish_of(step));
-  // What was there once is not judged again; what a shell would act on, an apply refuses.
-  const StorePlan plan = try_out(band, wishes, Order::kAsGiven, true, report);
-  if (report.has_problems() || !store_plans("undo", {plan}, report)) return kRefused;
+  return try_out(undoing.entry.band, wishes, Order::kAsGiven, true, report);
+}
+
+// All or nothing, whoever interrupts or kills it.
+int bring_back(const Undoing& undoing, const StorePlan& plan, Report& report) {
+  const Band band = undoing.entry.band;
+  if (undoing.steps.empty()) return kDone;
+  if (!store_plans("undo", {plan}, report)) return kRefused;
   for (const Step& step : undoing.steps) {
     if (is_back(band, step)) continue;
     report.problem({step.change.name + " of " + label_of(band) + " did not come back",
@@ -289,6 +292,8 @@ int undo(Undoing& undoing, const Words& words, Report& report) {
   undoing.steps = steps_taken(&undoing);
   if (!report.has_problems() || words.force) tell_left(undoing, words.force, report);
   if (report.has_problems()) return kRefused;
+  const StorePlan plan = plan_of(undoing, report);
+  if (report.has_problems()) return kRefused;
   int code = kDone;
   if (!words.dry_run) {
     const Band band = undoing.entry.band;
@@ -299,7 +304,7 @@ int undo(Undoing& undoing, const Words& words, Report& report) {
     entry.about = undoing.entry.number;
     for (const Step& step : undoing.steps) entry.changes.push_back({step.change.name, step.now, step.change.from});
     entry = begin_entry(std::move(entry), report);
-    code = bring_back(undoing, report);
+    code = bring_back(undoing, plan, report);
     entry.changes = changes_between(before, table_of_store(band));
     entry.exit_code = code;
     entry.state = code == kRefused ? State::kFailed : State::kDone;
