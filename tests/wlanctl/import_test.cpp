@@ -358,6 +358,17 @@ TEST(Import, SaysThatAnApplyWaitsForItsConfirmation) {
   EXPECT_THAT(result.err, HasSubstr("more seconds for wlanctl confirm 2.4g"));
 }
 
+TEST(Import, SaysThatTheDriverDoesNotTakeAValue) {
+  const auto steps =
+      run_live({"rm /userfs/bin/iwpriv; printf '#!/bin/sh\\necho prints; exit 7\\n' >/userfs/bin/iwpriv; chmod 755 "
+                "/userfs/bin/iwpriv;" +
+                    into("f.json", settings("\"WscConfMode:1\": 2")) + "wlanctl import f.json --json",
+                "wlanctl get 2.4g WscConfMode:1"});
+  EXPECT_EQ(5, steps[0].status);
+  EXPECT_EQ("WscConfMode:1", document_in(steps[0].out)["problems"][0]["key"]);
+  EXPECT_EQ("2\n", steps[1].out);
+}
+
 TEST(Import, HasNoStoreWhereNoneCanBeMade) {
   const auto steps = run_steps(
       {"wlanctl export 2.4g >f.json 2>/dev/null; rm /etc/Wireless/RT2860AP/RT2860AP.dat; wlanctl import f.json"});
