@@ -195,6 +195,27 @@ TEST(Import, RefusesWhatIsNoFile) {
   EXPECT_THAT(steps[6].err, HasSubstr("nul.json:2: there is a NUL byte in the line"));
 }
 
+// Each name is looked for among all settings.
+TEST(Import, GivesUpOnATextWithoutSense) {
+  const auto steps =
+      run_live({"{ echo '{\"wlanctl_settings\": 1, \"bands\": {\"5g\": {\"other\": {'; seq -s, 1 60000 | sed "
+                "'s/[0-9][0-9]*/\"&\":1/g'; echo '}}}}'; "
+                "} >many.json; wlanctl import many.json",
+                "{ echo '{\"wlanctl_settings\": 1, \"bands\": {\"5g\": {\"settings\": {'; seq -s, 1 4000 | sed "
+                "'s/[0-9][0-9]*/\"&\":1/g'; echo '}}}}'; "
+                "} >wrong.json; wlanctl import wrong.json --json",
+                "seq 1 100000 | sed s/$/=1/ >many.dat; wlanctl import many.dat 5g", "wlanctl set 5g --from many.dat",
+                "seq 1 4000 | sed s/$/=1/ | wlanctl set 5g --from - --json",
+                into("nul.json", settings("\"Channel\\u0000x\": 1")) + "wlanctl import nul.json"});
+  for (const Result& step : steps) EXPECT_EQ(1, step.status);
+  EXPECT_THAT(steps[0].err, HasSubstr("many.json:1: there are more than 4096 names in it"));
+  EXPECT_EQ(101u, document_in(steps[1].out)["problems"].size());
+  EXPECT_THAT(steps[2].err, HasSubstr("many.dat: it has more than 4096 lines"));
+  EXPECT_THAT(steps[3].err, HasSubstr("many.dat: it has more than 4096 lines"));
+  EXPECT_EQ(101u, document_in(steps[4].out)["problems"].size());
+  EXPECT_THAT(steps[5].err, HasSubstr("is no setting"));
+}
+
 TEST(Import, TakesOneBandOfAFileWithBoth) {
   const auto steps =
       run_live({"wlanctl export >all.json; wlanctl set 2.4g Channel=1 >/dev/null; wlanctl set 5g Channel=40 >/dev/null",
@@ -335,6 +356,17 @@ TEST(Import, SaysThatAnApplyWaitsForItsConfirmation) {
       "--confirm "
       "600 >/dev/null 2>&1; wlanctl export 2.4g 2>/dev/null | wlanctl import -; wlanctl confirm 2.4g; no_guardian");
   EXPECT_THAT(result.err, HasSubstr("more seconds for wlanctl confirm 2.4g"));
+}
+
+TEST(Import, SaysThatTheDriverDoesNotTakeAValue) {
+  const auto steps =
+      run_live({"rm /userfs/bin/iwpriv; printf '#!/bin/sh\\necho prints; exit 7\\n' >/userfs/bin/iwpriv; chmod 755 "
+                "/userfs/bin/iwpriv;" +
+                    into("f.json", settings("\"WscConfMode:1\": 2")) + "wlanctl import f.json --json",
+                "wlanctl get 2.4g WscConfMode:1"});
+  EXPECT_EQ(5, steps[0].status);
+  EXPECT_EQ("WscConfMode:1", document_in(steps[0].out)["problems"][0]["key"]);
+  EXPECT_EQ("2\n", steps[1].out);
 }
 
 TEST(Import, HasNoStoreWhereNoneCanBeMade) {

@@ -30,7 +30,8 @@ bool store_plan(const StorePlan& plan, Report& report) {
   const int served = ssid_count(plan.band);
   for (const Wish& step : plan.steps) {
     // The driver has no such interface before the next apply.
-    const bool is_new = step.target.key->scope == Scope::kSsid && step.target.index > served;
+    const bool is_new =
+        plan.order == Order::kAsNeeded && step.target.key->scope == Scope::kSsid && step.target.index > served;
     const ShellScope driver_is_told(is_new ? ShellMode::kDrop : ShellScope::mode());
     if (!is_stored(plan.band, step)) {
       refuse(report, plan.band, step, first_reason(), "another process changed the store; try again");

@@ -118,17 +118,10 @@ class Try {
       if (!is_there(wish)) left.push_back(&wish);
     }
     std::erase_if(left, [&](const Wish* wish) { return !has_record(*wish); });
-    std::vector<std::string> reasons;
     for (int round = 0; round < kMostRounds && !left.empty(); ++round) {
       bool has_moved = false;
-      reasons.clear();
-      for (const Wish* wish : left) {
-        const bool is_taken = is_there(*wish) || take(*wish);
-        reasons.push_back(is_taken ? "" : reason_or_default());
-        has_moved = has_moved || is_taken;
-      }
+      for (const Wish* wish : left) has_moved = is_there(*wish) || take(*wish) || has_moved;
       left.clear();
-      std::vector<std::string> still;
       for (const Wish& wish : wishes) {
         if (!is_there(wish) && exact_value(band_, wish.target)) left.push_back(&wish);
       }
@@ -190,15 +183,20 @@ class Try {
       const std::string danger = danger_of(*step.target.key, step.value);
       if (danger.empty()) {
         harmless.push_back(&step);
-      } else {
+      } else if (plan_.order == Order::kAsGiven || &step == last_step_of(step.target)) {
         refuse(report_, band_, step, danger, kOrForce);
       }
     }
-    for (auto step = harmless.begin(); step != harmless.end(); ++step) {
-      const bool is_last =
-          std::none_of(step + 1, harmless.end(), [&](const Wish* later) { return later->target == (*step)->target; });
-      if (is_last || plan_.order == Order::kAsGiven) refuse_unserved(**step, is_last);
+    for (const Wish* step : harmless) {
+      const auto same = [&](const Wish* other) { return other->target == step->target; };
+      const bool is_last = step == *std::find_if(harmless.rbegin(), harmless.rend(), same);
+      if (is_last || plan_.order == Order::kAsGiven) refuse_unserved(*step, is_last);
     }
+  }
+
+  const Wish* last_step_of(const Target& target) const {
+    const auto is_same = [&](const Wish& step) { return step.target == target; };
+    return &*std::find_if(plan_.steps.rbegin(), plan_.steps.rend(), is_same);
   }
 
   // A value that another one takes the place of is judged alone.
