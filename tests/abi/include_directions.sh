@@ -62,13 +62,18 @@ allow wlanctl/store "$tool" wlanctl/base wlanctl/files wlanctl/library wlanctl/k
 allow wlanctl/check "$tool" wlanctl/base wlanctl/library wlanctl/keys wlanctl/store wlanctl/check
 allow wlanctl/live "$tool" wlanctl/base wlanctl/library wlanctl/store wlanctl/live
 allow wlanctl/apply "$tool" wlanctl/base wlanctl/files wlanctl/library wlanctl/keys wlanctl/store wlanctl/live wlanctl/apply
-allow wlanctl/confirm "$tool" wlanctl/base wlanctl/files wlanctl/library wlanctl/keys wlanctl/store wlanctl/apply wlanctl/confirm
-allow wlanctl/exchange "$tool" wlanctl/base wlanctl/files wlanctl/library wlanctl/keys wlanctl/store wlanctl/check wlanctl/apply \
-  wlanctl/confirm wlanctl/exchange
+allow wlanctl/history "$tool" wlanctl/base wlanctl/files wlanctl/keys wlanctl/store wlanctl/history
+allow wlanctl/ssid "$tool" wlanctl/base wlanctl/files wlanctl/library wlanctl/keys wlanctl/store wlanctl/check \
+  wlanctl/apply wlanctl/ssid
+allow wlanctl/confirm "$tool" wlanctl/base wlanctl/files wlanctl/library wlanctl/keys wlanctl/store wlanctl/apply \
+  wlanctl/history wlanctl/ssid wlanctl/confirm
+allow wlanctl/exchange "$tool" wlanctl/base wlanctl/files wlanctl/library wlanctl/keys wlanctl/store wlanctl/check \
+  wlanctl/apply wlanctl/exchange
 allow wlanctl/command_line "$tool" wlanctl/base wlanctl/command_line
 allow wlanctl/completion none wlanctl/base wlanctl/keys wlanctl/command_line wlanctl/completion
 allow wlanctl "$tool" wlanctl/base wlanctl/files wlanctl/library wlanctl/keys wlanctl/store wlanctl/check wlanctl/live \
-  wlanctl/apply wlanctl/confirm wlanctl/exchange wlanctl/command_line wlanctl/completion wlanctl/verbs wlanctl/verbs/apply wlanctl/verbs/settings
+  wlanctl/apply wlanctl/history wlanctl/ssid wlanctl/confirm wlanctl/exchange wlanctl/command_line wlanctl/completion wlanctl/verbs \
+  wlanctl/verbs/apply wlanctl/verbs/settings
 
 # What is dear to compile is included once; the JSON library to print, and to parse.
 once() {

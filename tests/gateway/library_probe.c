@@ -1,6 +1,6 @@
 /* A caller of the library for tests: carries out the steps that its arguments name, in one process.
  *
- *   init BAND | save BAND | dump BAND | normalise BAND | commit BAND SSID | oper BAND OPERATION
+ *   attach | init BAND | save BAND | dump BAND | normalise BAND | commit BAND SSID | oper BAND OPERATION
  *   set SETTER BAND INDEX VALUE      any exported setter of the common type
  *   get KEY BAND INDEX               a value of the store, without its line end
  *   put KEY BAND INDEX VALUE         the same past every check
@@ -19,6 +19,7 @@
 #include <stdlib.h>
 #include <string.h>
 
+#include "../../examples/attach_store.h"
 #include "library_probe.h"
 #include "wifimgr_lib.h"
 
@@ -140,6 +141,8 @@ int main(int argc, char** argv) {
       do_get();
     } else if (strcmp(step, "put") == 0) {
       do_put();
+    } else if (strcmp(step, "attach") == 0) {
+      printf("attach %d\n", attach_store());
     } else if (strcmp(step, "flag") == 0) {
       printf("flag %d\n", wifimgr_lib_set_11AC_CMDflag((uint32_t)next_number()));
     } else if (strcmp(step, "txqueue") == 0) {

@@ -21,9 +21,13 @@ std::string functions() {
          "mkdir -p /real /front; PATH=/front:$PATH\n"
          "stand_in() { ln -s \"$(command -v $1)\" /real/$1; cat >/front/$1; chmod 755 /front/$1; }\n"
          "with_pid() { sh -c 'echo $$ >\"$0\"; exec \"$@\"' \"$@\"; }\n"
+         "preloaded() { LD_PRELOAD=\"$LD_PRELOAD:" +
+         built("lib/libkill_at_rename.so") +
+         "\" \"$@\"; }\n"
          "killed_at() { WLANCTL_KILL=\"$1\"; shift; export WLANCTL_KILL\n"
-         "  LD_PRELOAD=\"$LD_PRELOAD:" +
-         built("lib/libkill_at_rename.so") + "\" \"$@\"; set -- $?; unset WLANCTL_KILL; return $1; }\n";
+         "  preloaded \"$@\"; set -- $?; unset WLANCTL_KILL; return $1; }\n"
+         "killed_in() { WLANCTL_KILL_IN=\"$1\"; shift; export WLANCTL_KILL_IN\n"
+         "  preloaded \"$@\"; set -- $?; unset WLANCTL_KILL_IN; return $1; }\n";
 }
 
 Result run_story(const std::string& script, const Words& options) {

@@ -16,6 +16,7 @@ inline constexpr char kDat[] = "/etc/Wireless/RT2860AP/RT2860AP.dat";
 //   guardian      the process numbers of guardians
 //   stop PID      stops a process, and waits until it is
 //   no_guardian   waits until there is none
+//   killed_at, killed_in WISH  runs a command that is killed when it writes files, see kill_at_rename.c
 //   with_pid FILE runs a command that finds its own process number in a file from its start on
 //   stand_in NAME puts a script, standard input, in front of a command; the command itself is /real/NAME then
 std::string functions();

@@ -49,6 +49,12 @@ class Tab : public testing::TestWithParam<Shell> {
   void SetUp() override { ASSERT_TRUE(is_there(GetParam())) << "Debian packages bash and zsh"; }
   std::string typed(const std::string& line) const { return type(GetParam(), {line}).front(); }
 
+  // All of its words, in the order of texts.
+  std::string sorted(const std::string& line) const {
+    return sim_test::shell("echo '" + typed(line) + "' | tr '|' '\\n' | LC_ALL=C sort | paste -sd '|' | tr -d '\\n'")
+        .out;
+  }
+
   // The words that zsh offers: bash has everything up to the last : or = in the line only once.
   std::string offers(const std::string& head, const Words& words) const {
     std::string text;
@@ -88,7 +94,7 @@ TEST_P(Tab, OffersTheSsidsBehindTheBand) {
 }
 
 TEST_P(Tab, OffersTheOptionsOfTheVerb) {
-  EXPECT_EQ("diff|5g|--help|--json|--secrets", typed("wlanctl diff 5g --" + kAll));
+  EXPECT_EQ("diff|5g|--exit-code|--help|--in-force|--json|--secrets", typed("wlanctl diff 5g --" + kAll));
 }
 
 TEST_P(Tab, OffersTheValuesOfAnOption) {
@@ -133,6 +139,22 @@ TEST_P(Tab, OffersNothingWhereThereIsNoChoice) {
 
 TEST_P(Tab, CompletesFiles) {
   EXPECT_EQ("check|a file", typed("wlanctl check a\t"));
+}
+
+TEST_P(Tab, OffersTheVerbBelowOneThatTakesWordsToo) {
+  EXPECT_EQ("2.4g|5g|log|show", sorted("wlanctl log " + kAll));
+  EXPECT_EQ("log|show", typed("wlanctl log sh\t"));
+  EXPECT_EQ("log|5g|-n", typed("wlanctl log 5g -n\t"));
+}
+
+TEST_P(Tab, OffersTheHistorysEntries) {
+  EXPECT_EQ("17|9|log|show", sorted("wlanctl log show " + kAll));
+  EXPECT_EQ("17|2.4g|5g|9|undo", sorted("wlanctl undo " + kAll));
+}
+
+TEST_P(Tab, OffersBandsAndFilesToCompareWith) {
+  EXPECT_THAT(sorted("wlanctl diff " + kAll), testing::HasSubstr("2.4g|5g|"));
+  EXPECT_EQ("diff|2.4g|a file", typed("wlanctl diff 2.4g a\t"));
 }
 
 TEST_P(Tab, CompletesTheFileOfAnAssignment) {

@@ -184,6 +184,14 @@ TEST(Edit, TakesItsFileAwayWhateverEndsIt) {
   }
 }
 
+// They are the editor's at a terminal.
+TEST(Edit, IsNotEndedByTheKeysThatAreTheEditors) {
+  const auto steps = run_live(
+      {edit("kill -INT $PPID; kill -QUIT $PPID; kill -TSTP $PPID; sed -i s/^Channel=.*/Channel=11/ $1") + kFolders});
+  EXPECT_EQ(0, steps[0].status);
+  EXPECT_EQ("2.4g Channel = 11  (was 6)\n", steps[0].out);
+}
+
 TEST(Edit, LeavesBytesThatALineCannotHold) {
   const auto steps =
       run_live({"wlanctl set 2.4g SSID:1=\"$(printf '\\377')\" >/dev/null; wlanctl export 2.4g >before",

@@ -195,6 +195,27 @@ TEST(Import, RefusesWhatIsNoFile) {
   EXPECT_THAT(steps[6].err, HasSubstr("nul.json:2: there is a NUL byte in the line"));
 }
 
+// Each name is looked for among all settings.
+TEST(Import, GivesUpOnATextWithoutSense) {
+  const auto steps =
+      run_live({"{ echo '{\"wlanctl_settings\": 1, \"bands\": {\"5g\": {\"other\": {'; seq -s, 1 60000 | sed "
+                "'s/[0-9][0-9]*/\"&\":1/g'; echo '}}}}'; "
+                "} >many.json; wlanctl import many.json",
+                "{ echo '{\"wlanctl_settings\": 1, \"bands\": {\"5g\": {\"settings\": {'; seq -s, 1 4000 | sed "
+                "'s/[0-9][0-9]*/\"&\":1/g'; echo '}}}}'; "
+                "} >wrong.json; wlanctl import wrong.json --json",
+                "seq 1 100000 | sed s/$/=1/ >many.dat; wlanctl import many.dat 5g", "wlanctl set 5g --from many.dat",
+                "seq 1 4000 | sed s/$/=1/ | wlanctl set 5g --from - --json",
+                into("nul.json", settings("\"Channel\\u0000x\": 1")) + "wlanctl import nul.json"});
+  for (const Result& step : steps) EXPECT_EQ(1, step.status);
+  EXPECT_THAT(steps[0].err, HasSubstr("many.json:1: there are more than 4096 names in it"));
+  EXPECT_EQ(101u, document_in(steps[1].out)["problems"].size());
+  EXPECT_THAT(steps[2].err, HasSubstr("many.dat: it has more than 4096 lines"));
+  EXPECT_THAT(steps[3].err, HasSubstr("many.dat: it has more than 4096 lines"));
+  EXPECT_EQ(101u, document_in(steps[4].out)["problems"].size());
+  EXPECT_THAT(steps[5].err, HasSubstr("is no setting"));
+}
+
 TEST(Import, TakesOneBandOfAFileWithBoth) {
   const auto steps =
       run_live({"wlanctl export >all.json; wlanctl set 2.4g Channel=1 >/dev/null; wlanctl set 5g Channel=40 >/dev/null",
@@ -282,15 +303,27 @@ TEST(Import, GrowsTheCountOfSsidsFirst) {
               HasSubstr("g.json:3: SSID:3 cannot be \"x\": The ssid index should be from 1 to BssidNum:2."));
 }
 
-TEST(Import, SaysWhoMakesTheRecordsOfAnSsidThatASaveDropped) {
-  const auto steps =
-      run_live({"wlanctl set 2.4g BssidNum=3 >/dev/null; wlanctl export 2.4g >f.json; wlanctl revert 2.4g",
-                "wlanctl set 2.4g TxBurst=1 >/dev/null; wlanctl save 2.4g; wlanctl revert 2.4g",
-                "wlanctl import f.json; echo $?; wlanctl get 2.4g BssidNum"});
-  EXPECT_THAT(steps[2].err,
-              HasSubstr("SSID:3 cannot be \"Gateway-3\": the store of 2.4g has no record SSID3; a save drops "
-                        "those of SSIDs behind BssidNum; wlanctl ssid add 2.4g makes them"));
-  EXPECT_EQ("1\n2\n", steps[2].out);
+// A store that was made of a saved file has none, nor much room for them.
+TEST(Import, PutsInTheRecordsOfAnSsidThatASaveDropped) {
+  const std::string saved =
+      "wlanctl set 2.4g BssidNum=3 SSID:3=Cellar >/dev/null; wlanctl export 2.4g >f.json; wlanctl revert "
+      "2.4g; wlanctl save 2.4g; wlanctl revert 2.4g >/dev/null";
+  const auto steps = run_live(
+      {saved, "wlanctl dump 2.4g | grep -c SSID3=",
+       "wlanctl import f.json --dry-run >/dev/null; wlanctl dump 2.4g | grep -c SSID3=", "wlanctl import f.json",
+       "wlanctl export 2.4g | grep -v ApCliMacManual:3 >now; grep -v ApCliMacManual:3 f.json | cmp - now && echo "
+       "same"});
+  EXPECT_EQ("0\n", steps[1].out);
+  EXPECT_EQ("0\n", steps[2].out);
+  EXPECT_EQ(0, steps[3].status) << steps[3].err;
+  EXPECT_EQ("same\n", steps[4].out);
+  const auto small = run_live({saved + "; ipcrm -M 0x12345; library_probe init 0 >/dev/null",
+                               "wlanctl import f.json; s=$?; wlanctl get 2.4g BssidNum; exit $s"});
+  EXPECT_EQ(1, small[1].status);
+  EXPECT_THAT(small[1].err,
+              HasSubstr("SSID:3 cannot be \"Cellar\": the store of 2.4g has no room for the keys of SSID 3; "
+                        "wlanctl ssid add 2.4g NAME --to-file makes room"));
+  EXPECT_EQ("2\n", small[1].out);
 }
 
 TEST(Import, ComparesWhatNothingSets) {
@@ -323,6 +356,17 @@ TEST(Import, SaysThatAnApplyWaitsForItsConfirmation) {
       "--confirm "
       "600 >/dev/null 2>&1; wlanctl export 2.4g 2>/dev/null | wlanctl import -; wlanctl confirm 2.4g; no_guardian");
   EXPECT_THAT(result.err, HasSubstr("more seconds for wlanctl confirm 2.4g"));
+}
+
+TEST(Import, SaysThatTheDriverDoesNotTakeAValue) {
+  const auto steps =
+      run_live({"rm /userfs/bin/iwpriv; printf '#!/bin/sh\\necho prints; exit 7\\n' >/userfs/bin/iwpriv; chmod 755 "
+                "/userfs/bin/iwpriv;" +
+                    into("f.json", settings("\"WscConfMode:1\": 2")) + "wlanctl import f.json --json",
+                "wlanctl get 2.4g WscConfMode:1"});
+  EXPECT_EQ(5, steps[0].status);
+  EXPECT_EQ("WscConfMode:1", document_in(steps[0].out)["problems"][0]["key"]);
+  EXPECT_EQ("2\n", steps[1].out);
 }
 
 TEST(Import, HasNoStoreWhereNoneCanBeMade) {
@@ -378,7 +422,7 @@ TEST(ImportKilled, LeavesWhatSomebodyElseHasSetSince) {
   const auto steps =
       run_live({into("f.json", settings("\"Channel\": 11, \"TxPower\": 50")) +
                     killed_behind(99, "import f.json --dry-run >/dev/null") + killed_behind(4, "import f.json"),
-                "wlanctl get 2.4g Channel TxPower; library_probe put Channel 0 -1 3 >/dev/null",
+                "wlanctl get 2.4g Channel TxPower; library_probe attach put Channel 0 -1 3 >/dev/null",
                 "wlanctl set 2.4g RTSThreshold=2347 >/dev/null", "wlanctl get 2.4g Channel TxPower"});
   EXPECT_EQ(137, steps[0].status);
   EXPECT_EQ("Channel  11\nTxPower  50\n", steps[1].out);

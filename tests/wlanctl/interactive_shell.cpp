@@ -5,8 +5,10 @@
 namespace wlanctl_test {
 namespace {
 
-// What a call prints, as a line of its own.
-constexpr char kCall[] = "wlanctl() { local IFS='|'; printf 'CALLED %s\\n' \"$*\"; }\n";
+// What a call prints, as a line of its own; a history, where Tab asks for it.
+constexpr char kCall[] =
+    "wlanctl() { local IFS='|'; if [ \"$*\" = log ]; then printf '17  2026-01-01  save\\n    Channel\\n9  2025\\n'; "
+    "else printf 'CALLED %s\\n' \"$*\"; fi; }\n";
 
 constexpr char kBashSettings[] =
     "PS1=\n"

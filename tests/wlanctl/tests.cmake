@@ -1,11 +1,12 @@
 # wlanctl end to end: the built program, inside the simulated gateway.
 wifimgr_test_helper(hold_store wlanctl/hold_store.c)
 wifimgr_test_helper(segment_bytes wlanctl/segment_bytes.c)
-foreach(library kill_at_rename kill_at_step given_neighbour_table)
+foreach(library kill_at_rename kill_at_setter kill_at_step given_neighbour_table)
   add_library(${library} MODULE wlanctl/${library}.c)
   wifimgr_room_target(wlanctl ${library})
 endforeach()
 target_link_libraries(kill_at_rename PRIVATE ${CMAKE_DL_LIBS})
+target_link_libraries(kill_at_setter PRIVATE ${CMAKE_DL_LIBS})
 target_link_libraries(kill_at_step PRIVATE ${CMAKE_DL_LIBS})
 foreach(target gateway-sim wlanctl library_probe)
   wifimgr_room_target(wlanctl ${target})
@@ -32,7 +33,8 @@ if(NOT WIFIMGR_TEST_PROGRAMS)
   target_precompile_headers(wlanctl_test_support PRIVATE <gmock/gmock.h> <gtest/gtest.h> <nlohmann/json.hpp>)
 endif()
 
-foreach(name apply_killed apply board calibration check completion confirm danger debug diff dry_run edit export import in_force interrupt keys
-    live_store lock loss man neighbours power_cut recording schema secret set set_from show stations status unlock wps)
+foreach(name apply_killed apply board calibration check completion confirm danger debug diff dry_run edit explain export history
+    history_folder history_killed import in_force interrupt keys live_store lock loss man neighbours power_cut recording schema
+    secret set set_from show ssid_move ssid_records ssid stations status three_states undo unlock wps)
   wifimgr_program_test(wlanctl_test_support ${name}_test wlanctl/${name}_test.cpp)
 endforeach()

@@ -79,6 +79,30 @@ Kept read_kept(Band band) {
   return {head[1] == kAnySum || head[1] == sum_of_dat_file(band), text->substr(end + 1)};
 }
 
+struct Parsed {
+  wifimgr_band_snapshot snapshot = {};
+  int interfaces = 0;
+  bool is_told = true;
+  std::vector<wifimgr_attr_record> settings;
+};
+
+std::optional<Parsed> parse_applied(Band band, const std::string& text) {
+  const size_t end = text.find('\n');
+  if (end == std::string::npos) return std::nullopt;
+  const std::vector<std::string> head = words_of(text.substr(0, end));
+  if (head.size() != 4 || head[0] != label_of(band)) return std::nullopt;
+  const std::optional<int64_t> interfaces = number_in(head[1]);
+  Parsed parsed;
+  if (!interfaces || !parse_hex(head[3], &parsed.snapshot)) return std::nullopt;
+  if (!is_believable(band, parsed.snapshot, *interfaces)) return std::nullopt;
+  auto settings = parse_records(text.substr(end + 1));
+  if (!settings || settings->empty()) return std::nullopt;
+  parsed.interfaces = static_cast<int>(*interfaces);
+  parsed.is_told = head[2] == "1";
+  parsed.settings = std::move(*settings);
+  return parsed;
+}
+
 }  // namespace
 
 std::string applied_text(Band band) {
@@ -90,20 +114,20 @@ std::string applied_text(Band band) {
 }
 
 bool adopt_applied(Band band, const std::string& text) {
-  const size_t end = text.find('\n');
-  if (end == std::string::npos) return false;
-  const std::vector<std::string> head = words_of(text.substr(0, end));
-  if (head.size() != 4 || head[0] != label_of(band)) return false;
-  const std::optional<int64_t> interfaces = number_in(head[1]);
-  wifimgr_band_snapshot snapshot = {};
-  if (!interfaces || !parse_hex(head[3], &snapshot) || !is_believable(band, snapshot, *interfaces)) return false;
-  auto settings = parse_records(text.substr(end + 1));
-  if (!settings || settings->empty()) return false;
-  store_global[number_of(band)] = snapshot;
-  pre_wlan_state[number_of(band)] = static_cast<int>(*interfaces);
-  g_settings[number_of(band)] = std::move(*settings);
-  set_told(band, head[2] == "1");
+  std::optional<Parsed> parsed = parse_applied(band, text);
+  if (!parsed) return false;
+  store_global[number_of(band)] = parsed->snapshot;
+  pre_wlan_state[number_of(band)] = parsed->interfaces;
+  g_settings[number_of(band)] = std::move(parsed->settings);
+  set_told(band, parsed->is_told);
   return true;
+}
+
+std::optional<std::vector<wifimgr_attr_record>> last_applied(Band band) {
+  const Kept kept = read_kept(band);
+  std::optional<Parsed> parsed = kept.is_current ? parse_applied(band, kept.text) : std::nullopt;
+  if (!parsed) return std::nullopt;
+  return std::move(parsed->settings);
 }
 
 bool is_told(Band band) {

@@ -2,6 +2,7 @@
 // memory; here it outlives the process.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -16,6 +17,9 @@ class Report;
 // believable, what the dat file says, with a note. The band's store must be open. False with a problem when neither is
 // to be had.
 bool restore_applied(Band band, Report& report);
+
+// The settings in force, where it is known what was last applied; changes nothing, and says nothing.
+std::optional<std::vector<wifimgr_attr_record>> last_applied(Band band);
 
 // How the dat file stands to what is in force. Once settled, a file that has changed was changed by somebody else, who
 // may have applied it too: nothing is known of what is in force then.

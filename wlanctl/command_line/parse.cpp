@@ -51,17 +51,14 @@ class Parser {
   // `next` is the first of the words that may name a verb below.
   void add_below(CLI::App& app, const Verb& verb, const std::string& path, CommandLine::const_iterator next) {
     app.footer(verb.footer);
-    app.require_subcommand(1);
+    app.require_subcommand(verb.run == nullptr ? 1 : 0, 1);
     const Verb* const named = named_below(verb, &next);
     for (const Verb* const below : verb.verbs) {
       if (named != nullptr && below != named) continue;
       CLI::App& added = *app.add_subcommand(below->name, below->help);
       const std::string path_below = (path.empty() ? "" : path + " ") + below->name;
-      if (below->run == nullptr) {
-        add_below(added, *below, path_below, next);
-      } else {
-        add_verb(added, *below, path_below);
-      }
+      if (!below->verbs.empty()) add_below(added, *below, path_below, next);
+      if (below->run != nullptr) add_verb(added, *below, path_below);
     }
   }
 
@@ -70,6 +67,7 @@ class Parser {
     for (const Word& word : verb.words) add_word(app, word);
     add_word(app, kJsonWord);
     app.callback([this, &app, &verb, path] {
+      if (!app.get_subcommands().empty()) return;
       for (const Word& word : verb.words) {
         if (word.rules.is_given != nullptr) said_->*word.rules.is_given = app.count(word.name) > 0;
       }

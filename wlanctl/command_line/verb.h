@@ -22,6 +22,11 @@ struct Words {
   std::vector<std::string> keys;         // of get
   std::vector<std::string> assignments;  // of set
   std::vector<std::string> files;        // of set --file, and of check
+  std::vector<std::string> operands;     // of diff: a band, a file
+  bool in_force = false;
+  bool exit_code = false;
+  std::string entry;  // of the history
+  unsigned count = 20;
   bool literal = false;
   bool dry_run = false;
   bool again = false;
@@ -44,6 +49,19 @@ struct Words {
   bool replace = false;
   bool merge = false;
   std::string from;  // of set
+
+  std::string key;      // of explain
+  std::string pattern;  // of keys
+  std::string scope;
+  std::string about;
+
+  bool both = false;
+  std::vector<std::string> names;  // of ssid: behind the band
+  std::string security;
+  std::string passphrase_file;
+  bool hide = false;
+  bool isolate = false;
+  bool to_file = false;
 };
 
 // The member that a word fills: one of them.
@@ -94,7 +112,7 @@ struct Verb {
   const char* footer;
   std::span<const Word> words = {};
   int (*run)(const Words& words, Report& report) = nullptr;  // returns the exit code
-  std::span<const Verb* const> verbs = {};                   // instead of words and run: the verbs below
+  std::span<const Verb* const> verbs = {};                   // the verbs below, instead of words and run or besides
 };
 
 // The program itself is one, with its version.

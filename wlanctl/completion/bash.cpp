@@ -62,9 +62,20 @@ _wlanctl_add_files() {
   done <<<"$(compgen -f -- "${cur#"$head"}")"
 }
 
+# The numbers in front of the history's lines.
+_wlanctl_add_entries() {
+  local line
+  while read -r line; do
+    if [[ $line == [1-9]* ]]; then _wlanctl_add "${line%% *}"; fi
+  done <<<"$("${words[0]}" log 2>/dev/null)"
+}
+
 _wlanctl_add_kind() {
   case $1 in
     band) _wlanctl_add 2.4g 5g ;;
+    band-or-file) _wlanctl_add 2.4g 5g; _wlanctl_add_files '' ;;
+    band-or-entry) _wlanctl_add 2.4g 5g; _wlanctl_add_entries ;;
+    entry) _wlanctl_add_entries ;;
     key | assignment) _wlanctl_add_keys "$1" ;;
     file) _wlanctl_add_files '' ;;
     file-assignment) if [[ $cur == *=* ]]; then _wlanctl_add_files "${cur%%=*}="; else _wlanctl_add_keys "$1"; fi ;;
@@ -121,12 +132,13 @@ _wlanctl() {
     elif [[ $word == -* ]]; then
       _wlanctl_value_kind "$word"
       is_value=$kind
-    elif [[ -n $verbs ]]; then
+    elif [[ -n $verbs && ( -z $arguments || " $verbs " == *" $word "* ) ]]; then
       path="${path:+$path }$word"
       _wlanctl_words "$path"
     else
       _wlanctl_argument_kind
       if [[ $kind == band ]]; then band=${word,,}; fi
+      verbs=''
       ((++place))
     fi
   done
@@ -140,9 +152,8 @@ _wlanctl() {
     cur=$stem$cur
   elif [[ $cur == -* ]]; then
     for word in $options; do _wlanctl_add "${word%%=*}"; done
-  elif [[ -n $verbs ]]; then
-    _wlanctl_add $verbs
   else
+    _wlanctl_add $verbs
     _wlanctl_argument_kind
     _wlanctl_add_kind "$kind"
   fi

@@ -5,7 +5,7 @@ _wlanctl_words() {
   verbs='' options='' arguments=''
   case $1 in
     '')
-      verbs='show get set edit keys diff save revert export import check apply confirm rollback status stations neighbours wps radio led button calibration dump trace unlock completion'
+      verbs='show get set edit keys explain ssid diff save revert export import check apply confirm rollback log undo status stations neighbours wps radio led button calibration dump trace unlock completion'
       options='--help --version'
       ;;
     'show')
@@ -25,12 +25,44 @@ _wlanctl_words() {
       arguments='band'
       ;;
     'keys')
+      options='--help --scope=band,ssid,link --band=band --about=text --json'
+      arguments='band'
+      ;;
+    'explain')
+      options='--help --json'
+      arguments='key'
+      ;;
+    'ssid')
+      verbs='list add remove enable disable rename'
+      options='--help'
+      ;;
+    'ssid list')
       options='--help --json'
       arguments='band'
       ;;
+    'ssid add')
+      options='--help --security=open,wpa2-psk,wpa-wpa2-psk,wpa2-wpa3,wpa3 --passphrase-file=file --hide --isolate --to-file --both --dry-run --force --wait=text --json'
+      arguments='band text...'
+      ;;
+    'ssid remove')
+      options='--help --yes --both --dry-run --force --wait=text --json'
+      arguments='band text...'
+      ;;
+    'ssid enable')
+      options='--help --both --dry-run --wait=text --json'
+      arguments='band text...'
+      ;;
+    'ssid disable')
+      options='--help --both --dry-run --wait=text --json'
+      arguments='band text...'
+      ;;
+    'ssid rename')
+      options='--help --both --dry-run --force --wait=text --json'
+      arguments='band text...'
+      ;;
     'diff')
-      options='--help --secrets --json'
-      arguments='band'
+      options='--help --in-force --exit-code --secrets --json'
+      arguments='band-or-file...'
       ;;
     'save')
       options='--help --force --wait=text --json'
@@ -63,6 +95,19 @@ _wlanctl_words() {
     'rollback')
       options='--help --command-timeout=text --wait=text --json'
       arguments='band'
+      ;;
+    'log')
+      verbs='show'
+      options='--help -n=text --secrets --json'
+      arguments='band'
+      ;;
+    'log show')
+      options='--help --secrets --json'
+      arguments='entry'
+      ;;
+    'undo')
+      options='--help --dry-run --force --secrets --wait=text --json'
+      arguments='band-or-entry...'
       ;;
     'status')
       options='--help --watch --json'
@@ -354,9 +399,20 @@ _wlanctl_add_files() {
   done <<<"$(compgen -f -- "${cur#"$head"}")"
 }
 
+# The numbers in front of the history's lines.
+_wlanctl_add_entries() {
+  local line
+  while read -r line; do
+    if [[ $line == [1-9]* ]]; then _wlanctl_add "${line%% *}"; fi
+  done <<<"$("${words[0]}" log 2>/dev/null)"
+}
+
 _wlanctl_add_kind() {
   case $1 in
     band) _wlanctl_add 2.4g 5g ;;
+    band-or-file) _wlanctl_add 2.4g 5g; _wlanctl_add_files '' ;;
+    band-or-entry) _wlanctl_add 2.4g 5g; _wlanctl_add_entries ;;
+    entry) _wlanctl_add_entries ;;
     key | assignment) _wlanctl_add_keys "$1" ;;
     file) _wlanctl_add_files '' ;;
     file-assignment) if [[ $cur == *=* ]]; then _wlanctl_add_files "${cur%%=*}="; else _wlanctl_add_keys "$1"; fi ;;
@@ -413,12 +469,13 @@ _wlanctl() {
     elif [[ $word == -* ]]; then
       _wlanctl_value_kind "$word"
       is_value=$kind
-    elif [[ -n $verbs ]]; then
+    elif [[ -n $verbs && ( -z $arguments || " $verbs " == *" $word "* ) ]]; then
       path="${path:+$path }$word"
       _wlanctl_words "$path"
     else
       _wlanctl_argument_kind
       if [[ $kind == band ]]; then band=${word,,}; fi
+      verbs=''
       ((++place))
     fi
   done
@@ -432,9 +489,8 @@ _wlanctl() {
     cur=$stem$cur
   elif [[ $cur == -* ]]; then
     for word in $options; do _wlanctl_add "${word%%=*}"; done
-  elif [[ -n $verbs ]]; then
-    _wlanctl_add $verbs
   else
+    _wlanctl_add $verbs
     _wlanctl_argument_kind
     _wlanctl_add_kind "$kind"
   fi

@@ -8,8 +8,8 @@
 
 namespace wlanctl {
 
-// What a word may be: "band", "key", "assignment" (KEY=VALUE), "file", "file-assignment" (KEY=PATH), the words
-// themselves joined by commas, or "text" where there is nothing to offer.
+// What a word may be: "band", "key", "assignment" (KEY=VALUE), "file", "file-assignment" (KEY=PATH), "entry" (of the
+// history), "band-or-file", "band-or-entry", the words themselves joined by commas, or "text" where there is nothing to offer.
 using WordKind = std::string;
 
 struct OptionWords {

@@ -56,9 +56,19 @@ _wlanctl_keys() {
   fi
 }
 
+# The numbers in front of the history's lines, each with its line.
+_wlanctl_entries() {
+  local -a lines
+  lines=(${(M)${(f)"$($words[1] log 2>/dev/null)"}:#[1-9]*})
+  compadd -l -d lines -- ${lines%% *}
+}
+
 _wlanctl_offer() {
   case $1 in
     band) compadd -- 2.4g 5g ;;
+    band-or-file) compadd -- 2.4g 5g; _files ;;
+    band-or-entry) compadd -- 2.4g 5g; _wlanctl_entries ;;
+    entry) _wlanctl_entries ;;
     key | assignment) _wlanctl_keys $1 ;;
     file) _files ;;
     file-assignment) if compset -P '*='; then _files; else _wlanctl_keys $1; fi ;;
@@ -87,12 +97,13 @@ _wlanctl() {
       is_value=''
     elif [[ $word == -* ]]; then
       is_value=${takes[$word]-}
-    elif (( $#verbs )); then
+    elif (( $#verbs && ( ! $#arguments || ${#${(M)verbs:#$word:*}} ) )); then
       path="${path:+$path }$word"
       _wlanctl_words $path
     else
       _wlanctl_argument_kind
       if [[ $kind == band ]]; then band=${(L)word}; fi
+      verbs=()
       (( ++place ))
     fi
   done
@@ -106,11 +117,12 @@ _wlanctl() {
     _wlanctl_offer $kind
   elif [[ $cur == -* ]]; then
     _describe -o option options
-  elif (( $#verbs )); then
-    _describe verb verbs
   else
-    _wlanctl_argument_kind
-    _wlanctl_offer $kind
+    if (( $#verbs )); then _describe verb verbs; fi
+    if (( ! $#verbs || $#arguments )); then
+      _wlanctl_argument_kind
+      _wlanctl_offer $kind
+    fi
   fi
 }
 

@@ -51,6 +51,7 @@ void leave_terminal_and_files(std::initializer_list<int> kept) {
 void tell_log(Band band, const Report& report, bool done) {
   openlog("wlanctl", LOG_PID, LOG_DAEMON);
   if (done) syslog(LOG_WARNING, "%s: not confirmed, rolled back", label_of(band));
+  for (const std::string& note : report.notes()) syslog(LOG_WARNING, "%s", note.c_str());
   for (const Problem& problem : report.problems()) syslog(LOG_ERR, "%s", problem.message.c_str());
 }
 
@@ -108,7 +109,7 @@ void watch_over(Band band, int starter, pid_t starting) {
       pending = read_pending(band);
       if (!lock || !pending) return;
       if (pending->is_lost(watch.is_starter_gone())) {
-        const bool done = undo(*pending, report);
+        const bool done = undo(*pending, By::kGuardian, report);
         complain_of(band, lacks_of(band), "", report);
         tell_log(band, report, done);
         return;

@@ -1,23 +1,20 @@
 #include "wlanctl/confirm/outlived.h"
 
 #include <cerrno>
-#include <cstdlib>
 #include <cstring>
 
 #include "wlanctl/base/report.h"
 #include "wlanctl/files/bytes.h"
+#include "wlanctl/files/lasting_folder.h"
 #include "wlanctl/files/state_file.h"
 #include "wlanctl/store/dat_file.h"
 
 namespace wlanctl {
 namespace {
 
-constexpr char kVariable[] = "WLANCTL_FOLDER";
-
 // "" where nothing is kept over a boot.
 std::string path_of(Band band) {
-  const char* const chosen = std::getenv(kVariable);
-  const std::string folder = chosen == nullptr ? WLANCTL_FOLDER : chosen;
+  const std::string folder = lasting_folder();
   return folder.empty() ? "" : folder + "/wlanctl-before-" + label_of(band);
 }
 
@@ -28,7 +25,7 @@ void keep_over_boot(const Pending& pending, Report& report) {
   Report unheard;
   if (path.empty() || write_state_file(path, kPendingFormat, kPendingVersion, text_of(pending), unheard)) return;
   report.note("cannot write " + path + " (" + std::strerror(errno) + "): after a power cut, nothing puts " +
-              label_of(pending.band) + " back; " + kVariable + " names another folder");
+              label_of(pending.band) + " back; " + kFolderVariable + " names another folder");
 }
 
 bool forget_over_boot(Band band, Report& report) {
@@ -55,6 +52,22 @@ std::optional<Pending> interrupted(Band band) {
 void forget_settled(Band band) {
   const std::optional<Pending> kept = kept_over_boot(band);
   if (kept && kept->boot != this_boot() && !interrupted(band)) (void)remove_state_file(path_of(band));
+}
+
+bool refuse_undecided(Band band, Report& report) {
+  const std::string label = label_of(band);
+  if (interrupted(band)) {
+    report.problem(
+        {"the gateway went down before the apply of " + label + " was confirmed",
+         "wlanctl confirm " + label + " keeps its settings; wlanctl rollback " + label + " puts back those before",
+         about(band)});
+    return true;
+  }
+  if (!is_pending(band)) return false;
+  report.problem({"an apply of " + label + " waits for its confirmation",
+                  "wlanctl confirm " + label + " keeps it; without, it is rolled back when its time is over",
+                  about(band)});
+  return true;
 }
 
 void note_interrupted(Band band, Report& report) {

@@ -24,6 +24,10 @@ void forget_settled(Band band);
 // What was kept of an apply of this boot or another, whatever became of it.
 std::optional<Pending> kept_over_boot(Band band);
 
+// Whether somebody must decide first: an apply waits for its confirmation, or waited for it when the gateway went down.
+// With a problem that says how.
+bool refuse_undecided(Band band, Report& report);
+
 // Says that somebody must decide, where somebody must.
 void note_interrupted(Band band, Report& report);
 

@@ -10,6 +10,7 @@
 #include "wlanctl/confirm/rollback.h"
 #include "wlanctl/files/lock.h"
 #include "wlanctl/files/state_file.h"
+#include "wlanctl/ssid/unfinished.h"
 #include "wlanctl/store/segment.h"
 #include "wlanctl/store/storing_note.h"
 
@@ -44,7 +45,7 @@ void recover_pending(Band band, Report& report) {
     return;
   }
   if (pending->is_lost(true)) {
-    const bool done = undo(*pending, report);
+    const bool done = undo(*pending, By::kRecovery, report);
     const bool was_begun = pending->phase != Phase::kPrepared;
     report.note(apply +
                 (pending->phase == Phase::kWaiting ? " was not confirmed in time and its guardian is gone; "
@@ -88,6 +89,7 @@ bool look_at_band(Band band, Report& report) {
   if (is_store_open(band)) return true;
   if (!look_at_store(band, report)) return false;
   tell_storing(band, report);
+  tell_unfinished(band, report);
   tell_what_is_due(band, report);
   return true;
 }
@@ -96,6 +98,7 @@ bool open_band(Band band, Report& report) {
   if (is_store_open(band)) return true;
   if (!open_store(band, report)) return false;
   finish_storing(report);
+  finish_unfinished(report);
   recover_pending(band, report);
   return true;
 }

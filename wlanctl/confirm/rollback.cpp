@@ -6,13 +6,16 @@
 #include <cerrno>
 #include <cstring>
 #include <optional>
+#include <utility>
 
 #include "wifimgr_lib.h"
 #include "wlanctl/apply/applied_state.h"
 #include "wlanctl/apply/in_force.h"
+#include "wlanctl/apply/plan.h"
 #include "wlanctl/apply/run.h"
 #include "wlanctl/base/report.h"
 #include "wlanctl/files/bytes.h"
+#include "wlanctl/history/record.h"
 #include "wlanctl/keys/dat_key.h"
 #include "wlanctl/library/command.h"
 #include "wlanctl/store/dat_file.h"
@@ -43,6 +46,25 @@ bool fill_store(Band band, const std::vector<wifimgr_attr_record>& settings) {
   return is_filled;
 }
 
+// Of the store as it is now.
+Entry begun_entry(const Pending& pending, By by, bool is_open, Report& report) {
+  Entry entry;
+  entry.band = pending.band;
+  entry.deed = Deed::kRollback;
+  entry.by = by;
+  entry.weight = word_for_apply(false, 1);
+  entry.about = undecided_entry(pending.band);
+  if (is_open) entry.changes = changes_between(table_of_store(pending.band), settings_in_force(pending.band));
+  return begin_entry(std::move(entry), report);
+}
+
+void finish(Entry entry, bool is_done, bool is_in_force, Report& report) {
+  entry.state = is_done ? State::kDone : State::kFailed;
+  entry.is_in_force = is_done && is_in_force;
+  entry.exit_code = !is_done ? kRefused : is_in_force ? kDone : kNotInForce;
+  finish_entry(std::move(entry), report);
+}
+
 }  // namespace
 
 bool restore_dat_file(Band band, const std::string& bytes, Report& report) {
@@ -53,7 +75,7 @@ bool restore_dat_file(Band band, const std::string& bytes, Report& report) {
   return false;
 }
 
-bool roll_back(const Pending& pending, Report& report) {
+bool roll_back(const Pending& pending, By by, Report& report) {
   const Band band = pending.band;
   const bool is_open = reopen_if_replaced(band, report);
   // However far the apply came: what is up now is at most the larger of the two.
@@ -64,6 +86,7 @@ bool roll_back(const Pending& pending, Report& report) {
     (void)restore_dat_file(band, pending.dat, report);
     return false;
   }
+  Entry entry = begun_entry(pending, by, is_open, report);
   const int count_before = pre_wlan_state[number_of(band)];
   // The radio and the file come back even if the store cannot: the operator may have no other way in.
   std::optional<PrivateStore> instead;
@@ -80,11 +103,14 @@ bool roll_back(const Pending& pending, Report& report) {
   const bool in_force = applied.has_value();
   if (applied) keep_lacks(band, applied->lacks, report);
   const bool file_is_back = restore_dat_file(band, pending.dat, report);
-  return in_force && file_is_back && keep_applied(band, FileIs::kSettled, report) && remove_pending(band, report);
+  const bool is_done =
+      in_force && file_is_back && keep_applied(band, FileIs::kSettled, report) && remove_pending(band, report);
+  finish(std::move(entry), is_done, applied && applied->lacks.empty(), report);
+  return is_done;
 }
 
-bool undo(const Pending& pending, Report& report) {
-  return pending.phase == Phase::kPrepared ? remove_pending(pending.band, report) : roll_back(pending, report);
+bool undo(const Pending& pending, By by, Report& report) {
+  return pending.phase == Phase::kPrepared ? remove_pending(pending.band, report) : roll_back(pending, by, report);
 }
 
 }  // namespace wlanctl

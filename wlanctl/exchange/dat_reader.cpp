@@ -17,7 +17,7 @@ class Reader {
     text_.format = "dat";
     text_.bands = {band};
     for (const DatFinding& finding : losses_at_load(bytes)) {
-      if (severity_of(finding.kind) != Severity::kError) continue;
+      if (severity_of(finding.kind) != Severity::kError || text_.is_hopeless()) continue;
       refuse(finding.line, finding.key, finding.reason);
     }
   }
@@ -27,6 +27,7 @@ class Reader {
       if (line.key == kSsidCount && !line.fields.empty()) count_ = number_in(line.fields[0]);
     }
     for (const DatLine& line : dat_.lines) {
+      if (text_.is_hopeless()) break;
       const auto [first, is_new] = lines_.try_emplace(line.key, line.number);
       if (is_new) {
         read_line(line);

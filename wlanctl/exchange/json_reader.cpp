@@ -63,7 +63,12 @@ class Reader {
   template <typename Read>
   void visit(const JsonNode& object, const std::string& where, Read read) {
     std::map<std::string, int> seen;
+    if (object.members.size() > kMostLines) {
+      refuse(object.line, "there are more than " + std::to_string(kMostLines) + " names in it", kForm);
+      return;
+    }
     for (const JsonMember& member : object.members) {
+      if (text_.is_hopeless()) return;
       const std::string name = "\"" + member.name + "\"";
       const auto [first, is_new] = seen.try_emplace(member.name, member.line);
       if (!is_new) {
@@ -119,7 +124,7 @@ class Reader {
   void read_setting(Band band, const JsonMember& member) {
     Report said;
     const std::optional<Target> target = parse_target(member.name, band, said);
-    if (!target || member.name.find('=') != std::string::npos) {
+    if (!target || member.name.find_first_of(std::string("=\0", 2)) != std::string::npos) {
       if (said.problems().empty()) refuse(member.line, "\"" + member.name + "\" is no setting", kForm);
       for (const Problem& problem : said.problems())
         refuse(member.line, problem.message, problem.next, problem.details);

@@ -30,12 +30,6 @@ class CountingIterator {
     ++at_;
     return *this;
   }
-  CountingIterator operator++(int) {
-    CountingIterator before = *this;
-    ++*this;
-    return before;
-  }
-  bool operator==(const CountingIterator& other) const { return at_ == other.at_; }
   bool operator!=(const CountingIterator& other) const { return at_ != other.at_; }
 
  private:

@@ -54,12 +54,17 @@ int line_at(const std::string& bytes, size_t at) {
 }
 
 // The problem that ends the reading before it begins.
-std::optional<SettingsText> nul_in(const std::string& bytes, const char* format) {
-  const size_t nul = bytes.find('\0');
-  if (nul == std::string::npos) return std::nullopt;
+std::optional<SettingsText> hopeless_text(const std::string& bytes, const char* format) {
   SettingsText text;
   text.format = format;
-  text.problems.push_back({line_at(bytes, nul), "there is a NUL byte in the line", "settings are text"});
+  const auto lines = std::count(bytes.begin(), bytes.end(), '\n');
+  if (const size_t nul = bytes.find('\0'); nul != std::string::npos) {
+    text.problems.push_back({line_at(bytes, nul), "there is a NUL byte in the line", "settings are text"});
+  } else if (lines > static_cast<std::ptrdiff_t>(kMostLines)) {
+    text.problems.push_back({0, "it has more than " + std::to_string(kMostLines) + " lines", "is it the right file?"});
+  } else {
+    return std::nullopt;
+  }
   return text;
 }
 
@@ -73,7 +78,7 @@ class LineReader {
   SettingsText read(const std::string& bytes) {
     for (const std::string& line : lines_of(bytes)) {
       ++number_;
-      read_line(line);
+      if (!text_.is_hopeless()) read_line(line);
     }
     return std::move(text_);
   }
@@ -153,7 +158,7 @@ std::optional<std::string> read_settings_file(const std::string& path, Report& r
 SettingsText read_settings(const std::string& bytes, const std::optional<Band>& band) {
   const size_t first = bytes.find_first_not_of(" \t\r\n\xef\xbb\xbf");
   const bool is_json = first != std::string::npos && (bytes[first] == '{' || bytes[first] == '[');
-  if (auto text = nul_in(bytes, is_json ? "json" : "dat")) return *text;
+  if (auto text = hopeless_text(bytes, is_json ? "json" : "dat")) return *text;
   if (is_json) return read_json_settings(bytes);
   if (band) return read_dat_settings(bytes, *band);
   SettingsText text;
@@ -163,11 +168,16 @@ SettingsText read_settings(const std::string& bytes, const std::optional<Band>& 
 }
 
 SettingsText read_lines(const std::string& bytes, const std::optional<Band>& band) {
-  if (auto text = nul_in(bytes, "lines")) return *text;
+  if (auto text = hopeless_text(bytes, "lines")) return *text;
   return LineReader(band).read(bytes);
 }
 
 void report_problems(const std::string& file, const SettingsText& text, Report& report) {
+  if (text.is_hopeless()) {
+    report.problem({place_in(file, 0) + ": so much is wrong that the rest is not looked at",
+                    "is it the right file?",
+                    {{"file", name_of_file(file)}}});
+  }
   for (const TextProblem& problem : text.problems) {
     Json details = problem.details;
     details["file"] = name_of_file(file);

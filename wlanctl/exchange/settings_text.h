@@ -11,6 +11,8 @@ namespace wlanctl {
 
 // Far more than the settings of two bands take.
 inline constexpr size_t kLargestSettingsText = size_t{1} << 20;
+inline constexpr size_t kMostLines = 4096;  // or members of an object
+inline constexpr size_t kMostProblems = 100;
 
 // Stands for a secret that was left out, in dat files and lines; in JSON null does.
 inline constexpr char kSecretLeftOut[] = "***";
@@ -43,6 +45,9 @@ struct SettingsText {
   std::vector<FileSetting> settings;
   std::vector<TextProblem> problems;
   std::vector<std::string> notes;
+
+  // Whether so much is wrong that the rest is not looked at.
+  bool is_hopeless() const { return problems.size() >= kMostProblems; }
 };
 
 }  // namespace wlanctl

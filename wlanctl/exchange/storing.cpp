@@ -11,6 +11,7 @@
 #include "wlanctl/keys/secret_mask.h"
 #include "wlanctl/library/messages.h"
 #include "wlanctl/library/shell.h"
+#include "wlanctl/store/added_records.h"
 #include "wlanctl/store/value.h"
 
 namespace wlanctl {
@@ -21,7 +22,17 @@ void take_back(const std::vector<StorePlan>& plans) {
 }
 
 bool store_plan(const StorePlan& plan, Report& report) {
+  if (!plan.records.empty() && add_records(plan.band, plan.records) != Adding::kDone) {
+    report.problem({std::string("the store of ") + label_of(plan.band) + " does not take the keys of more SSIDs",
+                    "another process changed the store; try again", about(plan.band)});
+    return false;
+  }
+  const int served = ssid_count(plan.band);
   for (const Wish& step : plan.steps) {
+    // The driver has no such interface before the next apply.
+    const bool is_new =
+        plan.order == Order::kAsNeeded && step.target.key->scope == Scope::kSsid && step.target.index > served;
+    const ShellScope driver_is_told(is_new ? ShellMode::kDrop : ShellScope::mode());
     if (!is_stored(plan.band, step)) {
       refuse(report, plan.band, step, first_reason(), "another process changed the store; try again");
       return false;

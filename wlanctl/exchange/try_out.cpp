@@ -14,6 +14,7 @@
 #include "wlanctl/library/messages.h"
 #include "wlanctl/library/output.h"
 #include "wlanctl/library/shell.h"
+#include "wlanctl/store/added_records.h"
 #include "wlanctl/store/private_store.h"
 #include "wlanctl/store/saved_text.h"
 #include "wlanctl/store/segment.h"
@@ -107,25 +108,20 @@ class Try {
   // A setter may ask for another value first, or change one: as long as that gets further, what is left is tried again.
   void take_as_needed(const std::vector<Wish>& wishes) {
     constexpr int kMostRounds = 4;
+    // Which SSIDs there are comes first.
     std::vector<const Wish*> left;
+    for (const Wish& wish : wishes) {
+      if (wish.target.key->name == std::string(kSsidCount) && !is_there(wish)) (void)take(wish);
+    }
+    for (const Wish& wish : wishes) add_missing_records(wish);
     for (const Wish& wish : wishes) {
       if (!is_there(wish)) left.push_back(&wish);
     }
-    // Which SSIDs there are comes first.
-    std::stable_partition(left.begin(), left.end(),
-                          [](const Wish* wish) { return wish->target.key->name == std::string(kSsidCount); });
     std::erase_if(left, [&](const Wish* wish) { return !has_record(*wish); });
-    std::vector<std::string> reasons;
     for (int round = 0; round < kMostRounds && !left.empty(); ++round) {
       bool has_moved = false;
-      reasons.clear();
-      for (const Wish* wish : left) {
-        const bool is_taken = is_there(*wish) || take(*wish);
-        reasons.push_back(is_taken ? "" : reason_or_default());
-        has_moved = has_moved || is_taken;
-      }
+      for (const Wish* wish : left) has_moved = is_there(*wish) || take(*wish) || has_moved;
       left.clear();
-      std::vector<std::string> still;
       for (const Wish& wish : wishes) {
         if (!is_there(wish) && exact_value(band_, wish.target)) left.push_back(&wish);
       }
@@ -148,16 +144,32 @@ class Try {
     }
   }
 
-  // A setter finds the record of a key, it makes none.
+  static bool has_own_record(const Target& target) {
+    return target.key->scope == Scope::kSsid && target.key->numbering != Numbering::kShared;
+  }
+
+  // A setter finds the record of a key, it makes none. A save drops those of SSIDs behind the count.
+  void add_missing_records(const Wish& wish) {
+    const int ssid = wish.target.index;
+    if (!has_own_record(wish.target) || ssid > ssid_count(band_) || exact_value(band_, wish.target)) return;
+    const std::vector<wifimgr_attr_record> records = missing_records(band_, ssid);
+    if (records.empty() || add_records(band_, records) != Adding::kDone) return;
+    plan_.records.insert(plan_.records.end(), records.begin(), records.end());
+    table_ = table_of_store(band_);
+  }
+
   bool has_record(const Wish& wish) {
-    if (exact_value(band_, wish.target)) return true;
     const Target& target = wish.target;
+    if (exact_value(band_, target)) return true;
     const std::string label = label_of(band_);
     const std::string dat_key = dat_key_of(*target.key, target.index);
-    if (target.key->scope == Scope::kSsid && target.key->numbering != Numbering::kShared) {
+    if (has_own_record(target) && target.index > ssid_count(band_)) {
+      (void)is_stored(band_, wish);
+      refuse(report_, band_, wish, reason_or_default(), "set " + std::string(kSsidCount) + " too");
+    } else if (has_own_record(target) && !missing_records(band_, target.index).empty()) {
       refuse(report_, band_, wish,
-             "the store of " + label + " has no record " + dat_key + "; a save drops those of SSIDs behind BssidNum",
-             "wlanctl ssid add " + label + " makes them");
+             "the store of " + label + " has no room for the keys of SSID " + std::to_string(target.index),
+             "wlanctl ssid add " + label + " NAME --to-file makes room");
     } else {
       refuse(report_, band_, wish, dat_key + " is not in the dat file of " + label,
              "add the line " + dat_key + "= to it and load it anew");
@@ -171,15 +183,20 @@ class Try {
       const std::string danger = danger_of(*step.target.key, step.value);
       if (danger.empty()) {
         harmless.push_back(&step);
-      } else {
+      } else if (plan_.order == Order::kAsGiven || &step == last_step_of(step.target)) {
         refuse(report_, band_, step, danger, kOrForce);
       }
     }
-    for (auto step = harmless.begin(); step != harmless.end(); ++step) {
-      const bool is_last =
-          std::none_of(step + 1, harmless.end(), [&](const Wish* later) { return later->target == (*step)->target; });
-      if (is_last || plan_.order == Order::kAsGiven) refuse_unserved(**step, is_last);
+    for (const Wish* step : harmless) {
+      const auto same = [&](const Wish* other) { return other->target == step->target; };
+      const bool is_last = step == *std::find_if(harmless.rbegin(), harmless.rend(), same);
+      if (is_last || plan_.order == Order::kAsGiven) refuse_unserved(*step, is_last);
     }
+  }
+
+  const Wish* last_step_of(const Target& target) const {
+    const auto is_same = [&](const Wish& step) { return step.target == target; };
+    return &*std::find_if(plan_.steps.rbegin(), plan_.steps.rend(), is_same);
   }
 
   // A value that another one takes the place of is judged alone.

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "wifimgr_lib.h"
 #include "wlanctl/keys/assignment.h"
 #include "wlanctl/store/storing_note.h"
 
@@ -27,6 +28,7 @@ enum class Order {
 struct StorePlan {
   Band band = Band::k2_4G;
   Order order = Order::kAsGiven;
+  std::vector<wifimgr_attr_record> records;  // that the store lacks for SSIDs which it will serve; they come first
   std::vector<Wish> steps;
   std::vector<NotedField> fields;  // what they change, with all that the setters change besides
 };

@@ -1,49 +1,22 @@
 #include "wlanctl/files/record_text.h"
 
-#include <cctype>
-#include <cstdio>
 #include <cstring>
 
 #include "wlanctl/base/text.h"
+#include "wlanctl/files/word_text.h"
 
 namespace wlanctl {
 namespace {
 
-// Stands before every word, so that an empty one is one too.
-constexpr char kWord = ':';
-
 std::string escaped(const char* text, size_t most) {
-  std::string word(1, kWord);
-  for (size_t i = 0; i < strnlen(text, most); ++i) {
-    const auto byte = static_cast<unsigned char>(text[i]);
-    if (byte > ' ' && byte < 0x7f && byte != '%') {
-      word += text[i];
-      continue;
-    }
-    char code[4];
-    std::snprintf(code, sizeof code, "%%%02x", byte);
-    word += code;
-  }
-  return word;
+  return word_of(std::string(text, strnlen(text, most)));
 }
 
 // The whole of a store's field may be filled, without a NUL at its end.
 bool unescape(const std::string& word, char* field, size_t size) {
-  if (word.empty() || word[0] != kWord) return false;
-  size_t length = 0;
-  for (size_t i = 1; i < word.size(); ++i) {
-    if (length == size) return false;
-    if (word[i] != '%') {
-      field[length++] = word[i];
-      continue;
-    }
-    if (i + 2 >= word.size() || std::isxdigit(static_cast<unsigned char>(word[i + 1])) == 0 ||
-        std::isxdigit(static_cast<unsigned char>(word[i + 2])) == 0) {
-      return false;
-    }
-    field[length++] = static_cast<char>(std::stoi(word.substr(i + 1, 2), nullptr, 16));
-    i += 2;
-  }
+  const std::optional<std::string> text = text_of_word(word);
+  if (!text || text->size() > size) return false;
+  std::memcpy(field, text->data(), text->size());
   return true;
 }
 

@@ -22,18 +22,6 @@ bool is_own(int file) {
          (status.st_mode & 077) == 0;
 }
 
-std::string head_of(const std::string& format, int version, const std::string& text) {
-  return format + " " + std::to_string(version) + " " + sum_of(text);
-}
-
-// A power cut finds the new name then.
-void finish_folder_of(const std::string& path) {
-  const int folder = open(path.substr(0, path.rfind('/') + 1).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  if (folder < 0) return;
-  (void)fsync(folder);
-  (void)close(folder);
-}
-
 bool replace_file(const std::string& path, const std::string& bytes) {
   std::string fresh = path + ".XXXXXX";
   const int file = mkostemp(fresh.data(), O_CLOEXEC);
@@ -50,11 +38,30 @@ bool replace_file(const std::string& path, const std::string& bytes) {
 
 }  // namespace
 
+void finish_folder_of(const std::string& path) {
+  const int folder = open(path.substr(0, path.rfind('/') + 1).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (folder < 0) return;
+  (void)fsync(folder);
+  (void)close(folder);
+}
+
 // Against half-written and hand-edited files; a sum (FNV-1a), not a seal.
 std::string sum_of(const std::string& text) {
   uint64_t sum = 0xcbf29ce484222325;
   for (const char c : text) sum = (sum ^ static_cast<unsigned char>(c)) * 0x100000001b3;
   return std::to_string(sum);
+}
+
+std::string with_head(const std::string& format, int version, const std::string& text) {
+  return format + " " + std::to_string(version) + " " + sum_of(text) + "\n" + text;
+}
+
+std::optional<std::string> without_head(const std::string& bytes, const std::string& format, int version) {
+  const size_t end = bytes.find('\n');
+  if (end == std::string::npos) return std::nullopt;
+  std::string text = bytes.substr(end + 1);
+  if (bytes != with_head(format, version, text)) return std::nullopt;
+  return text;
 }
 
 bool remove_state_file(const std::string& path) {
@@ -80,16 +87,12 @@ std::optional<std::string> read_state_file(const std::string& path, const std::s
   if (file < 0) return std::nullopt;
   const std::optional<std::string> bytes = is_own(file) ? read_open_file(file) : std::nullopt;
   close(file);
-  const size_t end = bytes ? bytes->find('\n') : std::string::npos;
-  if (end == std::string::npos) return std::nullopt;
-  std::string text = bytes->substr(end + 1);
-  if (bytes->compare(0, end, head_of(format, version, text)) != 0) return std::nullopt;
-  return text;
+  return bytes ? without_head(*bytes, format, version) : std::nullopt;
 }
 
 bool write_state_file(const std::string& path, const std::string& format, int version, const std::string& text,
                       Report& report) {
-  if (replace_file(path, head_of(format, version, text) + "\n" + text)) return true;
+  if (replace_file(path, with_head(format, version, text))) return true;
   report.problem({"cannot write " + path + ": " + std::strerror(errno), "is there room, and the right to?"});
   return false;
 }

@@ -19,6 +19,14 @@ bool write_state_file(const std::string& path, const std::string& format, int ve
 // A file of other bytes in the same way, without a head. False with errno when it cannot be written.
 bool write_own_file(const std::string& path, const std::string& bytes);
 
+// A text with the head that such a file has, and without it again; none when the head is another one, or the text
+// was changed.
+std::string with_head(const std::string& format, int version, const std::string& text);
+std::optional<std::string> without_head(const std::string& bytes, const std::string& format, int version);
+
+// Has the names in the folder of that path on the disk: a power cut finds them then.
+void finish_folder_of(const std::string& path);
+
 // False when it is there and cannot be removed, with errno.
 bool remove_state_file(const std::string& path);
 

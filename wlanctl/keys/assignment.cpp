@@ -1,28 +1,20 @@
 #include "wlanctl/keys/assignment.h"
 
-#include <poll.h>
-#include <signal.h>
-#include <sys/signalfd.h>
-#include <termios.h>
-#include <unistd.h>
-
-#include <cerrno>
 #include <cstdio>
-#include <cstdlib>
 #include <vector>
 
-#include "wlanctl/base/signal_hold.h"
+#include "wlanctl/base/asked_line.h"
 
 namespace wlanctl {
-namespace {
-
-std::string hint_for(const std::string& name) {
+std::string hint_for_key(const std::string& name) {
   constexpr size_t kMost = 4;
   std::vector<std::string> similar = similar_keys(name);
   if (similar.empty()) return "wlanctl keys lists all";
   if (similar.size() > kMost) similar.resize(kMost);
   return "do you mean " + joined(similar, " or ") + "?";
 }
+
+namespace {
 
 int highest_index(const Key& key) {
   return key.scope == Scope::kLink ? kLinks : WIFIMGR_FIELDS;
@@ -31,58 +23,6 @@ int highest_index(const Key& key) {
 std::optional<int> parse_index(const std::string& text, const Key& key) {
   if (text.size() != 1 || text[0] < '1' || text[0] > '0' + highest_index(key)) return std::nullopt;
   return text[0] - '0';
-}
-
-std::optional<std::string> first_line(std::FILE* file) {
-  char* text = nullptr;
-  size_t room = 0;
-  const ssize_t length = getline(&text, &room, file);
-  std::string line(text == nullptr ? "" : text, length > 0 ? static_cast<size_t>(length) : 0);
-  std::free(text);
-  if (length < 0) return std::nullopt;
-  if (!line.empty() && line.back() == '\n') line.pop_back();
-  if (!line.empty() && line.back() == '\r') line.pop_back();
-  return line;
-}
-
-// Those on hold that end the tool once they are let through: its caller may have had them ignored.
-sigset_t signals_that_end() {
-  sigset_t signals = SignalHold::held();
-  for (int number = 1; number < NSIG; ++number) {
-    struct sigaction action;
-    if (sigismember(&signals, number) != 1 || sigaction(number, nullptr, &action) != 0) continue;
-    if (action.sa_handler == SIG_IGN) sigdelset(&signals, number);
-  }
-  return signals;
-}
-
-// False when a signal that ends the tool comes first.
-bool waits_for_line() {
-  const sigset_t ending = signals_that_end();
-  const int signals = signalfd(-1, &ending, SFD_CLOEXEC | SFD_NONBLOCK);
-  pollfd awaited[] = {{STDIN_FILENO, POLLIN, 0}, {signals, POLLIN, 0}};
-  while (poll(awaited, 2, -1) < 0 && errno == EINTR) continue;
-  if (signals >= 0) close(signals);
-  return awaited[1].revents == 0;
-}
-
-// Asks for it at a terminal, where a passphrase is not to be seen.
-std::optional<std::string> line_of_input(const Target& target) {
-  termios settings = {};
-  if (isatty(STDIN_FILENO) == 0 || tcgetattr(STDIN_FILENO, &settings) != 0) return first_line(stdin);
-  termios unseen = settings;
-  if (target.key->secret) unseen.c_lflag &= ~static_cast<tcflag_t>(ECHO);
-  std::optional<std::string> line;
-  {
-    // The terminal gets its echo back before a signal ends the tool: that takes effect at the end of the hold.
-    const SignalHold hold;
-    (void)tcsetattr(STDIN_FILENO, TCSAFLUSH, &unseen);
-    (void)std::fprintf(stderr, "%s: ", target.name().c_str());
-    if (waits_for_line()) line = first_line(stdin);
-    (void)tcsetattr(STDIN_FILENO, TCSAFLUSH, &settings);
-    if (target.key->secret) (void)std::fputc('\n', stderr);
-  }
-  return line;
 }
 
 std::optional<Assignment> split(const std::string& text, Band band, Report& report) {
@@ -123,7 +63,7 @@ std::optional<Target> parse_target(const std::string& word, Band band, Report& r
   }
   const Key* const key = find_key(name);
   if (key == nullptr) {
-    report.problem({std::string("there is no key \"") + name + "\"", hint_for(name), about_key(text, band)});
+    report.problem({std::string("there is no key \"") + name + "\"", hint_for_key(name), about_key(text, band)});
     return std::nullopt;
   }
   if (!key->is_on(band)) {
@@ -160,7 +100,7 @@ std::optional<Target> parse_target(const std::string& word, Band band, Report& r
 std::optional<Assignment> parse_assignment(const std::string& text, Band band, bool literal, Report& report) {
   std::optional<Assignment> assignment = split(text, band, report);
   if (!assignment || assignment->value != "-" || literal) return assignment;
-  const std::optional<std::string> line = line_of_input(assignment->target);
+  const std::optional<std::string> line = asked_line(assignment->target.name(), assignment->target.key->secret);
   if (!line) {
     report.problem({"standard input has no line for " + assignment->target.name(), "give one line for each \"-\"",
                     about_key(assignment->target.name(), band)});

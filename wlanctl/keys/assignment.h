@@ -26,6 +26,9 @@ Json about_key(const std::string& key, Band band);
 // Reads KEY or KEY:INDEX; none with a problem that says what is wrong with it on this band.
 std::optional<Target> parse_target(const std::string& text, Band band, Report& report);
 
+// What may have been meant by a key that there is none of.
+std::string hint_for_key(const std::string& name);
+
 struct Assignment {
   Target target;
   std::string value;

@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "wlanctl/base/similar.h"
+#include "wlanctl/base/text.h"
 
 namespace wlanctl {
 namespace {
@@ -75,7 +76,9 @@ constexpr Key kRows[] = {
    SECRECY_##secrecy,                                                                                           \
    unit,                                                                                                        \
    {on_2_4g, on_5g},                                                                                            \
-   EFFECT_##effect},
+   EFFECT_##effect,                                                                                             \
+   #getter,                                                                                                     \
+   #setter},
 #include <wifimgr_settings.h>
 };
 
@@ -187,6 +190,19 @@ std::string dat_key_of(const Key& key, int index) {
   char text[64];
   std::snprintf(text, sizeof text, key.dat_key, key.numbering == kFromZero ? index - 1 : index);
   return text;
+}
+
+std::optional<std::string> default_of(const Key& key, Band band, int index) {
+  const char* const row = key.defaults[number_of(band)];
+  if (row == nullptr) return std::nullopt;
+  if (key.scope == kBand) return row;
+  const std::vector<std::string> values = split_at(row, ';');
+  if (values.empty()) return "";
+  std::string value = values[std::min(values.size(), static_cast<size_t>(index)) - 1];
+  if (const size_t number = value.find("%d"); number != std::string::npos) {
+    value.replace(number, 2, std::to_string(index));
+  }
+  return value;
 }
 
 const char* word_for(Scope scope) {

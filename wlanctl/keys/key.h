@@ -1,6 +1,7 @@
 // The settings, with what an operator wants to know of each.
 #pragma once
 
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -42,6 +43,8 @@ struct Key {
   const char* unit;         // "" where there is none
   const char* defaults[2];  // by band, as wifimgr_settings.h writes them; null where the key is not in the band's file
   Effect effect;
+  const char* getter_name;  // of the library's functions; "NULL" where there is none
+  const char* setter_name;
 
   bool is_on(Band band) const { return on[number_of(band)]; }
   bool holds_numbers() const {
@@ -64,6 +67,9 @@ std::vector<std::string> similar_keys(const std::string& name);
 
 // The key in the dat file for an index (-1, an SSID or a link).
 std::string dat_key_of(const Key& key, int index);
+
+// The default of a band, or of one of its SSIDs or links; none where the key is not in the band's file.
+std::optional<std::string> default_of(const Key& key, Band band, int index);
 
 const char* word_for(Scope scope);            // "band", "ssid", "link"
 std::string words_for(const Accepted& what);  // "0 to 180", "one of TIME, PKT, DISABLE" ...

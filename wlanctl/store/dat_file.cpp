@@ -26,6 +26,18 @@ void keep_list_whole(const std::string& line, wifimgr_attr_record* record) {
   (void)std::snprintf(record->field[0], sizeof record->field[0], "%s", value.c_str());
 }
 
+std::vector<wifimgr_attr_record> parse_lines(std::FILE* file) {
+  std::vector<wifimgr_attr_record> records;
+  for (char line[WIFIMGR_DAT_LINE_SIZE]; std::fgets(line, sizeof line, file) != nullptr;) {
+    wifimgr_attr_record record = {};
+    const std::string text = line;
+    if (parse_data_from_line(line, &record) != 0) continue;
+    keep_list_whole(text, &record);
+    records.push_back(record);
+  }
+  return records;
+}
+
 }  // namespace
 
 std::string dat_path_of(Band band) {
@@ -35,14 +47,16 @@ std::string dat_path_of(Band band) {
 std::optional<std::vector<wifimgr_attr_record>> look_at_dat_file(Band band, const StoreLock& /*lock*/) {
   std::FILE* const file = std::fopen(dat_path_of(band).c_str(), "re");
   if (file == nullptr) return std::nullopt;
-  std::vector<wifimgr_attr_record> records;
-  for (char line[WIFIMGR_DAT_LINE_SIZE]; std::fgets(line, sizeof line, file) != nullptr;) {
-    wifimgr_attr_record record = {};
-    const std::string text = line;
-    if (parse_data_from_line(line, &record) != 0) continue;
-    keep_list_whole(text, &record);
-    records.push_back(record);
-  }
+  std::vector<wifimgr_attr_record> records = parse_lines(file);
+  (void)std::fclose(file);
+  return records;
+}
+
+std::vector<wifimgr_attr_record> parse_dat_text(const std::string& bytes) {
+  // Of no bytes there is no such file.
+  std::FILE* const file = bytes.empty() ? nullptr : fmemopen(const_cast<char*>(bytes.data()), bytes.size(), "r");
+  if (file == nullptr) return {};
+  std::vector<wifimgr_attr_record> records = parse_lines(file);
   (void)std::fclose(file);
   return records;
 }

@@ -14,6 +14,9 @@ class StoreLock;
 
 std::string dat_path_of(Band band);
 
+// Of a dat file's text.
+std::vector<wifimgr_attr_record> parse_dat_text(const std::string& bytes);
+
 // Never in the middle of another process's save; none when it cannot be opened.
 std::optional<std::vector<wifimgr_attr_record>> parse_dat_file(Band band);
 

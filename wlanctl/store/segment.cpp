@@ -7,14 +7,15 @@
 #include <sys/shm.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <cerrno>
+#include <cstdio>
 #include <cstring>
 
 #include "wlanctl/base/report.h"
 #include "wlanctl/files/lock.h"
 #include "wlanctl/files/places.h"
 #include "wlanctl/library/band_variables.h"
-#include "wlanctl/library/detached_store.h"
 #include "wlanctl/library/messages.h"
 #include "wlanctl/store/dat_file.h"
 #include "wlanctl/store/lock_holder.h"
@@ -32,6 +33,9 @@ int segment_of(Band band) {
 
 // The segments that were opened. Others may have come in their place meanwhile.
 int g_opened[kBandCount] = {-1, -1};
+
+// Never taken down: the library would speak of it when the tool has ended already.
+const DetachedStore* g_detached[kBandCount];
 
 bool fail(Band band, Report& report, const std::string& message, const std::string& next) {
   address_of(band) = nullptr;
@@ -183,14 +187,33 @@ bool StoreLock::replace(const std::vector<wifimgr_attr_record>& content) const {
   return true;
 }
 
+size_t StoreLock::free_records() const {
+  const size_t room = size_of_store(band_) / sizeof(wifimgr_attr_record);
+  const size_t taken = table().size() + 1;  // the empty one behind them ends the table
+  return room > taken ? room - taken : 0;
+}
+
+bool StoreLock::append(const std::vector<wifimgr_attr_record>& records) const {
+  if (!held_ || records.size() > free_records()) return false;
+  const size_t begin = table().size() * sizeof(wifimgr_attr_record);
+  std::memset(address_of(band_) + begin, 0, size_of_store(band_) - begin);
+  // The last one first, and each key behind its fields: what makes them part of the table is the first one's key.
+  auto* const end = reinterpret_cast<wifimgr_attr_record*>(address_of(band_) + begin);
+  for (size_t i = records.size(); i-- > 0;) {
+    std::memcpy(end[i].field, records[i].field, sizeof end[i].field);
+    std::atomic_thread_fence(std::memory_order_release);
+    std::memcpy(end[i].key, records[i].key, sizeof end[i].key);
+    std::atomic_thread_fence(std::memory_order_release);
+  }
+  return true;
+}
+
 bool open_store(Band band, Report& report, Content content) {
   if (is_store_open(band)) return true;
   return attach_or_make(band, report) && is_usable(band, report, content);
 }
 
 bool look_at_store(Band band, Report& report) {
-  // Never taken down: the library would speak of it when the tool has ended already.
-  [[maybe_unused]] static const DetachedStore* files[kBandCount];
   if (is_store_open(band)) return true;
   const std::string label = label_of(band);
   {
@@ -206,14 +229,37 @@ bool look_at_store(Band band, Report& report) {
         "there is no store of " + label + ", and its dat file " + (content ? "has no settings" : "cannot be read"),
         "is " + dat_path_of(band) + " there, readable and whole?");
   }
-  files[number_of(band)] = new DetachedStore(band, *content);
+  g_detached[number_of(band)] = new DetachedStore(band, *content);
   g_opened[number_of(band)] = segment_of(band);
   report.note("there is no live store of " + label + " yet; this is what its dat file says");
   return true;
 }
 
+bool is_store_detached(Band band) {
+  return g_detached[number_of(band)] != nullptr;
+}
+
 bool is_store_open(Band band) {
   return address_of(band) != nullptr;
+}
+
+std::string segment_key_of(Band band) {
+  char text[16];
+  (void)std::snprintf(text, sizeof text, "0x%x", static_cast<unsigned>(kSegments[number_of(band)]));
+  return text;
+}
+
+bool has_store(Band band) {
+  return segment_of(band) >= 0;
+}
+
+EnlargedStore::EnlargedStore(Band band, const std::vector<wifimgr_attr_record>& content)
+    : band_(band), store_(band, content), opened_(g_opened[number_of(band)]) {
+  g_opened[number_of(band)] = segment_of(band);
+}
+
+EnlargedStore::~EnlargedStore() {
+  g_opened[number_of(band_)] = opened_;
 }
 
 bool reopen_if_replaced(Band band, Report& report) {

@@ -1,10 +1,12 @@
 // The live store of a band: a segment and its lock, shared with the management processes.
 #pragma once
 
+#include <string>
 #include <vector>
 
 #include "wifimgr_lib.h"
 #include "wlanctl/base/band.h"
+#include "wlanctl/library/detached_store.h"
 
 namespace wlanctl {
 
@@ -21,8 +23,17 @@ enum class Content {
 bool open_store(Band band, Report& report, Content content = Content::kNeeded);
 bool is_store_open(Band band);
 
+// As ipcrm -M takes it.
+std::string segment_key_of(Band band);
+
+// Whether there is a live store, opened or not.
+bool has_store(Band band);
+
 // The same for who only looks: where there is no store it is not made, but the dat file is read, with a note.
 bool look_at_store(Band band, Report& report);
+
+// Whether it is only the dat file that is looked at.
+bool is_store_detached(Band band);
 
 // Attaches the segment anew where somebody has removed it, and made another, since it was opened.
 bool reopen_if_replaced(Band band, Report& report);
@@ -47,6 +58,11 @@ class StoreLock {
   std::vector<wifimgr_attr_record> table() const;
   bool replace(const std::vector<wifimgr_attr_record>& content) const;
 
+  // How many records there is room for behind the others, and puts some there: all of them at once, for who takes no lock
+  // and after a kill, too. False when they do not fit.
+  size_t free_records() const;
+  bool append(const std::vector<wifimgr_attr_record>& records) const;
+
  private:
   Band band_;
   int id_;
@@ -58,5 +74,19 @@ int semaphore_of(Band band);
 
 // The segment's room in bytes.
 size_t size_of_store(Band band);
+
+// While it lives, the library works on a store with more room than the live one has, and the kernel knows nothing of it.
+class EnlargedStore {
+ public:
+  EnlargedStore(Band band, const std::vector<wifimgr_attr_record>& content);
+  EnlargedStore(const EnlargedStore&) = delete;
+  EnlargedStore& operator=(const EnlargedStore&) = delete;
+  ~EnlargedStore();
+
+ private:
+  Band band_;
+  DetachedStore store_;
+  int opened_;
+};
 
 }  // namespace wlanctl

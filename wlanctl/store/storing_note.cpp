@@ -81,7 +81,7 @@ std::optional<Note> parse_note(const std::string& text) {
     const std::optional<Band> band = words.size() > 4 ? parse_band(words[0]) : std::nullopt;
     const std::optional<NotedField> field = band ? parse_field(words) : std::nullopt;
     if (!field) return std::nullopt;
-    note.changes[number_of(*band)].fields.push_back(*field);
+    note.changes[static_cast<size_t>(number_of(*band))].fields.push_back(*field);
   }
   std::erase_if(note.changes, [](const NotedBand& band) { return band.fields.empty(); });
   return note;

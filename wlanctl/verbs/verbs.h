@@ -12,11 +12,14 @@ extern const Verb kShow;
 extern const Verb kGet;
 extern const Verb kSet;
 extern const Verb kKeys;
+extern const Verb kExplain;
 extern const Verb kCheck;
 extern const Verb kDump;
 extern const Verb kEdit;
 extern const Verb kExport;
 extern const Verb kImport;
+extern const Verb kSsid;
+extern const Verb kSsidList;  // below kSsid
 // apply/
 extern const Verb kDiff;
 extern const Verb kSave;
@@ -24,6 +27,8 @@ extern const Verb kRevert;
 extern const Verb kApply;
 extern const Verb kConfirm;
 extern const Verb kRollback;
+extern const Verb kLog;
+extern const Verb kUndo;
 // live/
 extern const Verb kStatus;
 extern const Verb kStations;

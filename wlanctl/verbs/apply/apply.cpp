@@ -1,5 +1,6 @@
-// apply: brings the live store into force. What a dry run of it prints is in dry_run_text.h.
+// apply: brings the live store into force. What it prints is in apply_text.h, and in dry_run_text.h.
 #include <algorithm>
+#include <utility>
 
 #include "wlanctl/apply/applied_state.h"
 #include "wlanctl/apply/dry_run_text.h"
@@ -17,9 +18,11 @@
 #include "wlanctl/confirm/rollback.h"
 #include "wlanctl/files/bytes.h"
 #include "wlanctl/files/lock.h"
+#include "wlanctl/history/record.h"
 #include "wlanctl/library/command.h"
 #include "wlanctl/store/dat_file.h"
 #include "wlanctl/store/segment.h"
+#include "wlanctl/verbs/apply/apply_text.h"
 #include "wlanctl/verbs/apply/file_guard.h"
 #include "wlanctl/verbs/verbs.h"
 
@@ -28,38 +31,12 @@ namespace {
 
 constexpr unsigned kLongestWait = 24 * 60 * 60;
 
-// A band's part of an apply under way.
-struct Job {
-  Band band = Band::k2_4G;
-  Plan plan;
-  std::optional<Pending> pending;
-  std::optional<Applied> applied;
-  BrokenOff broken_off = BrokenOff::kNo;
-  bool is_rolled_back = false;
-};
-
 void refuse_dangers(const Job& job, Report& report) {
   for (const Danger& danger : job.plan.dangers) {
     report.problem({danger.key + " of " + label_of(job.band) + " is dangerous: " + danger.reason,
                     "set another value, or insist with --force",
                     {{"band", label_of(job.band)}, {"key", danger.key}, {"reason", danger.reason}}});
   }
-}
-
-bool refuse_second(Band band, Report& report) {
-  const std::string label = label_of(band);
-  if (interrupted(band)) {
-    report.problem(
-        {"the gateway went down before the apply of " + label + " was confirmed",
-         "wlanctl confirm " + label + " keeps its settings; wlanctl rollback " + label + " puts back those before",
-         about(band)});
-    return true;
-  }
-  if (!is_pending(band)) return false;
-  report.problem({"an apply of " + label + " waits for its confirmation",
-                  "wlanctl confirm " + label + " keeps it; without, it is rolled back when its time is over",
-                  about(band)});
-  return true;
 }
 
 // Everything that can be refused is found here, before anything is touched.
@@ -78,7 +55,7 @@ int plan_all(const Words& words, Report& report, std::vector<Job>* jobs) {
     if (words.dry_run && is_pending(band)) {
       report.note(std::string("an apply of ") + label_of(band) + " waits for its confirmation, or to be rolled back");
     }
-    if (!words.dry_run && refuse_second(band, report)) {
+    if (!words.dry_run && refuse_undecided(band, report)) {
       refuse(true);
       continue;
     }
@@ -183,7 +160,7 @@ void roll_back_job(const Words& words, Job& job, Report& report) {
   if (job.broken_off == BrokenOff::kTimeOver) {
     limit_commands(std::min(words.command_seconds, std::max(words.confirm_seconds, kLeastSeconds)));
   }
-  job.is_rolled_back = roll_back(*job.pending, report);
+  job.is_rolled_back = roll_back(*job.pending, By::kApply, report);
   limit_commands(words.command_seconds);
   const std::vector<Lack> lacks = lacks_of(job.band);
   std::string outcome = "its settings before are back";
@@ -197,8 +174,26 @@ void roll_back_job(const Words& words, Job& job, Report& report) {
   complain_of(job.band, lacks, next_step(job.band), report);
 }
 
+// What it changes, as far as it is known before.
+void begin(Job& job, const std::vector<wifimgr_attr_record>& before, Report& report) {
+  job.entry.band = job.band;
+  job.entry.deed = Deed::kApply;
+  job.entry.weight = word_for_apply(false, job.plan.weight);
+  job.entry.changes = changes_between(before, table_of_store(job.band));
+  job.entry = begin_entry(std::move(job.entry), report);
+}
+
+void finish(Job& job, int exit_code, Report& report) {
+  Entry& entry = job.entry;
+  entry.exit_code = exit_code;
+  entry.is_in_force = job.is_in_force();
+  // What could not be rolled back yet waits for that.
+  entry.state = !job.applied ? State::kFailed : job.pending && !job.is_rolled_back ? State::kWaiting : State::kDone;
+  finish_entry(entry, report);
+}
+
 // The exit code.
-int run_job(const Words& words, Job& job, Report& report) {
+int apply_job(const Words& words, Job& job, const std::vector<wifimgr_attr_record>& before, Report& report) {
   const std::optional<std::string> file_before = read_bytes(dat_path_of(job.band));
   if (job.pending) {
     job.pending->phase = Phase::kApplying;
@@ -213,6 +208,9 @@ int run_job(const Words& words, Job& job, Report& report) {
     (void)keep_applied(job.band, FileIs::kSettled, report);
     return kRefused;
   }
+  // With what it made consistent.
+  job.entry.changes = changes_between(before, table_of_store(job.band));
+  job.entry.weight = word_for_apply(false, std::max(job.applied->weight, job.applied->committed ? 1 : 0));
   if (was_in_vain(words, job)) {
     complain_of(job.band, job.applied->lacks, "", report);
     roll_back_job(words, job, report);
@@ -225,50 +223,12 @@ int run_job(const Words& words, Job& job, Report& report) {
   return job.applied->lacks.empty() ? told : kNotInForce;
 }
 
-void tell(const Words& words, const Job& job, Report& report) {
-  const std::string label = label_of(job.band);
-  Json entry = {{"band", label}, {"apply", word_for_apply(job.plan.nothing, job.plan.weight)}, {"action", "none"}};
-  Json scripts = Json::array();
-  if (job.plan.nothing) {
-    report.text() << label << ": nothing to apply; the store, the dat file and what is in force agree\n";
-  } else if (job.applied) {
-    const Applied& applied = *job.applied;
-    entry["apply"] = word_for_apply(false, applied.weight);
-    entry["action"] = applied.committed ? "committed" : "saved";
-    if (job.is_rolled_back) entry["action"] = "rolled back";
-    if (job.is_rolled_back || job.broken_off != BrokenOff::kNo) {
-      report.text() << label << (job.is_rolled_back ? ": rolled back" : ": not applied") << "\n";
-    } else if (!applied.lacks.empty()) {
-      report.text() << label << ": applied, but not in force\n";
-    } else {
-      report.text() << label
-                    << (applied.committed ? ": applied; dat file written, interfaces restarted,\n  driver told of "
-                                          : ": applied without a restart, as nothing that needs one differs;\n"
-                                            "  dat file saved, driver told of ")
-                    << applied.scripts.size() << " SSIDs\n";
-    }
-    for (const Script& script : applied.scripts) {
-      scripts.push_back({{"ssid", script.ssid}, {"path", script.path}, {"status", script.status}});
-    }
-    if (applied.weight > 1) {
-      report.note(label + ": the SSID count or hardware NAT changed; a reboot is recommended");
-    }
-  } else {
-    report.text() << label << ": not applied\n";
-  }
-  entry["scripts"] = std::move(scripts);
-  Json lacks = Json::array();
-  if (job.applied) {
-    for (const Lack& lack : job.applied->lacks) lacks.push_back(text_of(lack));
-  }
-  entry["not_in_force"] = std::move(lacks);
-  const bool waits = job.applied && job.pending && job.broken_off == BrokenOff::kNo && !job.is_rolled_back;
-  entry["confirm_within"] = waits ? Json(words.confirm_seconds) : Json();
-  if (waits) {
-    report.text() << "  confirm it within " << words.confirm_seconds << " seconds of its start: wlanctl confirm "
-                  << label << "\n  else the settings before come back\n";
-  }
-  report.data()["bands"].push_back(std::move(entry));
+int run_job(const Words& words, Job& job, Report& report) {
+  const std::vector<wifimgr_attr_record> before = settings_in_force(job.band);
+  begin(job, before, report);
+  const int code = apply_job(words, job, before, report);
+  finish(job, code, report);
+  return code;
 }
 
 // Nobody can confirm before all is done.
@@ -349,7 +309,7 @@ int apply(const Words& words, Report& report) {
   const bool is_any_refused = code != kDone && code != kNoStore;
   if (!is_any_refused) code = worse_of(code, run_all(words, jobs, report));
   if (code == kDone || code == kNoAnswer || code == kNotInForce || report.has_problems()) {
-    for (const Job& job : jobs) tell(words, job, report);
+    for (const Job& job : jobs) tell_applied(words, job, report);
   }
   return code;
 }

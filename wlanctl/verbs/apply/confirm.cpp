@@ -9,6 +9,7 @@
 #include "wlanctl/confirm/pending.h"
 #include "wlanctl/confirm/recovery.h"
 #include "wlanctl/files/lock.h"
+#include "wlanctl/history/record.h"
 #include "wlanctl/store/private_store.h"
 #include "wlanctl/store/segment.h"
 #include "wlanctl/verbs/verbs.h"
@@ -76,6 +77,7 @@ int confirm(const Words& words, Report& report) {
     const int result = confirm_band(band, words.force, report);
     code = std::max(code, result);
     if (result != kDone) continue;
+    note_confirmed(band, report);
     confirmed.push_back(label_of(band));
     report.text() << label_of(band) << ": confirmed; the settings stay\n";
   }

@@ -1,7 +1,8 @@
-// diff: the live store against the dat file. save and revert bring one in line with the other.
+// diff: the live store against the dat file, what is in force, or a file. save and revert bring it in line with the
+// first.
+#include <unistd.h>
+
 #include <algorithm>
-#include <array>
-#include <map>
 
 #include "wlanctl/apply/applied_state.h"
 #include "wlanctl/apply/in_force.h"
@@ -9,132 +10,31 @@
 #include "wlanctl/base/report.h"
 #include "wlanctl/base/terminal.h"
 #include "wlanctl/command_line/common_words.h"
-#include "wlanctl/confirm/outlived.h"
 #include "wlanctl/confirm/pending.h"
 #include "wlanctl/confirm/recovery.h"
-#include "wlanctl/files/lock.h"
 #include "wlanctl/keys/dat_key.h"
 #include "wlanctl/keys/json_value.h"
 #include "wlanctl/keys/secret_mask.h"
-#include "wlanctl/library/messages.h"
 #include "wlanctl/store/dat_file.h"
-#include "wlanctl/store/revert.h"
-#include "wlanctl/store/saved_text.h"
 #include "wlanctl/store/segment.h"
 #include "wlanctl/store/value.h"
-#include "wlanctl/verbs/apply/file_guard.h"
+#include "wlanctl/verbs/apply/compared_file.h"
+#include "wlanctl/verbs/apply/diff_text.h"
 #include "wlanctl/verbs/verbs.h"
 
 namespace wlanctl {
 namespace {
 
-using Fields = std::vector<std::string>;
-using Values = std::map<std::string, Fields>;
-
-Values values_of(std::vector<StoreRecord> records) {
-  Values values;
-  for (StoreRecord& record : records) values[record.key] = std::move(record.fields);
-  return values;
-}
-
-struct Difference {
-  std::string name;
-  std::string dat_key;
-  std::string live;
-  std::string file;
+// What a comparison has found so far.
+struct Outcome {
+  int code = kDone;
+  bool differs = false;
+  Json bands = Json::array();
 };
-
-std::string field_of(const Fields& fields, size_t index) {
-  return index < fields.size() ? fields[index] : std::string();
-}
-
-std::string named(const std::string& dat_key, size_t field, size_t fields) {
-  int index = 0;
-  const Key* const key = find_dat_key(dat_key, &index);
-  if (key != nullptr && index > 0) return std::string(key->name) + ":" + std::to_string(index);
-  const bool per_ssid = key != nullptr ? key->scope == Scope::kSsid : fields > 1;
-  return per_ssid ? dat_key + ":" + std::to_string(field + 1) : dat_key;
-}
-
-// Whether the value belongs to an SSID beyond the band's count: a save leaves it out, so the file may well lack it.
-bool is_beyond(const std::string& dat_key, size_t field, size_t ssids) {
-  int index = 0;
-  const Key* const key = find_dat_key(dat_key, &index);
-  if (key != nullptr && key->scope == Scope::kLink) return false;
-  return field >= ssids || (index > 0 && static_cast<size_t>(index) > ssids);
-}
-
-std::vector<Difference> differences(const Values& live, const Values& file, size_t ssids, bool secrets) {
-  std::vector<Difference> found;
-  const auto compare = [&](const std::string& key, const Fields& in_store, const Fields& in_file) {
-    const size_t fields = std::max(in_store.size(), in_file.size());
-    for (size_t i = 0; i < fields; ++i) {
-      std::string left = field_of(in_store, i);
-      std::string right = field_of(in_file, i);
-      if (left == right) continue;
-      if (is_beyond(key, i, ssids)) break;
-      if (is_secret_dat_key(key) && !secrets) {
-        if (!left.empty()) left = std::string(kMasked) + (right.empty() ? "" : " (new)");
-        if (!right.empty()) right = kMasked;
-      }
-      found.push_back({named(key, i, fields), key, left, right});
-    }
-  };
-  static const Fields kNone;
-  for (const auto& [key, fields] : live) {
-    const auto other = file.find(key);
-    compare(key, fields, other == file.end() ? kNone : other->second);
-  }
-  for (const auto& [key, fields] : file) {
-    if (live.find(key) == live.end()) compare(key, kNone, fields);
-  }
-  return found;
-}
-
-// A band without a count still has one field.
-size_t shown_ssids(Band band) {
-  return static_cast<size_t>(std::max(ssid_count(band), 1));
-}
-
-Problem unreadable_file(Band band) {
-  return {"cannot read " + dat_path_of(band), "is it there, and readable?", about(band)};
-}
-
-// "  NAME  LEFT -> RIGHT" for each; two long values do not fit beside each other, and stand below each other.
-std::string table_of(const std::vector<std::array<std::string, 3>>& changes) {
-  Rows rows;
-  size_t widest = 0;
-  for (const auto& [name, left, right] : changes) {
-    rows.push_back({"  " + printable(name), printable(left) + " -> " + printable(right)});
-    widest = std::max(widest, rows.back()[0].size());
-  }
-  for (size_t i = 0; i < rows.size(); ++i) {
-    std::string& values = rows[i][1];
-    if (widest + 2 + values.size() > kColumns)
-      values.replace(printable(changes[i][1]).size(), 1, "\n" + std::string(widest + 2, ' '));
-  }
-  return table(rows);
-}
-
-std::string verb_for(size_t count) {
-  return count_of(count, "value") + (count == 1 ? " differs" : " differ");
-}
-
-Json tell_changes(const std::vector<Difference>& found, const char* other, Text& text) {
-  Json changes = Json::array();
-  std::vector<std::array<std::string, 3>> rows;
-  for (const Difference& one : found) {
-    changes.push_back(
-        {{"key", one.name}, {"live", json_value(one.dat_key, one.live)}, {other, json_value(one.dat_key, one.file)}});
-    rows.push_back({one.name, one.file, one.live});
-  }
-  text << table_of(rows);
-  return changes;
-}
 
 Json tell_adjustments(const std::vector<Adjustment>& adjustments, bool secrets, Text& text) {
   Json told = Json::array();
-  std::vector<std::array<std::string, 3>> rows;
+  std::vector<ShownChange> rows;
   for (const Adjustment& one : adjustments) {
     const Key& key = *one.target.key;
     const std::string from = secrets ? one.from : shown_value(key, one.from);
@@ -156,16 +56,16 @@ void note_access_lists(Band band, Report& report) {
   }
 }
 
-int diff_band(Band band, const Words& words, Report& report, Json& bands) {
+int diff_dat_file(Band band, const Words& words, Report& report, Outcome& outcome) {
   if (!look_at_band(band, report)) return kNoStore;
   const auto parsed = parse_dat_file(band);
   if (!parsed) {
-    report.problem(unreadable_file(band));
+    report.problem({"cannot read " + dat_path_of(band), "is it there, and readable?", about(band)});
     return kWrongUsage;
   }
-  const Values live = values_of(records_of(table_of_store(band)));
-  const size_t ssids = shown_ssids(band);
-  const std::vector<Difference> found = differences(live, values_of(records_of(*parsed)), ssids, words.secrets);
+  const std::vector<StoreRecord> live = records_of(table_of_store(band));
+  const size_t ssids = ssids_in(live);
+  const std::vector<Difference> found = differences(live, records_of(*parsed), ssids);
   if (!restore_applied(band, report)) return kWrongUsage;
   note_waiting(band, report);
   const Plan plan = plan_apply(band);
@@ -184,120 +84,157 @@ int diff_band(Band band, const Words& words, Report& report, Json& bands) {
            : plan.weight == 0 && !plan.nothing ? "no restart"
                                                : weight)
        << '\n';
-  Json changes = tell_changes(found, "file", text);
+  Json changes = tell_changes(found, "file", words.secrets, text);
   // What was saved, but never applied.
   std::vector<Difference> waiting;
   if (!plan.senseless_count && !plan.is_file_in_force) {
-    waiting = differences(live, values_of(records_of(settings_in_force(band))), ssids, words.secrets);
+    waiting = differences(live, records_of(settings_in_force(band)), ssids);
   }
   if (!waiting.empty()) text << "  " << verb_for(waiting.size()) << " from what is in force (in force -> store)\n";
-  Json not_in_force = tell_changes(waiting, "in_force", text);
+  Json not_in_force = tell_changes(waiting, "in_force", words.secrets, text);
   Json adjustments = tell_adjustments(plan.adjustments, words.secrets, text);
   if (!plan.nothing) note_access_lists(band, report);
-  bands.push_back({{"band", label_of(band)},
-                   {"changes", std::move(changes)},
-                   {"not_in_force", std::move(not_in_force)},
-                   {"adjustments", std::move(adjustments)},
-                   {"apply", plan.senseless_count ? Json() : Json(weight)}});
+  outcome.differs = outcome.differs || !found.empty();
+  outcome.bands.push_back({{"band", label_of(band)},
+                           {"changes", std::move(changes)},
+                           {"not_in_force", std::move(not_in_force)},
+                           {"adjustments", std::move(adjustments)},
+                           {"apply", plan.senseless_count ? Json() : Json(weight)}});
   if (!plan.senseless_count) return lacks.empty() ? kDone : kNotInForce;
   tell_senseless_count(band, *plan.senseless_count, report);
   return kRefused;
 }
 
+// Value by value, and no more: what an apply would mean does not depend on it.
+void tell_comparison(Band band, const std::vector<Difference>& found, const char* member, const std::string& name,
+                     const Words& words, Report& report, Outcome& outcome) {
+  report.text() << label_of(band) << ": "
+                << (found.empty() ? "the store is as " + name : verb_for(found.size()) + " (" + name + " -> store)")
+                << '\n';
+  outcome.differs = outcome.differs || !found.empty();
+  outcome.bands.push_back(
+      {{"band", label_of(band)}, {"changes", tell_changes(found, member, words.secrets, report.text())}});
+}
+
+int diff_in_force(Band band, const Words& words, Report& report, Outcome& outcome) {
+  if (!look_at_band(band, report)) return kNoStore;
+  note_waiting(band, report);
+  const auto in_force = last_applied(band);
+  if (!in_force) {
+    report.problem({std::string("nothing is known of what was last applied to ") + label_of(band),
+                    std::string("wlanctl apply ") + label_of(band) + " makes it known; wlanctl diff " + label_of(band) +
+                        " compares with the dat file",
+                    about(band)});
+    return kWrongUsage;
+  }
+  const std::vector<StoreRecord> live = records_of(table_of_store(band));
+  tell_comparison(band, differences(live, records_of(*in_force), ssids_in(live)), "in_force", "what is in force", words,
+                  report, outcome);
+  return kDone;
+}
+
+// A band alone, a file alone, or both.
+struct Compared {
+  std::string band;
+  std::string file;
+};
+
+std::optional<Compared> parse_operands(const Words& words, Report& report) {
+  Compared compared;
+  for (const std::string& operand : words.operands) {
+    std::string& place = parse_band(operand) ? compared.band : compared.file;
+    if (!place.empty()) {
+      report.problem({"there is more than one " + std::string(parse_band(operand) ? "band" : "file"),
+                      "compare with one after the other; without a band, both are compared"});
+      return std::nullopt;
+    }
+    place = operand;
+  }
+  if (!words.in_force || compared.file.empty()) return compared;
+  report.problem({"--in-force and a file are two comparisons", "leave one out"});
+  return std::nullopt;
+}
+
+int diff_file(const Compared& compared, const Words& words, Report& report, Outcome& outcome) {
+  if (compared.file.find('/') == std::string::npos && access(compared.file.c_str(), F_OK) != 0) {
+    report.problem({"there is no band and no file \"" + compared.file + "\"",
+                    "say 2.4g or 5g, or name a file",
+                    {{"file", compared.file}}});
+    return kWrongUsage;
+  }
+  const auto file = read_compared_file(compared.file, report);
+  if (!file) return kWrongUsage;
+  std::vector<Band> bands = file->bands;
+  if (const std::optional<Band> wanted = parse_band(compared.band)) {
+    // A dat file is of whichever band somebody says.
+    const bool is_of_it = file->dat || std::find(bands.begin(), bands.end(), *wanted) != bands.end();
+    if (!is_of_it) {
+      report.problem({compared.file + " has no settings of " + label_of(*wanted),
+                      "leave the band out",
+                      {{"band", label_of(*wanted)}, {"file", compared.file}}});
+      return kWrongUsage;
+    }
+    bands = {*wanted};
+  }
+  if (bands.empty()) {
+    report.problem({"the band of " + compared.file + " is not to be told from its name",
+                    "wlanctl diff 2.4g FILE, or wlanctl diff 5g FILE",
+                    {{"file", compared.file}}});
+    return kWrongUsage;
+  }
+  int code = kDone;
+  for (const Band band : bands) {
+    if (!look_at_band(band, report)) {
+      code = kNoStore;
+      continue;
+    }
+    note_waiting(band, report);
+    tell_comparison(band, differences_from(*file, band), "file", "the file", words, report, outcome);
+  }
+  return code;
+}
+
 int diff(const Words& words, Report& report) {
-  Json bands = Json::array();
-  int code = kDone;
-  for (const Band band : bands_of(words.band)) code = worse_of(code, diff_band(band, words, report, bands));
-  report.data() = {{"bands", std::move(bands)}};
-  return code;
-}
-
-int save_band(Band band, bool force, Report& report, Json& saved) {
-  if (!open_band(band, report)) return kNoStore;
-  if (const auto count = senseless_count(band)) {
-    tell_senseless_count(band, *count, report);
-    return kRefused;
+  const std::optional<Compared> compared = parse_operands(words, report);
+  if (!compared) return kWrongUsage;
+  Outcome outcome;
+  if (!compared->file.empty()) {
+    outcome.code = diff_file(*compared, words, report, outcome);
+  } else {
+    for (const Band band : bands_of(compared->band)) {
+      const int code =
+          words.in_force ? diff_in_force(band, words, report, outcome) : diff_dat_file(band, words, report, outcome);
+      outcome.code = worse_of(outcome.code, code);
+    }
   }
-  // From now on the dat file no longer says what is in force.
-  if (!restore_applied(band, report)) return kWrongUsage;
-  const std::optional<std::string> text = saved_text(band);
-  if (!force && !may_write_file(band, text, report)) return kRefused;
-  if (!keep_file_of_now(band, text, report) || !keep_applied(band, FileIs::kChanging, report)) return kRefused;
-  forget_settled(band);
-  clear_messages();
-  if (wifimgr_lib_save_dataFile(number_of(band)) != 0) {
-    report.problem({std::string(label_of(band)) + " was not saved: " + first_reason(),
-                    "is " + dat_path_of(band) + " writable, and is there room?", about(band)});
-    return kRefused;
-  }
-  if (!keep_applied(band, FileIs::kSettled, report)) return kRefused;
-  saved.push_back(label_of(band));
-  report.text() << label_of(band) << ": saved to " << dat_path_of(band) << '\n';
-  return kDone;
+  report.data() = {{"against", !compared->file.empty() ? "file"
+                               : words.in_force        ? "in_force"
+                                                       : "dat_file"},
+                   {"file", compared->file.empty() ? Json() : Json(compared->file)},
+                   {"bands", std::move(outcome.bands)}};
+  return outcome.code == kDone && words.exit_code && outcome.differs ? kRefused : outcome.code;
 }
 
-int save(const Words& words, Report& report) {
-  const ToolLock lock(report, words.wait_seconds);
-  if (!lock) return lock.exit_code();
-  Json saved = Json::array();
-  int code = kDone;
-  for (const Band band : bands_of(words.band)) code = worse_of(code, save_band(band, words.force, report, saved));
-  report.data() = {{"bands", std::move(saved)}};
-  return code;
-}
-
-Problem refusal_of(Band band, const Reverted& outcome) {
-  if (outcome.how == Reverting::kUnreadable) return unreadable_file(band);
-  if (outcome.how == Reverting::kNoRoom) {
-    return {std::string("the store of ") + label_of(band) + " cannot take its dat file",
-            "stop the management processes, remove the segment with ipcrm and start them", about(band)};
-  }
-  const size_t others = outcome.missing.size() - 1;
-  return {dat_path_of(band) + " lacks " + outcome.missing.front() +
-              (others == 0 ? "" : " and " + std::to_string(others) + " more keys that the store has"),
-          "was it cut off? wlanctl save " + std::string(label_of(band)) +
-              " --force writes it anew; revert --force reverts to what there is",
-          about(band)};
-}
-
-int revert_band(Band band, bool force, Report& report, Json& reverted) {
-  if (!open_store(band, report, Content::kToCome)) return kNoStore;
-  const size_t ssids = shown_ssids(band);
-  const Reverted outcome = revert_store(band, force);
-  if (outcome.how != Reverting::kDone) {
-    report.problem(refusal_of(band, outcome));
-    return outcome.how == Reverting::kUnreadable ? kWrongUsage : kRefused;
-  }
-  const size_t values =
-      differences(values_of(records_of(outcome.before)), values_of(records_of(outcome.file)), ssids, false).size();
-  reverted.push_back({{"band", label_of(band)}, {"values", values}});
-  report.text() << label_of(band) << ": " << count_of(values, "value") << " put back to the dat file's\n";
-  return kDone;
-}
-
-int revert(const Words& words, Report& report) {
-  const ToolLock lock(report, words.wait_seconds);
-  if (!lock) return lock.exit_code();
-  Json reverted = Json::array();
-  int code = kDone;
-  for (const Band band : bands_of(words.band)) code = worse_of(code, revert_band(band, words.force, report, reverted));
-  report.data() = {{"bands", std::move(reverted)}};
-  return code;
-}
-
-constexpr Word kDiffWords[] = {word::kBand, word::kSecrets};
-constexpr Word kSaveWords[] = {
-    word::kBand, {"--force", &Words::force, "Also where something of the dat file is lost"}, word::kWait};
-constexpr Word kRevertWords[] = {
-    word::kBand, {"--force", &Words::force, "Also to a dat file that lacks keys of the store"}, word::kWait};
+constexpr Word kWords[] = {
+    {"BAND|FILE", &Words::operands, "2.4g or 5g; a dat file or an export to compare with", {.offers = "band-or-file"}},
+    {"--in-force", &Words::in_force, "Compare with what was last applied"},
+    {"--exit-code", &Words::exit_code, "End with 1 where there are differences"},
+    word::kSecrets};
 
 }  // namespace
 
 const Verb kDiff = {"diff", "Compare live store and dat file; weigh an apply",
-                    "Examples:\n  wlanctl diff\n  wlanctl diff 2.4g --json", kDiffWords, diff};
-const Verb kSave = {"save", "Write the live store to the dat file, no more",
-                    "Examples:\n  wlanctl save\n  wlanctl save 5g", kSaveWords, save};
-const Verb kRevert = {"revert", "Put the live store back to what the dat file says", "Examples:\n  wlanctl revert 2.4g",
-                      kRevertWords, revert};
+                    "The store is compared with the band's dat file, with what is in force, which is\n"
+                    "what was last applied, or with a FILE. That is another dat file, whose band is\n"
+                    "told by its path where it can be, else by BAND; or an export, of which what it\n"
+                    "has is compared, but for secrets that it leaves out. A file named as a band is\n"
+                    "./5g.\n\n"
+                    "Examples:\n"
+                    "  wlanctl diff\n"
+                    "  wlanctl diff 2.4g --json\n"
+                    "  wlanctl diff --in-force\n"
+                    "  wlanctl diff 5g backup.dat\n"
+                    "  wlanctl diff --exit-code >/dev/null || wlanctl save",
+                    kWords, diff};
 
 }  // namespace wlanctl

@@ -42,7 +42,7 @@ int put_back(Band band, Report& report) {
     return kRefused;
   }
   if (!open_for(*pending, report)) return kNoStore;
-  if (!undo(*pending, report)) return kRefused;
+  if (!undo(*pending, By::kOperator, report)) return kRefused;
   const std::vector<Lack> lacks = lacks_of(band);
   complain_of(band, lacks, next_step(band), report);
   return lacks.empty() ? kDone : kNotInForce;

@@ -6,6 +6,7 @@
 #include <ctime>
 
 #include "wlanctl/apply/in_force.h"
+#include "wlanctl/apply/three_states.h"
 #include "wlanctl/base/report.h"
 #include "wlanctl/base/terminal.h"
 #include "wlanctl/command_line/common_words.h"
@@ -85,10 +86,20 @@ Json ask_ssid(Report& report, Band band, const ServedSsid& ssid, SsidRows* rows)
   return shown;
 }
 
+Json json_of(const ThreeStates& states) {
+  return {{"agree", json_or_null(states.agree())},
+          {"has_store", states.has_store},
+          {"store_from_file", json_or_null(states.store_from_file)},
+          {"store_from_in_force", json_or_null(states.store_from_in_force)},
+          {"file_from_in_force", json_or_null(states.file_from_in_force)}};
+}
+
 Json ask_band(Report& report, Band band) {
   const bool answers = is_there(band, report);
   const Radio radio = answers ? radio_of(band, report) : Radio();
   print_radio(report, band, radio);
+  const ThreeStates states = three_states_of(band);
+  report.text() << "  settings: " << states.line() << '\n';
   SsidRows rows;
   Json ssids = Json::array();
   for (const ServedSsid& ssid : served_ssids(band)) ssids.push_back(ask_ssid(report, band, ssid, &rows));
@@ -110,6 +121,7 @@ Json ask_band(Report& report, Band band) {
           {"noise_dbm", json_or_null(radio.noise)},
           {"load_percent", json_or_null(radio.load)},
           {"temperature_celsius", json_or_null(radio.temperature)},
+          {"settings", json_of(states)},
           {"ssids", std::move(ssids)},
           {"neighbours", json_of(neighbours)}};
 }

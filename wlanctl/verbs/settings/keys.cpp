@@ -1,7 +1,10 @@
 // keys: every setting with its scope, what it takes and what it means.
+#include <cstring>
+
 #include "wlanctl/base/report.h"
 #include "wlanctl/base/terminal.h"
 #include "wlanctl/command_line/common_words.h"
+#include "wlanctl/keys/assignment.h"
 #include "wlanctl/keys/key.h"
 #include "wlanctl/keys/value_rule.h"
 #include "wlanctl/verbs/verbs.h"
@@ -24,13 +27,37 @@ void print_row(Text& text, const std::string& name, const std::string& scope, co
   }
 }
 
+bool has_part(const char* text, const std::string& part) {
+  return strcasestr(text, part.c_str()) != nullptr;
+}
+
+// A band in the place of the pattern is one.
+std::vector<const Key*> asked_keys(const Words& words) {
+  const std::optional<Band> first = parse_band(words.pattern);
+  const std::optional<Band> second = parse_band(words.band);
+  const std::string pattern = first ? "" : words.pattern;
+  std::vector<const Key*> keys;
+  for (const Key& key : all_keys()) {
+    const bool is_asked = (!first || key.is_on(*first)) && (!second || key.is_on(*second)) &&
+                          (words.scope.empty() || words.scope == word_for(key.scope)) && has_part(key.name, pattern) &&
+                          has_part(key.meaning, words.about);
+    if (is_asked) keys.push_back(&key);
+  }
+  return keys;
+}
+
 int run(const Words& words, Report& report) {
+  const std::vector<const Key*> asked = asked_keys(words);
+  if (asked.empty()) {
+    report.problem({"no setting is like that" + (words.pattern.empty() ? "" : ": \"" + words.pattern + "\""),
+                    words.pattern.empty() ? "wlanctl keys lists all" : hint_for_key(words.pattern)});
+    return kWrongUsage;
+  }
   Text& text = report.text();
   print_row(text, "KEY", "OF", "ACCEPTS");
   Json keys = Json::array();
-  const std::optional<Band> only = parse_band(words.band);
-  for (const Key& key : all_keys()) {
-    if (only && !key.is_on(*only)) continue;
+  for (const Key* const one : asked) {
+    const Key& key = *one;
     print_row(text, key.name, word_for(key.scope), served_words(key));
     for (const std::string& line : wrapped(key.meaning, kColumns - kIndentation)) {
       text << std::string(kIndentation, ' ') << line << '\n';
@@ -51,11 +78,28 @@ int run(const Words& words, Report& report) {
   return kDone;
 }
 
-constexpr Word kWords[] = {word::kBand};
+std::string scopes() {
+  return "band,ssid,link";
+}
+
+constexpr Word kWords[] = {
+    {"PATTERN", &Words::pattern, "Part of a name; 2.4g and 5g stand for the band", {.offers = "band"}},
+    {"--scope", &Words::scope, "What is set for the band, an SSID or a link", {.choices = scopes}},
+    {"--band",
+     &Words::band,
+     "What the band has",
+     {.refusal = word::band_refusal, .value_name = "BAND", .offers = "band"}},
+    {"--about", &Words::about, "A word of its meaning", {.value_name = "WORD"}},
+};
 
 }  // namespace
 
 const Verb kKeys = {"keys", "List the settings: whose, what they take and mean",
-                    "Examples:\n  wlanctl keys\n  wlanctl keys 5g | grep VHT", kWords, run};
+                    "The filters go together, and capitals do not matter.\n\n"
+                    "Examples:\n"
+                    "  wlanctl keys\n"
+                    "  wlanctl keys wpa --scope ssid\n"
+                    "  wlanctl keys --band 5g --about beam",
+                    kWords, run};
 
 }  // namespace wlanctl

@@ -1,0 +1,268 @@
+// undo: what an entry changed comes back into the store, all of it or nothing.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "apply_story.h"
+
+namespace wlanctl_test {
+namespace {
+
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+
+const std::string kApplied =
+    "wlanctl set 2.4g SSID:1=Kitchen Channel=1 WPAPSK:1=topsecret >/dev/null; wlanctl apply 2.4g >/dev/null 2>&1;";
+constexpr char kGet[] = "wlanctl get 2.4g SSID:1 Channel WPAPSK:1;";
+constexpr char kBefore[] = "SSID:1    Gateway-Home\nChannel   6\nWPAPSK:1  sample-passphrase-1\n";
+constexpr char kAfter[] = "SSID:1    Kitchen\nChannel   1\nWPAPSK:1  topsecret\n";
+
+TEST(Undo, BringsBackWhatTheNewestEntryChanged) {
+  const Result result =
+      run_story(kApplied + "wlanctl undo; echo == get;" + kGet + "echo == file; grep ^SSID1= " + kDat);
+  EXPECT_THAT(result.out, HasSubstr("2.4g Channel = 6  (was 1)\n"));
+  EXPECT_THAT(result.out, HasSubstr("2.4g SSID:1 = Gateway-Home  (was Kitchen)\n"));
+  EXPECT_THAT(result.out, HasSubstr("2.4g WPAPSK:1 = ********  (was ********)\n"));
+  EXPECT_THAT(result.out,
+              HasSubstr("2.4g: entry 1 is undone in the store\n  wlanctl apply 2.4g brings that into force\n"));
+  EXPECT_EQ(kBefore, behind(result.out, "get"));
+  EXPECT_EQ("SSID1=Kitchen\n", behind(result.out, "file"));
+}
+
+TEST(Undo, TellsNoDriverAndIsBroughtIntoForceByAnApply) {
+  const Result result =
+      run_story(kApplied +
+                "commands >before; wlanctl undo >/dev/null; commands | cmp - before && echo == quiet;"
+                "wlanctl apply 2.4g >/dev/null 2>&1; echo $?; commands | grep 'ra0 set SSID' | tail -1");
+  EXPECT_EQ("0\n/userfs/bin/iwpriv ra0 set SSID=Gateway-Home\n", behind(result.out, "quiet"));
+}
+
+TEST(Undo, IsADocument) {
+  const Result result =
+      run_story("wlanctl set 2.4g Channel=1 >/dev/null; wlanctl save 2.4g >/dev/null 2>&1; wlanctl undo --json");
+  const Json data = document_in(result.out)["data"];
+  EXPECT_EQ(Json::parse(R"({"band":"2.4g","entry":1,"dry_run":false,
+      "changes":[{"key":"Channel","index":-1,"before":1,"after":6}],"already":[],"left":[],"next":"wlanctl apply 2.4g"})"),
+            data);
+}
+
+TEST(Undo, MasksSecretsUnlessTheyAreWanted) {
+  const Result result = run_story(kApplied +
+                                  "wlanctl undo --dry-run --json; wlanctl undo --dry-run; echo == wanted; wlanctl undo "
+                                  "--secrets");
+  EXPECT_THAT(result.out.substr(0, result.out.find("== wanted")), Not(HasSubstr("topsecret")));
+  EXPECT_THAT(behind(result.out, "wanted"), HasSubstr("WPAPSK:1 = sample-passphrase-1  (was topsecret)"));
+}
+
+TEST(Undo, OfARevertBringsBackWhatTheStoreHad) {
+  const Result result = run_story(
+      "wlanctl set 2.4g SSID:1=Kitchen Channel=1 >/dev/null; wlanctl revert 2.4g >/dev/null 2>&1;"
+      "wlanctl undo >/dev/null; wlanctl get 2.4g SSID:1 Channel");
+  EXPECT_EQ("SSID:1   Kitchen\nChannel  1\n", result.out);
+}
+
+TEST(Undo, OfARollBackBringsBackWhatWasRolledBack) {
+  const Result result = run_story(
+      "wlanctl set 2.4g SSID:1=Kitchen >/dev/null; wlanctl apply 2.4g --confirm 600 >/dev/null 2>&1;"
+      "wlanctl rollback >/dev/null; wlanctl undo >/dev/null; wlanctl get 2.4g SSID:1");
+  EXPECT_EQ("Kitchen\n", result.out);
+}
+
+TEST(Undo, OfAnotherSsidCountBringsBackItsSsids) {
+  const Result result = run_story(
+      "wlanctl set 2.4g BssidNum=3 SSID:3=Third EnableSSID:3=1 >/dev/null 2>&1; wlanctl save 2.4g >/dev/null 2>&1;"
+      "wlanctl set 2.4g BssidNum=2 >/dev/null; wlanctl save 2.4g --force >/dev/null 2>&1; wlanctl undo >/dev/null;"
+      "wlanctl get 2.4g BssidNum SSID:3; wlanctl undo 2.4g 1; wlanctl get 2.4g BssidNum SSID:3");
+  EXPECT_THAT(result.out, testing::StartsWith("BssidNum  3\nSSID:3    Third\n"));
+  EXPECT_THAT(result.out, testing::EndsWith("BssidNum  2\nSSID:3    Gateway-3\n"));
+}
+
+TEST(Undo, OfAListBringsAllOfItBack) {
+  const Result result = run_story(
+      "wlanctl get 2.4g AutoChannelSkipList >was 2>/dev/null; wlanctl set 2.4g 'AutoChannelSkipList=1;2;3;4;5' "
+      ">/dev/null "
+      "2>&1;"
+      "wlanctl revert 2.4g >/dev/null 2>&1; wlanctl undo --json; wlanctl undo 2 >/dev/null; wlanctl get 2.4g "
+      "AutoChannelSkipList | cmp - was && echo same");
+  EXPECT_THAT(result.out, HasSubstr("\"after\": \"1;2;3;4;5\""));
+  EXPECT_THAT(result.out, testing::EndsWith("same\n")) << result.err;
+}
+
+TEST(Undo, TakesTheNewestThatIsNotUndoneYet) {
+  const Result result = run_story(
+      "for c in 1 2 3; do wlanctl set 2.4g Channel=$c >/dev/null 2>&1; wlanctl save 2.4g >/dev/null 2>&1; "
+      "done; wlanctl save 2.4g >/dev/null 2>&1; for i in 1 2 3 4; do wlanctl undo; done; wlanctl get 2.4g "
+      "Channel");
+  EXPECT_EQ(
+      "2.4g Channel = 2  (was 3)\n2.4g: entry 3 is undone in the store\n  wlanctl apply 2.4g brings that into force\n"
+      "2.4g Channel = 1  (was 2)\n2.4g: entry 2 is undone in the store\n  wlanctl apply 2.4g brings that into force\n"
+      "2.4g Channel = 6  (was 1)\n2.4g: entry 1 is undone in the store\n  wlanctl apply 2.4g brings that into "
+      "force\n6\n",
+      result.out);
+  EXPECT_EQ("wlanctl: there is nothing to undo; wlanctl log lists what was done\n",
+            result.err.substr(result.err.rfind("wlanctl: there")));
+}
+
+TEST(Undo, OfABandTakesTheNewestOfIt) {
+  const Result result = run_story(
+      "wlanctl set 2.4g Channel=1 >/dev/null 2>&1; wlanctl save 2.4g >/dev/null 2>&1; wlanctl set 5g "
+      "Channel=40 >/dev/null 2>&1; wlanctl save 5g >/dev/null 2>&1; wlanctl undo 2.4g | head -1; wlanctl "
+      "undo 2.4g; echo $?");
+  EXPECT_EQ("2.4g Channel = 6  (was 1)\n1\n", result.out);
+  EXPECT_THAT(result.err, HasSubstr("there is nothing to undo on 2.4g"));
+}
+
+TEST(Undo, IsUndoneByItsNumber) {
+  const Result result =
+      run_story(kApplied + "wlanctl undo >/dev/null; wlanctl undo 2 >/dev/null; " + kGet +
+                "wlanctl log --json >l.json; wlanctl log show 1 | grep -c undone; wlanctl undo >/dev/null; " + kGet);
+  EXPECT_EQ(std::string(kAfter) + "0\n" + kBefore, result.out) << result.err;
+}
+
+TEST(Undo, IsNotDoneTwice) {
+  const Result result = run_story(kApplied + "wlanctl undo >/dev/null; wlanctl undo 1; echo $?");
+  EXPECT_EQ("1\n", result.out);
+  EXPECT_THAT(result.err, HasSubstr("entry 1 is undone by 2 already; wlanctl undo 2 brings it back"));
+}
+
+TEST(Undo, IsRefusedWhereAValueHasChangedSince) {
+  const Result result =
+      run_story(kApplied +
+                "wlanctl set 2.4g Channel=3 WPAPSK:1=anothersecret >/dev/null; segment 2.4g >before; "
+                "wlanctl undo; echo $?; segment 2.4g | cmp - before && echo untouched; echo == forced; wlanctl undo "
+                "--force | grep Channel; " +
+                kGet);
+  EXPECT_THAT(result.out, testing::StartsWith("1\nuntouched\n"));
+  EXPECT_THAT(result.err,
+              HasSubstr("Channel of 2.4g has changed since: it is \"3\", and entry 1 left \"1\"; --force puts back"));
+  EXPECT_THAT(
+      result.err,
+      HasSubstr("WPAPSK:1 of 2.4g has changed since: it is \"********\", and entry 1 left \"********\", another"));
+  EXPECT_EQ("2.4g Channel = 6  (was 3)\n" + std::string(kBefore), behind(result.out, "forced"));
+}
+
+TEST(Undo, LeavesWhatIsAsBeforeAlready) {
+  const Result result = run_story(
+      "wlanctl set 2.4g Channel=1 SSID:1=Kitchen >/dev/null; wlanctl save 2.4g >/dev/null 2>&1; wlanctl "
+      "set 2.4g Channel=6 >/dev/null; wlanctl undo --json");
+  const Json data = document_in(result.out)["data"];
+  EXPECT_EQ(Json::parse(R"(["Channel"])"), data["already"]);
+  EXPECT_EQ(1u, data["changes"].size());
+}
+
+TEST(Undo, OfWhatIsAsBeforeAlreadySaysSo) {
+  const Result result = run_story(
+      "wlanctl set 2.4g Channel=1 >/dev/null; wlanctl save 2.4g >/dev/null 2>&1; wlanctl set 2.4g "
+      "Channel=6 >/dev/null; wlanctl undo; echo $?; wlanctl undo; echo $?");
+  EXPECT_EQ("2.4g: the store is as before entry 1 already\n0\n1\n", result.out);
+}
+
+// An entry with a change that no setter takes back.
+std::string with_change(const std::string& change) {
+  return "wlanctl set 2.4g Channel=1 >/dev/null; wlanctl save 2.4g >/dev/null 2>&1; cd /etc/Wireless/wlanctl-history;"
+         "sed 1d entry-1 >text; echo '" +
+         change +
+         "' >>text; sum=$(python3 -c '\n"
+         "import sys\nsum = 0xcbf29ce484222325\n"
+         "for byte in open(\"text\", \"rb\").read(): sum = ((sum ^ byte) * 0x100000001b3) % 2**64\nprint(sum)');"
+         "{ echo wlanctl-history 1 $sum; cat text; } >entry-1; rm text; cd - >/dev/null;";
+}
+
+TEST(Undo, SaysWhatItCannotBringBackAndBringsBackNothing) {
+  const struct {
+    const char* change;
+    const char* reason;
+  } kRows[] = {
+      {":RTSThreshold :99999 :2347", "RTSThreshold of 2.4g cannot be brought back to \"99999\": "},
+      {":NoSuchSetting :1 :2",
+       "NoSuchSetting of 2.4g cannot be brought back to \"1\": the library has no setter for it"},
+      {":SSID:9 :a :b", "SSID:9 of 2.4g cannot be brought back to \"a\": the library has no setter for it"},
+  };
+  for (const auto& row : kRows) {
+    const Result result = run_story(with_change(row.change) +
+                                    "wlanctl undo; echo $?; wlanctl get 2.4g Channel; echo == forced;"
+                                    "wlanctl undo --force --json");
+    EXPECT_THAT(result.out, testing::StartsWith("1\n1\n")) << row.change;
+    EXPECT_THAT(result.err, HasSubstr(row.reason));
+    const Json document = document_in(behind(result.out, "forced"));
+    EXPECT_EQ(0, document["exit_code"]);
+    EXPECT_EQ(1u, document["data"]["changes"].size());
+    EXPECT_EQ(1u, document["data"]["left"].size());
+    EXPECT_THAT(document["notes"].dump(), HasSubstr("cannot be brought back"));
+  }
+}
+
+TEST(Undo, DryRunTouchesNothing) {
+  const Result result =
+      run_story(kApplied +
+                "segment 2.4g >before; ls /etc/Wireless/wlanctl-history >files; wlanctl undo --dry-run;"
+                "echo $?; segment 2.4g | cmp - before && ls /etc/Wireless/wlanctl-history | cmp - files && echo same");
+  EXPECT_THAT(result.out, HasSubstr("2.4g Channel = 6  (was 1)\n"));
+  EXPECT_THAT(result.out, HasSubstr("2.4g: this would undo entry 1 in the store; nothing was changed\n0\nsame\n"));
+}
+
+TEST(Undo, TellsWhatAnApplyWillMakeOfIt) {
+  const Result result =
+      run_story(kApplied + "wlanctl undo --dry-run >/dev/null; echo == both >&2; wlanctl undo >/dev/null");
+  EXPECT_THAT(result.err, testing::StartsWith("wlanctl: note: HT_OpMode: an apply will make it 1\n"));
+  EXPECT_THAT(behind(result.err, "both"), HasSubstr("HT_OpMode: an apply will make it 1\n"));
+}
+
+TEST(Undo, DryRunMakesNoStore) {
+  const Result result = run_story(kApplied +
+                                  "simctl power-cut >/dev/null; wlanctl undo --dry-run | tail -1; ipcs -m | grep -c "
+                                  "0x00012345");
+  EXPECT_EQ("2.4g: this would undo entry 1 in the store; nothing was changed\n0\n", result.out) << result.err;
+}
+
+TEST(Undo, ComesAfterTheDecisionOfAnApplyThatWaits) {
+  const Result result = run_story(
+      "wlanctl set 2.4g Channel=1 >/dev/null; wlanctl apply 2.4g --confirm 600 >/dev/null 2>&1; wlanctl "
+      "undo; echo $?; wlanctl confirm >/dev/null; wlanctl undo >/dev/null; echo $?");
+  EXPECT_EQ("1\n0\n", result.out);
+  EXPECT_THAT(result.err, HasSubstr("an apply of 2.4g waits for its confirmation; wlanctl confirm 2.4g keeps it"));
+}
+
+TEST(Undo, ComesAfterTheDecisionOfAnApplyThatABootInterrupted) {
+  const Result result = run_story(
+      "wlanctl set 2.4g Channel=1 >/dev/null; wlanctl apply 2.4g --confirm 600 >/dev/null 2>&1; simctl "
+      "power-cut >/dev/null; wlanctl undo; echo $?");
+  EXPECT_EQ("1\n", result.out);
+  EXPECT_THAT(result.err, HasSubstr("the gateway went down before the apply of 2.4g was confirmed"));
+}
+
+TEST(Undo, WaitsForAnotherOneAndGivesUp) {
+  EXPECT_EQ("4\n", run_story("flock /var/run/wlanctl.lock sh -c 'wlanctl undo --wait 0; echo $?'").out);
+}
+
+TEST(Undo, RefusesWrongWords) {
+  const Result result = run_story(
+      "wlanctl save 2.4g >/dev/null 2>&1; for words in 6g '1 1' '2.4g 5g' 99 '5g 1' 1 0; do wlanctl undo "
+      "$words; echo $?; done; wlanctl undo nonsense --json");
+  EXPECT_EQ("2\n2\n2\n2\n2\n1\n2\n", result.out.substr(0, result.out.find('{')));
+  for (const char* const said :
+       {"\"6g\" is no band and no entry", "there is more than one entry", "there is more than one band",
+        "there is no entry 99", "entry 1 is of 2.4g", "entry 1 changed no setting"}) {
+    EXPECT_THAT(result.err, HasSubstr(said));
+  }
+}
+
+TEST(Undo, WithoutAHistoryHasNothingToUndo) {
+  const Result result = run_story("wlanctl undo; echo $?");
+  EXPECT_EQ("1\n", result.out);
+}
+
+TEST(Undo, IsInTheHistory) {
+  const Result result = run_story(
+      "wlanctl set 2.4g Channel=1 >/dev/null; wlanctl save 2.4g >/dev/null 2>&1; wlanctl undo >/dev/null;"
+      "wlanctl log --json");
+  const Json entries = document_in(result.out)["data"]["entries"];
+  ASSERT_EQ(2u, entries.size());
+  EXPECT_EQ("undo", entries[0]["operation"]);
+  EXPECT_EQ(1, entries[0]["about"]);
+  EXPECT_EQ(2, entries[1]["taken_back_by"]);
+  EXPECT_EQ(Json::parse(R"([{"key":"Channel","index":-1,"from":1,"to":6}])"), entries[0]["changes"]);
+}
+
+}  // namespace
+}  // namespace wlanctl_test

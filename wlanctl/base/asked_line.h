@@ -1,0 +1,17 @@
+// A line that a person types, or a script pipes in.
+#pragma once
+
+#include <cstdio>
+#include <optional>
+#include <string>
+
+namespace wlanctl {
+
+// Without its line end; none at the end of the file.
+std::optional<std::string> first_line(std::FILE* file);
+
+// Of standard input. At a terminal it is asked for, and a passphrase is not to be seen there. None when there is none, or
+// when a signal ends the tool.
+std::optional<std::string> asked_line(const std::string& what, bool unseen_input);
+
+}  // namespace wlanctl

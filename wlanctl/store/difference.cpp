@@ -1,0 +1,97 @@
+#include "wlanctl/store/difference.h"
+
+#include <algorithm>
+#include <map>
+
+#include "wlanctl/base/text.h"
+#include "wlanctl/keys/dat_key.h"
+
+namespace wlanctl {
+namespace {
+
+using Fields = std::vector<std::string>;
+using Values = std::map<std::string, Fields>;
+
+// A setter of a number of the whole band may store it once for each SSID, as one text, which a load of the file splits.
+bool is_number_of_band(const std::string& dat_key) {
+  int index = 0;
+  const Key* const key = find_dat_key(dat_key, &index);
+  return key != nullptr && key->scope == Scope::kBand && key->holds_numbers();
+}
+
+Fields once(const Fields& fields) {
+  const std::vector<std::string> parts = split_at(joined(fields, ";"), ';');
+  const bool is_repeated = std::all_of(parts.begin(), parts.end(), [&](const auto& one) { return one == parts[0]; });
+  return is_repeated && !parts.empty() ? Fields{parts[0]} : fields;
+}
+
+bool is_list(const Fields& fields) {
+  return fields.size() > 1 || (fields.size() == 1 && fields[0].find(';') != std::string::npos);
+}
+
+Values values_of(const std::vector<StoreRecord>& records) {
+  Values values;
+  for (const StoreRecord& record : records) {
+    const bool may_repeat = is_list(record.fields) && is_number_of_band(record.key);
+    values[record.key] = may_repeat ? once(record.fields) : record.fields;
+  }
+  return values;
+}
+
+std::string field_of(const Fields& fields, size_t index) {
+  return index < fields.size() ? fields[index] : std::string();
+}
+
+}  // namespace
+
+std::string Difference::name() const {
+  int index = 0;
+  const Key* const key = find_dat_key(dat_key, &index);
+  if (key != nullptr && index > 0) return std::string(key->name) + ":" + std::to_string(index);
+  const bool per_ssid = key != nullptr ? key->scope == Scope::kSsid : fields > 1;
+  return per_ssid ? dat_key + ":" + std::to_string(field + 1) : dat_key;
+}
+
+size_t ssid_of(const std::string& dat_key, size_t field) {
+  int index = 0;
+  const Key* const key = find_dat_key(dat_key, &index);
+  if (key != nullptr && key->scope == Scope::kLink) return 0;
+  return std::max(field + 1, static_cast<size_t>(std::max(index, 0)));
+}
+
+size_t ssids_in(const std::vector<StoreRecord>& records) {
+  for (const StoreRecord& record : records) {
+    if (record.key != kSsidCount || record.fields.empty()) continue;
+    const int64_t count = number_in(record.fields.front()).value_or(1);
+    return static_cast<size_t>(std::clamp<int64_t>(count, 1, WIFIMGR_FIELDS));
+  }
+  return 1;
+}
+
+std::vector<Difference> differences(const std::vector<StoreRecord>& left, const std::vector<StoreRecord>& right,
+                                    size_t ssids) {
+  std::vector<Difference> found;
+  const auto compare = [&](const std::string& key, const Fields& on_left, const Fields& on_right) {
+    const size_t fields = std::max(on_left.size(), on_right.size());
+    for (size_t i = 0; i < fields; ++i) {
+      std::string one = field_of(on_left, i);
+      std::string other = field_of(on_right, i);
+      if (one == other) continue;
+      if (ssid_of(key, i) > ssids) break;
+      found.push_back({key, i, fields, std::move(one), std::move(other)});
+    }
+  };
+  static const Fields kNone;
+  const Values values = values_of(left);
+  const Values others = values_of(right);
+  for (const auto& [key, fields] : values) {
+    const auto other = others.find(key);
+    compare(key, fields, other == others.end() ? kNone : other->second);
+  }
+  for (const auto& [key, fields] : others) {
+    if (!values.contains(key)) compare(key, kNone, fields);
+  }
+  return found;
+}
+
+}  // namespace wlanctl

@@ -1,0 +1,61 @@
+#include "wlanctl/verbs/apply/apply_text.h"
+
+#include "wlanctl/base/report.h"
+#include "wlanctl/command_line/verb.h"
+
+namespace wlanctl {
+
+bool Job::is_in_force() const {
+  return applied && applied->lacks.empty() && !is_rolled_back && broken_off == BrokenOff::kNo;
+}
+
+bool Job::waits() const {
+  return applied && pending && broken_off == BrokenOff::kNo && !is_rolled_back;
+}
+
+void tell_applied(const Words& words, const Job& job, Report& report) {
+  const std::string label = label_of(job.band);
+  Json entry = {{"band", label}, {"apply", word_for_apply(job.plan.nothing, job.plan.weight)}, {"action", "none"}};
+  Json scripts = Json::array();
+  if (job.plan.nothing) {
+    report.text() << label << ": nothing to apply; the store, the dat file and what is in force agree\n";
+  } else if (job.applied) {
+    const Applied& applied = *job.applied;
+    entry["apply"] = word_for_apply(false, applied.weight);
+    entry["action"] = applied.committed ? "committed" : "saved";
+    if (job.is_rolled_back) entry["action"] = "rolled back";
+    if (job.is_rolled_back || job.broken_off != BrokenOff::kNo) {
+      report.text() << label << (job.is_rolled_back ? ": rolled back" : ": not applied") << "\n";
+    } else if (!applied.lacks.empty()) {
+      report.text() << label << ": applied, but not in force\n";
+    } else {
+      report.text() << label
+                    << (applied.committed ? ": applied; dat file written, interfaces restarted,\n  driver told of "
+                                          : ": applied without a restart, as nothing that needs one differs;\n"
+                                            "  dat file saved, driver told of ")
+                    << applied.scripts.size() << " SSIDs\n";
+    }
+    for (const Script& script : applied.scripts) {
+      scripts.push_back({{"ssid", script.ssid}, {"path", script.path}, {"status", script.status}});
+    }
+    if (applied.weight > 1) {
+      report.note(label + ": the SSID count or hardware NAT changed; a reboot is recommended");
+    }
+  } else {
+    report.text() << label << ": not applied\n";
+  }
+  entry["scripts"] = std::move(scripts);
+  Json lacks = Json::array();
+  if (job.applied) {
+    for (const Lack& lack : job.applied->lacks) lacks.push_back(text_of(lack));
+  }
+  entry["not_in_force"] = std::move(lacks);
+  entry["confirm_within"] = job.waits() ? Json(words.confirm_seconds) : Json();
+  if (job.waits()) {
+    report.text() << "  confirm it within " << words.confirm_seconds << " seconds of its start: wlanctl confirm "
+                  << label << "\n  else the settings before come back\n";
+  }
+  report.data()["bands"].push_back(std::move(entry));
+}
+
+}  // namespace wlanctl

@@ -1,0 +1,100 @@
+// save and revert: the live store into the dat file, and back.
+#include <algorithm>
+#include <utility>
+
+#include "wlanctl/base/report.h"
+#include "wlanctl/command_line/common_words.h"
+#include "wlanctl/confirm/recovery.h"
+#include "wlanctl/files/lock.h"
+#include "wlanctl/history/record.h"
+#include "wlanctl/ssid/unfinished.h"
+#include "wlanctl/store/dat_file.h"
+#include "wlanctl/store/difference.h"
+#include "wlanctl/store/revert.h"
+#include "wlanctl/store/segment.h"
+#include "wlanctl/store/value.h"
+#include "wlanctl/verbs/apply/guarded_save.h"
+#include "wlanctl/verbs/verbs.h"
+
+namespace wlanctl {
+namespace {
+
+int save_band(Band band, bool force, Report& report, Json& saved) {
+  if (!open_band(band, report)) return kNoStore;
+  if (const int code = save_guarded(band, force, report); code != kDone) return code;
+  saved.push_back(label_of(band));
+  report.text() << label_of(band) << ": saved to " << dat_path_of(band) << '\n';
+  return kDone;
+}
+
+int save(const Words& words, Report& report) {
+  const ToolLock lock(report, words.wait_seconds);
+  if (!lock) return lock.exit_code();
+  Json saved = Json::array();
+  int code = kDone;
+  for (const Band band : bands_of(words.band)) code = worse_of(code, save_band(band, words.force, report, saved));
+  report.data() = {{"bands", std::move(saved)}};
+  return code;
+}
+
+Problem unreadable_file(Band band) {
+  return {"cannot read " + dat_path_of(band), "is it there, and readable?", about(band)};
+}
+
+Problem refusal_of(Band band, const Reverted& outcome) {
+  if (outcome.how == Reverting::kUnreadable) return unreadable_file(band);
+  if (outcome.how == Reverting::kNoRoom) {
+    return {std::string("the store of ") + label_of(band) + " cannot take its dat file",
+            "stop the management processes, remove the segment with ipcrm and start them", about(band)};
+  }
+  const size_t others = outcome.missing.size() - 1;
+  return {dat_path_of(band) + " lacks " + outcome.missing.front() +
+              (others == 0 ? "" : " and " + std::to_string(others) + " more keys that the store has"),
+          "was it cut off? wlanctl save " + std::string(label_of(band)) +
+              " --force writes it anew; revert --force reverts to what there is",
+          about(band)};
+}
+
+int revert_band(Band band, bool force, Report& report, Json& reverted) {
+  if (!open_store(band, report, Content::kToCome)) return kNoStore;
+  finish_unfinished(report);
+  const std::vector<wifimgr_attr_record> before = table_of_store(band);
+  const Entry entry =
+      begin_quiet_entry(band, Deed::kRevert, changes_between(before, parse_dat_file(band).value_or(before)), report);
+  const Reverted outcome = revert_store(band, force);
+  if (outcome.how != Reverting::kDone) {
+    report.problem(refusal_of(band, outcome));
+    finish_quiet_entry(entry, outcome.how == Reverting::kUnreadable ? kWrongUsage : kRefused, report);
+    return outcome.how == Reverting::kUnreadable ? kWrongUsage : kRefused;
+  }
+  finish_quiet_entry(entry, kDone, report);
+  const std::vector<StoreRecord> records = records_of(outcome.before);
+  const size_t values = differences(records, records_of(outcome.file), ssids_in(records)).size();
+  reverted.push_back({{"band", label_of(band)}, {"values", values}});
+  report.text() << label_of(band) << ": " << count_of(values, "value") << " put back to the dat file's\n";
+  return kDone;
+}
+
+int revert(const Words& words, Report& report) {
+  const ToolLock lock(report, words.wait_seconds);
+  if (!lock) return lock.exit_code();
+  Json reverted = Json::array();
+  int code = kDone;
+  for (const Band band : bands_of(words.band)) code = worse_of(code, revert_band(band, words.force, report, reverted));
+  report.data() = {{"bands", std::move(reverted)}};
+  return code;
+}
+
+constexpr Word kSaveWords[] = {
+    word::kBand, {"--force", &Words::force, "Also where something of the dat file is lost"}, word::kWait};
+constexpr Word kRevertWords[] = {
+    word::kBand, {"--force", &Words::force, "Also to a dat file that lacks keys of the store"}, word::kWait};
+
+}  // namespace
+
+const Verb kSave = {"save", "Write the live store to the dat file, no more",
+                    "Examples:\n  wlanctl save\n  wlanctl save 5g", kSaveWords, save};
+const Verb kRevert = {"revert", "Put the live store back to what the dat file says", "Examples:\n  wlanctl revert 2.4g",
+                      kRevertWords, revert};
+
+}  // namespace wlanctl
