@@ -57,7 +57,7 @@ unsigned Pending::seconds_left() const {
 std::optional<Pending> prepare_pending(Band band, Report& report) {
   std::optional<std::string> dat = read_bytes(dat_path_of(band));
   if (!dat) {
-    report.problem({"cannot read " + dat_path_of(band) + ", which is to come back without a confirmation",
+    report.problem({unreadable_dat_file(band) + "; it is to come back without a confirmation",
                     "is it there, and readable?", about(band)});
     return std::nullopt;
   }

@@ -13,6 +13,7 @@
 #include "wlanctl/apply/run.h"
 #include "wlanctl/base/report.h"
 #include "wlanctl/files/bytes.h"
+#include "wlanctl/files/plain_file.h"
 #include "wlanctl/keys/dat_key.h"
 #include "wlanctl/library/command.h"
 #include "wlanctl/store/dat_file.h"
@@ -43,10 +44,13 @@ bool fill_store(Band band, const std::vector<wifimgr_attr_record>& settings) {
 }  // namespace
 
 bool restore_dat_file(Band band, const std::string& bytes, Report& report) {
-  const int file = open(dat_path_of(band).c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
+  const int file = open_plain_file(dat_path_of(band), O_WRONLY | O_CREAT | O_TRUNC, 0644);
   if (file >= 0 && finish_file(file, bytes)) return true;
-  report.problem({"cannot put " + dat_path_of(band) + " back: " + std::strerror(errno),
-                  "make room, or make it writable", about(band)});
+  const int error = errno;
+  const std::string reason = reason_against_dat_file(band);
+  report.problem(
+      {"cannot put " + dat_path_of(band) + " back" + (reason.empty() ? because(std::strerror(error)) : reason),
+       "make room, or make it writable", about(band)});
   return false;
 }
 

@@ -8,10 +8,12 @@
 
 #include <cerrno>
 #include <cstdio>
-#include <cstdlib>
+#include <utility>
 #include <vector>
 
 #include "wlanctl/base/signal_hold.h"
+#include "wlanctl/base/text.h"
+#include "wlanctl/files/input.h"
 
 namespace wlanctl {
 namespace {
@@ -33,16 +35,29 @@ std::optional<int> parse_index(const std::string& text, const Key& key) {
   return text[0] - '0';
 }
 
-std::optional<std::string> first_line(std::FILE* file) {
-  char* text = nullptr;
-  size_t room = 0;
-  const ssize_t length = getline(&text, &room, file);
-  std::string line(text == nullptr ? "" : text, length > 0 ? static_cast<size_t>(length) : 0);
-  std::free(text);
-  if (length < 0) return std::nullopt;
-  if (!line.empty() && line.back() == '\n') line.pop_back();
-  if (!line.empty() && line.back() == '\r') line.pop_back();
+std::string without_end(std::string line) {
+  for (const char end : {'\n', '\r'}) {
+    if (line.ends_with(end)) line.pop_back();
+  }
   return line;
+}
+
+// A device without an end does not fill the memory: no value is as long as that.
+std::optional<std::string> first_line(std::FILE* file) {
+  constexpr size_t kMost = 65536;
+  std::string line;
+  int c = 0;
+  while (line.size() < kMost && (c = std::getc(file)) != EOF) {
+    line += static_cast<char>(c);
+    if (c == '\n') break;
+  }
+  if (line.empty()) return std::nullopt;
+  return without_end(std::move(line));
+}
+
+std::optional<std::string> first_line_of(const Input& input) {
+  if (!input.bytes || input.bytes->empty()) return std::nullopt;
+  return without_end(input.bytes->substr(0, input.bytes->find('\n')));
 }
 
 // Those on hold that end the tool once they are let through: its caller may have had them ignored.
@@ -173,13 +188,12 @@ std::optional<Assignment> parse_assignment(const std::string& text, Band band, b
 std::optional<Assignment> parse_file_assignment(const std::string& text, Band band, Report& report) {
   std::optional<Assignment> assignment = split(text, band, report);
   if (!assignment) return std::nullopt;
-  std::FILE* const file = std::fopen(assignment->value.c_str(), "re");
-  const std::optional<std::string> line = file != nullptr ? first_line(file) : std::nullopt;
-  if (file != nullptr) (void)std::fclose(file);
+  const Input input = read_input(assignment->value, Until::kLineEnd);
+  const std::optional<std::string> line = first_line_of(input);
   if (!line) {
     // A passphrase in the place of its file is not repeated.
     const std::string place = assignment->target.key->secret ? "the file" : assignment->value;
-    report.problem({"cannot read a value for " + assignment->target.name() + " from " + place,
+    report.problem({"cannot read a value for " + assignment->target.name() + " from " + place + because(input.reason),
                     "is the file there, and does it have a line?", about_key(assignment->target.name(), band)});
     return std::nullopt;
   }

@@ -96,7 +96,7 @@ size_t shown_ssids(Band band) {
 }
 
 Problem unreadable_file(Band band) {
-  return {"cannot read " + dat_path_of(band), "is it there, and readable?", about(band)};
+  return {unreadable_dat_file(band), "is it there, and readable?", about(band)};
 }
 
 // "  NAME  LEFT -> RIGHT" for each; two long values do not fit beside each other, and stand below each other.

@@ -1,12 +1,15 @@
 // calibration: a radio's calibration image, between flash and the file that the driver loads.
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 
 #include "wifimgr_lib.h"
 #include "wlanctl/base/report.h"
 #include "wlanctl/command_line/common_words.h"
 #include "wlanctl/files/lock.h"
+#include "wlanctl/files/plain_file.h"
 #include "wlanctl/library/query.h"
 #include "wlanctl/library/shell.h"
 #include "wlanctl/verbs/verbs.h"
@@ -42,17 +45,40 @@ Json about_image(Band band) {
   return {{"band", label_of(band)}, {"file", places_of(band).image}};
 }
 
+// A pipe in the place of one of the files would be waited for, and an image that another call has left would pass for
+// what flash has.
+bool are_files(Band band, Report& report) {
+  const Places& places = places_of(band);
+  if (unlink(places.temporary) != 0 && errno != ENOENT) {
+    const std::string reason = std::strerror(errno);
+    report.problem({std::string(places.temporary) + " cannot be removed: " + reason,
+                    "move it away, and try again",
+                    {{"band", label_of(band)}, {"file", places.temporary}, {"reason", reason}}});
+  }
+  if (access(places.image, F_OK) == 0) {
+    if (const std::string reason = reason_against_file(places.image); !reason.empty()) {
+      report.problem({std::string(places.image) + " cannot be used: " + reason,
+                      "move it away, and try again",
+                      {{"band", label_of(band)}, {"file", places.image}, {"reason", reason}}});
+    }
+  }
+  return !report.has_problems();
+}
+
 int read(const Words& words, Report& report) {
   const Band band = *parse_band(words.band);
   const ToolLock lock(report, words.wait_seconds);
   if (!lock) return lock.exit_code();
+  report.data() = {{"band", label_of(band)}, {"file", places_of(band).image}, {"taken", false}, {"chip", Json()}};
+  if (!are_files(band, report)) return kRefused;
   std::string said;
+  clear_shell_status();
   const bool done = call_quietly([&] { return wifimgr_lib_get_wifi_calibration(number_of(band)) == 0; }, &said);
   // The library keeps the driver's file without a failure when the image is another chip's, which it says, and when
   // there is no image, which leaves the file that it passes through.
   const bool is_foreign = said.find("use default ") != std::string::npos;
   const bool is_missing = access(places_of(band).temporary, F_OK) == 0;
-  const bool is_taken = done && !is_foreign && !is_missing;
+  const bool is_taken = done && !is_foreign && !is_missing && last_shell_status() == 0;
   const std::optional<std::string> chip = chip_of_image(band);
   report.data() = {
       {"band", label_of(band)}, {"file", places_of(band).image}, {"taken", is_taken}, {"chip", json_or_null(chip)}};
@@ -68,8 +94,13 @@ int read(const Words& words, Report& report) {
                     "flash the band's own image", std::move(details)});
     return kRefused;
   }
-  report.problem({std::string(label_of(band)) + ": flash gave no image" + because(said),
-                  "is this the gateway, and are you root?", std::move(details)});
+  const bool is_lost = done && !is_missing;
+  report.problem({std::string(label_of(band)) +
+                      (is_lost ? std::string(": the image was not copied to ") + places_of(band).image
+                               : std::string(": flash gave no image")) +
+                      because(said),
+                  is_lost ? "is there room? try again before the next boot" : "is this the gateway, and are you root?",
+                  std::move(details)});
   return kNoAnswer;
 }
 
