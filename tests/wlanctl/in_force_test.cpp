@@ -46,6 +46,28 @@ INSTANTIATE_TEST_SUITE_P(
         Fault{"Driver", "simctl fail channel EIO ra0 >/dev/null", "the driver of 2.4g does not tell its channel"}),
     [](const auto& one) { return std::string(one.param.name); });
 
+TEST(InForce, WhatIsNotSoIsWhatAnApplyWouldBeRunFor) {
+  const Result result =
+      run_story(kChange +
+                "simctl fail ifconfig exit=1 ra0 up 1 >/dev/null; wlanctl apply 2.4g >/dev/null 2>&1;"
+                "echo == diff; wlanctl diff 2.4g 2>/dev/null; echo == json; wlanctl diff 2.4g --json;"
+                "echo == dry; wlanctl apply 2.4g --dry-run --json; echo == apply; wlanctl apply 2.4g --json;"
+                "echo == then; wlanctl diff 2.4g; wlanctl apply 2.4g --again --dry-run --json >again.json;"
+                "echo == again; cat again.json");
+  EXPECT_EQ("2.4g: the store is as the dat file; an apply would mean: radio\n", behind(result.out, "diff"));
+  EXPECT_EQ("radio", document_in(behind(result.out, "json"))["data"]["bands"].at(0)["apply"]);
+  for (const char* const run : {"dry", "again"}) {
+    const Json dry = document_in(behind(result.out, run))["data"]["bands"].at(0);
+    EXPECT_EQ("radio", dry["apply"]) << run;
+    EXPECT_EQ("commit", dry["action"]) << run;
+    EXPECT_THAT(dry["commands"].dump(), HasSubstr("ifconfig ra0 up")) << run;
+  }
+  const Json applied = document_in(behind(result.out, "apply"))["data"]["bands"].at(0);
+  EXPECT_EQ("radio", applied["apply"]);
+  EXPECT_EQ("committed", applied["action"]);
+  EXPECT_EQ("2.4g: the store is as the dat file; an apply would mean: nothing\n", behind(result.out, "then"));
+}
+
 TEST(InForceModule, ThatIsMissingIsTold) {
   const Result result = run_story(
       "wlanctl set 2.4g BssidNum=3 >/dev/null; rm /lib/modules/4.4.115/mt7603eap.ko; wlanctl apply 2.4g; code=$?;"

@@ -54,7 +54,7 @@ bool restore_dat_file(Band band, const std::string& bytes, Report& report) {
   return false;
 }
 
-bool roll_back(const Pending& pending, Report& report) {
+bool roll_back(const Pending& pending, TakenFor reason, Report& report) {
   const Band band = pending.band;
   const bool is_open = reopen_if_replaced(band, report);
   // However far the apply came: what is up now is at most the larger of the two.
@@ -81,11 +81,13 @@ bool roll_back(const Pending& pending, Report& report) {
   const bool in_force = applied.has_value();
   if (applied) keep_lacks(band, applied->lacks, report);
   const bool file_is_back = restore_dat_file(band, pending.dat, report);
-  return in_force && file_is_back && keep_applied(band, FileIs::kSettled, report) && remove_pending(band, report);
+  if (!in_force || !file_is_back || !keep_applied(band, FileIs::kSettled, report)) return false;
+  keep_taken_back(pending, reason);
+  return remove_pending(band, report);
 }
 
-bool undo(const Pending& pending, Report& report) {
-  return pending.phase == Phase::kPrepared ? remove_pending(pending.band, report) : roll_back(pending, report);
+bool undo(const Pending& pending, TakenFor reason, Report& report) {
+  return pending.phase == Phase::kPrepared ? remove_pending(pending.band, report) : roll_back(pending, reason, report);
 }
 
 }  // namespace wlanctl

@@ -227,6 +227,10 @@ bool look_at_store(Band band, Report& report) {
   return true;
 }
 
+bool is_store_there(Band band) {
+  return segment_of(band) >= 0 || errno != ENOENT;
+}
+
 bool is_store_open(Band band) {
   return address_of(band) != nullptr;
 }

@@ -21,6 +21,9 @@ enum class Content {
 bool open_store(Band band, Report& report, Content content = Content::kNeeded);
 bool is_store_open(Band band);
 
+// Whether the kernel has one of the band at this moment.
+bool is_store_there(Band band);
+
 // The same for who only looks: where there is no store it is not made, but the dat file is read, with a note.
 bool look_at_store(Band band, Report& report);
 

@@ -12,6 +12,7 @@
 #include "wlanctl/confirm/outlived.h"
 #include "wlanctl/confirm/pending.h"
 #include "wlanctl/confirm/recovery.h"
+#include "wlanctl/confirm/taken_back.h"
 #include "wlanctl/files/lock.h"
 #include "wlanctl/keys/dat_key.h"
 #include "wlanctl/keys/json_value.h"
@@ -167,14 +168,14 @@ int diff_band(Band band, const Words& words, Report& report, Json& bands) {
   const std::vector<Difference> found = differences(live, values_of(records_of(*parsed)), ssids, words.secrets);
   if (!restore_applied(band, report)) return kWrongUsage;
   note_waiting(band, report);
+  const std::optional<TakenBack> taken = note_taken_back(band, report);
   const Plan plan = plan_apply(band);
   const char* const weight = word_for_apply(plan.nothing, plan.weight);
   if (!is_told(band)) {
     report.note(std::string("the driver did not take all of the last apply of ") + label_of(band) + "; wlanctl apply " +
                 label_of(band) + " tells it again");
   }
-  const std::vector<Lack> lacks = lacks_of(band);
-  complain_of(band, lacks, next_step(band), report);
+  complain_of(band, plan.lacks, next_step(band), report);
   Text& text = report.text();
   text << label_of(band) << ": "
        << (found.empty() ? "the store is as the dat file" : verb_for(found.size()) + " (dat file -> store)")
@@ -197,8 +198,9 @@ int diff_band(Band band, const Words& words, Report& report, Json& bands) {
                    {"changes", std::move(changes)},
                    {"not_in_force", std::move(not_in_force)},
                    {"adjustments", std::move(adjustments)},
-                   {"apply", plan.senseless_count ? Json() : Json(weight)}});
-  if (!plan.senseless_count) return lacks.empty() ? kDone : kNotInForce;
+                   {"apply", plan.senseless_count ? Json() : Json(weight)},
+                   {"taken_back", json_of(taken)}});
+  if (!plan.senseless_count) return plan.lacks.empty() ? kDone : kNotInForce;
   tell_senseless_count(band, *plan.senseless_count, report);
   return kRefused;
 }
@@ -230,6 +232,7 @@ int save_band(Band band, bool force, Report& report, Json& saved) {
     return kRefused;
   }
   if (!keep_applied(band, FileIs::kSettled, report)) return kRefused;
+  forget_taken_back(band);
   saved.push_back(label_of(band));
   report.text() << label_of(band) << ": saved to " << dat_path_of(band) << '\n';
   return kDone;
@@ -261,6 +264,7 @@ Problem refusal_of(Band band, const Reverted& outcome) {
 
 int revert_band(Band band, bool force, Report& report, Json& reverted) {
   if (!open_store(band, report, Content::kToCome)) return kNoStore;
+  (void)note_taken_back(band, report);
   const size_t ssids = shown_ssids(band);
   const Reverted outcome = revert_store(band, force);
   if (outcome.how != Reverting::kDone) {

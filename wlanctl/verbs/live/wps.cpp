@@ -96,8 +96,8 @@ void show_session(Report& report, Band band, const ServedSsid& ssid) {
 }
 
 // 0, or the exit code of what is wrong.
-int open_ssid(const Words& words, Band band, Report& report) {
-  if (!open_band(band, report)) return kNoStore;
+int open_ssid(const Words& words, Band band, bool (*open)(Band, Report&), Report& report) {
+  if (!open(band, report)) return kNoStore;
   if (!has_ssid(band, words.ssid, report)) return kRefused;
   if (link_state(interface_of(band, words.ssid - 1)) != LinkState::kAbsent) return kDone;
   if (is_there(band, report)) {
@@ -117,7 +117,7 @@ int act(const Words& words, Report& report, const char* action, Write write) {
   const Band band = *parse_band(words.band);
   const ToolLock lock(report, words.wait_seconds);
   if (!lock) return lock.exit_code();
-  if (const int failure = open_ssid(words, band, report)) return failure;
+  if (const int failure = open_ssid(words, band, open_band_if_there, report)) return failure;
   if (!is_ready(band, words.ssid, report)) return kRefused;
   const PrivateScript script;
   std::string reason;
@@ -165,7 +165,7 @@ int stop(const Words& words, Report& report) {
 
 int status(const Words& words, Report& report) {
   const Band band = *parse_band(words.band);
-  if (const int failure = open_ssid(words, band, report)) return failure;
+  if (const int failure = open_ssid(words, band, look_at_band, report)) return failure;
   show_session(report, band, served_ssid(band, words.ssid));
   return report.has_problems() ? kNoAnswer : kDone;
 }

@@ -1,4 +1,6 @@
 // keys: every setting with its scope, what it takes and what it means.
+#include <algorithm>
+
 #include "wlanctl/base/report.h"
 #include "wlanctl/base/terminal.h"
 #include "wlanctl/command_line/common_words.h"
@@ -24,6 +26,18 @@ void print_row(Text& text, const std::string& name, const std::string& scope, co
   }
 }
 
+// Of both bands, where none is named.
+std::vector<std::string> choices_of(const Key& key, const std::optional<Band>& only) {
+  std::vector<std::string> choices;
+  for (const Band band : kBands) {
+    if (!key.is_on(band) || only.value_or(band) != band) continue;
+    for (const std::string& choice : choices_on(key, band)) {
+      if (std::find(choices.begin(), choices.end(), choice) == choices.end()) choices.push_back(choice);
+    }
+  }
+  return choices;
+}
+
 int run(const Words& words, Report& report) {
   Text& text = report.text();
   print_row(text, "KEY", "OF", "ACCEPTS");
@@ -32,7 +46,7 @@ int run(const Words& words, Report& report) {
   for (const Key& key : all_keys()) {
     if (only && !key.is_on(*only)) continue;
     print_row(text, key.name, word_for(key.scope), served_words(key));
-    for (const std::string& line : wrapped(key.meaning, kColumns - kIndentation)) {
+    for (const std::string& line : wrapped(told_meaning(key), kColumns - kIndentation)) {
       text << std::string(kIndentation, ' ') << line << '\n';
     }
     Json bands = Json::array();
@@ -43,8 +57,8 @@ int run(const Words& words, Report& report) {
                     {"scope", word_for(key.scope)},
                     {"bands", std::move(bands)},
                     {"accepted", served_words(key)},
-                    {"choices", choices_of(served(key))},
-                    {"meaning", key.meaning},
+                    {"choices", choices_of(key, only)},
+                    {"meaning", told_meaning(key)},
                     {"secret", key.secret}});
   }
   report.data() = {{"keys", std::move(keys)}};
