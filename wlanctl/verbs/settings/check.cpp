@@ -77,9 +77,11 @@ void check(const std::string& file, const std::string& band_text, Report& report
   const std::string name = printable(file) + (band ? std::string(" (") + label_of(*band) + ")" : "");
   if (findings.empty()) report.text() << name << ": nothing found\n";
   if (const size_t notes = counts[Severity::kNote]; notes > 0) {
-    report.text() << name << ": " << count_of(notes, "line")
-                  << " with values behind the last SSID; a save leaves them\n"
-                  << "  out, and --json lists them\n";
+    for (const std::string& line : wrapped(name + ": " + count_of(notes, "line") + " with values behind the last " +
+                                               "SSID; a save leaves them out, and --json lists them",
+                                           kColumns)) {
+      report.text() << line << '\n';
+    }
   }
   tell_counts(file, counts, report);
   files.push_back(
