@@ -78,6 +78,16 @@ TEST(InForceModule, ThatIsMissingIsTold) {
   EXPECT_THAT(result.err, HasSubstr("ra0 is absent: \"insmod /lib/modules/4.4.115/mt7603eap.ko\" ended with status 1"));
 }
 
+TEST(InForceModule, ThatIsNotLoadedIsBlamedOnItsLoadingNotOnItsRemoval) {
+  const Result result = run_story(
+      "wlanctl set 2.4g BssidNum=3 >/dev/null; simctl fail insmod exit=1 >/dev/null;"
+      "wlanctl apply 2.4g --confirm 60 >/dev/null; echo == after; wlanctl status 2.4g 2>&1 >/dev/null",
+      {"--chips", "7603,7612"});
+  EXPECT_THAT(result.err, HasSubstr("its settings before are back, but not in force either"));
+  EXPECT_THAT(behind(result.out, "after"), HasSubstr("ra0 is absent: \"insmod"));
+  EXPECT_THAT(behind(result.out, "after"), Not(HasSubstr("rmmod")));
+}
+
 TEST(InForceModule, ThatTakesTheOtherBandWithItIsTold) {
   const Result result = run_story("wlanctl set 2.4g BssidNum=3 >/dev/null; wlanctl apply 2.4g; echo == code; echo $?",
                                   {"--chips", "7615"});

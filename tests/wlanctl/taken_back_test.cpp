@@ -74,6 +74,28 @@ TEST(TakenBack, IsNeverTakenForConfirmed) {
   EXPECT_THAT(behind(result.out, "after"), Not(HasSubstr(kTold))) << "who asked knows";
 }
 
+TEST(TakenBack, ByTheConfirmationThatCameTooLateIsNotConfirmedByTheNext) {
+  const Result result = run_story(
+      "wlanctl set 2.4g Channel=1 >/dev/null; wlanctl apply 2.4g --confirm 2 >/dev/null; stop $(guardian);"
+      "until wlanctl status 2>&1 | tr -s '\\n ' ' ' | grep -q 'roll back is due'; do sleep 0.05; done;"
+      "wlanctl confirm; echo $?; wlanctl confirm; echo $?; echo == after; wlanctl diff 2>&1");
+  EXPECT_EQ("1\n1\n", result.out.substr(0, 4));
+  EXPECT_THAT(behind(result.out, "after"), Not(HasSubstr(kTold)));
+}
+
+// For what was applied, and for this only once the old settings are gone.
+TEST(TakenBack, IsKeptThoughThereIsRoomForNothingMore) {
+  const Result result = run_story(
+      "mkdir /mnt/small; mount -t tmpfs -o size=128k x /mnt/small; mkdir /mnt/small/gateway-sim; mount --rbind "
+      "/run/gateway-sim /mnt/small/gateway-sim; mount --rbind /mnt/small /run;" +
+      kTakenBack.substr(0, kTakenBack.find("--confirm 1")) + "--confirm 3 >/dev/null 2>&1;" +
+      "stop $(guardian); size=$(stat -c %s /run/wlanctl-applied-2.4g); rm /run/wlanctl-applied-2.4g; head -c $(((size "
+      "+ 4095) / 4096 * 4096)) /dev/zero >/run/spare; head -c 200k /dev/zero >/run/full 2>/dev/null; rm /run/spare;"
+      "kill -CONT $(guardian); gone 2.4g; no_guardian; wlanctl confirm; echo $?");
+  EXPECT_EQ("1\n", result.out);
+  EXPECT_THAT(result.err, HasSubstr("because nobody confirmed it"));
+}
+
 TEST(TakenBack, InTheMiddleIsSaidWithThatReason) {
   const Result result = run_story(
       "wlanctl set 2.4g SSID:1=Kitchen >/dev/null; killed_at 'after 2 /var/run/wlanctl-pending-2.4g' wlanctl apply "

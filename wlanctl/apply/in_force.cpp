@@ -28,6 +28,7 @@ constexpr int kLinks = 4;
 constexpr char kLanBridge[] = "br-lan";
 constexpr char kBr0[] = "br0";
 constexpr char kLoad[] = "insmod ";
+constexpr char kUnload[] = "rmmod ";
 
 std::string path_of(Band band) {
   return std::string(place::kLacking) + label_of(band);
@@ -100,9 +101,11 @@ bool is_missing(const Wanted& wanted) {
 // An interface that never came, or does not answer: its driver's module may tell why.
 std::string cause_in_modules(const Wanted& wanted) {
   if (wanted.state == State::kDown || (wanted.state == State::kUp && !is_missing(wanted))) return "";
-  for (const Command& command : commands_run()) {
-    const bool is_about_module = command.line.starts_with(kLoad) || command.line.starts_with("rmmod ");
-    if (is_about_module && command.failed()) return account_of(command);
+  // One that was not loaded cannot be removed either, which is no cause.
+  for (const char* const tool : {kLoad, kUnload}) {
+    for (const Command& command : commands_run()) {
+      if (command.line.starts_with(tool) && command.failed()) return account_of(command);
+    }
   }
   return "";
 }

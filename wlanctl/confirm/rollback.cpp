@@ -82,8 +82,11 @@ bool roll_back(const Pending& pending, TakenFor reason, Report& report) {
   if (applied) keep_lacks(band, applied->lacks, report);
   const bool file_is_back = restore_dat_file(band, pending.dat, report);
   if (!in_force || !file_is_back || !keep_applied(band, FileIs::kSettled, report)) return false;
-  keep_taken_back(pending, reason);
-  return remove_pending(band, report);
+  const bool is_kept = keep_taken_back(pending, reason);
+  if (!remove_pending(band, report)) return false;
+  // What is gone has left room.
+  if (!is_kept) (void)keep_taken_back(pending, reason);
+  return true;
 }
 
 bool undo(const Pending& pending, TakenFor reason, Report& report) {

@@ -40,13 +40,13 @@ std::string path_of(Band band) {
   return std::string(place::kTakenBack) + label_of(band);
 }
 
-void keep(Band band, const TakenBack& taken) {
+bool keep(Band band, const TakenBack& taken) {
   const std::string text = joined({this_boot(), std::to_string(taken.applied_at), std::to_string(taken.taken_back_at),
                                    about(taken.reason).name, taken.is_told ? "told" : "untold"},
                                   " ") +
                            "\n";
   Report unheard;
-  (void)write_state_file(path_of(band), kFormat, kVersion, text, unheard);
+  return write_state_file(path_of(band), kFormat, kVersion, text, unheard);
 }
 
 std::string time_text(int64_t seconds, const char* format, tm* (*split)(const time_t*, tm*)) {
@@ -67,9 +67,9 @@ TakenFor reason_for(const Pending& pending) {
   return pending.phase == Phase::kWaiting ? TakenFor::kUnconfirmed : TakenFor::kEnded;
 }
 
-void keep_taken_back(const Pending& pending, TakenFor reason) {
+bool keep_taken_back(const Pending& pending, TakenFor reason) {
   const bool is_told = reason != TakenFor::kUnconfirmed && reason != TakenFor::kEnded;
-  keep(pending.band, {pending.applied_at, std::time(nullptr), reason, is_told});
+  return keep(pending.band, {pending.applied_at, std::time(nullptr), reason, is_told});
 }
 
 std::optional<TakenBack> taken_back(Band band) {
@@ -90,7 +90,7 @@ void acknowledge_taken_back(Band band) {
   std::optional<TakenBack> taken = taken_back(band);
   if (!taken || taken->is_told) return;
   taken->is_told = true;
-  keep(band, *taken);
+  (void)keep(band, *taken);
 }
 
 std::string words_of(Band band, const TakenBack& taken) {

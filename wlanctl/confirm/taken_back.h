@@ -33,7 +33,8 @@ struct TakenBack {
 // Why one that is lost is taken back.
 TakenFor reason_for(const Pending& pending);
 
-void keep_taken_back(const Pending& pending, TakenFor reason);
+// False when it cannot be written.
+bool keep_taken_back(const Pending& pending, TakenFor reason);
 
 // Of this boot; none once an apply or a save has come after it.
 std::optional<TakenBack> taken_back(Band band);

@@ -242,6 +242,14 @@ int run_job(const Words& words, Job& job, Report& report) {
   return job.applied->lacks.empty() ? told : kNotInForce;
 }
 
+// "2 SSIDs"; "1 of 2 SSIDs" where a script failed.
+std::string told_ssids(const Applied& applied) {
+  const auto told = std::count_if(applied.scripts.begin(), applied.scripts.end(),
+                                  [](const Script& script) { return script.status == 0; });
+  const std::string all = std::to_string(applied.scripts.size()) + " SSIDs";
+  return told == std::ssize(applied.scripts) ? all : std::to_string(told) + " of " + all;
+}
+
 void tell(const Words& words, const Job& job, Report& report) {
   const std::string label = label_of(job.band);
   Json entry = {{"band", label}, {"apply", word_for_apply(job.plan.nothing, job.plan.weight)}, {"action", "none"}};
@@ -262,7 +270,7 @@ void tell(const Words& words, const Job& job, Report& report) {
                     << (applied.committed ? ": applied; dat file written, interfaces restarted,\n  driver told of "
                                           : ": applied without a restart, as nothing that needs one differs;\n"
                                             "  dat file saved, driver told of ")
-                    << applied.scripts.size() << " SSIDs\n";
+                    << told_ssids(applied) << '\n';
     }
     for (const Script& script : applied.scripts) {
       scripts.push_back({{"ssid", script.ssid}, {"path", script.path}, {"status", script.status}});

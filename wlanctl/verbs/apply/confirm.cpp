@@ -53,6 +53,7 @@ int confirm_band(Band band, bool force, Report& report) {
   if (!is_pending(band) && interrupted(band)) return holds(band, report) ? removed(band, report) : kNotInForce;
   if (!is_pending(band)) {
     report.problem(too_late(band, "it was rolled back"));
+    acknowledge_taken_back(band);
   } else if (!pending) {
     report.note(std::string("what was kept for ") + label_of(band) + " was damaged");
     return removed(band, report);
