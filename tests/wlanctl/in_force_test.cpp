@@ -68,6 +68,32 @@ TEST(InForce, WhatIsNotSoIsWhatAnApplyWouldBeRunFor) {
   EXPECT_EQ("2.4g: the store is as the dat file; an apply would mean: nothing\n", behind(result.out, "then"));
 }
 
+TEST(InForce, WhatSomebodyHasUndoneSinceIsNoted) {
+  const Result result = run_story(
+      "wlanctl apply 2.4g >/dev/null 2>&1; echo == well; wlanctl apply 2.4g 2>&1; ifconfig ra0 down; for verb in apply "
+      "diff; do echo == $verb; wlanctl $verb 2.4g 2>&1 | tr -s '\\n ' ' '; done; echo == again; wlanctl apply 2.4g "
+      "--again "
+      ">/dev/null 2>&1; wlanctl diff 2.4g 2>&1");
+  EXPECT_THAT(behind(result.out, "well"), Not(HasSubstr("ra0")));
+  for (const char* const verb : {"apply", "diff"}) {
+    EXPECT_THAT(
+        behind(result.out, verb),
+        HasSubstr("2.4g: ra0 is down, which the settings want otherwise; wlanctl radio on 2.4g or wlanctl apply "
+                  "2.4g --again brings it back"))
+        << verb;
+  }
+  EXPECT_THAT(behind(result.out, "again"), Not(HasSubstr("ra0")));
+}
+
+TEST(InForce, TheBridgeToTakeAnInterfaceOutOfIsNamed) {
+  const Result result =
+      run_story(kChange +
+                "brctl delif br-lan ra0; brctl addif br0 ra0; wlanctl apply 2.4g 2>wrong; tr -s '\\n ' ' ' "
+                "<wrong; brctl delif br0 ra0; echo == then; wlanctl apply 2.4g >/dev/null; echo $?");
+  EXPECT_THAT(result.out, HasSubstr("brctl delif br0 ra0 takes it out; when that is mended, wlanctl apply 2.4g"));
+  EXPECT_EQ("0\n", behind(result.out, "then"));
+}
+
 TEST(InForceModule, ThatIsMissingIsTold) {
   const Result result = run_story(
       "wlanctl set 2.4g BssidNum=3 >/dev/null; rm /lib/modules/4.4.115/mt7603eap.ko; wlanctl apply 2.4g; code=$?;"

@@ -94,6 +94,13 @@ std::string line_for(const Wanted& wanted) {
   return "ifconfig " + name + " up";
 }
 
+// brctl puts no interface that is in a bridge into another one.
+std::string way_out(const Wanted& wanted) {
+  const std::string bridge = wanted.state == State::kUp ? bridge_of(wanted.subject).value_or("") : "";
+  if (bridge.empty() || wanted.bridge.empty() || bridge == wanted.bridge) return "";
+  return "brctl delif " + bridge + " " + wanted.subject + " takes it out; ";
+}
+
 bool is_missing(const Wanted& wanted) {
   return wanted.state == State::kUp && link_state(wanted.subject) == LinkState::kAbsent;
 }
@@ -257,7 +264,16 @@ void complain_of(Band band, const std::vector<Lack>& lacks, const std::string& n
     const bool is_interface = lack.wanted.state == State::kUp || lack.wanted.state == State::kDown;
     Json details = is_interface ? about(band, lack.wanted.subject) : about(band);
     details["reason"] = lack.cause;
-    report.problem({std::string(label_of(band)) + ": not in force: " + text_of(lack), next, std::move(details)});
+    report.problem({std::string(label_of(band)) + ": not in force: " + text_of(lack),
+                    next.empty() ? next : way_out(lack.wanted) + next, std::move(details)});
+  }
+}
+
+void note_undone(Band band, Report& report) {
+  const std::string label = label_of(band);
+  for (const Lack& lack : look_now(band)) {
+    report.note(label + ": " + lacking(lack.wanted) + ", which the settings want otherwise; wlanctl radio on " + label +
+                " or wlanctl apply " + label + " --again brings it back");
   }
 }
 

@@ -256,6 +256,7 @@ void tell(const Words& words, const Job& job, Report& report) {
   Json scripts = Json::array();
   if (job.plan.nothing) {
     report.text() << label << ": nothing to apply; the store, the dat file and what is in force agree\n";
+    note_undone(job.band, report);
   } else if (job.applied) {
     const Applied& applied = *job.applied;
     entry["apply"] = word_for_apply(false, applied.weight);

@@ -193,7 +193,11 @@ int diff_band(Band band, const Words& words, Report& report, Json& bands) {
   if (!waiting.empty()) text << "  " << verb_for(waiting.size()) << " from what is in force (in force -> store)\n";
   Json not_in_force = tell_changes(waiting, "in_force", text);
   Json adjustments = tell_adjustments(plan.adjustments, words.secrets, text);
-  if (!plan.nothing) note_access_lists(band, report);
+  if (plan.nothing) {
+    note_undone(band, report);
+  } else {
+    note_access_lists(band, report);
+  }
   bands.push_back({{"band", label_of(band)},
                    {"changes", std::move(changes)},
                    {"not_in_force", std::move(not_in_force)},
