@@ -69,15 +69,15 @@ _wlanctl_words() {
       options='--help'
       ;;
     'wps pbc')
-      options='--help --wait=text --json'
+      options='--help --command-timeout=text --wait=text --json'
       arguments='band 1,2,3,4,5,6,7,8'
       ;;
     'wps pin')
-      options='--help --force --wait=text --json'
+      options='--help --force --command-timeout=text --wait=text --json'
       arguments='band 1,2,3,4,5,6,7,8 text'
       ;;
     'wps stop')
-      options='--help --wait=text --json'
+      options='--help --command-timeout=text --wait=text --json'
       arguments='band 1,2,3,4,5,6,7,8'
       ;;
     'wps status')
@@ -109,11 +109,11 @@ _wlanctl_words() {
       options='--help'
       ;;
     'calibration read')
-      options='--help --wait=text --json'
+      options='--help --command-timeout=text --wait=text --json'
       arguments='band'
       ;;
     'calibration write')
-      options='--help --wait=text --yes --json'
+      options='--help --command-timeout=text --wait=text --yes --json'
       arguments='band'
       ;;
     'dump')

@@ -3,13 +3,16 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 
 #include "wifimgr_lib.h"
 #include "wlanctl/base/report.h"
 #include "wlanctl/command_line/common_words.h"
+#include "wlanctl/files/bytes.h"
 #include "wlanctl/files/lock.h"
 #include "wlanctl/files/plain_file.h"
+#include "wlanctl/library/private_script.h"
 #include "wlanctl/library/query.h"
 #include "wlanctl/library/shell.h"
 #include "wlanctl/verbs/verbs.h"
@@ -104,6 +107,26 @@ int read(const Words& words, Report& report) {
   return kNoAnswer;
 }
 
+// Reads flash back as the library would, but to a file of its own: the driver's stays.
+bool is_in_flash(Band band, const std::string& image) {
+  std::string line;
+  {
+    const ShellScope recorder(ShellMode::kRecord);
+    ShellScope::lines().clear();
+    std::string unheard;
+    (void)call_quietly([&] { return wifimgr_lib_get_wifi_calibration(number_of(band)) == 0; }, &unheard);
+    if (!ShellScope::lines().empty()) line = ShellScope::lines().front();
+  }
+  const PrivateScript copy;
+  const size_t at = line.find(places_of(band).temporary);
+  if (at == std::string::npos || copy.path() == nullptr) return false;
+  line.replace(at, std::strlen(places_of(band).temporary), copy.path());
+  std::string unheard;
+  if (!call_quietly([&] { return std::system(line.c_str()) == 0; }, &unheard)) return false;
+  const std::string flash = read_bytes(copy.path()).value_or("");
+  return !flash.empty() && flash.compare(0, image.size(), image, 0, flash.size()) == 0;
+}
+
 int write(const Words& words, Report& report) {
   const Band band = *parse_band(words.band);
   const std::string image = places_of(band).image;
@@ -122,7 +145,10 @@ int write(const Words& words, Report& report) {
   }
   const ToolLock lock(report, words.wait_seconds);
   if (!lock) return lock.exit_code();
+  if (!are_files(band, report)) return kRefused;
+  const std::string bytes = read_bytes(image).value_or("");
   std::string said;
+  clear_shell_status();
   const auto flash = [&] { return wifimgr_lib_set_wifi_calibration(number_of(band)) == 0 && last_shell_status() == 0; };
   if (!call_quietly(flash, &said)) {
     Json details = about_image(band);
@@ -131,13 +157,19 @@ int write(const Words& words, Report& report) {
                     "compare flash with the file before the next boot", std::move(details)});
     return kNoAnswer;
   }
+  if (!is_in_flash(band, bytes)) {
+    report.problem({std::string(label_of(band)) + ": " + image + " was written, but flash does not have it",
+                    "compare flash with the file before the next boot", about_image(band)});
+    return kNoAnswer;
+  }
   report.data()["written"] = true;
   report.text() << label_of(band) << ": " << image << " is in flash, for chip " << *chip << '\n';
   return kDone;
 }
 
-constexpr Word kReadWords[] = {word::kOneBand, word::kWait};
-constexpr Word kWriteWords[] = {word::kOneBand, word::kWait, {"--yes", &Words::yes, "Yes, replace what is in flash"}};
+constexpr Word kReadWords[] = {word::kOneBand, word::kCommandTimeout, word::kWait};
+constexpr Word kWriteWords[] = {
+    word::kOneBand, word::kCommandTimeout, word::kWait, {"--yes", &Words::yes, "Yes, replace what is in flash"}};
 constexpr Verb kRead = {"read", "Copy it from flash to the driver's file",
                         "The driver looks at the file when it is loaded.\n\nExamples:\n  wlanctl calibration read 2.4g",
                         kReadWords, read};
