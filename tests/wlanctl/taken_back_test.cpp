@@ -20,7 +20,8 @@ constexpr char kWords[] =
 
 // Nobody confirms it.
 const std::string kTakenBack =
-    "wlanctl set 2.4g Channel=1 >/dev/null; wlanctl apply 2.4g --confirm 1 >/dev/null 2>&1; gone 2.4g; no_guardian;"
+    "wlanctl set 2.4g Channel=1 >/dev/null; wlanctl apply 2.4g --confirm 600 >/dev/null 2>&1; overdue 2.4g; gone 2.4g;"
+    "no_guardian;"
     "lines() { tr -s '\\n ' ' '; };";
 
 TEST(TakenBack, IsSaidByWhoLooksAndWhoChanges) {
@@ -60,7 +61,7 @@ TEST(TakenBack, IsInTheDocumentsOfStatusAndDiff) {
     const Json document = document_in(behind(result.out, verb));
     const Json& band = document["data"]["bands"].at(0);
     EXPECT_EQ("unconfirmed", band["taken_back"]["reason"]) << verb;
-    EXPECT_LT(band["taken_back"]["applied_at"].get<std::string>(), band["taken_back"]["taken_back_at"]);
+    EXPECT_LE(band["taken_back"]["applied_at"].get<std::string>(), band["taken_back"]["taken_back_at"]);
     EXPECT_EQ(Json(), document["data"]["bands"].at(1)["taken_back"]) << verb;
     EXPECT_THAT(document["notes"].dump(), HasSubstr(kTold)) << verb;
   }
@@ -76,8 +77,8 @@ TEST(TakenBack, IsNeverTakenForConfirmed) {
 
 TEST(TakenBack, ByTheConfirmationThatCameTooLateIsNotConfirmedByTheNext) {
   const Result result = run_story(
-      "wlanctl set 2.4g Channel=1 >/dev/null; wlanctl apply 2.4g --confirm 2 >/dev/null; stop $(guardian);"
-      "until wlanctl status 2>&1 | tr -s '\\n ' ' ' | grep -q 'roll back is due'; do sleep 0.05; done;"
+      "wlanctl set 2.4g Channel=1 >/dev/null; wlanctl apply 2.4g --confirm 600 >/dev/null; stop $(guardian);"
+      "overdue 2.4g;"
       "wlanctl confirm; echo $?; wlanctl confirm; echo $?; echo == after; wlanctl diff 2>&1");
   EXPECT_EQ("1\n1\n", result.out.substr(0, 4));
   EXPECT_THAT(behind(result.out, "after"), Not(HasSubstr(kTold)));
@@ -88,8 +89,9 @@ TEST(TakenBack, IsKeptThoughThereIsRoomForNothingMore) {
   const Result result = run_story(
       "mkdir /mnt/small; mount -t tmpfs -o size=128k x /mnt/small; mkdir /mnt/small/gateway-sim; mount --rbind "
       "/run/gateway-sim /mnt/small/gateway-sim; mount --rbind /mnt/small /run;" +
-      kTakenBack.substr(0, kTakenBack.find("--confirm 1")) + "--confirm 3 >/dev/null 2>&1;" +
-      "stop $(guardian); size=$(stat -c %s /run/wlanctl-applied-2.4g); rm /run/wlanctl-applied-2.4g; head -c $(((size "
+      kTakenBack.substr(0, kTakenBack.find("overdue")) +
+      "stop $(guardian); overdue 2.4g; size=$(stat -c %s /run/wlanctl-applied-2.4g); rm /run/wlanctl-applied-2.4g; "
+      "head -c $(((size "
       "+ 4095) / 4096 * 4096)) /dev/zero >/run/spare; head -c 200k /dev/zero >/run/full 2>/dev/null; rm /run/spare;"
       "kill -CONT $(guardian); gone 2.4g; no_guardian; wlanctl confirm; echo $?");
   EXPECT_EQ("1\n", result.out);
@@ -138,27 +140,29 @@ std::string at_a_terminal(const std::string& inner) {
 }
 
 const std::string kApplyAtTerminal =
-    "wlanctl set 2.4g Channel=1 >/dev/null; wlanctl apply 2.4g --confirm 1 >/dev/null 2>&1 || exit;";
+    "wlanctl set 2.4g Channel=1 >/dev/null; wlanctl apply 2.4g --confirm 600 >/dev/null 2>&1 || exit;";
 
 TEST(ApplyTerminal, IsToldOnceItIsTakenBack) {
-  const Result result = run_story(at_a_terminal(functions() + kApplyAtTerminal + "gone 2.4g; no_guardian") +
-                                  "tr -s '\\r\\n ' ' ' <shown");
+  const Result result =
+      run_story(at_a_terminal(functions() + kApplyAtTerminal + "overdue 2.4g; gone 2.4g; no_guardian") +
+                "tr -s '\\r\\n ' ' ' <shown");
   EXPECT_THAT(result.out, MatchesRegex(".*wlanctl: " + std::string(kWords + 2)));
 }
 
 TEST(ApplyTerminal, ThatTakesNothingHoldsNobodyUp) {
-  const Result result =
-      run_story(at_a_terminal(functions() + kApplyAtTerminal +
-                              "python3 -c 'import termios; termios.tcflow(0, termios.TCOOFF)'; gone 2.4g; no_guardian;"
-                              "python3 -c 'import termios; termios.tcflow(0, termios.TCOON)'") +
-                "wlanctl get 2.4g Channel; grep -c 'taken back' shown");
+  const Result result = run_story(
+      at_a_terminal(
+          functions() + kApplyAtTerminal +
+          "python3 -c 'import termios; termios.tcflow(0, termios.TCOOFF)'; overdue 2.4g; gone 2.4g; no_guardian;"
+          "python3 -c 'import termios; termios.tcflow(0, termios.TCOON)'") +
+      "wlanctl get 2.4g Channel; grep -c 'taken back' shown");
   EXPECT_EQ("6\n0\n", result.out);
 }
 
 TEST(ApplyTerminal, ThatIsBarredToMessagesIsLeftAlone) {
-  const Result result =
-      run_story(at_a_terminal(functions() + kApplyAtTerminal + "chmod u+x $(tty); gone 2.4g; no_guardian") +
-                "grep -c 'taken back' shown");
+  const Result result = run_story(
+      at_a_terminal(functions() + kApplyAtTerminal + "chmod u+x $(tty); overdue 2.4g; gone 2.4g; no_guardian") +
+      "grep -c 'taken back' shown");
   EXPECT_EQ("0\n", result.out);
 }
 
