@@ -10,7 +10,7 @@
 #include <exception>
 
 #include "wlanctl/base/report.h"
-#include "wlanctl/base/similar.h"
+#include "wlanctl/command_line/hint.h"
 #include "wlanctl/command_line/parse.h"
 #include "wlanctl/library/command.h"
 #include "wlanctl/verbs/verbs.h"
@@ -49,17 +49,6 @@ std::string without_values(std::string message, const CommandLine& words) {
   return message;
 }
 
-// The first word, where it is no verb and no option.
-std::string unknown_verb(const CommandLine& words) {
-  const auto is_option = [](const std::string& word) { return word.starts_with('-'); };
-  const auto word = std::find_if_not(words.begin(), words.end(), is_option);
-  if (word == words.end()) return "";
-  for (const Verb* const verb : program().verb.verbs) {
-    if (verb->name == *word) return "";
-  }
-  return word->substr(0, word->find('='));
-}
-
 // What the program says of itself, which is no verb's.
 int tell(const std::string& text, Report& report) {
   report.data() = {{"text", text}};
@@ -67,19 +56,16 @@ int tell(const std::string& text, Report& report) {
   return kDone;
 }
 
-// "do you mean apply? ", where a verb's name is near.
-std::string hint_for(const std::string& word) {
-  for (const Verb* const verb : program().verb.verbs) {
-    if (is_mistyped(verb->name, word)) return std::string("do you mean ") + verb->name + "? ";
-  }
-  return "";
-}
-
 int refuse_usage(const Parsed& parsed, const CommandLine& words, Report& report) {
-  const std::string unknown = unknown_verb(words);
-  report.problem({unknown.empty() ? without_values(parsed.text, words) : "there is no verb \"" + unknown + "\"",
-                  parsed.path.empty() ? hint_for(unknown) + "wlanctl --help lists the verbs"
-                                      : "wlanctl " + parsed.path + " --help shows what it takes"});
+  const UnknownVerb unknown = unknown_verb(program(), words);
+  const std::string path = unknown.word.empty() ? parsed.path : unknown.path;
+  std::string message = without_values(parsed.text, words);
+  if (!unknown.word.empty()) {
+    message = (path.empty() ? "there is no verb \"" : path + " has no verb \"") + unknown.word + "\"";
+  }
+  const std::string hint = unknown.word.empty() ? hint_for_option(program(), words) : unknown.hint;
+  report.problem({message, hint + (path.empty() ? "wlanctl --help lists the verbs"
+                                                : "wlanctl " + path + " --help shows what it takes")});
   return kWrongUsage;
 }
 

@@ -41,6 +41,12 @@ function show(  i) {
   }
   lines = 0
 }
+# The hour is another one each time.
+{
+  while (match($0, /[0-9]+-[0-9]+-[0-9]+ [0-9]+:[0-9]+:[0-9]+/))
+    $0 = substr($0, 1, RSTART - 1) "DATE " (++times % 2 ? "12:00:00" : "12:00:03") substr($0, RSTART + RLENGTH)
+  gsub(/DATE/, "2027-01-31")
+}
 /^    / { list[++lines] = $0; next }
 { show(); print }
 END { show() }'

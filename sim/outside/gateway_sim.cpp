@@ -1,7 +1,9 @@
 // gateway-sim: runs a command inside a simulated home gateway. See --help.
 #include <fcntl.h>
+#include <poll.h>
 #include <signal.h>
 #include <sys/prctl.h>
+#include <sys/signalfd.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <time.h>
@@ -18,6 +20,7 @@
 #include "sim/outside/init.h"
 #include "sim/outside/namespaces.h"
 #include "sim/outside/options.h"
+#include "sim/outside/starter.h"
 #include "sim/radio/boot.h"
 #include "sim/root/gateway_files.h"
 #include "sim/root/proc_overlay.h"
@@ -132,19 +135,29 @@ void take_terminal_back() {
   tcsetpgrp(STDIN_FILENO, getpgrp());
 }
 
-int wait_for(pid_t child) {
+int wait_for(pid_t child, const UniqueFd& starter) {
+  sigset_t mask;
+  sigprocmask(SIG_SETMASK, nullptr, &mask);
+  const UniqueFd signals(signalfd(-1, &mask, SFD_CLOEXEC));
+  if (!signals) fail("wait for signals");
   bool told = false;
+  bool is_watched = static_cast<bool>(starter);
   for (;;) {
-    siginfo_t info = {};
-    sigset_t mask;
-    sigprocmask(SIG_SETMASK, nullptr, &mask);
-    const int number = sigwaitinfo(&mask, &info);
+    pollfd waits[] = {{signals.get(), POLLIN, 0}, {is_watched ? starter.get() : -1, POLLIN, 0}};
+    if (poll(waits, 2, -1) < 0) continue;
+    if (waits[1].revents != 0) {
+      is_watched = false;
+      kill(child, SIGKILL);
+    }
+    signalfd_siginfo info = {};
+    if (waits[0].revents == 0 || read(signals.get(), &info, sizeof info) != sizeof info) continue;
+    const int number = static_cast<int>(info.ssi_signo);
     if (number == SIGCHLD) {
       int status = 0;
       if (waitpid(child, &status, WNOHANG) != child) continue;
       return WIFSIGNALED(status) ? 128 + WTERMSIG(status) : WEXITSTATUS(status);
     }
-    if (number <= 0 || info.si_code == SI_KERNEL) continue;
+    if (info.ssi_code == SI_KERNEL) continue;
     kill(child, told ? SIGKILL : number);
     told = true;
   }
@@ -154,6 +167,7 @@ int run(int argc, char** argv) {
   const Options options = parse_options(argc, argv);
   const Progress progress(options.verbose);
   const Caller caller = identify_caller();
+  const UniqueFd starter = starter_to_watch(options.shell);
   try {
     const Preparation prepared = prepare(options, caller);
     const bool had_terminal = isatty(STDIN_FILENO) != 0 && tcgetpgrp(STDIN_FILENO) == getpgrp();
@@ -171,7 +185,7 @@ int run(int argc, char** argv) {
     }
     close(alive[0]);
     if (write(alive[1], "", 1) != 1) fail("start the simulation");
-    const int status = wait_for(child);
+    const int status = wait_for(child, starter);
     if (had_terminal) take_terminal_back();
     progress.say("ended");
     return status;

@@ -14,7 +14,9 @@ constexpr char kHelp[] =
        gateway-sim [OPTION]... --shell
 
 Runs COMMAND inside a simulated home gateway with two WLAN radios. The gateway
-lives in namespaces of its own and is gone without trace when COMMAND ends.
+lives in namespaces of its own and is gone without trace when COMMAND ends, or
+the process that started gateway-sim; started with setsid or nohup it goes on
+without that one.
 
 Options:
   --chips LIST    the WLAN chips on the PCI bus, separated by commas

@@ -67,6 +67,31 @@ std::vector<pid_t> processes_to_end() {
   return found;
 }
 
+bool is_at_rest(pid_t pid) {
+  const char letter = state_of(pid).letter;
+  return letter == 'T' || letter == 't' || letter == 'Z';
+}
+
+// Stops all of them, those that they start meanwhile too: who ends then, ends unseen by the others. What the kernel does
+// not let be stopped for long is not waited for.
+void freeze_processes() {
+  constexpr timespec kPause = {0, 2000000};
+  constexpr int kTries = 500;
+  // A list may lack what was started while it was made.
+  constexpr int kQuietLists = 2;
+  int quiet = 0;
+  for (int i = 0; i < kTries && quiet < kQuietLists; ++i) {
+    bool is_any_moving = false;
+    for (const pid_t pid : processes_to_end()) {
+      if (is_at_rest(pid)) continue;
+      is_any_moving = true;
+      kill(pid, SIGSTOP);
+    }
+    quiet = is_any_moving ? 0 : quiet + 1;
+    if (is_any_moving) nanosleep(&kPause, nullptr);
+  }
+}
+
 // Waits for their end; tries that are used up end the waiting.
 bool are_gone(int tries) {
   constexpr timespec kPause = {0, 10000000};
@@ -115,6 +140,8 @@ void end_processes(bool with_grace) {
   if (with_grace) {
     for (const pid_t pid : processes_to_end()) kill(pid, SIGTERM);
     if (are_gone(kGraceTries)) return;
+  } else {
+    freeze_processes();
   }
   // Those that they start meanwhile are met in the next round.
   for (int round = 0; round < kMostRounds; ++round) {

@@ -19,7 +19,7 @@ std::vector<pid_t> processes_named(const std::string& name);
 std::vector<pid_t> kill_processes(const std::string& name, int signal_number);
 
 // Ends all processes but process 1, this one and those above it, which look on as from outside. With a moment to end by
-// themselves, or at once.
+// themselves, or at once, so that none of them sees another one end.
 void end_processes(bool with_grace);
 
 }  // namespace gateway::tools

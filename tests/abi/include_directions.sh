@@ -57,7 +57,7 @@ tool='wifimgr_(lib|settings)\.h'
 allow wlanctl/base none wlanctl/base
 allow wlanctl/files "$tool" wlanctl/base wlanctl/files
 allow wlanctl/library "$tool" wlanctl/base wlanctl/files wlanctl/library
-allow wlanctl/keys "$tool" wlanctl/base wlanctl/keys
+allow wlanctl/keys "$tool" wlanctl/base wlanctl/files wlanctl/keys
 allow wlanctl/store "$tool" wlanctl/base wlanctl/files wlanctl/library wlanctl/keys wlanctl/store
 allow wlanctl/check "$tool" wlanctl/base wlanctl/library wlanctl/keys wlanctl/store wlanctl/check
 allow wlanctl/live "$tool" wlanctl/base wlanctl/library wlanctl/store wlanctl/live

@@ -210,6 +210,16 @@ TEST_F(PowerCut, EndsTheProcessesUnasked) {
   EXPECT_EQ(result.out, "137\nls: cannot access '/etc/told': No such file or directory\n0\n");
 }
 
+// One reacts to the other's end, which comes long before its own where processes are ended one after the other.
+TEST_F(PowerCut, LetsNobodySeeTheOthersEnd) {
+  const Result result = run_script(
+      "mkfifo life; sh -c 'exec 3<>life; echo x >held; exec sleep 1000' & until [ -s held ]; do :; done;"
+      "n=0; while [ $n -lt 200 ]; do sleep 1000 & n=$((n + 1)); done;"
+      "sh -c 'exec <life; echo x >there; read line; echo reacted >/etc/reacted' & until [ -s there ]; do :; done;"
+      "simctl power-cut; cat /etc/reacted; pgrep -c sleep");
+  EXPECT_EQ(result.out, "0\n");
+}
+
 TEST_F(PowerCut, LeavesWhatABootWould) {
   const Result result = run_radios(
       "ipcmk -M 4096 >/dev/null; echo x >/tmp/f; echo x >/run/f; echo kept >/etc/kept; ifconfig ra0 down;"

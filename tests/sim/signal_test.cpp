@@ -112,6 +112,42 @@ TEST(Ending, SharedMemoryAndSemaphoresArePrivate) {
   }
 }
 
+// Who starts a simulation by `how`, and is killed. Returns what the simulation has to say then, up to its end.
+std::string said_without_starter(const std::string& how, const std::string& script) {
+  const TestFolder folder;
+  int out[2];
+  EXPECT_EQ(0, pipe2(out, O_CLOEXEC));
+  const pid_t starter = fork();
+  if (starter == 0) {
+    dup2(out[1], STDOUT_FILENO);
+    const std::string line = how + " '" + gateway_sim_program() + "' -- sh -c '" + script + "' 2>/dev/null & wait";
+    if (chdir(folder.path().c_str()) == 0) execl("/bin/sh", "sh", "-c", line.c_str(), nullptr);
+    _exit(202);
+  }
+  close(out[1]);
+  std::string said;
+  char c;
+  while (said.find("ready\n") == std::string::npos && read(out[0], &c, 1) == 1) said += c;
+  kill(starter, SIGKILL);
+  waitpid(starter, nullptr, 0);
+  write_file(folder / "killed", "");
+  while (read(out[0], &c, 1) == 1) said += c;
+  close(out[0]);
+  return said;
+}
+
+constexpr char kSaysMore[] = "echo ready; until [ -e killed ]; do sleep 0.05; done; echo more";
+
+// The end of what it says is the proof.
+TEST(Starter, TakesItsSimulationWithIt) {
+  EXPECT_EQ("ready\n", said_without_starter("", "echo ready; exec sleep 1000"));
+}
+
+TEST(Starter, IsNotNeededWhereItWasSaidSo) {
+  EXPECT_EQ("ready\nmore\n", said_without_starter("setsid", kSaysMore));
+  EXPECT_EQ("ready\nmore\n", said_without_starter("nohup", kSaysMore));
+}
+
 // A terminal with gateway-sim on it.
 class Terminal {
  public:

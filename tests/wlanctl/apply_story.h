@@ -13,6 +13,7 @@ inline constexpr char kDat[] = "/etc/Wireless/RT2860AP/RT2860AP.dat";
 //   commands      the journal's command lines
 //   segment BAND  the bytes of a band's store
 //   gone BAND     waits until the band's apply no longer waits for a confirmation
+//   overdue BAND  makes the time of the band's apply be over
 //   guardian      the process numbers of guardians
 //   stop PID      stops a process, and waits until it is
 //   no_guardian   waits until there is none

@@ -200,8 +200,9 @@ TEST(Apply, SaysWhenTheDriverDoesNotTakeTheScript) {
 TEST(Apply, SaysWhenTheDriverDoesNotTakeOneOfManyLines) {
   const Result result = run_story(
       "simctl fail iwpriv exit=7 call=2 ra0 set 1 >/dev/null; wlanctl set 2.4g HideSSID:1=1 >/dev/null; wlanctl apply "
-      "2.4g >/dev/null; code=$?; echo == code; echo $code; echo == rest; commands | grep -c 'ra0 set "
+      "2.4g; code=$?; echo == code; echo $code; echo == rest; commands | grep -c 'ra0 set "
       "SSID=Gateway-Home'");
+  EXPECT_THAT(result.out, HasSubstr("driver told of 1 of 2 SSIDs\n"));
   EXPECT_EQ("5\n", behind(result.out, "code"));
   EXPECT_EQ("2\n", behind(result.out, "rest"));
   EXPECT_THAT(result.err, HasSubstr("the driver's script of SSID 1 of 2.4g failed, with status 7"));

@@ -105,5 +105,27 @@ TEST(Calibration, WrongWordsAreUsage) {
   }
 }
 
+TEST(CalibrationWrite, ThatFlashDoesNotHaveAfterwardsIsNone) {
+  const std::vector<Result> steps =
+      run_steps({with_image("7915") + "wlanctl calibration read 2.4g; printf x | dd of=" + kImage +
+                     " bs=1 seek=9 conv=notrunc 2>/dev/null; simctl fail mtd exit=0 writeflash",
+                 "wlanctl calibration write 2.4g --yes --json",
+                 "simctl fail none; wlanctl calibration write 2.4g --yes", "ls /tmp | grep -v ^sim_test"});
+  const Json document = document_in(steps[1].out);
+  EXPECT_EQ(5, document["exit_code"]);
+  EXPECT_EQ(false, document["data"]["written"]);
+  EXPECT_THAT(document["problems"][0]["message"].dump(), HasSubstr("was written, but flash does not have it"));
+  EXPECT_EQ(0, steps[2].status) << steps[2].err;
+  EXPECT_EQ("", steps[3].out);
+}
+
+TEST(CalibrationRead, OfWhatAnotherCallHasLeftIsNotTaken) {
+  const std::vector<Result> steps = run_steps({with_image("7915") + "wlanctl calibration read 2.4g; head -c 100 " +
+                                                   kImage + " >/tmp/RT30xxEEPROM.bin; simctl fail mtd exit=1",
+                                               "wlanctl calibration read 2.4g"});
+  EXPECT_EQ(5, steps[1].status);
+  EXPECT_THAT(steps[1].err, HasSubstr("flash gave no image"));
+}
+
 }  // namespace
 }  // namespace wlanctl_test

@@ -339,5 +339,15 @@ TEST(Check, LeavesTheFileAndTheJournalAlone) {
   EXPECT_EQ(steps[0].out, steps[3].out);
 }
 
+TEST(Check, OfTheShippedFilesEndsWellInEightyColumns) {
+  const std::vector<Result> steps = run_steps(
+      {"wlanctl check /etc/Wireless/RT2860AP/RT2860AP.dat", "wlanctl check /etc/Wireless/RT2860AP_AC/RT2860AP.dat"});
+  for (const Result& step : steps) {
+    EXPECT_EQ(0, step.status) << step.out;
+    EXPECT_THAT(lines_of(step.out),
+                testing::Each(testing::ResultOf([](const auto& line) { return line.size(); }, testing::Le(80u))));
+  }
+}
+
 }  // namespace
 }  // namespace wlanctl_test

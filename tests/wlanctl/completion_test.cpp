@@ -15,8 +15,8 @@ std::string installed(const std::string& file) {
   return read_file(source_folder() + "/wlanctl/completion/" + file);
 }
 
-Json keys() {
-  const std::string document = sim_test::shell(std::string("'") + wlanctl_program() + "' keys --json").out;
+Json keys(const std::string& band = "") {
+  const std::string document = sim_test::shell(std::string("'") + wlanctl_program() + "' keys --json " + band).out;
   validate_text(document);
   return document_in(document)["data"]["keys"];
 }
@@ -129,6 +129,14 @@ TEST_P(Tab, CompletesTheSecondAssignmentToo) {
   EXPECT_EQ("set|2.4g|Channel=1|BeaconPeriod=100", typed("wlanctl set 2.4g Channel=1 BeaconP\t100"));
 }
 
+TEST_P(Tab, OffersTheChannelsOfTheBand) {
+  EXPECT_EQ("set|2.4g|" + offers("Channel=", {"1", "10", "11", "12", "13", "14"}),
+            typed("wlanctl set 2.4g Channel=1" + kAll));
+  EXPECT_EQ("set|5g|" + offers("Channel=", {"100", "104", "108", "112", "116", "120", "124", "128", "132", "136",
+                                            "140", "144", "149", "153", "157", "161", "165", "169", "173", "177"}),
+            typed("wlanctl set 5g Channel=1" + kAll));
+}
+
 TEST_P(Tab, OffersStandardInputForASecret) {
   EXPECT_EQ("set|2.4g|WPAPSK:1=-", typed("wlanctl set 2.4g WPAPSK:1=\t"));
 }
@@ -178,15 +186,19 @@ TEST_P(Tab, KnowsTheBandsOfEveryKey) {
 
 TEST_P(Tab, OffersTheValuesOfEveryKeyThatHasFew) {
   Words lines, expected;
-  for (const Json& key : keys()) {
-    if (key["secret"] == true || key["choices"].empty()) continue;
-    const std::string band = key["bands"][0];
-    const std::string target = key["key"].get<std::string>() + (key["scope"] == "band" ? "=" : ":1=");
-    lines.push_back("wlanctl set " + band + " " + target + kAll);
-    // Both shells sort what they offer as texts.
-    Words choices = key["choices"].get<Words>();
-    std::sort(choices.begin(), choices.end());
-    expected.push_back("set|" + band + "|" + offers(target, choices));
+  for (const std::string band : {"2.4g", "5g"}) {
+    for (const Json& key : keys(band)) {
+      // What does not differ by band is tried on one.
+      const bool is_tried =
+          band == "5g" && key["bands"].size() == 2 && key["key"] != "Channel" && key["key"] != "WirelessMode";
+      if (key["secret"] == true || key["choices"].empty() || is_tried) continue;
+      const std::string target = key["key"].get<std::string>() + (key["scope"] == "band" ? "=" : ":1=");
+      lines.push_back("wlanctl set " + band + " " + target + kAll);
+      // Both shells sort what they offer as texts.
+      Words choices = key["choices"].get<Words>();
+      std::sort(choices.begin(), choices.end());
+      expected.push_back("set|" + band + "|" + offers(target, choices));
+    }
   }
   ASSERT_GT(lines.size(), 50u);
   EXPECT_EQ(expected, type(GetParam(), lines));

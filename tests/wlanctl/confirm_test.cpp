@@ -122,11 +122,11 @@ TEST(Confirm, TakesBothBandsOrTheOneThatIsNamed) {
   EXPECT_EQ((Json{"2.4g", "5g"}), document["data"]["bands"]);
 }
 
-TEST(Confirm, IsRefusedWhenNothingWaits) {
-  const Json document = json_of("confirm 5g");
-  EXPECT_EQ(1, document["exit_code"]);
-  EXPECT_EQ(Json::array(), document["data"]["bands"]);
-  EXPECT_THAT(document["problems"].at(0)["message"].dump(), HasSubstr("nothing waits for a confirmation on 5g"));
+TEST(Confirm, OfNothingSaysSo) {
+  const std::vector<Result> steps = run_steps({"wlanctl confirm 5g", "wlanctl confirm 5g --json"});
+  EXPECT_EQ(0, steps[0].status);
+  EXPECT_EQ("nothing waits to be confirmed on 5g\n", steps[0].out);
+  EXPECT_EQ(Json({{"bands", Json::array()}, {"waited", false}}), document_in(steps[1].out)["data"]);
 }
 
 TEST(Confirm, WaitsForAnotherOneAndGivesUp) {

@@ -46,6 +46,54 @@ INSTANTIATE_TEST_SUITE_P(
         Fault{"Driver", "simctl fail channel EIO ra0 >/dev/null", "the driver of 2.4g does not tell its channel"}),
     [](const auto& one) { return std::string(one.param.name); });
 
+TEST(InForce, WhatIsNotSoIsWhatAnApplyWouldBeRunFor) {
+  const Result result =
+      run_story(kChange +
+                "simctl fail ifconfig exit=1 ra0 up 1 >/dev/null; wlanctl apply 2.4g >/dev/null 2>&1;"
+                "echo == diff; wlanctl diff 2.4g 2>/dev/null; echo == json; wlanctl diff 2.4g --json;"
+                "echo == dry; wlanctl apply 2.4g --dry-run --json; echo == apply; wlanctl apply 2.4g --json;"
+                "echo == then; wlanctl diff 2.4g; wlanctl apply 2.4g --again --dry-run --json >again.json;"
+                "echo == again; cat again.json");
+  EXPECT_EQ("2.4g: the store is as the dat file; an apply would mean: radio\n", behind(result.out, "diff"));
+  EXPECT_EQ("radio", document_in(behind(result.out, "json"))["data"]["bands"].at(0)["apply"]);
+  for (const char* const run : {"dry", "again"}) {
+    const Json dry = document_in(behind(result.out, run))["data"]["bands"].at(0);
+    EXPECT_EQ("radio", dry["apply"]) << run;
+    EXPECT_EQ("commit", dry["action"]) << run;
+    EXPECT_THAT(dry["commands"].dump(), HasSubstr("ifconfig ra0 up")) << run;
+  }
+  const Json applied = document_in(behind(result.out, "apply"))["data"]["bands"].at(0);
+  EXPECT_EQ("radio", applied["apply"]);
+  EXPECT_EQ("committed", applied["action"]);
+  EXPECT_EQ("2.4g: the store is as the dat file; an apply would mean: nothing\n", behind(result.out, "then"));
+}
+
+TEST(InForce, WhatSomebodyHasUndoneSinceIsNoted) {
+  const Result result = run_story(
+      "wlanctl apply 2.4g >/dev/null 2>&1; echo == well; wlanctl apply 2.4g 2>&1; ifconfig ra0 down; for verb in apply "
+      "diff; do echo == $verb; wlanctl $verb 2.4g 2>&1 | tr -s '\\n ' ' '; done; echo == again; wlanctl apply 2.4g "
+      "--again "
+      ">/dev/null 2>&1; wlanctl diff 2.4g 2>&1");
+  EXPECT_THAT(behind(result.out, "well"), Not(HasSubstr("ra0")));
+  for (const char* const verb : {"apply", "diff"}) {
+    EXPECT_THAT(
+        behind(result.out, verb),
+        HasSubstr("2.4g: ra0 is down, which the settings want otherwise; wlanctl radio on 2.4g or wlanctl apply "
+                  "2.4g --again brings it back"))
+        << verb;
+  }
+  EXPECT_THAT(behind(result.out, "again"), Not(HasSubstr("ra0")));
+}
+
+TEST(InForce, TheBridgeToTakeAnInterfaceOutOfIsNamed) {
+  const Result result =
+      run_story(kChange +
+                "brctl delif br-lan ra0; brctl addif br0 ra0; wlanctl apply 2.4g 2>wrong; tr -s '\\n ' ' ' "
+                "<wrong; brctl delif br0 ra0; echo == then; wlanctl apply 2.4g >/dev/null; echo $?");
+  EXPECT_THAT(result.out, HasSubstr("brctl delif br0 ra0 takes it out; when that is mended, wlanctl apply 2.4g"));
+  EXPECT_EQ("0\n", behind(result.out, "then"));
+}
+
 TEST(InForceModule, ThatIsMissingIsTold) {
   const Result result = run_story(
       "wlanctl set 2.4g BssidNum=3 >/dev/null; rm /lib/modules/4.4.115/mt7603eap.ko; wlanctl apply 2.4g; code=$?;"
@@ -54,6 +102,16 @@ TEST(InForceModule, ThatIsMissingIsTold) {
   EXPECT_EQ("6\n", behind(result.out, "code"));
   EXPECT_THAT(result.err, HasSubstr("the driver's module mt7603eap is not loaded"));
   EXPECT_THAT(result.err, HasSubstr("ra0 is absent: \"insmod /lib/modules/4.4.115/mt7603eap.ko\" ended with status 1"));
+}
+
+TEST(InForceModule, ThatIsNotLoadedIsBlamedOnItsLoadingNotOnItsRemoval) {
+  const Result result = run_story(
+      "wlanctl set 2.4g BssidNum=3 >/dev/null; simctl fail insmod exit=1 >/dev/null;"
+      "wlanctl apply 2.4g --confirm 60 >/dev/null; echo == after; wlanctl status 2.4g 2>&1 >/dev/null",
+      {"--chips", "7603,7612"});
+  EXPECT_THAT(result.err, HasSubstr("its settings before are back, but not in force either"));
+  EXPECT_THAT(behind(result.out, "after"), HasSubstr("ra0 is absent: \"insmod"));
+  EXPECT_THAT(behind(result.out, "after"), Not(HasSubstr("rmmod")));
 }
 
 TEST(InForceModule, ThatTakesTheOtherBandWithItIsTold) {

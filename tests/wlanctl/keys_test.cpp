@@ -205,6 +205,31 @@ TEST(Keys, OfOneBandLeaveOutTheOthers) {
   EXPECT_THAT(steps[2].out, AllOf(HasSubstr("\nCountryRegion "), HasSubstr("\nCountryRegionABand ")));
 }
 
+Json choices_of(const std::string& words, const std::string& name) {
+  const Json document = json_of(words);
+  for (const Json& key : document["data"]["keys"]) {
+    if (key["key"] == name) return key["choices"];
+  }
+  return {};
+}
+
+TEST(Keys, ListTheChannelsAndModesOfTheBand) {
+  EXPECT_EQ((Json{"0", "1", "2", "3", "4", "5", "6", "7", "8", "9", "10", "11", "12", "13", "14"}),
+            choices_of("keys 2.4g", "Channel"));
+  EXPECT_EQ(29u, choices_of("keys 5g", "Channel").size());
+  EXPECT_EQ(43u, choices_of("keys", "Channel").size()) << "of both bands";
+  EXPECT_EQ((Json{"2", "3", "5", "8", "10", "11", "14", "15", "17"}), choices_of("keys 5g", "WirelessMode"));
+  EXPECT_EQ((Json{"0", "1", "2", "3", "4", "5", "6", "7", "31", "32", "33"}), choices_of("keys", "CountryRegion"));
+  EXPECT_EQ(Json::array(), choices_of("keys", "WscKeyASCII")) << "too many";
+}
+
+TEST(Keys, SayWhoKnowsTheChannelsOfARegion) {
+  const std::string text = run("wlanctl keys | tr -s '\\n ' ' '").out;
+  for (const char* const meaning : {"Channel number; 0 lets the driver choose; which", "Regulatory region; which"}) {
+    EXPECT_THAT(text, HasSubstr(std::string(meaning) + " of the channels a region allows is the driver's to say"));
+  }
+}
+
 TEST(Keys, NeedNoStore) {
   const std::vector<Result> steps =
       run_steps({"rm -r /etc/Wireless; wlanctl keys --json >/dev/null", "wc -l </proc/sysvipc/shm"});

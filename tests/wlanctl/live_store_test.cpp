@@ -12,9 +12,12 @@ namespace {
 using testing::Contains;
 using testing::HasSubstr;
 
+enum class Where { kAsItIs, kMade };
+
 struct Call {
   std::string words;
   int status;
+  Where store = Where::kAsItIs;  // that is not there: it is made by who works on it
 };
 
 // How each verb is called on 5G; a new one must be added. In an order in which each does its work: what was saved is
@@ -23,17 +26,17 @@ const std::vector<Call>& calls() {
   static const std::vector<Call> all = {
       {"show 5g", 0},
       {"get 5g Channel", 0},
-      {"set 5g Channel=40", 0},
+      {"set 5g Channel=40", 0, Where::kMade},
       {"keys 5g", 0},
       {"diff 5g", 0},
-      {"save 5g", 0},
-      {"revert 5g", 0},
+      {"save 5g", 0, Where::kMade},
+      {"revert 5g", 0, Where::kMade},
       {"check /etc/Wireless/RT2860AP_AC/RT2860AP.dat", 0},
       {"apply 5g --dry-run", 0},
-      {"apply 5g", 0},
-      {"confirm 5g", 1},
-      {"set 5g Channel=44", 0},
-      {"apply 5g --confirm 600", 0},
+      {"apply 5g", 0, Where::kMade},
+      {"confirm 5g", 0},
+      {"set 5g Channel=44", 0, Where::kMade},
+      {"apply 5g --confirm 600", 0, Where::kMade},
       {"confirm 5g", 0},
       {"rollback 5g", 1},
       {"status", 0},
@@ -121,6 +124,58 @@ TEST(LiveStore, NoVerbTouchesTheOtherBandsSegmentOrFile) {
     script += "[ \"$(state)\" = \"$before\" ] || { echo " + call.words + "; before=$(state); }\n";
   }
   EXPECT_EQ("SSID1 0 Unsaved\n", run(script + kRelease + "true").out.substr(0, 16));
+}
+
+// Ends with what the kernel has of stores: their keys, sizes and bytes.
+constexpr char kKernelObjects[] =
+    "objects() { awk 'FNR > 1 { print FILENAME, $1, $2, $4 }' /proc/sysvipc/shm; awk 'FNR > 1 { print FILENAME, $1, $2 "
+    "}' "
+    "/proc/sysvipc/sem; }\n";
+
+TEST(LiveStore, ThatIsNotThereIsMadeByWhoWorksOnItAlone) {
+  std::string script = kKernelObjects;
+  for (const Call& call : calls()) {
+    script += "rm -f /run/wlanctl-*; ipcrm --all; timeout 60 wlanctl " + call.words +
+              " >/dev/null 2>&1 </dev/null; [ $? -lt 100 ] || echo ended\n";
+    script += "[ -n \"$(objects)\" ] && made=yes || made=no; [ $made = " +
+              std::string(call.store == Where::kMade ? "yes" : "no") + " ] || echo '" + call.words + "': $made\n";
+  }
+  EXPECT_EQ("", run(script).out);
+}
+
+TEST(LiveStore, ThatIsTooSmallForItsFileIsNeitherMadeAnewNorClearedByAnybody) {
+  std::string script = std::string(kKernelObjects) +
+                       "dat=/etc/Wireless/RT2860AP_AC/RT2860AP.dat; cp $dat whole; grep -E "
+                       "'^(Default|BssidNum|SSID[12]|Channel|EnableSSID)' "
+                       "whole >$dat; library_probe init 1 >/dev/null; cp whole $dat; segment_bytes 0x12346 >full\n";
+  for (const Call& call : calls()) {
+    script += "cp whole $dat; rm -f /run/wlanctl-*; before=$(objects); timeout 60 wlanctl " + call.words +
+              " >/dev/null 2>&1 </dev/null; [ $? -lt 100 ] || echo ended\n[ \"$(objects)\" = \"$before\" ] || echo '" +
+              call.words + "'\n";
+    if (call.store == Where::kAsItIs) script += "segment_bytes 0x12346 | cmp - full || echo '" + call.words + "'\n";
+    script += "segment_bytes 0x12346 >full; grep -aq SSID1 full || echo '" + call.words + "': cleared\n";
+  }
+  EXPECT_EQ("", run(script).out);
+}
+
+TEST(LiveStore, IsMadeByNobodyWithoutADatFile) {
+  std::string script = std::string(kKernelObjects) + "rm /etc/Wireless/RT2860AP_AC/RT2860AP.dat\n";
+  for (const Call& call : calls()) {
+    script += "timeout 60 wlanctl " + call.words + " >/dev/null 2>&1 </dev/null; [ $? -lt 100 ] || echo ended\n[ -z " +
+              "\"$(objects)\" ] || echo '" + call.words + "'\n";
+  }
+  EXPECT_EQ("", run(script).out);
+}
+
+TEST(LiveStore, GetsNoLockFromWhoLooks) {
+  std::string script =
+      std::string(kKernelObjects) + "library_probe init 1 >/dev/null; ipcrm -S 0x12349; before=$(objects)\n";
+  for (const Call& call : calls()) {
+    if (call.store == Where::kMade) continue;
+    script += "timeout 60 wlanctl " + call.words + " >/dev/null 2>&1 </dev/null; [ $? -lt 100 ] || echo ended\n[ " +
+              "\"$(objects)\" = \"$before\" ] || echo '" + call.words + "'\n";
+  }
+  EXPECT_EQ("", run(script).out);
 }
 
 TEST(LiveStore, IsAttachedNotMadeAnew) {

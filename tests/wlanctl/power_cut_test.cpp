@@ -37,7 +37,7 @@ TEST(PowerCut, KeepsWhatIsConfirmedAfterIt) {
   EXPECT_EQ("2.4g: confirmed; the settings stay\n0\nKitchen\nls: cannot access '" + std::string(kKept) +
                 "': No such file or directory\n",
             behind(result.out, "confirm"));
-  EXPECT_EQ("1\n", behind(result.out, "second"));
+  EXPECT_EQ("nothing waits to be confirmed\n0\n", behind(result.out, "second"));
 }
 
 TEST(PowerCut, IsRolledBackWhenAsked) {
@@ -61,7 +61,7 @@ TEST(PowerCut, WithoutAConfirmationToWaitForIsNothing) {
   const Result result = run_story(cut("") +
                                   "wlanctl diff 2.4g 2>&1 | grep 'went down'; echo == confirm; wlanctl "
                                   "confirm; echo $?; wlanctl get 2.4g SSID:1");
-  EXPECT_EQ("1\nKitchen\n", behind(result.out, "confirm"));
+  EXPECT_EQ("nothing waits to be confirmed\n0\nKitchen\n", behind(result.out, "confirm"));
 }
 
 TEST(PowerCut, FindsWhatWasKeptInTheFolderThatWasChosen) {
@@ -74,7 +74,7 @@ TEST(PowerCut, FindsWhatWasKeptInTheFolderThatWasChosen) {
 TEST(PowerCut, FindsNothingWhereNothingIsToBeWritten) {
   const Result result = run_story("export WLANCTL_FOLDER=;" + cut() +
                                   "ls /etc/Wireless | grep before; wlanctl confirm; echo $?; wlanctl get 2.4g SSID:1");
-  EXPECT_EQ("1\nKitchen\n", result.out);
+  EXPECT_EQ("nothing waits to be confirmed\n0\nKitchen\n", result.out);
 }
 
 TEST(PowerCut, BeforeTheDatFileChangesLeavesNothingToDecide) {

@@ -122,6 +122,30 @@ TEST(Text, SaysWhatIsNoVerb) {
   EXPECT_THAT(steps[2].err, testing::Not(HasSubstr("there is no verb")));
 }
 
+TEST(Text, SaysWhatAMistypedWordMayMean) {
+  const std::vector<std::pair<std::string, std::string>> calls = {
+      {"radio onn 2.4g", "radio has no verb \"onn\"; do you mean on? wlanctl radio --help shows what it takes"},
+      {"wps pcb 2.4g 1", "wps has no verb \"pcb\"; do you mean pbc?"},
+      {"trace levle 1", "do you mean level?"},
+      {"calibration red 2.4g", "do you mean read?"},
+      {"apply --dryrun", "do you mean --dry-run? wlanctl apply --help"},
+      {"apply 2.4g --confrm=60", "do you mean --confirm?"},
+      {"status --jsno", "do you mean --json?"},
+  };
+  Words steps;
+  for (const auto& [words, said] : calls) steps.push_back("wlanctl " + words);
+  const std::vector<Result> results = run_steps(steps);
+  for (size_t i = 0; i < calls.size(); ++i) {
+    EXPECT_EQ(2, results[i].status) << calls[i].first;
+    EXPECT_THAT(results[i].err, HasSubstr(calls[i].second));
+  }
+}
+
+TEST(Text, GuessesNothingWhereNothingIsNear) {
+  const std::vector<Result> steps = run_steps({"wlanctl radio sideways 2.4g", "wlanctl status --sideways"});
+  for (const Result& step : steps) EXPECT_THAT(step.err, testing::Not(HasSubstr("do you mean")));
+}
+
 TEST(Json, IsOneDocumentForNoVerb) {
   EXPECT_EQ(2, json_of("")["exit_code"]);
 }

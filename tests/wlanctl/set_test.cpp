@@ -134,7 +134,8 @@ TEST(Set, TakesAValueFromAFile) {
                                "wlanctl get 2.4g SSID:1", "wlanctl set 2.4g --file SSID:1=nowhere"});
   EXPECT_EQ("Kitchen\n", steps[1].out);
   EXPECT_EQ(1, steps[2].status);
-  EXPECT_THAT(steps[2].err, HasSubstr("cannot read a value for SSID:1 from nowhere; is the file there"));
+  EXPECT_THAT(steps[2].err,
+              HasSubstr("cannot read a value for SSID:1 from nowhere: No such file or directory; is the file there"));
 }
 
 TEST(Set, RefusesWhatTheDatFileCannotHoldUnlessForced) {

@@ -35,6 +35,6 @@ endif()
 
 foreach(name apply_killed apply board calibration check completion confirm danger debug diff dry_run edit explain export history
     history_folder history_killed import in_force interrupt keys live_store lock loss man neighbours power_cut recording schema
-    secret set set_from show ssid_move ssid_records ssid stations status three_states undo unlock wps)
+    secret set set_from show ssid_move ssid_records ssid stations status taken_back three_states undo unlock wps wrong_file)
   wifimgr_program_test(wlanctl_test_support ${name}_test wlanctl/${name}_test.cpp)
 endforeach()

@@ -54,6 +54,27 @@ TEST(Wps, StopEndsTheSession) {
   EXPECT_EQ("idle", document["data"]["state_name"]);
 }
 
+TEST(Wps, ADriverThatOnlySaysThatItDidIsNotBelieved) {
+  const std::vector<Result> steps = run_steps({"simctl fail iwpriv exit=0; wlanctl wps pbc 2.4g 1",
+                                               "simctl wps ra0 state 2; wlanctl wps stop 2.4g 1 --json",
+                                               "simctl fail none; wlanctl wps stop 2.4g 1"});
+  EXPECT_EQ(5, steps[0].status);
+  EXPECT_THAT(steps[0].err, HasSubstr("the driver was told to open the session, but WPS of 2.4g SSID 1 is idle"));
+  const Json document = document_in(steps[1].out);
+  EXPECT_EQ(5, document["exit_code"]);
+  EXPECT_EQ(2, document["data"]["state"]);
+  EXPECT_THAT(document["problems"].at(0)["message"].dump(), HasSubstr("told to end the session, but"));
+  EXPECT_EQ(0, steps[2].status) << steps[2].err;
+}
+
+TEST(Wps, ADriversToolThatHangsIsEndedInTime) {
+  const std::vector<Result> steps =
+      run_steps({"simctl fail iwpriv hang; wlanctl wps pbc 2.4g 1 --command-timeout 1",
+                 "simctl fail mtd hang; wlanctl calibration read 2.4g --command-timeout 1"});
+  for (const Result& step : steps) EXPECT_EQ(5, step.status) << step.err;
+  EXPECT_THAT(steps[0].err, HasSubstr("did not end in time"));
+}
+
 TEST(Wps, StatusShowsThePeerAndThePin) {
   const std::vector<Result> results = run_steps(
       {"simctl wps ra1 state 3 peer 02:AA:bb:cc:dd:01; simctl wps ra1 pin 1234; wlanctl wps status 2.4g 2 --json",

@@ -143,8 +143,8 @@ bool restore_applied(Band band, Report& report) {
   if (kept.is_current && adopt_applied(band, kept.text)) return true;
   const auto content = parse_dat_file(band);
   if (!content) {
-    report.problem({"cannot read " + dat_path_of(band) + ", so what is in force is not known",
-                    "is it there, and readable?", about(band)});
+    report.problem(
+        {unreadable_dat_file(band) + "; so what is in force is not known", "is it there, and readable?", about(band)});
     return false;
   }
   // A file that was cut off says nothing of what others may have applied.

@@ -34,7 +34,7 @@ class ProcessState {
 
 }  // namespace
 
-std::optional<DryRun> dry_run(Band band, Report& report) {
+std::optional<DryRun> dry_run(Band band, bool always_commit, Report& report) {
   const ProcessState as_before(band);
   const std::string before = read_bytes(dat_path_of(band)).value_or("");
   const MemoryFile dat(before);
@@ -52,7 +52,7 @@ std::optional<DryRun> dry_run(Band band, Report& report) {
   ShellScope::lines().clear();
 
   make_consistent(band, report);
-  std::optional<Applied> applied = bring_into_force(band, false, report);
+  std::optional<Applied> applied = bring_into_force(band, always_commit, report);
   if (!applied) return std::nullopt;
   return DryRun{std::move(*applied), ShellScope::lines(), changed_lines(lines_of(before), lines_of(dat.text()))};
 }

@@ -18,7 +18,7 @@ struct DryRun {
 };
 
 // restore_applied comes first. The process is afterwards as it was before. None with a problem where the apply would
-// fail.
-std::optional<DryRun> dry_run(Band band, Report& report);
+// fail. `always_commit`: as bring_into_force.
+std::optional<DryRun> dry_run(Band band, bool always_commit, Report& report);
 
 }  // namespace wlanctl

@@ -79,10 +79,10 @@ void print_lines(const std::vector<std::string>& lines, Text& text) {
 
 }  // namespace
 
-bool tell_dry_run(Band band, const Plan& plan, bool secrets, Report& report) {
+bool tell_dry_run(Band band, const Plan& plan, bool always_commit, bool secrets, Report& report) {
   const std::string label = label_of(band);
   std::optional<DryRun> run = DryRun();
-  if (!plan.nothing && !(run = dry_run(band, report))) return false;
+  if (!plan.nothing && !(run = dry_run(band, always_commit, report))) return false;
   const Applied& applied = run->applied;
   if (!secrets) {
     for (LineChange& change : run->dat_changes) change.line = masked_dat_line(change.line);

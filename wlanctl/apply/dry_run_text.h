@@ -8,6 +8,6 @@ namespace wlanctl {
 
 // Adds a band's part to the report, passphrases and keys masked unless `secrets`. False with a problem when the apply
 // would fail.
-bool tell_dry_run(Band band, const Plan& plan, bool secrets, Report& report);
+bool tell_dry_run(Band band, const Plan& plan, bool always_commit, bool secrets, Report& report);
 
 }  // namespace wlanctl

@@ -28,6 +28,7 @@ constexpr int kLinks = 4;
 constexpr char kLanBridge[] = "br-lan";
 constexpr char kBr0[] = "br0";
 constexpr char kLoad[] = "insmod ";
+constexpr char kUnload[] = "rmmod ";
 
 std::string path_of(Band band) {
   return std::string(place::kLacking) + label_of(band);
@@ -93,6 +94,13 @@ std::string line_for(const Wanted& wanted) {
   return "ifconfig " + name + " up";
 }
 
+// brctl puts no interface that is in a bridge into another one.
+std::string way_out(const Wanted& wanted) {
+  const std::string bridge = wanted.state == State::kUp ? bridge_of(wanted.subject).value_or("") : "";
+  if (bridge.empty() || wanted.bridge.empty() || bridge == wanted.bridge) return "";
+  return "brctl delif " + bridge + " " + wanted.subject + " takes it out; ";
+}
+
 bool is_missing(const Wanted& wanted) {
   return wanted.state == State::kUp && link_state(wanted.subject) == LinkState::kAbsent;
 }
@@ -100,9 +108,11 @@ bool is_missing(const Wanted& wanted) {
 // An interface that never came, or does not answer: its driver's module may tell why.
 std::string cause_in_modules(const Wanted& wanted) {
   if (wanted.state == State::kDown || (wanted.state == State::kUp && !is_missing(wanted))) return "";
-  for (const Command& command : commands_run()) {
-    const bool is_about_module = command.line.starts_with(kLoad) || command.line.starts_with("rmmod ");
-    if (is_about_module && command.failed()) return account_of(command);
+  // One that was not loaded cannot be removed either, which is no cause.
+  for (const char* const tool : {kLoad, kUnload}) {
+    for (const Command& command : commands_run()) {
+      if (command.line.starts_with(tool) && command.failed()) return account_of(command);
+    }
   }
   return "";
 }
@@ -254,7 +264,16 @@ void complain_of(Band band, const std::vector<Lack>& lacks, const std::string& n
     const bool is_interface = lack.wanted.state == State::kUp || lack.wanted.state == State::kDown;
     Json details = is_interface ? about(band, lack.wanted.subject) : about(band);
     details["reason"] = lack.cause;
-    report.problem({std::string(label_of(band)) + ": not in force: " + text_of(lack), next, std::move(details)});
+    report.problem({std::string(label_of(band)) + ": not in force: " + text_of(lack),
+                    next.empty() ? next : way_out(lack.wanted) + next, std::move(details)});
+  }
+}
+
+void note_undone(Band band, Report& report) {
+  const std::string label = label_of(band);
+  for (const Lack& lack : look_now(band)) {
+    report.note(label + ": " + lacking(lack.wanted) + ", which the settings want otherwise; wlanctl radio on " + label +
+                " or wlanctl apply " + label + " --again brings it back");
   }
 }
 

@@ -60,6 +60,9 @@ std::string text_of(const Lack& lack);
 // What brings it into force.
 std::string next_step(Band band);
 
+// Notes what no apply has failed to do, but somebody has undone since: an interface that is down though its SSID is on.
+void note_undone(Band band, Report& report);
+
 // What holds at this moment of the settings in the store: enabled interfaces are up, the driver answers.
 std::vector<Lack> look_now(Band band);
 

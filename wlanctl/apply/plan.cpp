@@ -17,6 +17,8 @@
 namespace wlanctl {
 namespace {
 
+constexpr int kRestart = 1;
+
 std::vector<Danger> dangers_of(Band band) {
   std::vector<Danger> dangers;
   const int ssids = ssid_count(band);
@@ -49,6 +51,7 @@ void tell_senseless_count(Band band, const std::string& count, Report& report) {
 
 Plan plan_apply(Band band) {
   Plan plan;
+  plan.lacks = lacks_of(band);
   plan.senseless_count = senseless_count(band);
   if (plan.senseless_count) return plan;
   const std::optional<std::string> live = saved_text(band);
@@ -56,13 +59,14 @@ Plan plan_apply(Band band) {
   const std::optional<std::string> file = parsed ? saved_text(band, *parsed) : std::nullopt;
   const std::optional<std::string> in_force = saved_text(band, settings_in_force(band));
   plan.is_file_in_force = file == in_force;
-  plan.nothing = live && live == file && live == in_force && weigh(band) == 0 && is_told(band);
+  plan.nothing = live && live == file && live == in_force && weigh(band) == 0 && is_told(band) && plan.lacks.empty();
 
   if (!plan.nothing) plan.adjustments = adjustments_of(band);
   const PrivateStore copy(band);
   Report unheard;
   make_consistent(band, unheard);
   plan.weight = plan.nothing ? 0 : weigh(band);
+  if (!plan.lacks.empty()) plan.weight = std::max(plan.weight, kRestart);
   plan.dangers = dangers_of(band);
   plan.text = saved_text(band);
   return plan;

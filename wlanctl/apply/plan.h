@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "wlanctl/apply/adjustment.h"
+#include "wlanctl/apply/in_force.h"
 #include "wlanctl/base/band.h"
 
 namespace wlanctl {
@@ -19,7 +20,8 @@ struct Danger {
 };
 
 struct Plan {
-  bool nothing = false;  // the store, the dat file and what is in force agree, and the driver knows
+  bool nothing = false;     // the store, the dat file and what is in force agree, and driver and kernel know
+  std::vector<Lack> lacks;  // what did not come into force: another apply restarts the interfaces for it
   bool is_file_in_force = true;
   int weight = 0;  // with dependent settings made consistent, as an apply does
   std::vector<Danger> dangers;

@@ -128,6 +128,7 @@ std::optional<Applied> bring_into_force(Band band, bool always_commit, Report& r
   Applied applied;
   applied.weight = weigh(band);
   applied.committed = always_commit || applied.weight != 0;
+  if (applied.committed) applied.weight = std::max(applied.weight, 1);
   ask_for_reload(band);
   const bool is_real = ShellScope::mode() == ShellMode::kRun;
   std::optional<Expectation> expected;

@@ -7,22 +7,30 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdlib>
+#include <utility>
 
 #include "wlanctl/base/signal_hold.h"
 
 namespace wlanctl {
 
-std::optional<std::string> first_line(std::FILE* file) {
-  char* text = nullptr;
-  size_t room = 0;
-  const ssize_t length = getline(&text, &room, file);
-  std::string line(text == nullptr ? "" : text, length > 0 ? static_cast<size_t>(length) : 0);
-  std::free(text);
-  if (length < 0) return std::nullopt;
-  if (!line.empty() && line.back() == '\n') line.pop_back();
-  if (!line.empty() && line.back() == '\r') line.pop_back();
+std::string without_end(std::string line) {
+  for (const char end : {'\n', '\r'}) {
+    if (line.ends_with(end)) line.pop_back();
+  }
   return line;
+}
+
+// A device without an end does not fill the memory: no value is as long as that.
+std::optional<std::string> first_line(std::FILE* file) {
+  constexpr size_t kMost = 65536;
+  std::string line;
+  int c = 0;
+  while (line.size() < kMost && (c = std::getc(file)) != EOF) {
+    line += static_cast<char>(c);
+    if (c == '\n') break;
+  }
+  if (line.empty()) return std::nullopt;
+  return without_end(std::move(line));
 }
 
 namespace {

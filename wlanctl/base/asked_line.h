@@ -7,7 +7,10 @@
 
 namespace wlanctl {
 
-// Without its line end; none at the end of the file.
+// Without "\n" or "\r\n" at its end.
+std::string without_end(std::string line);
+
+// Without its line end, and no longer than any value; none at the end of the file.
 std::optional<std::string> first_line(std::FILE* file);
 
 // Of standard input. At a terminal it is asked for, and a passphrase is not to be seen there. None when there is none, or

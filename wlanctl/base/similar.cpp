@@ -37,4 +37,13 @@ bool is_mistyped(const std::string& word, const std::string& text) {
   return typos_between(word, text) <= kMost;
 }
 
+std::string nearest_of(const std::vector<std::string>& words, const std::string& text) {
+  std::string nearest;
+  for (const std::string& word : words) {
+    if (!is_mistyped(word, text)) continue;
+    if (nearest.empty() || typos_between(word, text) < typos_between(nearest, text)) nearest = word;
+  }
+  return nearest;
+}
+
 }  // namespace wlanctl

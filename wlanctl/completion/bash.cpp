@@ -198,9 +198,11 @@ std::string bash_completion(const VerbWords& program) {
   add_words(program, &text);
   text += kKeys;
   for (const Key& key : all_keys()) {
-    text += std::string(key.name) + " " + word_for(key.scope) + " " + bands_with(key);
-    for (const std::string& offer : offers_of(key)) text += " " + offer;
-    text += '\n';
+    for (const Offer& offer : offers_of(key)) {
+      text += std::string(key.name) + " " + word_for(key.scope) + " " + offer.bands;
+      for (const std::string& value : offer.values) text += " " + value;
+      text += '\n';
+    }
   }
   return text + kEngine;
 }

@@ -1,5 +1,7 @@
 #include "wlanctl/completion/completion.h"
 
+#include <utility>
+
 #include "wlanctl/base/text.h"
 #include "wlanctl/keys/value_rule.h"
 
@@ -17,17 +19,18 @@ std::string shell_quoted(const std::string& text) {
   return quoted + "'";
 }
 
-std::string bands_with(const Key& key) {
-  std::vector<std::string> bands;
+std::vector<Offer> offers_of(const Key& key) {
+  std::vector<Offer> offers;
   for (const Band band : kBands) {
-    if (key.is_on(band)) bands.emplace_back(label_of(band));
+    if (!key.is_on(band)) continue;
+    std::vector<std::string> values = key.secret ? std::vector<std::string>{"-"} : choices_on(key, band);
+    if (!offers.empty() && offers.back().values == values) {
+      offers.back().bands += std::string(",") + label_of(band);
+    } else {
+      offers.push_back({label_of(band), std::move(values)});
+    }
   }
-  return joined(bands, ",");
-}
-
-std::vector<std::string> offers_of(const Key& key) {
-  if (key.secret) return {"-"};
-  return choices_of(served(key));
+  return offers;
 }
 
 }  // namespace wlanctl

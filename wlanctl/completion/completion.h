@@ -16,10 +16,13 @@ std::string zsh_completion(const VerbWords& program);
 // Within single quotes, as both shells read them.
 std::string shell_quoted(const std::string& text);
 
-// "2.4g,5g": where the key is.
-std::string bands_with(const Key& key);
+// The values to offer for a key, and on which bands, "2.4g,5g".
+struct Offer {
+  std::string bands;
+  std::vector<std::string> values;
+};
 
-// The values to offer; a secret is better read from standard input.
-std::vector<std::string> offers_of(const Key& key);
+// One for all bands that have the same ones; a secret is better read from standard input.
+std::vector<Offer> offers_of(const Key& key);
 
 }  // namespace wlanctl

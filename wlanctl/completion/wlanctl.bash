@@ -126,15 +126,15 @@ _wlanctl_words() {
       options='--help'
       ;;
     'wps pbc')
-      options='--help --wait=text --json'
+      options='--help --command-timeout=text --wait=text --json'
       arguments='band 1,2,3,4,5,6,7,8'
       ;;
     'wps pin')
-      options='--help --force --wait=text --json'
+      options='--help --force --command-timeout=text --wait=text --json'
       arguments='band 1,2,3,4,5,6,7,8 text'
       ;;
     'wps stop')
-      options='--help --wait=text --json'
+      options='--help --command-timeout=text --wait=text --json'
       arguments='band 1,2,3,4,5,6,7,8'
       ;;
     'wps status')
@@ -166,11 +166,11 @@ _wlanctl_words() {
       options='--help'
       ;;
     'calibration read')
-      options='--help --wait=text --json'
+      options='--help --command-timeout=text --wait=text --json'
       arguments='band'
       ;;
     'calibration write')
-      options='--help --wait=text --yes --json'
+      options='--help --command-timeout=text --wait=text --yes --json'
       arguments='band'
       ;;
     'dump')
@@ -222,9 +222,10 @@ BSSCwmax band 2.4g,5g
 BSSCwmin band 2.4g,5g
 BssidNum band 2.4g,5g 1 2 3 4 5 6 7 8
 BSSTxop band 2.4g,5g
-Channel band 2.4g,5g
+Channel band 2.4g 0 1 2 3 4 5 6 7 8 9 10 11 12 13 14
+Channel band 5g 0 36 40 44 48 52 56 60 64 100 104 108 112 116 120 124 128 132 136 140 144 149 153 157 161 165 169 173 177
 CountryCode band 2.4g,5g
-CountryRegion band 2.4g
+CountryRegion band 2.4g 0 1 2 3 4 5 6 7 31 32 33
 CountryRegionABand band 5g 0 1 2 3 4 5 6 7 8 9 10 11 12 13 14
 DfsDedicatedZeroWait band 5g 0 1
 DfsZeroWaitDefault band 5g 0 1
@@ -301,7 +302,8 @@ WdsList band 2.4g,5g
 WdsPhyMode band 2.4g,5g
 WHNAT band 2.4g,5g 0 1
 WirelessEvent band 2.4g,5g 0 1
-WirelessMode band 2.4g,5g
+WirelessMode band 2.4g 0 1 3 4 5 6 7 8 9 10 16
+WirelessMode band 5g 2 3 5 8 10 11 14 15 17
 WOEOFF band 2.4g,5g 0 1
 AccessControlList ssid 2.4g,5g
 AccessPolicy ssid 2.4g,5g 0 1 2
@@ -316,7 +318,7 @@ FixedTxMode ssid 2.4g,5g 0 1 2
 FtOtd ssid 2.4g,5g 0 1
 FtSupport ssid 2.4g,5g 0 1
 HideSSID ssid 2.4g,5g 0 1
-HT_MCS ssid 2.4g,5g
+HT_MCS ssid 2.4g,5g 0 1 2 3 4 5 6 7 8 9 10 11 12 13 14 15 32 33
 IEEE8021X ssid 2.4g,5g 0 1
 IgmpSnEnable ssid 2.4g,5g 0 1
 Key1Str ssid 2.4g,5g -

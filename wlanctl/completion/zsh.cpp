@@ -154,10 +154,9 @@ void add_words(const VerbWords& verb, std::string* text) {
   for (const VerbWords& below : verb.verbs) add_words(below, text);
 }
 
-std::string row_of(const Key& key) {
-  const std::string offers = joined(offers_of(key), ",");
-  return std::string(key.name) + " " + word_for(key.scope) + " " + bands_with(key) + " " +
-         (offers.empty() ? "none" : offers) + " " + key.meaning;
+std::string row_of(const Key& key, const Offer& offer) {
+  return std::string(key.name) + " " + word_for(key.scope) + " " + offer.bands + " " +
+         (offer.values.empty() ? "none" : joined(offer.values, ",")) + " " + key.meaning;
 }
 
 }  // namespace
@@ -166,7 +165,9 @@ std::string zsh_completion(const VerbWords& program) {
   std::string text = kHead;
   add_words(program, &text);
   text += kKeys;
-  for (const Key& key : all_keys()) text += "  " + shell_quoted(row_of(key)) + "\n";
+  for (const Key& key : all_keys()) {
+    for (const Offer& offer : offers_of(key)) text += "  " + shell_quoted(row_of(key, offer)) + "\n";
+  }
   return text + kEngine;
 }
 

@@ -19,7 +19,9 @@
 #include "wlanctl/apply/in_force.h"
 #include "wlanctl/base/clock.h"
 #include "wlanctl/base/report.h"
+#include "wlanctl/confirm/apply_terminal.h"
 #include "wlanctl/confirm/rollback.h"
+#include "wlanctl/confirm/taken_back.h"
 #include "wlanctl/files/lock.h"
 #include "wlanctl/files/places.h"
 #include "wlanctl/files/process.h"
@@ -100,7 +102,16 @@ class Watch {
   int clock_;
 };
 
-void watch_over(Band band, int starter, pid_t starting) {
+// What was only prepared is nobody's loss.
+std::string line_for_terminal(const Pending& pending, bool done) {
+  const std::string label = label_of(pending.band);
+  if (pending.phase == Phase::kPrepared) return "";
+  const std::optional<TakenBack> taken = taken_back(pending.band);
+  if (done && taken) return "wlanctl: " + words_of(pending.band, *taken);
+  return "wlanctl: the apply of " + label + " cannot be taken back; wlanctl status " + label + " tells more";
+}
+
+void watch_over(Band band, int starter, pid_t starting, const ApplyTerminal& terminal) {
   Watch watch(starter, starting);
   for (std::optional<Pending> pending; (pending = read_pending(band));) {
     if (pending->is_lost(watch.is_starter_gone())) {
@@ -109,9 +120,10 @@ void watch_over(Band band, int starter, pid_t starting) {
       pending = read_pending(band);
       if (!lock || !pending) return;
       if (pending->is_lost(watch.is_starter_gone())) {
-        const bool done = undo(*pending, By::kGuardian, report);
+        const bool done = undo(*pending, By::kGuardian, reason_for(*pending), report);
         complain_of(band, lacks_of(band), "", report);
         tell_log(band, report, done);
+        terminal.tell(line_for_terminal(*pending, done));
         return;
       }
     }
@@ -120,11 +132,12 @@ void watch_over(Band band, int starter, pid_t starting) {
 }
 
 [[noreturn]] void be_guardian(Band band, const Guard& guard, int ready, int starter, pid_t starting) {
+  const ApplyTerminal terminal;
   leave_terminal_and_files({guard.file(), ready, starter});
   guard.sign();
   (void)write(ready, "", 1);
   close(ready);
-  watch_over(band, starter, starting);
+  watch_over(band, starter, starting, terminal);
   _exit(0);
 }
 

@@ -7,6 +7,7 @@
 
 #include <cerrno>
 #include <cstring>
+#include <ctime>
 #include <vector>
 
 #include "wlanctl/apply/applied_state.h"
@@ -57,13 +58,14 @@ unsigned Pending::seconds_left() const {
 std::optional<Pending> prepare_pending(Band band, Report& report) {
   std::optional<std::string> dat = read_bytes(dat_path_of(band));
   if (!dat) {
-    report.problem({"cannot read " + dat_path_of(band) + ", which is to come back without a confirmation",
+    report.problem({unreadable_dat_file(band) + "; it is to come back without a confirmation",
                     "is it there, and readable?", about(band)});
     return std::nullopt;
   }
   Pending pending;
   pending.band = band;
   pending.boot = this_boot();
+  pending.applied_at = std::time(nullptr);
   pending.applied = applied_text(band);
   pending.dat = std::move(*dat);
   return pending;
@@ -96,17 +98,19 @@ std::optional<Pending> parse_pending(Band band, const std::string& text) {
   const size_t end = text.find('\n');
   if (end == std::string::npos) return std::nullopt;
   const std::vector<std::string> head = words_of(text.substr(0, end));
-  if (head.size() != 5 || head[0] != label_of(band)) return std::nullopt;
+  if (head.size() != 6 || head[0] != label_of(band)) return std::nullopt;
   const std::optional<Phase> phase = parse_phase(head[1]);
   const std::optional<int64_t> deadline = number_in(head[2]);
-  const std::optional<int64_t> applied = number_in(head[4]);
+  const std::optional<int64_t> applied_at = number_in(head[4]);
+  const std::optional<int64_t> applied = number_in(head[5]);
   const auto rest = static_cast<int64_t>(text.size() - end - 1);
-  if (!phase || !deadline || !applied || *applied < 0 || *applied > rest) return std::nullopt;
+  if (!phase || !deadline || !applied_at || !applied || *applied < 0 || *applied > rest) return std::nullopt;
   const size_t begin_of_dat = end + 1 + static_cast<size_t>(*applied);
   return Pending{.band = band,
                  .phase = *phase,
                  .deadline_ms = *deadline,
                  .boot = head[3],
+                 .applied_at = *applied_at,
                  .applied = text.substr(end + 1, static_cast<size_t>(*applied)),
                  .dat = text.substr(begin_of_dat)};
 }
@@ -114,7 +118,7 @@ std::optional<Pending> parse_pending(Band band, const std::string& text) {
 std::string text_of(const Pending& pending) {
   Text text;
   text << label_of(pending.band) << ' ' << kPhases[static_cast<int>(pending.phase)] << ' ' << pending.deadline_ms << ' '
-       << pending.boot << ' ' << pending.applied.size() << '\n'
+       << pending.boot << ' ' << pending.applied_at << ' ' << pending.applied.size() << '\n'
        << pending.applied << pending.dat;
   return text.str();
 }

@@ -23,6 +23,7 @@ struct Pending {
   Phase phase = Phase::kPrepared;
   int64_t deadline_ms = 0;  // on the clock since boot; the apply itself must be done by then, too
   std::string boot;         // which boot that is
+  int64_t applied_at = 0;   // when it began, on the clock on the wall
   std::string applied;      // what was in force, as applied_text
   std::string dat;          // the dat file's bytes
 
@@ -37,7 +38,7 @@ struct Pending {
 std::string text_of(const Pending& pending);
 std::optional<Pending> parse_pending(Band band, const std::string& text);
 inline constexpr char kPendingFormat[] = "wlanctl-pending";
-inline constexpr int kPendingVersion = 2;
+inline constexpr int kPendingVersion = 3;
 
 // With what is in force now; none with a problem when the dat file cannot be read.
 std::optional<Pending> prepare_pending(Band band, Report& report);

@@ -8,6 +8,7 @@
 #include "wlanctl/confirm/outlived.h"
 #include "wlanctl/confirm/pending.h"
 #include "wlanctl/confirm/rollback.h"
+#include "wlanctl/confirm/taken_back.h"
 #include "wlanctl/files/lock.h"
 #include "wlanctl/files/state_file.h"
 #include "wlanctl/ssid/unfinished.h"
@@ -45,7 +46,7 @@ void recover_pending(Band band, Report& report) {
     return;
   }
   if (pending->is_lost(true)) {
-    const bool done = undo(*pending, By::kRecovery, report);
+    const bool done = undo(*pending, By::kRecovery, reason_for(*pending), report);
     const bool was_begun = pending->phase != Phase::kPrepared;
     report.note(apply +
                 (pending->phase == Phase::kWaiting ? " was not confirmed in time and its guardian is gone; "
@@ -94,11 +95,16 @@ bool look_at_band(Band band, Report& report) {
   return true;
 }
 
+bool open_band_if_there(Band band, Report& report) {
+  return is_store_there(band) ? open_band(band, report) : look_at_band(band, report);
+}
+
 bool open_band(Band band, Report& report) {
   if (is_store_open(band)) return true;
   if (!open_store(band, report)) return false;
   finish_storing(report);
   finish_unfinished(report);
+  (void)note_taken_back(band, report);
   recover_pending(band, report);
   return true;
 }

@@ -11,6 +11,9 @@ class Report;
 // apply has lost its guardian, it is rolled back, or gets a new one.
 bool open_band(Band band, Report& report);
 
+// The same for a verb that changes the radio and leaves the store alone: where there is none, the owner is to make it.
+bool open_band_if_there(Band band, Report& report);
+
 // The same for a verb that only looks: makes no store, and tells what is due without doing it.
 bool look_at_band(Band band, Report& report);
 

@@ -15,6 +15,7 @@
 #include "wlanctl/apply/run.h"
 #include "wlanctl/base/report.h"
 #include "wlanctl/files/bytes.h"
+#include "wlanctl/files/plain_file.h"
 #include "wlanctl/history/record.h"
 #include "wlanctl/keys/dat_key.h"
 #include "wlanctl/library/command.h"
@@ -65,17 +66,28 @@ void finish(Entry entry, bool is_done, bool is_in_force, Report& report) {
   finish_entry(std::move(entry), report);
 }
 
+bool end_pending(const Pending& pending, TakenFor reason, Report& report) {
+  const bool is_kept = keep_taken_back(pending, reason);
+  if (!remove_pending(pending.band, report)) return false;
+  // What is gone has left room.
+  if (!is_kept) (void)keep_taken_back(pending, reason);
+  return true;
+}
+
 }  // namespace
 
 bool restore_dat_file(Band band, const std::string& bytes, Report& report) {
-  const int file = open(dat_path_of(band).c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
+  const int file = open_plain_file(dat_path_of(band), O_WRONLY | O_CREAT | O_TRUNC, 0644);
   if (file >= 0 && finish_file(file, bytes)) return true;
-  report.problem({"cannot put " + dat_path_of(band) + " back: " + std::strerror(errno),
-                  "make room, or make it writable", about(band)});
+  const int error = errno;
+  const std::string reason = reason_against_dat_file(band);
+  report.problem(
+      {"cannot put " + dat_path_of(band) + " back" + (reason.empty() ? because(std::strerror(error)) : reason),
+       "make room, or make it writable", about(band)});
   return false;
 }
 
-bool roll_back(const Pending& pending, By by, Report& report) {
+bool roll_back(const Pending& pending, By by, TakenFor reason, Report& report) {
   const Band band = pending.band;
   const bool is_open = reopen_if_replaced(band, report);
   // However far the apply came: what is up now is at most the larger of the two.
@@ -103,14 +115,15 @@ bool roll_back(const Pending& pending, By by, Report& report) {
   const bool in_force = applied.has_value();
   if (applied) keep_lacks(band, applied->lacks, report);
   const bool file_is_back = restore_dat_file(band, pending.dat, report);
-  const bool is_done =
-      in_force && file_is_back && keep_applied(band, FileIs::kSettled, report) && remove_pending(band, report);
+  bool is_done = in_force && file_is_back && keep_applied(band, FileIs::kSettled, report);
+  if (is_done) is_done = end_pending(pending, reason, report);
   finish(std::move(entry), is_done, applied && applied->lacks.empty(), report);
   return is_done;
 }
 
-bool undo(const Pending& pending, By by, Report& report) {
-  return pending.phase == Phase::kPrepared ? remove_pending(pending.band, report) : roll_back(pending, by, report);
+bool undo(const Pending& pending, By by, TakenFor reason, Report& report) {
+  return pending.phase == Phase::kPrepared ? remove_pending(pending.band, report)
+                                           : roll_back(pending, by, reason, report);
 }
 
 }  // namespace wlanctl

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "wlanctl/confirm/pending.h"
+#include "wlanctl/confirm/taken_back.h"
 #include "wlanctl/history/entry.h"
 
 namespace wlanctl {
@@ -9,12 +10,12 @@ namespace wlanctl {
 // Puts the settings back into the store, restarts the interfaces with them, tells the driver, and puts the dat file back
 // as it was; the pending apply is gone then. False with a problem when radio or file cannot be put back: the pending
 // apply stays, and the next wlanctl tries again. A store that cannot take the settings stays as it is, with a problem.
-// What the kernel then says is not in force is kept for lacks_of. The caller holds the tool lock, and the band's store is
-// open. The history gets an entry of it.
-bool roll_back(const Pending& pending, By by, Report& report);
+// What the kernel then says is not in force is kept for lacks_of, and the reason for taken_back; the history gets an
+// entry of it. The caller holds the tool lock, and the band's store is open.
+bool roll_back(const Pending& pending, By by, TakenFor reason, Report& report);
 
 // The same, where anything was begun.
-bool undo(const Pending& pending, By by, Report& report);
+bool undo(const Pending& pending, By by, TakenFor reason, Report& report);
 
 // Puts a dat file back in place: a link or a bound file at its path stays one.
 bool restore_dat_file(Band band, const std::string& bytes, Report& report);

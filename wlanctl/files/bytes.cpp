@@ -5,13 +5,9 @@
 
 #include <cerrno>
 
+#include "wlanctl/files/plain_file.h"
+
 namespace wlanctl {
-namespace {
-
-// Far more than a dat file may have, and what a device without an end is stopped at.
-constexpr size_t kMost = size_t{1} << 20;
-
-}  // namespace
 
 std::optional<std::string> read_open_file(int file) {
   std::string bytes;
@@ -19,7 +15,7 @@ std::optional<std::string> read_open_file(int file) {
   ssize_t got = 0;
   while ((got = read(file, block, sizeof block)) > 0) {
     bytes.append(block, static_cast<size_t>(got));
-    if (bytes.size() <= kMost) continue;
+    if (bytes.size() <= kMostBytes) continue;
     errno = EFBIG;
     return std::nullopt;
   }
@@ -28,7 +24,7 @@ std::optional<std::string> read_open_file(int file) {
 }
 
 std::optional<std::string> read_bytes(const std::string& path) {
-  const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  const int file = open_plain_file(path, O_RDONLY);
   if (file < 0) return std::nullopt;
   std::optional<std::string> bytes = read_open_file(file);
   const int error = errno;

@@ -6,7 +6,7 @@
 
 namespace wlanctl {
 
-// None when it cannot be read, with errno.
+// None when it cannot be read, with errno: when it is no plain file, and when it has no end, too.
 std::optional<std::string> read_bytes(const std::string& path);
 
 // The same of an open file.

@@ -4,6 +4,8 @@
 #include <vector>
 
 #include "wlanctl/base/asked_line.h"
+#include "wlanctl/base/text.h"
+#include "wlanctl/files/input.h"
 
 namespace wlanctl {
 std::string hint_for_key(const std::string& name) {
@@ -23,6 +25,11 @@ int highest_index(const Key& key) {
 std::optional<int> parse_index(const std::string& text, const Key& key) {
   if (text.size() != 1 || text[0] < '1' || text[0] > '0' + highest_index(key)) return std::nullopt;
   return text[0] - '0';
+}
+
+std::optional<std::string> first_line_of(const Input& input) {
+  if (!input.bytes || input.bytes->empty()) return std::nullopt;
+  return without_end(input.bytes->substr(0, input.bytes->find('\n')));
 }
 
 std::optional<Assignment> split(const std::string& text, Band band, Report& report) {
@@ -113,13 +120,12 @@ std::optional<Assignment> parse_assignment(const std::string& text, Band band, b
 std::optional<Assignment> parse_file_assignment(const std::string& text, Band band, Report& report) {
   std::optional<Assignment> assignment = split(text, band, report);
   if (!assignment) return std::nullopt;
-  std::FILE* const file = std::fopen(assignment->value.c_str(), "re");
-  const std::optional<std::string> line = file != nullptr ? first_line(file) : std::nullopt;
-  if (file != nullptr) (void)std::fclose(file);
+  const Input input = read_input(assignment->value, Until::kLineEnd);
+  const std::optional<std::string> line = first_line_of(input);
   if (!line) {
     // A passphrase in the place of its file is not repeated.
     const std::string place = assignment->target.key->secret ? "the file" : assignment->value;
-    report.problem({"cannot read a value for " + assignment->target.name() + " from " + place,
+    report.problem({"cannot read a value for " + assignment->target.name() + " from " + place + because(input.reason),
                     "is the file there, and does it have a line?", about_key(assignment->target.name(), band)});
     return std::nullopt;
   }

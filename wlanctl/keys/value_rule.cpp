@@ -8,12 +8,15 @@
 #include "wifimgr_lib.h"
 #include "wlanctl/base/text.h"
 #include "wlanctl/keys/key.h"
+#include "wlanctl/keys/number_list.h"
 
 namespace wlanctl {
 namespace {
 
 constexpr char kModes[] =
     "OPEN WPAPSK WPA2PSK WPAPSKWPA2PSK WPA3PSK WPA2PSKWPA3PSK WPA WPA2 WPA1WPA2 WPA3 WPA3-192Bit WEP WEPRadius";
+
+constexpr char kChannels[] = "0; 2.4g 1 to 14; 5g 36 to 64, 100 to 144, 149 to 177 in steps of 4";
 
 // Where the library takes any text, or more numbers than there are.
 constexpr struct {
@@ -22,7 +25,7 @@ constexpr struct {
 } kServed[] = {
     {"AuthMode", {Accepted::Kind::kWords, 0, 0, kModes}},
     {"BssidNum", {Accepted::Kind::kNumber, 1, WIFIMGR_FIELDS}},
-    {"Channel", {Accepted::Kind::kRule, 0, 0, "0; 2.4g 1 to 14; 5g 36 to 64, 100 to 144, 149 to 177 in steps of 4"}},
+    {"Channel", {Accepted::Kind::kRule, 0, 0, kChannels}},
     {"EnableSSID", {Accepted::Kind::kNumber, 0, 1}},
     {"Key1Str", {Accepted::Kind::kRule, 0, 0, "5 or 13 characters, 10 or 26 hexadecimal digits, or 0 for none"}},
     {"Key2Str", {Accepted::Kind::kRule, 0, 0, "5 or 13 characters, 10 or 26 hexadecimal digits, or 0 for none"}},
@@ -60,14 +63,9 @@ std::string bad_number(const Accepted& served, const std::string& value) {
 }
 
 std::string bad_channel(Band band, const std::string& value) {
-  const int64_t channel = number_in(value).value_or(-1);
-  if (channel == 0) return "";
-  const auto is_step_in = [&](int64_t first, int64_t last) {
-    return channel >= first && channel <= last && (channel - first) % 4 == 0;
-  };
-  if (band == Band::k2_4G) return channel >= 1 && channel <= 14 ? "" : "the channels of 2.4g are 1 to 14";
-  if (is_step_in(36, 64) || is_step_in(100, 144) || is_step_in(149, 177)) return "";
-  return "the channels of 5g are 36 to 64, 100 to 144 and 149 to 177, in steps of 4";
+  const std::vector<long> channels = numbers_in(kChannels, band);
+  if (std::find(channels.begin(), channels.end(), number_in(value).value_or(-1)) != channels.end()) return "";
+  return std::string("the channels of ") + label_of(band) + " are " + part_about(kChannels, band);
 }
 
 std::string bad_cipher(const std::string& mode, const std::string& cipher) {
@@ -112,6 +110,22 @@ const Accepted& served(const Key& key) {
 
 std::string served_words(const Key& key) {
   return words_for(served(key));
+}
+
+std::vector<std::string> choices_on(const Key& key, Band band) {
+  constexpr size_t kMost = 32;
+  const Accepted& what = served(key);
+  if (what.kind != Accepted::Kind::kRule) return choices_of(what);
+  std::vector<std::string> choices;
+  for (const long number : numbers_in(what.words, band)) choices.push_back(std::to_string(number));
+  return choices.size() > kMost ? std::vector<std::string>() : choices;
+}
+
+std::string told_meaning(const Key& key) {
+  const std::string name = key.name;
+  const bool is_about_channels = name == "Channel" || name.starts_with("CountryRegion");
+  return key.meaning +
+         std::string(is_about_channels ? "; which of the channels a region allows is the driver's to say" : "");
 }
 
 std::string unserved_reason(const Key& key, Band band, const std::string& value, const Sibling& sibling) {

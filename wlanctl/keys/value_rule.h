@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "wlanctl/base/band.h"
 
@@ -17,8 +18,14 @@ using Sibling = std::function<std::string(const char* name)>;
 // What is worth setting: narrower than what the library takes, where it takes more than can be served.
 const Accepted& served(const Key& key);
 
-// The same in words, and as choices for Tab and `keys`.
+// The same in words.
 std::string served_words(const Key& key);
+
+// Every value, for Tab and `keys`; none where they are many.
+std::vector<std::string> choices_on(const Key& key, Band band);
+
+// The key's meaning, with what nobody but the driver knows of it.
+std::string told_meaning(const Key& key);
 
 // Why the gateway cannot serve the value; "" when it can. The values of secrets are not in it.
 std::string unserved_reason(const Key& key, Band band, const std::string& value, const Sibling& sibling);

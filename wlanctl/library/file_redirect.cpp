@@ -1,11 +1,14 @@
 #include "wlanctl/library/file_redirect.h"
 
 #include <dlfcn.h>
+#include <fcntl.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 
 #include "wlanctl/files/bytes.h"
 #include "wlanctl/library/band_variables.h"
@@ -20,6 +23,45 @@ const char* led(const char* path) {
   if (g_paths == nullptr || path == nullptr) return path;
   const auto found = g_paths->find(path);
   return found == g_paths->end() ? path : found->second.c_str();
+}
+
+// As fopen takes them; -1 of a mode that is none.
+int flags_of(const char* mode) {
+  const bool is_updated = std::strchr(mode, '+') != nullptr;
+  int flags = is_updated ? O_RDWR : *mode == 'r' ? O_RDONLY : O_WRONLY;
+  switch (*mode) {
+    case 'r':
+      break;
+    case 'w':
+      flags |= O_CREAT | O_TRUNC;
+      break;
+    case 'a':
+      flags |= O_CREAT | O_APPEND;
+      break;
+    default:
+      return -1;
+  }
+  if (std::strchr(mode, 'x') != nullptr) flags |= O_EXCL;
+  if (std::strchr(mode, 'e') != nullptr) flags |= O_CLOEXEC;
+  return flags;
+}
+
+// A pipe in the place of a file would be waited for, by a library that cannot know better.
+std::FILE* open_without_waiting(const char* path, const char* mode) {
+  constexpr mode_t kForAll = 0666;
+  const int flags = flags_of(mode);
+  const int file = flags < 0 ? -1 : open(path, flags | O_NONBLOCK | O_NOCTTY, kForAll);
+  if (flags < 0) errno = EINVAL;
+  if (file < 0) return nullptr;
+  struct stat status = {};
+  if (fstat(file, &status) != 0 || S_ISFIFO(status.st_mode) || fcntl(file, F_SETFL, flags & (O_APPEND | O_RDWR)) != 0) {
+    close(file);
+    errno = EINVAL;
+    return nullptr;
+  }
+  std::FILE* const stream = fdopen(file, mode);
+  if (stream == nullptr) close(file);
+  return stream;
 }
 
 }  // namespace
@@ -65,9 +107,7 @@ DatRedirect::~DatRedirect() {
 }  // namespace wlanctl
 
 extern "C" std::FILE* fopen(const char* path, const char* mode) {
-  using Open = std::FILE* (*)(const char*, const char*);
-  static const auto real = reinterpret_cast<Open>(dlsym(RTLD_NEXT, "fopen"));
-  return real(wlanctl::led(path), mode);
+  return wlanctl::open_without_waiting(wlanctl::led(path), mode);
 }
 
 extern "C" int chmod(const char* path, mode_t mode) noexcept {

@@ -1,11 +1,15 @@
 #include "wlanctl/store/dat_file.h"
 
 #include <poll.h>
+#include <sys/stat.h>
 
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
 
+#include "wlanctl/base/text.h"
+#include "wlanctl/files/bytes.h"
+#include "wlanctl/files/plain_file.h"
 #include "wlanctl/keys/dat_key.h"
 #include "wlanctl/library/band_variables.h"
 #include "wlanctl/store/segment.h"
@@ -44,12 +48,20 @@ std::string dat_path_of(Band band) {
   return dat_path_variable(band);
 }
 
+std::string unreadable_dat_file(Band band) {
+  return "cannot read " + dat_path_of(band) + because(reason_against_file(dat_path_of(band)));
+}
+
+std::string reason_against_dat_file(Band band) {
+  struct stat status = {};
+  const std::string path = dat_path_of(band);
+  return stat(path.c_str(), &status) == 0 ? because(reason_against_file(path)) : "";
+}
+
 std::optional<std::vector<wifimgr_attr_record>> look_at_dat_file(Band band, const StoreLock& /*lock*/) {
-  std::FILE* const file = std::fopen(dat_path_of(band).c_str(), "re");
-  if (file == nullptr) return std::nullopt;
-  std::vector<wifimgr_attr_record> records = parse_lines(file);
-  (void)std::fclose(file);
-  return records;
+  const std::optional<std::string> bytes = read_bytes(dat_path_of(band));
+  if (!bytes) return std::nullopt;
+  return parse_dat_text(*bytes);
 }
 
 std::vector<wifimgr_attr_record> parse_dat_text(const std::string& bytes) {

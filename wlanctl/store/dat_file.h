@@ -17,6 +17,12 @@ std::string dat_path_of(Band band);
 // Of a dat file's text.
 std::vector<wifimgr_attr_record> parse_dat_text(const std::string& bytes);
 
+// "cannot read PATH: it is a pipe, not a file".
+std::string unreadable_dat_file(Band band);
+
+// ": it is a pipe, not a file", where it is there and the library must not be sent there; else "".
+std::string reason_against_dat_file(Band band);
+
 // Never in the middle of another process's save; none when it cannot be opened.
 std::optional<std::vector<wifimgr_attr_record>> parse_dat_file(Band band);
 

@@ -13,9 +13,12 @@
 #include <cstring>
 
 #include "wlanctl/base/report.h"
+#include "wlanctl/files/bytes.h"
 #include "wlanctl/files/lock.h"
 #include "wlanctl/files/places.h"
+#include "wlanctl/files/plain_file.h"
 #include "wlanctl/library/band_variables.h"
+#include "wlanctl/library/file_redirect.h"
 #include "wlanctl/library/messages.h"
 #include "wlanctl/store/dat_file.h"
 #include "wlanctl/store/lock_holder.h"
@@ -84,8 +87,23 @@ bool fail_to_attach(Band band, Report& report) {
               "run as the user of the management processes");
 }
 
+// Of what the file has at this moment: the library would count the lines of one that grows for ever. It refuses a file
+// that cannot be written, and then does so itself.
+bool load(Band band) {
+  const std::optional<std::string> bytes = read_bytes(dat_path_of(band));
+  if (!bytes || access(dat_path_of(band).c_str(), W_OK) != 0) return wifimgr_lib_init(number_of(band)) == 0;
+  const MemoryFile copy(*bytes);
+  const DatRedirect redirect(band, copy);
+  return wifimgr_lib_init(number_of(band)) == 0;
+}
+
 bool attach_or_make(Band band, Report& report) {
   const MakingLock lock;
+  const auto fail_to_make = [&](const std::string& reason) {
+    return fail(band, report,
+                std::string("there is no store of ") + label_of(band) + ", and none can be made: " + reason,
+                "is " + dat_path_of(band) + " there, and writable?");
+  };
   constexpr int kTries = 3;
   for (int i = 0; i < kTries; ++i) {
     const Attached attached = attach(band);
@@ -93,13 +111,14 @@ bool attach_or_make(Band band, Report& report) {
     if (attached == Attached::kFailed) break;
     clear_messages();
     bool made = false;
+    if (const std::string reason = reason_against_file(dat_path_of(band)); !reason.empty()) {
+      return fail_to_make(dat_path_of(band) + ": " + reason);
+    }
     {
       const OnlyNewSegments no_other;
-      made = wifimgr_lib_init(number_of(band)) == 0;
+      made = load(band);
       if (!made && !no_other.was_there()) {
-        return fail(band, report,
-                    std::string("there is no store of ") + label_of(band) + ", and none can be made: " + first_reason(),
-                    "is " + dat_path_of(band) + " there, and writable?");
+        return fail_to_make(first_reason());
       }
     }
     if (made) {
@@ -224,10 +243,10 @@ bool look_at_store(Band band, Report& report) {
   }
   const auto content = parse_dat_file(band);
   if (!content || content->empty()) {
-    return fail(
-        band, report,
-        "there is no store of " + label + ", and its dat file " + (content ? "has no settings" : "cannot be read"),
-        "is " + dat_path_of(band) + " there, readable and whole?");
+    return fail(band, report,
+                "there is no store of " + label + ", and its dat file " +
+                    (content ? "has no settings" : "cannot be read" + reason_against_dat_file(band)),
+                "is " + dat_path_of(band) + " there, readable and whole?");
   }
   g_detached[number_of(band)] = new DetachedStore(band, *content);
   g_opened[number_of(band)] = segment_of(band);
@@ -237,6 +256,10 @@ bool look_at_store(Band band, Report& report) {
 
 bool is_store_detached(Band band) {
   return g_detached[number_of(band)] != nullptr;
+}
+
+bool is_store_there(Band band) {
+  return segment_of(band) >= 0 || errno != ENOENT;
 }
 
 bool is_store_open(Band band) {

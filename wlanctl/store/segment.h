@@ -28,6 +28,8 @@ std::string segment_key_of(Band band);
 
 // Whether there is a live store, opened or not.
 bool has_store(Band band);
+// Whether the kernel has one of the band at this moment.
+bool is_store_there(Band band);
 
 // The same for who only looks: where there is no store it is not made, but the dat file is read, with a note.
 bool look_at_store(Band band, Report& report);

@@ -16,6 +16,7 @@
 #include "wlanctl/confirm/pending.h"
 #include "wlanctl/confirm/recovery.h"
 #include "wlanctl/confirm/rollback.h"
+#include "wlanctl/confirm/taken_back.h"
 #include "wlanctl/files/bytes.h"
 #include "wlanctl/files/lock.h"
 #include "wlanctl/history/record.h"
@@ -52,6 +53,7 @@ int plan_all(const Words& words, Report& report, std::vector<Job>* jobs) {
       code = kNoStore;
       continue;
     }
+    if (words.dry_run) (void)note_taken_back(band, report);
     if (words.dry_run && is_pending(band)) {
       report.note(std::string("an apply of ") + label_of(band) + " waits for its confirmation, or to be rolled back");
     }
@@ -72,8 +74,7 @@ int plan_all(const Words& words, Report& report, std::vector<Job>* jobs) {
     jobs->emplace_back();
     jobs->back().band = band;
     jobs->back().plan = plan;
-    // What did not come into force, another apply brings into force.
-    if (words.again || !lacks_of(band).empty()) jobs->back().plan.nothing = false;
+    if (words.again) jobs->back().plan.nothing = false;
     if (jobs->back().plan.nothing || words.force) continue;
     refuse(!plan.dangers.empty());
     refuse_dangers(jobs->back(), report);
@@ -120,12 +121,16 @@ int judge_scripts(const Job& job, Report& report) {
   return failed ? kNoAnswer : kDone;
 }
 
+// What did not come into force, another apply brings into force.
+bool always_commit(const Words& words, const Job& job) {
+  return words.again || !job.plan.lacks.empty();
+}
+
 // The library's part. With a roll back to come, an interrupt breaks it off, and so does the end of the time.
 void bring_about(const Words& words, Job& job, Report& report) {
-  const bool always_commit = words.again || !lacks_of(job.band).empty();
   const CommandRun run(job.pending ? job.pending->deadline_ms : 0, job.pending.has_value());
   make_consistent(job.band, report);
-  job.applied = bring_into_force(job.band, always_commit, report);
+  job.applied = bring_into_force(job.band, always_commit(words, job), report);
   job.broken_off = is_broken_off();
 }
 
@@ -133,6 +138,18 @@ bool was_in_vain(const Words& words, const Job& job) {
   if (!job.applied || !job.pending) return false;
   if (job.broken_off != BrokenOff::kNo) return true;
   return !words.keep && !job.applied->lacks.empty() && !job.applied->has_lacked_before;
+}
+
+TakenFor taken_for(const Job& job) {
+  switch (job.broken_off) {
+    case BrokenOff::kInterrupted:
+      return TakenFor::kInterrupted;
+    case BrokenOff::kTimeOver:
+      return TakenFor::kLate;
+    case BrokenOff::kNo:
+      break;
+  }
+  return TakenFor::kNotInForce;
 }
 
 std::string reason_of(const Words& words, const Job& job) {
@@ -160,7 +177,7 @@ void roll_back_job(const Words& words, Job& job, Report& report) {
   if (job.broken_off == BrokenOff::kTimeOver) {
     limit_commands(std::min(words.command_seconds, std::max(words.confirm_seconds, kLeastSeconds)));
   }
-  job.is_rolled_back = roll_back(*job.pending, By::kApply, report);
+  job.is_rolled_back = roll_back(*job.pending, By::kApply, taken_for(job), report);
   limit_commands(words.command_seconds);
   const std::vector<Lack> lacks = lacks_of(job.band);
   std::string outcome = "its settings before are back";
@@ -302,11 +319,15 @@ int apply(const Words& words, Report& report) {
   int code = plan_all(words, report, &jobs);
   if (words.dry_run) {
     for (const Job& job : jobs) {
-      if (!tell_dry_run(job.band, job.plan, words.secrets, report)) code = worse_of(code, kRefused);
+      if (!tell_dry_run(job.band, job.plan, always_commit(words, job), words.secrets, report))
+        code = worse_of(code, kRefused);
     }
     return code;
   }
   const bool is_any_refused = code != kDone && code != kNoStore;
+  if (!is_any_refused) {
+    for (const Job& job : jobs) forget_taken_back(job.band);
+  }
   if (!is_any_refused) code = worse_of(code, run_all(words, jobs, report));
   if (code == kDone || code == kNoAnswer || code == kNotInForce || report.has_problems()) {
     for (const Job& job : jobs) tell_applied(words, job, report);

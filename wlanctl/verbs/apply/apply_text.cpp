@@ -1,9 +1,24 @@
 #include "wlanctl/verbs/apply/apply_text.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include "wlanctl/base/report.h"
 #include "wlanctl/command_line/verb.h"
 
 namespace wlanctl {
+
+namespace {
+
+// "2 SSIDs"; "1 of 2 SSIDs" where a script failed.
+std::string told_ssids(const Applied& applied) {
+  const auto told = std::count_if(applied.scripts.begin(), applied.scripts.end(),
+                                  [](const Script& script) { return script.status == 0; });
+  const std::string all = std::to_string(applied.scripts.size()) + " SSIDs";
+  return told == std::ssize(applied.scripts) ? all : std::to_string(told) + " of " + all;
+}
+
+}  // namespace
 
 bool Job::is_in_force() const {
   return applied && applied->lacks.empty() && !is_rolled_back && broken_off == BrokenOff::kNo;
@@ -19,6 +34,7 @@ void tell_applied(const Words& words, const Job& job, Report& report) {
   Json scripts = Json::array();
   if (job.plan.nothing) {
     report.text() << label << ": nothing to apply; the store, the dat file and what is in force agree\n";
+    note_undone(job.band, report);
   } else if (job.applied) {
     const Applied& applied = *job.applied;
     entry["apply"] = word_for_apply(false, applied.weight);
@@ -33,7 +49,7 @@ void tell_applied(const Words& words, const Job& job, Report& report) {
                     << (applied.committed ? ": applied; dat file written, interfaces restarted,\n  driver told of "
                                           : ": applied without a restart, as nothing that needs one differs;\n"
                                             "  dat file saved, driver told of ")
-                    << applied.scripts.size() << " SSIDs\n";
+                    << told_ssids(applied) << '\n';
     }
     for (const Script& script : applied.scripts) {
       scripts.push_back({{"ssid", script.ssid}, {"path", script.path}, {"status", script.status}});

@@ -8,6 +8,7 @@
 #include "wlanctl/confirm/outlived.h"
 #include "wlanctl/confirm/pending.h"
 #include "wlanctl/confirm/recovery.h"
+#include "wlanctl/confirm/taken_back.h"
 #include "wlanctl/files/lock.h"
 #include "wlanctl/history/record.h"
 #include "wlanctl/store/private_store.h"
@@ -40,7 +41,9 @@ bool holds(Band band, Report& report) {
 }
 
 int removed(Band band, Report& report) {
-  return remove_pending(band, report) ? kDone : kRefused;
+  if (!remove_pending(band, report)) return kRefused;
+  forget_taken_back(band);
+  return kDone;
 }
 
 int confirm_band(Band band, bool force, Report& report) {
@@ -51,6 +54,7 @@ int confirm_band(Band band, bool force, Report& report) {
   if (!is_pending(band) && interrupted(band)) return holds(band, report) ? removed(band, report) : kNotInForce;
   if (!is_pending(band)) {
     report.problem(too_late(band, "it was rolled back"));
+    acknowledge_taken_back(band);
   } else if (!pending) {
     report.note(std::string("what was kept for ") + label_of(band) + " was damaged");
     return removed(band, report);
@@ -64,15 +68,30 @@ int confirm_band(Band band, bool force, Report& report) {
   return kRefused;
 }
 
+// Whoever asks again gets the same answer: no script takes what was taken back for confirmed.
+bool refuse_taken_back(Band band, Report& report) {
+  const std::optional<TakenBack> taken = taken_back(band);
+  if (!taken) return false;
+  report.problem(
+      {words_of(band, *taken),
+       std::string("wlanctl diff ") + label_of(band) + " shows what is in force; set the values again, and apply",
+       about(band)});
+  acknowledge_taken_back(band);
+  return true;
+}
+
 int confirm(const Words& words, Report& report) {
   Json confirmed = Json::array();
-  report.data() = {{"bands", confirmed}};
+  report.data() = {{"bands", confirmed}, {"waited", false}};
   const ToolLock lock(report, words.wait_seconds);
   if (!lock) return lock.exit_code();
   bool waiting = false;
   int code = kDone;
   for (const Band band : bands_of(words.band)) {
-    if (!is_pending(band) && !interrupted(band)) continue;
+    if (!is_pending(band) && !interrupted(band)) {
+      if (refuse_taken_back(band, report)) code = std::max<int>(code, kRefused);
+      continue;
+    }
     waiting = true;
     const int result = confirm_band(band, words.force, report);
     code = std::max(code, result);
@@ -81,11 +100,11 @@ int confirm(const Words& words, Report& report) {
     confirmed.push_back(label_of(band));
     report.text() << label_of(band) << ": confirmed; the settings stay\n";
   }
-  if (!waiting) {
-    report.problem({"nothing waits for a confirmation" + (words.band.empty() ? "" : " on " + words.band),
-                    "what was not confirmed in time is rolled back; wlanctl diff shows what is in force"});
+  if (!waiting && !report.has_problems()) {
+    report.text() << "nothing waits to be confirmed" << (words.band.empty() ? std::string() : " on " + words.band)
+                  << '\n';
   }
-  report.data() = {{"bands", std::move(confirmed)}};
+  report.data() = {{"bands", std::move(confirmed)}, {"waited", waiting}};
   return code == kDone && report.has_problems() ? kRefused : code;
 }
 
@@ -99,6 +118,9 @@ constexpr Word kWords[] = {
 }  // namespace
 
 const Verb kConfirm = {"confirm", "Keep what apply --confirm has brought into force",
-                       "Examples:\n  wlanctl confirm\n  wlanctl confirm 5g", kWords, confirm};
+                       "Where nothing waits, it says so and ends with 0; what was taken back meanwhile is\n"
+                       "told, and 1 the exit code, until another apply or save.\n\n"
+                       "Examples:\n  wlanctl confirm\n  wlanctl confirm 5g",
+                       kWords, confirm};
 
 }  // namespace wlanctl

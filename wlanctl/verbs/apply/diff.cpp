@@ -12,6 +12,7 @@
 #include "wlanctl/command_line/common_words.h"
 #include "wlanctl/confirm/pending.h"
 #include "wlanctl/confirm/recovery.h"
+#include "wlanctl/confirm/taken_back.h"
 #include "wlanctl/keys/dat_key.h"
 #include "wlanctl/keys/json_value.h"
 #include "wlanctl/keys/secret_mask.h"
@@ -60,7 +61,7 @@ int diff_dat_file(Band band, const Words& words, Report& report, Outcome& outcom
   if (!look_at_band(band, report)) return kNoStore;
   const auto parsed = parse_dat_file(band);
   if (!parsed) {
-    report.problem({"cannot read " + dat_path_of(band), "is it there, and readable?", about(band)});
+    report.problem({unreadable_dat_file(band), "is it there, and readable?", about(band)});
     return kWrongUsage;
   }
   const std::vector<StoreRecord> live = records_of(table_of_store(band));
@@ -68,14 +69,14 @@ int diff_dat_file(Band band, const Words& words, Report& report, Outcome& outcom
   const std::vector<Difference> found = differences(live, records_of(*parsed), ssids);
   if (!restore_applied(band, report)) return kWrongUsage;
   note_waiting(band, report);
+  const std::optional<TakenBack> taken = note_taken_back(band, report);
   const Plan plan = plan_apply(band);
   const char* const weight = word_for_apply(plan.nothing, plan.weight);
   if (!is_told(band)) {
     report.note(std::string("the driver did not take all of the last apply of ") + label_of(band) + "; wlanctl apply " +
                 label_of(band) + " tells it again");
   }
-  const std::vector<Lack> lacks = lacks_of(band);
-  complain_of(band, lacks, next_step(band), report);
+  complain_of(band, plan.lacks, next_step(band), report);
   Text& text = report.text();
   text << label_of(band) << ": "
        << (found.empty() ? "the store is as the dat file" : verb_for(found.size()) + " (dat file -> store)")
@@ -93,14 +94,19 @@ int diff_dat_file(Band band, const Words& words, Report& report, Outcome& outcom
   if (!waiting.empty()) text << "  " << verb_for(waiting.size()) << " from what is in force (in force -> store)\n";
   Json not_in_force = tell_changes(waiting, "in_force", words.secrets, text);
   Json adjustments = tell_adjustments(plan.adjustments, words.secrets, text);
-  if (!plan.nothing) note_access_lists(band, report);
+  if (plan.nothing) {
+    note_undone(band, report);
+  } else {
+    note_access_lists(band, report);
+  }
   outcome.differs = outcome.differs || !found.empty();
   outcome.bands.push_back({{"band", label_of(band)},
                            {"changes", std::move(changes)},
                            {"not_in_force", std::move(not_in_force)},
                            {"adjustments", std::move(adjustments)},
-                           {"apply", plan.senseless_count ? Json() : Json(weight)}});
-  if (!plan.senseless_count) return lacks.empty() ? kDone : kNotInForce;
+                           {"apply", plan.senseless_count ? Json() : Json(weight)},
+                           {"taken_back", json_of(taken)}});
+  if (!plan.senseless_count) return plan.lacks.empty() ? kDone : kNotInForce;
   tell_senseless_count(band, *plan.senseless_count, report);
   return kRefused;
 }

@@ -48,6 +48,10 @@ bool may_write_file(Band band, const std::optional<std::string>& text, Report& r
   const std::string label = label_of(band);
   const std::string path = dat_path_of(band);
   const std::string insist = "or insist with --force, and it is written without";
+  if (const std::string reason = reason_against_dat_file(band); !reason.empty()) {
+    report.problem({path + " cannot be written" + reason, "put the dat file back in its place", about(band)});
+    return false;
+  }
   const std::string file = read_bytes(path).value_or("");
   tell(band, path, losses_at_load(file), "mend the line and wlanctl revert " + label + ", " + insist, report);
   tell(band, "the store of " + label, losses_of_store(band), "set a value for each SSID, " + insist, report);

@@ -9,6 +9,7 @@
 #include "wlanctl/confirm/outlived.h"
 #include "wlanctl/confirm/pending.h"
 #include "wlanctl/confirm/rollback.h"
+#include "wlanctl/confirm/taken_back.h"
 #include "wlanctl/files/lock.h"
 #include "wlanctl/files/state_file.h"
 #include "wlanctl/store/segment.h"
@@ -42,7 +43,7 @@ int put_back(Band band, Report& report) {
     return kRefused;
   }
   if (!open_for(*pending, report)) return kNoStore;
-  if (!undo(*pending, By::kOperator, report)) return kRefused;
+  if (!undo(*pending, By::kOperator, TakenFor::kAsked, report)) return kRefused;
   const std::vector<Lack> lacks = lacks_of(band);
   complain_of(band, lacks, next_step(band), report);
   return lacks.empty() ? kDone : kNotInForce;
@@ -68,6 +69,7 @@ int run(const Words& words, Report& report) {
                   << (result == kDone ? "; the settings before the apply are in force\n" : ", but not in force\n");
   }
   if (!waiting) {
+    for (const Band band : bands_of(words.band)) (void)note_taken_back(band, report);
     report.problem({"nothing waits for a confirmation" + (words.band.empty() ? "" : " on " + words.band),
                     "wlanctl diff shows what is in force"});
   }

@@ -5,6 +5,7 @@
 #include "wlanctl/base/report.h"
 #include "wlanctl/command_line/common_words.h"
 #include "wlanctl/confirm/recovery.h"
+#include "wlanctl/confirm/taken_back.h"
 #include "wlanctl/files/lock.h"
 #include "wlanctl/history/record.h"
 #include "wlanctl/ssid/unfinished.h"
@@ -22,6 +23,7 @@ namespace {
 int save_band(Band band, bool force, Report& report, Json& saved) {
   if (!open_band(band, report)) return kNoStore;
   if (const int code = save_guarded(band, force, report); code != kDone) return code;
+  forget_taken_back(band);
   saved.push_back(label_of(band));
   report.text() << label_of(band) << ": saved to " << dat_path_of(band) << '\n';
   return kDone;
@@ -38,7 +40,7 @@ int save(const Words& words, Report& report) {
 }
 
 Problem unreadable_file(Band band) {
-  return {"cannot read " + dat_path_of(band), "is it there, and readable?", about(band)};
+  return {unreadable_dat_file(band), "is it there, and readable?", about(band)};
 }
 
 Problem refusal_of(Band band, const Reverted& outcome) {
@@ -57,6 +59,7 @@ Problem refusal_of(Band band, const Reverted& outcome) {
 
 int revert_band(Band band, bool force, Report& report, Json& reverted) {
   if (!open_store(band, report, Content::kToCome)) return kNoStore;
+  (void)note_taken_back(band, report);
   finish_unfinished(report);
   const std::vector<wifimgr_attr_record> before = table_of_store(band);
   const Entry entry =

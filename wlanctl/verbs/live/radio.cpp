@@ -23,7 +23,7 @@ int turn(const Words& words, Report& report, Switch position) {
   const Band band = *parse_band(words.band);
   const ToolLock lock(report, words.wait_seconds);
   if (!lock) return lock.exit_code();
-  if (!open_band(band, report)) return kNoStore;
+  if (!open_band_if_there(band, report)) return kNoStore;
   if (!is_there(band, report)) return kNoAnswer;
   const SignalHold hold;
   const InterruptAnswer answer("interrupted; the radio is switched first, and the result told");

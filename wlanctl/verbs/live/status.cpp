@@ -12,6 +12,7 @@
 #include "wlanctl/command_line/common_words.h"
 #include "wlanctl/confirm/pending.h"
 #include "wlanctl/confirm/recovery.h"
+#include "wlanctl/confirm/taken_back.h"
 #include "wlanctl/live/board.h"
 #include "wlanctl/live/neighbours.h"
 #include "wlanctl/live/radio.h"
@@ -142,7 +143,9 @@ int show_page(const std::vector<Band>& bands_asked, Report& report) {
   print_board(report, board);
   Json bands = Json::array();
   for (const Band band : opened) {
-    bands.push_back(ask_band(report, band));
+    Json shown = ask_band(report, band);
+    shown["taken_back"] = json_of(note_taken_back(band, report));
+    bands.push_back(std::move(shown));
     const std::vector<Lack> lacks = lacks_of(band);
     if (!lacks.empty()) code = worse_of(code, kNotInForce);
     complain_of(band, lacks, next_step(band), report);

@@ -1,4 +1,6 @@
 // wps: lets a station in by push button or PIN, and shows how far it is.
+#include <poll.h>
+
 #include <cstdint>
 #include <cstdlib>
 
@@ -81,6 +83,32 @@ bool is_ready(Band band, int ssid, Report& report) {
   return true;
 }
 
+enum class Aim { kOpen, kClosed };
+
+bool is_reached(Aim aim, unsigned state) {
+  constexpr unsigned kIdle = 1;
+  constexpr unsigned kOpenState = 2;
+  constexpr unsigned kEnrolling = 3;
+  return aim == Aim::kOpen ? state > kIdle : state != kOpenState && state != kEnrolling;
+}
+
+// A driver that has taken a request need not have done it. It gets a moment; one that does not tell is not judged here.
+void look_for(Aim aim, Band band, int ssid, Report& report) {
+  constexpr int kLooks = 20;
+  constexpr int kPauseMs = 100;
+  std::optional<unsigned> state;
+  for (int look = 0; look < kLooks; ++look) {
+    Report unheard;
+    state = wps_session_of(band, ssid, unheard).state;
+    if (!state || is_reached(aim, *state)) return;
+    poll(nullptr, 0, kPauseMs);
+  }
+  report.problem({std::string("the driver was told to ") + (aim == Aim::kOpen ? "open" : "end") +
+                      " the session, but WPS of " + label_of(band) + " SSID " + std::to_string(ssid) + " is " +
+                      word_for_wps(state),
+                  "is the driver well? wlanctl status tells", about(band, ssid)});
+}
+
 // What the driver says, for every action: what it led to as well.
 void show_session(Report& report, Band band, const ServedSsid& ssid) {
   const WpsSession session = wps_session_of(band, ssid.number, report);
@@ -96,8 +124,8 @@ void show_session(Report& report, Band band, const ServedSsid& ssid) {
 }
 
 // 0, or the exit code of what is wrong.
-int open_ssid(const Words& words, Band band, Report& report) {
-  if (!open_band(band, report)) return kNoStore;
+int open_ssid(const Words& words, Band band, bool (*open)(Band, Report&), Report& report) {
+  if (!open(band, report)) return kNoStore;
   if (!has_ssid(band, words.ssid, report)) return kRefused;
   if (link_state(interface_of(band, words.ssid - 1)) != LinkState::kAbsent) return kDone;
   if (is_there(band, report)) {
@@ -113,11 +141,11 @@ int open_ssid(const Words& words, Band band, Report& report) {
 // names; nothing that an operator typed gets there but the PIN, as a number.
 // `write` gets the script's path, the band's number and that of the SSID, from 0.
 template <typename Write>
-int act(const Words& words, Report& report, const char* action, Write write) {
+int act(const Words& words, Report& report, const char* action, Aim aim, Write write) {
   const Band band = *parse_band(words.band);
   const ToolLock lock(report, words.wait_seconds);
   if (!lock) return lock.exit_code();
-  if (const int failure = open_ssid(words, band, report)) return failure;
+  if (const int failure = open_ssid(words, band, open_band_if_there, report)) return failure;
   if (!is_ready(band, words.ssid, report)) return kRefused;
   const PrivateScript script;
   std::string reason;
@@ -138,12 +166,13 @@ int act(const Words& words, Report& report, const char* action, Write write) {
                     {{"band", label_of(band)}, {"ssid", words.ssid}, {"reason", printed}}});
     return kNoAnswer;
   }
+  look_for(aim, band, words.ssid, report);
   show_session(report, band, served_ssid(band, words.ssid));
   return report.has_problems() ? kNoAnswer : kDone;
 }
 
 int start(const Words& words, Report& report, Method method, uint32_t pin) {
-  return act(words, report, "open a session", [&](const char* path, int band, int ssid) {
+  return act(words, report, "open a session", Aim::kOpen, [&](const char* path, int band, int ssid) {
     const uint32_t argument[] = {method, pin};
     return wifimgr_lib_service_start_wps(path, band, ssid, argument);
   });
@@ -160,22 +189,23 @@ int enrol_by_pin(const Words& words, Report& report) {
 }
 
 int stop(const Words& words, Report& report) {
-  return act(words, report, "end the session", wifimgr_lib_service_stop_wps);
+  return act(words, report, "end the session", Aim::kClosed, wifimgr_lib_service_stop_wps);
 }
 
 int status(const Words& words, Report& report) {
   const Band band = *parse_band(words.band);
-  if (const int failure = open_ssid(words, band, report)) return failure;
+  if (const int failure = open_ssid(words, band, look_at_band, report)) return failure;
   show_session(report, band, served_ssid(band, words.ssid));
   return report.has_problems() ? kNoAnswer : kDone;
 }
 
-constexpr Word kActWords[] = {word::kOneBand, word::kOneSsid, word::kWait};
+constexpr Word kActWords[] = {word::kOneBand, word::kOneSsid, word::kCommandTimeout, word::kWait};
 constexpr Word kPinWords[] = {
     word::kOneBand,
     word::kOneSsid,
     {"PIN", &Words::pin, "Without it, the one that status shows", {.is_given = &Words::has_pin}},
     {"--force", &Words::force, "Whatever its length and check digit"},
+    word::kCommandTimeout,
     word::kWait,
 };
 constexpr Word kStatusWords[] = {word::kOneBand, word::kOneSsid};

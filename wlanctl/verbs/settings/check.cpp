@@ -1,11 +1,8 @@
 // check: dat files, without a store and without touching anything.
-#include <cerrno>
-#include <cstring>
-
 #include "wlanctl/base/report.h"
 #include "wlanctl/base/terminal.h"
 #include "wlanctl/check/dat_check.h"
-#include "wlanctl/files/bytes.h"
+#include "wlanctl/files/input.h"
 #include "wlanctl/verbs/verbs.h"
 
 namespace wlanctl {
@@ -56,10 +53,10 @@ void tell_counts(const std::string& file, Counts& counts, Report& report) {
 
 // Adds to the exit code.
 void check(const std::string& file, const std::string& band_text, Report& report, Json& files, int* code) {
-  const std::optional<std::string> bytes = read_bytes(file);
-  if (!bytes) {
+  const Input input = read_input(file);
+  if (!input.bytes) {
     report.problem(
-        {"cannot read " + file + ": " + std::strerror(errno), "is it there, a file, and readable?", {{"file", file}}});
+        {"cannot read " + file + ": " + input.reason, "is it there, a file, and readable?", {{"file", file}}});
     *code = worse_of(*code, kWrongUsage);
     return;
   }
@@ -68,7 +65,7 @@ void check(const std::string& file, const std::string& band_text, Report& report
     report.note("which band " + file + " is for is not known: a value counts as good when one of them takes it; " +
                 "say --band");
   }
-  const std::vector<DatFinding> findings = check_dat(*bytes, band ? std::vector<Band>{*band} : bands_of(""));
+  const std::vector<DatFinding> findings = check_dat(*input.bytes, band ? std::vector<Band>{*band} : bands_of(""));
   Json shown_findings = Json::array();
   Counts counts;
   for (const DatFinding& finding : findings) {
@@ -80,9 +77,11 @@ void check(const std::string& file, const std::string& band_text, Report& report
   const std::string name = printable(file) + (band ? std::string(" (") + label_of(*band) + ")" : "");
   if (findings.empty()) report.text() << name << ": nothing found\n";
   if (const size_t notes = counts[Severity::kNote]; notes > 0) {
-    report.text() << name << ": " << count_of(notes, "line")
-                  << " with values behind the last SSID; a save leaves them\n"
-                  << "  out, and --json lists them\n";
+    for (const std::string& line : wrapped(name + ": " + count_of(notes, "line") + " with values behind the last " +
+                                               "SSID; a save leaves them out, and --json lists them",
+                                           kColumns)) {
+      report.text() << line << '\n';
+    }
   }
   tell_counts(file, counts, report);
   files.push_back(

@@ -1,4 +1,5 @@
 // keys: every setting with its scope, what it takes and what it means.
+#include <algorithm>
 #include <cstring>
 
 #include "wlanctl/base/report.h"
@@ -46,6 +47,18 @@ std::vector<const Key*> asked_keys(const Words& words) {
   return keys;
 }
 
+// Of both bands, where none is named.
+std::vector<std::string> choices_of(const Key& key, const std::optional<Band>& only) {
+  std::vector<std::string> choices;
+  for (const Band band : kBands) {
+    if (!key.is_on(band) || only.value_or(band) != band) continue;
+    for (const std::string& choice : choices_on(key, band)) {
+      if (std::find(choices.begin(), choices.end(), choice) == choices.end()) choices.push_back(choice);
+    }
+  }
+  return choices;
+}
+
 int run(const Words& words, Report& report) {
   const std::vector<const Key*> asked = asked_keys(words);
   if (asked.empty()) {
@@ -59,7 +72,7 @@ int run(const Words& words, Report& report) {
   for (const Key* const one : asked) {
     const Key& key = *one;
     print_row(text, key.name, word_for(key.scope), served_words(key));
-    for (const std::string& line : wrapped(key.meaning, kColumns - kIndentation)) {
+    for (const std::string& line : wrapped(told_meaning(key), kColumns - kIndentation)) {
       text << std::string(kIndentation, ' ') << line << '\n';
     }
     Json bands = Json::array();
@@ -70,8 +83,8 @@ int run(const Words& words, Report& report) {
                     {"scope", word_for(key.scope)},
                     {"bands", std::move(bands)},
                     {"accepted", served_words(key)},
-                    {"choices", choices_of(served(key))},
-                    {"meaning", key.meaning},
+                    {"choices", choices_of(key, only)},
+                    {"meaning", told_meaning(key)},
                     {"secret", key.secret}});
   }
   report.data() = {{"keys", std::move(keys)}};

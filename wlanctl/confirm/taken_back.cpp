@@ -1,0 +1,116 @@
+#include "wlanctl/confirm/taken_back.h"
+
+#include <ctime>
+#include <iterator>
+#include <vector>
+
+#include "wlanctl/base/report.h"
+#include "wlanctl/confirm/pending.h"
+#include "wlanctl/files/places.h"
+#include "wlanctl/files/state_file.h"
+
+namespace wlanctl {
+namespace {
+
+constexpr char kFormat[] = "wlanctl-taken-back";
+constexpr int kVersion = 1;
+
+struct Reason {
+  const char* name;
+  const char* words;
+};
+constexpr Reason kReasons[] = {
+    {"unconfirmed", "because nobody confirmed it"},  {"ended", "because it ended in the middle"},
+    {"interrupted", "because it was interrupted"},   {"late", "because it was not done in time"},
+    {"not-in-force", "because it was not in force"}, {"asked", "by wlanctl rollback"},
+};
+
+const Reason& about(TakenFor reason) {
+  return kReasons[static_cast<size_t>(reason)];
+}
+
+std::optional<TakenFor> parse_reason(const std::string& name) {
+  for (size_t i = 0; i < std::size(kReasons); ++i) {
+    if (name == kReasons[i].name) return static_cast<TakenFor>(i);
+  }
+  return std::nullopt;
+}
+
+std::string path_of(Band band) {
+  return std::string(place::kTakenBack) + label_of(band);
+}
+
+bool keep(Band band, const TakenBack& taken) {
+  const std::string text = joined({this_boot(), std::to_string(taken.applied_at), std::to_string(taken.taken_back_at),
+                                   about(taken.reason).name, taken.is_told ? "told" : "untold"},
+                                  " ") +
+                           "\n";
+  Report unheard;
+  return write_state_file(path_of(band), kFormat, kVersion, text, unheard);
+}
+
+std::string time_text(int64_t seconds, const char* format, tm* (*split)(const time_t*, tm*)) {
+  const auto time = static_cast<time_t>(seconds);
+  tm parts = {};
+  char text[64] = "";
+  if (split(&time, &parts) == nullptr || std::strftime(text, sizeof text, format, &parts) == 0) return "?";
+  return text;
+}
+
+std::string time_of(int64_t seconds) {
+  return time_text(seconds, "%Y-%m-%d %H:%M:%S", localtime_r);
+}
+
+}  // namespace
+
+TakenFor reason_for(const Pending& pending) {
+  return pending.phase == Phase::kWaiting ? TakenFor::kUnconfirmed : TakenFor::kEnded;
+}
+
+bool keep_taken_back(const Pending& pending, TakenFor reason) {
+  const bool is_told = reason != TakenFor::kUnconfirmed && reason != TakenFor::kEnded;
+  return keep(pending.band, {pending.applied_at, std::time(nullptr), reason, is_told});
+}
+
+std::optional<TakenBack> taken_back(Band band) {
+  const std::vector<std::string> words = words_of(read_state_file(path_of(band), kFormat, kVersion).value_or(""));
+  if (words.size() != 5 || words[0] != this_boot()) return std::nullopt;
+  const std::optional<int64_t> applied_at = number_in(words[1]);
+  const std::optional<int64_t> taken_back_at = number_in(words[2]);
+  const std::optional<TakenFor> reason = parse_reason(words[3]);
+  if (!applied_at || !taken_back_at || !reason) return std::nullopt;
+  return TakenBack{*applied_at, *taken_back_at, *reason, words[4] == "told"};
+}
+
+void forget_taken_back(Band band) {
+  (void)remove_state_file(path_of(band));
+}
+
+void acknowledge_taken_back(Band band) {
+  std::optional<TakenBack> taken = taken_back(band);
+  if (!taken || taken->is_told) return;
+  taken->is_told = true;
+  (void)keep(band, *taken);
+}
+
+std::string words_of(Band band, const TakenBack& taken) {
+  return std::string("the apply of ") + label_of(band) + " of " + time_of(taken.applied_at) + " was taken back at " +
+         time_of(taken.taken_back_at) + ", " + about(taken.reason).words;
+}
+
+Json json_of(const std::optional<TakenBack>& taken) {
+  constexpr char kStandard[] = "%Y-%m-%dT%H:%M:%SZ";
+  if (!taken) return {};
+  return {{"applied_at", time_text(taken->applied_at, kStandard, gmtime_r)},
+          {"taken_back_at", time_text(taken->taken_back_at, kStandard, gmtime_r)},
+          {"reason", about(taken->reason).name}};
+}
+
+std::optional<TakenBack> note_taken_back(Band band, Report& report) {
+  const std::optional<TakenBack> taken = taken_back(band);
+  if (!taken || taken->is_told) return std::nullopt;
+  report.note(words_of(band, *taken));
+  return taken;
+}
+
+}  // namespace wlanctl
