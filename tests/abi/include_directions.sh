@@ -69,7 +69,8 @@ allow wlanctl/confirm "$tool" wlanctl/base wlanctl/files wlanctl/library wlanctl
 allow wlanctl/command_line "$tool" wlanctl/base wlanctl/command_line
 allow wlanctl/completion none wlanctl/base wlanctl/keys wlanctl/command_line wlanctl/completion
 allow wlanctl "$tool" wlanctl/base wlanctl/files wlanctl/library wlanctl/keys wlanctl/store wlanctl/check wlanctl/live \
-  wlanctl/apply wlanctl/ssid wlanctl/confirm wlanctl/command_line wlanctl/completion wlanctl/verbs wlanctl/verbs/apply
+  wlanctl/apply wlanctl/ssid wlanctl/confirm wlanctl/command_line wlanctl/completion wlanctl/verbs wlanctl/verbs/apply \
+  wlanctl/verbs/ssid
 
 # What is dear to compile is included once.
 once() {

@@ -15,8 +15,11 @@ extern const Verb kKeys;
 extern const Verb kExplain;
 extern const Verb kCheck;
 extern const Verb kDump;
+// ssid/
 extern const Verb kSsid;
-extern const Verb kSsidList;  // below kSsid
+extern const Verb kSsidAdd;  // this and those that follow are below it
+extern const Verb kSsidList;
+extern const Verb kSsidRemove;
 // apply/
 extern const Verb kDiff;
 extern const Verb kSave;
