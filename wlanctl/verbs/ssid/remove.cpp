@@ -15,7 +15,7 @@ namespace wlanctl {
 namespace {
 
 // None with problems.
-std::vector<SsidPlan> plans_to_remove(const Asked& asked, Report& report) {
+std::vector<SsidPlan> plans_to_remove(const AskedSsids& asked, Report& report) {
   std::vector<SsidPlan> plans;
   for (const Band band : asked.bands) {
     const int ssid = asked_ssid(band, asked.names.front(), report);
@@ -38,7 +38,7 @@ std::string farewells(const std::vector<SsidPlan>& plans) {
 }
 
 // What is lost is told, and somebody asked, without holding up other processes.
-int ask_first(const Words& words, const Asked& asked, std::string* told, Report& report) {
+int ask_first(const Words& words, const AskedSsids& asked, std::string* told, Report& report) {
   for (const Band band : asked.bands) {
     if (!look_at_band(band, report)) return kNoStore;
   }

@@ -10,7 +10,7 @@
 namespace wlanctl {
 namespace {
 
-int set(const Words& words, const Asked& asked, const char* key, const std::string& value, const std::string& done,
+int set(const Words& words, const AskedSsids& asked, const char* key, const std::string& value, const std::string& done,
         Report& report) {
   const MaybeLock lock(words, report);
   if (lock.is_missing()) return lock.exit_code();

@@ -41,7 +41,7 @@ bool needs_force(Band band) {
   return text && !losses_behind_count(read_bytes(dat_path_of(band)).value_or(""), *text).empty();
 }
 
-std::string next_of(const Asked& asked, Applying applying) {
+std::string next_of(const AskedSsids& asked, Applying applying) {
   const bool is_forced = std::any_of(asked.bands.begin(), asked.bands.end(), needs_force);
   return "wlanctl apply" + (asked.bands.size() == 1 ? std::string(" ") + label_of(asked.bands.front()) : "") +
          (applying == Applying::kAgain ? " --again" : "") + (is_forced ? " --force" : "");
@@ -49,8 +49,8 @@ std::string next_of(const Asked& asked, Applying applying) {
 
 }  // namespace
 
-std::optional<Asked> asked_of(const Words& words, size_t count, const std::string& what, Report& report) {
-  Asked asked = {{kBands[0], kBands[1]}, words.names};
+std::optional<AskedSsids> asked_of(const Words& words, size_t count, const std::string& what, Report& report) {
+  AskedSsids asked = {{kBands[0], kBands[1]}, words.names};
   if (words.both) {
     asked.names.insert(asked.names.begin(), words.band);
   } else if (const auto band = parse_band(words.band)) {
@@ -65,7 +65,7 @@ std::optional<Asked> asked_of(const Words& words, size_t count, const std::strin
   return std::nullopt;
 }
 
-int open_all(const Words& words, const Asked& asked, Report& report) {
+int open_all(const Words& words, const AskedSsids& asked, Report& report) {
   int code = kDone;
   for (const Band band : asked.bands) code = worse_of(code, open_for(words, band, report));
   return code;
@@ -96,7 +96,7 @@ void refuse_bad_name(const std::string& name, bool force, Report& report) {
                   "choose another name, or insist with --force"});
 }
 
-int finish(const Words& words, const Asked& asked, const std::vector<SsidPlan>& plans, const std::string& done,
+int finish(const Words& words, const AskedSsids& asked, const std::vector<SsidPlan>& plans, const std::string& done,
            Applying applying, Report& report) {
   const std::vector<JudgedPlan> judged = judge_all(plans, words.force, report);
   if (report.has_problems()) return kRefused;

@@ -14,16 +14,16 @@ namespace wlanctl {
 class Report;
 
 // The bands, and what stands behind them on the command line.
-struct Asked {
+struct AskedSsids {
   std::vector<Band> bands;
   std::vector<std::string> names;
 };
 
 // With so many names, which `what` tells; with --both there is no band in front. None with a problem.
-std::optional<Asked> asked_of(const Words& words, size_t count, const std::string& what, Report& report);
+std::optional<AskedSsids> asked_of(const Words& words, size_t count, const std::string& what, Report& report);
 
 // Opens the bands for a change, or for looking at them in a dry run. The exit code.
-int open_all(const Words& words, const Asked& asked, Report& report);
+int open_all(const Words& words, const AskedSsids& asked, Report& report);
 
 // The number of the SSID that a word names; 0 with a problem.
 int asked_ssid(Band band, const std::string& word, Report& report);
@@ -36,7 +36,7 @@ void refuse_bad_name(const std::string& name, bool force, Report& report);
 enum class Applying { kPlain, kAgain };
 
 // Judges the plans, carries them out unless this is a dry run, and tells it. `done` completes "is ". The exit code.
-int finish(const Words& words, const Asked& asked, const std::vector<SsidPlan>& plans, const std::string& done,
+int finish(const Words& words, const AskedSsids& asked, const std::vector<SsidPlan>& plans, const std::string& done,
            Applying applying, Report& report);
 
 // Taken for a change; a dry run waits for nobody.
