@@ -135,6 +135,9 @@ TEST(Explain, SaysWhenItIsTheTablesWord) {
 TEST(Explain, TellsWhatAnApplyMakesOfValues) {
   const Json burst = band_of(explained("TxBurst"), "2.4g")["normalisation"];
   EXPECT_EQ(Json::parse(R"([{"values":[0],"makes":[{"key":"TxBurst","index":-1,"to":1}]}])"), burst);
+  // Also where the value in the store would be changed anyway.
+  const Json operation = band_of(explained("HT_OpMode"), "2.4g")["normalisation"];
+  EXPECT_EQ(Json::parse(R"([{"values":[0],"makes":[{"key":"HT_OpMode","index":-1,"to":1}]}])"), operation);
   const std::string mode = run(std::string(kInit) + "wlanctl explain AuthMode").out;
   EXPECT_THAT(mode, HasSubstr("makes of OPEN: DefaultKeyID:1=0, EncrypType:1=NONE, WPAPSK:1=0\n"));
   EXPECT_EQ(Json::array(), band_of(explained("CountryCode"), "2.4g")["normalisation"]);
