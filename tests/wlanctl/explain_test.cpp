@@ -214,6 +214,15 @@ TEST(Explain, OfNoStoreAsksTheDatFileAndOfNoneTheTable) {
   EXPECT_EQ("table", none["effects"][0]["source"]);
 }
 
+TEST(Explain, SaysWhichStoreCannotBeAsked) {
+  const Result result =
+      run(std::string(kInit) + "wlanctl set 2.4g BssidNum=9 --force >/dev/null; wlanctl explain Channel");
+  EXPECT_EQ(0, result.status);
+  EXPECT_THAT(result.err, HasSubstr("note: the store of 2.4g cannot be asked; wlanctl diff 2.4g tells more\n"));
+  EXPECT_THAT(result.out, HasSubstr("  value     -\n  change    an apply restarts the radio (the table's word"));
+  EXPECT_THAT(result.out, HasSubstr("  value     36\n"));
+}
+
 Words names_of(const std::string& words) {
   Words names;
   const Json keys = json_of("keys " + words)["data"]["keys"];
