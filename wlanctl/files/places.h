@@ -10,7 +10,7 @@ inline constexpr char kPending[] = "/var/run/wlanctl-pending-";  // likewise: an
 inline constexpr char kGuard[] = "/var/run/wlanctl-guard-";      // likewise: held by who watches over that
 inline constexpr char kKept[] = "/var/run/wlanctl-kept-";        // likewise: the dat file before a write that lost some
 inline constexpr char kLacking[] = "/var/run/wlanctl-lacking-";  // likewise: what was applied and is not in force
-inline constexpr char kUnfinished[] = "/var/run/wlanctl-ssids";    // what a change of SSIDs is about to change
+inline constexpr char kUnfinished[] = "/var/run/wlanctl-ssids";  // what a change of SSIDs is about to change
 inline constexpr char kFolder[] = "/var/run";
 
 }  // namespace wlanctl::place
