@@ -73,7 +73,7 @@ allow wlanctl/command_line "$tool" wlanctl/base wlanctl/command_line
 allow wlanctl/completion none wlanctl/base wlanctl/keys wlanctl/command_line wlanctl/completion
 allow wlanctl "$tool" wlanctl/base wlanctl/files wlanctl/library wlanctl/keys wlanctl/store wlanctl/check wlanctl/live \
   wlanctl/apply wlanctl/history wlanctl/ssid wlanctl/confirm wlanctl/exchange wlanctl/command_line wlanctl/completion wlanctl/verbs \
-  wlanctl/verbs/apply wlanctl/verbs/settings
+  wlanctl/verbs/apply wlanctl/verbs/settings wlanctl/verbs/ssid
 
 # What is dear to compile is included once; the JSON library to print, and to parse.
 once() {

@@ -19,6 +19,16 @@ Json explained(const std::string& words, const std::string& before = kInit) {
   return json_of("explain " + words, before)["data"];
 }
 
+// Several, in one gateway.
+std::map<std::string, Json> all_explained(const Words& keys) {
+  Words steps = {kInit + std::string("true")};
+  for (const std::string& key : keys) steps.push_back("wlanctl explain " + key + " --json");
+  const std::vector<Result> results = run_steps(steps);
+  std::map<std::string, Json> answers;
+  for (size_t i = 0; i < keys.size(); ++i) answers[keys[i]] = document_in(results[i + 1].out)["data"];
+  return answers;
+}
+
 Json band_of(const Json& data, const std::string& label) {
   for (const Json& band : data["bands"]) {
     if (band["band"] == label) return band;
@@ -101,8 +111,11 @@ constexpr struct {
 };
 
 TEST(Explain, TellsWhatTheLibraryAnswersAboutAChange) {
+  Words keys;
+  for (const auto& row : kEffects) keys.emplace_back(row.key);
+  std::map<std::string, Json> answers = all_explained(keys);
   for (const auto& row : kEffects) {
-    const Json data = explained(row.key);
+    const Json& data = answers[row.key];
     EXPECT_EQ(row.on_2_4g, effects_of(band_of(data, "2.4g"))) << row.key;
     EXPECT_EQ(row.on_5g, effects_of(band_of(data, "5g"))) << row.key;
     EXPECT_EQ("library", band_of(data, "2.4g")["effects"][0]["source"]) << row.key;
@@ -135,20 +148,25 @@ TEST(Explain, SaysWhenItIsTheTablesWord) {
 TEST(Explain, TellsWhatAnApplyMakesOfValues) {
   const Json burst = band_of(explained("TxBurst"), "2.4g")["normalisation"];
   EXPECT_EQ(Json::parse(R"([{"values":[0],"makes":[{"key":"TxBurst","index":-1,"to":1}]}])"), burst);
+  // Also where the value in the store would be changed anyway.
+  const Json operation = band_of(explained("HT_OpMode"), "2.4g")["normalisation"];
+  EXPECT_EQ(Json::parse(R"([{"values":[0],"makes":[{"key":"HT_OpMode","index":-1,"to":1}]}])"), operation);
   const std::string mode = run(std::string(kInit) + "wlanctl explain AuthMode").out;
   EXPECT_THAT(mode, HasSubstr("makes of OPEN: DefaultKeyID:1=0, EncrypType:1=NONE, WPAPSK:1=0\n"));
   EXPECT_EQ(Json::array(), band_of(explained("CountryCode"), "2.4g")["normalisation"]);
 }
 
 TEST(Explain, KnowsTheTraps) {
-  EXPECT_THAT(explained("AccessControlList")["traps"].dump(), HasSubstr("the driver gets the first one only"));
-  EXPECT_THAT(explained("AuthMode")["traps"].dump(), HasSubstr("OPEN loses the passphrase"));
-  EXPECT_THAT(explained("HideSSID")["traps"].dump(), HasSubstr("an SSID's empty value ends the list at a save"));
-  EXPECT_THAT(explained("HideSSID")["traps"].dump(), HasSubstr("cut behind 149 characters"));
-  EXPECT_THAT(explained("WPAPSK")["traps"].dump(), HasSubstr("a save leaves it out for SSIDs behind BssidNum"));
-  EXPECT_THAT(explained("MboSupport")["traps"].dump(), Not(HasSubstr("leaves it out")));
-  EXPECT_THAT(explained("WscConfMode")["traps"].dump(), HasSubstr("neither a revert nor a roll back"));
-  EXPECT_EQ(Json::array(), explained("Channel")["traps"]);
+  std::map<std::string, Json> answers =
+      all_explained({"AccessControlList", "AuthMode", "HideSSID", "WPAPSK", "MboSupport", "WscConfMode", "Channel"});
+  EXPECT_THAT(answers["AccessControlList"]["traps"].dump(), HasSubstr("the driver gets the first one only"));
+  EXPECT_THAT(answers["AuthMode"]["traps"].dump(), HasSubstr("OPEN loses the passphrase"));
+  EXPECT_THAT(answers["HideSSID"]["traps"].dump(), HasSubstr("an SSID's empty value ends the list at a save"));
+  EXPECT_THAT(answers["HideSSID"]["traps"].dump(), HasSubstr("cut behind 149 characters"));
+  EXPECT_THAT(answers["WPAPSK"]["traps"].dump(), HasSubstr("a save leaves it out for SSIDs behind BssidNum"));
+  EXPECT_THAT(answers["MboSupport"]["traps"].dump(), Not(HasSubstr("leaves it out")));
+  EXPECT_THAT(answers["WscConfMode"]["traps"].dump(), HasSubstr("neither a revert nor a roll back"));
+  EXPECT_EQ(Json::array(), answers["Channel"]["traps"]);
 }
 
 TEST(Explain, ShowsNoSecret) {
@@ -209,6 +227,15 @@ TEST(Explain, OfNoStoreAsksTheDatFileAndOfNoneTheTable) {
   EXPECT_EQ("none", none["values_from"]);
   EXPECT_EQ("radio", effects_of(none));
   EXPECT_EQ("table", none["effects"][0]["source"]);
+}
+
+TEST(Explain, SaysWhichStoreCannotBeAsked) {
+  const Result result =
+      run(std::string(kInit) + "wlanctl set 2.4g BssidNum=9 --force >/dev/null; wlanctl explain Channel");
+  EXPECT_EQ(0, result.status);
+  EXPECT_THAT(result.err, HasSubstr("note: the store of 2.4g cannot be asked; wlanctl diff 2.4g tells more\n"));
+  EXPECT_THAT(result.out, HasSubstr("  value     -\n  change    an apply restarts the radio (the table's word"));
+  EXPECT_THAT(result.out, HasSubstr("  value     36\n"));
 }
 
 Words names_of(const std::string& words) {

@@ -207,8 +207,10 @@ TEST(Json, IsADocumentForHelpAndVersionToo) {
 TEST(Help, FitsAConsoleOfEightyColumns) {
   Words calls = {""};
   for (const std::string& verb : verbs()) calls.push_back(verb);
-  for (const char* const below : {"wps pbc", "wps pin", "wps stop", "wps status", "radio on", "radio off",
-                                  "calibration read", "calibration write", "trace on", "trace off", "trace level"}) {
+  for (const char* const below :
+       {"wps pbc", "wps pin", "wps stop", "wps status", "radio on", "radio off", "calibration read",
+        "calibration write", "trace on", "trace off", "trace level", "ssid list", "ssid add", "ssid remove",
+        "ssid enable", "ssid disable", "ssid rename"}) {
     calls.emplace_back(below);
   }
   for (const std::string& call : calls) {

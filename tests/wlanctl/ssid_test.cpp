@@ -214,11 +214,23 @@ TEST(SsidSwitch, EnablesAndDisablesByNumberOrName) {
   const auto steps = run_live({"wlanctl ssid disable 2.4g 2", "wlanctl get 2.4g EnableSSID:1 EnableSSID:2",
                                "wlanctl ssid enable 2.4g Gateway-Guest", "wlanctl get 2.4g EnableSSID:2",
                                "wlanctl ssid disable 2.4g 3"});
-  EXPECT_EQ("2.4g: SSID 2 \"Gateway-Guest\" (ra1) is disabled\nnext: wlanctl apply 2.4g\n", steps[0].out);
+  EXPECT_EQ("2.4g: SSID 2 \"Gateway-Guest\" (ra1) is disabled\nnext: wlanctl apply 2.4g --again\n", steps[0].out);
   EXPECT_EQ("EnableSSID:1  1\nEnableSSID:2  0\n", steps[1].out);
   EXPECT_EQ(0, steps[2].status);
   EXPECT_EQ("1\n", steps[3].out);
   EXPECT_EQ(1, steps[4].status);
+}
+
+TEST(SsidSwitch, TellsTheApplyThatBringsItIntoForce) {
+  const auto steps = run_live({"$(wlanctl ssid disable 2.4g 2 | sed -n 's/^next: //p') >/dev/null",
+                               "wlanctl ssid list 2.4g | grep ra1",
+                               "$(wlanctl ssid enable --both 2 | sed -n 's/^next: //p') >/dev/null",
+                               "wlanctl ssid list 2.4g | grep ra1", "wlanctl ssid disable 2.4g 1"});
+  EXPECT_EQ(0, steps[0].status) << steps[0].err;
+  EXPECT_EQ("  2     ra1        down   no       no      WPA2PSK/AES  Gateway-Guest\n", steps[1].out);
+  EXPECT_EQ(0, steps[2].status) << steps[2].err;
+  EXPECT_EQ("  2     ra1        up     yes      no      WPA2PSK/AES  Gateway-Guest\n", steps[3].out);
+  EXPECT_THAT(steps[4].out, HasSubstr("next: wlanctl apply 2.4g\n"));
 }
 
 TEST(SsidRename, GivesAnotherNameByTheRulesOfOne) {

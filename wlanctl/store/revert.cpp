@@ -6,18 +6,14 @@
 #include <set>
 #include <utility>
 
-#include "wlanctl/base/text.h"
 #include "wlanctl/keys/dat_key.h"
+#include "wlanctl/store/added_records.h"
 #include "wlanctl/store/dat_file.h"
 #include "wlanctl/store/segment.h"
 #include "wlanctl/store/storing_note.h"
 
 namespace wlanctl {
 namespace {
-
-std::string key_of(const wifimgr_attr_record& record) {
-  return without_line_end(std::string(record.key, strnlen(record.key, sizeof record.key)));
-}
 
 int ssid_count_in(const std::vector<wifimgr_attr_record>& table) {
   for (const wifimgr_attr_record& record : table) {

@@ -18,8 +18,11 @@ extern const Verb kDump;
 extern const Verb kEdit;
 extern const Verb kExport;
 extern const Verb kImport;
+// ssid/
 extern const Verb kSsid;
-extern const Verb kSsidList;  // below kSsid
+extern const Verb kSsidAdd;  // this and those that follow are below it
+extern const Verb kSsidList;
+extern const Verb kSsidRemove;
 // apply/
 extern const Verb kDiff;
 extern const Verb kSave;

@@ -152,16 +152,21 @@ Json json_of(const Key& key, const Consequence& consequence) {
   return {{"values", json_of(key, consequence.values)}, {"makes", std::move(made)}};
 }
 
-// Nothing is said of why a store cannot be had: the setting is what was asked for.
+// A store that cannot be had is no problem here: the setting is what was asked for.
 bool can_look(Band band) {
   Report unheard;
   return look_at_band(band, unheard) && !senseless_count(band);
 }
 
-Json explain_band(const Key& key, Band band, Text& text) {
+Json explain_band(const Key& key, Band band, Report& report) {
+  Text& text = report.text();
   const std::vector<std::string> defaults = defaults_of(key, band);
   const bool is_live = has_store(band);
   const bool is_open = can_look(band);
+  if (is_live && !is_open) {
+    report.note(std::string("the store of ") + label_of(band) + " cannot be asked; wlanctl diff " + label_of(band) +
+                " tells more");
+  }
   const std::vector<std::string> values = is_open ? values_in_store(key, band) : std::vector<std::string>();
   const char* const source = !is_open ? "none" : is_live ? "store" : "file";
   const std::vector<ChangeEffect> effects = is_open ? effects_of(band, key) : table_effects_of(band, key);
@@ -170,7 +175,10 @@ Json explain_band(const Key& key, Band band, Text& text) {
   text << label_of(band) << '\n';
   print_line(text, "  ", "default", defaults.empty() ? "-" : words_for_values(key, defaults));
   const std::string where = source == std::string("file") ? " (in the dat file)" : "";
-  print_line(text, "  ", "value", is_open ? words_for_values(key, values) + where : "- (there is no store)");
+  print_line(text, "  ", "value",
+             is_open   ? words_for_values(key, values) + where
+             : is_live ? "-"
+                       : "- (there is no store)");
   Json told = Json::array();
   for (const ChangeEffect& effect : effects) {
     print_line(text, "  ", "change", words_for(key, effect));
@@ -220,7 +228,7 @@ int run(const Words& words, Report& report) {
   print_line(text, "  ", "setter", key.setter_name);
   Json bands = Json::array();
   for (const Band band : kBands) {
-    if (key.is_on(band)) bands.push_back(explain_band(key, band, text));
+    if (key.is_on(band)) bands.push_back(explain_band(key, band, report));
   }
   const std::vector<std::string> traps = traps_of(key);
   if (!traps.empty()) text << "traps\n";

@@ -48,7 +48,9 @@ std::vector<const Key*> asked_keys(const Words& words) {
 }
 
 // Of both bands, where none is named.
-std::vector<std::string> choices_of(const Key& key, const std::optional<Band>& only) {
+std::vector<std::string> choices_of(const Key& key, const Words& words) {
+  const std::optional<Band> first = parse_band(words.pattern);
+  const std::optional<Band> only = first ? first : parse_band(words.band);
   std::vector<std::string> choices;
   for (const Band band : kBands) {
     if (!key.is_on(band) || only.value_or(band) != band) continue;
@@ -83,7 +85,7 @@ int run(const Words& words, Report& report) {
                     {"scope", word_for(key.scope)},
                     {"bands", std::move(bands)},
                     {"accepted", served_words(key)},
-                    {"choices", choices_of(key, only)},
+                    {"choices", choices_of(key, words)},
                     {"meaning", told_meaning(key)},
                     {"secret", key.secret}});
   }

@@ -1,4 +1,4 @@
-#include "wlanctl/verbs/settings/ssid_report.h"
+#include "wlanctl/verbs/ssid/report.h"
 
 #include <algorithm>
 

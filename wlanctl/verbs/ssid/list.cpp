@@ -6,7 +6,7 @@
 #include "wlanctl/live/served_ssid.h"
 #include "wlanctl/live/stations.h"
 #include "wlanctl/store/value.h"
-#include "wlanctl/verbs/settings/ssid_report.h"
+#include "wlanctl/verbs/ssid/report.h"
 #include "wlanctl/verbs/verbs.h"
 
 namespace wlanctl {
