@@ -128,6 +128,7 @@ TEST(Import, NamesWhatIsWrongWithAText) {
       {settings("\"Channel\": 1,\n\"channel\": 2"), ":4: Channel stands in line 3 already"},
       {settings("\"Channel\": true"), ":3: Channel: it cannot be true or false; write a text or a number"},
       {settings("\"Channel\": 1.5"), ":3: Channel: it cannot be a number that is not whole or too large"},
+      {settings("\"Channel\": 1.5\n\n"), ":3: Channel: it cannot be a number that is not whole"},
       {settings("\"Channel\": 99999999999999999999"), ":3: Channel: it cannot be a number that is not whole"},
       {settings("\"Channel\": [1]"), ":3: Channel: it cannot be an array"},
       {settings("\"Channel\": null"), ":3: Channel: null stands for a secret that was left out, and this is none"},
@@ -428,6 +429,30 @@ TEST(ImportKilled, LeavesWhatSomebodyElseHasSetSince) {
   EXPECT_EQ("Channel  11\nTxPower  50\n", steps[1].out);
   EXPECT_THAT(steps[2].err, HasSubstr("what it had set is put back, 1 value"));
   EXPECT_EQ("Channel  3\nTxPower  100\n", steps[3].out);
+}
+
+// Another process gets in between: what was set goes back, what is the other's stays.
+TEST(Import, TakesBackWhatItHadSetWhenASetterRefuses) {
+  const auto steps = run_live({into("f.json", settings("\"Channel\": 11,\n\"HideSSID:2\": 1")) +
+                                   "WLANCTL_STEP_RUN='library_probe attach put BssidNum 0 -1 1 >/dev/null'; export "
+                                   "WLANCTL_STEP_RUN;" +
+                                   killed_behind(2, "import f.json"),
+                               "wlanctl get 2.4g Channel BssidNum; ls /var/run/wlanctl-storing"});
+  EXPECT_EQ(1, steps[0].status);
+  EXPECT_THAT(steps[0].err, HasSubstr("f.json:4: HideSSID:2 cannot be \"1\": The ssid index should be from 1 to "
+                                      "BssidNum:1.; another process changed the store; try again"));
+  EXPECT_EQ("Channel   6\nBssidNum  1\n", steps[1].out);
+}
+
+TEST(Import, IsDoneOnlyWhenAllOfItIsThere) {
+  const auto steps = run_live({into("f.json", settings("\"Channel\": 11,\n\"TxPower\": 50")) +
+                                   "WLANCTL_STEP_RUN='library_probe attach put Channel 0 -1 3 >/dev/null'; export "
+                                   "WLANCTL_STEP_RUN;" +
+                                   killed_behind(3, "import f.json"),
+                               "wlanctl get 2.4g Channel TxPower"});
+  EXPECT_EQ(1, steps[0].status);
+  EXPECT_THAT(steps[0].err, HasSubstr("f.json:3: Channel cannot be \"11\": it is another one in the store now"));
+  EXPECT_EQ("Channel  3\nTxPower  100\n", steps[1].out);
 }
 
 // A revert is what the operator wants now; what the killed one found is older.
