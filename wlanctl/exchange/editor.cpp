@@ -107,7 +107,7 @@ bool PrivateFile::write(const std::string& text) {
 std::vector<std::string> editor_words() {
   for (const char* const name : {"VISUAL", "EDITOR"}) {
     const char* const value = std::getenv(name);
-    const std::vector<std::string> words = words_of(value == nullptr ? "" : value);
+    std::vector<std::string> words = words_of(value == nullptr ? "" : value);
     if (!words.empty()) return words;
   }
   return {"vi"};

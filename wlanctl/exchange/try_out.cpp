@@ -53,10 +53,7 @@ bool is_taken_by_setter(Band band, const Wish& wish) {
 
 class Try {
  public:
-  Try(Band band, bool force, Report& report) : band_(band), force_(force), report_(report) {
-    plan_.band = band;
-    problems_before_ = report.problems().size();
-  }
+  Try(Band band, bool force, Report& report) : band_(band), force_(force), report_(report) { plan_.band = band; }
 
   StorePlan run(const std::vector<Wish>& wishes, Order order) {
     plan_.order = order;
@@ -72,16 +69,14 @@ class Try {
       take_as_needed(wishes);
     }
     if (!force_) refuse_dangerous_and_unserved();
-    if (has_problems()) return std::move(plan_);
+    if (report_.has_problems()) return std::move(plan_);
     const Outlook after = outlook_of(band_);
     if (!force_) refuse_losses(before, after);
-    if (!has_problems()) note_adjustments(before, after);
+    if (!report_.has_problems()) note_adjustments(before, after);
     return std::move(plan_);
   }
 
  private:
-  bool has_problems() const { return report_.problems().size() > problems_before_; }
-
   static std::string reason_or_default() {
     const std::string reason = first_reason();
     return reason.empty() ? "the library refuses it" : reason;
@@ -236,7 +231,6 @@ class Try {
   Band band_;
   bool force_;
   Report& report_;
-  size_t problems_before_ = 0;
   std::vector<wifimgr_attr_record> table_;
   StorePlan plan_;
 };
@@ -267,7 +261,21 @@ void refuse(Report& report, Band band, const Wish& wish, const std::string& reas
 }
 
 StorePlan try_out(Band band, const std::vector<Wish>& wishes, Order order, bool force, Report& report) {
-  return Try(band, force, report).run(wishes, order);
+  Report said;
+  StorePlan plan = Try(band, force, said).run(wishes, order);
+  if (order == Order::kAsNeeded && said.has_problems()) {
+    // A value may be taken only as long as another one is what it was: a key goes with the cipher before.
+    Report said_of_other;
+    const std::vector<Wish> backwards(wishes.rbegin(), wishes.rend());
+    StorePlan other = Try(band, force, said_of_other).run(backwards, order);
+    if (!said_of_other.has_problems()) {
+      plan = std::move(other);
+      said = std::move(said_of_other);
+    }
+  }
+  for (const Problem& problem : said.problems()) report.problem(problem);
+  for (const std::string& note : said.notes()) report.note(note);
+  return plan;
 }
 
 }  // namespace wlanctl

@@ -146,7 +146,7 @@ int put_back_noted(Band band, const std::vector<NotedField>& fields) {
     const bool is_ours = std::find(change.becomes.begin(), change.becomes.end(), now) != change.becomes.end();
     if (now == change.before || !is_ours) continue;
     std::memset(field, 0, WIFIMGR_FIELD_SIZE);
-    std::memcpy(field, change.before.data(), std::min<size_t>(change.before.size(), WIFIMGR_FIELD_SIZE));
+    std::copy_n(change.before.begin(), std::min<size_t>(change.before.size(), WIFIMGR_FIELD_SIZE), field);
     ++count;
   }
   return count == 0 || lock.replace(table) ? count : -1;
