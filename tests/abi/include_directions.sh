@@ -63,10 +63,12 @@ allow wlanctl/check "$tool" wlanctl/base wlanctl/library wlanctl/keys wlanctl/st
 allow wlanctl/live "$tool" wlanctl/base wlanctl/library wlanctl/store wlanctl/live
 allow wlanctl/apply "$tool" wlanctl/base wlanctl/files wlanctl/library wlanctl/keys wlanctl/store wlanctl/live wlanctl/apply
 allow wlanctl/confirm "$tool" wlanctl/base wlanctl/files wlanctl/library wlanctl/keys wlanctl/store wlanctl/apply wlanctl/confirm
+allow wlanctl/watch "$tool" wlanctl/base wlanctl/files wlanctl/library wlanctl/keys wlanctl/store wlanctl/live wlanctl/apply \
+  wlanctl/confirm wlanctl/watch
 allow wlanctl/command_line "$tool" wlanctl/base wlanctl/command_line
 allow wlanctl/completion none wlanctl/base wlanctl/keys wlanctl/command_line wlanctl/completion
 allow wlanctl "$tool" wlanctl/base wlanctl/files wlanctl/library wlanctl/keys wlanctl/store wlanctl/check wlanctl/live \
-  wlanctl/apply wlanctl/confirm wlanctl/command_line wlanctl/completion wlanctl/verbs wlanctl/verbs/apply
+  wlanctl/apply wlanctl/confirm wlanctl/watch wlanctl/command_line wlanctl/completion wlanctl/verbs wlanctl/verbs/apply
 
 # What is dear to compile is included once.
 once() {

@@ -65,12 +65,22 @@ int Report::finish(int exit_code) {
 
 bool Report::refresh(int exit_code) {
   const bool done = print(exit_code, true);
+  start_over();
+  return done;
+}
+
+std::string Report::take_line(int exit_code) {
+  std::string line = printed(document(exit_code), Layout::kOnOneLine) + '\n';
+  start_over();
+  return line;
+}
+
+void Report::start_over() {
   text_.clear();
   data_ = Json::object();
   problems_.clear();
   notes_.clear();
   refreshed_ = true;
-  return done;
 }
 
 Json Report::document(int exit_code) const {

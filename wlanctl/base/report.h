@@ -63,7 +63,14 @@ class Report {
   // False when it could not be printed.
   bool refresh(int exit_code);
 
+  // For a verb that tells line by line: from now on finish prints problems alone.
+  void begin_lines() { refreshed_ = true; }
+
+  // The document of one line, as JSON, for the verb to print; starts over.
+  std::string take_line(int exit_code);
+
  private:
+  void start_over();
   Json document(int exit_code) const;
   bool print(int exit_code, bool on_one_line) const;
 

@@ -52,6 +52,9 @@ class StoreLock {
   bool held_;
 };
 
+// The band's segment; -1 when there is none, or it is not for this user.
+int segment_of(Band band);
+
 // The band's semaphore; -1 when there is none, or it is not for this user.
 int semaphore_of(Band band);
 

@@ -27,6 +27,7 @@ extern const Verb kStations;
 extern const Verb kNeighbours;
 extern const Verb kWps;
 extern const Verb kRadio;
+extern const Verb kMonitor;
 // board/
 extern const Verb kLed;
 extern const Verb kButton;
