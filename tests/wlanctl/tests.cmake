@@ -32,6 +32,6 @@ if(NOT WIFIMGR_TEST_PROGRAMS)
 endif()
 
 foreach(name apply_killed apply board calibration check completion confirm danger debug diff dry_run in_force interrupt keys
-    live_store lock loss man neighbours power_cut recording schema secret set show stations status unlock wps)
+    live_store lock loss man monitor neighbours power_cut recording schema secret set show stations status unlock wps)
   wifimgr_program_test(wlanctl_test_support ${name}_test wlanctl/${name}_test.cpp)
 endforeach()

@@ -53,7 +53,7 @@ class FileWatch {
   FileMark dat_;
   FileMark dat_seen_;
   FileMark applied_;
-  std::string in_force_;  // the sum of the settings that were last applied
+  std::string in_force_;       // the sum of the settings that were last applied
   bool is_changing_ = false;   // by an apply, or a save
   unsigned long changes_ = 0;  // of the band's interfaces, when that began
   FileMark pending_;
