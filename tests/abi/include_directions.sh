@@ -65,10 +65,12 @@ allow wlanctl/apply "$tool" wlanctl/base wlanctl/files wlanctl/library wlanctl/k
 allow wlanctl/confirm "$tool" wlanctl/base wlanctl/files wlanctl/library wlanctl/keys wlanctl/store wlanctl/apply wlanctl/confirm
 allow wlanctl/watch "$tool" wlanctl/base wlanctl/files wlanctl/library wlanctl/keys wlanctl/store wlanctl/live wlanctl/apply \
   wlanctl/confirm wlanctl/watch
+allow wlanctl/doctor "$tool" wlanctl/base wlanctl/files wlanctl/library wlanctl/keys wlanctl/store wlanctl/check wlanctl/live \
+  wlanctl/apply wlanctl/confirm wlanctl/doctor
 allow wlanctl/command_line "$tool" wlanctl/base wlanctl/command_line
 allow wlanctl/completion none wlanctl/base wlanctl/keys wlanctl/command_line wlanctl/completion
 allow wlanctl "$tool" wlanctl/base wlanctl/files wlanctl/library wlanctl/keys wlanctl/store wlanctl/check wlanctl/live \
-  wlanctl/apply wlanctl/confirm wlanctl/watch wlanctl/command_line wlanctl/completion wlanctl/verbs wlanctl/verbs/apply
+  wlanctl/apply wlanctl/confirm wlanctl/watch wlanctl/doctor wlanctl/command_line wlanctl/completion wlanctl/verbs wlanctl/verbs/apply
 
 # What is dear to compile is included once.
 once() {

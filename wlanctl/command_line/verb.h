@@ -30,6 +30,7 @@ struct Words {
   unsigned confirm_seconds = 0;
   bool is_watching = false;
   std::vector<unsigned> watch_seconds;  // none, or one, 0 for the default
+  bool all = false;                     // of doctor
   unsigned for_seconds = 0;             // 0 for no end
   unsigned events = 0;                  // likewise
   bool has_pin = false;

@@ -141,6 +141,10 @@ bool is_usable(Band band, Report& report, Content content) {
 
 }  // namespace
 
+int segment_key_of(Band band) {
+  return kSegments[number_of(band)];
+}
+
 int segment_of(Band band) {
   return shmget(kSegments[number_of(band)], 0, 0666);
 }

@@ -52,6 +52,9 @@ class StoreLock {
   bool held_;
 };
 
+// Which segment is the band's, for all processes.
+int segment_key_of(Band band);
+
 // The band's segment; -1 when there is none, or it is not for this user.
 int segment_of(Band band);
 

@@ -15,10 +15,10 @@ constexpr char kFooter[] =
     "wlanctl VERB --help explains a verb.";
 
 // As the help lists them.
-constexpr const Verb* kVerbs[] = {&kShow,    &kGet,         &kSet,        &kKeys,    &kDiff,     &kSave,
-                                  &kRevert,  &kCheck,       &kApply,      &kConfirm, &kRollback, &kStatus,
-                                  &kMonitor, &kStations,    &kNeighbours, &kWps,     &kRadio,    &kLed,
-                                  &kButton,  &kCalibration, &kDump,       &kTrace,   &kUnlock,   &kCompletion};
+constexpr const Verb* kVerbs[] = {&kShow,       &kGet,    &kSet,     &kKeys,      &kDiff,   &kSave,        &kRevert,
+                                  &kCheck,      &kApply,  &kConfirm, &kRollback,  &kStatus, &kMonitor,     &kStations,
+                                  &kNeighbours, &kWps,    &kRadio,   &kLed,       &kButton, &kCalibration, &kDump,
+                                  &kTrace,      &kUnlock, &kDoctor,  &kCompletion};
 
 constexpr Program kProgram = {{.name = "wlanctl",
                                .help = "Shows, changes, checks and applies the settings of both radios.",

@@ -34,6 +34,7 @@ extern const Verb kButton;
 extern const Verb kCalibration;
 extern const Verb kTrace;
 extern const Verb kUnlock;
+extern const Verb kDoctor;
 
 extern const Verb kCompletion;
 

@@ -2,7 +2,6 @@
 
 #include <poll.h>
 #include <sys/sem.h>
-#include <sys/shm.h>
 
 #include <algorithm>
 #include <cstring>
@@ -76,42 +75,12 @@ bool is_same(const std::vector<wifimgr_attr_record>& left, const std::vector<wif
 
 }  // namespace
 
-void StoreWatch::detach() {
-  if (address_ != nullptr) (void)shmdt(address_);
-  address_ = nullptr;
-  segment_ = -1;
-}
-
-// Another segment may have come in the place of the one that was attached.
-bool StoreWatch::attach() {
-  const int segment = segment_of(band_);
-  if (segment >= 0 && segment == segment_) return true;
-  detach();
-  if (segment < 0) return false;
-  void* const address = shmat(segment, nullptr, SHM_RDONLY);
-  shmid_ds status = {};
-  if (address == reinterpret_cast<void*>(-1)) return false;
-  address_ = static_cast<const char*>(address);
-  segment_ = segment;
-  size_ = shmctl(segment, IPC_STAT, &status) == 0 ? status.shm_segsz : 0;
-  return true;
-}
-
-StoreWatch::Table StoreWatch::table_now() const {
-  Table table(size_ / sizeof(wifimgr_attr_record));
-  if (!table.empty()) std::memcpy(table.data(), address_, table.size() * sizeof table[0]);
-  size_t used = 0;
-  while (used < table.size() && table[used].key[0] != '\0') ++used;
-  table.resize(used);
-  return table;
-}
-
 // False while it changes all the time.
 bool StoreWatch::settled_table(Table* table) const {
-  *table = table_now();
+  *table = view_.table();
   for (int i = 0; i < kMostTries; ++i) {
     (void)poll(nullptr, 0, kBetweenTriesMs);
-    Table again = table_now();
+    Table again = view_.table();
     if (is_same(again, *table)) return true;
     *table = std::move(again);
   }
@@ -124,7 +93,7 @@ void StoreWatch::tell_store(const char* kind, const char* text, Events& events) 
 
 void StoreWatch::look(Events& events) {
   const bool is_first = std::exchange(is_first_, false);
-  if (!attach()) {
+  if (!view_.attach()) {
     if (!is_told_missing_) {
       tell_store("store-gone", is_first ? "there is no store to be read" : "the store is gone", events);
     }
@@ -134,8 +103,8 @@ void StoreWatch::look(Events& events) {
   const size_t used = table_.size() * sizeof(wifimgr_attr_record);
   const bool is_back = std::exchange(is_told_missing_, false);
   // Nearly always nothing has changed: the table, and the empty key behind it.
-  if (!is_first && !is_back && used > 0 && used < size_ && std::memcmp(table_.data(), address_, used) == 0 &&
-      address_[used] == '\0') {
+  if (!is_first && !is_back && used > 0 && used < view_.size() &&
+      std::memcmp(table_.data(), view_.bytes(), used) == 0 && view_.bytes()[used] == '\0') {
     return;
   }
   if (!is_first && is_locked(band_) && put_off_ < kMostPutOff) {

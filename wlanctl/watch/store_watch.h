@@ -6,16 +6,14 @@
 
 #include "wifimgr_lib.h"
 #include "wlanctl/base/band.h"
+#include "wlanctl/store/segment_view.h"
 #include "wlanctl/watch/event.h"
 
 namespace wlanctl {
 
 class StoreWatch {
  public:
-  explicit StoreWatch(Band band) : band_(band) {}
-  StoreWatch(const StoreWatch&) = delete;
-  StoreWatch& operator=(const StoreWatch&) = delete;
-  ~StoreWatch() { detach(); }
+  explicit StoreWatch(Band band) : band_(band), view_(band) {}
 
   // Tells what differs from the last look. The first one only tells where there is no store.
   void look(Events& events);
@@ -26,17 +24,12 @@ class StoreWatch {
  private:
   using Table = std::vector<wifimgr_attr_record>;
 
-  bool attach();
-  void detach();
-  Table table_now() const;
   bool settled_table(Table* table) const;
   void tell_store(const char* kind, const char* text, Events& events) const;
   void compare(const Table& now, Events& events) const;
 
   Band band_;
-  int segment_ = -1;
-  const char* address_ = nullptr;
-  size_t size_ = 0;
+  SegmentView view_;
   bool is_first_ = true;
   bool is_told_missing_ = false;
   unsigned put_off_ = 0;
