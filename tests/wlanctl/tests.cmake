@@ -1,4 +1,5 @@
 # wlanctl end to end: the built program, inside the simulated gateway.
+wifimgr_test_helper(damage_store wlanctl/damage_store.c)
 wifimgr_test_helper(hold_store wlanctl/hold_store.c)
 wifimgr_test_helper(segment_bytes wlanctl/segment_bytes.c)
 foreach(library kill_at_rename given_neighbour_table)
@@ -13,7 +14,7 @@ endforeach()
 # What the tests have on their path.
 set(path_folder ${PROJECT_BINARY_DIR}/tests/path)
 configure_file(wlanctl/recorded_wlanctl.sh ${path_folder}/wlanctl COPYONLY)
-foreach(helper hold_store library_probe segment_bytes)
+foreach(helper damage_store hold_store library_probe segment_bytes)
   file(CREATE_LINK ${PROJECT_BINARY_DIR}/tests/${helper} ${path_folder}/${helper} SYMBOLIC)
 endforeach()
 
@@ -31,7 +32,7 @@ if(NOT WIFIMGR_TEST_PROGRAMS)
   target_precompile_headers(wlanctl_test_support PRIVATE <gmock/gmock.h> <gtest/gtest.h> <nlohmann/json.hpp>)
 endif()
 
-foreach(name apply_killed apply board calibration check completion confirm danger debug diff dry_run in_force interrupt keys
+foreach(name apply_killed apply board calibration check completion confirm danger debug diff doctor dry_run in_force interrupt keys
     live_store lock loss man monitor neighbours power_cut recording schema secret set show stations status unlock wps)
   wifimgr_program_test(wlanctl_test_support ${name}_test wlanctl/${name}_test.cpp)
 endforeach()
