@@ -8,8 +8,9 @@
 #include <cstring>
 #include <exception>
 
+#include "wlanctl/base/colour.h"
 #include "wlanctl/base/report.h"
-#include "wlanctl/base/similar.h"
+#include "wlanctl/command_line/hint.h"
 #include "wlanctl/command_line/parse.h"
 #include "wlanctl/library/command.h"
 #include "wlanctl/verbs/verbs.h"
@@ -48,17 +49,6 @@ std::string without_values(std::string message, const CommandLine& words) {
   return message;
 }
 
-// The first word, where it is no verb and no option.
-std::string unknown_verb(const CommandLine& words) {
-  const auto is_option = [](const std::string& word) { return word.starts_with('-'); };
-  const auto word = std::find_if_not(words.begin(), words.end(), is_option);
-  if (word == words.end()) return "";
-  for (const Verb* const verb : program().verb.verbs) {
-    if (verb->name == *word) return "";
-  }
-  return word->substr(0, word->find('='));
-}
-
 // What the program says of itself, which is no verb's.
 int tell(const std::string& text, Report& report) {
   report.data() = {{"text", text}};
@@ -66,28 +56,31 @@ int tell(const std::string& text, Report& report) {
   return kDone;
 }
 
-// "do you mean apply? ", where a verb's name is near.
-std::string hint_for(const std::string& word) {
-  for (const Verb* const verb : program().verb.verbs) {
-    if (is_mistyped(verb->name, word)) return std::string("do you mean ") + verb->name + "? ";
-  }
-  return "";
+int refuse_usage(const Parsed& parsed, const CommandLine& words, Report& report) {
+  const Mistake mistake = mistake_in(program(), words);
+  const bool is_found = !mistake.message.empty();
+  const std::string path = is_found ? mistake.path : parsed.path;
+  report.problem(
+      {is_found ? mistake.message : without_values(parsed.text, words),
+       (mistake.meant.empty() ? "" : "do you mean " + mistake.meant + "? ") +
+           (path.empty() ? "wlanctl --help lists the verbs" : "wlanctl " + path + " --help shows what it takes")});
+  return kWrongUsage;
 }
 
-int refuse_usage(const Parsed& parsed, const CommandLine& words, Report& report) {
-  const std::string unknown = unknown_verb(words);
-  report.problem({unknown.empty() ? without_values(parsed.text, words) : "there is no verb \"" + unknown + "\"",
-                  parsed.path.empty() ? hint_for(unknown) + "wlanctl --help lists the verbs"
-                                      : "wlanctl " + parsed.path + " --help shows what it takes"});
-  return kWrongUsage;
+Colours colours_by(const std::string& word) {
+  if (word == "always") return Colours::kAlways;
+  return word == "never" ? Colours::kNever : Colours::kAuto;
 }
 
 int carry_out(const Parsed& parsed, const CommandLine& words, const Words& said, Report& report) {
   switch (parsed.asks) {
     case Parsed::Asks::kVerb:
       limit_commands(said.command_seconds);
+      choose_colours(said.json ? Colours::kNever : colours_by(said.colour));
+      if (parsed.verb->is_long && !said.no_pager) report.allow_pager();
       return parsed.verb->run(said, report);
     case Parsed::Asks::kHelp:
+      report.allow_pager();
       return tell(parsed.text, report);
     case Parsed::Asks::kVersion:
       return tell(program().version + std::string("\n"), report);

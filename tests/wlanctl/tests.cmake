@@ -23,7 +23,7 @@ if(NOT WIFIMGR_TEST_PROGRAMS)
   find_program(WLANCTL_PYTHON python3 HINTS /usr/bin REQUIRED)
   find_package(nlohmann_json REQUIRED)
   add_library(wlanctl_test_support STATIC
-    wlanctl/apply_story.cpp wlanctl/interactive_shell.cpp wlanctl/wlanctl.cpp)
+    wlanctl/apply_story.cpp wlanctl/interactive_shell.cpp wlanctl/terminal.cpp wlanctl/wlanctl.cpp)
   target_include_directories(wlanctl_test_support PUBLIC ${CMAKE_CURRENT_SOURCE_DIR}/wlanctl)
   target_link_libraries(wlanctl_test_support PUBLIC sim_test_support nlohmann_json::nlohmann_json)
   target_compile_definitions(wlanctl_test_support PUBLIC PYTHON_PROGRAM="${WLANCTL_PYTHON}")
@@ -32,7 +32,7 @@ if(NOT WIFIMGR_TEST_PROGRAMS)
   target_precompile_headers(wlanctl_test_support PRIVATE <gmock/gmock.h> <gtest/gtest.h> <nlohmann/json.hpp>)
 endif()
 
-foreach(name apply_killed apply board calibration check completion confirm danger debug diff doctor dry_run in_force interrupt keys
-    live_store lock loss man monitor neighbours power_cut recording schema secret set show stations status unlock wps)
+foreach(name apply_killed apply board calibration check colour completion confirm danger debug diff doctor dry_run help in_force interrupt keys
+    live_store lock loss man monitor neighbours pager power_cut recording schema secret set show stations status unlock wps)
   wifimgr_program_test(wlanctl_test_support ${name}_test wlanctl/${name}_test.cpp)
 endforeach()

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cctype>
 #include <numeric>
+#include <utility>
 #include <vector>
 
 namespace wlanctl {
@@ -31,6 +32,19 @@ size_t typos_between(const std::string& left, const std::string& right) {
 bool is_mistyped(const std::string& word, const std::string& text) {
   constexpr size_t kTypos = 2;
   return text.size() > kTypos && typos_between(word, text) <= kTypos;
+}
+
+std::string nearest(const std::vector<std::string>& words, const std::string& text) {
+  // Letters that were swapped leave the length alone.
+  const auto distance = [&](const std::string& word) {
+    return std::pair(typos_between(word, text),
+                     std::max(word.size(), text.size()) - std::min(word.size(), text.size()));
+  };
+  std::string found;
+  for (const std::string& word : words) {
+    if (is_mistyped(word, text) && (found.empty() || distance(word) < distance(found))) found = word;
+  }
+  return found;
 }
 
 }  // namespace wlanctl

@@ -11,7 +11,7 @@ class Parser {
  public:
   Parser(const Program& program, Words* said) : said_(said), app_(program.verb.help, program.verb.name) {
     app_.set_help_flag("-h,--help", kHelpMeaning);
-    app_.set_version_flag("--version", program.version, kVersionMeaning);
+    app_.set_version_flag("-V,--version", program.version, kVersionMeaning);
     add_below(app_, program.verb, "");
   }
 
@@ -47,7 +47,7 @@ class Parser {
   void add_verb(CLI::App& app, const Verb& verb, const std::string& path) {
     app.footer(verb.footer);
     for (const Word& word : verb.words) add_word(app, word);
-    add_word(app, kJsonWord);
+    for (const Word& word : kCommonWords) add_word(app, word);
     app.callback([this, &app, &verb, path] {
       for (const Word& word : verb.words) {
         if (word.rules.is_given != nullptr) said_->*word.rules.is_given = app.count(word.name) > 0;

@@ -65,6 +65,7 @@ _wlanctl_add_files() {
 _wlanctl_add_kind() {
   case $1 in
     band) _wlanctl_add 2.4g 5g ;;
+    verb) _wlanctl_words ''; _wlanctl_add $verbs ;;
     key | assignment) _wlanctl_add_keys "$1" ;;
     file) _wlanctl_add_files '' ;;
     file-assignment) if [[ $cur == *=* ]]; then _wlanctl_add_files "${cur%%=*}="; else _wlanctl_add_keys "$1"; fi ;;

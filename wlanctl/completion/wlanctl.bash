@@ -5,63 +5,67 @@ _wlanctl_words() {
   verbs='' options='' arguments=''
   case $1 in
     '')
-      verbs='show get set keys diff save revert check apply confirm rollback status stations neighbours wps radio led button calibration dump trace unlock completion'
+      verbs='show get set keys diff save revert check apply confirm rollback status monitor stations neighbours wps radio led button calibration dump trace unlock doctor completion help'
       options='--help --version'
       ;;
     'show')
-      options='--help --secrets --json'
+      options='--help --secrets --json --color=auto,always,never --no-pager'
       arguments='band 1,2,3,4,5,6,7,8'
       ;;
     'get')
-      options='--help --json'
+      options='--help --json --color=auto,always,never --no-pager'
       arguments='band key...'
       ;;
     'set')
-      options='--help --file=file-assignment --literal --force --wait=text --json'
+      options='--help --file=file-assignment --literal --force --wait=text --json --color=auto,always,never --no-pager'
       arguments='band assignment...'
       ;;
     'keys')
-      options='--help --json'
+      options='--help --json --color=auto,always,never --no-pager'
       arguments='band'
       ;;
     'diff')
-      options='--help --secrets --json'
+      options='--help --secrets --json --color=auto,always,never --no-pager'
       arguments='band'
       ;;
     'save')
-      options='--help --force --wait=text --json'
+      options='--help --force --wait=text --json --color=auto,always,never --no-pager'
       arguments='band'
       ;;
     'revert')
-      options='--help --force --wait=text --json'
+      options='--help --force --wait=text --json --color=auto,always,never --no-pager'
       arguments='band'
       ;;
     'check')
-      options='--help --band=2.4g,5g --json'
+      options='--help --band=2.4g,5g --json --color=auto,always,never --no-pager'
       arguments='file...'
       ;;
     'apply')
-      options='--help --dry-run --secrets --confirm=text --keep --again --force --command-timeout=text --wait=text --json'
+      options='--help --dry-run --secrets --confirm=text --keep --again --force --command-timeout=text --wait=text --json --color=auto,always,never --no-pager'
       arguments='band'
       ;;
     'confirm')
-      options='--help --force --command-timeout=text --wait=text --json'
+      options='--help --force --command-timeout=text --wait=text --json --color=auto,always,never --no-pager'
       arguments='band'
       ;;
     'rollback')
-      options='--help --command-timeout=text --wait=text --json'
+      options='--help --command-timeout=text --wait=text --json --color=auto,always,never --no-pager'
       arguments='band'
       ;;
     'status')
-      options='--help --watch --json'
+      options='--help --watch --json --color=auto,always,never --no-pager'
+      arguments='band'
+      ;;
+    'monitor')
+      options='--help --for=text -n=text --events=text --json --color=auto,always,never --no-pager'
       arguments='band'
       ;;
     'stations')
-      options='--help --json'
+      options='--help --json --color=auto,always,never --no-pager'
       arguments='band 1,2,3,4,5,6,7,8'
       ;;
     'neighbours')
-      options='--help --json'
+      options='--help --json --color=auto,always,never --no-pager'
       arguments='band'
       ;;
     'wps')
@@ -69,19 +73,19 @@ _wlanctl_words() {
       options='--help'
       ;;
     'wps pbc')
-      options='--help --wait=text --json'
+      options='--help --wait=text --json --color=auto,always,never --no-pager'
       arguments='band 1,2,3,4,5,6,7,8'
       ;;
     'wps pin')
-      options='--help --force --wait=text --json'
+      options='--help --force --wait=text --json --color=auto,always,never --no-pager'
       arguments='band 1,2,3,4,5,6,7,8 text'
       ;;
     'wps stop')
-      options='--help --wait=text --json'
+      options='--help --wait=text --json --color=auto,always,never --no-pager'
       arguments='band 1,2,3,4,5,6,7,8'
       ;;
     'wps status')
-      options='--help --json'
+      options='--help --json --color=auto,always,never --no-pager'
       arguments='band 1,2,3,4,5,6,7,8'
       ;;
     'radio')
@@ -89,19 +93,19 @@ _wlanctl_words() {
       options='--help'
       ;;
     'radio on')
-      options='--help --command-timeout=text --wait=text --json'
+      options='--help --command-timeout=text --wait=text --json --color=auto,always,never --no-pager'
       arguments='band'
       ;;
     'radio off')
-      options='--help --command-timeout=text --wait=text --json'
+      options='--help --command-timeout=text --wait=text --json --color=auto,always,never --no-pager'
       arguments='band'
       ;;
     'led')
-      options='--help --json'
+      options='--help --json --color=auto,always,never --no-pager'
       arguments='text'
       ;;
     'button')
-      options='--help --json'
+      options='--help --json --color=auto,always,never --no-pager'
       arguments='wlan,wps,wps5g,wlan11ac,wlan-wps'
       ;;
     'calibration')
@@ -109,15 +113,15 @@ _wlanctl_words() {
       options='--help'
       ;;
     'calibration read')
-      options='--help --wait=text --json'
+      options='--help --wait=text --json --color=auto,always,never --no-pager'
       arguments='band'
       ;;
     'calibration write')
-      options='--help --wait=text --yes --json'
+      options='--help --wait=text --yes --json --color=auto,always,never --no-pager'
       arguments='band'
       ;;
     'dump')
-      options='--help --secrets --json'
+      options='--help --secrets --json --color=auto,always,never --no-pager'
       arguments='band'
       ;;
     'trace')
@@ -125,22 +129,30 @@ _wlanctl_words() {
       options='--help'
       ;;
     'trace on')
-      options='--help --json'
+      options='--help --json --color=auto,always,never --no-pager'
       ;;
     'trace off')
-      options='--help --json'
+      options='--help --json --color=auto,always,never --no-pager'
       ;;
     'trace level')
-      options='--help --json'
+      options='--help --json --color=auto,always,never --no-pager'
       arguments='1,2,3,4,5,6,7,8'
       ;;
     'unlock')
-      options='--help --force --wait=text --json'
+      options='--help --force --wait=text --json --color=auto,always,never --no-pager'
+      arguments='band'
+      ;;
+    'doctor')
+      options='--help --all --json --color=auto,always,never --no-pager'
       arguments='band'
       ;;
     'completion')
-      options='--help --json'
+      options='--help --json --color=auto,always,never --no-pager'
       arguments='bash,zsh'
+      ;;
+    'help')
+      options='--help --json --color=auto,always,never --no-pager'
+      arguments='verb text'
       ;;
   esac
 }
@@ -345,6 +357,7 @@ _wlanctl_add_files() {
 _wlanctl_add_kind() {
   case $1 in
     band) _wlanctl_add 2.4g 5g ;;
+    verb) _wlanctl_words ''; _wlanctl_add $verbs ;;
     key | assignment) _wlanctl_add_keys "$1" ;;
     file) _wlanctl_add_files '' ;;
     file-assignment) if [[ $cur == *=* ]]; then _wlanctl_add_files "${cur%%=*}="; else _wlanctl_add_keys "$1"; fi ;;

@@ -37,7 +37,9 @@ VerbWords words_below(const Verb& verb, const std::string& path) {
       words.arguments.push_back(kind_of(word) + (word.place.texts != nullptr ? "..." : ""));
     }
   }
-  if (verb.run != nullptr) add_option(kJsonWord, &words.options);
+  if (verb.run != nullptr) {
+    for (const Word& word : kCommonWords) add_option(word, &words.options);
+  }
   for (const Verb* const below : verb.verbs) {
     words.verbs.push_back(words_below(*below, path + (path.empty() ? "" : " ") + below->name));
   }

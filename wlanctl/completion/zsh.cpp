@@ -59,6 +59,7 @@ _wlanctl_keys() {
 _wlanctl_offer() {
   case $1 in
     band) compadd -- 2.4g 5g ;;
+    verb) _wlanctl_words ''; _describe verb verbs ;;
     key | assignment) _wlanctl_keys $1 ;;
     file) _files ;;
     file-assignment) if compset -P '*='; then _files; else _wlanctl_keys $1; fi ;;

@@ -37,5 +37,6 @@ extern const Verb kUnlock;
 extern const Verb kDoctor;
 
 extern const Verb kCompletion;
+extern const Verb kHelp;
 
 }  // namespace wlanctl

@@ -6,6 +6,7 @@
 #include "wlanctl/apply/applied_state.h"
 #include "wlanctl/apply/in_force.h"
 #include "wlanctl/apply/plan.h"
+#include "wlanctl/base/colour.h"
 #include "wlanctl/base/report.h"
 #include "wlanctl/base/terminal.h"
 #include "wlanctl/command_line/common_words.h"
@@ -104,13 +105,14 @@ std::string table_of(const std::vector<std::array<std::string, 3>>& changes) {
   Rows rows;
   size_t widest = 0;
   for (const auto& [name, left, right] : changes) {
-    rows.push_back({"  " + printable(name), printable(left) + " -> " + printable(right)});
+    rows.push_back({"  " + printable(name),
+                    painted(Paint::kRed, printable(left)) + " -> " + painted(Paint::kGreen, printable(right))});
     widest = std::max(widest, rows.back()[0].size());
   }
   for (size_t i = 0; i < rows.size(); ++i) {
     std::string& values = rows[i][1];
-    if (widest + 2 + values.size() > kColumns)
-      values.replace(printable(changes[i][1]).size(), 1, "\n" + std::string(widest + 2, ' '));
+    if (widest + 2 + width_of(values) > kColumns)
+      values.replace(painted(Paint::kRed, printable(changes[i][1])).size(), 1, "\n" + std::string(widest + 2, ' '));
   }
   return table(rows);
 }
@@ -292,8 +294,13 @@ constexpr Word kRevertWords[] = {
 
 }  // namespace
 
-const Verb kDiff = {"diff", "Compare live store and dat file; weigh an apply",
-                    "Examples:\n  wlanctl diff\n  wlanctl diff 2.4g --json", kDiffWords, diff};
+const Verb kDiff = {"diff",
+                    "Compare live store and dat file; weigh an apply",
+                    "Examples:\n  wlanctl diff\n  wlanctl diff 2.4g --json",
+                    kDiffWords,
+                    diff,
+                    {},
+                    true};
 const Verb kSave = {"save", "Write the live store to the dat file, no more",
                     "Examples:\n  wlanctl save\n  wlanctl save 5g", kSaveWords, save};
 const Verb kRevert = {"revert", "Put the live store back to what the dat file says", "Examples:\n  wlanctl revert 2.4g",

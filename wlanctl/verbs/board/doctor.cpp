@@ -1,4 +1,7 @@
 // doctor: everything that an integrator would look at when something does not work, with the cure of what is wrong.
+#include <algorithm>
+
+#include "wlanctl/base/colour.h"
 #include "wlanctl/base/report.h"
 #include "wlanctl/base/terminal.h"
 #include "wlanctl/command_line/common_words.h"
@@ -15,9 +18,12 @@ const char* severity_word(const Row& row) {
   return row.ill ? word_for(kind_of(*row.ill).severity) : kWell;
 }
 
-std::string padded(std::string text, size_t width) {
-  text.resize(std::max(text.size(), width), ' ');
-  return text;
+std::string painted_severity(const Row& row) {
+  return row.ill ? painted_word(kind_of(*row.ill).severity) : painted(Paint::kGreen, kWell);
+}
+
+std::string padded(const std::string& text, size_t width) {
+  return text + std::string(width - std::min(width, width_of(text)), ' ');
 }
 
 // Below its severity.
@@ -29,7 +35,7 @@ void print_line(Text& text, const std::string& line) {
 
 void print(Text& text, const Row& row) {
   const std::string about = (row.band ? std::string(label_of(*row.band)) + " " : "") + row.check;
-  text << padded(severity_word(row), kIndentation);
+  text << padded(painted_severity(row), kIndentation);
   if (!row.ill) {
     text << printable(about + ": " + row.looked_at) << '\n';
     return;
@@ -102,7 +108,8 @@ constexpr Word kWords[] = {word::kBand, {"--all", &Words::all, "Show what is wel
 
 }  // namespace
 
-const Verb kDoctor = {"doctor", "Look for what keeps a gateway from working",
+const Verb kDoctor = {"doctor",
+                      "Look for what keeps a gateway from working",
                       "Looks at dat files, stores, locks, rights, tools, driver modules, interfaces,\n"
                       "the driver, folders and unconfirmed applies. Each finding comes with what was\n"
                       "looked at and its cure. Nothing is changed. Exit codes: 0 notes or nothing,\n"
@@ -111,6 +118,9 @@ const Verb kDoctor = {"doctor", "Look for what keeps a gateway from working",
                       "  wlanctl doctor\n"
                       "  wlanctl doctor 5g --all\n"
                       "  wlanctl doctor --json | jq -r '.data.rows[].cure'",
-                      kWords, run};
+                      kWords,
+                      run,
+                      {},
+                      true};
 
 }  // namespace wlanctl

@@ -55,7 +55,12 @@ constexpr Word kWords[] = {word::kBand};
 
 }  // namespace
 
-const Verb kKeys = {"keys", "List the settings: whose, what they take and mean",
-                    "Examples:\n  wlanctl keys\n  wlanctl keys 5g | grep VHT", kWords, run};
+const Verb kKeys = {"keys",
+                    "List the settings: whose, what they take and mean",
+                    "Examples:\n  wlanctl keys\n  wlanctl keys 5g | grep VHT",
+                    kWords,
+                    run,
+                    {},
+                    true};
 
 }  // namespace wlanctl
