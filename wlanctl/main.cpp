@@ -61,7 +61,7 @@ int refuse_usage(const Parsed& parsed, const CommandLine& words, Report& report)
   const bool is_found = !mistake.message.empty();
   const std::string path = is_found ? mistake.path : parsed.path;
   report.problem(
-      {is_found ? mistake.message : without_values(parsed.text, words),
+      {without_values(is_found ? mistake.message : parsed.text, words),
        (mistake.meant.empty() ? "" : "do you mean " + mistake.meant + "? ") +
            (path.empty() ? "wlanctl --help lists the verbs" : "wlanctl " + path + " --help shows what it takes")});
   return kWrongUsage;
