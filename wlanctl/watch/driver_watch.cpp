@@ -46,8 +46,8 @@ Event station_event(const char* kind, Band band, int number, const std::string& 
 void DriverWatch::look(const LinkWatch& links, const StoreWatch& store, Events& events) {
   if (look_at_channel(links, events)) {
     for (int number = 1; number <= WIFIMGR_FIELDS; ++number) look_at_ssid(number, links, store, events);
+    is_first_ = false;
   }
-  is_first_ = false;
 }
 
 // Whether the driver answers.

@@ -33,7 +33,7 @@ class DriverWatch {
   void look_at_ssid(int number, const LinkWatch& links, const StoreWatch& store, Events& events);
 
   Band band_;
-  bool is_first_ = true;
+  bool is_first_ = true;  // that the driver answered
   bool answers_ = true;
   std::optional<int> channel_;
   unsigned long changes_ = 0;  // of the band's interfaces, by the last look

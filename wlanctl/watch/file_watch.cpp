@@ -35,17 +35,18 @@ std::string FileWatch::folder_of_dat() const {
   return path.substr(0, path.rfind('/') + 1);
 }
 
-void FileWatch::look(Cause cause, const LinkWatch& links, Events& events) {
-  look_at_dat(cause, events);
+void FileWatch::look(const std::set<std::string>& finished, const LinkWatch& links, Events& events) {
+  look_at_dat(finished, events);
   look_at_pending(events);
   look_at_applied(links, events);
   is_first_ = false;
 }
 
-void FileWatch::look_at_dat(Cause cause, Events& events) {
+void FileWatch::look_at_dat(const std::set<std::string>& finished, Events& events) {
   const FileMark now = mark_of(dat_path_of(band_));
   // It is written in place: half of it may be there.
-  const bool is_done = cause == Cause::kNotice || now == dat_seen_;
+  const std::string path = dat_path_of(band_);
+  const bool is_done = finished.contains(path.substr(path.rfind('/') + 1)) || now == dat_seen_;
   dat_seen_ = now;
   if (is_first_) dat_ = now;
   if (is_first_ && !now.is_there) {

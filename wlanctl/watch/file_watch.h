@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <set>
 #include <string>
 
 #include "wlanctl/base/band.h"
@@ -28,11 +29,6 @@ struct FileMark {
 };
 FileMark mark_of(const std::string& path);
 
-enum class Cause {
-  kNotice,  // somebody has finished a file
-  kTick,    // a second is over
-};
-
 class FileWatch {
  public:
   explicit FileWatch(Band band);
@@ -41,11 +37,12 @@ class FileWatch {
   static std::string folder_of_state();
   std::string folder_of_dat() const;
 
-  // Tells what differs from the last look. A file that is still being written is told when it is done.
-  void look(Cause cause, const LinkWatch& links, Events& events);
+  // Tells what differs from the last look. `finished` are the names of files that somebody has just finished: another one
+  // is told when it stays the same from one look to the next, as it may still be being written.
+  void look(const std::set<std::string>& finished, const LinkWatch& links, Events& events);
 
  private:
-  void look_at_dat(Cause cause, Events& events);
+  void look_at_dat(const std::set<std::string>& finished, Events& events);
   void look_at_applied(const LinkWatch& links, Events& events);
   void look_at_pending(Events& events);
 

@@ -16,11 +16,18 @@ FolderNotice::~FolderNotice() {
   if (file_ >= 0) (void)close(file_);
 }
 
-bool FolderNotice::take() const {
+std::set<std::string> FolderNotice::take() const {
   alignas(inotify_event) char bytes[4096];
-  bool any = false;
-  while (file_ >= 0 && read(file_, bytes, sizeof bytes) > 0) any = true;
-  return any;
+  std::set<std::string> names;
+  ssize_t length = 0;
+  while (file_ >= 0 && (length = read(file_, bytes, sizeof bytes)) > 0) {
+    for (size_t at = 0; at + sizeof(inotify_event) <= static_cast<size_t>(length);) {
+      const auto* const event = reinterpret_cast<const inotify_event*>(bytes + at);
+      if (event->len > 0) names.insert(event->name);
+      at += sizeof *event + event->len;
+    }
+  }
+  return names;
 }
 
 }  // namespace wlanctl

@@ -2,6 +2,7 @@
 // systems, and kernels, that tell nothing.
 #pragma once
 
+#include <set>
 #include <string>
 #include <vector>
 
@@ -17,8 +18,8 @@ class FolderNotice {
   // Readable when there is something to take; -1 where there is nothing to wait for.
   int file() const { return file_; }
 
-  // Forgets what came; true when there was anything.
-  bool take() const;
+  // The names of the files since the last call, without their folders.
+  std::set<std::string> take() const;
 
  private:
   int file_;

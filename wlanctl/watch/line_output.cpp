@@ -24,6 +24,8 @@ EndingSignals::EndingSignals() : file_(-1), before_(new Before) {
   (void)sigprocmask(SIG_BLOCK, &signals, &before_->mask);
   sigdelset(&signals, SIGPIPE);
   file_ = signalfd(-1, &signals, SFD_CLOEXEC | SFD_NONBLOCK);
+  // Where the kernel has no such file, they end the program as they end others.
+  if (file_ < 0) (void)sigprocmask(SIG_UNBLOCK, &signals, nullptr);
 }
 
 EndingSignals::~EndingSignals() {

@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <ctime>
 #include <memory>
+#include <set>
 
 #include "wlanctl/base/clock.h"
 #include "wlanctl/base/report.h"
@@ -62,16 +63,17 @@ class Monitor {
   }
 
   int run() {
-    look(Cause::kTick);
+    look();
     say_ready();
     int64_t next_ms = ms_since_boot() + kMsPerSecond;
     while (tell() && !is_over()) {
       const Woken woken = wait(end_ms_ == 0 ? next_ms : std::min(next_ms, end_ms_));
       if (woken == Woken::kEnd) break;
       links_.take(events_);
-      if (notice_->take()) look_at_files(Cause::kNotice);
+      const std::set<std::string> finished = notice_->take();
+      if (!finished.empty()) look_at_files(finished);
       if (ms_since_boot() < next_ms) continue;
-      look(Cause::kTick);
+      look();
       next_ms = ms_since_boot() + kMsPerSecond;
     }
     return exit_code_;
@@ -86,8 +88,8 @@ class Monitor {
     return folders;
   }
 
-  void look(Cause cause) {
-    look_at_files(cause);
+  void look() {
+    look_at_files(notice_->take());
     for (const auto& one : bands_) {
       one->lock.look(events_);
       one->store.look(events_);
@@ -97,8 +99,8 @@ class Monitor {
     links_.take(events_);
   }
 
-  void look_at_files(Cause cause) {
-    for (const auto& one : bands_) one->files.look(cause, links_, events_);
+  void look_at_files(const std::set<std::string>& finished) {
+    for (const auto& one : bands_) one->files.look(finished, links_, events_);
   }
 
   // From here on nothing is missed: who starts it may make things happen now.
@@ -124,18 +126,19 @@ class Monitor {
   bool tell() {
     Events events;
     events.swap(events_);
+    // When they were seen: whoever reads them may let them wait.
+    const std::string time = local_time();
     for (const Event& event : events) {
       if (event.band &&
           std::none_of(bands_.begin(), bands_.end(), [&](const auto& one) { return one->band == *event.band; })) {
         continue;
       }
-      if (!tell_one(event)) return false;
+      if (!tell_one(event, time)) return false;
     }
     return true;
   }
 
-  bool tell_one(const Event& event) {
-    const std::string time = local_time();
+  bool tell_one(const Event& event, const std::string& time) {
     std::string line;
     if (as_json_) {
       report_.data() = {{"time", time},
