@@ -139,6 +139,15 @@ TEST(Monitor, TellsOfAConfirmation) {
   EXPECT_THAT(result.out, Not(HasSubstr("rolled")));
 }
 
+TEST(Monitor, TellsOfAConfirmationThoughTheStoreWasSavedMeanwhile) {
+  const Result result =
+      watch("2.4g",
+            "wlanctl set 2.4g Channel=11 >/dev/null; wlanctl apply 2.4g --confirm 600 >/dev/null 2>&1\n"
+            "comes 'apply-waiting'; wlanctl save 2.4g >/dev/null 2>&1; comes 'dat-file'\n"
+            "wlanctl confirm 2.4g >/dev/null 2>&1; comes '  confirmed  '");
+  EXPECT_THAT(result.out, Not(HasSubstr("rolled")));
+}
+
 TEST(Monitor, TellsOfARollBack) {
   const Result result =
       watch("2.4g",
@@ -276,6 +285,30 @@ TEST(Monitor, EndsByASignalThoughItsPipeIsFullAndHoldsNoLockMeanwhile) {
           "wlanctl set 2.4g Channel=11 --wait 0; wlanctl apply 2.4g >/dev/null 2>&1; echo applied $?\n"
           "kill -TERM $(cat pid); wait; cat code");
   EXPECT_EQ("2.4g Channel = 11  (was 6)\napplied 0\n0\n", result.out) << result.err;
+}
+
+TEST(Monitor, KnowsHowThingsAreAfterMoreEventsThanTheKernelKeeps) {
+  const Result result =
+      run("library_probe init 0 init 1 >/dev/null; mkfifo pipe; : >err\n"
+          "\"$WLANCTL_PROGRAM\" monitor 2.4g --json >pipe 2>err & monitor=$!\n"
+          "exec 3<>pipe; until grep -q watching err; do sleep 0.02; done\n"
+          "for i in $(seq 3000); do echo 'link set ra1 down'; echo 'link set ra1 up'; done >changes\n"
+          "echo 'link set ra1 down' >>changes; ip -batch changes\n"
+          "simctl channel 2.4g 11; cat <&3 >lines & reader=$!; until grep -q '\"to\":11' lines; do sleep 0.05; done\n"
+          "kill $monitor; wait $monitor; echo $?; kill $reader; grep -c ra1 lines; grep ra1 lines | tail -n 1");
+  const Words lines = lines_of(result.out);
+  ASSERT_EQ(3u, lines.size()) << result.out;
+  EXPECT_EQ("0", lines[0]);
+  EXPECT_LT(std::stoi(lines[1]), 6000) << "the kernel kept all of them";
+  EXPECT_EQ("interface-down", document_in(lines[2])["data"]["event"]);
+}
+
+TEST(Monitor, TakesStationsThatWereThereBeforeTheDriverAnsweredForNoNews) {
+  const Result result = run(watched("2.4g",
+                                    "simctl fail none; comes driver-back\n"
+                                    "simctl station add ra0 02:aa:bb:cc:dd:01; comes 02:aa:bb:cc:dd:01",
+                                    "simctl fail channel EIO ra0"));
+  EXPECT_THAT(result.out, AllOf(HasSubstr("ended 0"), Not(HasSubstr("02:5a:10:24:00:11"))));
 }
 
 TEST(Monitor, TellsWhatCannotBeWritten) {

@@ -1,7 +1,9 @@
 #include "wlanctl/watch/file_watch.h"
 
 #include "wlanctl/apply/applied_state.h"
+#include "wlanctl/files/bytes.h"
 #include "wlanctl/files/places.h"
+#include "wlanctl/files/state_file.h"
 #include "wlanctl/store/dat_file.h"
 #include "wlanctl/watch/link_watch.h"
 
@@ -70,10 +72,13 @@ void FileWatch::look_at_pending(Events& events) {
   const std::string label = label_of(band_);
   if (now.is_there) {
     const std::optional<Pending> pending = read_pending(band_);
-    // One that is not to be read is as good as one at work.
-    const Phase phase = pending ? pending->phase : Phase::kApplying;
-    if (phase == Phase::kWaiting && phase_ != Phase::kWaiting) {
+    // One that is not for this user is not told, but its end is.
+    const Phase phase = pending ? pending->phase : Phase::kWaiting;
+    if (phase == Phase::kWaiting) {
       applied_at_waiting_ = applied;
+      dat_before_ = pending ? sum_of(pending->dat) : "";
+    }
+    if (pending && phase == Phase::kWaiting && phase_ != Phase::kWaiting) {
       const unsigned seconds = pending->seconds_left();
       events.push_back({"apply-waiting",
                         band_,
@@ -85,9 +90,7 @@ void FileWatch::look_at_pending(Events& events) {
     return;
   }
   if (!phase_) return;
-  // A roll back leaves its own word on what is in force; a confirmation leaves that alone.
-  const bool is_kept = phase_ == Phase::kWaiting && applied == applied_at_waiting_;
-  if (is_kept) {
+  if (is_confirmed()) {
     events.push_back({"confirmed", band_, "the apply is confirmed"});
   } else if (phase_ != Phase::kPrepared) {
     events.push_back({"rolled-back", band_, "the apply is rolled back"});
@@ -96,6 +99,13 @@ void FileWatch::look_at_pending(Events& events) {
   // Told already.
   if (const auto text = kept_in_force(band_)) in_force_ = text->sum;
   applied_ = applied;
+}
+
+// By how it is when nothing waits any more: a roll back leaves its own word on what is in force, and the old dat file.
+bool FileWatch::is_confirmed() const {
+  if (phase_ != Phase::kWaiting) return false;
+  if (mark_of(applied_path(band_)) == applied_at_waiting_) return true;
+  return !dat_before_.empty() && sum_of(read_bytes(dat_path_of(band_)).value_or("")) != dat_before_;
 }
 
 void FileWatch::look_at_applied(const LinkWatch& links, Events& events) {

@@ -45,6 +45,7 @@ class FileWatch {
   void look_at_dat(const std::set<std::string>& finished, Events& events);
   void look_at_applied(const LinkWatch& links, Events& events);
   void look_at_pending(Events& events);
+  bool is_confirmed() const;
 
   Band band_;
   FileMark dat_;
@@ -56,6 +57,7 @@ class FileWatch {
   FileMark pending_;
   std::optional<Phase> phase_;
   FileMark applied_at_waiting_;
+  std::string dat_before_;  // the sum of the dat file that a roll back would put back
   bool is_first_ = true;
 };
 
