@@ -281,7 +281,7 @@ TEST(Monitor, EndsByASignalThoughItsPipeIsFullAndHoldsNoLockMeanwhile) {
           "{ \"$WLANCTL_PROGRAM\" monitor --json >pipe 2>err & echo $! >pid; wait $!; echo $? >code; } & exec 3<>pipe\n"
           "until grep -q watching err; do sleep 0.02; done\n"
           // More than a pipe holds.
-          "for i in $(seq 400); do ifconfig ra1 down; ifconfig ra1 up; done\n"
+          "for i in $(seq 400); do echo 'link set ra1 down'; echo 'link set ra1 up'; done >changes; ip -batch changes\n"
           "wlanctl set 2.4g Channel=11 --wait 0; wlanctl apply 2.4g >/dev/null 2>&1; echo applied $?\n"
           "kill -TERM $(cat pid); wait; cat code");
   EXPECT_EQ("2.4g Channel = 11  (was 6)\napplied 0\n0\n", result.out) << result.err;
