@@ -29,6 +29,7 @@ std::string pager_command() {
   return "less";
 }
 
+// What is no terminal has no size, and all fits it.
 bool fits_screen(const std::string& text) {
   winsize screen = {};
   if (ioctl(STDOUT_FILENO, TIOCGWINSZ, &screen) != 0 || screen.ws_row == 0 || screen.ws_col == 0) return true;
@@ -93,7 +94,7 @@ int status_of(pid_t process) {
 
 bool show_in_pager(const std::string& text) {
   const std::string command = pager_command();
-  if (isatty(STDOUT_FILENO) == 0 || command.empty() || command == "cat" || fits_screen(text)) return false;
+  if (command.empty() || command == "cat" || fits_screen(text)) return false;
   int ends[2];
   if (pipe2(ends, O_CLOEXEC) != 0) return false;
   const Deaf deaf;
