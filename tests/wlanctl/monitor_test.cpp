@@ -19,7 +19,7 @@ using testing::Not;
 // was told where none comes. Each waits for lines behind those that were waited for before.
 std::string watched(const std::string& words, const std::string& script, const std::string& before = "") {
   return "library_probe init 0 init 1 >/dev/null\n" + before +
-         "\n: >lines; seen=1\n"
+         "\n: >lines; : >complaints; seen=1\n"
          "wlanctl monitor " +
          words +
          " >lines 2>complaints & monitor=$!\n"
