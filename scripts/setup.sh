@@ -7,7 +7,7 @@ set -eu
 build="g++ cmake ninja-build libcli11-dev nlohmann-json3-dev"
 demo="$build net-tools bridge-utils"
 bench="$demo libbenchmark-dev python3"
-test="$bench libgtest-dev libgmock-dev abigail-tools pkg-config python3-jsonschema zsh groff-base man-db"
+test="$bench libgtest-dev libgmock-dev abigail-tools pkg-config python3-jsonschema zsh groff-base man-db iproute2"
 arm64="$test g++-aarch64-linux-gnu googletest qemu-user-static"
 # Linux 6.7 can be told for a namespace what runs ARM64 programs, an older one for the whole machine.
 [ "$(printf '%s\n' 6.7 "$(uname -r)" | sort -V | head -n 1)" = 6.7 ] || arm64="$arm64 binfmt-support"

@@ -9,6 +9,7 @@
 #include <cstring>
 #include <exception>
 
+#include "wlanctl/base/colour.h"
 #include "wlanctl/base/report.h"
 #include "wlanctl/command_line/hint.h"
 #include "wlanctl/command_line/parse.h"
@@ -57,24 +58,30 @@ int tell(const std::string& text, Report& report) {
 }
 
 int refuse_usage(const Parsed& parsed, const CommandLine& words, Report& report) {
-  const UnknownVerb unknown = unknown_verb(program(), words);
-  const std::string path = unknown.word.empty() ? parsed.path : unknown.path;
-  std::string message = without_values(parsed.text, words);
-  if (!unknown.word.empty()) {
-    message = (path.empty() ? "there is no verb \"" : path + " has no verb \"") + unknown.word + "\"";
-  }
-  const std::string hint = unknown.word.empty() ? hint_for_option(program(), words) : unknown.hint;
-  report.problem({message, hint + (path.empty() ? "wlanctl --help lists the verbs"
-                                                : "wlanctl " + path + " --help shows what it takes")});
+  const Mistake mistake = mistake_in(program(), words);
+  const bool is_found = !mistake.message.empty();
+  const std::string path = is_found ? mistake.path : parsed.path;
+  report.problem(
+      {without_values(is_found ? mistake.message : parsed.text, words),
+       (mistake.meant.empty() ? "" : "do you mean " + mistake.meant + "? ") +
+           (path.empty() ? "wlanctl --help lists the verbs" : "wlanctl " + path + " --help shows what it takes")});
   return kWrongUsage;
+}
+
+Colours colours_by(const std::string& word) {
+  if (word == "always") return Colours::kAlways;
+  return word == "never" ? Colours::kNever : Colours::kAuto;
 }
 
 int carry_out(const Parsed& parsed, const CommandLine& words, const Words& said, Report& report) {
   switch (parsed.asks) {
     case Parsed::Asks::kVerb:
       limit_commands(said.command_seconds);
+      choose_colours(said.json ? Colours::kNever : colours_by(said.colour));
+      if (parsed.verb->is_long && !said.no_pager) report.allow_pager();
       return parsed.verb->run(said, report);
     case Parsed::Asks::kHelp:
+      report.allow_pager();
       return tell(parsed.text, report);
     case Parsed::Asks::kVersion:
       return tell(program().version + std::string("\n"), report);

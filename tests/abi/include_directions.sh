@@ -69,10 +69,15 @@ allow wlanctl/confirm "$tool" wlanctl/base wlanctl/files wlanctl/library wlanctl
   wlanctl/history wlanctl/ssid wlanctl/confirm
 allow wlanctl/exchange "$tool" wlanctl/base wlanctl/files wlanctl/library wlanctl/keys wlanctl/store wlanctl/check \
   wlanctl/apply wlanctl/exchange
+allow wlanctl/watch "$tool" wlanctl/base wlanctl/files wlanctl/library wlanctl/keys wlanctl/store wlanctl/live wlanctl/apply \
+  wlanctl/confirm wlanctl/watch
+allow wlanctl/doctor "$tool" wlanctl/base wlanctl/files wlanctl/library wlanctl/keys wlanctl/store wlanctl/check wlanctl/live \
+  wlanctl/apply wlanctl/confirm wlanctl/doctor
 allow wlanctl/command_line "$tool" wlanctl/base wlanctl/command_line
 allow wlanctl/completion none wlanctl/base wlanctl/keys wlanctl/command_line wlanctl/completion
 allow wlanctl "$tool" wlanctl/base wlanctl/files wlanctl/library wlanctl/keys wlanctl/store wlanctl/check wlanctl/live \
-  wlanctl/apply wlanctl/history wlanctl/ssid wlanctl/confirm wlanctl/exchange wlanctl/command_line wlanctl/completion wlanctl/verbs \
+  wlanctl/apply wlanctl/history wlanctl/ssid wlanctl/confirm wlanctl/exchange wlanctl/watch \
+  wlanctl/doctor wlanctl/command_line wlanctl/completion wlanctl/verbs \
   wlanctl/verbs/apply wlanctl/verbs/settings wlanctl/verbs/ssid
 
 # What is dear to compile is included once; the JSON library to print, and to parse.

@@ -81,6 +81,19 @@ TEST_P(Tab, OffersEveryVerbOfTheHelp) {
   EXPECT_EQ(offered.size(), lines_of(list.substr(0, list.find("\n\n"))).size() - 1);
 }
 
+TEST_P(Tab, CompletesAVerbToBeExplained) {
+  EXPECT_EQ("help|neighbours", typed("wlanctl help nei\t"));
+}
+
+TEST_P(Tab, KnowsTheValuesOfOptionsThatEveryVerbHas) {
+  EXPECT_EQ("keys|--color|never", typed("wlanctl keys --color nev\t"));
+}
+
+TEST_P(Tab, TakesNoOptionsValueForAnArgument) {
+  EXPECT_EQ("monitor|-n|3|5g", typed("wlanctl monitor -n 3 5\t"));
+  EXPECT_EQ("monitor|--for|3|5g", typed("wlanctl monitor --for 3 5\t"));
+}
+
 TEST_P(Tab, CompletesTheWordsOfAVerb) {
   EXPECT_EQ("wps|pbc|pin", typed("wlanctl wps p" + kAll));
 }
@@ -94,7 +107,8 @@ TEST_P(Tab, OffersTheSsidsBehindTheBand) {
 }
 
 TEST_P(Tab, OffersTheOptionsOfTheVerb) {
-  EXPECT_EQ("diff|5g|--exit-code|--help|--in-force|--json|--secrets", typed("wlanctl diff 5g --" + kAll));
+  EXPECT_EQ("diff|5g|--color|--exit-code|--help|--in-force|--json|--no-pager|--secrets",
+            typed("wlanctl diff 5g --" + kAll));
 }
 
 TEST_P(Tab, OffersTheValuesOfAnOption) {

@@ -64,7 +64,10 @@ const std::vector<Call>& calls() {
       {"trace off", 0},
       {"trace level 1", 0},
       {"unlock 5g", 0},
+      {"monitor 5g --for 1", 0},
+      {"doctor 5g", 0},
       {"completion bash", 0},
+      {"help get", 0},
   };
   return all;
 }

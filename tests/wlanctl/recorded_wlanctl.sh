@@ -5,7 +5,7 @@ json=no
 for word in "$@"; do
   case $word in
     --json) json=yes ;;
-    --watch*) exec "$WLANCTL_PROGRAM" "$@" ;;
+    --watch* | monitor) exec "$WLANCTL_PROGRAM" "$@" ;;
   esac
 done
 [ $json = yes ] || exec "$WLANCTL_PROGRAM" "$@"

@@ -124,8 +124,8 @@ TEST(Text, SaysWhatIsNoVerb) {
 
 TEST(Text, SaysWhatAMistypedWordMayMean) {
   const std::vector<std::pair<std::string, std::string>> calls = {
-      {"radio onn 2.4g", "radio has no verb \"onn\"; do you mean on? wlanctl radio --help shows what it takes"},
-      {"wps pcb 2.4g 1", "wps has no verb \"pcb\"; do you mean pbc?"},
+      {"radio onn 2.4g", "there is no verb \"radio onn\"; do you mean on? wlanctl radio --help shows what it takes"},
+      {"wps pcb 2.4g 1", "there is no verb \"wps pcb\"; do you mean pbc?"},
       {"trace levle 1", "do you mean level?"},
       {"calibration red 2.4g", "do you mean read?"},
       {"apply --dryrun", "do you mean --dry-run? wlanctl apply --help"},

@@ -1,4 +1,5 @@
 # wlanctl end to end: the built program, inside the simulated gateway.
+wifimgr_test_helper(damage_store wlanctl/damage_store.c)
 wifimgr_test_helper(hold_store wlanctl/hold_store.c)
 wifimgr_test_helper(segment_bytes wlanctl/segment_bytes.c)
 foreach(library kill_at_rename kill_at_setter kill_at_step given_neighbour_table)
@@ -15,7 +16,7 @@ endforeach()
 # What the tests have on their path.
 set(path_folder ${PROJECT_BINARY_DIR}/tests/path)
 configure_file(wlanctl/recorded_wlanctl.sh ${path_folder}/wlanctl COPYONLY)
-foreach(helper hold_store library_probe segment_bytes)
+foreach(helper damage_store hold_store library_probe segment_bytes)
   file(CREATE_LINK ${PROJECT_BINARY_DIR}/tests/${helper} ${path_folder}/${helper} SYMBOLIC)
 endforeach()
 
@@ -24,7 +25,7 @@ if(NOT WIFIMGR_TEST_PROGRAMS)
   find_program(WLANCTL_PYTHON python3 HINTS /usr/bin REQUIRED)
   find_package(nlohmann_json REQUIRED)
   add_library(wlanctl_test_support STATIC
-    wlanctl/apply_story.cpp wlanctl/interactive_shell.cpp wlanctl/wlanctl.cpp)
+    wlanctl/apply_story.cpp wlanctl/interactive_shell.cpp wlanctl/terminal.cpp wlanctl/wlanctl.cpp)
   target_include_directories(wlanctl_test_support PUBLIC ${CMAKE_CURRENT_SOURCE_DIR}/wlanctl)
   target_link_libraries(wlanctl_test_support PUBLIC sim_test_support nlohmann_json::nlohmann_json)
   target_compile_definitions(wlanctl_test_support PUBLIC PYTHON_PROGRAM="${WLANCTL_PYTHON}")
@@ -33,8 +34,9 @@ if(NOT WIFIMGR_TEST_PROGRAMS)
   target_precompile_headers(wlanctl_test_support PRIVATE <gmock/gmock.h> <gtest/gtest.h> <nlohmann/json.hpp>)
 endif()
 
-foreach(name apply_killed apply board calibration check completion confirm danger debug diff dry_run edit explain export history
-    history_folder history_killed import in_force interrupt keys live_store lock loss man neighbours power_cut recording schema
-    secret set set_from show ssid_move ssid_records ssid stations status taken_back three_states undo unlock wps wrong_file)
+foreach(name apply apply_killed board calibration check colour completion confirm danger debug diff doctor dry_run edit
+    explain export help history history_folder history_killed import in_force interrupt keys live_store lock loss man
+    monitor neighbours pager power_cut recording schema secret set set_from show ssid ssid_move ssid_records stations
+    status taken_back three_states undo unlock wps wrong_file)
   wifimgr_program_test(wlanctl_test_support ${name}_test wlanctl/${name}_test.cpp)
 endforeach()

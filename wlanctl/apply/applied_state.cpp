@@ -171,6 +171,15 @@ bool keep_applied(Band band, FileIs file, Report& report) {
   return write_state_file(path_of(band), kFormat, kVersion, head + applied_text(band), report);
 }
 
+std::optional<KeptInForce> kept_in_force(Band band) {
+  const std::optional<std::string> text = read_state_file(path_of(band), kFormat, kVersion);
+  const size_t end = text ? text->find('\n') : std::string::npos;
+  if (end == std::string::npos) return std::nullopt;
+  const std::vector<std::string> head = words_of(text->substr(0, end));
+  const bool is_changing = head.size() == 2 && head[1] == kAnySum;
+  return KeptInForce{is_changing ? FileIs::kChanging : FileIs::kSettled, sum_of(text->substr(end + 1))};
+}
+
 const std::vector<wifimgr_attr_record>& settings_in_force(Band band) {
   return g_settings[number_of(band)];
 }

@@ -28,6 +28,14 @@ enum class FileIs { kChanging, kSettled };
 // Keeps what is in force. False with a problem when it cannot be written.
 bool keep_applied(Band band, FileIs file, Report& report);
 
+// What the file says of that, for who only looks: which settings are in force, as a sum of them. None when there is no
+// such file, or it is somebody else's.
+struct KeptInForce {
+  FileIs file = FileIs::kSettled;
+  std::string sum;
+};
+std::optional<KeptInForce> kept_in_force(Band band);
+
 // Whether the driver took all of it.
 bool is_told(Band band);
 void set_told(Band band, bool told);

@@ -6,6 +6,7 @@
 
 #include "wlanctl/apply/applied_state.h"
 #include "wlanctl/apply/dry_run.h"
+#include "wlanctl/base/colour.h"
 #include "wlanctl/base/terminal.h"
 #include "wlanctl/keys/key.h"
 #include "wlanctl/keys/secret_mask.h"
@@ -64,7 +65,9 @@ void print_changes(const std::vector<LineChange>& changes, int ssids, Text& text
   }
   for (const LineChange& change : changes) {
     if (is_prose(change) || shortened.contains(key_in(change.line))) continue;
-    text << "    " << (change.added ? '+' : '-') << printable(change.line) << '\n';
+    text << "    "
+         << painted(change.added ? Paint::kGreen : Paint::kRed, (change.added ? '+' : '-') + printable(change.line))
+         << '\n';
   }
   if (changes.empty()) text << "    (stays as it is)\n";
   if (prose + shortened.size() > 0) {

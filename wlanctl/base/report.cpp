@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "wlanctl/base/json_print.h"
+#include "wlanctl/base/pager.h"
 #include "wlanctl/base/terminal.h"
 
 namespace wlanctl {
@@ -65,12 +66,22 @@ int Report::finish(int exit_code) {
 
 bool Report::refresh(int exit_code) {
   const bool done = print(exit_code, true);
+  start_over();
+  return done;
+}
+
+std::string Report::take_line(int exit_code) {
+  std::string line = printed(document(exit_code), Layout::kOnOneLine) + '\n';
+  start_over();
+  return line;
+}
+
+void Report::start_over() {
   text_.clear();
   data_ = Json::object();
   problems_.clear();
   notes_.clear();
   refreshed_ = true;
-  return done;
 }
 
 Json Report::document(int exit_code) const {
@@ -89,7 +100,7 @@ bool Report::print(int exit_code, bool on_one_line) const {
     put(printed(document(exit_code), on_one_line ? Layout::kOnOneLine : Layout::kIndented) + '\n');
     return is_printed();
   }
-  put(text_.str());
+  if (!may_page_ || !show_in_pager(text_.str())) put(text_.str());
   for (const std::string& note : notes_) say("note: " + line_of(note));
   for (const Problem& problem : problems_) {
     const std::string next = problem.next.empty() ? "" : "; " + line_of(problem.next);

@@ -19,7 +19,7 @@ enum ExitCode {
   kBusy = 4,        // another wlanctl did not end in time
   kNoAnswer = 5,    // the driver or the board does not answer
   kNotInForce = 6,  // applied, but the kernel says that it is not in force
-  kWarned = 7,      // check found nothing worse than warnings
+  kWarned = 7,      // check or doctor found nothing worse than warnings
 };
 
 // Of two exit codes the one to end with: what could not be begun is worse than what failed on the way, and that worse
@@ -64,13 +64,24 @@ class Report {
   // False when it could not be printed.
   bool refresh(int exit_code);
 
+  // Where the text is longer than the screen, the operator's pager shows it.
+  void allow_pager() { may_page_ = true; }
+
+  // For a verb that tells line by line: from now on finish prints problems alone.
+  void begin_lines() { refreshed_ = true; }
+
+  // The document of one line, as JSON, for the verb to print; starts over.
+  std::string take_line(int exit_code);
+
  private:
+  void start_over();
   Json document(int exit_code) const;
   bool print(int exit_code, bool on_one_line) const;
 
   std::string verb_;
   bool as_json_ = false;
   bool refreshed_ = false;
+  bool may_page_ = false;
   Text text_;
   Json data_ = Json::object();
   std::vector<Problem> problems_;

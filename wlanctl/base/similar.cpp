@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cctype>
 #include <numeric>
+#include <utility>
 #include <vector>
 
 namespace wlanctl {
@@ -37,13 +38,17 @@ bool is_mistyped(const std::string& word, const std::string& text) {
   return typos_between(word, text) <= kMost;
 }
 
-std::string nearest_of(const std::vector<std::string>& words, const std::string& text) {
-  std::string nearest;
+std::string nearest(const std::vector<std::string>& words, const std::string& text) {
+  // Letters that were swapped leave the length alone.
+  const auto distance = [&](const std::string& word) {
+    return std::pair(typos_between(word, text),
+                     std::max(word.size(), text.size()) - std::min(word.size(), text.size()));
+  };
+  std::string found;
   for (const std::string& word : words) {
-    if (!is_mistyped(word, text)) continue;
-    if (nearest.empty() || typos_between(word, text) < typos_between(nearest, text)) nearest = word;
+    if (is_mistyped(word, text) && (found.empty() || distance(word) < distance(found))) found = word;
   }
-  return nearest;
+  return found;
 }
 
 }  // namespace wlanctl

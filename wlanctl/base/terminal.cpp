@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "wlanctl/base/colour.h"
 #include "wlanctl/base/text.h"
 
 namespace wlanctl {
@@ -72,14 +73,14 @@ std::string table(const Rows& rows) {
   std::vector<size_t> widths;
   for (const auto& row : rows) {
     if (widths.size() < row.size()) widths.resize(row.size());
-    for (size_t i = 0; i + 1 < row.size(); ++i) widths[i] = std::max(widths[i], row[i].size());
+    for (size_t i = 0; i + 1 < row.size(); ++i) widths[i] = std::max(widths[i], width_of(row[i]));
   }
   std::string text;
   for (const auto& row : rows) {
     std::string line;
     for (size_t i = 0; i < row.size(); ++i) {
       line += row[i];
-      if (i + 1 < row.size()) line.append(widths[i] - row[i].size() + 2, ' ');
+      if (i + 1 < row.size()) line.append(widths[i] - width_of(row[i]) + 2, ' ');
     }
     text += line.substr(0, line.find_last_not_of(' ') + 1) + '\n';
   }

@@ -1,5 +1,7 @@
 #include "wlanctl/check/finding.h"
 
+#include "wlanctl/base/colour.h"
+
 namespace wlanctl {
 
 const char* word_for(Finding kind) {
@@ -72,6 +74,12 @@ Severity severity_of(Finding kind) {
       break;
   }
   return Severity::kError;
+}
+
+std::string painted_word(Severity severity) {
+  const std::string word = word_for(severity);
+  if (severity == Severity::kNote) return word;
+  return painted(severity == Severity::kError ? Paint::kRed : Paint::kYellow, word);
 }
 
 const char* word_for(Severity severity) {

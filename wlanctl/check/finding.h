@@ -31,7 +31,8 @@ enum class Finding {
 // note is harmless.
 enum class Severity { kNote, kWarning, kError };
 Severity severity_of(Finding kind);
-const char* word_for(Severity severity);  // "error" ...
+const char* word_for(Severity severity);      // "error" ...
+std::string painted_word(Severity severity);  // the same, as a terminal shows it
 
 const char* word_for(Finding kind);  // "unknown-key" ...
 

@@ -2,6 +2,14 @@
 
 #include "wlanctl/base/band.h"
 
+namespace wlanctl {
+
+std::string colour_choices() {
+  return "auto,always,never";
+}
+
+}  // namespace wlanctl
+
 namespace wlanctl::word {
 
 std::string band_refusal(const std::string& text) {

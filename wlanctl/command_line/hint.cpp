@@ -1,64 +1,159 @@
 #include "wlanctl/command_line/hint.h"
 
-#include <algorithm>
-
 #include "wlanctl/base/similar.h"
+#include "wlanctl/base/text.h"
 
 namespace wlanctl {
 namespace {
 
-using CommandLine = std::vector<std::string>;
-
-std::string hint_of(const CommandLine& names, const std::string& word) {
-  const std::string nearest = nearest_of(names, word);
-  return nearest.empty() ? "" : "do you mean " + nearest + "? ";
+std::vector<std::string> options_of(const Verb& verb) {
+  std::vector<std::string> names = {"-h", "--help", "-V", "--version"};
+  const auto add = [&](const Word& word) {
+    if (!word.is_option()) return;
+    for (const std::string& name : split_at(word.name, ',')) names.push_back(name);
+  };
+  for (const Word& word : verb.words) add(word);
+  for (const Word& word : kCommonWords) add(word);
+  return names;
 }
 
-// How far the verbs of a command line are known.
-struct Way {
-  const Verb* verb;
-  std::string path;
-  std::string unknown;  // where a verb should stand
-};
-
-Way follow(const Program& program, const CommandLine& words) {
-  Way way = {&program.verb, "", ""};
-  for (const std::string& word : words) {
-    if (way.verb->verbs.empty()) break;
-    if (word.starts_with('-')) continue;
-    const auto below = std::find_if(way.verb->verbs.begin(), way.verb->verbs.end(),
-                                    [&](const Verb* verb) { return verb->name == word; });
-    if (below == way.verb->verbs.end()) {
-      way.unknown = word.substr(0, word.find('='));
-      break;
-    }
-    way.verb = *below;
-    way.path += (way.path.empty() ? "" : " ") + word;
+bool has_name(const Word& word, const std::string& name) {
+  for (const std::string& one : split_at(word.name, ',')) {
+    if (one == name) return true;
   }
-  return way;
+  return false;
+}
+
+// Null where the verb has no words for the option: --help and --version have none.
+const Word* option_named(const Verb& verb, const std::string& name) {
+  for (const std::span<const Word> words : {verb.words, std::span<const Word>(kCommonWords)}) {
+    for (const Word& word : words) {
+      if (word.is_option() && has_name(word, name)) return &word;
+    }
+  }
+  return nullptr;
+}
+
+bool takes_value(const Word& word) {
+  return word.place.flag == nullptr && word.place.maybe_seconds == nullptr;
+}
+
+std::string without_dashes(const std::string& name) {
+  const size_t begin = name.find_first_not_of('-');
+  return begin == std::string::npos ? "" : name.substr(begin);
+}
+
+bool contains(const std::vector<std::string>& words, const std::string& word) {
+  for (const std::string& one : words) {
+    if (one == word) return true;
+  }
+  return false;
+}
+
+// "" where it is an option. A short one may have its value behind it.
+std::string unknown_option(const Verb& verb, const std::string& word) {
+  const std::string name = word.substr(0, word.find('='));
+  const std::vector<std::string> known = options_of(verb);
+  const bool is_short = name.size() > 2 && name[1] != '-' && contains(known, name.substr(0, 2));
+  return is_short || contains(known, name) ? "" : name;
+}
+
+std::string nearest_option(const Verb& verb, const std::string& name) {
+  std::vector<std::string> names;
+  for (const std::string& option : options_of(verb)) names.push_back(without_dashes(option));
+  const std::string meant = nearest(names, without_dashes(name));
+  return meant.empty() ? "" : "--" + meant;
+}
+
+const Verb* verb_below(const Verb& verb, const std::string& name) {
+  for (const Verb* const below : verb.verbs) {
+    if (below->name == name) return below;
+  }
+  return nullptr;
+}
+
+std::string nearest_verb(const Verb& verb, const std::string& name) {
+  std::vector<std::string> names;
+  for (const Verb* const below : verb.verbs) names.emplace_back(below->name);
+  return nearest(names, name);
+}
+
+std::string in_small_letters(std::string text) {
+  for (char& c : text) c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+  return text;
+}
+
+std::vector<std::string> choices_of(const Word& word) {
+  std::string text = word.rules.choices == nullptr ? "" : word.rules.choices();
+  std::erase(text, ' ');
+  return split_at(text, ',');
+}
+
+// Of a word that is one of a few.
+Mistake mistake_in_value(const Word& word, const std::string& value, const std::string& path) {
+  const Rules& rules = word.rules;
+  const std::vector<std::string> choices = choices_of(word);
+  std::string reason = rules.refusal == nullptr ? "" : rules.refusal(value);
+  const bool is_choice = rules.refusal != nullptr || choices.empty() ||
+                         contains(choices, rules.any_case ? in_small_letters(value) : value);
+  if (!is_choice) reason = std::string(word.name) + ": \"" + value + "\" is none of " + joined(choices, ", ");
+  if (reason.empty()) return {};
+  std::string meant = nearest(choices, value);
+  if (rules.offers != nullptr && std::string(rules.offers) == "band") {
+    meant = value.starts_with('2') ? "2.4g" : value.starts_with('5') ? "5g" : "";
+  }
+  return {reason, meant, path};
+}
+
+// The argument at a place; the last one where it repeats.
+const Word* argument_at(const Verb& verb, size_t place) {
+  const Word* last = nullptr;
+  for (const Word& word : verb.words) {
+    if (word.is_option()) continue;
+    if (place == 0) return &word;
+    --place;
+    last = &word;
+  }
+  return last != nullptr && last->place.texts != nullptr ? last : nullptr;
 }
 
 }  // namespace
 
-UnknownVerb unknown_verb(const Program& program, const CommandLine& words) {
-  const Way way = follow(program, words);
-  if (way.unknown.empty()) return {};
-  CommandLine names;
-  for (const Verb* const verb : way.verb->verbs) names.emplace_back(verb->name);
-  return {way.unknown, way.path, hint_of(names, way.unknown)};
-}
-
-std::string hint_for_option(const Program& program, const CommandLine& words) {
-  CommandLine names = {"--help", kJsonWord.name};
-  for (const Word& word : follow(program, words).verb->words) {
-    if (word.is_option()) names.emplace_back(word.name);
+Mistake mistake_in(const Program& program, const std::vector<std::string>& words) {
+  const Verb* verb = &program.verb;
+  std::string path;
+  size_t place = 0;
+  for (size_t i = 0; i < words.size(); ++i) {
+    const std::string& word = words[i];
+    if (word == "--") break;
+    if (word.size() > 1 && word[0] == '-') {
+      const std::string unknown = unknown_option(*verb, word);
+      if (!unknown.empty()) {
+        return {path.empty() ? "there is no option " + unknown : path + " has no option " + unknown,
+                nearest_option(*verb, unknown), path};
+      }
+      const size_t equals = word.find('=');
+      const Word* const option = option_named(*verb, word.substr(0, equals));
+      if (option == nullptr || !takes_value(*option)) continue;
+      if (equals == std::string::npos && ++i == words.size()) break;
+      const Mistake mistake =
+          mistake_in_value(*option, equals == std::string::npos ? words[i] : word.substr(equals + 1), path);
+      if (!mistake.message.empty()) return mistake;
+    } else if (!verb->verbs.empty() && (verb->run == nullptr || verb_below(*verb, word) != nullptr)) {
+      const Verb* const below = verb_below(*verb, word);
+      if (below == nullptr) {
+        const std::string name = word.substr(0, word.find('='));
+        return {"there is no verb \"" + path + (path.empty() ? "" : " ") + name + "\"", nearest_verb(*verb, name),
+                path};
+      }
+      verb = below;
+      path += (path.empty() ? "" : " ") + word;
+    } else if (const Word* const argument = argument_at(*verb, place++)) {
+      const Mistake mistake = mistake_in_value(*argument, word, path);
+      if (!mistake.message.empty()) return mistake;
+    }
   }
-  for (const std::string& word : words) {
-    const std::string name = word.substr(0, word.find('='));
-    if (!name.starts_with("--") || std::find(names.begin(), names.end(), name) != names.end()) continue;
-    return hint_of(names, name);
-  }
-  return "";
+  return {};
 }
 
 }  // namespace wlanctl

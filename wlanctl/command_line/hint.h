@@ -1,4 +1,5 @@
-// What was meant by a word that is none.
+// What is wrong with words that the parser did not take, as far as it is a word that nobody knows, and which one may be
+// meant.
 #pragma once
 
 #include <string>
@@ -8,15 +9,12 @@
 
 namespace wlanctl {
 
-// The first word that stands where a verb should; "" where there is none.
-struct UnknownVerb {
-  std::string word;
-  std::string path;  // of the verb in front of it, "radio"; "" of the program's own
-  std::string hint;  // "do you mean on? ", or nothing
+struct Mistake {
+  std::string message;  // "show has no option --jsn"; "" where no word is to blame
+  std::string meant;    // "--json"; "" where nothing is near
+  std::string path;     // of the verb whose help tells more
 };
-UnknownVerb unknown_verb(const Program& program, const std::vector<std::string>& words);
 
-// "do you mean --dry-run? ", where an option of the verb is near one that it does not have.
-std::string hint_for_option(const Program& program, const std::vector<std::string>& words);
+Mistake mistake_in(const Program& program, const std::vector<std::string>& words);
 
 }  // namespace wlanctl

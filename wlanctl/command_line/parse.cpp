@@ -15,7 +15,7 @@ class Parser {
   Parser(const Program& program, const CommandLine& words, Words* said)
       : words_(words), said_(said), app_(program.verb.help, program.verb.name) {
     app_.set_help_flag("-h,--help", kHelpMeaning);
-    app_.set_version_flag("--version", program.version, kVersionMeaning);
+    app_.set_version_flag("-V,--version", program.version, kVersionMeaning);
     add_below(app_, program.verb, "", words_.begin());
   }
 
@@ -65,7 +65,7 @@ class Parser {
   void add_verb(CLI::App& app, const Verb& verb, const std::string& path) {
     app.footer(verb.footer);
     for (const Word& word : verb.words) add_word(app, word);
-    add_word(app, kJsonWord);
+    for (const Word& word : kCommonWords) add_word(app, word);
     app.callback([this, &app, &verb, path] {
       if (!app.get_subcommands().empty()) return;
       for (const Word& word : verb.words) {

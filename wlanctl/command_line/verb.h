@@ -13,6 +13,8 @@ class Report;
 // What was said. A verb looks at what its own words fill.
 struct Words {
   bool json = false;
+  std::string colour = "auto";
+  bool no_pager = false;
   std::string band;
   int ssid = 0;
   bool secrets = false;
@@ -35,6 +37,9 @@ struct Words {
   unsigned confirm_seconds = 0;
   bool is_watching = false;
   std::vector<unsigned> watch_seconds;  // none, or one, 0 for the default
+  bool all = false;                     // of doctor
+  unsigned for_seconds = 0;             // 0 for no end
+  unsigned events = 0;                  // likewise
   bool has_pin = false;
   std::string pin;
   std::string led_text;
@@ -62,6 +67,8 @@ struct Words {
   bool hide = false;
   bool isolate = false;
   bool to_file = false;
+  std::string topic;        // of help
+  std::string topic_below;  // likewise
 };
 
 // The member that a word fills: one of them.
@@ -113,6 +120,7 @@ struct Verb {
   std::span<const Word> words = {};
   int (*run)(const Words& words, Report& report) = nullptr;  // returns the exit code
   std::span<const Verb* const> verbs = {};                   // the verbs below, instead of words and run or besides
+  bool is_long = false;                                      // what it prints may want a pager
 };
 
 // The program itself is one, with its version.
@@ -122,8 +130,13 @@ struct Program {
 };
 
 // Of every program, and of every verb behind its own words.
+std::string colour_choices();
 inline constexpr char kHelpMeaning[] = "Print this help message and exit";
 inline constexpr char kVersionMeaning[] = "Display program version information and exit";
-inline constexpr Word kJsonWord = {"--json", &Words::json, "Print one JSON document, on errors too"};
+inline constexpr Word kCommonWords[] = {
+    {"--json", &Words::json, "Print one JSON document, on errors too"},
+    {"--color", &Words::colour, "Colours: auto, always or never", {.choices = colour_choices, .value_name = "WHEN"}},
+    {"--no-pager", &Words::no_pager, "Print all of it, whatever the screen holds"},
+};
 
 }  // namespace wlanctl

@@ -76,6 +76,7 @@ _wlanctl_add_kind() {
     band-or-file) _wlanctl_add 2.4g 5g; _wlanctl_add_files '' ;;
     band-or-entry) _wlanctl_add 2.4g 5g; _wlanctl_add_entries ;;
     entry) _wlanctl_add_entries ;;
+    verb) _wlanctl_words ''; _wlanctl_add $verbs ;;
     key | assignment) _wlanctl_add_keys "$1" ;;
     file) _wlanctl_add_files '' ;;
     file-assignment) if [[ $cur == *=* ]]; then _wlanctl_add_files "${cur%%=*}="; else _wlanctl_add_keys "$1"; fi ;;

@@ -5,31 +5,31 @@ _wlanctl_words() {
   verbs='' options='' arguments=''
   case $1 in
     '')
-      verbs='show get set edit keys explain ssid diff save revert export import check apply confirm rollback log undo status stations neighbours wps radio led button calibration dump trace unlock completion'
+      verbs='show get set edit keys explain ssid diff save revert export import check apply confirm rollback log undo status monitor stations neighbours wps radio led button calibration dump trace unlock doctor completion help'
       options='--help --version'
       ;;
     'show')
-      options='--help --secrets --json'
+      options='--help --secrets --json --color=auto,always,never --no-pager'
       arguments='band 1,2,3,4,5,6,7,8'
       ;;
     'get')
-      options='--help --json'
+      options='--help --json --color=auto,always,never --no-pager'
       arguments='band key...'
       ;;
     'set')
-      options='--help --file=file-assignment --from=file --literal --force --wait=text --json'
+      options='--help --file=file-assignment --from=file --literal --force --wait=text --json --color=auto,always,never --no-pager'
       arguments='band assignment...'
       ;;
     'edit')
-      options='--help --secrets --force --wait=text --json'
+      options='--help --secrets --force --wait=text --json --color=auto,always,never --no-pager'
       arguments='band'
       ;;
     'keys')
-      options='--help --scope=band,ssid,link --band=band --about=text --json'
+      options='--help --scope=band,ssid,link --band=band --about=text --json --color=auto,always,never --no-pager'
       arguments='band'
       ;;
     'explain')
-      options='--help --json'
+      options='--help --json --color=auto,always,never --no-pager'
       arguments='key'
       ;;
     'ssid')
@@ -37,88 +37,92 @@ _wlanctl_words() {
       options='--help'
       ;;
     'ssid list')
-      options='--help --json'
+      options='--help --json --color=auto,always,never --no-pager'
       arguments='band'
       ;;
     'ssid add')
-      options='--help --security=open,wpa2-psk,wpa-wpa2-psk,wpa2-wpa3,wpa3 --passphrase-file=file --hide --isolate --to-file --both --dry-run --force --wait=text --json'
+      options='--help --security=open,wpa2-psk,wpa-wpa2-psk,wpa2-wpa3,wpa3 --passphrase-file=file --hide --isolate --to-file --both --dry-run --force --wait=text --json --color=auto,always,never --no-pager'
       arguments='band text...'
       ;;
     'ssid remove')
-      options='--help --yes --both --dry-run --force --wait=text --json'
+      options='--help --yes --both --dry-run --force --wait=text --json --color=auto,always,never --no-pager'
       arguments='band text...'
       ;;
     'ssid enable')
-      options='--help --both --dry-run --wait=text --json'
+      options='--help --both --dry-run --wait=text --json --color=auto,always,never --no-pager'
       arguments='band text...'
       ;;
     'ssid disable')
-      options='--help --both --dry-run --wait=text --json'
+      options='--help --both --dry-run --wait=text --json --color=auto,always,never --no-pager'
       arguments='band text...'
       ;;
     'ssid rename')
-      options='--help --both --dry-run --force --wait=text --json'
+      options='--help --both --dry-run --force --wait=text --json --color=auto,always,never --no-pager'
       arguments='band text...'
       ;;
     'diff')
-      options='--help --in-force --exit-code --secrets --json'
+      options='--help --in-force --exit-code --secrets --json --color=auto,always,never --no-pager'
       arguments='band-or-file...'
       ;;
     'save')
-      options='--help --force --wait=text --json'
+      options='--help --force --wait=text --json --color=auto,always,never --no-pager'
       arguments='band'
       ;;
     'revert')
-      options='--help --force --wait=text --json'
+      options='--help --force --wait=text --json --color=auto,always,never --no-pager'
       arguments='band'
       ;;
     'export')
-      options='--help --format=json,dat --no-secrets --output=file --json'
+      options='--help --format=json,dat --no-secrets --output=file --json --color=auto,always,never --no-pager'
       arguments='band'
       ;;
     'import')
-      options='--help --merge --replace --dry-run --force --wait=text --json'
+      options='--help --merge --replace --dry-run --force --wait=text --json --color=auto,always,never --no-pager'
       arguments='file band'
       ;;
     'check')
-      options='--help --band=2.4g,5g --json'
+      options='--help --band=2.4g,5g --json --color=auto,always,never --no-pager'
       arguments='file...'
       ;;
     'apply')
-      options='--help --dry-run --secrets --confirm=text --keep --again --force --command-timeout=text --wait=text --json'
+      options='--help --dry-run --secrets --confirm=text --keep --again --force --command-timeout=text --wait=text --json --color=auto,always,never --no-pager'
       arguments='band'
       ;;
     'confirm')
-      options='--help --force --command-timeout=text --wait=text --json'
+      options='--help --force --command-timeout=text --wait=text --json --color=auto,always,never --no-pager'
       arguments='band'
       ;;
     'rollback')
-      options='--help --command-timeout=text --wait=text --json'
+      options='--help --command-timeout=text --wait=text --json --color=auto,always,never --no-pager'
       arguments='band'
       ;;
     'log')
       verbs='show'
-      options='--help -n=text --secrets --json'
+      options='--help -n=text --secrets --json --color=auto,always,never --no-pager'
       arguments='band'
       ;;
     'log show')
-      options='--help --secrets --json'
+      options='--help --secrets --json --color=auto,always,never --no-pager'
       arguments='entry'
       ;;
     'undo')
-      options='--help --dry-run --force --secrets --wait=text --json'
+      options='--help --dry-run --force --secrets --wait=text --json --color=auto,always,never --no-pager'
       arguments='band-or-entry...'
       ;;
     'status')
-      options='--help --watch --json'
+      options='--help --watch --json --color=auto,always,never --no-pager'
+      arguments='band'
+      ;;
+    'monitor')
+      options='--help --for=text -n=text --events=text --json --color=auto,always,never --no-pager'
       arguments='band'
       ;;
     'stations')
-      options='--help --json'
+      options='--help --json --color=auto,always,never --no-pager'
       arguments='band 1,2,3,4,5,6,7,8'
       ;;
     'neighbours')
-      options='--help --json'
+      options='--help --json --color=auto,always,never --no-pager'
       arguments='band'
       ;;
     'wps')
@@ -126,19 +130,19 @@ _wlanctl_words() {
       options='--help'
       ;;
     'wps pbc')
-      options='--help --command-timeout=text --wait=text --json'
+      options='--help --command-timeout=text --wait=text --json --color=auto,always,never --no-pager'
       arguments='band 1,2,3,4,5,6,7,8'
       ;;
     'wps pin')
-      options='--help --force --command-timeout=text --wait=text --json'
+      options='--help --force --command-timeout=text --wait=text --json --color=auto,always,never --no-pager'
       arguments='band 1,2,3,4,5,6,7,8 text'
       ;;
     'wps stop')
-      options='--help --command-timeout=text --wait=text --json'
+      options='--help --command-timeout=text --wait=text --json --color=auto,always,never --no-pager'
       arguments='band 1,2,3,4,5,6,7,8'
       ;;
     'wps status')
-      options='--help --json'
+      options='--help --json --color=auto,always,never --no-pager'
       arguments='band 1,2,3,4,5,6,7,8'
       ;;
     'radio')
@@ -146,19 +150,19 @@ _wlanctl_words() {
       options='--help'
       ;;
     'radio on')
-      options='--help --command-timeout=text --wait=text --json'
+      options='--help --command-timeout=text --wait=text --json --color=auto,always,never --no-pager'
       arguments='band'
       ;;
     'radio off')
-      options='--help --command-timeout=text --wait=text --json'
+      options='--help --command-timeout=text --wait=text --json --color=auto,always,never --no-pager'
       arguments='band'
       ;;
     'led')
-      options='--help --json'
+      options='--help --json --color=auto,always,never --no-pager'
       arguments='text'
       ;;
     'button')
-      options='--help --json'
+      options='--help --json --color=auto,always,never --no-pager'
       arguments='wlan,wps,wps5g,wlan11ac,wlan-wps'
       ;;
     'calibration')
@@ -166,15 +170,15 @@ _wlanctl_words() {
       options='--help'
       ;;
     'calibration read')
-      options='--help --command-timeout=text --wait=text --json'
+      options='--help --command-timeout=text --wait=text --json --color=auto,always,never --no-pager'
       arguments='band'
       ;;
     'calibration write')
-      options='--help --command-timeout=text --wait=text --yes --json'
+      options='--help --command-timeout=text --wait=text --yes --json --color=auto,always,never --no-pager'
       arguments='band'
       ;;
     'dump')
-      options='--help --secrets --json'
+      options='--help --secrets --json --color=auto,always,never --no-pager'
       arguments='band'
       ;;
     'trace')
@@ -182,22 +186,30 @@ _wlanctl_words() {
       options='--help'
       ;;
     'trace on')
-      options='--help --json'
+      options='--help --json --color=auto,always,never --no-pager'
       ;;
     'trace off')
-      options='--help --json'
+      options='--help --json --color=auto,always,never --no-pager'
       ;;
     'trace level')
-      options='--help --json'
+      options='--help --json --color=auto,always,never --no-pager'
       arguments='1,2,3,4,5,6,7,8'
       ;;
     'unlock')
-      options='--help --force --wait=text --json'
+      options='--help --force --wait=text --json --color=auto,always,never --no-pager'
+      arguments='band'
+      ;;
+    'doctor')
+      options='--help --all --json --color=auto,always,never --no-pager'
       arguments='band'
       ;;
     'completion')
-      options='--help --json'
+      options='--help --json --color=auto,always,never --no-pager'
       arguments='bash,zsh'
+      ;;
+    'help')
+      options='--help --json --color=auto,always,never --no-pager'
+      arguments='verb text'
       ;;
   esac
 }
@@ -415,6 +427,7 @@ _wlanctl_add_kind() {
     band-or-file) _wlanctl_add 2.4g 5g; _wlanctl_add_files '' ;;
     band-or-entry) _wlanctl_add 2.4g 5g; _wlanctl_add_entries ;;
     entry) _wlanctl_add_entries ;;
+    verb) _wlanctl_words ''; _wlanctl_add $verbs ;;
     key | assignment) _wlanctl_add_keys "$1" ;;
     file) _wlanctl_add_files '' ;;
     file-assignment) if [[ $cur == *=* ]]; then _wlanctl_add_files "${cur%%=*}="; else _wlanctl_add_keys "$1"; fi ;;

@@ -1,5 +1,7 @@
 #include "wlanctl/completion/words.h"
 
+#include "wlanctl/base/text.h"
+
 namespace wlanctl {
 namespace {
 
@@ -18,21 +20,26 @@ WordKind kind_of(const Word& word) {
   return choices.empty() ? "text" : choices;
 }
 
-OptionWords option_words(const Word& word) {
+// One for each of its names, as in "-n,--events".
+void add_option(const Word& word, std::vector<OptionWords>* options) {
   const bool takes_value = word.place.flag == nullptr && word.place.maybe_seconds == nullptr;
-  return {word.name, word.help, takes_value ? kind_of(word) : WordKind()};
+  for (const std::string& name : split_at(word.name, ',')) {
+    options->push_back({name, word.help, takes_value ? kind_of(word) : WordKind()});
+  }
 }
 
 VerbWords words_below(const Verb& verb, const std::string& path) {
   VerbWords words = {path, verb.name, verb.help, {{"--help", kHelpMeaning, ""}}, {}, {}};
   for (const Word& word : verb.words) {
     if (word.is_option()) {
-      words.options.push_back(option_words(word));
+      add_option(word, &words.options);
     } else {
       words.arguments.push_back(kind_of(word) + (word.place.texts != nullptr ? "..." : ""));
     }
   }
-  if (verb.run != nullptr) words.options.push_back(option_words(kJsonWord));
+  if (verb.run != nullptr) {
+    for (const Word& word : kCommonWords) add_option(word, &words.options);
+  }
   for (const Verb* const below : verb.verbs) {
     words.verbs.push_back(words_below(*below, path + (path.empty() ? "" : " ") + below->name));
   }

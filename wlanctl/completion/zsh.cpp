@@ -69,6 +69,7 @@ _wlanctl_offer() {
     band-or-file) compadd -- 2.4g 5g; _files ;;
     band-or-entry) compadd -- 2.4g 5g; _wlanctl_entries ;;
     entry) _wlanctl_entries ;;
+    verb) _wlanctl_words ''; _describe verb verbs ;;
     key | assignment) _wlanctl_keys $1 ;;
     file) _files ;;
     file-assignment) if compset -P '*='; then _files; else _wlanctl_keys $1; fi ;;

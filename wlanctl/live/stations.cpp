@@ -27,9 +27,8 @@ void ask_features(Report& report, Band band, int ssid, const uint8_t* mac, Stati
   }
 }
 
-}  // namespace
-
-std::optional<std::vector<Station>> stations_of(Band band, int ssid, Report& report) {
+// None, with a problem, when the driver does not tell.
+std::optional<wifimgr_station_list> station_list_of(Band band, int ssid, Report& report) {
   // The query has no result: a count that stays tells that there is no list.
   constexpr uint64_t kNoList = UINT64_MAX;
   constexpr char kNobody[] = "no sta existance";
@@ -42,21 +41,35 @@ std::optional<std::vector<Station>> stations_of(Band band, int ssid, Report& rep
         return list.count != kNoList;
       },
       &reason);
-  if (!has_list && reason.find(kNobody) != std::string::npos) return std::vector<Station>();
-  if (!has_list) {
-    complain(report, asked_of(band, interface_of(band, ssid - 1)), "its stations", reason);
-    return std::nullopt;
-  }
+  if (has_list) return list;
+  if (reason.find(kNobody) != std::string::npos) return wifimgr_station_list{};
+  complain(report, asked_of(band, interface_of(band, ssid - 1)), "its stations", reason);
+  return std::nullopt;
+}
+
+}  // namespace
+
+std::optional<std::vector<Station>> stations_of(Band band, int ssid, Report& report) {
+  const auto list = station_list_of(band, ssid, report);
+  if (!list) return std::nullopt;
   std::vector<Station> stations;
-  for (uint64_t i = 0; i < list.count && i < WIFIMGR_STATIONS; ++i) {
-    Station station = {mac_text(list.mac[i]), {}, {}};
+  for (uint64_t i = 0; i < list->count && i < WIFIMGR_STATIONS; ++i) {
+    Station station = {mac_text(list->mac[i]), {}, {}};
     // On 2.4G one may be in the list twice.
     const auto is_same = [&](const Station& other) { return other.mac == station.mac; };
     if (std::any_of(stations.begin(), stations.end(), is_same)) continue;
-    ask_features(report, band, ssid, list.mac[i], &station);
+    ask_features(report, band, ssid, list->mac[i], &station);
     stations.push_back(std::move(station));
   }
   return stations;
+}
+
+std::optional<std::vector<std::string>> station_addresses_of(Band band, int ssid, Report& report) {
+  const auto list = station_list_of(band, ssid, report);
+  if (!list) return std::nullopt;
+  std::vector<std::string> addresses;
+  for (uint64_t i = 0; i < list->count && i < WIFIMGR_STATIONS; ++i) addresses.push_back(mac_text(list->mac[i]));
+  return addresses;
 }
 
 Json json_of(const std::optional<std::vector<Station>>& stations) {

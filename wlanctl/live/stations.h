@@ -15,7 +15,8 @@ struct Station {
   std::optional<int> features_11v;  // the driver's byte, likewise
 };
 
-// `ssid` counts from 1.
+// `ssid` counts from 1. The addresses alone cost one question.
+std::optional<std::vector<std::string>> station_addresses_of(Band band, int ssid, Report& report);
 std::optional<std::vector<Station>> stations_of(Band band, int ssid, Report& report);
 Json json_of(const std::optional<std::vector<Station>>& stations);
 

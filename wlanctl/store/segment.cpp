@@ -30,10 +30,6 @@ namespace {
 constexpr key_t kSegments[] = {0x12345, 0x12346};
 constexpr key_t kSemaphores[] = {0x12348, 0x12349};
 
-int segment_of(Band band) {
-  return shmget(kSegments[number_of(band)], 0, 0666);
-}
-
 // The segments that were opened. Others may have come in their place meanwhile.
 int g_opened[kBandCount] = {-1, -1};
 
@@ -167,6 +163,10 @@ bool is_usable(Band band, Report& report, Content content) {
 }
 
 }  // namespace
+
+int segment_of(Band band) {
+  return shmget(kSegments[number_of(band)], 0, 0666);
+}
 
 int semaphore_of(Band band) {
   return semget(kSemaphores[number_of(band)], 1, 0666);

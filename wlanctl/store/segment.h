@@ -26,9 +26,10 @@ bool is_store_open(Band band);
 // As ipcrm -M takes it.
 std::string segment_key_of(Band band);
 
-// Whether there is a live store, opened or not.
+// Whether there is a live store that this user may have, opened or not.
 bool has_store(Band band);
-// Whether the kernel has one of the band at this moment.
+
+// Whether the kernel has one at this moment, for whomever.
 bool is_store_there(Band band);
 
 // The same for who only looks: where there is no store it is not made, but the dat file is read, with a note.
@@ -70,6 +71,9 @@ class StoreLock {
   int id_;
   bool held_;
 };
+
+// The band's segment; -1 when there is none, or it is not for this user.
+int segment_of(Band band);
 
 // The band's semaphore; -1 when there is none, or it is not for this user.
 int semaphore_of(Band band);

@@ -4,21 +4,22 @@ namespace wlanctl {
 namespace {
 
 constexpr char kFooter[] =
-    "Exit codes: 0 done; 1 refused, failed, check found errors, or diff --exit-code\n"
-    "differences; 2 wrong usage or a file that cannot be read; 3 no store that can be\n"
-    "had; 4 another wlanctl is busy; 5 the driver does not answer; 6 applied, but not\n"
-    "in force; 7 check found warnings.\n\n"
+    "Exit codes: 0 done; 1 refused, failed, check or doctor found errors, or diff\n"
+    "--exit-code differences; 2 wrong usage or a file that cannot be read; 3 no store\n"
+    "that can be had; 4 another wlanctl is busy; 5 the driver does not answer;\n"
+    "6 applied, but not in force; 7 check or doctor found warnings.\n\n"
     "Examples:\n"
     "  wlanctl status\n"
     "  wlanctl set 2.4g SSID:1=Kitchen\n"
     "  wlanctl diff 2.4g && wlanctl apply 2.4g --confirm 60\n\n"
-    "wlanctl VERB --help explains a verb.";
+    "wlanctl help VERB explains a verb.";
 
 // As the help lists them.
-constexpr const Verb* kVerbs[] = {
-    &kShow,       &kGet,    &kSet,   &kEdit,  &kKeys,    &kExplain,     &kSsid, &kDiff,  &kSave,   &kRevert,
-    &kExport,     &kImport, &kCheck, &kApply, &kConfirm, &kRollback,    &kLog,  &kUndo,  &kStatus, &kStations,
-    &kNeighbours, &kWps,    &kRadio, &kLed,   &kButton,  &kCalibration, &kDump, &kTrace, &kUnlock, &kCompletion};
+constexpr const Verb* kVerbs[] = {&kShow,       &kGet,      &kSet,    &kEdit,       &kKeys,   &kExplain,     &kSsid,
+                                  &kDiff,       &kSave,     &kRevert, &kExport,     &kImport, &kCheck,       &kApply,
+                                  &kConfirm,    &kRollback, &kLog,    &kUndo,       &kStatus, &kMonitor,     &kStations,
+                                  &kNeighbours, &kWps,      &kRadio,  &kLed,        &kButton, &kCalibration, &kDump,
+                                  &kTrace,      &kUnlock,   &kDoctor, &kCompletion, &kHelp};
 
 constexpr Program kProgram = {{.name = "wlanctl",
                                .help = "Shows, changes, checks and applies the settings of both radios.",

@@ -38,13 +38,16 @@ extern const Verb kStations;
 extern const Verb kNeighbours;
 extern const Verb kWps;
 extern const Verb kRadio;
+extern const Verb kMonitor;
 // board/
 extern const Verb kLed;
 extern const Verb kButton;
 extern const Verb kCalibration;
 extern const Verb kTrace;
 extern const Verb kUnlock;
+extern const Verb kDoctor;
 
 extern const Verb kCompletion;
+extern const Verb kHelp;
 
 }  // namespace wlanctl

@@ -7,6 +7,7 @@
 #include "wlanctl/apply/applied_state.h"
 #include "wlanctl/apply/in_force.h"
 #include "wlanctl/apply/plan.h"
+#include "wlanctl/base/colour.h"
 #include "wlanctl/base/report.h"
 #include "wlanctl/base/terminal.h"
 #include "wlanctl/command_line/common_words.h"
@@ -229,7 +230,8 @@ constexpr Word kWords[] = {
 
 }  // namespace
 
-const Verb kDiff = {"diff", "Compare live store and dat file; weigh an apply",
+const Verb kDiff = {"diff",
+                    "Compare live store and dat file; weigh an apply",
                     "The store is compared with the band's dat file, with what is in force, which is\n"
                     "what was last applied, or with a FILE. That is another dat file, whose band is\n"
                     "told by its path where it can be, else by BAND; or an export, of which what it\n"
@@ -241,6 +243,9 @@ const Verb kDiff = {"diff", "Compare live store and dat file; weigh an apply",
                     "  wlanctl diff --in-force\n"
                     "  wlanctl diff 5g backup.dat\n"
                     "  wlanctl diff --exit-code >/dev/null || wlanctl save",
-                    kWords, diff};
+                    kWords,
+                    diff,
+                    {},
+                    true};
 
 }  // namespace wlanctl

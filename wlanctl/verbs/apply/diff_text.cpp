@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "wlanctl/base/colour.h"
 #include "wlanctl/base/terminal.h"
 #include "wlanctl/keys/json_value.h"
 #include "wlanctl/keys/secret_mask.h"
@@ -16,13 +17,14 @@ std::string table_of(const std::vector<ShownChange>& changes) {
   Rows rows;
   size_t widest = 0;
   for (const ShownChange& change : changes) {
-    rows.push_back({"  " + printable(change.name), printable(change.from) + " -> " + printable(change.to)});
+    rows.push_back({"  " + printable(change.name), painted(Paint::kRed, printable(change.from)) + " -> " +
+                                                       painted(Paint::kGreen, printable(change.to))});
     widest = std::max(widest, rows.back()[0].size());
   }
   for (size_t i = 0; i < rows.size(); ++i) {
     std::string& values = rows[i][1];
-    if (widest + 2 + values.size() > kColumns)
-      values.replace(printable(changes[i].from).size(), 1, "\n" + std::string(widest + 2, ' '));
+    if (widest + 2 + width_of(values) > kColumns)
+      values.replace(painted(Paint::kRed, printable(changes[i].from)).size(), 1, "\n" + std::string(widest + 2, ' '));
   }
   return table(rows);
 }

@@ -25,7 +25,12 @@ constexpr Word kWords[] = {word::kBand};
 
 }  // namespace
 
-const Verb kNeighbours = {"neighbours", "Show who else sends on a band, the strongest first",
-                          "Examples:\n  wlanctl neighbours\n  wlanctl neighbours 5g --json", kWords, run};
+const Verb kNeighbours = {"neighbours",
+                          "Show who else sends on a band, the strongest first",
+                          "Examples:\n  wlanctl neighbours\n  wlanctl neighbours 5g --json",
+                          kWords,
+                          run,
+                          {},
+                          true};
 
 }  // namespace wlanctl

@@ -66,10 +66,14 @@ constexpr Word kWords[] = {word::kBand, word::kSsid};
 
 }  // namespace
 
-const Verb kStations = {"stations", "Show the stations of a band or an SSID",
+const Verb kStations = {"stations",
+                        "Show the stations of a band or an SSID",
                         "11k and 11v are what the driver tells of a station's 802.11k and 802.11v, of\n"
                         "SSIDs 1 to 4 only; the latter is its own number.\n\n"
                         "Examples:\n  wlanctl stations\n  wlanctl stations 2.4g 1 --json",
-                        kWords, run};
+                        kWords,
+                        run,
+                        {},
+                        true};
 
 }  // namespace wlanctl

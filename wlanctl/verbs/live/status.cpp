@@ -7,6 +7,7 @@
 
 #include "wlanctl/apply/in_force.h"
 #include "wlanctl/apply/three_states.h"
+#include "wlanctl/base/colour.h"
 #include "wlanctl/base/report.h"
 #include "wlanctl/base/terminal.h"
 #include "wlanctl/command_line/common_words.h"
@@ -58,6 +59,13 @@ void print_radio(Report& report, Band band, const Radio& radio) {
                                   or_dash(radio.temperature, " C")});
 }
 
+std::string painted_word(LinkState state) {
+  const Paint paint = state == LinkState::kUp     ? Paint::kGreen
+                      : state == LinkState::kDown ? Paint::kRed
+                                                  : Paint::kYellow;
+  return painted(paint, word_for(state));
+}
+
 struct SsidRows {
   Rows ssids = {{"  SSID", "INTERFACE", "STATE", "WPS", "STATIONS", "NAME"}};
   Rows stations = {{"  STATION", "SSID", "802.11k"}};
@@ -70,14 +78,14 @@ Json ask_ssid(Report& report, Band band, const ServedSsid& ssid, SsidRows* rows)
                 {"wps", json_of(WpsSession())}};
   if (ssid.link == LinkState::kAbsent) {
     rows->ssids.push_back(
-        {"  " + std::to_string(ssid.number), ssid.interface, word_for(ssid.link), "-", "-", printable(ssid.name)});
+        {"  " + std::to_string(ssid.number), ssid.interface, painted_word(ssid.link), "-", "-", printable(ssid.name)});
     return shown;
   }
   const auto stations = stations_of(band, ssid.number, report);
   const WpsSession wps = wps_session_of(band, ssid.number, report);
   shown["stations"] = json_of(stations);
   shown["wps"] = json_of(wps);
-  rows->ssids.push_back({"  " + std::to_string(ssid.number), ssid.interface, word_for(ssid.link),
+  rows->ssids.push_back({"  " + std::to_string(ssid.number), ssid.interface, painted_word(ssid.link),
                          word_for_wps(wps.state), stations ? std::to_string(stations->size()) : "-",
                          printable(ssid.name)});
   if (wps.peer) rows->peers.push_back("  WPS of SSID " + std::to_string(ssid.number) + " is with " + *wps.peer);

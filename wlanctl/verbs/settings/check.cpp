@@ -29,7 +29,7 @@ std::string line_of(const std::string& file, const DatFinding& finding) {
     if (finding.field != 0) text += ":" + std::to_string(finding.field);
     text += ":";
   }
-  return printable(text + " " + word_for(severity_of(finding.kind)) + ": " + finding.reason);
+  return printable(text) + " " + painted_word(severity_of(finding.kind)) + ": " + printable(finding.reason);
 }
 
 struct Counts {
@@ -111,7 +111,8 @@ constexpr Word kWords[] = {
 
 }  // namespace
 
-const Verb kCheck = {"check", "Look for mistakes in dat files, touching nothing",
+const Verb kCheck = {"check",
+                     "Look for mistakes in dat files, touching nothing",
                      "One line per finding: FILE:LINE: KEY: severity: reason. The library's own\n"
                      "setters judge the values, and then whether the gateway can serve them. An error\n"
                      "would be lost, misread or refused; a warning may not be what was meant; notes\n"
@@ -120,6 +121,9 @@ const Verb kCheck = {"check", "Look for mistakes in dat files, touching nothing"
                      "Examples:\n"
                      "  wlanctl check /etc/Wireless/RT2860AP/RT2860AP.dat\n"
                      "  wlanctl check --band 5g new.dat",
-                     kWords, run};
+                     kWords,
+                     run,
+                     {},
+                     true};
 
 }  // namespace wlanctl

@@ -44,7 +44,12 @@ constexpr Word kWords[] = {word::kBand, word::kSecrets};
 
 }  // namespace
 
-const Verb kDump = {"dump", "Show the live store's records as they are",
-                    "Examples:\n  wlanctl dump 2.4g | grep '  SSID'\n  wlanctl dump --json", kWords, dump};
+const Verb kDump = {"dump",
+                    "Show the live store's records as they are",
+                    "Examples:\n  wlanctl dump 2.4g | grep '  SSID'\n  wlanctl dump --json",
+                    kWords,
+                    dump,
+                    {},
+                    true};
 
 }  // namespace wlanctl

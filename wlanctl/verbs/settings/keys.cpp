@@ -109,12 +109,16 @@ constexpr Word kWords[] = {
 
 }  // namespace
 
-const Verb kKeys = {"keys", "List the settings: whose, what they take and mean",
+const Verb kKeys = {"keys",
+                    "List the settings: whose, what they take and mean",
                     "The filters go together, and capitals do not matter.\n\n"
                     "Examples:\n"
                     "  wlanctl keys\n"
                     "  wlanctl keys wpa --scope ssid\n"
                     "  wlanctl keys --band 5g --about beam",
-                    kWords, run};
+                    kWords,
+                    run,
+                    {},
+                    true};
 
 }  // namespace wlanctl

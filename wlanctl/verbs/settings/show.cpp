@@ -80,7 +80,12 @@ constexpr Word kWords[] = {word::kBand, word::kSsid, word::kSecrets};
 
 }  // namespace
 
-const Verb kShow = {"show", "Show the live settings of a band or an SSID",
-                    "Examples:\n  wlanctl show 2.4g\n  wlanctl show 5g 1 --secrets", kWords, run};
+const Verb kShow = {"show",
+                    "Show the live settings of a band or an SSID",
+                    "Examples:\n  wlanctl show 2.4g\n  wlanctl show 5g 1 --secrets",
+                    kWords,
+                    run,
+                    {},
+                    true};
 
 }  // namespace wlanctl

@@ -1,0 +1,115 @@
+// wlanctl help, and what is said of words that nobody knows.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "wlanctl.h"
+
+namespace wlanctl_test {
+namespace {
+
+using testing::HasSubstr;
+using testing::StartsWith;
+
+Result call(const std::string& words) {
+  return sim_test::shell("'" + wlanctl_program() + "' " + words + " 2>&1");
+}
+
+// What is said of wrong words, on one line.
+std::string said_of(const std::string& words) {
+  const Result result = call(words);
+  EXPECT_EQ(2, result.status) << words;
+  std::string text;
+  for (const std::string& line : lines_of(result.out)) {
+    text += (text.empty() ? "" : " ") + line.substr(std::min(line.find_first_not_of(' '), line.size()));
+  }
+  return text;
+}
+
+TEST(HelpVerb, SaysWhatTheOptionSays) {
+  for (const char* const verb : {"", "apply", "wps", "wps pbc", "monitor", "doctor", "help"}) {
+    const Result help = call(std::string("help ") + verb);
+    EXPECT_EQ(0, help.status);
+    EXPECT_EQ(call(std::string(verb) + " --help").out, help.out) << verb;
+    EXPECT_THAT(help.out, HasSubstr("Examples:\n"));
+  }
+}
+
+TEST(HelpVerb, RefusesAVerbThatIsNone) {
+  EXPECT_EQ("wlanctl: there is no verb \"aply\"; do you mean apply? wlanctl help lists the verbs",
+            said_of("help aply"));
+  EXPECT_EQ("wlanctl: there is no verb \"wps pcb\"; do you mean pbc? wlanctl help lists the verbs",
+            said_of("help wps pcb"));
+}
+
+TEST(HelpVerb, IsADocumentToo) {
+  const std::string document = call("help wps pbc --json").out;
+  validate_text(document);
+  EXPECT_THAT(document_in(document)["data"]["text"].get<std::string>(), HasSubstr("wlanctl wps pbc"));
+  validate_text(call("help aply --json").out);
+}
+
+TEST(Version, HasAShortName) {
+  EXPECT_EQ(call("--version").out, call("-V").out);
+  EXPECT_EQ(0, call("-V").status);
+}
+
+TEST(Hint, NamesTheVerbThatIsMeant) {
+  EXPECT_EQ("wlanctl: there is no verb \"shwo\"; do you mean show? wlanctl --help lists the verbs", said_of("shwo"));
+  EXPECT_EQ("wlanctl: there is no verb \"wps stpo\"; do you mean stop? wlanctl wps --help shows what it takes",
+            said_of("wps stpo 2.4g 1"));
+  EXPECT_EQ("wlanctl: there is no verb \"xyzzy\"; wlanctl --help lists the verbs", said_of("xyzzy"));
+}
+
+TEST(Hint, NamesTheNearestOfSeveral) {
+  EXPECT_THAT(said_of("stauts"), HasSubstr("do you mean status?"));
+  EXPECT_THAT(said_of("saev"), HasSubstr("do you mean save?"));
+}
+
+TEST(Hint, NamesTheOptionThatIsMeant) {
+  EXPECT_EQ("wlanctl: apply has no option --dryrun; do you mean --dry-run? wlanctl apply --help shows what it takes",
+            said_of("apply --dryrun"));
+  EXPECT_EQ("wlanctl: there is no option --vrsion; do you mean --version? wlanctl --help lists the verbs",
+            said_of("--vrsion"));
+  EXPECT_THAT(said_of("wps pin 2.4g 1 --froce"),
+              StartsWith("wlanctl: wps pin has no option --froce; do you mean --force?"));
+  EXPECT_THAT(said_of("show --no-pagr"), HasSubstr("do you mean --no-pager?"));
+  EXPECT_THAT(said_of("show --xyzzy"), testing::Not(HasSubstr("do you mean")));
+}
+
+TEST(Hint, BlamesTheOptionAndNotTheWordBehindIt) {
+  EXPECT_THAT(said_of("status --wacht 2"), StartsWith("wlanctl: status has no option --wacht; do you mean --watch?"));
+}
+
+TEST(Hint, NamesTheBandThatIsMeant) {
+  for (const char* const text : {"2.4", "24g", "2g", "2.4ghz"}) {
+    EXPECT_THAT(said_of(std::string("show ") + text), StartsWith(std::string("wlanctl: there is no band \"") + text +
+                                                                 "\"; say 2.4g or 5g; do you mean 2.4g?"));
+  }
+  EXPECT_THAT(said_of("show 5"), HasSubstr("do you mean 5g?"));
+  EXPECT_THAT(said_of("show 6g"), testing::Not(HasSubstr("do you mean")));
+}
+
+TEST(Hint, NamesTheWordThatIsMeant) {
+  EXPECT_THAT(said_of("completion bas"), StartsWith("wlanctl: SHELL: \"bas\" is none of bash, zsh; do you mean bash?"));
+  EXPECT_THAT(said_of("keys --color alwyas"), HasSubstr("do you mean always?"));
+  EXPECT_THAT(said_of("keys --color=nver"), HasSubstr("do you mean never?"));
+  EXPECT_THAT(said_of("check --band 2.4 file"), HasSubstr("do you mean 2.4g?"));
+  EXPECT_THAT(said_of("button wpss"), HasSubstr("do you mean wps?"));
+}
+
+TEST(Hint, LeavesWhatNoWordIsToBlameForToTheParser) {
+  EXPECT_THAT(said_of("get"), HasSubstr("required"));
+  EXPECT_THAT(said_of("show 2.4g 9"), HasSubstr("not in range 1 to 8"));
+  EXPECT_THAT(said_of("monitor -n0"), HasSubstr("not in range"));
+}
+
+TEST(Hint, HasNoValueInIt) {
+  for (const char* const words :
+       {"ste 2.4g WPAPSK:1=correct-horse", "WPAPSK:1=correct-horse", "set --fiel=WPAPSK:1=correct-horse",
+        "set 2.4g WPAPSK:1=correct-horse --xyzzy=correct-horse"}) {
+    EXPECT_THAT(said_of(words), testing::Not(HasSubstr("correct"))) << words;
+  }
+}
+
+}  // namespace
+}  // namespace wlanctl_test

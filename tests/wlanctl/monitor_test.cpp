@@ -1,0 +1,339 @@
+// wlanctl monitor: a line for each thing that happens, and no trace of its own.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <regex>
+
+#include "wlanctl.h"
+
+namespace wlanctl_test {
+namespace {
+
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::MatchesRegex;
+using testing::Not;
+
+// A monitor in the background that is ready; `comes TEXT` waits for a line with it, and ends the test's script with what
+// was told where none comes. Each waits for lines behind those that were waited for before.
+std::string watched(const std::string& words, const std::string& script, const std::string& before = "") {
+  return "library_probe init 0 init 1 >/dev/null\n" + before +
+         "\n: >lines; : >complaints; seen=1\n"
+         "wlanctl monitor " +
+         words +
+         " >lines 2>complaints & monitor=$!\n"
+         "until grep -q watching complaints; do sleep 0.02; done\n"
+         "comes() {\n"
+         "  tries=0\n"
+         "  until tail -n +$seen lines | grep -q -e \"$1\"; do\n"
+         "    tries=$((tries + 1)); [ $tries -lt 600 ] || { echo \"nothing of: $1\"; cat lines; exit 9; }; sleep 0.05\n"
+         "  done\n"
+         "  seen=$((seen + $(tail -n +$seen lines | grep -n -e \"$1\" | head -n 1 | cut -d: -f1)))\n"
+         "}\n" +
+         script +
+         "\nkill -TERM $monitor 2>/dev/null; wait $monitor; echo ended $?; cat lines; grep -v watching complaints >&2; "
+         "true";
+}
+
+Result watch(const std::string& words, const std::string& script, const Words& options = {}) {
+  return run(watched(words, script), options);
+}
+
+TEST(Monitor, TellsOfAStationThatJoinsAndLeaves) {
+  const Result result = watch("2.4g",
+                              "simctl station add ra1 02:aa:bb:cc:dd:01; comes 'station-joined'\n"
+                              "simctl station remove ra1 02:aa:bb:cc:dd:01; comes 'station-left'");
+  EXPECT_THAT(result.out, HasSubstr("  2.4g  station-joined  02:aa:bb:cc:dd:01 joined SSID 2 Gateway-Guest\n"));
+  EXPECT_THAT(result.out, HasSubstr("  2.4g  station-left  02:aa:bb:cc:dd:01 left SSID 2 Gateway-Guest\n"));
+  EXPECT_EQ("ended 0", lines_of(result.out).at(0));
+  EXPECT_EQ("", result.err);
+}
+
+TEST(Monitor, TellsOfANewChannel) {
+  const Result result = watch("", "simctl channel 2.4g 11; comes '2.4g  channel  channel 6 -> 11'");
+  EXPECT_THAT(result.out, Not(HasSubstr("radar")));
+}
+
+TEST(Monitor, TakesAChannelThatARadioLeavesUnaskedForRadar) {
+  const Result result = watch("",
+                              "simctl channel 5g 100; comes 'channel 36 -> 100'\n"
+                              "simctl channel 5g 44; comes 'radar was perhaps heard on channel 100'");
+  EXPECT_THAT(result.out, HasSubstr("5g  channel  channel 100 -> 44\n"));
+}
+
+TEST(Monitor, TakesAChannelOfARestartForNoRadar) {
+  const Result result = watch("5g",
+                              "simctl channel 5g 100; comes 'channel 36 -> 100'\n"
+                              "ifconfig rai1 down; ifconfig rai0 down; ifconfig rai0 up; comes 'channel 100 -> 36'\n"
+                              "simctl channel 5g 40; comes 'channel 36 -> 40'");
+  EXPECT_THAT(result.out, AllOf(HasSubstr("ended 0"), Not(HasSubstr("radar"))));
+}
+
+TEST(Monitor, TellsOfInterfacesAndTheirBridges) {
+  const Result result = watch("",
+                              "ifconfig ra1 down; comes 'interface-down  ra1 down'\n"
+                              "brctl delif br-lan ra1; comes 'bridge-left  ra1 out of br-lan'\n"
+                              "brctl addif br0 ra1; comes 'bridge-joined  ra1 into br0'\n"
+                              "ifconfig ra1 up; comes 'interface-up  ra1 up'");
+  EXPECT_THAT(result.out, HasSubstr("ended 0"));
+}
+
+TEST(Monitor, TellsOfAWpsSession) {
+  const Result result = watch("", "simctl wps rai0 state 3 peer 02:aa:bb:cc:dd:01; comes 'enrolling'");
+  EXPECT_THAT(result.out,
+              HasSubstr("5g  wps  WPS of SSID 1 Gateway-Home-5G: idle -> enrolling with 02:aa:bb:cc:dd:01\n"));
+}
+
+TEST(Monitor, TellsOfValuesInTheStoreAndMasksSecrets) {
+  const Result result = watch("",
+                              "wlanctl set 2.4g SSID:2=Attic Channel=11 WPAPSK:1=correct-horse >/dev/null; "
+                              "comes 'value  SSID:2  Gateway-Guest -> Attic'");
+  EXPECT_THAT(result.out, HasSubstr("2.4g  value  Channel  6 -> 11\n"));
+  EXPECT_THAT(result.out, HasSubstr("value  WPAPSK:1  ******** -> ********\n"));
+  EXPECT_THAT(result.out, Not(HasSubstr("correct-horse")));
+}
+
+TEST(Monitor, TellsOfAStoreThatGoesAndComesBack) {
+  const Result result = watch("5g",
+                              "ipcrm -M 0x12346; comes '5g  store-gone  the store is gone'\n"
+                              "wlanctl set 5g Channel=40 >/dev/null 2>&1; comes '5g  store-back  there is a store'\n"
+                              "wlanctl set 5g Channel=44 >/dev/null 2>&1; comes 'value  Channel  40 -> 44'");
+  EXPECT_THAT(result.out, HasSubstr("ended 0"));
+}
+
+TEST(Monitor, TellsOfADatFileThatIsWrittenAndGone) {
+  const Result result = watch("2.4g",
+                              "wlanctl save 2.4g >/dev/null 2>&1; comes 'dat-file  /etc/Wireless/RT2860AP/RT2860AP.dat "
+                              "written, [0-9]* bytes'\n"
+                              "rm /etc/Wireless/RT2860AP/RT2860AP.dat; comes 'RT2860AP.dat is gone'");
+  EXPECT_THAT(result.out, Not(HasSubstr("applied")));
+}
+
+TEST(Monitor, TellsOfAnApply) {
+  const Result result = watch("2.4g",
+                              "wlanctl set 2.4g Channel=11 >/dev/null; wlanctl apply 2.4g >/dev/null 2>&1\n"
+                              "comes '2.4g  applied  applied'");
+  EXPECT_THAT(result.out, AllOf(HasSubstr("interface-down  ra0 down"), HasSubstr("interface-up  ra0 up")));
+}
+
+TEST(Monitor, TellsOfAnApplyThatChangesNothingButRunsAgain) {
+  const Result result = watch("2.4g", "wlanctl apply 2.4g --again >/dev/null 2>&1; comes '  applied  '", {});
+  EXPECT_THAT(result.out, HasSubstr("ended 0"));
+}
+
+TEST(Monitor, TakesASaveForNoApply) {
+  const Result result = watch("2.4g",
+                              "ifconfig ra1 down; comes 'ra1 down'\n"
+                              "wlanctl set 2.4g Channel=11 >/dev/null; wlanctl save 2.4g >/dev/null 2>&1\n"
+                              "comes 'value  Channel'; simctl channel 2.4g 3; comes ' 6 -> 3'");
+  EXPECT_THAT(result.out, AllOf(HasSubstr("dat-file"), Not(HasSubstr("applied"))));
+}
+
+TEST(Monitor, TellsOfAConfirmation) {
+  const Result result =
+      watch("2.4g",
+            "wlanctl set 2.4g Channel=11 >/dev/null; wlanctl apply 2.4g --confirm 600 >/dev/null 2>&1\n"
+            "comes 'apply-waiting  applied, and waits [0-9]* seconds for wlanctl confirm 2.4g'\n"
+            "wlanctl confirm 2.4g >/dev/null 2>&1; comes '  confirmed  '");
+  EXPECT_THAT(result.out, Not(HasSubstr("rolled")));
+}
+
+TEST(Monitor, TellsOfAConfirmationThoughTheStoreWasSavedMeanwhile) {
+  const Result result =
+      watch("2.4g",
+            "wlanctl set 2.4g Channel=11 >/dev/null; wlanctl apply 2.4g --confirm 600 >/dev/null 2>&1\n"
+            "comes 'apply-waiting'; wlanctl save 2.4g >/dev/null 2>&1; comes 'dat-file'\n"
+            "wlanctl confirm 2.4g >/dev/null 2>&1; comes '  confirmed  '");
+  EXPECT_THAT(result.out, Not(HasSubstr("rolled")));
+}
+
+TEST(Monitor, TellsOfARollBack) {
+  const Result result =
+      watch("2.4g",
+            "wlanctl set 2.4g Channel=11 >/dev/null; wlanctl apply 2.4g --confirm 600 >/dev/null 2>&1\n"
+            "comes 'apply-waiting'\n"
+            "wlanctl rollback 2.4g >/dev/null 2>&1; comes '  rolled-back  '");
+  EXPECT_THAT(result.out, AllOf(HasSubstr("ended 0"), Not(HasSubstr("confirmed"))));
+}
+
+TEST(Monitor, TellsWhoHoldsALock) {
+  const Result result =
+      watch("",
+            "hold_store 0x12348 & holder=$!\n"
+            "comes \"2.4g  lock-held  the lock has been held for a second, by process $holder (hold_store)\"\n"
+            "touch done; comes '2.4g  lock-free'");
+  EXPECT_THAT(result.out, HasSubstr("ended 0"));
+}
+
+TEST(Monitor, TellsOfALockWhoseHolderIsGone) {
+  const Result result = watch("", "hold_store 0x12349 forever; comes '5g  lock-held  .*, which is gone'");
+  EXPECT_THAT(result.out, HasSubstr("ended 0"));
+}
+
+TEST(Monitor, TellsOfADriverThatIsGoneAndAnswersAgain) {
+  const Result result =
+      watch("2.4g",
+            "simctl fail channel EIO ra0; comes 'driver-gone  the driver does not answer: .*ioctl open fail'\n"
+            "simctl fail none; comes 'driver-back  the driver answers; channel 6'\n"
+            "rmmod mt7603eap; comes 'interface-gone  ra0 is gone'; comes 'driver-gone  .*there is no ra0'\n"
+            "insmod /lib/modules/4.4.115/mt7603eap.ko; comes 'interface-new  ra0 is there'; comes driver-back",
+            {"--chips", "7603,7612"});
+  EXPECT_THAT(result.out, HasSubstr("02:5a:10:24:00:11 left SSID 1"));
+  EXPECT_THAT(result.out, HasSubstr("ended 0"));
+}
+
+TEST(Monitor, SaysOnceWhatIsMissingAndGoesOn) {
+  const Result result = run(watched("",
+                                    "comes '2.4g  dat-file  there is no '; simctl channel 5g 40; comes '36 -> 40'\n"
+                                    "simctl channel 5g 44; comes '40 -> 44'",
+                                    "rmmod mt7603eap; ipcrm -M 0x12345; rm /etc/Wireless/RT2860AP/RT2860AP.dat"),
+                            {"--chips", "7603,7612"});
+  const auto count = [&](const std::string& text) {
+    int found = 0;
+    for (const std::string& line : lines_of(result.out)) found += line.find(text) != std::string::npos ? 1 : 0;
+    return found;
+  };
+  EXPECT_EQ(1, count("2.4g  store-gone  there is no store to be read")) << result.out;
+  EXPECT_EQ(1, count("2.4g  driver-gone  the driver does not answer: there is no ra0"));
+  EXPECT_EQ(1, count("2.4g  dat-file  there is no /etc/Wireless/RT2860AP/RT2860AP.dat"));
+  EXPECT_EQ(5u, lines_of(result.out).size() - 1) << result.out;
+}
+
+TEST(Monitor, LeavesTheOtherBandOut) {
+  const Result result = watch("5g",
+                              "simctl channel 2.4g 11; ifconfig ra1 down; simctl channel 5g 40; comes '36 -> 40'\n"
+                              "simctl channel 5g 44; comes '40 -> 44'");
+  EXPECT_THAT(result.out, Not(HasSubstr("2.4g")));
+}
+
+TEST(Monitor, HasLocalTimesWithTheirZone) {
+  const Result result = run(watched("", "simctl channel 2.4g 11; comes 'channel'", "TZ=NPT-05:45; export TZ"));
+  EXPECT_THAT(
+      lines_of(result.out).at(1),
+      MatchesRegex("[0-9]{4}-[0-9]{2}-[0-9]{2}T[0-9]{2}:[0-9]{2}:[0-9]{2}\\.[0-9]{3}\\+05:45  2\\.4g  channel.*"));
+}
+
+TEST(Monitor, TellsEachEventAsADocumentOnALine) {
+  const Result result =
+      run(watched("--json",
+                  "simctl channel 5g 100; comes '\"to\":100'; simctl channel 5g 44; comes '\"radar\"'\n"
+                  "simctl station add ra0 02:aa:bb:cc:dd:01; comes joined; simctl wps ra0 state 3; comes '\"wps\"'\n"
+                  "wlanctl set 2.4g SSID:1=Kitchen WPAPSK:1=correct-horse >/dev/null; comes Kitchen\n"
+                  "wlanctl set 2.4g Channel=11 >/dev/null; wlanctl apply 2.4g >/dev/null 2>&1; comes '\"applied\"'\n"
+                  "wlanctl set 2.4g Channel=1 >/dev/null; wlanctl apply 2.4g --confirm 600 >/dev/null 2>&1\n"
+                  "comes apply-waiting; wlanctl rollback 2.4g >/dev/null 2>&1; comes rolled-back\n"
+                  "hold_store 0x12349 & comes lock-held; touch done; comes lock-free\n"
+                  "simctl fail channel EIO; comes driver-gone; simctl fail none; comes driver-back\n"
+                  "ipcrm -M 0x12346; comes store-gone"));
+  const Words lines = lines_of(result.out);
+  ASSERT_GT(lines.size(), 20u);
+  std::string documents;
+  for (size_t i = 1; i < lines.size(); ++i) {
+    EXPECT_EQ("monitor", document_in(lines[i])["verb"]);
+    documents += lines[i] + "\n";
+  }
+  validate_text(documents);
+  EXPECT_THAT(documents, Not(HasSubstr("correct-horse")));
+  EXPECT_THAT(documents, HasSubstr(R"("event":"channel","band":"5g","text":"channel 36 -> 100","from":36,"to":100)"));
+}
+
+TEST(Monitor, EndsAfterTheEventsAskedFor) {
+  const Result result =
+      run("library_probe init 0 init 1 >/dev/null; : >err; wlanctl monitor 2.4g -n 2 >out 2>err & monitor=$!\n"
+          "until grep -q watching err; do sleep 0.02; done\n"
+          "ifconfig ra1 down; ifconfig ra1 up; ifconfig ra1 down; wait $monitor; echo $?; cat out");
+  const Words lines = lines_of(result.out);
+  ASSERT_EQ(3u, lines.size()) << result.out;
+  EXPECT_EQ("0", lines[0]);
+  EXPECT_THAT(lines[1], HasSubstr("ra1 down"));
+  EXPECT_THAT(lines[2], HasSubstr("ra1 up"));
+}
+
+TEST(Monitor, EndsAfterTheSecondsAskedFor) {
+  for (const char* const json : {"", " --json"}) {
+    const Result result =
+        run(std::string("library_probe init 0 init 1 >/dev/null; wlanctl monitor --for 1") + json + " 2>/dev/null");
+    EXPECT_EQ(0, result.status);
+    EXPECT_THAT(result.out, IsEmpty());
+  }
+}
+
+TEST(Monitor, EndsWithZeroWhenItIsInterrupted) {
+  for (const char* const signal : {"INT", "TERM", "HUP"}) {
+    const Result result = run(watched("", std::string("kill -") + signal + " $monitor"));
+    EXPECT_EQ("ended 0\n", result.out) << signal;
+    EXPECT_EQ("", result.err);
+  }
+}
+
+TEST(Monitor, EndsWithZeroWhenNobodyReadsAnyMore) {
+  const Result result =
+      run("library_probe init 0 init 1 >/dev/null; mkfifo pipe; : >err\n"
+          "{ wlanctl monitor >pipe 2>err; echo $? >code; } & exec 3<pipe\n"
+          "until grep -q watching err; do sleep 0.02; done; exec 3<&-; wait; cat code; grep -v watching err");
+  EXPECT_EQ("0\n", result.out);
+}
+
+TEST(Monitor, EndsByASignalThoughItsPipeIsFullAndHoldsNoLockMeanwhile) {
+  const Result result =
+      run("library_probe init 0 init 1 >/dev/null; mkfifo pipe; : >err\n"
+          "{ \"$WLANCTL_PROGRAM\" monitor --json >pipe 2>err & echo $! >pid; wait $!; echo $? >code; } & exec 3<>pipe\n"
+          "until grep -q watching err; do sleep 0.02; done\n"
+          // More than a pipe holds.
+          "for i in $(seq 400); do echo 'link set ra1 down'; echo 'link set ra1 up'; done >changes; ip -batch changes\n"
+          "wlanctl set 2.4g Channel=11 --wait 0; wlanctl apply 2.4g >/dev/null 2>&1; echo applied $?\n"
+          "kill -TERM $(cat pid); wait; cat code");
+  EXPECT_EQ("2.4g Channel = 11  (was 6)\napplied 0\n0\n", result.out) << result.err;
+}
+
+TEST(Monitor, KnowsHowThingsAreAfterMoreEventsThanTheKernelKeeps) {
+  const Result result =
+      run("library_probe init 0 init 1 >/dev/null; mkfifo pipe; : >err\n"
+          "\"$WLANCTL_PROGRAM\" monitor 2.4g --json >pipe 2>err & monitor=$!\n"
+          "exec 3<>pipe; until grep -q watching err; do sleep 0.02; done\n"
+          "for i in $(seq 3000); do echo 'link set ra1 down'; echo 'link set ra1 up'; done >changes\n"
+          "echo 'link set ra1 down' >>changes; ip -batch changes\n"
+          "simctl channel 2.4g 11; cat <&3 >lines & reader=$!; until grep -q '\"to\":11' lines; do sleep 0.05; done\n"
+          "kill $monitor; wait $monitor; echo $?; kill $reader; grep -c ra1 lines; grep ra1 lines | tail -n 1");
+  const Words lines = lines_of(result.out);
+  ASSERT_EQ(3u, lines.size()) << result.out;
+  EXPECT_EQ("0", lines[0]);
+  EXPECT_LT(std::stoi(lines[1]), 6000) << "the kernel kept all of them";
+  EXPECT_EQ("interface-down", document_in(lines[2])["data"]["event"]);
+}
+
+TEST(Monitor, TakesStationsThatWereThereBeforeTheDriverAnsweredForNoNews) {
+  const Result result = run(watched("2.4g",
+                                    "simctl fail none; comes driver-back\n"
+                                    "simctl station add ra0 02:aa:bb:cc:dd:01; comes 02:aa:bb:cc:dd:01",
+                                    "simctl fail channel EIO ra0"));
+  EXPECT_THAT(result.out, AllOf(HasSubstr("ended 0"), Not(HasSubstr("02:5a:10:24:00:11"))));
+}
+
+TEST(Monitor, TellsWhatCannotBeWritten) {
+  const Result result = run("library_probe init 0 init 1 >/dev/null; ipcrm -M 0x12345; wlanctl monitor >/dev/full");
+  EXPECT_EQ(1, result.status);
+  EXPECT_THAT(result.err, HasSubstr("wlanctl: the output could not be written; is there room?\n"));
+}
+
+TEST(Monitor, ChangesNothing) {
+  // Looking at a store that is there, and at one that is not.
+  for (const char* const before : {"", "library_probe init 0 init 1 >/dev/null; "}) {
+    const Result result = run(
+        std::string(before) +
+        "state() { ipcs -m -s | awk '{print $1, $2, $4, $5}'; ls -l --full-time /run /etc/Wireless /etc/Wireless/*; "
+        "ls -l /tmp; ls | grep -v state; }\n"
+        "state >state-1; wlanctl monitor --for 2 >/dev/null 2>&1; state >state-2; diff state-1 state-2");
+    EXPECT_EQ(0, result.status) << result.out;
+  }
+}
+
+TEST(Monitor, RefusesLimitsThatAreNone) {
+  for (const char* const words : {"--for 0", "-n 0", "--for x", "2g"}) {
+    EXPECT_EQ(2, run(std::string("wlanctl monitor ") + words).status) << words;
+  }
+}
+
+}  // namespace
+}  // namespace wlanctl_test

@@ -1,0 +1,57 @@
+#include "wlanctl/base/colour.h"
+
+#include <unistd.h>
+
+#include <cstdlib>
+
+namespace wlanctl {
+namespace {
+
+constexpr char kBegin[] = "\033[";
+constexpr char kOff[] = "\033[0m";
+
+bool g_on = false;
+
+const char* on(Paint paint) {
+  switch (paint) {
+    case Paint::kRed:
+      return "\033[31m";
+    case Paint::kGreen:
+      return "\033[32m";
+    case Paint::kYellow:
+      return "\033[33m";
+  }
+  return "";
+}
+
+std::string variable(const char* name) {
+  const char* const value = std::getenv(name);
+  return value == nullptr ? "" : value;
+}
+
+}  // namespace
+
+void choose_colours(Colours colours) {
+  const auto is_wanted = [] {
+    return isatty(STDOUT_FILENO) != 0 && variable("NO_COLOR").empty() && variable("TERM") != "dumb" &&
+           !variable("TERM").empty();
+  };
+  g_on = colours == Colours::kAlways || (colours == Colours::kAuto && is_wanted());
+}
+
+std::string painted(Paint paint, const std::string& text) {
+  return g_on && !text.empty() ? on(paint) + text + kOff : text;
+}
+
+size_t width_of(const std::string& text) {
+  size_t width = text.size();
+  for (size_t at = 0; (at = text.find(kBegin, at)) != std::string::npos;) {
+    const size_t end = text.find('m', at);
+    if (end == std::string::npos) break;
+    width -= end + 1 - at;
+    at = end + 1;
+  }
+  return width;
+}
+
+}  // namespace wlanctl

@@ -1,0 +1,104 @@
+// The driver's module, its interfaces, and whether it answers.
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdlib>
+
+#include "wifimgr_lib.h"
+#include "wlanctl/base/text.h"
+#include "wlanctl/doctor/checks.h"
+#include "wlanctl/files/bytes.h"
+#include "wlanctl/keys/dat_key.h"
+#include "wlanctl/library/query.h"
+#include "wlanctl/live/bridge.h"
+#include "wlanctl/live/radio.h"
+
+namespace wlanctl {
+namespace {
+
+constexpr char kModule[] = "module";
+constexpr char kInterface[] = "interface";
+
+// The first whose chip is on the bus is the band's, as for the library; the drivers of other chips are built in.
+struct Module {
+  Band band;
+  const char* chip;
+  const char* name;
+};
+constexpr Module kModules[] = {{Band::k2_4G, "14c37603", "mt7603eap"},
+                               {Band::k2_4G, "14c37615", "mt7615_ap"},
+                               {Band::k5G, "14c37612", "mt7662e_ap"},
+                               {Band::k5G, "14c37663", "mt7663_ap"},
+                               {Band::k5G, "14c37615", "mt7615_ap"}};
+
+bool is_on_bus(const std::string& chip) {
+  for (const std::string& line : lines_of(read_bytes("/proc/bus/pci/devices").value_or(""))) {
+    const std::vector<std::string> words = words_of(line);
+    if (words.size() > 1 && words[1] == chip) return true;
+  }
+  return false;
+}
+
+bool is_loaded(const std::string& module) {
+  for (const std::string& line : lines_of(read_bytes("/proc/modules").value_or(""))) {
+    if (line.starts_with(module + " ")) return true;
+  }
+  return false;
+}
+
+std::string value_of(const Settings& settings, const char* name, int ssid) {
+  const Key* const key = find_key(name);
+  if (key == nullptr) return "";
+  const auto found = settings.find(dat_key_of(*key, ssid));
+  const bool is_shared = ssid > 0 && key->numbering == Numbering::kShared;
+  const size_t field = is_shared ? static_cast<size_t>(ssid) - 1 : 0;
+  return found != settings.end() && field < found->second.size() ? found->second[field] : "";
+}
+
+void check_bridge(Band band, const std::string& interface, Diagnosis& diagnosis) {
+  const std::optional<std::string> bridge = bridge_of(interface);
+  if (!bridge) return;
+  diagnosis.add(bridge->empty(), Ill::kInterfaceUnbridged, kInterface, band,
+                interface + (bridge->empty() ? "" : " in " + *bridge));
+}
+
+}  // namespace
+
+void check_module(Band band, Diagnosis& diagnosis) {
+  for (const Module& module : kModules) {
+    if (module.band != band || !is_on_bus(module.chip)) continue;
+    const std::string path = std::string("/lib/modules/4.4.115/") + module.name + ".ko";
+    diagnosis.add(access(path.c_str(), R_OK) != 0, Ill::kModuleMissing, kModule, band, path);
+    diagnosis.add(!is_loaded(module.name), Ill::kModuleUnloaded, kModule, band, module.name);
+    return;
+  }
+  diagnosis.well(kModule, band, "none of a chip on the bus: the driver is built in");
+}
+
+void check_interfaces(Band band, const Settings& settings, Diagnosis& diagnosis) {
+  const long count = std::strtol(value_of(settings, kSsidCount, -1).c_str(), nullptr, 10);
+  for (int ssid = 1; ssid <= std::min(count, static_cast<long>(WIFIMGR_FIELDS)); ++ssid) {
+    const std::string interface = interface_of(band, ssid - 1);
+    const LinkState state = link_state(interface);
+    if (state == LinkState::kAbsent) {
+      diagnosis.ill(Ill::kInterfaceMissing, kInterface, band, interface + " of SSID " + std::to_string(ssid));
+      continue;
+    }
+    const bool is_wanted = value_of(settings, "EnableSSID", ssid) == "1";
+    diagnosis.add(is_wanted && state == LinkState::kDown, Ill::kInterfaceDown, kInterface, band,
+                  interface + " is " + word_for(state));
+    if (state == LinkState::kUp) check_bridge(band, interface, diagnosis);
+  }
+}
+
+void check_driver(Band band, Diagnosis& diagnosis) {
+  const std::string interface = interface_of(band, 0);
+  char text[WIFIMGR_VALUE_SIZE] = "";
+  std::string reason = "there is no " + interface;
+  const bool answers = link_state(interface) != LinkState::kAbsent &&
+                       call_quietly([&] { return wifimgr_lib_get_CHANNEL(number_of(band), text) == 0; }, &reason);
+  diagnosis.add(!answers, Ill::kDriverSilent, "driver", band,
+                answers ? interface + " is on channel " + text : interface + because(reason));
+}
+
+}  // namespace wlanctl

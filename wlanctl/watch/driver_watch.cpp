@@ -1,0 +1,141 @@
+#include "wlanctl/watch/driver_watch.h"
+
+#include <cstdlib>
+#include <utility>
+
+#include "wifimgr_lib.h"
+#include "wlanctl/library/query.h"
+#include "wlanctl/live/stations.h"
+#include "wlanctl/watch/link_watch.h"
+#include "wlanctl/watch/store_watch.h"
+
+namespace wlanctl {
+namespace {
+
+// Where others have the right of way, and a radio that hears them must go.
+constexpr int kFirstRadarChannel = 52;
+constexpr int kLastRadarChannel = 144;
+
+// A radio that was restarted takes the channel that it was told at the first look or the second.
+constexpr int kLooksToSettle = 2;
+
+bool is_radar_channel(Band band, int channel) {
+  return band == Band::k5G && channel >= kFirstRadarChannel && channel <= kLastRadarChannel;
+}
+
+std::optional<int> channel_of(Band band, std::string* reason) {
+  char text[WIFIMGR_VALUE_SIZE] = "";
+  if (!call_quietly([&] { return wifimgr_lib_get_CHANNEL(number_of(band), text) == 0; }, reason)) return std::nullopt;
+  return static_cast<int>(std::strtol(text, nullptr, 10));
+}
+
+std::string ssid_text(int number, const std::string& name) {
+  return "SSID " + std::to_string(number) + (name.empty() ? "" : " " + name);
+}
+
+Event station_event(const char* kind, Band band, int number, const std::string& name, const std::string& mac) {
+  const bool has_joined = std::string(kind) == "station-joined";
+  return {kind,
+          band,
+          mac + (has_joined ? " joined " : " left ") + ssid_text(number, name),
+          {{"mac", mac}, {"ssid", number}, {"interface", interface_of(band, number - 1)}, {"name", name}}};
+}
+
+}  // namespace
+
+void DriverWatch::look(const LinkWatch& links, const StoreWatch& store, Events& events) {
+  if (look_at_channel(links, events)) {
+    for (int number = 1; number <= WIFIMGR_FIELDS; ++number) look_at_ssid(number, links, store, events);
+    is_first_ = false;
+  }
+}
+
+// Whether the driver answers.
+bool DriverWatch::look_at_channel(const LinkWatch& links, Events& events) {
+  const std::string interface = interface_of(band_, 0);
+  std::string reason = "there is no " + interface;
+  const std::optional<int> channel = links.is_there(interface) ? channel_of(band_, &reason) : std::nullopt;
+  const bool did_answer = std::exchange(answers_, channel.has_value());
+  if (did_answer && !channel) {
+    events.push_back({"driver-gone", band_, "the driver does not answer: " + reason, {{"reason", reason}}});
+  }
+  if (!did_answer && channel) {
+    events.push_back(
+        {"driver-back", band_, "the driver answers; channel " + std::to_string(*channel), {{"channel", *channel}}});
+  }
+  if (links.changes_of(band_) != changes_) looks_since_restart_ = 0;
+  changes_ = links.changes_of(band_);
+  if (!channel) {
+    // An interface that went took its stations with it.
+    if (!links.is_there(interface)) {
+      for (auto& [number, ssid] : ssids_) {
+        for (const std::string& mac : ssid.stations) {
+          events.push_back(station_event("station-left", band_, number, "", mac));
+        }
+      }
+      ssids_.clear();
+    }
+    return false;
+  }
+  if (channel_ && *channel_ != *channel) tell_channel(*channel_, *channel, events);
+  channel_ = channel;
+  if (looks_since_restart_ < kLooksToSettle) ++looks_since_restart_;
+  return true;
+}
+
+// The driver does not say why it left a channel. On its own it leaves one for radar alone.
+void DriverWatch::tell_channel(int from, int to, Events& events) {
+  events.push_back({"channel",
+                    band_,
+                    "channel " + std::to_string(from) + " -> " + std::to_string(to),
+                    {{"from", from}, {"to", to}}});
+  const bool was_restarted = changes_ > 0 && looks_since_restart_ < kLooksToSettle;
+  if (was_restarted || !is_radar_channel(band_, from)) return;
+  events.push_back({"radar",
+                    band_,
+                    "radar was perhaps heard on channel " + std::to_string(from) + ": the radio left it unasked",
+                    {{"channel", from}}});
+}
+
+void DriverWatch::look_at_ssid(int number, const LinkWatch& links, const StoreWatch& store, Events& events) {
+  const bool is_there = links.is_there(interface_of(band_, number - 1));
+  const auto found = ssids_.find(number);
+  if (!is_there && found == ssids_.end()) return;
+  const bool is_new = found == ssids_.end();
+  Ssid& before = ssids_[number];
+  const std::string name = store.ssid_name(number);
+  Report unheard;
+  Ssid now = before;
+  if (is_there) {
+    if (const auto macs = station_addresses_of(band_, number, unheard)) now.stations = {macs->begin(), macs->end()};
+    const WpsSession wps = wps_session_of(band_, number, unheard);
+    if (wps.state) now.wps = wps;
+  } else {
+    now = Ssid();
+  }
+  if (!is_first_) {
+    for (const std::string& mac : before.stations) {
+      if (!now.stations.contains(mac)) events.push_back(station_event("station-left", band_, number, name, mac));
+    }
+    for (const std::string& mac : now.stations) {
+      if (!before.stations.contains(mac)) events.push_back(station_event("station-joined", band_, number, name, mac));
+    }
+  }
+  const bool differs = now.wps.state != before.wps.state || now.wps.peer != before.wps.peer;
+  if (!is_first_ && !is_new && is_there && differs) {
+    events.push_back({"wps",
+                      band_,
+                      "WPS of " + ssid_text(number, name) + ": " + word_for_wps(before.wps.state) + " -> " +
+                          word_for_wps(now.wps.state) + (now.wps.peer ? " with " + *now.wps.peer : ""),
+                      {{"ssid", number},
+                       {"interface", interface_of(band_, number - 1)},
+                       {"name", name},
+                       {"from", word_for_wps(before.wps.state)},
+                       {"to", word_for_wps(now.wps.state)},
+                       {"peer", json_or_null(now.wps.peer)}}});
+  }
+  before = std::move(now);
+  if (!is_there) ssids_.erase(number);
+}
+
+}  // namespace wlanctl
