@@ -39,7 +39,7 @@ void require_json(const std::string& document);
 // No longer forms than needed, no halves of pairs, nothing beyond the last character.
 bool is_utf8(const std::string& text);
 
-// Whether a value would be known again in what the tool says: none of its own words has such a piece.
+// Whether a value would be known again in what the tool says: neither its own words nor JSON have such a piece.
 bool is_telltale(const std::string& value);
 
 }  // namespace fuzz
