@@ -22,6 +22,7 @@ type "wlanctl diff 2.4g"
 type "wlanctl apply 2.4g --dry-run"
 type "wlanctl apply 2.4g --confirm 60"
 type "wlanctl confirm 2.4g"
+type "wlanctl status 2.4g | grep -oE \"channel [0-9]+|settings.*\""
 echo
 echo "# The same, but nobody confirms: within three seconds all is as before."
 type "wlanctl set 2.4g SSID:1=Attic"

@@ -31,11 +31,14 @@ interfaces
 grep -E '^(SSID1|Channel)=' $dat24
 fact "the one who waits is killed"
 must wlanctl set 2.4g SSID:1=Attic
-wlanctl apply 2.4g --confirm 6 >applied 2>&1
-killall -9 wlanctl 2>/dev/null
-sleep 7
+wlanctl apply 2.4g --confirm 15 >applied 2>&1
+kill -9 $(pidof wlanctl)
+sleep 16
+# Who looks is told; who changes something has it taken back first.
 wlanctl diff 2.4g >after-kill 2>&1
 fact "diff: $?"
+settings ra0 | grep -E '^SSID='
+must wlanctl set 2.4g Channel=5
 settings ra0 | grep -E '^SSID='
 fact "the process that applies is killed"
 must wlanctl set 2.4g Channel=9

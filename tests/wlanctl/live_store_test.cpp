@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdlib>
 
 #include "wlanctl.h"
 
@@ -23,6 +24,8 @@ struct Call {
 // How each verb is called on 5G; a new one must be added. In an order in which each does its work: what was saved is
 // there for a revert.
 const std::vector<Call>& calls() {
+  // Nobody is there to edit.
+  setenv("VISUAL", "true", 1);
   static const std::vector<Call> all = {
       {"show 5g", 0},
       {"get 5g Channel", 0},
@@ -30,11 +33,14 @@ const std::vector<Call>& calls() {
       {"keys 5g", 0},
       {"explain Channel", 0},
       {"ssid list 5g", 0},
-      {"ssid disable 5g 2", 0},
-      {"ssid enable 5g 2", 0},
-      {"ssid rename 5g 2 Cellar", 0},
-      {"ssid add 5g Kitchen --security open", 0},
-      {"ssid remove 5g Kitchen --yes", 0},
+      {"ssid disable 5g 2", 0, Where::kMade},
+      {"ssid enable 5g 2", 0, Where::kMade},
+      {"ssid rename 5g 2 Cellar", 0, Where::kMade},
+      {"ssid add 5g Kitchen --security open", 0, Where::kMade},
+      {"ssid remove 5g Kitchen --yes", 0, Where::kMade},
+      {"edit 5g", 0, Where::kMade},
+      {"export 5g", 0},
+      {"import /etc/Wireless/RT2860AP_AC/RT2860AP.dat 5g --dry-run", 0},
       {"diff 5g", 0},
       {"save 5g", 0, Where::kMade},
       {"revert 5g", 0, Where::kMade},
@@ -46,6 +52,8 @@ const std::vector<Call>& calls() {
       {"apply 5g --confirm 600", 0, Where::kMade},
       {"confirm 5g", 0},
       {"rollback 5g", 1},
+      {"log 5g", 0},
+      {"undo 5g --dry-run", 0},
       {"status", 0},
       {"stations 5g", 0},
       {"neighbours 5g", 0},

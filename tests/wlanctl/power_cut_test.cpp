@@ -65,9 +65,10 @@ TEST(PowerCut, WithoutAConfirmationToWaitForIsNothing) {
 }
 
 TEST(PowerCut, FindsWhatWasKeptInTheFolderThatWasChosen) {
-  const Result result = run_story("mkdir /etc/chosen; export WLANCTL_FOLDER=/etc/chosen;" + cut() +
-                                  "ls /etc/chosen | grep before; ls /etc/Wireless | grep before; wlanctl rollback >/dev/null;"
-                                  "echo $?; wlanctl get 2.4g SSID:1");
+  const Result result =
+      run_story("mkdir /etc/chosen; export WLANCTL_FOLDER=/etc/chosen;" + cut() +
+                "ls /etc/chosen | grep before; ls /etc/Wireless | grep before; wlanctl rollback >/dev/null;"
+                "echo $?; wlanctl get 2.4g SSID:1");
   EXPECT_EQ("wlanctl-before-2.4g\n0\nGateway-Home\n", result.out);
 }
 

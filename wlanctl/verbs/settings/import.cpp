@@ -101,7 +101,7 @@ int run(const Words& words, Report& report) {
   const ToolLock lock(report, words.wait_seconds);
   if (!lock) return lock.exit_code();
   for (const Band one : bands) {
-    if (!open_band(one, report)) return kNoStore;
+    if (!(words.dry_run ? look_at_band(one, report) : open_band(one, report))) return kNoStore;
     note_waiting(one, report);
   }
   for (const std::string& note : text.notes) report.note(place_in(words.file, 0) + ": " + note);
