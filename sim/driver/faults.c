@@ -61,12 +61,17 @@ static bool use_up(unsigned long number, const struct iwreq* request, Fault* met
 bool meet_fault(unsigned long number, const struct iwreq* request, Fault* fault) {
   char* const text = read_state(DRIVER_LISTS, FAULTS_NAME);
   if (text == NULL) return false;
-  const bool is_met = find_fault(text, number, request, fault);
+  Fault seen;
+  const bool is_met = find_fault(text, number, request, &seen);
   free(text);
-  if (!is_met || fault->count < 0) return is_met;
-  const int lock = open_state(FAULTS_LOCK, O_RDWR);
-  if (lock < 0) return true;
+  if (!is_met) return false;
+  const int lock = seen.count < 0 ? -1 : open_state(FAULTS_LOCK, O_RDWR);
+  if (lock < 0) {
+    *fault = seen;
+    return true;
+  }
   lock_state(lock);
+  // Another process may have taken the last one meanwhile: then nothing goes wrong here.
   const bool is_left = use_up(number, request, fault);
   close(lock);
   return is_left;

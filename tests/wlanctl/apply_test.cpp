@@ -78,6 +78,14 @@ TEST(Apply, RestartsTheInterfacesForTheRadio) {
   EXPECT_EQ("Channel=100\n", behind(result.out, "dat"));
 }
 
+TEST(Apply, NamesTheInterfacesThatOnlyARebootMakes) {
+  const Result result = run_story(
+      "wlanctl set 2.4g BssidNum=3 >/dev/null; wlanctl apply 2.4g 2>&1; echo == up; cat /sys/class/net/ra2/operstate");
+  EXPECT_THAT(result.out,
+              HasSubstr("2.4g: not on the air before that reboot, as the driver has made no interface: ra2\n"));
+  EXPECT_EQ("", behind(result.out, "up"));
+}
+
 TEST(Apply, RecommendsARebootForAnotherSsidCountAndNeverRebootsItself) {
   const Result result = run_story(
       "wlanctl set 2.4g BssidNum=3 >/dev/null; wlanctl apply 2.4g --json >apply.json; cat apply.json;"

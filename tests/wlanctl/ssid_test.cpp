@@ -65,13 +65,24 @@ TEST(SsidAdd, GivesTheNewOneSafeValuesWhateverAnEarlierOneHasLeft) {
       "EncrypType:3         AES\n"
       "WPAPSK:3             guest-word-1\n"
       "IEEE8021X:3          0\n"
-      "RADIUS_Key:3\n"
+      "RADIUS_Key:3         sample-secret-3\n"
       "AccessPolicy:3       0\n"
       "AccessControlList:3\n"
       "WscConfMode:3        0\n"
       "WscDefaultSSID:3     Kitchen\n"
       "WSC_UUID_E:3         28102400aaaa4bbb8ccc022810000003\n",
       steps[2].out);
+}
+
+TEST(SsidAdd, TakesNoValueThatAnotherGatewayRefuses) {
+  const std::string settings =
+      run_live({kAdd + "2.4g Kitchen >/dev/null; wlanctl save 2.4g >/dev/null 2>&1; wlanctl export 2.4g",
+                "wlanctl check /etc/Wireless/RT2860AP/RT2860AP.dat"})[0]
+          .out;
+  const auto steps =
+      run_live({"cat >f.json <<'.'\n" + settings + ".\nwlanctl import f.json >/dev/null", "wlanctl export 2.4g"});
+  EXPECT_EQ(0, steps[0].status) << steps[0].err;
+  EXPECT_EQ(settings, steps[1].out);
 }
 
 TEST(SsidAdd, LeavesAllOthersAsTheyAre) {

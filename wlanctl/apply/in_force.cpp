@@ -281,4 +281,13 @@ std::vector<Lack> look_now(Band band) {
   return Expectation(band, Operation::kSave, 0).look(true);
 }
 
+std::vector<std::string> missing_interfaces(Band band) {
+  std::vector<std::string> missing;
+  for (int ssid = 1; ssid <= std::clamp(ssid_count(band), 0, WIFIMGR_FIELDS); ++ssid) {
+    const std::string interface = interface_of(band, ssid - 1);
+    if (is_on(band, ssid) && link_state(interface) == LinkState::kAbsent) missing.push_back(interface);
+  }
+  return missing;
+}
+
 }  // namespace wlanctl

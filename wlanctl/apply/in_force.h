@@ -66,4 +66,7 @@ void note_undone(Band band, Report& report);
 // What holds at this moment of the settings in the store: enabled interfaces are up, the driver answers.
 std::vector<Lack> look_now(Band band);
 
+// The interfaces of enabled SSIDs that the kernel does not have: the driver makes new ones when it is loaded.
+std::vector<std::string> missing_interfaces(Band band);
+
 }  // namespace wlanctl

@@ -29,7 +29,6 @@ std::optional<std::string> chosen_value(const std::string& key, const NewSsid& f
   if (key == "WPAPSK") return fresh.passphrase.empty() ? "0" : fresh.passphrase;
   // Nobody presses a button for a network that was not there before.
   if (key == "WscConfMode") return "0";
-  if (key == "RADIUS_Key") return "";
   return std::nullopt;
 }
 

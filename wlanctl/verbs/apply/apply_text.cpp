@@ -56,6 +56,11 @@ void tell_applied(const Words& words, const Job& job, Report& report) {
     }
     if (applied.weight > 1) {
       report.note(label + ": the SSID count or hardware NAT changed; a reboot is recommended");
+      const std::vector<std::string> missing = missing_interfaces(job.band);
+      if (!missing.empty()) {
+        report.note(label + ": not on the air before that reboot, as the driver has made no interface: " +
+                    joined(missing, ", "));
+      }
     }
   } else {
     report.text() << label << ": not applied\n";

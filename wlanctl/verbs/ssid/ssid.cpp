@@ -78,7 +78,7 @@ const Verb kSsid = {.name = "ssid",
                         "Examples:\n"
                         "  wlanctl ssid list\n"
                         "  wlanctl ssid add --both Guest --isolate --passphrase-file guest.txt\n"
-                        "  wlanctl ssid remove --both Guest && wlanctl apply",
+                        "  wlanctl ssid remove --both Guest && wlanctl apply --force",
                     .verbs = kVerbs};
 
 }  // namespace wlanctl
