@@ -219,5 +219,51 @@ TEST(RadioSwitchInForce, NamesTheCommandThatFailed) {
   EXPECT_EQ("6\n", behind(result.out, "diff"));
 }
 
+// An interface that was never down is up, too.
+TEST(InForce, ARestartThatDidNotHappenIsTold) {
+  for (const char* const fault : {"exit=1", "exit=1 down", "signal=9"}) {
+    const auto steps =
+        run_steps({std::string("wlanctl set 2.4g TxPower=50 Channel=11 >/dev/null; simctl fail ifconfig ") + fault +
+                       "; wlanctl apply 2.4g",
+                   "simctl fail none; wlanctl status 2.4g >/dev/null", "wlanctl apply 2.4g",
+                   "wlanctl status 2.4g | grep -o 'channel 11'"});
+    EXPECT_EQ(6, steps[0].status) << fault;
+    EXPECT_THAT(steps[0].err, HasSubstr("ra0 was not restarted")) << fault;
+    EXPECT_EQ(6, steps[1].status) << fault;
+    EXPECT_EQ(0, steps[2].status) << fault << steps[2].err;
+    EXPECT_EQ("channel 11\n", steps[3].out) << fault;
+  }
+}
+
+TEST(InForce, AChannelThatTheDriverIsNotOnIsTold) {
+  const auto steps =
+      run_steps({"wlanctl set 2.4g Channel=11 >/dev/null; simctl fail ifconfig exit=0; wlanctl apply 2.4g",
+                 "wlanctl diff 2.4g", "simctl fail none; wlanctl apply 2.4g"});
+  EXPECT_EQ(6, steps[0].status);
+  EXPECT_THAT(steps[0].err, HasSubstr("the driver of 2.4g is on channel 6 instead of 11"));
+  EXPECT_THAT(steps[1].err, HasSubstr("the driver of 2.4g is on channel 6 instead of 11"));
+  EXPECT_EQ(0, steps[2].status) << steps[2].err;
+}
+
+TEST(InForce, ARollBackThatDidNotReachTheDriverIsTold) {
+  const auto steps =
+      run_steps({"wlanctl set 2.4g Channel=11 >/dev/null; wlanctl apply 2.4g --confirm 600 >/dev/null 2>&1",
+                 "simctl fail ifconfig exit=1; wlanctl rollback 2.4g", "simctl fail none; wlanctl apply 2.4g",
+                 "wlanctl status 2.4g | grep -o 'channel 6'"});
+  EXPECT_EQ(6, steps[1].status);
+  EXPECT_THAT(steps[1].err, HasSubstr("not restarted"));
+  EXPECT_EQ(0, steps[2].status) << steps[2].err;
+  EXPECT_EQ("channel 6\n", steps[3].out);
+}
+
+TEST(InForce, AScriptThatFailsAtAReloadIsToldAndRunAgain) {
+  const auto steps = run_steps({"wlanctl set 2.4g BssidNum=3 >/dev/null; simctl fail iwpriv exit=1; wlanctl apply 2.4g",
+                                "simctl fail none; wlanctl apply 2.4g"},
+                               {"--chips", "7603,7612"});
+  EXPECT_EQ(5, steps[0].status) << steps[0].err;
+  EXPECT_THAT(steps[0].err, HasSubstr("the driver's script of SSID 1 of 2.4g failed"));
+  EXPECT_THAT(steps[1].out, HasSubstr("driver told of 3 SSIDs"));
+}
+
 }  // namespace
 }  // namespace wlanctl_test

@@ -323,7 +323,7 @@ TEST(Monitor, ChangesNothing) {
     const Result result = run(
         std::string(before) +
         "state() { ipcs -m -s | awk '{print $1, $2, $4, $5}'; ls -l --full-time /run /etc/Wireless /etc/Wireless/*; "
-        "ls -l /tmp; ls | grep -v state; }\n"
+        "ls /tmp; ls | grep -v state; }\n"
         "state >state-1; wlanctl monitor --for 2 >/dev/null 2>&1; state >state-2; diff state-1 state-2");
     EXPECT_EQ(0, result.status) << result.out;
   }

@@ -23,7 +23,7 @@ using State = Wanted::State;
 
 constexpr char kFormat[] = "wlanctl-lacking";
 constexpr int kVersion = 1;
-constexpr const char* kStates[] = {"up", "down", "loaded", "answers"};
+constexpr const char* kStates[] = {"up", "down", "loaded", "answers", "channel", "restarted"};
 constexpr int kLinks = 4;
 constexpr char kLanBridge[] = "br-lan";
 constexpr char kBr0[] = "br0";
@@ -42,6 +42,14 @@ bool is_on(Band band, int ssid) {
   char text[WIFIMGR_VALUE_SIZE] = "";
   return wifimgr_lib_get_enableSsid(wifi_type_of(band), ssid, text, sizeof text) == 0 &&
          std::strtol(text, nullptr, 10) == 1;
+}
+
+// "" where the driver chooses one.
+std::string channel_of(Band band) {
+  char text[WIFIMGR_VALUE_SIZE] = "";
+  if (wifimgr_lib_get_channel(number_of(band), -1, text, sizeof text) != 0) return "";
+  const long channel = std::strtol(text, nullptr, 10);
+  return channel > 0 ? std::to_string(channel) : "";
 }
 
 bool has_links(Band band) {
@@ -76,6 +84,18 @@ bool answers(const std::string& label) {
   return band && call_quietly([&] { return wifimgr_lib_get_CHANNEL(number_of(*band), text) == 0; }, &unheard);
 }
 
+// One that does not answer lacks more than that.
+std::string lacking_channel(const Wanted& wanted) {
+  const std::optional<Band> band = parse_band(wanted.subject);
+  char text[WIFIMGR_VALUE_SIZE] = "";
+  std::string unheard;
+  if (!band || !call_quietly([&] { return wifimgr_lib_get_CHANNEL(number_of(*band), text) == 0; }, &unheard)) return "";
+  const long channel = std::strtol(text, nullptr, 10);
+  if (channel == std::strtol(wanted.bridge.c_str(), nullptr, 10)) return "";
+  return "the driver of " + wanted.subject + " is on channel " + std::to_string(channel) + " instead of " +
+         wanted.bridge;
+}
+
 std::string lacking_bridge(const Wanted& wanted) {
   if (wanted.bridge.empty()) return "";
   const std::optional<std::string> bridge = bridge_of(wanted.subject);
@@ -88,7 +108,10 @@ std::string lacking_bridge(const Wanted& wanted) {
 // The line that was to bring it about.
 std::string line_for(const Wanted& wanted) {
   const std::string& name = wanted.subject;
-  if (wanted.state == State::kDown) return "ifconfig " + name + " down";
+  if (wanted.state == State::kDown || wanted.state == State::kRestarted) return "ifconfig " + name + " down";
+  if (wanted.state == State::kChannel) {
+    return "ifconfig " + interface_of(parse_band(name).value_or(Band::k2_4G), 0) + " down";
+  }
   if (wanted.state != State::kUp) return "";
   if (link_state(name) == LinkState::kUp) return "brctl addif " + wanted.bridge + " " + name;
   return "ifconfig " + name + " up";
@@ -177,6 +200,10 @@ std::string lacking(const Wanted& wanted) {
       return is_loaded(name) ? "" : "the driver's module " + name + " is not loaded";
     case State::kAnswers:
       return answers(name) ? "" : "the driver of " + name + " does not tell its channel";
+    case State::kChannel:
+      return lacking_channel(wanted);
+    case State::kRestarted:
+      return link_state(name) == LinkState::kUp ? name + " was not restarted" : "";
   }
   return "";
 }
@@ -193,6 +220,10 @@ Expectation::Expectation(Band band, Operation operation, int interfaces) {
   }
   add_links(band, operation, &wanted_);
   if (is_up) wanted_.push_back({State::kAnswers, label_of(band), ""});
+  const std::string channel = channel_of(band);
+  if (is_up && operation == Operation::kCommit && !channel.empty()) {
+    wanted_.push_back({State::kChannel, label_of(band), channel});
+  }
   if (operation == Operation::kCommit) add_other_band(band == Band::k2_4G ? Band::k5G : Band::k2_4G, &wanted_);
   if (operation != Operation::kSave) return;
   for (const Wanted& wanted : wanted_) {
@@ -212,7 +243,13 @@ std::vector<Lack> Expectation::look(bool may_lack_interfaces) const {
   std::vector<Lack> lacks;
   for (const Wanted& wanted : all) {
     if (may_lack_interfaces && !is_reloaded && is_missing(wanted)) continue;
-    if (!lacking(wanted).empty()) lacks.push_back({wanted, cause_of(wanted)});
+    if (!lacking(wanted).empty()) {
+      lacks.push_back({wanted, cause_of(wanted)});
+    } else if (!is_reloaded && wanted.state == State::kUp) {
+      // Up as before, as it never went down: what a restart brings into force did not come.
+      const Wanted restarted = {State::kRestarted, wanted.subject, ""};
+      if (failed_command(line_for(restarted)) != nullptr) lacks.push_back({restarted, cause_of(restarted)});
+    }
   }
   return lacks;
 }

@@ -12,10 +12,10 @@ class Report;
 
 // What should hold of an interface, a module or a band's driver.
 struct Wanted {
-  enum class State { kUp, kDown, kLoaded, kAnswers };
+  enum class State { kUp, kDown, kLoaded, kAnswers, kChannel, kRestarted };
   State state = State::kUp;
   std::string subject;  // "ra0", "mt7603eap", "2.4g"
-  std::string bridge;   // of kUp; "" where any will do
+  std::string bridge;   // of kUp; "" where any will do. Of kChannel the channel
 };
 
 // What does not hold, with the command that is to blame where there is one.

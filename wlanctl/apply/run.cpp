@@ -12,6 +12,7 @@
 #include "wlanctl/library/messages.h"
 #include "wlanctl/library/output.h"
 #include "wlanctl/library/shell.h"
+#include "wlanctl/live/radio.h"
 #include "wlanctl/store/dat_file.h"
 #include "wlanctl/store/value.h"
 
@@ -143,12 +144,13 @@ std::optional<Applied> bring_into_force(Band band, bool always_commit, Report& r
     if (!written) break;
     Script script = {ssid, script_path_of(band), read_script(band), 0};
     script.status = run_script(band, script.text);
-    failed = failed || script.status != 0;
+    // On a changed count the driver may lack the interface until the reboot.
+    script.may_fail = applied.weight > 1 && link_state(interface_of(band, ssid - 1)) == LinkState::kAbsent;
+    failed = failed || (script.status != 0 && !script.may_fail);
     applied.scripts.push_back(std::move(script));
   }
   take_applied(band);
-  // On a changed count the driver may lack the interface until the reboot.
-  set_told(band, written && (!failed || applied.weight > 1));
+  set_told(band, written && !failed);
   if (expected && is_broken_off() == BrokenOff::kNo) look(*expected, &applied);
   return applied;
 }

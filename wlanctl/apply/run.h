@@ -18,6 +18,7 @@ struct Script {
   std::string path;
   std::string text;
   int status = 0;  // of the last line that failed, as a shell says it
+  bool may_fail = false;
 };
 
 struct Applied {

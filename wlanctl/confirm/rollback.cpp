@@ -113,6 +113,10 @@ bool roll_back(const Pending& pending, By by, TakenFor reason, Report& report) {
   const CommandRun run;
   const std::optional<Applied> applied = bring_into_force(band, true, report);
   const bool in_force = applied.has_value();
+  if (applied && !is_told(band)) {
+    report.problem({std::string("the driver did not take all of the settings before of ") + label_of(band),
+                    std::string("wlanctl apply ") + label_of(band) + " tells it again", about(band)});
+  }
   if (applied) keep_lacks(band, applied->lacks, report);
   const bool file_is_back = restore_dat_file(band, pending.dat, report);
   bool is_done = in_force && file_is_back && keep_applied(band, FileIs::kSettled, report);
