@@ -167,12 +167,13 @@ TEST(History, HasARollBackByTheVerb) {
 }
 
 TEST(History, HasARollBackByTheGuardian) {
-  expect_rolled_back(entries_after(kChange + "wlanctl apply 2.4g --confirm 2; gone 2.4g; no_guardian"), "guardian");
+  expect_rolled_back(entries_after(kChange + "wlanctl apply 2.4g --confirm 600; overdue 2.4g; gone 2.4g; no_guardian"),
+                     "guardian");
 }
 
 TEST(History, HasARollBackByTheNextWlanctl) {
   expect_rolled_back(
-      entries_after(kChange + "wlanctl apply 2.4g --confirm 2; kill -9 $(guardian); no_guardian; sleep 2.1;"
+      entries_after(kChange + "wlanctl apply 2.4g --confirm 600; kill -9 $(guardian); no_guardian; overdue 2.4g;"
                               "wlanctl set 2.4g HideSSID:1=0"),
       "recovery");
 }
