@@ -20,7 +20,7 @@ allow() {
   room=$1
   pattern="^($2"
   shift 2
-  for allowed in "$@"; do pattern="$pattern|$allowed/[a-z_]+\\.(h|def)"; done
+  for allowed in "$@"; do pattern="$pattern|$allowed/[a-z0-9_]+\\.(h|def)"; done
   pattern="$pattern)\$"
   files=$(find "$room" -type f)
   [ -n "$files" ] || { echo "nothing in $room"; failed=1; return 0; }
@@ -60,7 +60,7 @@ allow wlanctl/library "$tool" wlanctl/base wlanctl/files wlanctl/library
 allow wlanctl/keys "$tool" wlanctl/base wlanctl/files wlanctl/keys
 allow wlanctl/store "$tool" wlanctl/base wlanctl/files wlanctl/library wlanctl/keys wlanctl/store
 allow wlanctl/check "$tool" wlanctl/base wlanctl/library wlanctl/keys wlanctl/store wlanctl/check
-allow wlanctl/live "$tool" wlanctl/base wlanctl/library wlanctl/store wlanctl/live
+allow wlanctl/live "$tool" wlanctl/base wlanctl/files wlanctl/library wlanctl/store wlanctl/live
 allow wlanctl/apply "$tool" wlanctl/base wlanctl/files wlanctl/library wlanctl/keys wlanctl/store wlanctl/live wlanctl/apply
 allow wlanctl/history "$tool" wlanctl/base wlanctl/files wlanctl/keys wlanctl/store wlanctl/history
 allow wlanctl/ssid "$tool" wlanctl/base wlanctl/files wlanctl/library wlanctl/keys wlanctl/store wlanctl/check \

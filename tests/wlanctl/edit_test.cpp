@@ -2,7 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "apply_story.h"
+#include "live_steps.h"
 
 namespace wlanctl_test {
 namespace {
@@ -17,15 +17,7 @@ std::string edit(const std::string& editor, const std::string& call = "wlanctl e
          "\n.\nchmod +x editor; EDITOR=./editor; export EDITOR; unset VISUAL; " + call;
 }
 
-constexpr char kInit[] = "library_probe init 0 init 1 >/dev/null";
 constexpr char kFolders[] = "; s=$?; ls /var/run | grep wlanctl-edit; exit $s";
-
-std::vector<Result> run_live(Words steps) {
-  steps.insert(steps.begin(), kInit);
-  std::vector<Result> results = run_steps(steps);
-  results.erase(results.begin());
-  return results;
-}
 
 TEST(Edit, StoresWhatWasChanged) {
   const auto steps = run_live({edit("sed -i -e s/^Channel=.*/Channel=11/ -e s/^SSID:1=.*/SSID:1=Attic/ $1") + kFolders,

@@ -2,22 +2,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "wlanctl.h"
+#include "live_steps.h"
 
 namespace wlanctl_test {
 namespace {
 
 using testing::HasSubstr;
 using testing::Not;
-
-constexpr char kInit[] = "library_probe init 0 init 1 >/dev/null";
-
-std::vector<Result> run_live(Words steps, const Words& options = {}) {
-  steps.insert(steps.begin(), kInit);
-  std::vector<Result> results = run_steps(steps, options);
-  results.erase(results.begin());
-  return results;
-}
 
 TEST(Export, IsTheStoreOfBothBandsAsJson) {
   const auto steps = run_live({"wlanctl set 2.4g Channel=11 >/dev/null; wlanctl export"});

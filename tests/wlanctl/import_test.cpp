@@ -2,7 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "settings_file.h"
+#include "live_steps.h"
 
 namespace wlanctl_test {
 namespace {

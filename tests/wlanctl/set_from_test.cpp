@@ -2,7 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "wlanctl.h"
+#include "live_steps.h"
 
 namespace wlanctl_test {
 namespace {
@@ -10,19 +10,6 @@ namespace {
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Not;
-
-constexpr char kInit[] = "library_probe init 0 init 1 >/dev/null";
-
-std::vector<Result> run_live(Words steps) {
-  steps.insert(steps.begin(), kInit);
-  std::vector<Result> results = run_steps(steps);
-  results.erase(results.begin());
-  return results;
-}
-
-std::string into(const std::string& name, const std::string& text) {
-  return "cat >" + name + " <<'.'\n" + text + ".\n";
-}
 
 TEST(SetFrom, TakesLinesWithCommentsAndBlankLines) {
   const auto steps =

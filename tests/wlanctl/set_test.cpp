@@ -2,7 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "wlanctl.h"
+#include "live_steps.h"
 
 namespace wlanctl_test {
 namespace {
@@ -13,14 +13,6 @@ using testing::IsEmpty;
 using testing::Not;
 
 constexpr char kInit[] = "library_probe init 0 init 1 >/dev/null";
-
-// The steps behind an initialised store.
-std::vector<Result> run_live(Words steps) {
-  steps.insert(steps.begin(), kInit);
-  std::vector<Result> results = run_steps(steps);
-  results.erase(results.begin());
-  return results;
-}
 
 Words keys_of(const Json& problems) {
   Words keys;

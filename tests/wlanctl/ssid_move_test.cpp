@@ -2,13 +2,16 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <utility>
+
 #include <map>
 
-#include "apply_story.h"
+#include "live_steps.h"
 
 namespace wlanctl_test {
 namespace {
 
+using testing::AllOf;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
@@ -19,12 +22,9 @@ std::string functions_with_kill() {
          "\" \"$@\"; set -- $?; unset WLANCTL_SETTER; return $1; }\n";
 }
 
-std::vector<Result> run_live(Words steps, const Words& options = {}) {
+std::vector<Result> run_with_word(Words steps, const Words& options = {}) {
   for (std::string& step : steps) step = functions_with_kill() + step;
-  steps.insert(steps.begin(), "library_probe init 0 init 1 >/dev/null; echo guest-word-1 >word");
-  std::vector<Result> results = run_steps(steps, options);
-  results.erase(results.begin());
-  return results;
+  return run_live(std::move(steps), options, "echo guest-word-1 >word; ");
 }
 
 struct PerSsid {
@@ -96,8 +96,8 @@ void expect_values_of(const std::map<std::string, Words>& records, const std::ve
 }
 
 TEST(SsidRemove, MovesEveryValueOfThoseBehindDownByOne) {
-  const auto steps = run_live({distinct(4) + "wlanctl ssid remove 2.4g 2 --yes --json",
-                               "wlanctl dump 2.4g --secrets --json", "wlanctl get 2.4g BssidNum"});
+  const auto steps = run_with_word({distinct(4) + "wlanctl ssid remove 2.4g 2 --yes --json",
+                                    "wlanctl dump 2.4g --secrets --json", "wlanctl get 2.4g BssidNum"});
   EXPECT_EQ(0, steps[0].status) << steps[0].out;
   EXPECT_EQ(Json::parse(R"([3, 4])"), Json::array({document_in(steps[0].out)["data"]["bands"][0]["moved"][0]["from"],
                                                    document_in(steps[0].out)["data"]["bands"][0]["moved"][1]["from"]}));
@@ -106,21 +106,21 @@ TEST(SsidRemove, MovesEveryValueOfThoseBehindDownByOne) {
 }
 
 TEST(SsidRemove, OfTheFirstOfEightMovesAllOthers) {
-  const auto steps =
-      run_live({distinct(8) + "wlanctl ssid remove 2.4g 1 --yes >/dev/null", "wlanctl dump 2.4g --secrets --json"});
+  const auto steps = run_with_word(
+      {distinct(8) + "wlanctl ssid remove 2.4g 1 --yes >/dev/null", "wlanctl dump 2.4g --secrets --json"});
   EXPECT_EQ(0, steps[0].status) << steps[0].err;
   expect_values_of(records_in(steps[1].out), {2, 3, 4, 5, 6, 7, 8});
 }
 
 TEST(SsidRemove, OfTheLastOnlyCountsDown) {
-  const auto steps = run_live({"wlanctl ssid remove 2.4g 2 --yes --json"});
+  const auto steps = run_with_word({"wlanctl ssid remove 2.4g 2 --yes --json"});
   const Json band = document_in(steps[0].out)["data"]["bands"][0];
   EXPECT_EQ(Json::parse(R"([{"key":"BssidNum","index":-1,"before":"2","after":"1"}])"), band["changes"]);
   EXPECT_EQ(1, band["count"]);
 }
 
 TEST(SsidRemove, KeepsTheOnlyOne) {
-  const auto steps = run_live({"wlanctl ssid remove 2.4g 2 --yes >/dev/null", "wlanctl ssid remove 2.4g 1 --yes"});
+  const auto steps = run_with_word({"wlanctl ssid remove 2.4g 2 --yes >/dev/null", "wlanctl ssid remove 2.4g 1 --yes"});
   EXPECT_EQ(1, steps[1].status);
   EXPECT_THAT(steps[1].err,
               HasSubstr("SSID 1 \"Gateway-Home\" (ra0) is the only one of 2.4g; wlanctl ssid disable 2.4g 1 "
@@ -129,8 +129,8 @@ TEST(SsidRemove, KeepsTheOnlyOne) {
 
 TEST(SsidRemove, SaysWhatIsLostAndWhoGetsAnotherInterface) {
   const auto steps =
-      run_live({"wlanctl set 2.4g BssidNum=3 SSID:3=Cellar >/dev/null; wlanctl ssid remove 2.4g "
-                "Gateway-Guest --yes"});
+      run_with_word({"wlanctl set 2.4g BssidNum=3 SSID:3=Cellar >/dev/null; wlanctl ssid remove 2.4g "
+                     "Gateway-Guest --yes"});
   EXPECT_THAT(steps[0].out, HasSubstr("2.4g: SSID 2 \"Gateway-Guest\" (ra1), WPA2PSK/AES, goes with its values:\n"));
   EXPECT_THAT(steps[0].out, HasSubstr(" MaxStaNum=32 "));
   EXPECT_THAT(steps[0].out, HasSubstr(" WPAPSK=********"));
@@ -140,8 +140,8 @@ TEST(SsidRemove, SaysWhatIsLostAndWhoGetsAnotherInterface) {
 }
 
 TEST(SsidRemove, WithoutATerminalNeedsAYes) {
-  const auto steps = run_live({"wlanctl ssid remove 2.4g 2 </dev/null", "wlanctl get 2.4g BssidNum",
-                               "wlanctl ssid remove 2.4g 2 --json </dev/null"});
+  const auto steps = run_with_word({"wlanctl ssid remove 2.4g 2 </dev/null", "wlanctl get 2.4g BssidNum",
+                                    "wlanctl ssid remove 2.4g 2 --json </dev/null"});
   EXPECT_EQ(1, steps[0].status);
   EXPECT_THAT(steps[0].out, HasSubstr("goes with its values"));
   EXPECT_THAT(steps[0].err,
@@ -164,8 +164,8 @@ std::string typed(const std::string& text, const std::string& command) {
 }
 
 TEST(SsidRemove, AsksAtATerminal) {
-  const auto steps = run_live({typed("no", "wlanctl ssid remove 2.4g 2"), "wlanctl get 2.4g BssidNum",
-                               typed("yes", "wlanctl ssid remove 2.4g 2"), "wlanctl get 2.4g BssidNum"});
+  const auto steps = run_with_word({typed("no", "wlanctl ssid remove 2.4g 2"), "wlanctl get 2.4g BssidNum",
+                                    typed("yes", "wlanctl ssid remove 2.4g 2"), "wlanctl get 2.4g BssidNum"});
   EXPECT_EQ(1, steps[0].status);
   EXPECT_THAT(steps[0].out, HasSubstr("goes with its values"));
   EXPECT_THAT(steps[0].out, HasSubstr("Take it away? yes or no: "));
@@ -176,7 +176,8 @@ TEST(SsidRemove, AsksAtATerminal) {
 }
 
 TEST(SsidAdd, AsksForThePassphraseAtATerminalAndDoesNotShowIt) {
-  const auto steps = run_live({typed("hush-hush-1", "wlanctl ssid add 2.4g Kitchen"), "wlanctl get 2.4g WPAPSK:3"});
+  const auto steps =
+      run_with_word({typed("hush-hush-1", "wlanctl ssid add 2.4g Kitchen"), "wlanctl get 2.4g WPAPSK:3"});
   EXPECT_EQ(0, steps[0].status) << steps[0].out;
   EXPECT_THAT(steps[0].out, HasSubstr("passphrase of Kitchen: \n"));
   EXPECT_THAT(steps[0].out, Not(HasSubstr("hush")));
@@ -184,9 +185,10 @@ TEST(SsidAdd, AsksForThePassphraseAtATerminalAndDoesNotShowIt) {
 }
 
 TEST(SsidRemove, NamesListsOfWhichItDoesNotKnowWhoseTheyAre) {
-  const auto steps = run_live({"sed -i 's/^IdleTimeout=.*/Unheard_Of=1;2;3/' " + std::string(kDat) +
-                                   "; library_probe init 0 >/dev/null; wlanctl ssid remove 2.4g 1 --yes >/dev/null",
-                               "wlanctl dump 2.4g | grep Unheard"});
+  const auto steps =
+      run_with_word({"sed -i 's/^IdleTimeout=.*/Unheard_Of=1;2;3/' " + std::string(kDat) +
+                         "; library_probe init 0 >/dev/null; wlanctl ssid remove 2.4g 1 --yes >/dev/null",
+                     "wlanctl dump 2.4g | grep Unheard"});
   EXPECT_THAT(steps[0].err, HasSubstr("Unheard_Of has several values and is none of the settings; they stay where they "
                                       "are"));
   EXPECT_EQ("  Unheard_Of=1;2;3\n", steps[1].out);
@@ -194,9 +196,9 @@ TEST(SsidRemove, NamesListsOfWhichItDoesNotKnowWhoseTheyAre) {
 
 TEST(SsidRemove, AndAddGiveTheStoreBackItsCount) {
   const auto steps =
-      run_live({"wlanctl ssid add 2.4g Kitchen --passphrase-file word >/dev/null; wlanctl ssid remove 2.4g "
-                "Kitchen --yes",
-                "wlanctl show 2.4g | grep -c Kitchen"});
+      run_with_word({"wlanctl ssid add 2.4g Kitchen --passphrase-file word >/dev/null; wlanctl ssid remove 2.4g "
+                     "Kitchen --yes",
+                     "wlanctl show 2.4g | grep -c Kitchen"});
   EXPECT_THAT(steps[0].out, HasSubstr("next: wlanctl apply 2.4g\n"));
   EXPECT_EQ("0\n", steps[1].out);
 }
@@ -207,89 +209,89 @@ std::string killed_at_each(const std::string& words, int step) {
          "'; wlanctl dump --secrets >before; n=1; while at_setter \"kill $n\" wlanctl ssid $words " +
          ">/dev/null 2>&1; [ $? = 137 ]; do wlanctl set 2.4g RTSThreshold=2347 >/dev/null 2>said; wlanctl dump "
          "--secrets | " +
-         "cmp - before || echo $n; grep -q 'ended in the middle' said || echo silent $n; [ ! -e /run/wlanctl-ssids ] "
+         "cmp - before || echo $n; grep -q 'ended in the middle' said || echo silent $n; [ ! -e /run/wlanctl-storing ] "
          "|| echo " +
          "left $n; n=$((n + " + std::to_string(step) +
          ")); done; echo $((n > 40)); wlanctl dump --secrets | cmp -s - before " + "|| echo changed";
 }
 
 TEST(SsidKilled, AtAnySetterOfAnAddIsPutBackByTheNextVerb) {
-  const auto steps = run_live({killed_at_each("add 2.4g Kitchen --passphrase-file word", 1)});
+  const auto steps = run_with_word({killed_at_each("add 2.4g Kitchen --passphrase-file word", 1)});
   EXPECT_EQ("1\nchanged\n", steps[0].out);
 }
 
 TEST(SsidKilled, OnOneBandOfTwoIsPutBackOnBoth) {
-  const auto steps = run_live({killed_at_each("add --both Kitchen --passphrase-file word", 11)});
+  const auto steps = run_with_word({killed_at_each("add --both Kitchen --passphrase-file word", 11)});
   EXPECT_EQ("1\nchanged\n", steps[0].out);
 }
 
 TEST(SsidKilled, AtAnySetterOfARemovalIsPutBackByTheNextVerb) {
-  const auto steps = run_live({distinct(2) + killed_at_each("remove 2.4g 1 --yes", 1)});
+  const auto steps = run_with_word({distinct(2) + killed_at_each("remove 2.4g 1 --yes", 1)});
   EXPECT_EQ("1\nchanged\n", steps[0].out);
 }
 
 TEST(SsidKilled, IsToldByWhoOnlyLooksAndNothingIsDone) {
   const auto steps =
-      run_live({"at_setter 'kill 5' wlanctl ssid add 2.4g Kitchen --passphrase-file word",
-                "segment 2.4g >before; wlanctl ssid list 2.4g; segment 2.4g | cmp - before; ls /run | grep "
-                "ssids"});
+      run_with_word({"at_setter 'kill 5' wlanctl ssid add 2.4g Kitchen --passphrase-file word",
+                     "segment 2.4g >before; wlanctl ssid list 2.4g; segment 2.4g | cmp - before; ls /run | grep "
+                     "storing"});
   EXPECT_EQ(137, steps[0].status);
   EXPECT_THAT(steps[1].err,
-              HasSubstr("a change of the SSIDs of 2.4g is under way or ended in the middle; then the next "
-                        "wlanctl that changes something puts the store back"));
-  EXPECT_THAT(steps[1].out, testing::EndsWith("wlanctl-ssids\n"));
+              HasSubstr("wlanctl ssid is storing settings of 2.4g, or ended in the middle; then the next wlanctl that "
+                        "changes something puts back what it had set"));
+  EXPECT_THAT(steps[1].out, testing::EndsWith("wlanctl-storing\n"));
 }
 
 TEST(SsidKilled, LeavesWhatOthersHaveSetSince) {
-  const auto steps =
-      run_live({"n=1; while at_setter \"kill $n\" wlanctl ssid remove 2.4g 1 --yes >/dev/null 2>&1; [ $? = 137 ] && ! "
-                "wlanctl get "
-                "2.4g SSID:1 2>/dev/null | grep -q Guest; do wlanctl set 2.4g RTSThreshold=2347 >/dev/null 2>&1; "
-                "n=$((n + 1)); done; "
-                "wlanctl get 2.4g SSID:1 WscDefaultSSID:1",
-                "library_probe attach put SSID1 0 -1 Mine >/dev/null; wlanctl set 2.4g RTSThreshold=2347 >/dev/null; "
-                "wlanctl get "
-                "2.4g SSID:1 WscDefaultSSID:1 BssidNum"});
+  const auto steps = run_with_word(
+      {"n=1; while at_setter \"kill $n\" wlanctl ssid remove 2.4g 1 --yes >/dev/null 2>&1; [ $? = 137 ] && ! "
+       "wlanctl get "
+       "2.4g SSID:1 2>/dev/null | grep -q Guest; do wlanctl set 2.4g RTSThreshold=2347 >/dev/null 2>&1; "
+       "n=$((n + 1)); done; "
+       "wlanctl get 2.4g SSID:1 WscDefaultSSID:1",
+       "library_probe attach put SSID1 0 -1 Mine >/dev/null; wlanctl set 2.4g RTSThreshold=2347 >/dev/null; "
+       "wlanctl get "
+       "2.4g SSID:1 WscDefaultSSID:1 BssidNum"});
   EXPECT_EQ("SSID:1            Gateway-Guest\nWscDefaultSSID:1  Gateway-Home\n", steps[0].out);
   EXPECT_EQ("SSID:1            Mine\nWscDefaultSSID:1  Gateway-Home\nBssidNum          2\n", steps[1].out);
 }
 
 TEST(SsidKilled, BeforeARevertLeavesTheFilesValues) {
   const auto steps =
-      run_live({"at_setter 'kill 5' wlanctl ssid add 2.4g Kitchen --passphrase-file word; wlanctl revert "
-                "2.4g --force >/dev/null; ls /run | grep -c ssids; wlanctl diff 2.4g 2>/dev/null | head -1"});
+      run_with_word({"at_setter 'kill 5' wlanctl ssid add 2.4g Kitchen --passphrase-file word; wlanctl revert "
+                     "2.4g --force >/dev/null; ls /run | grep -c storing; wlanctl diff 2.4g 2>/dev/null | head -1"});
   EXPECT_THAT(steps[0].out, HasSubstr("0\n2.4g: the store is as the dat file"));
 }
 
-TEST(SsidKilled, AndDamagedIsForgotten) {
+TEST(SsidKilled, AndDamagedIsToldAndForgotten) {
   const auto steps =
-      run_live({"at_setter 'kill 5' wlanctl ssid add 2.4g Kitchen --passphrase-file word; echo more "
-                ">>/run/wlanctl-ssids; wlanctl set 2.4g RTSThreshold=2347 >/dev/null; echo $?; wlanctl ssid "
-                "disable 2.4g 1 >/dev/null; echo $?; ls /run | grep ssids"});
+      run_with_word({"at_setter 'kill 5' wlanctl ssid add 2.4g Kitchen --passphrase-file word; echo more "
+                     ">>/run/wlanctl-storing; wlanctl set 2.4g RTSThreshold=2347 >/dev/null; echo $?; wlanctl ssid "
+                     "disable 2.4g 1 >/dev/null; echo $?; ls /run | grep storing"});
   EXPECT_EQ("0\n0\n", steps[0].out);
-  EXPECT_THAT(steps[0].err, Not(HasSubstr("ended in the middle")));
+  EXPECT_THAT(steps[0].err, AllOf(HasSubstr("is damaged"), Not(HasSubstr("put back"))));
 }
 
 // The file is right but for its boot: what the store is now, that boot did not leave.
 TEST(SsidKilled, InAnotherBootIsForgotten) {
   const std::string another =
       std::string("'") + PYTHON_PROGRAM +
-      "' -c 'p = \"/run/wlanctl-ssids\"; head, rest = open(p).read().split(\"\\n\", 1); text = \"another\\n\" + "
+      "' -c 'p = \"/run/wlanctl-storing\"; head, rest = open(p).read().split(\"\\n\", 1); text = \"another ssid\\n\" + "
       "rest.split(\"\\n\", 1)[1]; s = 0xcbf29ce484222325\nfor b in text.encode(): s = (s ^ b) * 0x100000001b3 % 2**64\n"
       "open(p, \"w\").write(head.rsplit(\" \", 1)[0] + \" %d\\n\" % s + text)'; ";
-  const auto steps = run_live(
-      {"at_setter 'kill 5' wlanctl ssid add 2.4g Kitchen --passphrase-file word; cp /run/wlanctl-ssids kept; " +
+  const auto steps = run_with_word(
+      {"at_setter 'kill 5' wlanctl ssid add 2.4g Kitchen --passphrase-file word; cp /run/wlanctl-storing kept; " +
            another + "wlanctl set 2.4g RTSThreshold=2347 >/dev/null",
-       "cp kept /run/wlanctl-ssids; wlanctl set 2.4g RTSThreshold=2347 >/dev/null"});
+       "cp kept /run/wlanctl-storing; wlanctl set 2.4g RTSThreshold=2347 >/dev/null"});
   EXPECT_THAT(steps[0].err, Not(HasSubstr("ended in the middle")));
   EXPECT_THAT(steps[1].err, HasSubstr("ended in the middle"));
 }
 
 TEST(SsidRefused, InTheMiddleIsPutBackAtOnceOnBothBands) {
   const auto steps =
-      run_live({"wlanctl dump --secrets >before; for n in 1 7 40 55; do at_setter \"refuse $n\" wlanctl ssid "
-                "add --both Kitchen --passphrase-file word >/dev/null; echo $?; wlanctl dump --secrets | cmp - "
-                "before; done; ls /run | grep ssids"});
+      run_with_word({"wlanctl dump --secrets >before; for n in 1 7 40 55; do at_setter \"refuse $n\" wlanctl ssid "
+                     "add --both Kitchen --passphrase-file word >/dev/null; echo $?; wlanctl dump --secrets | cmp - "
+                     "before; done; ls /run | grep storing"});
   EXPECT_EQ("1\n1\n1\n1\n", steps[0].out);
   EXPECT_THAT(steps[0].err, HasSubstr("did not take all of it"));
   EXPECT_THAT(steps[0].err, HasSubstr("everything is put back; try again"));

@@ -2,7 +2,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "apply_story.h"
+#include <utility>
+
+#include "live_steps.h"
 
 namespace wlanctl_test {
 namespace {
@@ -10,11 +12,8 @@ namespace {
 using testing::HasSubstr;
 using testing::Not;
 
-std::vector<Result> run_live(Words steps) {
-  steps.insert(steps.begin(), functions() + "library_probe init 0 init 1 >/dev/null; echo guest-word-1 >word");
-  std::vector<Result> results = run_steps(steps);
-  results.erase(results.begin());
-  return results;
+std::vector<Result> run_with_word(Words steps) {
+  return run_live(std::move(steps), {}, functions() + "echo guest-word-1 >word; ");
 }
 
 const std::string kAdd = "wlanctl ssid add --passphrase-file word ";
@@ -43,10 +42,10 @@ std::string sorted_records(const Json& document) {
 }
 
 TEST(SsidRecords, ThatAreMissingGoIntoTheStoresFreeRoom) {
-  const auto steps = run_live({kDropped + "wlanctl dump 2.4g | grep -c SSID3=", kAdd + "2.4g Kitchen --json",
-                               "wlanctl get 2.4g SSID:3 WPAPSK:3 WSC_UUID_Str:3",
-                               "library_probe attach get SSID3 0 -1 get WPAPSK3 0 -1",
-                               "wlanctl save 2.4g; grep -e ^SSID3= -e ^BssidNum= -e ^WPAPSK3= " + std::string(kDat)});
+  const auto steps = run_with_word(
+      {kDropped + "wlanctl dump 2.4g | grep -c SSID3=", kAdd + "2.4g Kitchen --json",
+       "wlanctl get 2.4g SSID:3 WPAPSK:3 WSC_UUID_Str:3", "library_probe attach get SSID3 0 -1 get WPAPSK3 0 -1",
+       "wlanctl save 2.4g; grep -e ^SSID3= -e ^BssidNum= -e ^WPAPSK3= " + std::string(kDat)});
   EXPECT_EQ("0\n", steps[0].out);
   EXPECT_EQ(kKeys, sorted_records(document_in(steps[1].out)));
   EXPECT_EQ(
@@ -59,30 +58,30 @@ TEST(SsidRecords, ThatAreMissingGoIntoTheStoresFreeRoom) {
 
 TEST(SsidRecords, AreReadByAProcessThatAttachedBefore) {
   const auto steps =
-      run_live({kDropped + "mkfifo go; (read line <go; exec segment_bytes 0x12345) | tr -s '\\0' '\\n' >seen & " +
-                kAdd + "2.4g Kitchen >/dev/null; echo >go; wait; grep -A1 -x SSID3 seen"});
+      run_with_word({kDropped + "mkfifo go; (read line <go; exec segment_bytes 0x12345) | tr -s '\\0' '\\n' >seen & " +
+                     kAdd + "2.4g Kitchen >/dev/null; echo >go; wait; grep -A1 -x SSID3 seen"});
   EXPECT_EQ("SSID3\nKitchen\n", steps[0].out);
 }
 
 TEST(SsidRecords, OfADryRunAreOnlyTold) {
-  const auto steps = run_live({kDropped + "segment_bytes 0x12345 >before", kAdd + "2.4g Kitchen --dry-run",
-                               "segment_bytes 0x12345 | cmp - before && echo same"});
+  const auto steps = run_with_word({kDropped + "segment_bytes 0x12345 >before", kAdd + "2.4g Kitchen --dry-run",
+                                    "segment_bytes 0x12345 | cmp - before && echo same"});
   EXPECT_THAT(steps[1].out, HasSubstr("\n  + SSID3\n"));
   EXPECT_EQ("same\n", steps[2].out);
 }
 
 TEST(SsidRecords, GoUpToTheLastFreeOne) {
   for (const int comments : {7, 6}) {
-    const auto steps = run_live({reboot_with(comments), kAdd + "2.4g Kitchen", "wlanctl get 2.4g SSID:3"});
+    const auto steps = run_with_word({reboot_with(comments), kAdd + "2.4g Kitchen", "wlanctl get 2.4g SSID:3"});
     EXPECT_EQ(comments == 7 ? 0 : 1, steps[1].status) << steps[1].err;
     EXPECT_EQ(comments == 7 ? "Kitchen\n" : "", steps[2].out);
   }
 }
 
 TEST(SsidRecords, WithoutRoomAreRefusedAndNothingChanges) {
-  const auto steps = run_live({reboot_with(0) + "segment_bytes 0x12345 >before", kAdd + "2.4g Kitchen",
-                               kAdd + "--both Kitchen >/dev/null 2>&1; wlanctl get 5g BssidNum",
-                               "segment_bytes 0x12345 | cmp - before && ls /run | grep ssids || echo same"});
+  const auto steps = run_with_word({reboot_with(0) + "segment_bytes 0x12345 >before", kAdd + "2.4g Kitchen",
+                                    kAdd + "--both Kitchen >/dev/null 2>&1; wlanctl get 5g BssidNum",
+                                    "segment_bytes 0x12345 | cmp - before && ls /run | grep ssids || echo same"});
   EXPECT_EQ(1, steps[1].status);
   EXPECT_THAT(steps[1].err, HasSubstr("the store of 2.4g has room for 5 more records, and SSID 3 needs 12: "));
   EXPECT_THAT(steps[1].err, HasSubstr("SSID3, "));
@@ -92,7 +91,7 @@ TEST(SsidRecords, WithoutRoomAreRefusedAndNothingChanges) {
 }
 
 TEST(SsidRecords, WithoutRoomGoIntoTheFileAndComeWithTheStepsThatAreTold) {
-  const auto steps = run_live(
+  const auto steps = run_with_word(
       {reboot_with(0) + "wlanctl set 2.4g Channel=11 >/dev/null; segment_bytes 0x12345 >before",
        kAdd + "2.4g Kitchen --to-file", "segment_bytes 0x12345 | cmp - before && echo same",
        "grep -e ^SSID3 -e ^BssidNum -e ^Channel -e ^EnableSSID " + std::string(kDat),
@@ -112,23 +111,23 @@ TEST(SsidRecords, WithoutRoomGoIntoTheFileAndComeWithTheStepsThatAreTold) {
 }
 
 TEST(SsidRecords, IntoTheFilesOfBothOrOfNone) {
-  const auto steps = run_live({"cp " + std::string(kDat) +
-                                   " file; mv /etc/Wireless/RT2860AP_AC/RT2860AP.dat away; mkdir "
-                                   "/etc/Wireless/RT2860AP_AC/RT2860AP.dat; " +
-                                   kAdd + "--both Kitchen --to-file",
-                               "cmp " + std::string(kDat) + " file && echo same"});
+  const auto steps = run_with_word({"cp " + std::string(kDat) +
+                                        " file; mv /etc/Wireless/RT2860AP_AC/RT2860AP.dat away; mkdir "
+                                        "/etc/Wireless/RT2860AP_AC/RT2860AP.dat; " +
+                                        kAdd + "--both Kitchen --to-file",
+                                    "cmp " + std::string(kDat) + " file && echo same"});
   EXPECT_NE(0, steps[0].status);
   EXPECT_THAT(steps[0].out, Not(HasSubstr("added")));
   EXPECT_EQ("same\n", steps[1].out);
 }
 
 TEST(SsidRecords, StayAwayWhileAnotherHoldsTheLock) {
-  const auto steps = run_live({kDropped +
-                               "segment_bytes 0x12345 >before; hold_store 0x12348 & until [ -e held ]; do sleep "
-                               "0.02; done; " +
-                               kAdd +
-                               "2.4g Kitchen; echo $?; touch done; wait; segment_bytes 0x12345 | "
-                               "cmp - before && echo same"});
+  const auto steps = run_with_word({kDropped +
+                                    "segment_bytes 0x12345 >before; hold_store 0x12348 & until [ -e held ]; do sleep "
+                                    "0.02; done; " +
+                                    kAdd +
+                                    "2.4g Kitchen; echo $?; touch done; wait; segment_bytes 0x12345 | "
+                                    "cmp - before && echo same"});
   EXPECT_EQ("3\nsame\n", steps[0].out);
   EXPECT_THAT(steps[0].err, HasSubstr("which does not let go"));
 }
@@ -136,10 +135,11 @@ TEST(SsidRecords, StayAwayWhileAnotherHoldsTheLock) {
 // The line of the list has 12 characters of its key, 149 of the first, and 10 of the new one, with a ; between them.
 TEST(SsidBounds, AListsLineMayBeAsLongAsTheLoaderTakesIt) {
   for (const size_t second : {11u, 12u}) {
-    const auto steps = run_live({"wlanctl set 2.4g WEPAuthType:1=" + std::string(149, 'x') + " WEPAuthType:2=" +
-                                     std::string(second, 'y') + " >/dev/null; " + kAdd + "2.4g Kitchen",
-                                 "wlanctl save 2.4g >/dev/null && wlanctl revert 2.4g >/dev/null && wlanctl get 2.4g "
-                                 "WEPAuthType:3"});
+    const auto steps =
+        run_with_word({"wlanctl set 2.4g WEPAuthType:1=" + std::string(149, 'x') +
+                           " WEPAuthType:2=" + std::string(second, 'y') + " >/dev/null; " + kAdd + "2.4g Kitchen",
+                       "wlanctl save 2.4g >/dev/null && wlanctl revert 2.4g >/dev/null && wlanctl get 2.4g "
+                       "WEPAuthType:3"});
     EXPECT_EQ(second == 11 ? 0 : 1, steps[0].status) << steps[0].err;
     if (second == 11) {
       EXPECT_EQ("OpenSystem\n", steps[1].out);
@@ -153,11 +153,11 @@ TEST(SsidBounds, AListsLineMayBeAsLongAsTheLoaderTakesIt) {
 
 TEST(SsidBounds, AListThatEndsBeforeIsLeftAtThatWhereNothingIsSaid) {
   const auto steps =
-      run_live({"wlanctl set --force 2.4g HideSSID:2= >/dev/null; library_probe attach put HideSSID 0 3 1 "
-                ">/dev/null; " +
-                    kAdd + "2.4g Kitchen",
-                "wlanctl dump 2.4g | grep ' HideSSID='", kAdd + "2.4g Cellar --hide",
-                "wlanctl ssid list 2.4g | grep -c Cellar"});
+      run_with_word({"wlanctl set --force 2.4g HideSSID:2= >/dev/null; library_probe attach put HideSSID 0 3 1 "
+                     ">/dev/null; " +
+                         kAdd + "2.4g Kitchen",
+                     "wlanctl dump 2.4g | grep ' HideSSID='", kAdd + "2.4g Cellar --hide",
+                     "wlanctl ssid list 2.4g | grep -c Cellar"});
   EXPECT_EQ(0, steps[0].status) << steps[0].err;
   EXPECT_THAT(steps[1].out, Not(HasSubstr("0;;1")));
   EXPECT_EQ(1, steps[2].status);
@@ -168,7 +168,7 @@ TEST(SsidBounds, AListThatEndsBeforeIsLeftAtThatWhereNothingIsSaid) {
 }
 
 TEST(SsidBounds, AnEmptySecurityOfAnotherIsRefused) {
-  const auto steps = run_live({"wlanctl set --force 2.4g AuthMode:2= >/dev/null; " + kAdd + "2.4g Kitchen"});
+  const auto steps = run_with_word({"wlanctl set --force 2.4g AuthMode:2= >/dev/null; " + kAdd + "2.4g Kitchen"});
   EXPECT_EQ(1, steps[0].status);
   EXPECT_THAT(steps[0].err, HasSubstr("in the dat file, AuthMode: value 2 is empty"));
 }

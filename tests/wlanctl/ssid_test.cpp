@@ -2,7 +2,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "apply_story.h"
+#include <utility>
+
+#include "live_steps.h"
 
 namespace wlanctl_test {
 namespace {
@@ -12,11 +14,8 @@ using testing::IsEmpty;
 using testing::Not;
 
 // The steps behind an initialised store, in a folder with a passphrase in the file "word".
-std::vector<Result> run_live(Words steps, const Words& options = {}) {
-  steps.insert(steps.begin(), "library_probe init 0 init 1 >/dev/null; echo guest-word-1 >word");
-  std::vector<Result> results = run_steps(steps, options);
-  results.erase(results.begin());
-  return results;
+std::vector<Result> run_with_word(Words steps, const Words& options = {}) {
+  return run_live(std::move(steps), options, "echo guest-word-1 >word; ");
 }
 
 const std::string kAdd = "wlanctl ssid add --passphrase-file word ";
@@ -27,8 +26,8 @@ Json only_band(const Json& document) {
 }
 
 TEST(SsidList, TellsWhatEachIs) {
-  const auto steps = run_live({"wlanctl set 2.4g HideSSID:2=1 EnableSSID:2=0 AuthMode:2=WPA3PSK >/dev/null",
-                               "wlanctl ssid list 2.4g", "wlanctl ssid list --json"});
+  const auto steps = run_with_word({"wlanctl set 2.4g HideSSID:2=1 EnableSSID:2=0 AuthMode:2=WPA3PSK >/dev/null",
+                                    "wlanctl ssid list 2.4g", "wlanctl ssid list --json"});
   EXPECT_EQ(
       "2.4g\n"
       "  SSID  INTERFACE  STATE  ENABLED  HIDDEN  SECURITY     NAME\n"
@@ -47,7 +46,7 @@ TEST(SsidList, MakesNoStore) {
 }
 
 TEST(SsidAdd, GivesTheNewOneSafeValuesWhateverAnEarlierOneHasLeft) {
-  const auto steps = run_live(
+  const auto steps = run_with_word(
       {"library_probe attach put HideSSID 0 3 1 put EnableSSID 0 3 0 put AuthMode 0 3 OPEN put IEEE8021X 0 3 1 put "
        "AccessPolicy2 0 -1 1 put AccessControlList2 0 -1 02:00:00:00:00:01 >/dev/null",
        kAdd + "2.4g Kitchen",
@@ -76,17 +75,17 @@ TEST(SsidAdd, GivesTheNewOneSafeValuesWhateverAnEarlierOneHasLeft) {
 
 TEST(SsidAdd, TakesNoValueThatAnotherGatewayRefuses) {
   const std::string settings =
-      run_live({kAdd + "2.4g Kitchen >/dev/null; wlanctl save 2.4g >/dev/null 2>&1; wlanctl export 2.4g",
-                "wlanctl check /etc/Wireless/RT2860AP/RT2860AP.dat"})[0]
+      run_with_word({kAdd + "2.4g Kitchen >/dev/null; wlanctl save 2.4g >/dev/null 2>&1; wlanctl export 2.4g",
+                     "wlanctl check /etc/Wireless/RT2860AP/RT2860AP.dat"})[0]
           .out;
   const auto steps =
-      run_live({"cat >f.json <<'.'\n" + settings + ".\nwlanctl import f.json >/dev/null", "wlanctl export 2.4g"});
+      run_with_word({"cat >f.json <<'.'\n" + settings + ".\nwlanctl import f.json >/dev/null", "wlanctl export 2.4g"});
   EXPECT_EQ(0, steps[0].status) << steps[0].err;
   EXPECT_EQ(settings, steps[1].out);
 }
 
 TEST(SsidAdd, LeavesAllOthersAsTheyAre) {
-  const auto steps = run_live(
+  const auto steps = run_with_word(
       {"wlanctl show 2.4g 1 --secrets >one; wlanctl show 2.4g 2 --secrets >two; wlanctl show 5g >other",
        kAdd + "2.4g Kitchen",
        "wlanctl show 2.4g 1 --secrets | cmp - one && wlanctl show 2.4g 2 --secrets | cmp - two && wlanctl show 5g "
@@ -95,7 +94,7 @@ TEST(SsidAdd, LeavesAllOthersAsTheyAre) {
 }
 
 TEST(SsidAdd, HidesAndIsolatesWhereThatIsSaid) {
-  const auto steps = run_live({kAdd + "5g Kitchen --hide --isolate", "wlanctl get 5g HideSSID:3 NoForwarding:3"});
+  const auto steps = run_with_word({kAdd + "5g Kitchen --hide --isolate", "wlanctl get 5g HideSSID:3 NoForwarding:3"});
   EXPECT_EQ("HideSSID:3      1\nNoForwarding:3  1\n", steps[1].out);
 }
 
@@ -110,10 +109,11 @@ constexpr struct {
 
 TEST(SsidAdd, KnowsTheSecuritiesByTheirNamesAndTheLibrarys) {
   for (const auto& row : kSecurities) {
-    const auto steps = run_live({kAdd + "2.4g Kitchen --security " + row.name,
-                                 "echo $(wlanctl get 2.4g AuthMode:3) $(wlanctl get 2.4g EncrypType:3) $(wlanctl get "
-                                 "2.4g PMFMFPC:3) $(wlanctl get 2.4g PMFMFPR:3)",
-                                 "wlanctl apply 2.4g >/dev/null 2>&1; wlanctl get 2.4g AuthMode:3 WPAPSK:3"});
+    const auto steps =
+        run_with_word({kAdd + "2.4g Kitchen --security " + row.name,
+                       "echo $(wlanctl get 2.4g AuthMode:3) $(wlanctl get 2.4g EncrypType:3) $(wlanctl get "
+                       "2.4g PMFMFPC:3) $(wlanctl get 2.4g PMFMFPR:3)",
+                       "wlanctl apply 2.4g >/dev/null 2>&1; wlanctl get 2.4g AuthMode:3 WPAPSK:3"});
     EXPECT_EQ(row.values + std::string("\n"), steps[1].out) << row.name << steps[0].err;
     EXPECT_THAT(steps[2].out, HasSubstr("guest-word-1")) << row.name;
   }
@@ -121,9 +121,9 @@ TEST(SsidAdd, KnowsTheSecuritiesByTheirNamesAndTheLibrarys) {
 
 TEST(SsidAdd, OpensANetworkOnlyWhenAsked) {
   const auto steps =
-      run_live({"wlanctl ssid add 2.4g Kitchen </dev/null", "wlanctl ssid add 2.4g Kitchen --security open",
-                "wlanctl get 2.4g AuthMode:3 EncrypType:3 WPAPSK:3", kAdd + "2.4g Cellar --security open",
-                "wlanctl ssid add 2.4g Cellar --security no"});
+      run_with_word({"wlanctl ssid add 2.4g Kitchen </dev/null", "wlanctl ssid add 2.4g Kitchen --security open",
+                     "wlanctl get 2.4g AuthMode:3 EncrypType:3 WPAPSK:3", kAdd + "2.4g Cellar --security open",
+                     "wlanctl ssid add 2.4g Cellar --security no"});
   EXPECT_EQ(2, steps[0].status);
   EXPECT_THAT(steps[0].err, HasSubstr("wpa2-psk needs a passphrase; --passphrase-file FILE"));
   EXPECT_EQ(0, steps[1].status) << steps[1].err;
@@ -135,9 +135,9 @@ TEST(SsidAdd, OpensANetworkOnlyWhenAsked) {
 }
 
 TEST(SsidAdd, TakesThePassphraseFromStandardInputAndTellsItNobody) {
-  const auto steps =
-      run_live({"echo hush-hush-1 | wlanctl ssid add 2.4g Kitchen --passphrase-file -", "wlanctl get 2.4g WPAPSK:3",
-                "echo hush-hush-1 | wlanctl ssid add 5g Kitchen --passphrase-file - --json", "ls /run | grep ssids"});
+  const auto steps = run_with_word(
+      {"echo hush-hush-1 | wlanctl ssid add 2.4g Kitchen --passphrase-file -", "wlanctl get 2.4g WPAPSK:3",
+       "echo hush-hush-1 | wlanctl ssid add 5g Kitchen --passphrase-file - --json", "ls /run | grep ssids"});
   EXPECT_EQ("hush-hush-1\n", steps[1].out);
   for (const size_t i : {0u, 2u}) EXPECT_THAT(steps[i].out + steps[i].err, Not(HasSubstr("hush"))) << i;
   EXPECT_THAT(steps[3].out, IsEmpty());
@@ -166,9 +166,9 @@ constexpr struct {
 
 TEST(SsidAdd, RefusesWithTheReasonAndChangesNothing) {
   for (const auto& row : kRefused) {
-    const auto steps = run_live({functions() + "segment 2.4g >before; printf '%s\\n' '" + row.passphrase +
-                                     "' | wlanctl ssid add --passphrase-file - " + row.words,
-                                 functions() + "segment 2.4g | cmp - before && echo same"});
+    const auto steps = run_with_word({functions() + "segment 2.4g >before; printf '%s\\n' '" + row.passphrase +
+                                          "' | wlanctl ssid add --passphrase-file - " + row.words,
+                                      functions() + "segment 2.4g | cmp - before && echo same"});
     EXPECT_EQ(row.status, steps[0].status) << row.words;
     EXPECT_THAT(steps[0].err, HasSubstr(row.reason)) << row.words;
     EXPECT_EQ("same\n", steps[1].out) << row.words;
@@ -176,32 +176,33 @@ TEST(SsidAdd, RefusesWithTheReasonAndChangesNothing) {
 }
 
 TEST(SsidAdd, TakesANameOf32BytesAndATakenOneByForce) {
-  const auto steps = run_live({kAdd + "2.4g 12345678901234567890123456789012", kAdd + "2.4g --force Gateway-Guest"});
+  const auto steps =
+      run_with_word({kAdd + "2.4g 12345678901234567890123456789012", kAdd + "2.4g --force Gateway-Guest"});
   EXPECT_EQ(0, steps[0].status) << steps[0].err;
   EXPECT_EQ(0, steps[1].status) << steps[1].err;
 }
 
 TEST(SsidAdd, GoesUpToTheEighth) {
-  const auto steps = run_live({"wlanctl set 2.4g BssidNum=1 >/dev/null",
-                               "for i in 2 3 4 5 6 7 8; do " + kAdd +
-                                   "2.4g Name-$i >/dev/null || echo $i; done; wlanctl get 2.4g BssidNum SSID:8",
-                               kAdd + "2.4g Name-9"});
+  const auto steps = run_with_word({"wlanctl set 2.4g BssidNum=1 >/dev/null",
+                                    "for i in 2 3 4 5 6 7 8; do " + kAdd +
+                                        "2.4g Name-$i >/dev/null || echo $i; done; wlanctl get 2.4g BssidNum SSID:8",
+                                    kAdd + "2.4g Name-9"});
   EXPECT_EQ("BssidNum  8\nSSID:8    Name-8\n", steps[1].out);
   EXPECT_EQ(1, steps[2].status);
   EXPECT_THAT(steps[2].err, HasSubstr("2.4g has 8 SSIDs, the most there are; wlanctl ssid remove 2.4g takes one away"));
 }
 
 TEST(SsidAdd, RunsNoCommandAndTouchesNoFile) {
-  const auto steps = run_live({functions() + "cp " + kDat + " file; commands | wc -l", kAdd + "2.4g Kitchen",
-                               functions() + "commands | wc -l; cmp " + kDat + " file && echo same"});
+  const auto steps = run_with_word({functions() + "cp " + kDat + " file; commands | wc -l", kAdd + "2.4g Kitchen",
+                                    functions() + "commands | wc -l; cmp " + kDat + " file && echo same"});
   EXPECT_EQ("0\n", steps[0].out);
   EXPECT_EQ("0\nsame\n", steps[2].out);
 }
 
 TEST(SsidBoth, AddsToBothOrToNone) {
   const auto steps =
-      run_live({kAdd + "--both Kitchen", "wlanctl get 2.4g SSID:3; wlanctl get 5g SSID:3",
-                "wlanctl set 5g BssidNum=8 >/dev/null; " + kAdd + "--both Cellar", "wlanctl get 2.4g BssidNum"});
+      run_with_word({kAdd + "--both Kitchen", "wlanctl get 2.4g SSID:3; wlanctl get 5g SSID:3",
+                     "wlanctl set 5g BssidNum=8 >/dev/null; " + kAdd + "--both Cellar", "wlanctl get 2.4g BssidNum"});
   EXPECT_EQ(0, steps[0].status) << steps[0].err;
   EXPECT_THAT(steps[0].out, HasSubstr("5g: SSID 3 \"Kitchen\" (rai2) is added\nnext: wlanctl apply\n"));
   EXPECT_EQ("Kitchen\nKitchen\n", steps[1].out);
@@ -211,9 +212,9 @@ TEST(SsidBoth, AddsToBothOrToNone) {
 
 TEST(SsidBoth, IsJudgedOnBothBeforeEitherChanges) {
   const auto steps =
-      run_live({"wlanctl set 5g SSID:2=Gateway-Home >/dev/null; wlanctl ssid disable --both Gateway-Home",
-                "wlanctl get 2.4g EnableSSID:1; wlanctl get 5g EnableSSID:2",
-                "wlanctl ssid rename --both Gateway-Guest Visitors", "wlanctl get 2.4g SSID:2"});
+      run_with_word({"wlanctl set 5g SSID:2=Gateway-Home >/dev/null; wlanctl ssid disable --both Gateway-Home",
+                     "wlanctl get 2.4g EnableSSID:1; wlanctl get 5g EnableSSID:2",
+                     "wlanctl ssid rename --both Gateway-Guest Visitors", "wlanctl get 2.4g SSID:2"});
   EXPECT_EQ(0, steps[0].status) << steps[0].err;
   EXPECT_EQ("0\n0\n", steps[1].out);
   EXPECT_EQ(1, steps[2].status);
@@ -222,9 +223,9 @@ TEST(SsidBoth, IsJudgedOnBothBeforeEitherChanges) {
 }
 
 TEST(SsidSwitch, EnablesAndDisablesByNumberOrName) {
-  const auto steps = run_live({"wlanctl ssid disable 2.4g 2", "wlanctl get 2.4g EnableSSID:1 EnableSSID:2",
-                               "wlanctl ssid enable 2.4g Gateway-Guest", "wlanctl get 2.4g EnableSSID:2",
-                               "wlanctl ssid disable 2.4g 3"});
+  const auto steps = run_with_word({"wlanctl ssid disable 2.4g 2", "wlanctl get 2.4g EnableSSID:1 EnableSSID:2",
+                                    "wlanctl ssid enable 2.4g Gateway-Guest", "wlanctl get 2.4g EnableSSID:2",
+                                    "wlanctl ssid disable 2.4g 3"});
   EXPECT_EQ("2.4g: SSID 2 \"Gateway-Guest\" (ra1) is disabled\nnext: wlanctl apply 2.4g --again\n", steps[0].out);
   EXPECT_EQ("EnableSSID:1  1\nEnableSSID:2  0\n", steps[1].out);
   EXPECT_EQ(0, steps[2].status);
@@ -233,10 +234,10 @@ TEST(SsidSwitch, EnablesAndDisablesByNumberOrName) {
 }
 
 TEST(SsidSwitch, TellsTheApplyThatBringsItIntoForce) {
-  const auto steps = run_live({"$(wlanctl ssid disable 2.4g 2 | sed -n 's/^next: //p') >/dev/null",
-                               "wlanctl ssid list 2.4g | grep ra1",
-                               "$(wlanctl ssid enable --both 2 | sed -n 's/^next: //p') >/dev/null",
-                               "wlanctl ssid list 2.4g | grep ra1", "wlanctl ssid disable 2.4g 1"});
+  const auto steps = run_with_word({"$(wlanctl ssid disable 2.4g 2 | sed -n 's/^next: //p') >/dev/null",
+                                    "wlanctl ssid list 2.4g | grep ra1",
+                                    "$(wlanctl ssid enable --both 2 | sed -n 's/^next: //p') >/dev/null",
+                                    "wlanctl ssid list 2.4g | grep ra1", "wlanctl ssid disable 2.4g 1"});
   EXPECT_EQ(0, steps[0].status) << steps[0].err;
   EXPECT_EQ("  2     ra1        down   no       no      WPA2PSK/AES  Gateway-Guest\n", steps[1].out);
   EXPECT_EQ(0, steps[2].status) << steps[2].err;
@@ -245,11 +246,11 @@ TEST(SsidSwitch, TellsTheApplyThatBringsItIntoForce) {
 }
 
 TEST(SsidRename, GivesAnotherNameByTheRulesOfOne) {
-  const auto steps =
-      run_live({"wlanctl ssid rename 2.4g 2 Visitors", "wlanctl get 2.4g SSID:2",
-                "wlanctl ssid rename 2.4g Visitors ''", "wlanctl ssid rename 2.4g 2 123456789012345678901234567890123",
-                "wlanctl ssid rename 2.4g 2 \"$(printf 'a\\033b')\"", "wlanctl ssid rename 2.4g 2 Gateway-Home",
-                "wlanctl ssid rename 2.4g 2 Visitors", "wlanctl get 2.4g SSID:2", "wlanctl ssid rename 2.4g 2"});
+  const auto steps = run_with_word(
+      {"wlanctl ssid rename 2.4g 2 Visitors", "wlanctl get 2.4g SSID:2", "wlanctl ssid rename 2.4g Visitors ''",
+       "wlanctl ssid rename 2.4g 2 123456789012345678901234567890123",
+       "wlanctl ssid rename 2.4g 2 \"$(printf 'a\\033b')\"", "wlanctl ssid rename 2.4g 2 Gateway-Home",
+       "wlanctl ssid rename 2.4g 2 Visitors", "wlanctl get 2.4g SSID:2", "wlanctl ssid rename 2.4g 2"});
   EXPECT_EQ("2.4g: SSID 2 \"Gateway-Guest\" (ra1) is renamed to \"Visitors\"\nnext: wlanctl apply 2.4g\n",
             steps[0].out);
   EXPECT_EQ("Visitors\n", steps[1].out);
@@ -261,9 +262,10 @@ TEST(SsidRename, GivesAnotherNameByTheRulesOfOne) {
 }
 
 TEST(SsidDryRun, SaysWhatWouldChangeAndChangesNothing) {
-  const auto steps = run_live({functions() + "segment 2.4g >before; ls /run >files; " + kAdd + "2.4g Kitchen --dry-run",
-                               functions() + "segment 2.4g | cmp - before && ls /run | cmp - files && echo same",
-                               kAdd + "--both Kitchen --dry-run --json"});
+  const auto steps =
+      run_with_word({functions() + "segment 2.4g >before; ls /run >files; " + kAdd + "2.4g Kitchen --dry-run",
+                     functions() + "segment 2.4g | cmp - before && ls /run | cmp - files && echo same",
+                     kAdd + "--both Kitchen --dry-run --json"});
   EXPECT_EQ(0, steps[0].status);
   EXPECT_THAT(steps[0].out, HasSubstr("2.4g: SSID 3 \"Kitchen\" (ra2) would be added\n  BssidNum = 3  (was 2)\n"));
   EXPECT_THAT(steps[0].out, HasSubstr("  WPAPSK:3 = ********  (was ********)\n"));
@@ -294,13 +296,13 @@ TEST(Ssid, AnUnconfirmedApplyHasToBeDecidedFirst) {
 }
 
 TEST(Ssid, TellsWhatAnApplyWillMakeOfIt) {
-  const auto steps = run_live({"wlanctl set 2.4g WirelessMode=16 >/dev/null; " + kAdd + "2.4g Kitchen"});
+  const auto steps = run_with_word({"wlanctl set 2.4g WirelessMode=16 >/dev/null; " + kAdd + "2.4g Kitchen"});
   EXPECT_THAT(steps[0].err, HasSubstr("note: 2.4g: WmmCapable:3: an apply will make it 0\n"));
 }
 
 // The whole way: onto the air on both bands, and off it.
 TEST(Ssid, IsServedAfterTheApplyAndGoneAfterItsRemoval) {
-  const auto steps = run_live(
+  const auto steps = run_with_word(
       {kAdd + "--both Visitors --isolate", "wlanctl apply >/dev/null", "wlanctl status",
        "for i in ra2 rai2; do grep -c . /sys/class/net/$i/operstate; done; cut -f2 /run/gateway-sim/journal | grep "
        "'set SSID=Visitors'",

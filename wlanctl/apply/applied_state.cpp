@@ -5,6 +5,7 @@
 #include <cstring>
 #include <vector>
 
+#include "wlanctl/base/hex.h"
 #include "wlanctl/base/report.h"
 #include "wlanctl/files/bytes.h"
 #include "wlanctl/files/places.h"
@@ -33,24 +34,14 @@ std::string path_of(Band band) {
   return std::string(place::kApplied) + label_of(band);
 }
 
-std::string hex_of(const wifimgr_band_snapshot& snapshot) {
-  std::string text;
-  char digits[3];
-  for (size_t i = 0; i < sizeof snapshot; ++i) {
-    std::snprintf(digits, sizeof digits, "%02x", reinterpret_cast<const unsigned char*>(&snapshot)[i]);
-    text += digits;
-  }
-  return text;
+std::string text_of(const wifimgr_band_snapshot& snapshot) {
+  return hex_of(std::string(reinterpret_cast<const char*>(&snapshot), sizeof snapshot));
 }
 
 bool parse_hex(const std::string& text, wifimgr_band_snapshot* snapshot) {
-  if (text.size() != 2 * sizeof *snapshot || text.find_first_not_of("0123456789abcdef") != std::string::npos) {
-    return false;
-  }
-  for (size_t i = 0; i < sizeof *snapshot; ++i) {
-    reinterpret_cast<unsigned char*>(snapshot)[i] =
-        static_cast<unsigned char>(std::stoul(text.substr(2 * i, 2), nullptr, 16));
-  }
+  const std::optional<std::string> bytes = bytes_of_hex(text);
+  if (!bytes || bytes->size() != sizeof *snapshot) return false;
+  std::memcpy(snapshot, bytes->data(), sizeof *snapshot);
   return true;
 }
 
@@ -108,7 +99,7 @@ std::optional<Parsed> parse_applied(Band band, const std::string& text) {
 std::string applied_text(Band band) {
   Text text;
   text << label_of(band) << ' ' << pre_wlan_state[number_of(band)] << ' ' << (is_told(band) ? '1' : '0') << ' '
-       << hex_of(store_global[number_of(band)]) << '\n'
+       << text_of(store_global[number_of(band)]) << '\n'
        << text_of_records(g_settings[number_of(band)]);
   return text.str();
 }

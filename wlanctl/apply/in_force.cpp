@@ -13,6 +13,7 @@
 #include "wlanctl/files/state_file.h"
 #include "wlanctl/library/command.h"
 #include "wlanctl/live/bridge.h"
+#include "wlanctl/live/module.h"
 #include "wlanctl/live/radio.h"
 #include "wlanctl/store/value.h"
 
@@ -45,7 +46,7 @@ bool is_on(Band band, int ssid) {
 }
 
 // "" where the driver chooses one.
-std::string channel_of(Band band) {
+std::string channel_setting(Band band) {
   char text[WIFIMGR_VALUE_SIZE] = "";
   if (wifimgr_lib_get_channel(number_of(band), -1, text, sizeof text) != 0) return "";
   const long channel = std::strtol(text, nullptr, 10);
@@ -67,42 +68,27 @@ std::string module_of(const std::string& line) {
   return name;
 }
 
-// A kernel that lists no modules says nothing against one.
-bool is_loaded(const std::string& module) {
-  const std::optional<std::string> list = read_bytes("/proc/modules");
-  if (!list) return true;
-  for (const std::string& line : lines_of(*list)) {
-    if (line.starts_with(module + " ")) return true;
-  }
-  return false;
-}
-
-bool answers(const std::string& label) {
-  const std::optional<Band> band = parse_band(label);
-  char text[WIFIMGR_VALUE_SIZE] = "";
+std::optional<int> channel_told(const std::string& label) {
   std::string unheard;
-  return band && call_quietly([&] { return wifimgr_lib_get_CHANNEL(number_of(*band), text) == 0; }, &unheard);
+  const std::optional<Band> band = parse_band(label);
+  return band ? channel_of(*band, &unheard) : std::nullopt;
 }
 
 // One that does not answer lacks more than that.
 std::string lacking_channel(const Wanted& wanted) {
-  const std::optional<Band> band = parse_band(wanted.subject);
-  char text[WIFIMGR_VALUE_SIZE] = "";
-  std::string unheard;
-  if (!band || !call_quietly([&] { return wifimgr_lib_get_CHANNEL(number_of(*band), text) == 0; }, &unheard)) return "";
-  const long channel = std::strtol(text, nullptr, 10);
-  if (channel == std::strtol(wanted.bridge.c_str(), nullptr, 10)) return "";
-  return "the driver of " + wanted.subject + " is on channel " + std::to_string(channel) + " instead of " +
-         wanted.bridge;
+  const std::optional<int> channel = channel_told(wanted.subject);
+  if (!channel || std::to_string(*channel) == wanted.detail) return "";
+  return "the driver of " + wanted.subject + " is on channel " + std::to_string(*channel) + " instead of " +
+         wanted.detail;
 }
 
 std::string lacking_bridge(const Wanted& wanted) {
-  if (wanted.bridge.empty()) return "";
+  if (wanted.detail.empty()) return "";
   const std::optional<std::string> bridge = bridge_of(wanted.subject);
   if (!bridge) return "the kernel does not tell the bridge of " + wanted.subject;
-  if (*bridge == wanted.bridge) return "";
+  if (*bridge == wanted.detail) return "";
   return wanted.subject + " is " + (bridge->empty() ? "in no bridge" : "in " + *bridge) + " instead of " +
-         wanted.bridge;
+         wanted.detail;
 }
 
 // The line that was to bring it about.
@@ -113,14 +99,14 @@ std::string line_for(const Wanted& wanted) {
     return "ifconfig " + interface_of(parse_band(name).value_or(Band::k2_4G), 0) + " down";
   }
   if (wanted.state != State::kUp) return "";
-  if (link_state(name) == LinkState::kUp) return "brctl addif " + wanted.bridge + " " + name;
+  if (link_state(name) == LinkState::kUp) return "brctl addif " + wanted.detail + " " + name;
   return "ifconfig " + name + " up";
 }
 
 // brctl puts no interface that is in a bridge into another one.
 std::string way_out(const Wanted& wanted) {
   const std::string bridge = wanted.state == State::kUp ? bridge_of(wanted.subject).value_or("") : "";
-  if (bridge.empty() || wanted.bridge.empty() || bridge == wanted.bridge) return "";
+  if (bridge.empty() || wanted.detail.empty() || bridge == wanted.detail) return "";
   return "brctl delif " + bridge + " " + wanted.subject + " takes it out; ";
 }
 
@@ -197,9 +183,10 @@ std::string lacking(const Wanted& wanted) {
     case State::kDown:
       return link_state(name) == LinkState::kUp ? name + " is still up" : "";
     case State::kLoaded:
-      return is_loaded(name) ? "" : "the driver's module " + name + " is not loaded";
+      // A kernel that lists no modules says nothing against one.
+      return is_module_loaded(name).value_or(true) ? "" : "the driver's module " + name + " is not loaded";
     case State::kAnswers:
-      return answers(name) ? "" : "the driver of " + name + " does not tell its channel";
+      return channel_told(name) ? "" : "the driver of " + name + " does not tell its channel";
     case State::kChannel:
       return lacking_channel(wanted);
     case State::kRestarted:
@@ -220,7 +207,7 @@ Expectation::Expectation(Band band, Operation operation, int interfaces) {
   }
   add_links(band, operation, &wanted_);
   if (is_up) wanted_.push_back({State::kAnswers, label_of(band), ""});
-  const std::string channel = channel_of(band);
+  const std::string channel = channel_setting(band);
   if (is_up && operation == Operation::kCommit && !channel.empty()) {
     wanted_.push_back({State::kChannel, label_of(band), channel});
   }
@@ -265,7 +252,7 @@ void keep_lacks(Band band, const std::vector<Lack>& lacks, Report& report) {
   }
   std::string text = this_boot() + "\n";
   for (const Lack& lack : lacks) {
-    text += joined({kStates[static_cast<int>(lack.wanted.state)], lack.wanted.subject, lack.wanted.bridge,
+    text += joined({kStates[static_cast<int>(lack.wanted.state)], lack.wanted.subject, lack.wanted.detail,
                     printable(on_one_line(lack.cause))},
                    "\t") +
             "\n";

@@ -15,7 +15,7 @@ struct Wanted {
   enum class State { kUp, kDown, kLoaded, kAnswers, kChannel, kRestarted };
   State state = State::kUp;
   std::string subject;  // "ra0", "mt7603eap", "2.4g"
-  std::string bridge;   // of kUp; "" where any will do. Of kChannel the channel
+  std::string detail;   // the bridge of kUp, "" where any will do; the channel of kChannel
 };
 
 // What does not hold, with the command that is to blame where there is one.

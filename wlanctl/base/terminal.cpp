@@ -4,40 +4,19 @@
 
 #include "wlanctl/base/colour.h"
 #include "wlanctl/base/text.h"
+#include "wlanctl/base/utf8.h"
 
 namespace wlanctl {
 namespace {
 
-// What may not follow a lead byte: a control character, a text longer than its character needs, by which a control
-// character may be written too, half of a pair of another encoding, and what is beyond the last character.
-bool is_no_second(unsigned lead, unsigned second) {
-  switch (lead) {
-    case 0xc2:
-    case 0xe0:
-      return second < 0xa0;
-    case 0xed:
-      return second > 0x9f;
-    case 0xf0:
-      return second < 0x90;
-    case 0xf4:
-      return second > 0x8f;
-    default:
-      return false;
-  }
-}
-
-// The length of the UTF-8 character at `at`; 0 when there is none that a terminal can show. The second block of control
+// The length of the character at `at`; 0 when there is none that a terminal can show. The second block of control
 // characters comes as two bytes, and acts on some terminals as the first does.
-size_t length_of_character(const std::string& text, size_t at) {
-  const auto byte = [&](size_t i) { return i < text.size() ? static_cast<unsigned char>(text[i]) : 0U; };
-  const unsigned lead = byte(at);
-  if (lead < 0x80) return lead >= ' ' && lead != 0x7f ? 1 : 0;
-  if (lead < 0xc2 || lead > 0xf4 || is_no_second(lead, byte(at + 1))) return 0;
-  const size_t length = lead < 0xe0 ? 2 : lead < 0xf0 ? 3 : 4;
-  for (size_t i = 1; i < length; ++i) {
-    if ((byte(at + i) & 0xc0U) != 0x80) return 0;
-  }
-  return length;
+size_t length_shown(const std::string& text, size_t at) {
+  const auto byte = [&](size_t i) { return static_cast<unsigned char>(text[i]); };
+  const size_t length = length_of_character(text, at);
+  const bool is_control =
+      length == 1 ? byte(at) < ' ' || byte(at) == 0x7f : length == 2 && byte(at) == 0xc2 && byte(at + 1) < 0xa0;
+  return is_control ? 0 : length;
 }
 
 std::vector<std::string> filled(const std::vector<std::string>& pieces, const std::string& gap, size_t width) {
@@ -57,7 +36,7 @@ std::vector<std::string> filled(const std::vector<std::string>& pieces, const st
 std::string printable(const std::string& text) {
   std::string shown;
   for (size_t at = 0; at < text.size();) {
-    const size_t length = length_of_character(text, at);
+    const size_t length = length_shown(text, at);
     shown += length == 0 ? std::string("?") : text.substr(at, length);
     at += std::max(length, size_t{1});
   }

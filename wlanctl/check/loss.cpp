@@ -8,6 +8,8 @@
 #include "wlanctl/base/text.h"
 #include "wlanctl/check/dat_text.h"
 #include "wlanctl/keys/dat_key.h"
+#include "wlanctl/store/saved_text.h"
+#include "wlanctl/store/segment.h"
 
 namespace wlanctl {
 namespace {
@@ -54,6 +56,27 @@ std::vector<DatFinding> losses_at_save(const std::vector<StoreRecord>& records, 
                         ""});
   }
   return findings;
+}
+
+std::vector<DatFinding> losses_of_store(Band band) {
+  return losses_at_save(records_of(table_of_store(band)), ssid_count(band));
+}
+
+std::vector<DatFinding> losses_of_save(Band band) {
+  const std::optional<std::string> text = saved_text(band);
+  std::vector<DatFinding> losses = text ? losses_at_load(*text) : std::vector<DatFinding>();
+  const std::vector<DatFinding> at_save = losses_of_store(band);
+  losses.insert(losses.end(), at_save.begin(), at_save.end());
+  return losses;
+}
+
+std::vector<DatFinding> added_losses(const std::vector<DatFinding>& before, const std::vector<DatFinding>& after) {
+  std::vector<DatFinding> added;
+  for (const DatFinding& loss : after) {
+    const auto is_same = [&](const DatFinding& one) { return one.key == loss.key && one.reason == loss.reason; };
+    if (std::none_of(before.begin(), before.end(), is_same)) added.push_back(loss);
+  }
+  return added;
 }
 
 std::vector<DatFinding> lists_cut_at_save(const std::vector<StoreRecord>& records, int ssids) {

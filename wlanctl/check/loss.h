@@ -15,6 +15,13 @@ std::vector<DatFinding> losses_at_load(const std::string& bytes);
 // Values behind an empty field: a shared key is written up to that one.
 std::vector<DatFinding> losses_at_save(const std::vector<StoreRecord>& records, int ssids);
 
+// Of the store that the library works on: the latter, and all that a save of it and the next load would lose.
+std::vector<DatFinding> losses_of_store(Band band);
+std::vector<DatFinding> losses_of_save(Band band);
+
+// Those that were not there before.
+std::vector<DatFinding> added_losses(const std::vector<DatFinding>& before, const std::vector<DatFinding>& after);
+
 // Lists of the whole band that a save cuts at the count of SSIDs, as if they were values of SSIDs.
 std::vector<DatFinding> lists_cut_at_save(const std::vector<StoreRecord>& records, int ssids);
 

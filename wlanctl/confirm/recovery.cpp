@@ -11,7 +11,6 @@
 #include "wlanctl/confirm/taken_back.h"
 #include "wlanctl/files/lock.h"
 #include "wlanctl/files/state_file.h"
-#include "wlanctl/ssid/unfinished.h"
 #include "wlanctl/store/segment.h"
 #include "wlanctl/store/storing_note.h"
 
@@ -90,9 +89,20 @@ bool look_at_band(Band band, Report& report) {
   if (is_store_open(band)) return true;
   if (!look_at_store(band, report)) return false;
   tell_storing(band, report);
-  tell_unfinished(band, report);
   tell_what_is_due(band, report);
   return true;
+}
+
+std::vector<Band> look_at_bands(const std::vector<Band>& bands, int* code, Report& report) {
+  std::vector<Band> found;
+  for (const Band band : bands) {
+    if (look_at_band(band, report)) {
+      found.push_back(band);
+    } else {
+      *code = kNoStore;
+    }
+  }
+  return found;
 }
 
 bool open_band_if_there(Band band, Report& report) {
@@ -103,7 +113,6 @@ bool open_band(Band band, Report& report) {
   if (is_store_open(band)) return true;
   if (!open_store(band, report)) return false;
   finish_storing(report);
-  finish_unfinished(report);
   (void)note_taken_back(band, report);
   recover_pending(band, report);
   return true;

@@ -1,6 +1,8 @@
 // What is due from an apply that somebody else began.
 #pragma once
 
+#include <vector>
+
 #include "wlanctl/base/band.h"
 
 namespace wlanctl {
@@ -16,5 +18,8 @@ bool open_band_if_there(Band band, Report& report);
 
 // The same for a verb that only looks: makes no store, and tells what is due without doing it.
 bool look_at_band(Band band, Report& report);
+
+// Those of the bands that could be looked at; where one could not, the exit code says so.
+std::vector<Band> look_at_bands(const std::vector<Band>& bands, int* code, Report& report);
 
 }  // namespace wlanctl

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "wlanctl/base/report.h"
+#include "wlanctl/base/time_text.h"
 #include "wlanctl/confirm/pending.h"
 #include "wlanctl/files/places.h"
 #include "wlanctl/files/state_file.h"
@@ -49,18 +50,6 @@ bool keep(Band band, const TakenBack& taken) {
   return write_state_file(path_of(band), kFormat, kVersion, text, unheard);
 }
 
-std::string time_text(int64_t seconds, const char* format, tm* (*split)(const time_t*, tm*)) {
-  const auto time = static_cast<time_t>(seconds);
-  tm parts = {};
-  char text[64] = "";
-  if (split(&time, &parts) == nullptr || std::strftime(text, sizeof text, format, &parts) == 0) return "?";
-  return text;
-}
-
-std::string time_of(int64_t seconds) {
-  return time_text(seconds, "%Y-%m-%d %H:%M:%S", localtime_r);
-}
-
 }  // namespace
 
 TakenFor reason_for(const Pending& pending) {
@@ -94,15 +83,14 @@ void acknowledge_taken_back(Band band) {
 }
 
 std::string words_of(Band band, const TakenBack& taken) {
-  return std::string("the apply of ") + label_of(band) + " of " + time_of(taken.applied_at) + " was taken back at " +
-         time_of(taken.taken_back_at) + ", " + about(taken.reason).words;
+  return std::string("the apply of ") + label_of(band) + " of " + local_time(taken.applied_at) + " was taken back at " +
+         local_time(taken.taken_back_at) + ", " + about(taken.reason).words;
 }
 
 Json json_of(const std::optional<TakenBack>& taken) {
-  constexpr char kStandard[] = "%Y-%m-%dT%H:%M:%SZ";
   if (!taken) return {};
-  return {{"applied_at", time_text(taken->applied_at, kStandard, gmtime_r)},
-          {"taken_back_at", time_text(taken->taken_back_at, kStandard, gmtime_r)},
+  return {{"applied_at", utc_time(taken->applied_at)},
+          {"taken_back_at", utc_time(taken->taken_back_at)},
           {"reason", about(taken->reason).name}};
 }
 

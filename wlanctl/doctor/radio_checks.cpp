@@ -9,8 +9,8 @@
 #include "wlanctl/doctor/checks.h"
 #include "wlanctl/files/bytes.h"
 #include "wlanctl/keys/dat_key.h"
-#include "wlanctl/library/query.h"
 #include "wlanctl/live/bridge.h"
+#include "wlanctl/live/module.h"
 #include "wlanctl/live/radio.h"
 
 namespace wlanctl {
@@ -39,13 +39,6 @@ bool is_on_bus(const std::string& chip) {
   return false;
 }
 
-bool is_loaded(const std::string& module) {
-  for (const std::string& line : lines_of(read_bytes("/proc/modules").value_or(""))) {
-    if (line.starts_with(module + " ")) return true;
-  }
-  return false;
-}
-
 std::string value_of(const Settings& settings, const char* name, int ssid) {
   const Key* const key = find_key(name);
   if (key == nullptr) return "";
@@ -69,7 +62,7 @@ void check_module(Band band, Diagnosis& diagnosis) {
     if (module.band != band || !is_on_bus(module.chip)) continue;
     const std::string path = std::string("/lib/modules/4.4.115/") + module.name + ".ko";
     diagnosis.add(access(path.c_str(), R_OK) != 0, Ill::kModuleMissing, kModule, band, path);
-    diagnosis.add(!is_loaded(module.name), Ill::kModuleUnloaded, kModule, band, module.name);
+    diagnosis.add(!is_module_loaded(module.name).value_or(false), Ill::kModuleUnloaded, kModule, band, module.name);
     return;
   }
   diagnosis.well(kModule, band, "none of a chip on the bus: the driver is built in");
@@ -93,12 +86,11 @@ void check_interfaces(Band band, const Settings& settings, Diagnosis& diagnosis)
 
 void check_driver(Band band, Diagnosis& diagnosis) {
   const std::string interface = interface_of(band, 0);
-  char text[WIFIMGR_VALUE_SIZE] = "";
   std::string reason = "there is no " + interface;
-  const bool answers = link_state(interface) != LinkState::kAbsent &&
-                       call_quietly([&] { return wifimgr_lib_get_CHANNEL(number_of(band), text) == 0; }, &reason);
-  diagnosis.add(!answers, Ill::kDriverSilent, "driver", band,
-                answers ? interface + " is on channel " + text : interface + because(reason));
+  const std::optional<int> channel =
+      link_state(interface) == LinkState::kAbsent ? std::nullopt : channel_of(band, &reason);
+  diagnosis.add(!channel, Ill::kDriverSilent, "driver", band,
+                channel ? interface + " is on channel " + std::to_string(*channel) : interface + because(reason));
 }
 
 }  // namespace wlanctl

@@ -63,12 +63,6 @@ void check_table(Band band, const SegmentView& view, Diagnosis& diagnosis) {
   diagnosis.add(!twice.empty(), Ill::kStoreDuplicate, kStore, band, twice.empty() ? "its keys" : twice);
 }
 
-std::string name_of(const LockHolder& holder) {
-  if (holder.is == LockHolder::Is::kUnknown) return "a process that the kernel does not name";
-  const std::string name = name_of_process(holder.process);
-  return "process " + std::to_string(holder.process) + (name.empty() ? "" : " (" + name + ")");
-}
-
 // Whether the same process has it all the time.
 bool is_held_on(Band band, const LockHolder& holder) {
   for (int i = 0; i < kLooks; ++i) {

@@ -48,22 +48,11 @@ void add_others(Band band, std::vector<FileSetting>* settings) {
 
 }  // namespace
 
-std::string without_repetition(const std::string& value) {
-  const std::vector<std::string> parts = split_at(value, ';');
-  const bool is_repeated = !parts.empty() && std::all_of(parts.begin(), parts.end(),
-                                                         [&](const auto& part) { return part == parts.front(); });
-  return is_repeated && value.back() != ';' ? parts.front() : value;
-}
-
 std::optional<std::string> exact_value(Band band, const Target& target) {
   const Key& key = *target.key;
   if (is_split_list(key) && key.numbering == Numbering::kShared) return read_value(band, key, target.index);
   const std::optional<std::string> value = read_raw_value(band, key, target.index);
   return value && is_repeated_for_ssids(key) ? without_repetition(*value) : value;
-}
-
-bool is_repeated_for_ssids(const Key& key) {
-  return key.scope == Scope::kBand && key.holds_numbers();
 }
 
 std::vector<FileSetting> settings_of_store(Band band) {

@@ -9,10 +9,6 @@
 
 namespace wlanctl {
 
-// The settings of the band whose setter may store the value once for each SSID: VHT_BW=1 becomes "1;1".
-bool is_repeated_for_ssids(const Key& key);
-std::string without_repetition(const std::string& value);
-
 // As it stands there, but for a line end behind it, and as the setter takes it; a list as a whole.
 std::optional<std::string> exact_value(Band band, const Target& target);
 

@@ -36,11 +36,7 @@ struct Outlook {
 };
 
 Outlook outlook_of(Band band) {
-  const std::optional<std::string> text = saved_text(band);
-  Outlook outlook = {text ? losses_at_load(*text) : std::vector<DatFinding>(), adjustments_of(band)};
-  const std::vector<DatFinding> at_save = losses_at_save(records_of(table_of_store(band)), ssid_count(band));
-  outlook.losses.insert(outlook.losses.end(), at_save.begin(), at_save.end());
-  return outlook;
+  return {losses_of_save(band), adjustments_of(band)};
 }
 
 // Asks the library's own setter, and only that. Some tell the driver too, whose tool prints.
@@ -206,9 +202,7 @@ class Try {
 
   // What the values would lose in the dat file that was not lost before.
   void refuse_losses(const Outlook& before, const Outlook& after) {
-    for (const DatFinding& loss : after.losses) {
-      const auto is_known = [&](const DatFinding& one) { return one.key == loss.key && one.reason == loss.reason; };
-      if (std::any_of(before.losses.begin(), before.losses.end(), is_known)) continue;
+    for (const DatFinding& loss : added_losses(before.losses, after.losses)) {
       for (const Wish& step : plan_.steps) {
         if (dat_key_of(*step.target.key, step.target.index) != loss.key) continue;
         refuse(report_, band_, step, "in the dat file, " + loss.reason, kOrForce);

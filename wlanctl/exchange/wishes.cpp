@@ -22,18 +22,6 @@ std::optional<std::string> other_value(const std::vector<FileSetting>& stored, c
   return std::nullopt;
 }
 
-// As wifimgr_settings.h writes it.
-std::string default_of(const char* defaults, const Target& target) {
-  if (target.index < 0) return defaults;
-  const std::vector<std::string> values = split_at(defaults, ';');
-  if (values.empty()) return "";
-  std::string value = values[std::min(values.size(), static_cast<size_t>(target.index)) - 1];
-  if (const size_t number = value.find("%d"); number != std::string::npos) {
-    value.replace(number, 2, std::to_string(target.index));
-  }
-  return value;
-}
-
 bool has_setting(const SettingsText& text, Band band, const Target& target) {
   return std::any_of(text.settings.begin(), text.settings.end(),
                      [&](const FileSetting& one) { return one.band == band && one.target == target; });
@@ -42,7 +30,7 @@ bool has_setting(const SettingsText& text, Band band, const Target& target) {
 // How many SSIDs the band will have.
 int coming_count(const SettingsText& text, Band band) {
   const Target target = {find_key(kSsidCount), -1};
-  std::string count = default_of(target.key->defaults[number_of(band)], target);
+  std::string count = default_of(*target.key, band, target.index).value_or("");
   for (const FileSetting& setting : text.settings) {
     if (setting.band == band && setting.target == target) count = setting.value;
   }
@@ -76,14 +64,14 @@ Wishes wishes_of(const SettingsText& text, const std::string& file, Band band) {
 std::vector<Wish> default_wishes(const SettingsText& text, const std::string& file, Band band) {
   std::vector<Wish> wishes;
   for (const Key& key : all_keys()) {
-    const char* const defaults = key.defaults[number_of(band)];
-    if (!key.is_on(band) || is_read_only(key) || defaults == nullptr) continue;
+    if (!key.is_on(band) || is_read_only(key)) continue;
     const int first = key.scope == Scope::kBand ? -1 : 1;
     const int last = key.scope == Scope::kSsid ? coming_count(text, band) : key.scope == Scope::kLink ? kLinks : -1;
     for (int index = first; index <= last; ++index) {
       const Target target = {&key, index};
-      if (has_setting(text, band, target) || !exact_value(band, target)) continue;
-      wishes.push_back({target, default_of(defaults, target), file, 0});
+      const std::optional<std::string> value = default_of(key, band, index);
+      if (!value || has_setting(text, band, target) || !exact_value(band, target)) continue;
+      wishes.push_back({target, *value, file, 0});
     }
   }
   return wishes;

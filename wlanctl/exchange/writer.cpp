@@ -1,10 +1,10 @@
 #include "wlanctl/exchange/writer.h"
 
 #include <algorithm>
-#include <array>
 
 #include "wlanctl/base/hex.h"
 #include "wlanctl/base/report.h"
+#include "wlanctl/base/utf8.h"
 #include "wlanctl/exchange/dat_reader.h"
 #include "wlanctl/exchange/json_reader.h"
 #include "wlanctl/exchange/stored_settings.h"
@@ -15,36 +15,6 @@
 
 namespace wlanctl {
 namespace {
-
-// How many bytes the character at `at` has, 0 where none begins there.
-size_t character_at(const std::string& text, size_t at) {
-  constexpr struct {
-    unsigned char mask, lead;
-    uint32_t lowest;
-  } kForms[] = {{0x80, 0x00, 0}, {0xe0, 0xc0, 0x80}, {0xf0, 0xe0, 0x800}, {0xf8, 0xf0, 0x10000}};
-  const auto first = static_cast<unsigned char>(text[at]);
-  for (size_t more = 0; more < std::size(kForms); ++more) {
-    if ((first & kForms[more].mask) != kForms[more].lead) continue;
-    uint32_t character = first & static_cast<unsigned char>(~kForms[more].mask);
-    for (size_t i = 1; i <= more; ++i) {
-      const auto next = static_cast<unsigned char>(at + i < text.size() ? text[at + i] : '\0');
-      if ((next & 0xc0) != 0x80) return 0;
-      character = character << 6 | (next & 0x3fu);
-    }
-    const bool is_surrogate = character >= 0xd800 && character < 0xe000;
-    return character < kForms[more].lowest || character > 0x10ffff || is_surrogate ? 0 : more + 1;
-  }
-  return 0;
-}
-
-bool is_utf8(const std::string& text) {
-  for (size_t at = 0; at < text.size();) {
-    const size_t bytes = character_at(text, at);
-    if (bytes == 0) return false;
-    at += bytes;
-  }
-  return true;
-}
 
 bool is_secret(const FileSetting& setting) {
   return setting.is_setting() ? setting.target.key->secret : is_secret_dat_key(setting.dat_key);

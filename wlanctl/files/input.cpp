@@ -13,8 +13,6 @@
 namespace wlanctl {
 namespace {
 
-constexpr char kTooLarge[] = "it is larger than 1 MiB";
-
 // One that was handed over as an open file, as /dev/stdin is, has no name of its own.
 bool is_pipe_with_a_name(int file, const std::string& path) {
   struct stat status = {};

@@ -12,7 +12,6 @@ inline constexpr char kKept[] = "/var/run/wlanctl-kept-";        // likewise: th
 inline constexpr char kLacking[] = "/var/run/wlanctl-lacking-";  // likewise: what was applied and is not in force
 inline constexpr char kStoring[] = "/var/run/wlanctl-storing";   // what is being stored, of both bands
 inline constexpr char kEdit[] = "/var/run/wlanctl-edit-";        // and six letters: what is being edited
-inline constexpr char kUnfinished[] = "/var/run/wlanctl-ssids";  // what a change of SSIDs is about to change
 inline constexpr char kTakenBack[] = "/var/run/wlanctl-taken-back-";  // likewise: an apply that nobody confirmed
 inline constexpr char kFolder[] = "/var/run";
 

@@ -48,7 +48,7 @@ std::string reason_against_file(const std::string& path) {
   struct stat status = {};
   if (stat(path.c_str(), &status) != 0) return std::strerror(errno);
   if (!S_ISREG(status.st_mode)) return std::string("it is ") + name_of_kind(status.st_mode) + ", not a file";
-  if (status.st_size > static_cast<off_t>(kMostBytes)) return "it is larger than 1 MiB";
+  if (status.st_size > static_cast<off_t>(kMostBytes)) return kTooLarge;
   const int file = open_plain_file(path, O_RDONLY);
   if (file < 0) return std::strerror(errno);
   (void)close(file);

@@ -1,17 +1,12 @@
 #include "wlanctl/files/word_text.h"
 
-#include <cctype>
-#include <cstdio>
+#include "wlanctl/base/hex.h"
 
 namespace wlanctl {
 namespace {
 
 // Stands before every word, so that an empty one is one too.
 constexpr char kWord = ':';
-
-bool is_digit(char c) {
-  return std::isxdigit(static_cast<unsigned char>(c)) != 0;
-}
 
 }  // namespace
 
@@ -23,9 +18,7 @@ std::string word_of(const std::string& text) {
       word += c;
       continue;
     }
-    char code[4];
-    std::snprintf(code, sizeof code, "%%%02x", byte);
-    word += code;
+    word += '%' + hex_of(std::string(1, c));
   }
   return word;
 }
@@ -38,8 +31,10 @@ std::optional<std::string> text_of_word(const std::string& word) {
       text += word[i];
       continue;
     }
-    if (i + 2 >= word.size() || !is_digit(word[i + 1]) || !is_digit(word[i + 2])) return std::nullopt;
-    text += static_cast<char>(std::stoi(word.substr(i + 1, 2), nullptr, 16));
+    const std::string digits = word.substr(i + 1, 2);
+    const std::optional<std::string> byte = bytes_of_hex(digits);
+    if (!byte || byte->size() != 1) return std::nullopt;
+    text += *byte;
     i += 2;
   }
   return text;

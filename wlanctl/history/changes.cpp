@@ -28,15 +28,6 @@ const Key* text_of_band(const std::string& dat_key) {
   return key != nullptr && key->scope == Scope::kBand && !key->holds_numbers() ? key : nullptr;
 }
 
-// By the names that the setters have.
-std::string name_of(const Difference& one) {
-  int index = 0;
-  const Key* const key = find_dat_key(one.dat_key, &index);
-  if (key == nullptr) return one.name();
-  if (key->scope == Scope::kBand) return key->name;
-  return Target{key, index > 0 ? index : static_cast<int>(one.field) + 1}.name();
-}
-
 }  // namespace
 
 std::string SettingChange::key() const {
@@ -71,7 +62,7 @@ std::vector<SettingChange> changes_between(const std::vector<wifimgr_attr_record
     // What a table without the SSID has no value for was not changed.
     const size_t ssid = ssid_of(one.dat_key, one.field);
     if (ssid > std::min(served_before, served_after) && one.left.empty()) continue;
-    SettingChange change = {name_of(one), one.left, one.right};
+    SettingChange change = {one.name(), one.left, one.right};
     if (const Key* const key = text_of_band(one.dat_key)) {
       change = {key->name, list_in(left, one.dat_key), list_in(right, one.dat_key)};
       if (!changes.empty() && changes.back() == change) continue;

@@ -174,7 +174,7 @@ void drop_oldest(const Listing& listing, unsigned number, size_t bytes) {
   }
   size_t count = others.size() + 1;
   for (const std::string& name : others) {
-    if (count <= kMostEntries && bytes <= kMostBytes) return;
+    if (count <= kMostEntries && bytes <= kMostBytesOfAll) return;
     const size_t size = size_of_file(name);
     if (unlink(path_of(name).c_str()) != 0) continue;
     --count;

@@ -10,7 +10,7 @@ namespace wlanctl {
 
 inline constexpr char kHistoryVariable[] = "WLANCTL_HISTORY";
 inline constexpr size_t kMostEntries = 100;
-inline constexpr size_t kMostBytes = size_t{256} << 10;
+inline constexpr size_t kMostBytesOfAll = size_t{256} << 10;
 inline constexpr size_t kMostBytesOfEntry = size_t{64} << 10;
 
 // "" where no history is kept.

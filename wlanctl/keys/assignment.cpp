@@ -49,6 +49,14 @@ std::optional<Assignment> split(const std::string& text, Band band, Report& repo
 
 }  // namespace
 
+std::optional<Target> target_of_field(const std::string& dat_key, size_t field) {
+  int index = 0;
+  const Key* const key = find_dat_key(dat_key, &index);
+  if (key == nullptr) return std::nullopt;
+  if (index == 0) index = key->scope == Scope::kSsid ? static_cast<int>(field) + 1 : -1;
+  return Target{key, index};
+}
+
 Json about_key(const std::string& key, Band band) {
   return {{"band", label_of(band)}, {"key", key}};
 }

@@ -20,6 +20,9 @@ struct Target {
   std::string name() const;
 };
 
+// Whose value the field of a record is, counted from 0; none where no setting has that dat key.
+std::optional<Target> target_of_field(const std::string& dat_key, size_t field);
+
 // The details of a problem with a setting.
 Json about_key(const std::string& key, Band band);
 

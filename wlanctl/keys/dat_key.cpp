@@ -1,9 +1,11 @@
 #include "wlanctl/keys/dat_key.h"
 
+#include <algorithm>
 #include <cstring>
 #include <set>
 
 #include "wifimgr_lib.h"
+#include "wlanctl/base/text.h"
 #include "wlanctl/keys/key.h"
 
 namespace wlanctl {
@@ -60,6 +62,17 @@ bool is_left_out(const std::string& dat_key, int ssids) {
   unsigned number = 0;
   if (get_attr_num(dat_key.c_str(), dat_key.c_str(), &number) == 0) return number > count;
   return get_attr_num_extended(dat_key.c_str(), dat_key.c_str(), &number) == 0 && number >= count;
+}
+
+bool is_repeated_for_ssids(const Key& key) {
+  return key.scope == Scope::kBand && key.holds_numbers();
+}
+
+std::string without_repetition(const std::string& value) {
+  const std::vector<std::string> parts = split_at(value, ';');
+  const bool is_repeated = !parts.empty() && std::all_of(parts.begin(), parts.end(),
+                                                         [&](const auto& part) { return part == parts.front(); });
+  return is_repeated && value.back() != ';' ? parts.front() : value;
 }
 
 }  // namespace wlanctl

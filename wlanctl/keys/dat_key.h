@@ -24,6 +24,10 @@ bool is_known_dat_key(const std::string& dat_key);
 // Whether ';' belongs to the value, which is then one for the whole band.
 bool keeps_list_whole(const std::string& dat_key);
 
+// The settings of the band whose setter may store the value once for each SSID, as one text: VHT_BW=1 becomes "1;1".
+bool is_repeated_for_ssids(const Key& key);
+std::string without_repetition(const std::string& value);
+
 // Whether every SSID has a key of its own: one value, and all behind a ';' is lost.
 bool is_numbered_dat_key(const std::string& dat_key);
 

@@ -44,6 +44,12 @@ bool is_there(Band band, Report& report) {
   return false;
 }
 
+std::optional<int> channel_of(Band band, std::string* reason) {
+  char text[WIFIMGR_VALUE_SIZE] = "";
+  if (!call_quietly([&] { return wifimgr_lib_get_CHANNEL(number_of(band), text) == 0; }, reason)) return std::nullopt;
+  return static_cast<int>(std::strtol(text, nullptr, 10));
+}
+
 std::optional<std::string> hardware_address_of(const std::string& interface, const Asked& asked, Report& report) {
   char address[kMacTextSize] = "";
   const auto query = [&] { return wifimgr_lib_get_itf_hwaddr(interface.c_str(), address, sizeof address) == 0; };

@@ -21,6 +21,9 @@ const char* word_for(LinkState state);  // "absent", "down", "up"
 // Whether the driver serves the band at all; a problem when it does not.
 bool is_there(Band band, Report& report);
 
+// The channel that the band's driver tells; none, with what it said, where it does not.
+std::optional<int> channel_of(Band band, std::string* reason);
+
 // The interface's hardware address, of which `asked` is asked.
 std::optional<std::string> hardware_address_of(const std::string& interface, const Asked& asked, Report& report);
 

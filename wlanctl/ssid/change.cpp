@@ -25,10 +25,6 @@ namespace {
 
 using Table = std::vector<wifimgr_attr_record>;
 
-std::string text_in(const char (&field)[WIFIMGR_FIELD_SIZE]) {
-  return std::string(field, strnlen(field, sizeof field));
-}
-
 bool is_written(Band band, const SsidWrite& write) {
   const Key& key = *write.target.key;
   const int index = write.target.index;
@@ -39,19 +35,6 @@ bool is_written(Band band, const SsidWrite& write) {
   if (read_value(band, key, index) == write.value) return true;
   write_value(band, key, index, write.value);
   return read_value(band, key, index) == write.value;
-}
-
-std::vector<FieldChange> changes_between(Band band, const Table& before, const Table& after) {
-  std::vector<FieldChange> changes;
-  for (size_t i = 0; i < std::min(before.size(), after.size()); ++i) {
-    const std::string key = key_of(before[i]);
-    for (int field = 0; field < WIFIMGR_FIELDS; ++field) {
-      const std::string was = text_in(before[i].field[field]);
-      const std::string is = text_in(after[i].field[field]);
-      if (was != is) changes.push_back({band, key, is_numbered_dat_key(key) ? -1 : field + 1, was, is});
-    }
-  }
-  return changes;
 }
 
 void refuse(Report& report, Band band, const SsidWrite& write, const std::string& reason, const std::string& next) {
@@ -80,19 +63,8 @@ void refuse_unserved(Band band, const SsidPlan& plan, Report& report) {
   }
 }
 
-std::vector<DatFinding> losses_of(Band band) {
-  const auto text = saved_text(band);
-  std::vector<DatFinding> losses = text ? losses_at_load(*text) : std::vector<DatFinding>();
-  const std::vector<DatFinding> at_save = losses_at_save(records_of(table_of_store(band)), ssid_count(band));
-  losses.insert(losses.end(), at_save.begin(), at_save.end());
-  return losses;
-}
-
-void refuse_losses(Band band, const std::vector<DatFinding>& before, const std::vector<DatFinding>& after,
-                   Report& report) {
-  for (const DatFinding& loss : after) {
-    const auto is_known = [&](const DatFinding& one) { return one.key == loss.key && one.reason == loss.reason; };
-    if (std::any_of(before.begin(), before.end(), is_known)) continue;
+void refuse_losses(Band band, const std::vector<DatFinding>& losses, Report& report) {
+  for (const DatFinding& loss : losses) {
     const std::string label = label_of(band);
     report.problem({label + ": in the dat file, " + loss.key + ": " + loss.reason,
                     "wlanctl set " + label + " a value for each SSID of it, or insist with --force",
@@ -128,12 +100,14 @@ bool are_kept(Band band, const SsidPlan& plan) {
 
 }  // namespace
 
-const SsidWrite* make_changes(const SsidPlan& plan) {
+const SsidWrite* make_changes(const SsidPlan& plan, std::vector<NotedField>* fields) {
   const ShellScope nothing_runs(ShellMode::kDrop);
   const CaughtOutput unheard;
   for (const SsidWrite& write : plan.writes) {
     clear_messages();
+    const Table before = fields == nullptr ? Table() : table_of_store(plan.band);
     if (!is_written(plan.band, write)) return &write;
+    if (fields != nullptr) add_changes(before, table_of_store(plan.band), fields);
   }
   return nullptr;
 }
@@ -142,7 +116,7 @@ std::optional<JudgedPlan> judge(const SsidPlan& plan, bool force, Report& report
   const Band band = plan.band;
   const size_t problems = report.problems().size();
   const bool was_savable = saved_text(band).has_value();
-  const std::vector<DatFinding> losses = losses_of(band);
+  const std::vector<DatFinding> losses = losses_of_save(band);
   const std::vector<Adjustment> adjustments = adjustments_of(band);
   const PrivateStore copy(band);
   if (add_records(band, plan.records) != Adding::kDone) {
@@ -151,18 +125,19 @@ std::optional<JudgedPlan> judge(const SsidPlan& plan, bool force, Report& report
          "wlanctl check its dat file", about(band, plan.ssid)});
     return std::nullopt;
   }
-  const Table before = table_of_store(band);
-  if (const SsidWrite* const refused = make_changes(plan)) {
+  JudgedPlan judged = {plan, {}, {}, {}};
+  if (const SsidWrite* const refused = make_changes(plan, &judged.fields)) {
     const std::string reason = first_reason();
     refuse(report, band, *refused, reason.empty() ? "the library refuses it" : reason,
            "it takes " + served_words(*refused->target.key));
     return std::nullopt;
   }
-  JudgedPlan judged = {plan, {}, {}, table_of_store(band)};
-  judged.fields = changes_between(band, before, judged.table);
+  judged.table = table_of_store(band);
   if (!force) refuse_unserved(band, plan, report);
   if (was_savable && !saved_text(band)) refuse_long_lines(band, report);
-  if (!force && report.problems().size() == problems) refuse_losses(band, losses, losses_of(band), report);
+  if (!force && report.problems().size() == problems) {
+    refuse_losses(band, added_losses(losses, losses_of_save(band)), report);
+  }
   if (report.problems().size() != problems) return std::nullopt;
   for (const Adjustment& one : adjustments_of(band)) {
     if (std::find(adjustments.begin(), adjustments.end(), one) == adjustments.end()) judged.adjustments.push_back(one);
@@ -202,10 +177,7 @@ bool add_all_records(const std::vector<JudgedPlan>& plans, Report& report) {
 bool change_store(const JudgedPlan& judged, Report& report) {
   const Band band = judged.plan.band;
   const SsidWrite* const refused = make_changes(judged.plan);
-  if (refused == nullptr && are_kept(band, judged.plan) &&
-      std::all_of(judged.fields.begin(), judged.fields.end(), is_in_store)) {
-    return true;
-  }
+  if (refused == nullptr && are_kept(band, judged.plan) && are_all_stored(band, judged.fields)) return true;
   const std::string reason = refused == nullptr ? "" : first_reason();
   report.problem({std::string("the store of ") + label_of(band) + " did not take all of it" + because(reason),
                   "another process changed it meanwhile, and everything is put back; try again",
@@ -218,13 +190,15 @@ bool change_store(const JudgedPlan& judged, Report& report) {
 bool carry_out(const std::vector<JudgedPlan>& plans, Report& report) {
   const SignalHold hold;
   if (!add_all_records(plans, report)) return false;
-  std::vector<FieldChange> fields;
-  for (const JudgedPlan& judged : plans) fields.insert(fields.end(), judged.fields.begin(), judged.fields.end());
-  if (!note_unfinished(fields, report)) return false;
+  std::vector<NotedBand> noted;
+  for (const JudgedPlan& judged : plans) noted.push_back({judged.plan.band, judged.fields});
+  if (!note_storing("ssid", noted, report)) return false;
   const bool is_done =
       std::all_of(plans.begin(), plans.end(), [&](const JudgedPlan& judged) { return change_store(judged, report); });
-  if (!is_done) put_back(fields);
-  return forget_unfinished(report) && is_done;
+  if (!is_done) {
+    for (const NotedBand& band : noted) (void)put_back_noted(band.band, band.fields);
+  }
+  return forget_storing(report) && is_done;
 }
 
 }  // namespace wlanctl

@@ -7,7 +7,7 @@
 
 #include "wlanctl/apply/adjustment.h"
 #include "wlanctl/ssid/plan.h"
-#include "wlanctl/ssid/unfinished.h"
+#include "wlanctl/store/storing_note.h"
 
 namespace wlanctl {
 
@@ -15,7 +15,7 @@ class Report;
 
 struct JudgedPlan {
   SsidPlan plan;
-  std::vector<FieldChange> fields;         // what it changes
+  std::vector<NotedField> fields;          // what it changes
   std::vector<Adjustment> adjustments;     // what an apply will then make of values by itself, and did not before
   std::vector<wifimgr_attr_record> table;  // of the copy, with all of it done
 };
@@ -27,7 +27,8 @@ std::optional<JudgedPlan> judge(const SsidPlan& plan, bool force, Report& report
 bool carry_out(const std::vector<JudgedPlan>& plans, Report& report);
 
 // Puts the plan's values into the store that the library works on, as far as it takes them; no driver is told, as it has
-// no such interface before the next apply. The first write that was refused; null when all is done.
-const SsidWrite* make_changes(const SsidPlan& plan);
+// no such interface before the next apply. The first write that was refused; null when all is done. `fields` receives what
+// they change, with all that it becomes on the way.
+const SsidWrite* make_changes(const SsidPlan& plan, std::vector<NotedField>* fields = nullptr);
 
 }  // namespace wlanctl

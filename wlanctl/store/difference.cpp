@@ -4,6 +4,7 @@
 #include <map>
 
 #include "wlanctl/base/text.h"
+#include "wlanctl/keys/assignment.h"
 #include "wlanctl/keys/dat_key.h"
 
 namespace wlanctl {
@@ -12,29 +13,20 @@ namespace {
 using Fields = std::vector<std::string>;
 using Values = std::map<std::string, Fields>;
 
-// A setter of a number of the whole band may store it once for each SSID, as one text, which a load of the file splits.
-bool is_number_of_band(const std::string& dat_key) {
+// What a setter has stored once for each SSID, a load of the file splits.
+Fields once(const StoreRecord& record) {
+  const bool is_list = record.fields.size() > 1 || joined(record.fields, "").find(';') != std::string::npos;
   int index = 0;
-  const Key* const key = find_dat_key(dat_key, &index);
-  return key != nullptr && key->scope == Scope::kBand && key->holds_numbers();
-}
-
-Fields once(const Fields& fields) {
-  const std::vector<std::string> parts = split_at(joined(fields, ";"), ';');
-  const bool is_repeated = std::all_of(parts.begin(), parts.end(), [&](const auto& one) { return one == parts[0]; });
-  return is_repeated && !parts.empty() ? Fields{parts[0]} : fields;
-}
-
-bool is_list(const Fields& fields) {
-  return fields.size() > 1 || (fields.size() == 1 && fields[0].find(';') != std::string::npos);
+  const Key* const key = is_list ? find_dat_key(record.key, &index) : nullptr;
+  if (key == nullptr || !is_repeated_for_ssids(*key)) return record.fields;
+  const std::string list = joined(record.fields, ";");
+  const std::string value = without_repetition(list);
+  return value == list ? record.fields : Fields{value};
 }
 
 Values values_of(const std::vector<StoreRecord>& records) {
   Values values;
-  for (const StoreRecord& record : records) {
-    const bool may_repeat = is_list(record.fields) && is_number_of_band(record.key);
-    values[record.key] = may_repeat ? once(record.fields) : record.fields;
-  }
+  for (const StoreRecord& record : records) values[record.key] = once(record);
   return values;
 }
 
@@ -45,11 +37,8 @@ std::string field_of(const Fields& fields, size_t index) {
 }  // namespace
 
 std::string Difference::name() const {
-  int index = 0;
-  const Key* const key = find_dat_key(dat_key, &index);
-  if (key != nullptr && index > 0) return std::string(key->name) + ":" + std::to_string(index);
-  const bool per_ssid = key != nullptr ? key->scope == Scope::kSsid : fields > 1;
-  return per_ssid ? dat_key + ":" + std::to_string(field + 1) : dat_key;
+  if (const std::optional<Target> target = target_of_field(dat_key, field)) return target->name();
+  return fields > 1 ? dat_key + ":" + std::to_string(field + 1) : dat_key;
 }
 
 size_t ssid_of(const std::string& dat_key, size_t field) {

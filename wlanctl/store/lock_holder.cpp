@@ -17,6 +17,12 @@ LockHolder lock_holder(Band band) {
   return {is_running(process) ? LockHolder::Is::kRunning : LockHolder::Is::kGone, process};
 }
 
+std::string name_of(const LockHolder& holder) {
+  if (holder.is == LockHolder::Is::kUnknown) return "a process that the kernel does not name";
+  const std::string name = holder.is == LockHolder::Is::kRunning ? name_of_process(holder.process) : "";
+  return "process " + std::to_string(holder.process) + (name.empty() ? "" : " (" + name + ")");
+}
+
 bool free_lock(Band band, const LockHolder& from) {
   const int id = semaphore_of(band);
   if (id < 0) return false;

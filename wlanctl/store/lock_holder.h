@@ -3,6 +3,8 @@
 
 #include <sys/types.h>
 
+#include <string>
+
 #include "wlanctl/base/band.h"
 
 namespace wlanctl {
@@ -20,6 +22,9 @@ struct LockHolder {
 
 // A band without a lock has no holder.
 LockHolder lock_holder(Band band);
+
+// "process 12 (wlanctl)", or that nobody knows.
+std::string name_of(const LockHolder& holder);
 
 // Frees the lock while that holder is the last who took it. False when it cannot be freed, with errno.
 bool free_lock(Band band, const LockHolder& from);

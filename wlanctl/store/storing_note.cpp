@@ -7,11 +7,11 @@
 #include <cstring>
 #include <optional>
 
-#include "wlanctl/base/hex.h"
 #include "wlanctl/base/report.h"
 #include "wlanctl/files/lock.h"
 #include "wlanctl/files/places.h"
 #include "wlanctl/files/state_file.h"
+#include "wlanctl/files/word_text.h"
 #include "wlanctl/store/segment.h"
 
 namespace wlanctl {
@@ -20,25 +20,21 @@ namespace {
 constexpr char kFormat[] = "wlanctl-storing";
 constexpr int kVersion = 1;
 
-// Stands before the digits, so that an empty value is a word too.
-constexpr char kWord = ':';
-
 struct Note {
   std::string boot;
   std::string verb;
   std::vector<NotedBand> changes;
 };
 
-std::string word_of(const std::string& bytes) {
-  return kWord + hex_of(bytes);
-}
-
-std::optional<std::string> bytes_of_word(const std::string& word) {
-  return word.starts_with(kWord) ? bytes_of_hex(word.substr(1)) : std::nullopt;
-}
-
 std::string text_in(const char* field, size_t size) {
   return {field, strnlen(field, size)};
+}
+
+wifimgr_attr_record* find_record(std::vector<wifimgr_attr_record>& table, const std::string& key) {
+  const auto record = std::find_if(table.begin(), table.end(), [&](const wifimgr_attr_record& one) {
+    return text_in(one.key, sizeof one.key) == key;
+  });
+  return record == table.end() ? nullptr : &*record;
 }
 
 std::string text_of(const Note& note) {
@@ -55,13 +51,13 @@ std::string text_of(const Note& note) {
 }
 
 std::optional<NotedField> parse_field(const std::vector<std::string>& words) {
-  const std::optional<std::string> key = bytes_of_word(words[1]);
+  const std::optional<std::string> key = text_of_word(words[1]);
   const std::optional<int64_t> number = number_in(words[2]);
-  const std::optional<std::string> before = bytes_of_word(words[3]);
+  const std::optional<std::string> before = text_of_word(words[3]);
   if (!key || !number || *number < 0 || *number >= WIFIMGR_FIELDS || !before) return std::nullopt;
   NotedField field = {*key, static_cast<int>(*number), *before, {}};
   for (size_t i = 4; i < words.size(); ++i) {
-    const std::optional<std::string> value = bytes_of_word(words[i]);
+    const std::optional<std::string> value = text_of_word(words[i]);
     if (!value) return std::nullopt;
     field.becomes.push_back(*value);
   }
@@ -97,8 +93,9 @@ std::optional<Note> read_note() {
   return text ? parse_note(*text) : std::nullopt;
 }
 
-// Of one band. False where its store cannot be had.
+// Of one band. False where its store cannot be had. One that is gone has taken with it what was set.
 bool put_back_band(const std::string& verb, const NotedBand& band, Report& report) {
+  if (!has_store(band.band)) return true;
   Report unheard;
   const int count = open_store(band.band, unheard, Content::kToCome) ? put_back_noted(band.band, band.fields) : -1;
   const std::string what = "wlanctl " + verb + " ended in the middle of storing settings of " + label_of(band.band);
@@ -131,16 +128,22 @@ void add_changes(const std::vector<wifimgr_attr_record>& from, const std::vector
   }
 }
 
+bool are_all_stored(Band band, const std::vector<NotedField>& fields) {
+  std::vector<wifimgr_attr_record> table = table_of_store(band);
+  return std::all_of(fields.begin(), fields.end(), [&](const NotedField& field) {
+    const wifimgr_attr_record* const record = find_record(table, field.key);
+    return record != nullptr && text_in(record->field[field.field], WIFIMGR_FIELD_SIZE) == field.becomes.back();
+  });
+}
+
 int put_back_noted(Band band, const std::vector<NotedField>& fields) {
   const StoreLock lock(band);
   if (!lock) return -1;
   std::vector<wifimgr_attr_record> table = lock.table();
   int count = 0;
   for (const NotedField& change : fields) {
-    const auto record = std::find_if(table.begin(), table.end(), [&](const wifimgr_attr_record& one) {
-      return text_in(one.key, sizeof one.key) == change.key;
-    });
-    if (record == table.end()) continue;
+    wifimgr_attr_record* const record = find_record(table, change.key);
+    if (record == nullptr) continue;
     char* const field = record->field[change.field];
     const std::string now = text_in(field, WIFIMGR_FIELD_SIZE);
     const bool is_ours = std::find(change.becomes.begin(), change.becomes.end(), now) != change.becomes.end();

@@ -29,6 +29,9 @@ struct NotedBand {
 void add_changes(const std::vector<wifimgr_attr_record>& from, const std::vector<wifimgr_attr_record>& to,
                  std::vector<NotedField>* fields);
 
+// Whether each field of the store has the last of its values.
+bool are_all_stored(Band band, const std::vector<NotedField>& fields);
+
 // Puts each field back that has a value which it was to get; what somebody else has set since stays. In one step for
 // everybody else. How many it were; -1 when the store cannot be had.
 int put_back_noted(Band band, const std::vector<NotedField>& fields);

@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "wifimgr_lib.h"
-#include "wlanctl/library/query.h"
+#include "wlanctl/live/radio.h"
 #include "wlanctl/live/stations.h"
 #include "wlanctl/watch/link_watch.h"
 #include "wlanctl/watch/store_watch.h"
@@ -21,12 +21,6 @@ constexpr int kLooksToSettle = 2;
 
 bool is_radar_channel(Band band, int channel) {
   return band == Band::k5G && channel >= kFirstRadarChannel && channel <= kLastRadarChannel;
-}
-
-std::optional<int> channel_of(Band band, std::string* reason) {
-  char text[WIFIMGR_VALUE_SIZE] = "";
-  if (!call_quietly([&] { return wifimgr_lib_get_CHANNEL(number_of(band), text) == 0; }, reason)) return std::nullopt;
-  return static_cast<int>(std::strtol(text, nullptr, 10));
 }
 
 std::string ssid_text(int number, const std::string& name) {

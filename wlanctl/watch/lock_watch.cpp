@@ -28,13 +28,10 @@ void LockWatch::look(Events& events) {
   }
   if (is_same && !is_told_) {
     const std::string name = name_of_process(holder.process);
-    const std::string who = holder.is == LockHolder::Is::kUnknown
-                                ? "a process that the kernel does not name"
-                                : "process " + std::to_string(holder.process) +
-                                      (holder.is == LockHolder::Is::kGone ? ", which is gone" : " (" + name + ")");
+    const char* const gone = holder.is == LockHolder::Is::kGone ? ", which is gone" : "";
     events.push_back({"lock-held",
                       band_,
-                      "the lock has been held for a second, by " + who,
+                      "the lock has been held for a second, by " + name_of(holder) + gone,
                       {{"process", holder.process}, {"name", name.empty() ? Json() : Json(name)}}});
     is_told_ = true;
   }

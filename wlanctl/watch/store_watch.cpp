@@ -8,6 +8,7 @@
 #include <map>
 #include <utility>
 
+#include "wlanctl/keys/assignment.h"
 #include "wlanctl/keys/dat_key.h"
 #include "wlanctl/keys/json_value.h"
 #include "wlanctl/keys/secret_mask.h"
@@ -36,31 +37,18 @@ std::string field_of(const Fields& fields, size_t index) {
   return index < fields.size() ? fields[index] : std::string();
 }
 
-// A setting as the command line has it: "SSID", 2, whatever the dat file calls it.
-struct Named {
-  std::string key;
-  int index;
-};
-
-Named named(const std::string& dat_key, size_t field) {
-  int index = 0;
-  const Key* const key = find_dat_key(dat_key, &index);
-  if (key == nullptr) return {dat_key, field == 0 ? -1 : static_cast<int>(field) + 1};
-  if (index > 0) return {key->name, index};
-  return {key->name, key->scope == Scope::kSsid ? static_cast<int>(field) + 1 : -1};
-}
-
 Event change_of(Band band, const std::string& dat_key, size_t field, std::string from, std::string to) {
-  const Named name = named(dat_key, field);
+  const std::optional<Target> target = target_of_field(dat_key, field);
+  const std::string key = target ? target->key->name : dat_key;
+  const int index = target ? target->index : field == 0 ? -1 : static_cast<int>(field) + 1;
   if (is_secret_dat_key(dat_key)) {
     if (!from.empty()) from = kMasked;
     if (!to.empty()) to = kMasked;
   }
-  return {
-      "value",
-      band,
-      name.key + (name.index < 0 ? "" : ":" + std::to_string(name.index)) + "  " + from + " -> " + to,
-      {{"key", name.key}, {"index", name.index}, {"from", json_value(dat_key, from)}, {"to", json_value(dat_key, to)}}};
+  return {"value",
+          band,
+          key + (index < 0 ? "" : ":" + std::to_string(index)) + "  " + from + " -> " + to,
+          {{"key", key}, {"index", index}, {"from", json_value(dat_key, from)}, {"to", json_value(dat_key, to)}}};
 }
 
 bool is_locked(Band band) {

@@ -190,11 +190,7 @@ int diff_file(const Compared& compared, const Words& words, Report& report, Outc
     return kWrongUsage;
   }
   int code = kDone;
-  for (const Band band : bands) {
-    if (!look_at_band(band, report)) {
-      code = kNoStore;
-      continue;
-    }
+  for (const Band band : look_at_bands(bands, &code, report)) {
     note_waiting(band, report);
     tell_comparison(band, differences_from(*file, band), "file", "the file", words, report, outcome);
   }

@@ -1,9 +1,9 @@
 #include "wlanctl/verbs/apply/entry_words.h"
 
 #include <algorithm>
-#include <ctime>
 
 #include "wlanctl/base/terminal.h"
+#include "wlanctl/base/time_text.h"
 #include "wlanctl/confirm/outlived.h"
 #include "wlanctl/confirm/pending.h"
 #include "wlanctl/keys/json_value.h"
@@ -13,14 +13,6 @@ namespace wlanctl {
 namespace {
 
 constexpr size_t kMostTold = 8;
-
-std::string utc_time(int64_t when) {
-  const auto seconds = static_cast<time_t>(when);
-  tm parts = {};
-  char text[32] = "";
-  if (gmtime_r(&seconds, &parts) != nullptr) (void)strftime(text, sizeof text, "%Y-%m-%dT%H:%M:%SZ", &parts);
-  return text;
-}
 
 // Of an apply that nobody has confirmed or rolled back yet, as far as the history knows.
 std::string undecided_words(const Entry& entry) {
@@ -73,14 +65,6 @@ const Entry* find_entry(const History& history, unsigned number) {
 
 Problem no_such_entry(unsigned number) {
   return {"there is no entry " + std::to_string(number), "wlanctl log lists them; the oldest go"};
-}
-
-std::string local_time(int64_t when) {
-  const auto seconds = static_cast<time_t>(when);
-  tm parts = {};
-  char text[32] = "";
-  if (localtime_r(&seconds, &parts) != nullptr) (void)strftime(text, sizeof text, "%Y-%m-%d %H:%M:%S", &parts);
-  return text;
 }
 
 std::vector<std::string> result_words(const History& history, const Entry& entry) {

@@ -22,9 +22,6 @@ const Entry* find_entry(const History& history, unsigned number);
 // A problem says that there is none of that number.
 Problem no_such_entry(unsigned number);
 
-// "2026-11-22 03:00:01", by the gateway's clock and zone.
-std::string local_time(int64_t when);
-
 // How it went, in pieces: "radio", "in force", "confirmed".
 std::vector<std::string> result_words(const History& history, const Entry& entry);
 

@@ -37,10 +37,6 @@ void tell(Band band, const std::string& where, const std::vector<DatFinding>& fi
   }
 }
 
-std::vector<DatFinding> losses_of_store(Band band) {
-  return losses_at_save(records_of(table_of_store(band)), ssid_count(band));
-}
-
 }  // namespace
 
 bool may_write_file(Band band, const std::optional<std::string>& text, Report& report) {

@@ -2,6 +2,7 @@
 #include <utility>
 
 #include "wlanctl/base/terminal.h"
+#include "wlanctl/base/time_text.h"
 #include "wlanctl/command_line/common_words.h"
 #include "wlanctl/verbs/apply/diff_text.h"
 #include "wlanctl/verbs/apply/entry_words.h"

@@ -8,7 +8,6 @@
 #include "wlanctl/confirm/taken_back.h"
 #include "wlanctl/files/lock.h"
 #include "wlanctl/history/record.h"
-#include "wlanctl/ssid/unfinished.h"
 #include "wlanctl/store/dat_file.h"
 #include "wlanctl/store/difference.h"
 #include "wlanctl/store/revert.h"
@@ -60,7 +59,6 @@ Problem refusal_of(Band band, const Reverted& outcome) {
 int revert_band(Band band, bool force, Report& report, Json& reverted) {
   if (!open_store(band, report, Content::kToCome)) return kNoStore;
   (void)note_taken_back(band, report);
-  finish_unfinished(report);
   const std::vector<wifimgr_attr_record> before = table_of_store(band);
   const Entry entry =
       begin_quiet_entry(band, Deed::kRevert, changes_between(before, parse_dat_file(band).value_or(before)), report);

@@ -15,14 +15,8 @@ namespace {
 
 using Is = LockHolder::Is;
 
-std::string name_of(const LockHolder& holder) {
-  if (holder.is == Is::kUnknown) return "a process that the kernel does not name";
-  const std::string name = holder.is == Is::kRunning ? name_of_process(holder.process) : "";
-  return "process " + std::to_string(holder.process) + (name.empty() ? "" : " (" + printable(name) + ")");
-}
-
 int refuse(Band band, const LockHolder& holder, Report& report) {
-  const std::string lock = std::string("the lock of ") + label_of(band) + " is held by " + name_of(holder);
+  const std::string lock = std::string("the lock of ") + label_of(band) + " is held by " + printable(name_of(holder));
   if (holder.is == Is::kUnknown) {
     report.problem({lock, "stop the management processes, and insist with --force", about(band)});
   } else {
@@ -54,7 +48,7 @@ int run(const Words& words, Report& report) {
     return kRefused;
   }
   report.data()["freed"] = true;
-  report.text() << label_of(band) << ": freed; the lock was held by " << name_of(holder)
+  report.text() << label_of(band) << ": freed; the lock was held by " << printable(name_of(holder))
                 << (holder.is == Is::kGone ? ", which is gone\n" : "\n");
   return kDone;
 }

@@ -39,11 +39,7 @@ int run(const Words& words, Report& report) {
   int code = kDone;
   Json bands = Json::array();
   Rows rows = {{"STATION", "BAND", "SSID", "11k", "11v", "NAME"}};
-  for (const Band band : bands_of(words.band)) {
-    if (!look_at_band(band, report)) {
-      code = kNoStore;
-      continue;
-    }
+  for (const Band band : look_at_bands(bands_of(words.band), &code, report)) {
     if (words.ssid != 0 && !has_ssid(band, words.ssid, report)) return kRefused;
     Json ssids = Json::array();
     (void)is_there(band, report);

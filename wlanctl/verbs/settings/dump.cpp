@@ -14,11 +14,7 @@ namespace {
 int dump(const Words& words, Report& report) {
   int code = kDone;
   Json bands = Json::array();
-  for (const Band band : bands_of(words.band)) {
-    if (!look_at_band(band, report)) {
-      code = kNoStore;
-      continue;
-    }
+  for (const Band band : look_at_bands(bands_of(words.band), &code, report)) {
     Json records = Json::array();
     report.text() << label_of(band) << '\n';
     for (const StoreRecord& record : records_of(table_of_store(band))) {

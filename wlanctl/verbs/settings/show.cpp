@@ -60,11 +60,7 @@ Json show_band(Report& report, Band band, const Words& words) {
 int run(const Words& words, Report& report) {
   int code = kDone;
   Json bands = Json::array();
-  for (const Band band : bands_of(words.band)) {
-    if (!look_at_band(band, report)) {
-      code = kNoStore;
-      continue;
-    }
+  for (const Band band : look_at_bands(bands_of(words.band), &code, report)) {
     if (words.ssid > ssid_count(band)) {
       report.problem({std::string(label_of(band)) + " has " + std::to_string(ssid_count(band)) + " SSIDs",
                       "name one of them", about(band, words.ssid)});

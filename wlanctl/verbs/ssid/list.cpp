@@ -15,11 +15,7 @@ namespace {
 int run(const Words& words, Report& report) {
   int code = kDone;
   Json bands = Json::array();
-  for (const Band band : bands_of(words.band)) {
-    if (!look_at_band(band, report)) {
-      code = kNoStore;
-      continue;
-    }
+  for (const Band band : look_at_bands(bands_of(words.band), &code, report)) {
     Json ssids = Json::array();
     Rows rows = {{"  SSID", "INTERFACE", "STATE", "ENABLED", "HIDDEN", "SECURITY", "NAME"}};
     for (const ServedSsid& ssid : served_ssids(band)) {

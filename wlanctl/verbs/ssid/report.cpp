@@ -21,16 +21,15 @@ struct NamedChange {
   std::string after;
 };
 
-std::vector<NamedChange> named(const std::vector<FieldChange>& fields) {
+std::vector<NamedChange> named(const std::vector<NotedField>& fields) {
   std::vector<NamedChange> changes;
-  for (const FieldChange& field : fields) {
-    int index = 0;
-    const Key* const key = find_dat_key(field.dat_key, &index);
-    if (key == nullptr) continue;
-    if (key->numbering == Numbering::kShared) index = key->scope == Scope::kBand ? -1 : field.field;
+  for (const NotedField& field : fields) {
+    const std::optional<Target> target = target_of_field(field.key, static_cast<size_t>(field.field));
+    if (!target) continue;
     const std::string before = without_line_end(field.before);
-    const std::string after = without_line_end(field.after);
-    if (before != after) changes.push_back({{key, index}, shown_value(*key, before), shown_value(*key, after)});
+    const std::string after = without_line_end(field.becomes.back());
+    if (before != after)
+      changes.push_back({*target, shown_value(*target->key, before), shown_value(*target->key, after)});
   }
   return changes;
 }

@@ -1,12 +1,13 @@
-// Settings files, and calls in a gateway whose stores are there.
+// Steps in a gateway whose stores are there, and settings files for them.
 #pragma once
 
 #include "apply_story.h"
 
 namespace wlanctl_test {
 
-inline std::vector<Result> run_live(Words steps, const Words& options = {}) {
-  steps.insert(steps.begin(), "library_probe init 0 init 1 >/dev/null");
+// The results of the steps, without that of what comes before them.
+inline std::vector<Result> run_live(Words steps, const Words& options = {}, const std::string& before = "") {
+  steps.insert(steps.begin(), before + "library_probe init 0 init 1 >/dev/null");
   std::vector<Result> results = run_steps(steps, options);
   results.erase(results.begin());
   return results;
