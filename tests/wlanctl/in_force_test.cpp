@@ -219,6 +219,19 @@ TEST(RadioSwitchInForce, NamesTheCommandThatFailed) {
   EXPECT_EQ("6\n", behind(result.out, "diff"));
 }
 
+TEST(InForceState, IsNoAgreementOfTheThreeStates) {
+  const auto steps =
+      run_steps({"wlanctl set 2.4g Channel=11 >/dev/null; simctl fail ifconfig exit=3 ra0 up >/dev/null; "
+                 "wlanctl apply 2.4g >/dev/null 2>&1; wlanctl status 2.4g | grep settings",
+                 "wlanctl diff 2.4g --in-force", "wlanctl status 2.4g --json"});
+  EXPECT_THAT(steps[0].out, HasSubstr("not all that was applied is in force\n"));
+  EXPECT_THAT(steps[0].out, Not(HasSubstr("agree")));
+  EXPECT_EQ(6, steps[1].status);
+  EXPECT_THAT(steps[1].out, HasSubstr("the store is as what was last applied\n"));
+  EXPECT_THAT(steps[1].err, HasSubstr("2.4g: not in force: ra0 is down"));
+  EXPECT_EQ(false, document_in(steps[2].out)["data"]["bands"][0]["settings"]["agree"]);
+}
+
 // An interface that was never down is up, too.
 TEST(InForce, ARestartThatDidNotHappenIsTold) {
   for (const char* const fault : {"exit=1", "exit=1 down", "signal=9"}) {

@@ -10,6 +10,7 @@ namespace wlanctl {
 
 struct ThreeStates {
   bool has_store = true;
+  bool is_lacking = false;  // something of what was last applied is not in force
   // In how many values two of them differ; none where one of the two is not there or not known.
   std::optional<size_t> store_from_file;
   std::optional<size_t> store_from_in_force;

@@ -135,9 +135,12 @@ int diff_in_force(Band band, const Words& words, Report& report, Outcome& outcom
     return kWrongUsage;
   }
   const std::vector<StoreRecord> live = records_of(table_of_store(band));
-  tell_comparison(band, differences(live, records_of(*in_force), ssids_in(live)), "in_force", "what is in force", words,
-                  report, outcome);
-  return kDone;
+  const std::vector<Lack> lacks = lacks_of(band);
+  const std::string other = lacks.empty() ? "what is in force" : "what was last applied";
+  tell_comparison(band, differences(live, records_of(*in_force), ssids_in(live)), "in_force", other, words, report,
+                  outcome);
+  complain_of(band, lacks, next_step(band), report);
+  return lacks.empty() ? kDone : kNotInForce;
 }
 
 // A band alone, a file alone, or both.

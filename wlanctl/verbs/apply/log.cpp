@@ -119,6 +119,7 @@ const Verb kLog = {"log",
                    "  wlanctl log show 17",
                    kListWords,
                    list,
-                   kBelow};
+                   kBelow,
+                   true};
 
 }  // namespace wlanctl

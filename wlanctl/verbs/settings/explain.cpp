@@ -261,10 +261,14 @@ constexpr Word kWords[] = {{"KEY",
 
 }  // namespace
 
-const Verb kExplain = {"explain", "Tell all about one setting",
+const Verb kExplain = {"explain",
+                       "Tell all about one setting",
                        "What a change means, and what an apply makes of values, the library is asked on\n"
                        "a private copy of each band's store or dat file; nothing is changed.\n\n"
                        "Examples:\n  wlanctl explain Channel\n  wlanctl explain AuthMode --json",
-                       kWords, run};
+                       kWords,
+                       run,
+                       {},
+                       true};
 
 }  // namespace wlanctl
