@@ -84,6 +84,14 @@ TEST(SsidAdd, TakesNoValueThatAnotherGatewayRefuses) {
   EXPECT_EQ(settings, steps[1].out);
 }
 
+TEST(SsidAdd, SaysWhyAPassphraseCannotBeRead) {
+  const auto steps = run_with_word({"wlanctl ssid add 2.4g Kitchen --passphrase-file nowhere",
+                                    "mkfifo pipe; wlanctl ssid add 2.4g Kitchen --passphrase-file pipe"});
+  for (const Result& step : steps) EXPECT_EQ(2, step.status);
+  EXPECT_THAT(steps[0].err, HasSubstr("cannot read the passphrase: No such file or directory"));
+  EXPECT_THAT(steps[1].err, HasSubstr("cannot read the passphrase: it is a pipe that nobody writes to"));
+}
+
 TEST(SsidAdd, LeavesAllOthersAsTheyAre) {
   const auto steps = run_with_word(
       {"wlanctl show 2.4g 1 --secrets >one; wlanctl show 2.4g 2 --secrets >two; wlanctl show 5g >other",

@@ -20,6 +20,8 @@ std::string without_end(std::string line) {
   return line;
 }
 
+namespace {
+
 // A device without an end does not fill the memory: no value is as long as that.
 std::optional<std::string> first_line(std::FILE* file) {
   constexpr size_t kMost = 65536;
@@ -32,8 +34,6 @@ std::optional<std::string> first_line(std::FILE* file) {
   if (line.empty()) return std::nullopt;
   return without_end(std::move(line));
 }
-
-namespace {
 
 // Those on hold that end the tool once they are let through: its caller may have had them ignored.
 sigset_t signals_that_end() {

@@ -1,7 +1,6 @@
 // A line that a person types, or a script pipes in.
 #pragma once
 
-#include <cstdio>
 #include <optional>
 #include <string>
 
@@ -9,9 +8,6 @@ namespace wlanctl {
 
 // Without "\n" or "\r\n" at its end.
 std::string without_end(std::string line);
-
-// Without its line end, and no longer than any value; none at the end of the file.
-std::optional<std::string> first_line(std::FILE* file);
 
 // Of standard input. At a terminal it is asked for, and a passphrase is not to be seen there. None when there is none, or
 // when a signal ends the tool.

@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <cstring>
 
+#include "wlanctl/base/asked_line.h"
 #include "wlanctl/files/plain_file.h"
 
 namespace wlanctl {
@@ -53,6 +54,11 @@ Input read_input(const std::string& path, Until until) {
   Input input = read_all(file, path, until);
   (void)close(file);
   return input;
+}
+
+std::optional<std::string> first_line_of(const Input& input) {
+  if (!input.bytes || input.bytes->empty()) return std::nullopt;
+  return without_end(input.bytes->substr(0, input.bytes->find('\n')));
 }
 
 }  // namespace wlanctl

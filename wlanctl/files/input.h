@@ -16,4 +16,7 @@ enum class Until { kEnd, kLineEnd };
 // A pipe is read to its end as long as somebody has it open for writing; one that nobody writes to is not waited for.
 Input read_input(const std::string& path, Until until = Until::kEnd);
 
+// Without its line end; none where there is nothing.
+std::optional<std::string> first_line_of(const Input& input);
+
 }  // namespace wlanctl

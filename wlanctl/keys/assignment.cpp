@@ -27,11 +27,6 @@ std::optional<int> parse_index(const std::string& text, const Key& key) {
   return text[0] - '0';
 }
 
-std::optional<std::string> first_line_of(const Input& input) {
-  if (!input.bytes || input.bytes->empty()) return std::nullopt;
-  return without_end(input.bytes->substr(0, input.bytes->find('\n')));
-}
-
 std::optional<Assignment> split(const std::string& text, Band band, Report& report) {
   const size_t equals = text.find('=');
   if (equals == std::string::npos) {

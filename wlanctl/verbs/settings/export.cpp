@@ -26,10 +26,10 @@ std::string formats() {
   return std::string(kJsonFormat) + "," + kDatFormat;
 }
 
-bool look_at_bands(const std::vector<Band>& bands, Report& report) {
-  bool are_there = true;
-  for (const Band band : bands) are_there = look_at_band(band, report) && are_there;
-  if (!are_there) return false;
+bool look_at_all(const std::vector<Band>& bands, Report& report) {
+  int code = kDone;
+  (void)look_at_bands(bands, &code, report);
+  if (code != kDone) return false;
   for (const Band band : bands) {
     const std::optional<std::string> count = senseless_count(band);
     if (!count) continue;
@@ -73,7 +73,7 @@ int run(const Words& words, Report& report) {
     return kWrongUsage;
   }
   const std::vector<Band> bands = bands_of(words.band);
-  if (!look_at_bands(bands, report)) return kNoStore;
+  if (!look_at_all(bands, report)) return kNoStore;
   const Secrets secrets = words.no_secrets ? Secrets::kLeftOut : Secrets::kShown;
   Json document;
   std::string text;

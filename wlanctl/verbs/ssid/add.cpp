@@ -1,7 +1,6 @@
 // ssid add: one more SSID behind the others, in the live store or, where that has no room, in the dat file.
 #include <unistd.h>
 
-#include <cstdio>
 #include <utility>
 
 #include "wlanctl/base/asked_line.h"
@@ -9,6 +8,7 @@
 #include "wlanctl/base/terminal.h"
 #include "wlanctl/confirm/rollback.h"
 #include "wlanctl/files/bytes.h"
+#include "wlanctl/files/input.h"
 #include "wlanctl/store/added_records.h"
 #include "wlanctl/store/dat_file.h"
 #include "wlanctl/store/segment.h"
@@ -41,9 +41,13 @@ std::optional<NewSsid> described(const Words& words, const std::string& name, Re
   std::optional<std::string> line;
   if (!is_file_given || words.passphrase_file == "-") {
     line = asked_line("passphrase of " + printable(name), true);
-  } else if (std::FILE* const file = std::fopen(words.passphrase_file.c_str(), "re"); file != nullptr) {
-    line = first_line(file);
-    (void)std::fclose(file);
+  } else {
+    const Input input = read_input(words.passphrase_file, Until::kLineEnd);
+    if (!input.bytes) {
+      report.problem({"cannot read the passphrase: " + input.reason, "its file holds it in the first line"});
+      return std::nullopt;
+    }
+    line = first_line_of(input);
   }
   // "0" is none at all in the store.
   if (!line || line->empty() || *line == "0") {
