@@ -267,6 +267,14 @@ TEST(Monitor, EndsWithZeroWhenItIsInterrupted) {
   }
 }
 
+TEST(Monitor, EndsWithZeroWhenItIsAskedAgainWhileItEnds) {
+  for (int turn = 0; turn < 5; ++turn) {
+    const Result result = run(watched("", "for i in $(seq 300); do kill -TERM $monitor; done 2>/dev/null"));
+    EXPECT_EQ("ended 0\n", result.out);
+    EXPECT_EQ("", result.err);
+  }
+}
+
 TEST(Monitor, EndsWithZeroWhenNobodyReadsAnyMore) {
   const Result result =
       run("library_probe init 0 init 1 >/dev/null; mkfifo pipe; : >err\n"

@@ -2,49 +2,29 @@
 
 #include <limits.h>
 #include <poll.h>
-#include <signal.h>
-#include <sys/signalfd.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
-
-#include "wlanctl/base/clock.h"
+#include <ctime>
 
 namespace wlanctl {
 
-struct EndingSignals::Before {
-  sigset_t mask;
-};
-
-EndingSignals::EndingSignals() : file_(-1), before_(new Before) {
-  sigset_t signals;
-  sigemptyset(&signals);
-  for (const int number : {SIGINT, SIGTERM, SIGHUP, SIGPIPE}) sigaddset(&signals, number);
-  (void)sigprocmask(SIG_BLOCK, &signals, &before_->mask);
-  sigdelset(&signals, SIGPIPE);
-  file_ = signalfd(-1, &signals, SFD_CLOEXEC | SFD_NONBLOCK);
-  // Where the kernel has no such file, they end the program as they end others.
-  if (file_ < 0) (void)sigprocmask(SIG_UNBLOCK, &signals, nullptr);
+PipeHold::PipeHold() {
+  sigset_t pipe;
+  sigemptyset(&pipe);
+  sigaddset(&pipe, SIGPIPE);
+  (void)sigprocmask(SIG_BLOCK, &pipe, &before_);
 }
 
-EndingSignals::~EndingSignals() {
+PipeHold::~PipeHold() {
   // What came is done with.
-  signalfd_siginfo taken;
-  while (file_ >= 0 && read(file_, &taken, sizeof taken) > 0) continue;
-  if (file_ >= 0) (void)close(file_);
   sigset_t pipe;
   sigemptyset(&pipe);
   sigaddset(&pipe, SIGPIPE);
   const timespec at_once = {};
   (void)sigtimedwait(&pipe, nullptr, &at_once);
-  (void)sigprocmask(SIG_SETMASK, &before_->mask, nullptr);
-  delete before_;
-}
-
-int wait_until(int64_t end_ms) {
-  if (end_ms == 0) return -1;
-  return static_cast<int>(std::clamp<int64_t>(end_ms - ms_since_boot(), 0, INT_MAX));
+  (void)sigprocmask(SIG_SETMASK, &before_, nullptr);
 }
 
 Written write_line(const std::string& line, const EndingSignals& signals, int64_t end_ms) {

@@ -169,6 +169,7 @@ class Monitor {
   bool as_json_;
   Report& report_;
   int64_t end_ms_;
+  const PipeHold pipe_hold_;
   const EndingSignals signals_;
   LinkWatch links_;
   std::unique_ptr<FolderNotice> notice_;

@@ -1,13 +1,10 @@
 // status: both radios on one page, once or again and again.
-#include <signal.h>
 #include <unistd.h>
-
-#include <cerrno>
-#include <ctime>
 
 #include "wlanctl/apply/in_force.h"
 #include "wlanctl/apply/three_states.h"
 #include "wlanctl/base/colour.h"
+#include "wlanctl/base/ending_signals.h"
 #include "wlanctl/base/report.h"
 #include "wlanctl/base/terminal.h"
 #include "wlanctl/command_line/common_words.h"
@@ -162,45 +159,8 @@ int show_page(const std::vector<Band>& bands_asked, Report& report) {
   return code == kDone && report.has_problems() ? kNoAnswer : code;
 }
 
-// The signals that end a watch come between two pages, never into a query.
-class EndingSignals {
- public:
-  EndingSignals() {
-    sigemptyset(&signals_);
-    sigaddset(&signals_, SIGINT);
-    sigaddset(&signals_, SIGTERM);
-    sigprocmask(SIG_BLOCK, &signals_, &before_);
-  }
-  EndingSignals(const EndingSignals&) = delete;
-  EndingSignals& operator=(const EndingSignals&) = delete;
-  ~EndingSignals() { sigprocmask(SIG_SETMASK, &before_, nullptr); }
-
-  // Whether one came within the time.
-  bool come_within(unsigned seconds) const {
-    timespec end;
-    clock_gettime(CLOCK_MONOTONIC, &end);
-    end.tv_sec += static_cast<time_t>(seconds);
-    for (;;) {
-      timespec now;
-      clock_gettime(CLOCK_MONOTONIC, &now);
-      timespec left = {end.tv_sec - now.tv_sec, end.tv_nsec - now.tv_nsec};
-      if (left.tv_nsec < 0) {
-        constexpr long kSecond = 1000000000;
-        left.tv_nsec += kSecond;
-        --left.tv_sec;
-      }
-      if (left.tv_sec < 0) left = {};
-      if (sigtimedwait(&signals_, nullptr, &left) > 0) return true;
-      if (errno != EINTR) return false;
-    }
-  }
-
- private:
-  sigset_t signals_;
-  sigset_t before_;
-};
-
 int watch(const std::vector<Band>& bands, unsigned seconds, bool as_json, Report& report) {
+  // They come between two pages, never into a query.
   const EndingSignals signals;
   const bool clears = !as_json && isatty(STDOUT_FILENO) != 0;
   const char* before = clears ? "\033[H\033[2J" : "";
