@@ -248,7 +248,21 @@ TEST(Set, TakesEveryModeThatTheLibraryKnows) {
 }
 
 TEST(Set, TakesNoPassphraseAsTheLibraryHasIt) {
-  EXPECT_EQ(0, run_live({"wlanctl set 2.4g WPAPSK:1=0"})[0].status);
+  EXPECT_EQ(0, run_live({"wlanctl set 2.4g AuthMode:1=OPEN EncrypType:1=NONE WPAPSK:1=0"})[0].status);
+}
+
+TEST(Set, SecuresNoNetworkThatHasNoPassphrase) {
+  const auto steps = run_live({"wlanctl set 2.4g WPAPSK:1=0", "wlanctl set 2.4g AuthMode:1=OPEN; wlanctl apply 2.4g",
+                               "wlanctl set 2.4g AuthMode:1=WPA2PSK EncrypType:1=AES",
+                               "wlanctl set 2.4g AuthMode:1=WPA2PSK EncrypType:1=AES WPAPSK:1=new-secret",
+                               "wlanctl set 2.4g WPAPSK:1=0 --force; wlanctl save 2.4g --force; "
+                               "wlanctl check /etc/Wireless/RT2860AP/RT2860AP.dat"});
+  for (const size_t refused : {0, 2}) {
+    EXPECT_EQ(1, steps[refused].status);
+    EXPECT_THAT(steps[refused].err, HasSubstr("WPA2PSK needs a passphrase, and WPAPSK is 0: it has none; set WPAPSK"));
+  }
+  EXPECT_EQ(0, steps[3].status) << steps[3].err;
+  EXPECT_THAT(steps[4].out, HasSubstr("WPA2PSK needs a passphrase"));
 }
 
 // What the library takes and no gateway can serve.

@@ -82,11 +82,19 @@ std::string bad_mode(const std::string& mode) {
   return "it would open the network, as every mode does but " + joined(words_of(kModes), ", ");
 }
 
-// "0" is how the library itself stores that there is none.
-std::string bad_passphrase(const std::string& value) {
+// How the library itself stores that there is none, as an apply does for an open network.
+constexpr char kNoPassphrase[] = "0";
+
+std::string lacking_passphrase(const std::string& mode, const std::string& passphrase) {
+  if (passphrase != kNoPassphrase || mode.find("PSK") == std::string::npos) return "";
+  return mode + " needs a passphrase, and WPAPSK is 0: it has none; set WPAPSK with it";
+}
+
+std::string bad_passphrase(const std::string& value, const std::string& mode) {
   constexpr size_t kShortest = 8;
   constexpr size_t kKeyDigits = 64;
-  if (value == "0" || (value.size() >= kShortest && value.size() < kKeyDigits)) return "";
+  if (value == kNoPassphrase) return lacking_passphrase(mode, value);
+  if (value.size() >= kShortest && value.size() < kKeyDigits) return "";
   if (value.size() < kShortest) return "a passphrase has 8 characters at least, 63 at most";
   if (value.size() == kKeyDigits && is_hexadecimal(value)) return "";
   return "what has 64 characters must be hexadecimal digits; a passphrase has 63 at most";
@@ -136,11 +144,13 @@ std::string unserved_reason(const Key& key, Band band, const std::string& value,
   if (name == "SSID" && value.empty()) return "the network has no name then";
   if (name == "SSID" && value.size() > kLongestName) return "on the air a network's name has 32 bytes at most";
   if (name == "AuthMode") {
-    const std::string unknown = bad_mode(value);
-    return unknown.empty() ? bad_cipher(value, sibling("EncrypType")) : unknown;
+    for (const std::string& reason : {bad_mode(value), bad_cipher(value, sibling("EncrypType"))}) {
+      if (!reason.empty()) return reason;
+    }
+    return lacking_passphrase(value, sibling("WPAPSK"));
   }
   if (name == "EncrypType") return bad_cipher(sibling("AuthMode"), value);
-  if (name == "WPAPSK") return bad_passphrase(value);
+  if (name == "WPAPSK") return bad_passphrase(value, sibling("AuthMode"));
   if (name.starts_with("Key") && name.ends_with("Str")) return bad_wep_key(value);
   return "";
 }
