@@ -5,6 +5,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -67,6 +68,13 @@ void expect_valid(const std::string& path) {
   EXPECT_EQ("", validator.findings(path));
 }
 
+// A word that is longer than a line has one of its own.
+void expect_fits_terminal(const std::string& line, const std::string& head) {
+  const auto starts_character = [](char c) { return (static_cast<unsigned char>(c) & 0xc0U) != 0x80; };
+  const bool is_one_word = line.find(' ', head.size()) == std::string::npos;
+  EXPECT_TRUE(is_one_word || std::count_if(line.begin(), line.end(), starts_character) <= 80) << line;
+}
+
 // The messages in a text, which were wrapped for a terminal, on one line each.
 std::string unwrapped(const std::string& text) {
   const std::string start = "wlanctl: ";
@@ -77,6 +85,7 @@ std::string unwrapped(const std::string& text) {
     const size_t end = std::min(text.find('\n', at), text.size() - 1) + 1;
     const std::string line = text.substr(at, end - at);
     const bool is_further = is_message && line.starts_with(further) && line.size() > start.size() + 1;
+    if (is_further || line.starts_with(start)) expect_fits_terminal(line.substr(0, line.find_first_of("\r\n")), start);
     if (is_further && joined.ends_with('\n')) joined.pop_back();
     joined += is_further ? line.substr(start.size() - 1) : line;
     is_message = is_further || line.starts_with(start);

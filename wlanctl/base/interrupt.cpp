@@ -7,6 +7,8 @@
 #include <ctime>
 #include <iterator>
 
+#include "wlanctl/base/terminal.h"
+
 namespace wlanctl {
 namespace {
 
@@ -43,7 +45,7 @@ void add_interrupts(sigset_t* signals) {
 
 void note_interrupt(int number) {
   if (std::find(std::begin(kInterrupts), std::end(kInterrupts), number) == std::end(kInterrupts)) return;
-  const std::string line = "wlanctl: " + answer() + "\n";
+  const std::string line = message_lines("wlanctl: " + answer());
   if (!g_came && g_listener >= 0) (void)!write(g_listener, line.data(), line.size());
   g_came = true;
 }

@@ -274,9 +274,10 @@ bool prepare_all(const Words& words, std::vector<Job>& jobs, Report& report) {
 
 std::string answer_to_interrupt(const Words& words) {
   const std::string bands = words.band.empty() ? "both bands" : words.band;
+  const std::string are = words.band.empty() ? " are" : " is";
   return words.confirm_seconds == 0
              ? "interrupted; the apply of " + bands + " is finished first, and its result told"
-             : "interrupted; the command under way is finished, then " + bands + " is rolled back";
+             : "interrupted; the command under way is finished, then " + bands + are + " rolled back";
 }
 
 int run_all(const Words& words, std::vector<Job>& jobs, Report& report) {

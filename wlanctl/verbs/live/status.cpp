@@ -105,7 +105,9 @@ Json ask_band(Report& report, Band band) {
   const Radio radio = answers ? radio_of(band, report) : Radio();
   print_radio(report, band, radio);
   const ThreeStates states = three_states_of(band);
-  report.text() << "  settings: " << states.line() << '\n';
+  const std::string head = "  settings: ";
+  report.text() << head << joined(wrapped(states.line(), kColumns - head.size()), "\n" + std::string(head.size(), ' '))
+                << '\n';
   SsidRows rows;
   Json ssids = Json::array();
   for (const ServedSsid& ssid : served_ssids(band)) ssids.push_back(ask_ssid(report, band, ssid, &rows));
