@@ -15,12 +15,17 @@ const std::string kChange = "wlanctl show >/dev/null 2>&1; cp " + std::string(kD
 const std::string kBack = "echo == back; wlanctl get 2.4g Channel 2>/dev/null; cmp " + std::string(kDat) +
                           " file && echo file; ifconfig ra0 | grep -c UP; ls /run | grep pending;";
 
-// Does something when ra0 is to come up, once.
-std::string when_ra0_comes_up(const std::string& what) {
-  return "printf '#!/bin/sh\\n[ \"$*\" = \"ra0 up\" ] && mkdir /front/done 2>/dev/null && { %s; }\\nexec "
+// Does something when the interface is to come up, once.
+std::string when_it_comes_up(const std::string& interface, const std::string& what) {
+  return "printf '#!/bin/sh\\n[ \"$*\" = \"" + interface +
+         " up\" ] && mkdir /front/done 2>/dev/null && { %s; }\\nexec "
          "/real/ifconfig "
          "\"$@\"\\n' '" +
          what + "' | stand_in ifconfig;";
+}
+
+std::string when_ra0_comes_up(const std::string& what) {
+  return when_it_comes_up("ra0", what);
 }
 
 // In a process group of its own, as a shell on a terminal starts it.
@@ -45,6 +50,16 @@ TEST(Interrupt, RollsAnApplyBackThatIsToBeConfirmed) {
   EXPECT_THAT(result.err, HasSubstr("interrupted; the command under way is finished, then 2.4g is rolled back"));
   EXPECT_THAT(result.err, HasSubstr("the apply of 2.4g was interrupted; its settings before are back"));
   EXPECT_EQ("6\nfile\n1\n", behind(result.out, "back"));
+}
+
+TEST(Interrupt, OfTheSecondBandsApplyRollsBothBack) {
+  const Result result =
+      run_story("wlanctl set 2.4g Channel=1 >/dev/null; wlanctl set 5g Channel=44 >/dev/null;" +
+                when_it_comes_up("rai0", "kill -INT -$(cat /front/pid)") + in_a_group("apply --confirm 600") +
+                "echo == back; wlanctl get 2.4g Channel; wlanctl get 5g Channel");
+  EXPECT_EQ("1\n", behind(result.out, "code"));
+  EXPECT_THAT(result.err, HasSubstr("is finished, then both bands are rolled back\n"));
+  EXPECT_EQ("6\n36\n", behind(result.out, "back"));
 }
 
 TEST(Interrupt, OfALostTerminalLeavesTheApplyToItsConfirmation) {
