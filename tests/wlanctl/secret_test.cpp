@@ -150,5 +150,19 @@ TEST(Secret, IsNoLongerAskedForAfterCtrlCAndTheTerminalHasItsEcho) {
   EXPECT_EQ("2\n", result.out) << result.err;
 }
 
+TEST(Secret, IsNoLongerAskedForAfterASignalAndTheTerminalHasItsEcho) {
+  const std::pair<std::string, std::string> ends[] = {{"TERM", "143"}, {"HUP", "129"}};
+  for (const auto& [signal, status] : ends) {
+    const Result result =
+        run("library_probe init 0 init 1 >/dev/null; mkfifo typed; : >seen\n"
+            "echo 'echo $$ >pid; exec \"$WLANCTL_PROGRAM\" set 2.4g WPAPSK:1=-' >asked\n"
+            "echo 'sh asked; echo ended $?; stty -a | grep -q \" echo \" && echo echoes' >asks\n"
+            "script -qfec 'sh asks' seen <typed >/dev/null 2>&1 & typing=$!\n"
+            "exec 3>typed; until grep -q 'WPAPSK:1: ' seen; do sleep 0.02; done; kill -" +
+            signal + " $(cat pid)\nwait $typing; exec 3>&-; grep -c -e 'ended " + status + "' -e echoes seen");
+    EXPECT_EQ("2\n", result.out) << result.err;
+  }
+}
+
 }  // namespace
 }  // namespace wlanctl_test
