@@ -11,9 +11,9 @@ using testing::HasSubstr;
 using testing::Not;
 
 // The pending file is replaced before the guardian starts, before the first change, and at the end.
-std::string killed(const std::string& when, int seconds = 600) {
-  return "killed_at '" + when + " /var/run/wlanctl-pending-2.4g' wlanctl apply 2.4g --confirm " +
-         std::to_string(seconds) + "; s=$?; echo == killed; echo $s;";
+std::string killed(const std::string& when) {
+  return "killed_at '" + when +
+         " /var/run/wlanctl-pending-2.4g' wlanctl apply 2.4g --confirm 600; s=$?; echo == killed; echo $s;";
 }
 
 const std::string kChange = "library_probe init 0 init 1 >/dev/null 2>&1; cp " + std::string(kDat) +
@@ -34,9 +34,10 @@ std::string killing_ifconfig(const std::string& whom) {
 
 constexpr char kGuardianPid[] = "$(grep -l wlanctl-guard /run/gateway-sim/proc/[0-9]*/comm | cut -d/ -f5)";
 
-// An apply whose guardian is killed in the middle, so that nobody waits for the seconds that it gives.
-const std::string kUnguarded = killing_ifconfig(kGuardianPid) +
-                               "touch /front/armed; wlanctl apply 2.4g --confirm 3 >/dev/null; no_guardian; sleep 3.1;";
+// An apply whose guardian is killed in the middle, and whose time is over then.
+const std::string kUnguarded =
+    killing_ifconfig(kGuardianPid) +
+    "touch /front/armed; wlanctl apply 2.4g --confirm 600 >/dev/null; no_guardian; overdue 2.4g;";
 
 constexpr char kApply[] =
     "with_pid /front/pid wlanctl apply 2.4g --confirm 600 >/dev/null; s=$?; echo == killed; echo $s;";
@@ -92,7 +93,7 @@ TEST(ApplyKilled, AfterItAllCanStillBeConfirmed) {
 }
 
 TEST(ApplyKilled, AfterItAllIsRolledBackWhenNobodyConfirms) {
-  const Result result = run_story(kChange + killed("after 3", 3) + "gone 2.4g;" + kBack);
+  const Result result = run_story(kChange + killed("after 3") + "overdue 2.4g; gone 2.4g;" + kBack);
   EXPECT_EQ("137\n", behind(result.out, "killed"));
   EXPECT_EQ(kAllBack, behind(result.out, "back"));
 }
@@ -112,9 +113,9 @@ TEST(GuardianKilled, IsReplacedByTheNextVerbForTheTimeThatIsLeft) {
 
 TEST(GuardianKilled, IsReplacedByOneThatRollsBackInTime) {
   const Result result = run_story(kChange +
-                                  "wlanctl apply 2.4g --confirm 3 >/dev/null; kill -9 $(guardian); no_guardian; "
+                                  "wlanctl apply 2.4g --confirm 600 >/dev/null; kill -9 $(guardian); no_guardian; "
                                   "wlanctl set 2.4g RTSThreshold=2347; "
-                                  "gone 2.4g;" +
+                                  "overdue 2.4g; gone 2.4g;" +
                                   kBack);
   EXPECT_EQ(kAllBack, behind(result.out, "back"));
 }
@@ -142,7 +143,8 @@ TEST(GuardianKilled, InTheMiddleOfTheRollbackIsMadeUpFor) {
       "printf '#!/bin/sh\\ngrep -aq \" waiting \" /run/wlanctl-pending-2.4g && rm /front/armed 2>/dev/null && kill "
       "-9 %s\\nexec /real/ifconfig \"$@\"\\n' '" +
       kGuardianPid +
-      "' | stand_in ifconfig; touch /front/armed; wlanctl apply 2.4g --confirm 3 >/dev/null; no_guardian;"
+      "' | stand_in ifconfig; touch /front/armed; wlanctl apply 2.4g --confirm 600 >/dev/null; overdue 2.4g; "
+      "no_guardian;"
       "echo == pending; ls /run | grep pending; wlanctl set 2.4g RTSThreshold=2347 >/dev/null;" +
       kBack + "ls /run | grep pending");
   EXPECT_EQ("wlanctl-pending-2.4g\n", behind(result.out, "pending"));

@@ -45,8 +45,8 @@ TEST(Confirm, IsAskedForByWhoeverLooksOrChangesMeanwhile) {
 TEST(Confirm, PutsStoreFileAndDriverBackWhenItDoesNotCome) {
   const Result result =
       run_story("library_probe init 0 init 1 >/dev/null 2>&1; segment 2.4g >store; cp " + std::string(kDat) +
-                " file; wlanctl set 2.4g SSID:1=Kitchen Channel=1; wlanctl apply 2.4g --confirm 3;"
-                "gone 2.4g; echo == store; segment 2.4g | cmp - store && echo same; echo == file; cmp " +
+                " file; wlanctl set 2.4g SSID:1=Kitchen Channel=1; wlanctl apply 2.4g --confirm 600;"
+                "overdue 2.4g; gone 2.4g; echo == store; segment 2.4g | cmp - store && echo same; echo == file; cmp " +
                 kDat +
                 " file && echo same; echo == driver; commands | grep 'ra0 set SSID' | tail -1;"
                 "echo == up; commands | grep 'ifconfig ra0 up' | wc -l; no_guardian;"
@@ -60,7 +60,8 @@ TEST(Confirm, PutsStoreFileAndDriverBackWhenItDoesNotCome) {
 
 TEST(Confirm, PutsAnotherSsidCountBackWithTheDriversInterfaces) {
   const Result result = run_story(
-      "wlanctl set 2.4g BssidNum=3 EnableSSID:3=1; wlanctl apply 2.4g --confirm 3; gone 2.4g; echo == now; ls "
+      "wlanctl set 2.4g BssidNum=3 EnableSSID:3=1; wlanctl apply 2.4g --confirm 600; overdue 2.4g; gone 2.4g; echo == "
+      "now; ls "
       "/sys/class/net | grep -c '^ra[0-9]'; echo == commands; commands",
       {"--chips", "7603,7612"});
   EXPECT_EQ("2\n", behind(result.out, "now"));
@@ -70,7 +71,7 @@ TEST(Confirm, PutsAnotherSsidCountBackWithTheDriversInterfaces) {
 
 TEST(Confirm, RollsBackToWhatWasInForceAndNotToWhatWasOnlySaved) {
   const Result result = run_story(
-      "wlanctl set 2.4g SSID:1=Kitchen; wlanctl save 2.4g; wlanctl apply 2.4g --confirm 3; gone 2.4g;"
+      "wlanctl set 2.4g SSID:1=Kitchen; wlanctl save 2.4g; wlanctl apply 2.4g --confirm 600; overdue 2.4g; gone 2.4g;"
       "echo == ssid; wlanctl get 2.4g SSID:1; echo == file; grep ^SSID1 " +
       std::string(kDat));
   EXPECT_EQ("Gateway-Home\n", behind(result.out, "ssid"));
@@ -81,7 +82,8 @@ TEST(Confirm, RollsBackToWhatWasInForceAndNotToWhatWasOnlySaved) {
 TEST(Confirm, LeavesTheOtherBandAloneInARollback) {
   const Result result = run_story(
       "wlanctl set 5g Channel=100 >/dev/null; segment 5g >store; wlanctl set 2.4g Channel=1; wlanctl apply 2.4g "
-      "--confirm 3; gone 2.4g; echo == store; segment 5g | cmp - store && echo same; commands | grep rai");
+      "--confirm 600; overdue 2.4g; gone 2.4g; echo == store; segment 5g | cmp - store && echo same; commands | grep "
+      "rai");
   EXPECT_EQ("same\n", behind(result.out, "store"));
 }
 
@@ -177,18 +179,18 @@ TEST(Confirm, RollsBackToWhatOthersHaveCommittedSince) {
   const Result result = run_story(
       "wlanctl set 2.4g Channel=3 >/dev/null; wlanctl apply 2.4g >/dev/null 2>&1;"
       "library_probe init 0 oper 0 0 set wifimgr_lib_set_ssid 0 1 Owners commit 0 1 >/dev/null 2>&1;"
-      "wlanctl set 2.4g HideSSID:2=1 >/dev/null; wlanctl apply 2.4g --confirm 3 >/dev/null; gone 2.4g;"
+      "wlanctl set 2.4g HideSSID:2=1 >/dev/null; wlanctl apply 2.4g --confirm 600 >/dev/null; overdue 2.4g; gone 2.4g;"
       "echo == back; wlanctl get 2.4g SSID:1 HideSSID:2; commands | grep 'ra0 set SSID' | tail -1");
   EXPECT_EQ("SSID:1      Owners\nHideSSID:2  0\n/userfs/bin/iwpriv ra0 set SSID=Owners\n", behind(result.out, "back"));
 }
 
 TEST(Confirm, RollsRadioAndFileBackThoughTheStoreWasMadeAnew) {
-  const Result result = run_story(
-      "library_probe init 0 init 1 >/dev/null; cp " + std::string(kDat) +
-      " file; wlanctl set 2.4g SSID:1=Kitchen Channel=11 >/dev/null;"
-      "wlanctl apply 2.4g --confirm 3 >/dev/null; ipcrm -M 0x12345; library_probe init 0 >/dev/null; gone 2.4g;"
-      "no_guardian; echo == back; cmp " +
-      kDat + " file && echo file; commands | grep 'ra0 set SSID' | tail -1");
+  const Result result = run_story("library_probe init 0 init 1 >/dev/null; cp " + std::string(kDat) +
+                                  " file; wlanctl set 2.4g SSID:1=Kitchen Channel=11 >/dev/null;"
+                                  "wlanctl apply 2.4g --confirm 600 >/dev/null; ipcrm -M 0x12345; library_probe init 0 "
+                                  ">/dev/null; overdue 2.4g; gone 2.4g;"
+                                  "no_guardian; echo == back; cmp " +
+                                  kDat + " file && echo file; commands | grep 'ra0 set SSID' | tail -1");
   EXPECT_EQ("file\n/userfs/bin/iwpriv ra0 set SSID=Gateway-Home\n", behind(result.out, "back"));
 }
 

@@ -99,18 +99,20 @@ TEST(Command, IsEndedWithItsGroupWhenItTakesTooLong) {
 
 TEST(Command, ThatTakesLongerThanTheConfirmationIsRolledBack) {
   const Result result = run_story(kChange +
-                                  "simctl fail ifconfig hang ra0 up 1 >/dev/null; wlanctl apply 2.4g --confirm 3;"
+                                  "simctl fail ifconfig hang ra0 up 1 >/dev/null; wlanctl apply 2.4g --confirm 8;"
                                   "code=$?; echo == code; echo $code;" +
                                   kBack + "no_guardian");
   EXPECT_EQ("6\n", behind(result.out, "code"));
-  EXPECT_THAT(result.err, HasSubstr("the apply of 2.4g was not done within the 3 seconds of --confirm: \"ifconfig ra0 "
+  EXPECT_THAT(result.err, HasSubstr("the apply of 2.4g was not done within the 8 seconds of --confirm: \"ifconfig ra0 "
                                     "up\" did not end in time, and was ended; its settings before are back"));
   EXPECT_EQ("6\nfile\n1\n", behind(result.out, "back"));
 }
 
 TEST(Apply, ThatIsStoppedIsRolledBackByItsGuardian) {
   const Result result = run_story(kChange + when_ra0_comes_up("kill -STOP $(cat /front/pid)") +
-                                  in_a_group("apply 2.4g --confirm 3") + "gone 2.4g;" + kBack);
+                                  "{ until grep -q 'State:.T' /proc/$(cat /front/pid)/status; do sleep 0.02; done "
+                                  "2>/dev/null; overdue 2.4g; } &" +
+                                  in_a_group("apply 2.4g --confirm 600") + "gone 2.4g;" + kBack);
   EXPECT_EQ("137\n", behind(result.out, "code"));
   EXPECT_EQ("6\nfile\n1\n", behind(result.out, "back"));
 }
@@ -127,7 +129,7 @@ TEST(Guardian, ThatIsStoppedIsReplacedByTheNextVerb) {
 
 TEST(Guardian, ThatWasStoppedUntilItWasTooLateIsMadeUpFor) {
   const Result result = run_story(kChange +
-                                  "wlanctl apply 2.4g --confirm 3 >/dev/null; stop $(guardian); sleep 3.1;"
+                                  "wlanctl apply 2.4g --confirm 600 >/dev/null; stop $(guardian); overdue 2.4g;"
                                   "wlanctl set 2.4g HideSSID:2=0 >/dev/null;" +
                                   kBack);
   EXPECT_EQ("6\nfile\n1\n", behind(result.out, "back"));
@@ -139,7 +141,7 @@ TEST(Guardian, ThatIsStoppedInTheMiddleOfARollBackHoldsNobodyUp) {
       kChange +
       "printf '#!/bin/sh\\n[ -e /front/armed ] && rm /front/armed && kill -STOP "
       "$(grep -l wlanctl-guard /run/gateway-sim/proc/[0-9]*/comm | cut -d/ -f5)\\nexec /real/ifconfig \"$@\"\\n' |"
-      "stand_in ifconfig; wlanctl apply 2.4g --confirm 3 >/dev/null; touch /front/armed;"
+      "stand_in ifconfig; wlanctl apply 2.4g --confirm 600 >/dev/null; touch /front/armed; overdue 2.4g;"
       "while [ -e /front/armed ]; do sleep 0.05; done; wlanctl set 2.4g HideSSID:2=0 "
       ">/dev/null; code=$?; echo == code; echo $code;" +
       kBack);
