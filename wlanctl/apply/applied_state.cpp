@@ -24,6 +24,7 @@ constexpr char kFormat[] = "wlanctl-applied";
 constexpr int kVersion = 3;
 constexpr uint32_t kTakeSnapshot = 0;
 constexpr uint32_t kCompare = 1;
+constexpr int kRestart = 1;
 
 constexpr char kAnySum[] = "any";
 
@@ -54,6 +55,13 @@ bool is_believable(Band band, const wifimgr_band_snapshot& snapshot, int64_t int
 
 std::string sum_of_dat_file(Band band) {
   return sum_of(read_bytes(dat_path_of(band)).value_or(""));
+}
+
+// Which of the served SSIDs are switched on.
+std::vector<bool> switches_of(Band band) {
+  std::vector<bool> switches;
+  for (int ssid = 1; ssid <= ssid_count(band); ++ssid) switches.push_back(is_switched_on(band, ssid));
+  return switches;
 }
 
 struct Kept {
@@ -176,7 +184,15 @@ const std::vector<wifimgr_attr_record>& settings_in_force(Band band) {
 }
 
 int weigh(Band band) {
-  return static_cast<int>(wifimgr_lib_wifi_config_oper(wifi_type_of(band), kCompare));
+  return weigh(band, settings_in_force(band));
+}
+
+int weigh(Band band, const std::vector<wifimgr_attr_record>& before) {
+  const int weight = static_cast<int>(wifimgr_lib_wifi_config_oper(wifi_type_of(band), kCompare));
+  if (weight > 0 || before.empty()) return weight;
+  const std::vector<bool> now = switches_of(band);
+  const PrivateStore in_force(band, before);
+  return switches_of(band) == now ? weight : kRestart;
 }
 
 }  // namespace wlanctl

@@ -50,7 +50,11 @@ const std::vector<wifimgr_attr_record>& settings_in_force(Band band);
 std::string applied_text(Band band);
 bool adopt_applied(Band band, const std::string& text);
 
-// How heavy the library says that an apply would be; restore_applied comes first.
+// How heavy an apply would be; restore_applied comes first. The library says so, which watches the switch of SSID 1 only:
+// where that of another served SSID differs, the interfaces have to be restarted all the same.
 int weigh(Band band);
+
+// The same, where `before` is in force and the library's snapshot was taken of it.
+int weigh(Band band, const std::vector<wifimgr_attr_record>& before);
 
 }  // namespace wlanctl
