@@ -69,6 +69,7 @@ class Try {
     const Outlook after = outlook_of(band_);
     if (!force_) refuse_losses(before, after);
     if (!report_.has_problems()) note_adjustments(before, after);
+    if (!report_.has_problems()) note_cut_lists();
     return std::move(plan_);
   }
 
@@ -206,6 +207,17 @@ class Try {
       for (const Wish& step : plan_.steps) {
         if (dat_key_of(*step.target.key, step.target.index) != loss.key) continue;
         refuse(report_, band_, step, "in the dat file, " + loss.reason, kOrForce);
+        break;
+      }
+    }
+  }
+
+  // An apply or a save of it is refused then.
+  void note_cut_lists() {
+    for (const DatFinding& cut : lists_cut_at_save(records_of(table_of_store(band_)), ssid_count(band_))) {
+      for (const Wish& step : plan_.steps) {
+        if (!is_list_of_band(cut.key) || dat_key_of(*step.target.key, step.target.index) != cut.key) continue;
+        report_.note(step.target.name() + ": " + cut.reason);
         break;
       }
     }

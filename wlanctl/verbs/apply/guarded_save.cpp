@@ -27,7 +27,8 @@ int save_guarded(Band band, bool force, Report& report) {
   if (!keep_file_of_now(band, text, report) || !keep_applied(band, FileIs::kChanging, report)) return kRefused;
   forget_settled(band);
   const Entry entry = begin_quiet_entry(
-      band, Deed::kSave, changes_between(before.value_or(std::vector<wifimgr_attr_record>()), table_of_store(band)),
+      band, Deed::kSave,
+      changes_between(before.value_or(std::vector<wifimgr_attr_record>()), table_of_store(band), DatFile::kLeft),
       report);
   clear_messages();
   if (wifimgr_lib_save_dataFile(number_of(band)) != 0) {
