@@ -128,7 +128,8 @@ bool always_commit(const Words& words, const Job& job) {
 
 // The library's part. With a roll back to come, an interrupt breaks it off, and so does the end of the time.
 void bring_about(const Words& words, Job& job, Report& report) {
-  const CommandRun run(job.pending ? job.pending->deadline_ms : 0, job.pending.has_value());
+  const CommandRun run(job.pending ? job.pending->deadline_ms : 0,
+                       job.pending ? AtInterrupt::kRunNoMore : AtInterrupt::kGoOn);
   make_consistent(job.band, report);
   job.applied = bring_into_force(job.band, always_commit(words, job), report);
   job.broken_off = is_broken_off();
