@@ -265,7 +265,7 @@ TEST(Apply, TellsTheDriverAgainWhatItCouldNotTell) {
       "mkdir /etc/Wireless/RT2860AP/WLAN_exec.sh; wlanctl set 2.4g SSID:1=Kitchen >/dev/null; wlanctl apply 2.4g;"
       "echo $?; rmdir /etc/Wireless/RT2860AP/WLAN_exec.sh; wlanctl diff 2.4g; echo == again; wlanctl apply 2.4g;"
       "echo == driver; commands | grep 'ra0 set SSID' | sort -u; echo == then; wlanctl apply 2.4g");
-  EXPECT_THAT(result.err, HasSubstr("the driver did not take all of the last apply of 2.4g"));
+  EXPECT_THAT(result.err, HasSubstr("the driver did not take all of what was last applied to 2.4g"));
   EXPECT_THAT(behind(result.out, "again"), HasSubstr("driver told of 2 SSIDs"));
   EXPECT_EQ("/userfs/bin/iwpriv ra0 set SSID=Kitchen\n", behind(result.out, "driver"));
   EXPECT_THAT(behind(result.out, "then"), HasSubstr("nothing to apply"));

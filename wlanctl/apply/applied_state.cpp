@@ -102,6 +102,11 @@ std::optional<Parsed> parse_applied(Band band, const std::string& text) {
   return parsed;
 }
 
+std::optional<Parsed> read_current(Band band) {
+  const Kept kept = read_kept(band);
+  return kept.is_current ? parse_applied(band, kept.text) : std::nullopt;
+}
+
 }  // namespace
 
 std::string applied_text(Band band) {
@@ -123,10 +128,21 @@ bool adopt_applied(Band band, const std::string& text) {
 }
 
 std::optional<std::vector<wifimgr_attr_record>> last_applied(Band band) {
-  const Kept kept = read_kept(band);
-  std::optional<Parsed> parsed = kept.is_current ? parse_applied(band, kept.text) : std::nullopt;
+  std::optional<Parsed> parsed = read_current(band);
   if (!parsed) return std::nullopt;
   return std::move(parsed->settings);
+}
+
+bool was_told(Band band) {
+  const std::optional<Parsed> parsed = read_current(band);
+  return !parsed || parsed->is_told;
+}
+
+void note_untold(Band band, Report& report) {
+  if (was_told(band)) return;
+  const std::string label = label_of(band);
+  report.note("the driver did not take all of what was last applied to " + label + "; wlanctl apply " + label +
+              " tells it again");
 }
 
 bool is_told(Band band) {
@@ -138,6 +154,14 @@ void set_told(Band band, bool told) {
 }
 
 bool restore_applied(Band band, Report& report) {
+  Doubt doubt = Doubt::kNone;
+  if (!restore_applied(band, &doubt, report)) return false;
+  note_doubt(band, doubt, report);
+  return true;
+}
+
+bool restore_applied(Band band, Doubt* doubt, Report& report) {
+  *doubt = Doubt::kNone;
   const Kept kept = read_kept(band);
   if (kept.is_current && adopt_applied(band, kept.text)) return true;
   const auto content = parse_dat_file(band);
@@ -148,13 +172,25 @@ bool restore_applied(Band band, Report& report) {
   }
   // A file that was cut off says nothing of what others may have applied.
   if (!kept.text.empty() && !is_complete(band, *content) && adopt_applied(band, kept.text)) return true;
-  report.note((kept.is_current || kept.text.empty()
-                   ? std::string("nothing is known of what was last applied to ") + label_of(band) + "; its dat file"
-                   : "others have changed " + dat_path_of(band) + " since wlanctl last applied it; it") +
-              " counts as what is in force; wlanctl apply " + label_of(band) + " makes it known");
+  *doubt = kept.is_current || kept.text.empty() ? Doubt::kUnknown : Doubt::kChanged;
   const PrivateStore file(band, *content);
   take_applied(band);
   return true;
+}
+
+void note_doubt(Band band, Doubt doubt, Report& report) {
+  if (doubt == Doubt::kNone) return;
+  // An apply may have made it known meanwhile.
+  const bool is_known = last_applied(band).has_value();
+  if (doubt == Doubt::kChanged && is_known) {
+    report.note("others had changed " + dat_path_of(band) +
+                " since wlanctl last applied it; it counted as what was in force");
+  } else if (!is_known) {
+    report.note((doubt == Doubt::kUnknown
+                     ? std::string("nothing is known of what was last applied to ") + label_of(band) + "; its dat file"
+                     : "others have changed " + dat_path_of(band) + " since wlanctl last applied it; it") +
+                " counts as what is in force; wlanctl apply " + label_of(band) + " makes it known");
+  }
 }
 
 void take_applied(Band band) {

@@ -18,6 +18,17 @@ class Report;
 // to be had.
 bool restore_applied(Band band, Report& report);
 
+// Why it is the dat file that counts as what is in force.
+enum class Doubt {
+  kNone,
+  kUnknown,  // nothing is known of what was last applied
+  kChanged,  // others have changed the dat file since
+};
+
+// The same, with the doubt instead of its note; and that note.
+bool restore_applied(Band band, Doubt* doubt, Report& report);
+void note_doubt(Band band, Doubt doubt, Report& report);
+
 // The settings in force, where it is known what was last applied; changes nothing, and says nothing.
 std::optional<std::vector<wifimgr_attr_record>> last_applied(Band band);
 
@@ -39,6 +50,10 @@ std::optional<KeptInForce> kept_in_force(Band band);
 // Whether the driver took all of it.
 bool is_told(Band band);
 void set_told(Band band, bool told);
+
+// The same of what was last applied, where that is known, as last_applied; and a note where it did not.
+bool was_told(Band band);
+void note_untold(Band band, Report& report);
 
 // Takes what the store says for what is in force from now on.
 void take_applied(Band band);

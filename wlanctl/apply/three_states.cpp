@@ -64,7 +64,7 @@ std::string ThreeStates::line() const {
 ThreeStates three_states_of(Band band) {
   ThreeStates states;
   states.has_store = !is_store_detached(band);
-  states.is_lacking = !lacks_of(band).empty();
+  states.is_lacking = !lacks_of(band).empty() || !was_told(band);
   std::optional<Records> store;
   if (states.has_store) store = records_of(table_of_store(band));
   const std::optional<Records> file = records_in(parse_dat_file(band));

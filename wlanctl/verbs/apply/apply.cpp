@@ -40,9 +40,11 @@ void refuse_dangers(const Job& job, Report& report) {
   }
 }
 
+using Doubts = std::vector<std::pair<Band, Doubt>>;
+
 // Everything that can be refused is found here, before anything is touched.
 // A band without a store keeps no other one from its apply.
-int plan_all(const Words& words, Report& report, std::vector<Job>* jobs) {
+int plan_all(const Words& words, Report& report, std::vector<Job>* jobs, Doubts* doubts) {
   int code = kDone;
   const auto refuse = [&](bool is_refused) {
     if (is_refused) code = worse_of(code, kRefused);
@@ -61,10 +63,12 @@ int plan_all(const Words& words, Report& report, std::vector<Job>* jobs) {
       refuse(true);
       continue;
     }
-    if (!restore_applied(band, report)) {
+    Doubt doubt = Doubt::kNone;
+    if (!restore_applied(band, &doubt, report)) {
       code = worse_of(code, kWrongUsage);
       continue;
     }
+    doubts->emplace_back(band, doubt);
     const Plan plan = plan_apply(band);
     if (plan.senseless_count) {
       tell_senseless_count(band, *plan.senseless_count, report);
@@ -184,7 +188,7 @@ void roll_back_job(const Words& words, Job& job, Report& report) {
   std::string outcome = "its settings before are back";
   if (!job.is_rolled_back) {
     outcome = "its roll back failed, and is tried again";
-  } else if (!lacks.empty()) {
+  } else if (!is_back_in_force(job.band)) {
     outcome = "its settings before are back, but not in force either";
   }
   report.problem({"the apply of " + label + " was " + reason + because(cause) + "; " + outcome,
@@ -308,6 +312,11 @@ int run_all(const Words& words, std::vector<Job>& jobs, Report& report) {
   return report.problems().size() > problems_before && code == kDone ? kRefused : code;
 }
 
+// Those that the apply has not removed.
+void tell_doubts(const Doubts& doubts, Report& report) {
+  for (const auto& [band, doubt] : doubts) note_doubt(band, doubt, report);
+}
+
 int apply(const Words& words, Report& report) {
   report.data() = {{"dry_run", words.dry_run}, {"bands", Json::array()}};
   std::optional<ToolLock> lock;
@@ -317,12 +326,14 @@ int apply(const Words& words, Report& report) {
     if (!*lock) return lock->exit_code();
   }
   std::vector<Job> jobs;
-  int code = plan_all(words, report, &jobs);
+  Doubts doubts;
+  int code = plan_all(words, report, &jobs, &doubts);
   if (words.dry_run) {
     for (const Job& job : jobs) {
       if (!tell_dry_run(job.band, job.plan, always_commit(words, job), words.secrets, report))
         code = worse_of(code, kRefused);
     }
+    tell_doubts(doubts, report);
     return code;
   }
   const bool is_any_refused = code != kDone && code != kNoStore;
@@ -333,6 +344,7 @@ int apply(const Words& words, Report& report) {
   if (code == kDone || code == kNoAnswer || code == kNotInForce || report.has_problems()) {
     for (const Job& job : jobs) tell_applied(words, job, report);
   }
+  tell_doubts(doubts, report);
   return code;
 }
 

@@ -88,10 +88,7 @@ int diff_dat_file(Band band, const Words& words, Report& report, Outcome& outcom
   const std::optional<TakenBack> taken = note_taken_back(band, report);
   const Plan plan = plan_apply(band);
   const char* const weight = word_for_apply(plan.nothing, plan.weight);
-  if (!is_told(band)) {
-    report.note(std::string("the driver did not take all of the last apply of ") + label_of(band) + "; wlanctl apply " +
-                label_of(band) + " tells it again");
-  }
+  note_untold(band, report);
   complain_of(band, plan.lacks, next_step(band), report);
   Text& text = report.text();
   text << label_of(band) << ": "
@@ -152,10 +149,11 @@ int diff_in_force(Band band, const Words& words, Report& report, Outcome& outcom
   }
   const std::vector<StoreRecord> live = records_of(table_of_store(band));
   const std::vector<Lack> lacks = lacks_of(band);
-  const std::string other = lacks.empty() ? "what is in force" : "what was last applied";
+  const std::string other = lacks.empty() && was_told(band) ? "what is in force" : "what was last applied";
   tell_comparison(band, differences(live, records_of(*in_force), ssids_in(live)), "in_force", other, words, report,
                   outcome);
   complain_of(band, lacks, next_step(band), report);
+  note_untold(band, report);
   return lacks.empty() ? kDone : kNotInForce;
 }
 
