@@ -271,5 +271,30 @@ TEST(Apply, TellsTheDriverAgainWhatItCouldNotTell) {
   EXPECT_THAT(behind(result.out, "then"), HasSubstr("nothing to apply"));
 }
 
+TEST(Doubt, OfWhatIsInForceIsToldWhereItIsStillSo) {
+  const auto steps = run_steps({"wlanctl set 2.4g Channel=11; wlanctl apply 2.4g --dry-run",
+                                "wlanctl set 2.4g --force 'SSID:1=$x'; wlanctl apply 2.4g",
+                                "wlanctl apply 2.4g --force", "wlanctl apply 5g"});
+  constexpr char kUnknown[] = "nothing is known of what was last applied";
+  EXPECT_THAT(steps[0].err, HasSubstr(kUnknown));
+  EXPECT_EQ(1, steps[1].status);
+  EXPECT_THAT(steps[1].err, HasSubstr(kUnknown));
+  EXPECT_EQ(0, steps[2].status) << steps[2].err;
+  EXPECT_THAT(steps[2].err, Not(HasSubstr(kUnknown)));
+  EXPECT_EQ(0, steps[3].status) << steps[3].err;
+  EXPECT_THAT(steps[3].err, Not(HasSubstr(kUnknown)));
+}
+
+TEST(Doubt, ThatOthersHadChangedTheFileStaysTold) {
+  const auto steps = run_steps({"wlanctl apply 2.4g", std::string("sed -i s/^Channel=.*/Channel=3/ ") + kDat,
+                                "wlanctl apply 2.4g --dry-run", "wlanctl apply 2.4g"});
+  EXPECT_THAT(steps[2].err,
+              HasSubstr("others have changed /etc/Wireless/RT2860AP/RT2860AP.dat since wlanctl last applied "
+                        "it; it counts as what is in force; wlanctl apply 2.4g makes it known"));
+  EXPECT_THAT(steps[3].err, AllOf(HasSubstr("others had changed /etc/Wireless/RT2860AP/RT2860AP.dat since wlanctl last "
+                                            "applied it; it counted as what was in force"),
+                                  Not(HasSubstr("makes it known"))));
+}
+
 }  // namespace
 }  // namespace wlanctl_test

@@ -79,10 +79,11 @@ int plan_all(const Words& words, Report& report, std::vector<Job>* jobs, Doubts*
     jobs->back().band = band;
     jobs->back().plan = plan;
     if (words.again) jobs->back().plan.nothing = false;
-    if (jobs->back().plan.nothing || words.force) continue;
-    refuse(!plan.dangers.empty());
-    refuse_dangers(jobs->back(), report);
-    refuse(!may_write_file(band, plan.text, report));
+    if (jobs->back().plan.nothing) continue;
+    Report objections;
+    refuse_dangers(jobs->back(), objections);
+    (void)may_write_file(band, plan.text, objections);
+    refuse(!may_go_on(objections, words.force, report));
   }
   return code;
 }

@@ -71,6 +71,17 @@ bool may_write_file(Band band, const std::optional<std::string>& text, Report& r
   return report.problems().size() == before;
 }
 
+bool may_go_on(const Report& objections, bool force, Report& report) {
+  for (const Problem& problem : objections.problems()) {
+    if (force) {
+      report.note("all the same, by --force: " + problem.message);
+    } else {
+      report.problem(problem);
+    }
+  }
+  return force || !objections.has_problems();
+}
+
 bool keep_file_of_now(Band band, const std::optional<std::string>& text, Report& report) {
   const std::optional<std::string> file = read_bytes(dat_path_of(band));
   if (!file) return true;

@@ -15,6 +15,9 @@ class Report;
 // cannot be made: the library says why. restore_applied comes first.
 bool may_write_file(Band band, const std::optional<std::string>& text, Report& report);
 
+// What speaks against a write or an apply: problems or, where the operator insists on it, notes. Whether to go on.
+bool may_go_on(const Report& objections, bool force, Report& report);
+
 // Keeps the file as it is beside the tool's state, where the write leaves something of it out. False with a problem when
 // it cannot be kept.
 bool keep_file_of_now(Band band, const std::optional<std::string>& text, Report& report);
