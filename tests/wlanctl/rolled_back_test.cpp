@@ -75,6 +75,15 @@ TEST(RolledBack, AtOnceIsNotInForceEither) {
   expect_told(result);
 }
 
+// As status tells it of the same apply.
+TEST(RolledBack, NoMoreThanAnApplyThatTheDriverDidNotTakeIsInForce) {
+  const auto steps = run_steps({"wlanctl set 2.4g SSID:1=Kitchen >/dev/null;" + kBroken + "wlanctl apply 2.4g",
+                                "wlanctl log --json", "wlanctl status 2.4g --json"});
+  EXPECT_EQ(5, steps[0].status);
+  EXPECT_EQ(false, document_in(steps[1].out)["data"]["entries"][0]["in_force"]);
+  EXPECT_EQ(false, document_in(steps[2].out)["data"]["bands"][0]["settings"]["agree"]);
+}
+
 TEST(RolledBack, AllOfItIsInForce) {
   const Result result = run_story(kWaiting +
                                   "wlanctl rollback; code=$?; echo == code; echo $code; wlanctl status 2.4g 2>&1 |"

@@ -22,17 +22,25 @@ std::string terminated(const std::string& verb) {
          "echo == code; echo $code; wlanctl get 2.4g WscConfMode:1 WscConfMode:2;";
 }
 
+const std::string kEditor = "export EDITOR='sed -i s/^WscConfMode:1=.*/WscConfMode:1=2/';";
+
+// An undo has WscConfMode to bring back.
+const std::string kSaved =
+    "wlanctl save 2.4g >/dev/null 2>&1; wlanctl set 2.4g WscConfMode:1=7 >/dev/null; wlanctl save 2.4g >/dev/null "
+    "2>&1;";
+
 class ToldAtOnce : public testing::TestWithParam<const char*> {};
 
 TEST_P(ToldAtOnce, ACommandThatHangsIsEndedAfterTheTimeThatWasAllowed) {
-  const Result result =
-      run_story(kExport + kHang + "wlanctl " + GetParam() + " --command-timeout 1; code=$?; echo == code; echo $code");
+  const Result result = run_story(kEditor + kExport + kSaved + kHang + "wlanctl " + GetParam() +
+                                  " --command-timeout 1; code=$?; echo == code; echo $code");
   EXPECT_EQ("5\n", behind(result.out, "code"));
   EXPECT_THAT(result.err, HasSubstr("the driver did not take WscConfMode:1, which is in the store now"));
   EXPECT_THAT(result.err, HasSubstr("did not end in time, and was ended"));
 }
 
-INSTANTIATE_TEST_SUITE_P(Verbs, ToldAtOnce, testing::Values("set 2.4g WscConfMode:1=2", "import w.json"));
+INSTANTIATE_TEST_SUITE_P(Verbs, ToldAtOnce,
+                         testing::Values("set 2.4g WscConfMode:1=2", "import w.json", "edit 2.4g", "undo"));
 
 TEST(ToldAtOnce, AnInterruptEndsTheCommandAndTheValuesAreStored) {
   for (const char* const verb : {"set 2.4g WscConfMode:1=2 WscConfMode:2=2", "import w.json"}) {
