@@ -265,10 +265,35 @@ TEST(Apply, TellsTheDriverAgainWhatItCouldNotTell) {
       "mkdir /etc/Wireless/RT2860AP/WLAN_exec.sh; wlanctl set 2.4g SSID:1=Kitchen >/dev/null; wlanctl apply 2.4g;"
       "echo $?; rmdir /etc/Wireless/RT2860AP/WLAN_exec.sh; wlanctl diff 2.4g; echo == again; wlanctl apply 2.4g;"
       "echo == driver; commands | grep 'ra0 set SSID' | sort -u; echo == then; wlanctl apply 2.4g");
-  EXPECT_THAT(result.err, HasSubstr("the driver did not take all of the last apply of 2.4g"));
+  EXPECT_THAT(result.err, HasSubstr("the driver did not take all of what was last applied to 2.4g"));
   EXPECT_THAT(behind(result.out, "again"), HasSubstr("driver told of 2 SSIDs"));
   EXPECT_EQ("/userfs/bin/iwpriv ra0 set SSID=Kitchen\n", behind(result.out, "driver"));
   EXPECT_THAT(behind(result.out, "then"), HasSubstr("nothing to apply"));
+}
+
+TEST(Doubt, OfWhatIsInForceIsToldWhereItIsStillSo) {
+  const auto steps = run_steps({"wlanctl set 2.4g Channel=11; wlanctl apply 2.4g --dry-run",
+                                "wlanctl set 2.4g --force 'SSID:1=$x'; wlanctl apply 2.4g",
+                                "wlanctl apply 2.4g --force", "wlanctl apply 5g"});
+  constexpr char kUnknown[] = "nothing is known of what was last applied";
+  EXPECT_THAT(steps[0].err, HasSubstr(kUnknown));
+  EXPECT_EQ(1, steps[1].status);
+  EXPECT_THAT(steps[1].err, HasSubstr(kUnknown));
+  EXPECT_EQ(0, steps[2].status) << steps[2].err;
+  EXPECT_THAT(steps[2].err, Not(HasSubstr(kUnknown)));
+  EXPECT_EQ(0, steps[3].status) << steps[3].err;
+  EXPECT_THAT(steps[3].err, Not(HasSubstr(kUnknown)));
+}
+
+TEST(Doubt, ThatOthersHadChangedTheFileStaysTold) {
+  const auto steps = run_steps({"wlanctl apply 2.4g", std::string("sed -i s/^Channel=.*/Channel=3/ ") + kDat,
+                                "wlanctl apply 2.4g --dry-run", "wlanctl apply 2.4g"});
+  EXPECT_THAT(steps[2].err,
+              HasSubstr("others have changed /etc/Wireless/RT2860AP/RT2860AP.dat since wlanctl last applied "
+                        "it; it counts as what is in force; wlanctl apply 2.4g makes it known"));
+  EXPECT_THAT(steps[3].err, AllOf(HasSubstr("others had changed /etc/Wireless/RT2860AP/RT2860AP.dat since wlanctl last "
+                                            "applied it; it counted as what was in force"),
+                                  Not(HasSubstr("makes it known"))));
 }
 
 }  // namespace

@@ -163,16 +163,23 @@ TEST(Confirm, LeavesNothingBehindWhenTheApplyFails) {
   EXPECT_EQ("1\n1\n", behind(result.out, "status"));
 }
 
-TEST(Confirm, EndsAWaitingWhoseFileIsDamaged) {
+TEST(Confirm, NamesAFileThatIsDamagedAndEndsItsWaitingByForce) {
   const Result result = run_story(
       "wlanctl set 2.4g HideSSID:1=1; wlanctl apply 2.4g --confirm 600; kill -9 $(guardian); no_guardian; echo x "
       ">>$pending-2.4g;"
       "echo == get; wlanctl get 2.4g HideSSID:1; echo == apply; wlanctl apply 2.4g; echo $?; echo == confirm;"
-      "wlanctl confirm; ls /run | grep pending");
+      "wlanctl confirm; echo $?; wlanctl status 2.4g >/dev/null; ls /run | grep pending-2; echo == force;"
+      "wlanctl confirm --force; echo $?; ls /run | grep pending-2");
   EXPECT_EQ("1\n", behind(result.out, "get"));
-  EXPECT_THAT(result.err, HasSubstr("what it kept is damaged"));
+  EXPECT_THAT(result.err, HasSubstr("what it kept is damaged; wlanctl confirm 2.4g --force ends the waiting"));
   EXPECT_EQ("1\n", behind(result.out, "apply"));
-  EXPECT_EQ("2.4g: confirmed; the settings stay\n", behind(result.out, "confirm"));
+  EXPECT_THAT(result.err, HasSubstr("what it kept in /var/run/wlanctl-pending-2.4g is damaged"));
+  EXPECT_EQ("1\nwlanctl-pending-2.4g\n", behind(result.out, "confirm"));
+  EXPECT_THAT(result.err,
+              HasSubstr("what an apply of 2.4g kept for its roll back, in /var/run/wlanctl-pending-2.4g, is "
+                        "damaged"));
+  EXPECT_THAT(result.err, HasSubstr("kept for a roll back, in /var/run/wlanctl-pending-2.4g, is damaged"));
+  EXPECT_EQ("2.4g: confirmed; the settings stay\n0\n", behind(result.out, "force"));
 }
 
 TEST(Confirm, RollsBackToWhatOthersHaveCommittedSince) {

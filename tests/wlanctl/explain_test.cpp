@@ -102,7 +102,7 @@ constexpr struct {
     {"Channel", "radio", "radio"},
     {"HideSSID", "save", "save"},
     {"BssidNum", "reboot", "reboot"},
-    {"EnableSSID", "radio 2:save", "radio 2:save"},
+    {"EnableSSID", "radio", "radio"},
     {"VHT_BW", "save", "radio"},
     {"WscConfMode", "at-once+save", "at-once+save"},
     {"WscV2Support", "at-once+radio 2:at-once+save", "at-once+radio 2:at-once+save"},

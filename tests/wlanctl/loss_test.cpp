@@ -76,13 +76,6 @@ TEST(Loss, OfWhatNoSsidUsesIsKeptWithoutAWord) {
   EXPECT_EQ("600\n", steps[2].out);
 }
 
-TEST(Loss, OfAListOfTheBandBehindTheSsidCountIsTold) {
-  const std::vector<Result> steps = run_steps(
-      {"wlanctl set 2.4g 'AutoChannelSkipList=1;6;11'", "wlanctl save 2.4g", "grep ^AutoChannelSkipList= " + kDat});
-  EXPECT_THAT(steps[1].err, HasSubstr("AutoChannelSkipList of 2.4g: a save keeps the first 2 of its 3 values"));
-  EXPECT_EQ("AutoChannelSkipList=1;6\n", steps[2].out);
-}
-
 TEST(Diff, ListsWhatAnApplyChangesByItself) {
   const Json band = document_in(
       run_steps({"wlanctl set 2.4g TxBurst=0 AuthMode:1=OPEN", "wlanctl diff 2.4g --json"})[1].out)["data"]["bands"][0];

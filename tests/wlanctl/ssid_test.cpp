@@ -234,7 +234,7 @@ TEST(SsidSwitch, EnablesAndDisablesByNumberOrName) {
   const auto steps = run_with_word({"wlanctl ssid disable 2.4g 2", "wlanctl get 2.4g EnableSSID:1 EnableSSID:2",
                                     "wlanctl ssid enable 2.4g Gateway-Guest", "wlanctl get 2.4g EnableSSID:2",
                                     "wlanctl ssid disable 2.4g 3"});
-  EXPECT_EQ("2.4g: SSID 2 \"Gateway-Guest\" (ra1) is disabled\nnext: wlanctl apply 2.4g --again\n", steps[0].out);
+  EXPECT_EQ("2.4g: SSID 2 \"Gateway-Guest\" (ra1) is disabled\nnext: wlanctl apply 2.4g\n", steps[0].out);
   EXPECT_EQ("EnableSSID:1  1\nEnableSSID:2  0\n", steps[1].out);
   EXPECT_EQ(0, steps[2].status);
   EXPECT_EQ("1\n", steps[3].out);

@@ -24,6 +24,7 @@ constexpr char kFormat[] = "wlanctl-applied";
 constexpr int kVersion = 3;
 constexpr uint32_t kTakeSnapshot = 0;
 constexpr uint32_t kCompare = 1;
+constexpr int kRestart = 1;
 
 constexpr char kAnySum[] = "any";
 
@@ -54,6 +55,13 @@ bool is_believable(Band band, const wifimgr_band_snapshot& snapshot, int64_t int
 
 std::string sum_of_dat_file(Band band) {
   return sum_of(read_bytes(dat_path_of(band)).value_or(""));
+}
+
+// Which of the served SSIDs are switched on.
+std::vector<bool> switches_of(Band band) {
+  std::vector<bool> switches;
+  for (int ssid = 1; ssid <= ssid_count(band); ++ssid) switches.push_back(is_switched_on(band, ssid));
+  return switches;
 }
 
 struct Kept {
@@ -94,6 +102,11 @@ std::optional<Parsed> parse_applied(Band band, const std::string& text) {
   return parsed;
 }
 
+std::optional<Parsed> read_current(Band band) {
+  const Kept kept = read_kept(band);
+  return kept.is_current ? parse_applied(band, kept.text) : std::nullopt;
+}
+
 }  // namespace
 
 std::string applied_text(Band band) {
@@ -115,10 +128,21 @@ bool adopt_applied(Band band, const std::string& text) {
 }
 
 std::optional<std::vector<wifimgr_attr_record>> last_applied(Band band) {
-  const Kept kept = read_kept(band);
-  std::optional<Parsed> parsed = kept.is_current ? parse_applied(band, kept.text) : std::nullopt;
+  std::optional<Parsed> parsed = read_current(band);
   if (!parsed) return std::nullopt;
   return std::move(parsed->settings);
+}
+
+bool was_told(Band band) {
+  const std::optional<Parsed> parsed = read_current(band);
+  return !parsed || parsed->is_told;
+}
+
+void note_untold(Band band, Report& report) {
+  if (was_told(band)) return;
+  const std::string label = label_of(band);
+  report.note("the driver did not take all of what was last applied to " + label + "; wlanctl apply " + label +
+              " tells it again");
 }
 
 bool is_told(Band band) {
@@ -130,6 +154,14 @@ void set_told(Band band, bool told) {
 }
 
 bool restore_applied(Band band, Report& report) {
+  Doubt doubt = Doubt::kNone;
+  if (!restore_applied(band, &doubt, report)) return false;
+  note_doubt(band, doubt, report);
+  return true;
+}
+
+bool restore_applied(Band band, Doubt* doubt, Report& report) {
+  *doubt = Doubt::kNone;
   const Kept kept = read_kept(band);
   if (kept.is_current && adopt_applied(band, kept.text)) return true;
   const auto content = parse_dat_file(band);
@@ -140,13 +172,25 @@ bool restore_applied(Band band, Report& report) {
   }
   // A file that was cut off says nothing of what others may have applied.
   if (!kept.text.empty() && !is_complete(band, *content) && adopt_applied(band, kept.text)) return true;
-  report.note((kept.is_current || kept.text.empty()
-                   ? std::string("nothing is known of what was last applied to ") + label_of(band) + "; its dat file"
-                   : "others have changed " + dat_path_of(band) + " since wlanctl last applied it; it") +
-              " counts as what is in force; wlanctl apply " + label_of(band) + " makes it known");
+  *doubt = kept.is_current || kept.text.empty() ? Doubt::kUnknown : Doubt::kChanged;
   const PrivateStore file(band, *content);
   take_applied(band);
   return true;
+}
+
+void note_doubt(Band band, Doubt doubt, Report& report) {
+  if (doubt == Doubt::kNone) return;
+  // An apply may have made it known meanwhile.
+  const bool is_known = last_applied(band).has_value();
+  if (doubt == Doubt::kChanged && is_known) {
+    report.note("others had changed " + dat_path_of(band) +
+                " since wlanctl last applied it; it counted as what was in force");
+  } else if (!is_known) {
+    report.note((doubt == Doubt::kUnknown
+                     ? std::string("nothing is known of what was last applied to ") + label_of(band) + "; its dat file"
+                     : "others have changed " + dat_path_of(band) + " since wlanctl last applied it; it") +
+                " counts as what is in force; wlanctl apply " + label_of(band) + " makes it known");
+  }
 }
 
 void take_applied(Band band) {
@@ -176,7 +220,15 @@ const std::vector<wifimgr_attr_record>& settings_in_force(Band band) {
 }
 
 int weigh(Band band) {
-  return static_cast<int>(wifimgr_lib_wifi_config_oper(wifi_type_of(band), kCompare));
+  return weigh(band, settings_in_force(band));
+}
+
+int weigh(Band band, const std::vector<wifimgr_attr_record>& before) {
+  const int weight = static_cast<int>(wifimgr_lib_wifi_config_oper(wifi_type_of(band), kCompare));
+  if (weight > 0 || before.empty()) return weight;
+  const std::vector<bool> now = switches_of(band);
+  const PrivateStore in_force(band, before);
+  return switches_of(band) == now ? weight : kRestart;
 }
 
 }  // namespace wlanctl

@@ -18,6 +18,17 @@ class Report;
 // to be had.
 bool restore_applied(Band band, Report& report);
 
+// Why it is the dat file that counts as what is in force.
+enum class Doubt {
+  kNone,
+  kUnknown,  // nothing is known of what was last applied
+  kChanged,  // others have changed the dat file since
+};
+
+// The same, with the doubt instead of its note; and that note.
+bool restore_applied(Band band, Doubt* doubt, Report& report);
+void note_doubt(Band band, Doubt doubt, Report& report);
+
 // The settings in force, where it is known what was last applied; changes nothing, and says nothing.
 std::optional<std::vector<wifimgr_attr_record>> last_applied(Band band);
 
@@ -40,6 +51,10 @@ std::optional<KeptInForce> kept_in_force(Band band);
 bool is_told(Band band);
 void set_told(Band band, bool told);
 
+// The same of what was last applied, where that is known, as last_applied; and a note where it did not.
+bool was_told(Band band);
+void note_untold(Band band, Report& report);
+
 // Takes what the store says for what is in force from now on.
 void take_applied(Band band);
 
@@ -50,7 +65,11 @@ const std::vector<wifimgr_attr_record>& settings_in_force(Band band);
 std::string applied_text(Band band);
 bool adopt_applied(Band band, const std::string& text);
 
-// How heavy the library says that an apply would be; restore_applied comes first.
+// How heavy an apply would be; restore_applied comes first. The library says so, which watches the switch of SSID 1 only:
+// where that of another served SSID differs, the interfaces have to be restarted all the same.
 int weigh(Band band);
+
+// The same, where `before` is in force and the library's snapshot was taken of it.
+int weigh(Band band, const std::vector<wifimgr_attr_record>& before);
 
 }  // namespace wlanctl

@@ -9,6 +9,7 @@
 #include "wlanctl/library/output.h"
 #include "wlanctl/library/shell.h"
 #include "wlanctl/store/private_store.h"
+#include "wlanctl/store/segment.h"
 #include "wlanctl/store/value.h"
 
 namespace wlanctl {
@@ -109,10 +110,11 @@ std::optional<ChangeEffect> ask(Band band, const Key& key, int index, const std:
   const CaughtOutput unheard;
   set_all(band, conditions);
   (void)wifimgr_lib_wifi_config_oper(wifi_type_of(band), kTakeSnapshot);
+  const std::vector<wifimgr_attr_record> before = table_of_store(band);
   for (const std::string& value : values_for(key)) {
     ShellScope::lines().clear();
     if (value == *current || !is_taken(band, key, index, value)) continue;
-    return ChangeEffect{text_of(conditions), index, weigh(band), !ShellScope::lines().empty(), value};
+    return ChangeEffect{text_of(conditions), index, weigh(band, before), !ShellScope::lines().empty(), value};
   }
   return std::nullopt;
 }

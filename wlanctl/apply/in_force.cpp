@@ -39,12 +39,6 @@ std::string link_of(Band band, int index) {
   return (band == Band::k2_4G ? "wds" : "wdsi") + std::to_string(index);
 }
 
-bool is_on(Band band, int ssid) {
-  char text[WIFIMGR_VALUE_SIZE] = "";
-  return wifimgr_lib_get_enableSsid(wifi_type_of(band), ssid, text, sizeof text) == 0 &&
-         std::strtol(text, nullptr, 10) == 1;
-}
-
 // "" where the driver chooses one.
 std::string channel_setting(Band band) {
   char text[WIFIMGR_VALUE_SIZE] = "";
@@ -200,7 +194,7 @@ Expectation::Expectation(Band band, Operation operation, int interfaces) {
   bool is_up = false;
   for (int i = 0; i < std::clamp(std::max(interfaces, count), 0, WIFIMGR_FIELDS); ++i) {
     const std::string interface = interface_of(band, i);
-    const bool up = operation != Operation::kRadioOff && i < count && is_on(band, i + 1);
+    const bool up = operation != Operation::kRadioOff && i < count && is_switched_on(band, i + 1);
     is_up = is_up || up;
     wanted_.push_back(
         {up ? State::kUp : State::kDown, interface, up ? bridge_after(operation, interface) : std::string()});
@@ -212,10 +206,6 @@ Expectation::Expectation(Band band, Operation operation, int interfaces) {
     wanted_.push_back({State::kChannel, label_of(band), channel});
   }
   if (operation == Operation::kCommit) add_other_band(band == Band::k2_4G ? Band::k5G : Band::k2_4G, &wanted_);
-  if (operation != Operation::kSave) return;
-  for (const Wanted& wanted : wanted_) {
-    if (!lacking(wanted).empty()) lacked_.push_back(wanted);
-  }
 }
 
 std::vector<Lack> Expectation::look(bool may_lack_interfaces) const {
@@ -241,8 +231,11 @@ std::vector<Lack> Expectation::look(bool may_lack_interfaces) const {
   return lacks;
 }
 
-bool Expectation::was_lacking(const Wanted& wanted) const {
-  return std::any_of(lacked_.begin(), lacked_.end(), [&](const Wanted& one) { return one.subject == wanted.subject; });
+std::vector<Wanted> Expectation::lacking_now() const {
+  std::vector<Wanted> found;
+  std::copy_if(wanted_.begin(), wanted_.end(), std::back_inserter(found),
+               [](const Wanted& wanted) { return !lacking(wanted).empty(); });
+  return found;
 }
 
 void keep_lacks(Band band, const std::vector<Lack>& lacks, Report& report) {
@@ -309,7 +302,7 @@ std::vector<std::string> missing_interfaces(Band band) {
   std::vector<std::string> missing;
   for (int ssid = 1; ssid <= std::clamp(ssid_count(band), 0, WIFIMGR_FIELDS); ++ssid) {
     const std::string interface = interface_of(band, ssid - 1);
-    if (is_on(band, ssid) && link_state(interface) == LinkState::kAbsent) missing.push_back(interface);
+    if (is_switched_on(band, ssid) && link_state(interface) == LinkState::kAbsent) missing.push_back(interface);
   }
   return missing;
 }

@@ -16,6 +16,8 @@ struct Wanted {
   State state = State::kUp;
   std::string subject;  // "ra0", "mt7603eap", "2.4g"
   std::string detail;   // the bridge of kUp, "" where any will do; the channel of kChannel
+
+  bool operator==(const Wanted& other) const = default;
 };
 
 // What does not hold, with the command that is to blame where there is one.
@@ -39,12 +41,11 @@ class Expectation {
   // Looks, when the operation is done. `may_lack_interfaces`: the driver makes new ones at the next boot.
   std::vector<Lack> look(bool may_lack_interfaces) const;
 
-  // Whether it was so before the operation.
-  bool was_lacking(const Wanted& wanted) const;
+  // What does not hold at this moment, without a cause.
+  std::vector<Wanted> lacking_now() const;
 
  private:
   std::vector<Wanted> wanted_;
-  std::vector<Wanted> lacked_;
 };
 
 // Keeps them, in place of those before; none ends that.

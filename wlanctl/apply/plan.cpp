@@ -10,8 +10,10 @@
 #include "wlanctl/keys/danger.h"
 #include "wlanctl/keys/dat_key.h"
 #include "wlanctl/store/dat_file.h"
+#include "wlanctl/store/difference.h"
 #include "wlanctl/store/private_store.h"
 #include "wlanctl/store/saved_text.h"
+#include "wlanctl/store/segment.h"
 #include "wlanctl/store/value.h"
 
 namespace wlanctl {
@@ -49,6 +51,15 @@ void tell_senseless_count(Band band, const std::string& count, Report& report) {
                   "wlanctl set " + label + " BssidNum=2, or wlanctl revert " + label, about_key(kSsidCount, band)});
 }
 
+std::vector<std::string> lists_not_in_force(Band band) {
+  std::vector<std::string> keys;
+  for (const Difference& one :
+       differences(records_of(table_of_store(band)), records_of(settings_in_force(band)), WIFIMGR_FIELDS)) {
+    if (is_list_of_band(one.dat_key)) keys.push_back(one.dat_key);
+  }
+  return keys;
+}
+
 Plan plan_apply(Band band) {
   Plan plan;
   plan.lacks = lacks_of(band);
@@ -59,7 +70,8 @@ Plan plan_apply(Band band) {
   const std::optional<std::string> file = parsed ? saved_text(band, *parsed) : std::nullopt;
   const std::optional<std::string> in_force = saved_text(band, settings_in_force(band));
   plan.is_file_in_force = file == in_force;
-  plan.nothing = live && live == file && live == in_force && weigh(band) == 0 && is_told(band) && plan.lacks.empty();
+  plan.nothing = live && live == file && live == in_force && weigh(band) == 0 && is_told(band) && plan.lacks.empty() &&
+                 lists_not_in_force(band).empty();
 
   if (!plan.nothing) plan.adjustments = adjustments_of(band);
   const PrivateStore copy(band);

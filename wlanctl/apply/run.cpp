@@ -14,6 +14,7 @@
 #include "wlanctl/library/shell.h"
 #include "wlanctl/live/radio.h"
 #include "wlanctl/store/dat_file.h"
+#include "wlanctl/store/private_store.h"
 #include "wlanctl/store/value.h"
 
 namespace wlanctl {
@@ -104,12 +105,18 @@ int run_script(Band band, const std::string& text) {
   return WIFSIGNALED(status) ? 128 + WTERMSIG(status) : WEXITSTATUS(status);
 }
 
-void look(const Expectation& expected, Applied* applied) {
+// By the settings in force: what the new ones want first could not be lacking before. A restart brings all of it about.
+std::vector<Wanted> lacking_before(Band band, bool is_restarted) {
+  if (is_restarted) return {};
+  const PrivateStore in_force(band, settings_in_force(band));
+  return Expectation(band, Operation::kSave, 0).lacking_now();
+}
+
+void look(const Expectation& expected, const std::vector<Wanted>& before, Applied* applied) {
   applied->lacks = expected.look(applied->weight > 1);
-  applied->has_lacked_before = true;
-  for (const Lack& lack : applied->lacks) {
-    applied->has_lacked_before = applied->has_lacked_before && expected.was_lacking(lack.wanted);
-  }
+  applied->has_lacked_before = std::all_of(applied->lacks.begin(), applied->lacks.end(), [&](const Lack& lack) {
+    return std::find(before.begin(), before.end(), lack.wanted) != before.end();
+  });
 }
 
 }  // namespace
@@ -133,7 +140,9 @@ std::optional<Applied> bring_into_force(Band band, bool always_commit, Report& r
   ask_for_reload(band);
   const bool is_real = ShellScope::mode() == ShellMode::kRun;
   std::optional<Expectation> expected;
+  std::vector<Wanted> before;
   if (is_real) {
+    before = lacking_before(band, applied.committed);
     expected.emplace(band, applied.committed ? Operation::kCommit : Operation::kSave, pre_wlan_state[number_of(band)]);
   }
   if (!write_dat_file(band, applied.committed, report)) return std::nullopt;
@@ -151,7 +160,7 @@ std::optional<Applied> bring_into_force(Band band, bool always_commit, Report& r
   }
   take_applied(band);
   set_told(band, written && !failed);
-  if (expected && is_broken_off() == BrokenOff::kNo) look(*expected, &applied);
+  if (expected && is_broken_off() == BrokenOff::kNo) look(*expected, before, &applied);
   return applied;
 }
 

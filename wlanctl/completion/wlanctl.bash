@@ -17,11 +17,11 @@ _wlanctl_words() {
       arguments='band key...'
       ;;
     'set')
-      options='--help --file=file-assignment --from=file --literal --force --wait=text --json --color=auto,always,never --no-pager'
+      options='--help --file=file-assignment --from=file --literal --force --command-timeout=text --wait=text --json --color=auto,always,never --no-pager'
       arguments='band assignment...'
       ;;
     'edit')
-      options='--help --secrets --force --wait=text --json --color=auto,always,never --no-pager'
+      options='--help --secrets --force --command-timeout=text --wait=text --json --color=auto,always,never --no-pager'
       arguments='band'
       ;;
     'keys')
@@ -77,7 +77,7 @@ _wlanctl_words() {
       arguments='band'
       ;;
     'import')
-      options='--help --merge --replace --dry-run --force --wait=text --json --color=auto,always,never --no-pager'
+      options='--help --merge --replace --dry-run --force --command-timeout=text --wait=text --json --color=auto,always,never --no-pager'
       arguments='file band'
       ;;
     'check')
@@ -106,7 +106,7 @@ _wlanctl_words() {
       arguments='entry'
       ;;
     'undo')
-      options='--help --dry-run --force --secrets --wait=text --json --color=auto,always,never --no-pager'
+      options='--help --dry-run --force --secrets --command-timeout=text --wait=text --json --color=auto,always,never --no-pager'
       arguments='band-or-entry...'
       ;;
     'status')

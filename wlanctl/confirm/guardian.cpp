@@ -52,7 +52,8 @@ void leave_terminal_and_files(std::initializer_list<int> kept) {
 
 void tell_log(Band band, const Report& report, bool done) {
   openlog("wlanctl", LOG_PID, LOG_DAEMON);
-  if (done) syslog(LOG_WARNING, "%s: not confirmed, rolled back", label_of(band));
+  const char* const outcome = is_back_in_force(band) ? "rolled back" : "rolled back, but not in force";
+  if (done) syslog(LOG_WARNING, "%s: not confirmed, %s", label_of(band), outcome);
   for (const std::string& note : report.notes()) syslog(LOG_WARNING, "%s", note.c_str());
   for (const Problem& problem : report.problems()) syslog(LOG_ERR, "%s", problem.message.c_str());
 }
@@ -107,7 +108,10 @@ std::string line_for_terminal(const Pending& pending, bool done) {
   const std::string label = label_of(pending.band);
   if (pending.phase == Phase::kPrepared) return "";
   const std::optional<TakenBack> taken = taken_back(pending.band);
-  if (done && taken) return "wlanctl: " + words_of(pending.band, *taken);
+  if (done && taken) {
+    return "wlanctl: " + words_of(pending.band, *taken) +
+           (is_back_in_force(pending.band) ? "" : "; what was before is back, but not in force");
+  }
   return "wlanctl: the apply of " + label + " cannot be taken back; wlanctl status " + label + " tells more";
 }
 

@@ -64,6 +64,12 @@ bool refuse_undecided(Band band, Report& report) {
     return true;
   }
   if (!is_pending(band)) return false;
+  if (!read_pending(band)) {
+    report.problem({"an apply of " + label + " waits for its confirmation, and what it kept in " + pending_path(band) +
+                        " is damaged",
+                    "wlanctl confirm " + label + " --force ends the waiting", about(band)});
+    return true;
+  }
   report.problem({"an apply of " + label + " waits for its confirmation",
                   "wlanctl confirm " + label + " keeps it; without, it is rolled back when its time is over",
                   about(band)});

@@ -25,10 +25,6 @@ namespace {
 
 constexpr const char* kPhases[] = {"prepared", "applying", "waiting"};
 
-std::string path_of(Band band) {
-  return std::string(place::kPending) + label_of(band);
-}
-
 std::optional<Phase> parse_phase(const std::string& word) {
   for (const Phase phase : {Phase::kPrepared, Phase::kApplying, Phase::kWaiting}) {
     if (word == kPhases[static_cast<int>(phase)]) return phase;
@@ -84,13 +80,17 @@ void note_waiting(Band band, Report& report) {
               label + "; without it, what was before the apply comes back");
 }
 
+std::string pending_path(Band band) {
+  return std::string(place::kPending) + label_of(band);
+}
+
 bool is_pending(Band band) {
   struct stat status;
-  return lstat(path_of(band).c_str(), &status) == 0;
+  return lstat(pending_path(band).c_str(), &status) == 0;
 }
 
 std::optional<Pending> read_pending(Band band) {
-  const std::optional<std::string> text = read_state_file(path_of(band), kPendingFormat, kPendingVersion);
+  const std::optional<std::string> text = read_state_file(pending_path(band), kPendingFormat, kPendingVersion);
   return text ? parse_pending(band, *text) : std::nullopt;
 }
 
@@ -124,18 +124,18 @@ std::string text_of(const Pending& pending) {
 }
 
 bool write_pending(const Pending& pending, Report& report) {
-  return write_state_file(path_of(pending.band), kPendingFormat, kPendingVersion, text_of(pending), report);
+  return write_state_file(pending_path(pending.band), kPendingFormat, kPendingVersion, text_of(pending), report);
 }
 
 void drop_pending(Band band) {
-  (void)unlink(path_of(band).c_str());
+  (void)unlink(pending_path(band).c_str());
 }
 
 bool remove_pending(Band band, Report& report) {
   // The other way round, a power cut between the two would bring back what was confirmed.
   if (!forget_over_boot(band, report)) return false;
-  if (unlink(path_of(band).c_str()) == 0 || errno == ENOENT) return true;
-  report.problem({"cannot remove " + path_of(band) + ": " + std::strerror(errno),
+  if (unlink(pending_path(band).c_str()) == 0 || errno == ENOENT) return true;
+  report.problem({"cannot remove " + pending_path(band) + ": " + std::strerror(errno),
                   "remove it, or the settings are rolled back", about(band)});
   return false;
 }

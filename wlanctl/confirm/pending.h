@@ -51,6 +51,7 @@ void note_waiting(Band band, Report& report);
 
 // Whether there is such a file, be it damaged.
 bool is_pending(Band band);
+std::string pending_path(Band band);
 std::optional<Pending> read_pending(Band band);
 bool write_pending(const Pending& pending, Report& report);
 

@@ -41,7 +41,7 @@ void recover_pending(Band band, Report& report) {
   if (!pending) {
     report.note(apply +
                 " that waits for a confirmation cannot be rolled back, what it kept is damaged; wlanctl confirm " +
-                label_of(band) + " ends the waiting");
+                label_of(band) + " --force ends the waiting");
     return;
   }
   if (pending->is_lost(true)) {
@@ -52,8 +52,9 @@ void recover_pending(Band band, Report& report) {
                                                    : " ended in the middle; ") +
                 (!done ? std::string("rolling it back failed; wlanctl confirm ") + label_of(band) +
                              " --force ends the waiting with what is there"
-                 : was_begun ? "it is rolled back now"
-                             : "nothing was changed"));
+                 : was_begun
+                     ? std::string("it is rolled back now") + (is_back_in_force(band) ? "" : ", but not in force")
+                     : "nothing was changed"));
     for (const Lack& lack : lacks_of(band)) {
       report.note(std::string(label_of(band)) + ": not in force: " + text_of(lack));
     }
@@ -68,8 +69,8 @@ void tell_what_is_due(Band band, Report& report) {
   const std::string label = label_of(band);
   const std::optional<Pending> pending = read_pending(band);
   if (!pending) {
-    report.note("what an apply of " + label + " kept for a roll back is damaged; wlanctl confirm " + label +
-                " ends the waiting");
+    report.note("what an apply of " + label + " kept for a roll back, in " + pending_path(band) +
+                ", is damaged; wlanctl confirm " + label + " --force ends the waiting");
   } else if (pending->is_over()) {
     report.note(
         "the apply of " + label +

@@ -121,8 +121,12 @@ bool roll_back(const Pending& pending, By by, TakenFor reason, Report& report) {
   const bool file_is_back = restore_dat_file(band, pending.dat, report);
   bool is_done = in_force && file_is_back && keep_applied(band, FileIs::kSettled, report);
   if (is_done) is_done = end_pending(pending, reason, report);
-  finish(std::move(entry), is_done, applied && applied->lacks.empty(), report);
+  finish(std::move(entry), is_done, applied && applied->lacks.empty() && is_told(band), report);
   return is_done;
+}
+
+bool is_back_in_force(Band band) {
+  return is_told(band) && lacks_of(band).empty();
 }
 
 bool undo(const Pending& pending, By by, TakenFor reason, Report& report) {

@@ -14,7 +14,10 @@ namespace wlanctl {
 // entry of it. The caller holds the tool lock, and the band's store is open.
 bool roll_back(const Pending& pending, By by, TakenFor reason, Report& report);
 
-// The same, where anything was begun.
+// Whether driver and kernel have what the roll back that was just done has put back.
+bool is_back_in_force(Band band);
+
+// As roll_back, where anything was begun.
 bool undo(const Pending& pending, By by, TakenFor reason, Report& report);
 
 // Puts a dat file back in place: a link or a bound file at its path stays one.

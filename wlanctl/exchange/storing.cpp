@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "wlanctl/base/interrupt.h"
 #include "wlanctl/base/report.h"
 #include "wlanctl/base/signal_hold.h"
 #include "wlanctl/base/terminal.h"
@@ -9,6 +10,7 @@
 #include "wlanctl/keys/dat_key.h"
 #include "wlanctl/keys/json_value.h"
 #include "wlanctl/keys/secret_mask.h"
+#include "wlanctl/library/command.h"
 #include "wlanctl/library/messages.h"
 #include "wlanctl/library/shell.h"
 #include "wlanctl/store/added_records.h"
@@ -19,6 +21,19 @@ namespace {
 
 void take_back(const std::vector<StorePlan>& plans) {
   for (const StorePlan& plan : plans) (void)put_back_noted(plan.band, plan.fields);
+}
+
+// The store has what the driver has not: whoever looks for what differs finds nothing to do.
+Problem not_taken(Band band, const Wish& step) {
+  const std::string name = step.target.name();
+  const std::string cause = commands_run().empty() ? "" : account_of(commands_run().back());
+  Json details = about_key(name, band);
+  details["reason"] = cause;
+  return {"the driver did not take " + name + ", which is in the store now" + because(cause),
+          std::string("when that is mended, wlanctl set ") + label_of(band) + " " + name + "=" +
+              shown_value(*step.target.key, step.value) +
+              " tells it again; an import of the same value does not, nor an apply without a restart",
+          std::move(details)};
 }
 
 bool store_plan(const StorePlan& plan, Report& report) {
@@ -38,8 +53,7 @@ bool store_plan(const StorePlan& plan, Report& report) {
       return false;
     }
     if (last_shell_status() != 0) {
-      report.problem({"the driver did not take " + step.target.name() + ", which is in the store now",
-                      "is the driver well? set it again then", about_key(step.target.name(), plan.band)});
+      report.problem(not_taken(plan.band, step));
     }
   }
   if (plan.order == Order::kAsGiven) return true;
@@ -89,6 +103,9 @@ bool store_plans(const std::string& verb, const std::vector<StorePlan>& plans, R
     fields += plan.fields.size();
   }
   const SignalHold hold;
+  const InterruptAnswer answer("interrupted; the values are stored first, and the result told");
+  // All of them are stored then. A command that tells the driver of one may hang.
+  const CommandRun run(0, AtInterrupt::kEnd);
   // A single field is stored or not.
   const bool is_noted = fields > 1;
   if (is_noted && !note_storing(verb, changes, report)) return false;

@@ -64,11 +64,13 @@ class Try {
     } else {
       take_as_needed(wishes);
     }
-    if (!force_) refuse_dangerous_and_unserved();
-    if (report_.has_problems()) return std::move(plan_);
+    const bool is_taken = !report_.has_problems();
+    judge_dangerous_and_unserved();
+    if (!is_taken) return std::move(plan_);
     const Outlook after = outlook_of(band_);
-    if (!force_) refuse_losses(before, after);
+    judge_losses(before, after);
     if (!report_.has_problems()) note_adjustments(before, after);
+    if (!report_.has_problems()) note_cut_lists();
     return std::move(plan_);
   }
 
@@ -168,20 +170,28 @@ class Try {
     return false;
   }
 
-  void refuse_dangerous_and_unserved() {
-    std::vector<const Wish*> harmless;
+  // One word insists on whatever there is to insist on: all of it is told then.
+  void judge(const Wish& wish, const std::string& reason) {
+    judged_.push_back(wish.target);
+    if (force_) {
+      report_.note(wish.target.name() + " is stored all the same: " + reason);
+    } else {
+      refuse(report_, band_, wish, reason, kOrForce);
+    }
+  }
+
+  void judge_dangerous_and_unserved() {
+    std::vector<const Wish*> storable;
     for (const Wish& step : plan_.steps) {
       const std::string danger = danger_of(*step.target.key, step.value);
-      if (danger.empty()) {
-        harmless.push_back(&step);
-      } else if (plan_.order == Order::kAsGiven || &step == last_step_of(step.target)) {
-        refuse(report_, band_, step, danger, kOrForce);
-      }
+      if (danger.empty() || is_shell_danger(step)) storable.push_back(&step);
+      if (danger.empty()) continue;
+      if (plan_.order == Order::kAsGiven || &step == last_step_of(step.target)) judge(step, danger);
     }
-    for (const Wish* step : harmless) {
+    for (const Wish* step : storable) {
       const auto same = [&](const Wish* other) { return other->target == step->target; };
-      const bool is_last = step == *std::find_if(harmless.rbegin(), harmless.rend(), same);
-      if (is_last || plan_.order == Order::kAsGiven) refuse_unserved(*step, is_last);
+      const bool is_last = step == *std::find_if(storable.rbegin(), storable.rend(), same);
+      if (is_last || plan_.order == Order::kAsGiven) judge_unserved(*step, is_last);
     }
   }
 
@@ -191,21 +201,36 @@ class Try {
   }
 
   // A value that another one takes the place of is judged alone.
-  void refuse_unserved(const Wish& wish, bool is_last) {
+  void judge_unserved(const Wish& wish, bool is_last) {
     const Target& target = wish.target;
     const auto sibling = [&](const char* name) {
       return is_last ? read_value(band_, *find_key(name), target.index).value_or("") : std::string();
     };
     const std::string reason = unserved_reason(*target.key, band_, wish.value, sibling);
-    if (!reason.empty()) refuse(report_, band_, wish, reason, kOrForce);
+    if (!reason.empty()) judge(wish, reason);
   }
 
-  // What the values would lose in the dat file that was not lost before.
-  void refuse_losses(const Outlook& before, const Outlook& after) {
+  // What the values would lose in the dat file that was not lost before; why not, may be said already.
+  void judge_losses(const Outlook& before, const Outlook& after) {
     for (const DatFinding& loss : added_losses(before.losses, after.losses)) {
       for (const Wish& step : plan_.steps) {
         if (dat_key_of(*step.target.key, step.target.index) != loss.key) continue;
-        refuse(report_, band_, step, "in the dat file, " + loss.reason, kOrForce);
+        const bool is_judged = std::find(judged_.begin(), judged_.end(), step.target) != judged_.end();
+        if (!is_judged || is_shell_danger(step)) judge(step, "in the dat file, " + loss.reason);
+        break;
+      }
+    }
+  }
+
+  // Which says nothing of the dat file.
+  static bool is_shell_danger(const Wish& step) { return !shell_danger_of(*step.target.key, step.value).empty(); }
+
+  // An apply or a save of it is refused then.
+  void note_cut_lists() {
+    for (const DatFinding& cut : lists_cut_at_save(records_of(table_of_store(band_)), ssid_count(band_))) {
+      for (const Wish& step : plan_.steps) {
+        if (!is_list_of_band(cut.key) || dat_key_of(*step.target.key, step.target.index) != cut.key) continue;
+        report_.note(step.target.name() + ": " + cut.reason);
         break;
       }
     }
@@ -226,6 +251,7 @@ class Try {
   bool force_;
   Report& report_;
   std::vector<wifimgr_attr_record> table_;
+  std::vector<Target> judged_;  // that are refused, or noted
   StorePlan plan_;
 };
 

@@ -39,7 +39,7 @@ bool is_stored(Band band, const Wish& wish);
 // A problem with a wish: where it is written, what it is, why not.
 void refuse(Report& report, Band band, const Wish& wish, const std::string& reason, const std::string& next);
 
-// Every refusal is a problem. With `force` only the library's own count.
+// Every refusal is a problem. With `force` only the library's own are; what else speaks against a value is a note.
 StorePlan try_out(Band band, const std::vector<Wish>& wishes, Order order, bool force, Report& report);
 
 }  // namespace wlanctl

@@ -4,7 +4,6 @@
 
 #include "wlanctl/keys/dat_key.h"
 #include "wlanctl/keys/secret_mask.h"
-#include "wlanctl/store/difference.h"
 
 namespace wlanctl {
 namespace {
@@ -51,13 +50,13 @@ std::optional<Target> SettingChange::target(Band band) const {
 }
 
 std::vector<SettingChange> changes_between(const std::vector<wifimgr_attr_record>& before,
-                                           const std::vector<wifimgr_attr_record>& after) {
+                                           const std::vector<wifimgr_attr_record>& after, DatFile dat_file) {
   const std::vector<StoreRecord> left = records_of(before);
   const std::vector<StoreRecord> right = records_of(after);
   const size_t served_before = ssids_in(left);
   const size_t served_after = ssids_in(right);
   std::vector<SettingChange> changes;
-  for (const Difference& one : differences(left, right, std::max(served_before, served_after))) {
+  for (const Difference& one : differences(left, right, std::max(served_before, served_after), dat_file)) {
     if (one.dat_key == kReloadFlag) continue;
     // What a table without the SSID has no value for was not changed.
     const size_t ssid = ssid_of(one.dat_key, one.field);

@@ -7,6 +7,7 @@
 
 #include "wifimgr_lib.h"
 #include "wlanctl/keys/assignment.h"
+#include "wlanctl/store/difference.h"
 
 namespace wlanctl {
 
@@ -27,6 +28,7 @@ struct SettingChange {
 
 // Of what was served before, or is served in both; what only marks a wish for a restart is no setting.
 std::vector<SettingChange> changes_between(const std::vector<wifimgr_attr_record>& before,
-                                           const std::vector<wifimgr_attr_record>& after);
+                                           const std::vector<wifimgr_attr_record>& after,
+                                           DatFile dat_file = DatFile::kNeither);
 
 }  // namespace wlanctl

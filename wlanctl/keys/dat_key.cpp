@@ -51,6 +51,12 @@ bool is_split_list(const Key& key) {
   return std::strcmp(key.name, kAddressList) == 0 || std::strcmp(key.name, "AutoChannelSkipList") == 0;
 }
 
+bool is_list_of_band(const std::string& dat_key) {
+  int index = 0;
+  const Key* const key = find_dat_key(dat_key, &index);
+  return key != nullptr && key->scope == Scope::kBand && is_split_list(*key);
+}
+
 bool is_numbered_dat_key(const std::string& dat_key) {
   unsigned number = 0;
   return get_attr_num(dat_key.c_str(), dat_key.c_str(), &number) == 0 ||

@@ -37,4 +37,7 @@ bool is_left_out(const std::string& dat_key, int ssids);
 // The settings whose value is a list, though the loader splits it at each ; as if it were of several SSIDs.
 bool is_split_list(const Key& key);
 
+// Those of them that are one list for the whole band: a save keeps as many of its values as there are SSIDs.
+bool is_list_of_band(const std::string& dat_key);
+
 }  // namespace wlanctl

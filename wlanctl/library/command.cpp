@@ -31,7 +31,7 @@ constexpr int64_t kLongestPauseMs = 50;  // should a signal get lost
 
 int64_t g_limit_ms = kCommandSeconds * kMsPerSecond;
 int64_t g_deadline_ms = 0;
-bool g_ends_by_interrupt = false;
+AtInterrupt g_at_interrupt = AtInterrupt::kGoOn;
 BrokenOff g_broken_off = BrokenOff::kNo;
 
 std::vector<Command>& list() {
@@ -94,8 +94,8 @@ class ChildSignal {
   sigset_t before_;
 };
 
-// Whether the child ended in time, with its status.
-bool wait_until(pid_t child, int64_t end_ms, int* status) {
+// Whether the child ended in time, with its status. Not longer than to an interrupt where that is to be the end.
+bool wait_until(pid_t child, int64_t end_ms, bool ends_by_interrupt, int* status) {
   sigset_t signals;
   sigemptyset(&signals);
   sigaddset(&signals, SIGCHLD);
@@ -108,7 +108,7 @@ bool wait_until(pid_t child, int64_t end_ms, int* status) {
       return true;
     }
     const int64_t left = end_ms - ms_since_boot();
-    if (left <= 0) return false;
+    if (left <= 0 || (ends_by_interrupt && is_interrupted())) return false;
     const timespec pause = {0, std::min(left, kLongestPauseMs) * 1000000};
     const int number = sigtimedwait(&signals, nullptr, &pause);
     if (number > 0) note_interrupt(number);
@@ -120,9 +120,9 @@ void end_group(pid_t child) {
   int status = 0;
   (void)kill(-child, SIGTERM);
   (void)kill(-child, SIGCONT);
-  const bool ended = wait_until(child, ms_since_boot() + kGraceMs, &status);
+  const bool ended = wait_until(child, ms_since_boot() + kGraceMs, false, &status);
   (void)kill(-child, SIGKILL);
-  if (!ended) (void)wait_until(child, ms_since_boot() + kGraceMs, &status);
+  if (!ended) (void)wait_until(child, ms_since_boot() + kGraceMs, false, &status);
 }
 
 // The start of it, which goes on to whoever listens to this process.
@@ -147,8 +147,9 @@ Command run_now(const char* const* arguments, const std::string& line) {
   if (error != 0) {
     command.status = kNotStarted;
     command.printed = std::string(arguments[0]) + ": " + std::strerror(error);
-  } else if (!wait_until(child, g_deadline_ms == 0 ? limit : std::min(limit, g_deadline_ms), &command.status)) {
-    command.ending = Ending::kTooLong;
+  } else if (!wait_until(child, g_deadline_ms == 0 ? limit : std::min(limit, g_deadline_ms),
+                         g_at_interrupt == AtInterrupt::kEnd, &command.status)) {
+    command.ending = is_broken_off() == BrokenOff::kInterrupted ? Ending::kInterrupted : Ending::kTooLong;
     command.status = kKilled;
     end_group(child);
   }
@@ -165,6 +166,8 @@ std::string account_of(const Command& command) {
   constexpr int kDiedBelow = 128;  // as a shell tells it of its child
   if (command.ending == Ending::kNotRun) {
     text += "was not run any more";
+  } else if (command.ending == Ending::kInterrupted) {
+    text += "was interrupted, and ended";
   } else if (command.ending == Ending::kTooLong) {
     text += "did not end in time, and was ended";
   } else if (WIFSIGNALED(command.status)) {
@@ -193,22 +196,22 @@ void limit_commands(unsigned seconds) {
   g_limit_ms = seconds * kMsPerSecond;
 }
 
-CommandRun::CommandRun(int64_t deadline_ms, bool ends_by_interrupt) {
+CommandRun::CommandRun(int64_t deadline_ms, AtInterrupt at_interrupt) {
   g_deadline_ms = deadline_ms;
-  g_ends_by_interrupt = ends_by_interrupt;
+  g_at_interrupt = at_interrupt;
   g_broken_off = BrokenOff::kNo;
   list().clear();
 }
 
 CommandRun::~CommandRun() {
   g_deadline_ms = 0;
-  g_ends_by_interrupt = false;
+  g_at_interrupt = AtInterrupt::kGoOn;
   g_broken_off = BrokenOff::kNo;
 }
 
 BrokenOff is_broken_off() {
   if (g_broken_off != BrokenOff::kNo) return g_broken_off;
-  if (g_ends_by_interrupt && is_interrupted()) {
+  if (g_at_interrupt != AtInterrupt::kGoOn && is_interrupted()) {
     g_broken_off = BrokenOff::kInterrupted;
   } else if (g_deadline_ms != 0 && ms_since_boot() >= g_deadline_ms) {
     g_broken_off = BrokenOff::kTimeOver;

@@ -12,8 +12,9 @@ inline constexpr unsigned kCommandSeconds = 60;
 
 enum class Ending {
   kByItself,
-  kTooLong,  // its process group was ended
-  kNotRun,   // what it belongs to was broken off before
+  kTooLong,      // its process group was ended
+  kInterrupted,  // likewise
+  kNotRun,       // what it belongs to was broken off before
 };
 
 struct Command {
@@ -34,12 +35,19 @@ int run_command(const char* const* arguments, const std::string& line);
 // Of all commands from now on.
 void limit_commands(unsigned seconds);
 
+// What an interrupt does to a work of several commands.
+enum class AtInterrupt {
+  kGoOn,
+  kRunNoMore,  // the one under way is finished
+  kEnd,        // it is ended, too
+};
+
 // While this lives, the commands are one work, which is broken off when its time is over, or by an interrupt where that
 // is wanted: no further command runs then. The list begins anew.
 class CommandRun {
  public:
   // On the clock since boot; 0 for no end.
-  explicit CommandRun(int64_t deadline_ms = 0, bool ends_by_interrupt = false);
+  explicit CommandRun(int64_t deadline_ms = 0, AtInterrupt at_interrupt = AtInterrupt::kGoOn);
   CommandRun(const CommandRun&) = delete;
   CommandRun& operator=(const CommandRun&) = delete;
   ~CommandRun();

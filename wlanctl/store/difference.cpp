@@ -30,6 +30,10 @@ Values values_of(const std::vector<StoreRecord>& records) {
   return values;
 }
 
+std::string list_in(const Fields& fields, size_t most) {
+  return joined({fields.begin(), fields.begin() + std::min(std::ssize(fields), static_cast<ptrdiff_t>(most))}, ";");
+}
+
 std::string field_of(const Fields& fields, size_t index) {
   return index < fields.size() ? fields[index] : std::string();
 }
@@ -58,9 +62,17 @@ size_t ssids_in(const std::vector<StoreRecord>& records) {
 }
 
 std::vector<Difference> differences(const std::vector<StoreRecord>& left, const std::vector<StoreRecord>& right,
-                                    size_t ssids) {
+                                    size_t ssids, DatFile dat_file) {
   std::vector<Difference> found;
   const auto compare = [&](const std::string& key, const Fields& on_left, const Fields& on_right) {
+    if (is_list_of_band(key)) {
+      std::string one = list_in(on_left, on_left.size());
+      std::string other = list_in(on_right, on_right.size());
+      const bool is_saved = (dat_file == DatFile::kRight && other == list_in(on_left, ssids)) ||
+                            (dat_file == DatFile::kLeft && one == list_in(on_right, ssids));
+      if (one != other && !is_saved) found.push_back({key, 0, 1, std::move(one), std::move(other)});
+      return;
+    }
     const size_t fields = std::max(on_left.size(), on_right.size());
     for (size_t i = 0; i < fields; ++i) {
       std::string one = field_of(on_left, i);

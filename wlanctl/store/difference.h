@@ -20,9 +20,13 @@ struct Difference {
   std::string name() const;
 };
 
+// Which of two tables is a dat file's: where a save has made it of the other one, a list of the whole band has as many
+// values there as there are SSIDs, and that is no difference.
+enum class DatFile { kNeither, kLeft, kRight };
+
 // In the order of their keys. What belongs to an SSID behind the first `ssids` is left out.
 std::vector<Difference> differences(const std::vector<StoreRecord>& left, const std::vector<StoreRecord>& right,
-                                    size_t ssids);
+                                    size_t ssids, DatFile dat_file = DatFile::kNeither);
 
 // The number of the SSID that a field of a key belongs to, from 1; 0 where it belongs to none.
 size_t ssid_of(const std::string& dat_key, size_t field);

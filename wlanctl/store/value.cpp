@@ -90,6 +90,12 @@ int ssid_count(Band band) {
   return count < 0 ? 0 : static_cast<int>(std::min(count, static_cast<long>(WIFIMGR_FIELDS)));
 }
 
+bool is_switched_on(Band band, int ssid) {
+  char text[WIFIMGR_VALUE_SIZE] = "";
+  return wifimgr_lib_get_enableSsid(wifi_type_of(band), ssid, text, sizeof text) == 0 &&
+         std::strtol(text, nullptr, 10) == 1;
+}
+
 std::optional<std::string> senseless_count(Band band) {
   char text[WIFIMGR_VALUE_SIZE] = "";
   (void)wifimgr_lib_get_bssidnum(number_of(band), -1, text, sizeof text);

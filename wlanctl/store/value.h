@@ -31,6 +31,9 @@ void spread_list(Band band, const Key& key, const std::string& value);
 
 int ssid_count(Band band);
 
+// Whether an apply brings the SSID's interface up.
+bool is_switched_on(Band band, int ssid);
+
 // The count as it stands there, where it is none that a band can have.
 std::optional<std::string> senseless_count(Band band);
 

@@ -14,10 +14,6 @@ std::string applied_path(Band band) {
   return std::string(place::kApplied) + label_of(band);
 }
 
-std::string pending_path(Band band) {
-  return std::string(place::kPending) + label_of(band);
-}
-
 }  // namespace
 
 FileMark mark_of(const std::string& path) {

@@ -40,9 +40,11 @@ void refuse_dangers(const Job& job, Report& report) {
   }
 }
 
+using Doubts = std::vector<std::pair<Band, Doubt>>;
+
 // Everything that can be refused is found here, before anything is touched.
 // A band without a store keeps no other one from its apply.
-int plan_all(const Words& words, Report& report, std::vector<Job>* jobs) {
+int plan_all(const Words& words, Report& report, std::vector<Job>* jobs, Doubts* doubts) {
   int code = kDone;
   const auto refuse = [&](bool is_refused) {
     if (is_refused) code = worse_of(code, kRefused);
@@ -61,10 +63,12 @@ int plan_all(const Words& words, Report& report, std::vector<Job>* jobs) {
       refuse(true);
       continue;
     }
-    if (!restore_applied(band, report)) {
+    Doubt doubt = Doubt::kNone;
+    if (!restore_applied(band, &doubt, report)) {
       code = worse_of(code, kWrongUsage);
       continue;
     }
+    doubts->emplace_back(band, doubt);
     const Plan plan = plan_apply(band);
     if (plan.senseless_count) {
       tell_senseless_count(band, *plan.senseless_count, report);
@@ -75,10 +79,11 @@ int plan_all(const Words& words, Report& report, std::vector<Job>* jobs) {
     jobs->back().band = band;
     jobs->back().plan = plan;
     if (words.again) jobs->back().plan.nothing = false;
-    if (jobs->back().plan.nothing || words.force) continue;
-    refuse(!plan.dangers.empty());
-    refuse_dangers(jobs->back(), report);
-    refuse(!may_write_file(band, plan.text, report));
+    if (jobs->back().plan.nothing) continue;
+    Report objections;
+    refuse_dangers(jobs->back(), objections);
+    (void)may_write_file(band, plan.text, objections);
+    refuse(!may_go_on(objections, words.force, report));
   }
   return code;
 }
@@ -128,7 +133,8 @@ bool always_commit(const Words& words, const Job& job) {
 
 // The library's part. With a roll back to come, an interrupt breaks it off, and so does the end of the time.
 void bring_about(const Words& words, Job& job, Report& report) {
-  const CommandRun run(job.pending ? job.pending->deadline_ms : 0, job.pending.has_value());
+  const CommandRun run(job.pending ? job.pending->deadline_ms : 0,
+                       job.pending ? AtInterrupt::kRunNoMore : AtInterrupt::kGoOn);
   make_consistent(job.band, report);
   job.applied = bring_into_force(job.band, always_commit(words, job), report);
   job.broken_off = is_broken_off();
@@ -183,7 +189,7 @@ void roll_back_job(const Words& words, Job& job, Report& report) {
   std::string outcome = "its settings before are back";
   if (!job.is_rolled_back) {
     outcome = "its roll back failed, and is tried again";
-  } else if (!lacks.empty()) {
+  } else if (!is_back_in_force(job.band)) {
     outcome = "its settings before are back, but not in force either";
   }
   report.problem({"the apply of " + label + " was " + reason + because(cause) + "; " + outcome,
@@ -308,6 +314,11 @@ int run_all(const Words& words, std::vector<Job>& jobs, Report& report) {
   return report.problems().size() > problems_before && code == kDone ? kRefused : code;
 }
 
+// Those that the apply has not removed.
+void tell_doubts(const Doubts& doubts, Report& report) {
+  for (const auto& [band, doubt] : doubts) note_doubt(band, doubt, report);
+}
+
 int apply(const Words& words, Report& report) {
   report.data() = {{"dry_run", words.dry_run}, {"bands", Json::array()}};
   std::optional<ToolLock> lock;
@@ -317,12 +328,14 @@ int apply(const Words& words, Report& report) {
     if (!*lock) return lock->exit_code();
   }
   std::vector<Job> jobs;
-  int code = plan_all(words, report, &jobs);
+  Doubts doubts;
+  int code = plan_all(words, report, &jobs, &doubts);
   if (words.dry_run) {
     for (const Job& job : jobs) {
       if (!tell_dry_run(job.band, job.plan, always_commit(words, job), words.secrets, report))
         code = worse_of(code, kRefused);
     }
+    tell_doubts(doubts, report);
     return code;
   }
   const bool is_any_refused = code != kDone && code != kNoStore;
@@ -333,6 +346,7 @@ int apply(const Words& words, Report& report) {
   if (code == kDone || code == kNoAnswer || code == kNotInForce || report.has_problems()) {
     for (const Job& job : jobs) tell_applied(words, job, report);
   }
+  tell_doubts(doubts, report);
   return code;
 }
 

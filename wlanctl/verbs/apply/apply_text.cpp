@@ -21,7 +21,9 @@ std::string told_ssids(const Applied& applied) {
 }  // namespace
 
 bool Job::is_in_force() const {
-  return applied && applied->lacks.empty() && !is_rolled_back && broken_off == BrokenOff::kNo;
+  const auto is_taken = [](const Script& script) { return script.status == 0 || script.may_fail; };
+  return applied && applied->lacks.empty() && !is_rolled_back && broken_off == BrokenOff::kNo &&
+         std::all_of(applied->scripts.begin(), applied->scripts.end(), is_taken);
 }
 
 bool Job::waits() const {

@@ -58,7 +58,7 @@ std::optional<ComparedFile> read_compared_file(const std::string& path, Report& 
 
 std::vector<Difference> differences_from(const ComparedFile& file, Band band) {
   const std::vector<StoreRecord> live = records_of(table_of_store(band));
-  if (file.dat) return differences(live, *file.dat, ssids_in(live));
+  if (file.dat) return differences(live, *file.dat, ssids_in(live), DatFile::kRight);
   std::vector<Difference> found;
   for (const FileSetting& setting : file.settings.settings) {
     if (setting.band != band || setting.is_left_out) continue;

@@ -25,6 +25,18 @@ Problem too_late(Band band, const std::string& why) {
           about(band)};
 }
 
+// Nobody can say what it waited for, nor put it back.
+Problem damaged(Band band) {
+  const std::string label = label_of(band);
+  Json details = about(band);
+  details["file"] = pending_path(band);
+  return {"what an apply of " + label + " kept for its roll back, in " + pending_path(band) + ", is damaged",
+          "wlanctl rollback " + label +
+              " puts back what was before, where that is kept a second time; wlanctl confirm " + label +
+              " --force keeps what is there",
+          std::move(details)};
+}
+
 // Whether what is to stay is in force.
 bool holds(Band band, Report& report) {
   if (!restore_applied(band, report)) return false;
@@ -56,8 +68,7 @@ int confirm_band(Band band, bool force, Report& report) {
     report.problem(too_late(band, "it was rolled back"));
     acknowledge_taken_back(band);
   } else if (!pending) {
-    report.note(std::string("what was kept for ") + label_of(band) + " was damaged");
-    return removed(band, report);
+    report.problem(damaged(band));
   } else if (pending->phase != Phase::kWaiting) {
     report.problem(too_late(band, "it ended in the middle, and its roll back is due"));
   } else if (pending->is_over()) {

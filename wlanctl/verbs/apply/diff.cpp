@@ -10,6 +10,7 @@
 #include "wlanctl/base/colour.h"
 #include "wlanctl/base/report.h"
 #include "wlanctl/base/terminal.h"
+#include "wlanctl/check/loss.h"
 #include "wlanctl/command_line/common_words.h"
 #include "wlanctl/confirm/pending.h"
 #include "wlanctl/confirm/recovery.h"
@@ -58,6 +59,20 @@ void note_access_lists(Band band, Report& report) {
   }
 }
 
+// Beforehand: those that the file has cut already, no apply cuts any more.
+void note_lists_to_cut(Band band, const std::vector<StoreRecord>& file, Report& report) {
+  const std::vector<StoreRecord> live = records_of(table_of_store(band));
+  const std::vector<Difference> found = differences(live, file, ssids_in(live), DatFile::kRight);
+  for (const DatFinding& cut : lists_cut_at_save(live, ssid_count(band))) {
+    const auto is_it = [&](const StoreRecord& one) { return one.key == cut.key; };
+    const auto record = std::find_if(file.begin(), file.end(), is_it);
+    const bool is_cut =
+        record != file.end() && std::ssize(record->fields) == ssid_count(band) &&
+        std::none_of(found.begin(), found.end(), [&](const auto& one) { return one.dat_key == cut.key; });
+    if (!is_cut) report.note(cut.key + " of " + label_of(band) + ": " + cut.reason);
+  }
+}
+
 int diff_dat_file(Band band, const Words& words, Report& report, Outcome& outcome) {
   if (!look_at_band(band, report)) return kNoStore;
   const auto parsed = parse_dat_file(band);
@@ -67,16 +82,13 @@ int diff_dat_file(Band band, const Words& words, Report& report, Outcome& outcom
   }
   const std::vector<StoreRecord> live = records_of(table_of_store(band));
   const size_t ssids = ssids_in(live);
-  const std::vector<Difference> found = differences(live, records_of(*parsed), ssids);
+  const std::vector<Difference> found = differences(live, records_of(*parsed), ssids, DatFile::kRight);
   if (!restore_applied(band, report)) return kWrongUsage;
   note_waiting(band, report);
   const std::optional<TakenBack> taken = note_taken_back(band, report);
   const Plan plan = plan_apply(band);
   const char* const weight = word_for_apply(plan.nothing, plan.weight);
-  if (!is_told(band)) {
-    report.note(std::string("the driver did not take all of the last apply of ") + label_of(band) + "; wlanctl apply " +
-                label_of(band) + " tells it again");
-  }
+  note_untold(band, report);
   complain_of(band, plan.lacks, next_step(band), report);
   Text& text = report.text();
   text << label_of(band) << ": "
@@ -99,6 +111,7 @@ int diff_dat_file(Band band, const Words& words, Report& report, Outcome& outcom
     note_undone(band, report);
   } else {
     note_access_lists(band, report);
+    note_lists_to_cut(band, records_of(*parsed), report);
   }
   outcome.differs = outcome.differs || !found.empty();
   outcome.bands.push_back({{"band", label_of(band)},
@@ -136,10 +149,11 @@ int diff_in_force(Band band, const Words& words, Report& report, Outcome& outcom
   }
   const std::vector<StoreRecord> live = records_of(table_of_store(band));
   const std::vector<Lack> lacks = lacks_of(band);
-  const std::string other = lacks.empty() ? "what is in force" : "what was last applied";
+  const std::string other = lacks.empty() && was_told(band) ? "what is in force" : "what was last applied";
   tell_comparison(band, differences(live, records_of(*in_force), ssids_in(live)), "in_force", other, words, report,
                   outcome);
   complain_of(band, lacks, next_step(band), report);
+  note_untold(band, report);
   return lacks.empty() ? kDone : kNotInForce;
 }
 

@@ -1,9 +1,11 @@
 #include "wlanctl/verbs/apply/file_guard.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <vector>
 
+#include "wlanctl/apply/plan.h"
 #include "wlanctl/base/report.h"
 #include "wlanctl/check/loss.h"
 #include "wlanctl/files/bytes.h"
@@ -37,6 +39,15 @@ void tell(Band band, const std::string& where, const std::vector<DatFinding>& fi
   }
 }
 
+// A list that is longer than a save can keep, unless it is what was applied already: nobody can help that any more.
+std::vector<DatFinding> new_lists_cut(Band band) {
+  const std::vector<std::string> changed = lists_not_in_force(band);
+  std::vector<DatFinding> cut = lists_cut_at_save(records_of(table_of_store(band)), ssid_count(band));
+  std::erase_if(
+      cut, [&](const DatFinding& one) { return std::find(changed.begin(), changed.end(), one.key) == changed.end(); });
+  return cut;
+}
+
 }  // namespace
 
 bool may_write_file(Band band, const std::optional<std::string>& text, Report& report) {
@@ -51,11 +62,24 @@ bool may_write_file(Band band, const std::optional<std::string>& text, Report& r
   const std::string file = read_bytes(path).value_or("");
   tell(band, path, losses_at_load(file), "mend the line and wlanctl revert " + label + ", " + insist, report);
   tell(band, "the store of " + label, losses_of_store(band), "set a value for each SSID, " + insist, report);
+  tell(band, "the store of " + label, new_lists_cut(band),
+       "shorten the list, or insist with --force, and the file has it without the rest", report);
   if (text) {
     tell(band, "the store of " + label, losses_at_load(*text), "set another value, " + insist, report);
     tell(band, path, losses_behind_count(file, *text), "set BssidNum back, or insist with --force", report);
   }
   return report.problems().size() == before;
+}
+
+bool may_go_on(const Report& objections, bool force, Report& report) {
+  for (const Problem& problem : objections.problems()) {
+    if (force) {
+      report.note("all the same, by --force: " + problem.message);
+    } else {
+      report.problem(problem);
+    }
+  }
+  return force || !objections.has_problems();
 }
 
 bool keep_file_of_now(Band band, const std::optional<std::string>& text, Report& report) {

@@ -12,8 +12,11 @@ class Report;
 
 // Judges the band's dat file as it is, the store that the library works on, and the text that would be written. False
 // with a problem for each line of which something would be lost, or misread at the next load. None for a text that
-// cannot be made: the library says why.
+// cannot be made: the library says why. restore_applied comes first.
 bool may_write_file(Band band, const std::optional<std::string>& text, Report& report);
+
+// What speaks against a write or an apply: problems or, where the operator insists on it, notes. Whether to go on.
+bool may_go_on(const Report& objections, bool force, Report& report);
 
 // Keeps the file as it is beside the tool's state, where the write leaves something of it out. False with a problem when
 // it cannot be kept.

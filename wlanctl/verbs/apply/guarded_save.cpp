@@ -23,11 +23,14 @@ int save_guarded(Band band, bool force, Report& report) {
   // From now on the dat file no longer says what is in force.
   if (!restore_applied(band, report)) return kWrongUsage;
   const std::optional<std::string> text = saved_text(band);
-  if (!force && !may_write_file(band, text, report)) return kRefused;
+  Report objections;
+  (void)may_write_file(band, text, objections);
+  if (!may_go_on(objections, force, report)) return kRefused;
   if (!keep_file_of_now(band, text, report) || !keep_applied(band, FileIs::kChanging, report)) return kRefused;
   forget_settled(band);
   const Entry entry = begin_quiet_entry(
-      band, Deed::kSave, changes_between(before.value_or(std::vector<wifimgr_attr_record>()), table_of_store(band)),
+      band, Deed::kSave,
+      changes_between(before.value_or(std::vector<wifimgr_attr_record>()), table_of_store(band), DatFile::kLeft),
       report);
   clear_messages();
   if (wifimgr_lib_save_dataFile(number_of(band)) != 0) {

@@ -38,15 +38,15 @@ int put_back(Band band, Report& report) {
   const std::optional<Pending> pending = to_put_back(band);
   const std::string label = label_of(band);
   if (!pending) {
-    report.problem({"what was kept of " + label + " is damaged",
-                    "set the values again; wlanctl confirm " + label + " ends the waiting", about(band)});
+    report.problem({"what was kept of " + label + ", in " + pending_path(band) + ", is damaged",
+                    "set the values again; wlanctl confirm " + label + " --force ends the waiting", about(band)});
     return kRefused;
   }
   if (!open_for(*pending, report)) return kNoStore;
   if (!undo(*pending, By::kOperator, TakenFor::kAsked, report)) return kRefused;
   const std::vector<Lack> lacks = lacks_of(band);
   complain_of(band, lacks, next_step(band), report);
-  return lacks.empty() ? kDone : kNotInForce;
+  return is_back_in_force(band) ? kDone : kNotInForce;
 }
 
 int run(const Words& words, Report& report) {

@@ -60,8 +60,8 @@ int revert_band(Band band, bool force, Report& report, Json& reverted) {
   if (!open_store(band, report, Content::kToCome)) return kNoStore;
   (void)note_taken_back(band, report);
   const std::vector<wifimgr_attr_record> before = table_of_store(band);
-  const Entry entry =
-      begin_quiet_entry(band, Deed::kRevert, changes_between(before, parse_dat_file(band).value_or(before)), report);
+  const Entry entry = begin_quiet_entry(
+      band, Deed::kRevert, changes_between(before, parse_dat_file(band).value_or(before), DatFile::kRight), report);
   const Reverted outcome = revert_store(band, force);
   if (outcome.how != Reverting::kDone) {
     report.problem(refusal_of(band, outcome));
@@ -70,7 +70,7 @@ int revert_band(Band band, bool force, Report& report, Json& reverted) {
   }
   finish_quiet_entry(entry, kDone, report);
   const std::vector<StoreRecord> records = records_of(outcome.before);
-  const size_t values = differences(records, records_of(outcome.file), ssids_in(records)).size();
+  const size_t values = differences(records, records_of(outcome.file), ssids_in(records), DatFile::kRight).size();
   reverted.push_back({{"band", label_of(band)}, {"values", values}});
   report.text() << label_of(band) << ": " << count_of(values, "value") << " put back to the dat file's\n";
   return kDone;

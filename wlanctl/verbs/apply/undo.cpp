@@ -347,6 +347,7 @@ constexpr Word kWords[] = {
     {"--dry-run", &Words::dry_run, "Show what would be set; touch nothing"},
     {"--force", &Words::force, "Also what has changed since; leave what cannot be brought back"},
     word::kSecrets,
+    word::kCommandTimeout,
     word::kWait,
 };
 

@@ -1,6 +1,7 @@
 // status: both radios on one page, once or again and again.
 #include <unistd.h>
 
+#include "wlanctl/apply/applied_state.h"
 #include "wlanctl/apply/in_force.h"
 #include "wlanctl/apply/three_states.h"
 #include "wlanctl/base/colour.h"
@@ -156,6 +157,7 @@ int show_page(const std::vector<Band>& bands_asked, Report& report) {
     const std::vector<Lack> lacks = lacks_of(band);
     if (!lacks.empty()) code = worse_of(code, kNotInForce);
     complain_of(band, lacks, next_step(band), report);
+    note_untold(band, report);
   }
   report.data() = {{"board", json_of(board)}, {"bands", std::move(bands)}};
   return code == kDone && report.has_problems() ? kNoAnswer : code;

@@ -182,6 +182,7 @@ constexpr Word kWords[] = {
     word::kBand,
     {"--secrets", &Words::secrets, "Show passphrases and keys in the editor"},
     {"--force", &Words::force, "Store what is dangerous, cannot be served, or has changed meanwhile"},
+    word::kCommandTimeout,
     word::kWait,
 };
 

@@ -134,6 +134,7 @@ constexpr Word kWords[] = {
     {"--replace", &Words::replace, "Set what the file lacks to its default"},
     {"--dry-run", &Words::dry_run, "Only judge, and show what would change"},
     {"--force", &Words::force, "Store what is dangerous, would be lost, or cannot be served"},
+    word::kCommandTimeout,
     word::kWait,
 };
 

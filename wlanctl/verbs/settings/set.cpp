@@ -85,6 +85,7 @@ constexpr Word kWords[] = {
      {.value_name = "FILE", .offers = "file"}},
     {"--literal", &Words::literal, "- means a dash"},
     {"--force", &Words::force, "Store what is dangerous, would be lost, or cannot be served"},
+    word::kCommandTimeout,
     word::kWait,
 };
 

@@ -125,8 +125,7 @@ int add(const Words& words, Report& report) {
     if (!words.to_file) refuse_room(plans.back(), report);
   }
   if (report.has_problems()) return kRefused;
-  return words.to_file ? write_files(words, plans, report)
-                       : finish(words, *asked, plans, "added", Applying::kPlain, report);
+  return words.to_file ? write_files(words, plans, report) : finish(words, *asked, plans, "added", report);
 }
 
 std::string security_refusal(const std::string& text) {

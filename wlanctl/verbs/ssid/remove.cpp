@@ -79,7 +79,7 @@ int remove(const Words& words, Report& report) {
     return kRefused;
   }
   if (told.empty()) report.text() << lost;
-  return finish(words, *asked, plans, "removed", Applying::kPlain, report);
+  return finish(words, *asked, plans, "removed", report);
 }
 
 constexpr Word kRemoveWords[] = {

@@ -1,7 +1,4 @@
 // ssid: the verb with those below it, and those that set one value: enable, disable, rename.
-#include <algorithm>
-#include <cstring>
-
 #include "wlanctl/base/report.h"
 #include "wlanctl/base/terminal.h"
 #include "wlanctl/verbs/ssid/steps.h"
@@ -23,10 +20,7 @@ int set(const Words& words, const AskedSsids& asked, const char* key, const std:
     plans.push_back(plan_to_set(band, ssid, key, value));
   }
   if (report.has_problems()) return kRefused;
-  // The library restarts nothing for the switch of another SSID than the first.
-  const bool is_watched = std::all_of(plans.begin(), plans.end(), [](const SsidPlan& plan) { return plan.ssid == 1; });
-  const bool is_switch = std::strcmp(key, "EnableSSID") == 0;
-  return finish(words, asked, plans, done, is_switch && !is_watched ? Applying::kAgain : Applying::kPlain, report);
+  return finish(words, asked, plans, done, report);
 }
 
 int turn(const Words& words, const char* value, const char* done, Report& report) {

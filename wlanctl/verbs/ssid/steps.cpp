@@ -41,10 +41,10 @@ bool needs_force(Band band) {
   return text && !losses_behind_count(read_bytes(dat_path_of(band)).value_or(""), *text).empty();
 }
 
-std::string next_of(const AskedSsids& asked, Applying applying) {
+std::string next_of(const AskedSsids& asked) {
   const bool is_forced = std::any_of(asked.bands.begin(), asked.bands.end(), needs_force);
   return "wlanctl apply" + (asked.bands.size() == 1 ? std::string(" ") + label_of(asked.bands.front()) : "") +
-         (applying == Applying::kAgain ? " --again" : "") + (is_forced ? " --force" : "");
+         (is_forced ? " --force" : "");
 }
 
 }  // namespace
@@ -97,7 +97,7 @@ void refuse_bad_name(const std::string& name, bool force, Report& report) {
 }
 
 int finish(const Words& words, const AskedSsids& asked, const std::vector<SsidPlan>& plans, const std::string& done,
-           Applying applying, Report& report) {
+           Report& report) {
   const std::vector<JudgedPlan> judged = judge_all(plans, words.force, report);
   if (report.has_problems()) return kRefused;
   if (!words.dry_run && !carry_out(judged, report)) return kRefused;
@@ -106,7 +106,7 @@ int finish(const Words& words, const AskedSsids& asked, const std::vector<SsidPl
     tell_change(one, done, words.dry_run ? ChangeIs::kTried : ChangeIs::kInStore, report);
     bands.push_back(json_of(one));
   }
-  const std::string next = next_of(asked, applying);
+  const std::string next = next_of(asked);
   if (!words.dry_run) report.text() << "next: " << next << '\n';
   report.data() = {
       {"dry_run", words.dry_run}, {"in_file", false}, {"bands", std::move(bands)}, {"next", words.dry_run ? "" : next}};

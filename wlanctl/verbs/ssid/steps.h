@@ -32,12 +32,9 @@ int asked_ssid(Band band, const std::string& word, Report& report);
 void refuse_taken_name(Band band, const std::string& name, int own, Report& report);
 void refuse_bad_name(const std::string& name, bool force, Report& report);
 
-// What an apply has to be told so that the change comes into force.
-enum class Applying { kPlain, kAgain };
-
 // Judges the plans, carries them out unless this is a dry run, and tells it. `done` completes "is ". The exit code.
 int finish(const Words& words, const AskedSsids& asked, const std::vector<SsidPlan>& plans, const std::string& done,
-           Applying applying, Report& report);
+           Report& report);
 
 // Taken for a change; a dry run waits for nobody.
 class MaybeLock {

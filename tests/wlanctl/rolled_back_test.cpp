@@ -1,0 +1,96 @@
+// A roll back that driver or kernel did not take says so, whoever did it, until it is mended.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "apply_story.h"
+
+namespace wlanctl_test {
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+
+const std::string kWaiting =
+    "wlanctl set 2.4g SSID:1=Kitchen >/dev/null; wlanctl apply 2.4g --confirm 600 >/dev/null 2>&1;";
+const std::string kBroken = "simctl fail iwpriv exit=1 >/dev/null;";
+const std::string kAfter =
+    "echo == log; wlanctl log --json; echo == status; wlanctl status 2.4g 2>&1 | grep -e settings: -e note;"
+    "echo == diff; wlanctl diff 2.4g --in-force 2>/dev/null;"
+    "simctl fail none >/dev/null; wlanctl apply 2.4g >/dev/null 2>&1; echo == mended; wlanctl status 2.4g 2>&1 |"
+    "grep -e settings: -e note;";
+
+const std::string kLog = "L=/run/gateway-sim/syslog; until grep -q 'not confirmed' $L; do sleep 0.02; done; cat $L";
+
+void expect_told(const Result& result) {
+  const Json entry = document_in(behind(result.out, "log"))["data"]["entries"][0];
+  EXPECT_EQ("rollback", entry["operation"]) << result.err;
+  EXPECT_EQ("done", entry["state"]);
+  EXPECT_EQ(false, entry["in_force"]);
+  EXPECT_EQ(6, entry["exit_code"]);
+  EXPECT_THAT(behind(result.out, "status"), HasSubstr("not all that was applied is in force"));
+  EXPECT_THAT(behind(result.out, "status"), HasSubstr("the driver did not take all of what was last applied to 2.4g"));
+  EXPECT_EQ("2.4g: the store is as what was last applied\n", behind(result.out, "diff"));
+  EXPECT_EQ("  settings: store, dat file and what is in force agree\n", behind(result.out, "mended"));
+}
+
+TEST(RolledBack, ByAGuardianWhoseDriverDoesNotTakeItIsNotInForce) {
+  const Result result =
+      run_story(kWaiting + kBroken + "overdue 2.4g; gone 2.4g; no_guardian;" + kAfter + "echo == syslog; " + kLog);
+  expect_told(result);
+  EXPECT_THAT(behind(result.out, "syslog"), HasSubstr("2.4g: not confirmed, rolled back, but not in force"));
+}
+
+TEST(RolledBack, ByAGuardianWhoseInterfaceDoesNotComeUpIsNotInForce) {
+  const Result result =
+      run_story(kWaiting +
+                "simctl fail ifconfig exit=1 ra0 up >/dev/null; overdue 2.4g; gone 2.4g; no_guardian; echo == log;"
+                "wlanctl log --json; echo == status; wlanctl status 2.4g >/dev/null;"
+                "echo $?; echo == syslog; " +
+                kLog);
+  const Json entry = document_in(behind(result.out, "log"))["data"]["entries"][0];
+  EXPECT_EQ(false, entry["in_force"]);
+  EXPECT_EQ("6\n", behind(result.out, "status"));
+  EXPECT_THAT(behind(result.out, "syslog"), HasSubstr("2.4g: not confirmed, rolled back, but not in force"));
+}
+
+TEST(RolledBack, ByTheVerbIsNotInForceEither) {
+  const Result result = run_story(kWaiting + kBroken + "wlanctl rollback; code=$?; echo == code; echo $code;" + kAfter);
+  EXPECT_THAT(result.out, HasSubstr("2.4g: rolled back, but not in force\n"));
+  EXPECT_EQ("6\n", behind(result.out, "code"));
+  expect_told(result);
+}
+
+TEST(RolledBack, ByTheNextVerbIsNotInForceEither) {
+  const Result result = run_story(kWaiting + "kill -9 $(guardian); no_guardian; overdue 2.4g;" + kBroken +
+                                  "wlanctl set 2.4g HideSSID:1=0 >/dev/null;" + kAfter);
+  EXPECT_THAT(result.err, HasSubstr("it is rolled back now, but not in force"));
+  expect_told(result);
+}
+
+TEST(RolledBack, AtOnceIsNotInForceEither) {
+  const Result result = run_story(
+      "wlanctl set 2.4g SSID:1=Kitchen Channel=1 >/dev/null; simctl fail ifconfig exit=1 ra0 up 1 >/dev/null;" +
+      kBroken + "wlanctl apply 2.4g --confirm 600 >/dev/null;" + kAfter);
+  EXPECT_THAT(result.err, HasSubstr("its settings before are back, but not in force either"));
+  expect_told(result);
+}
+
+// As status tells it of the same apply.
+TEST(RolledBack, NoMoreThanAnApplyThatTheDriverDidNotTakeIsInForce) {
+  const auto steps = run_steps({"wlanctl set 2.4g SSID:1=Kitchen >/dev/null;" + kBroken + "wlanctl apply 2.4g",
+                                "wlanctl log --json", "wlanctl status 2.4g --json"});
+  EXPECT_EQ(5, steps[0].status);
+  EXPECT_EQ(false, document_in(steps[1].out)["data"]["entries"][0]["in_force"]);
+  EXPECT_EQ(false, document_in(steps[2].out)["data"]["bands"][0]["settings"]["agree"]);
+}
+
+TEST(RolledBack, AllOfItIsInForce) {
+  const Result result = run_story(kWaiting +
+                                  "wlanctl rollback; code=$?; echo == code; echo $code; wlanctl status 2.4g 2>&1 |"
+                                  "grep -e settings: -e note");
+  EXPECT_EQ("0\n  settings: store, dat file and what is in force agree\n", behind(result.out, "code"));
+  EXPECT_THAT(result.err, Not(HasSubstr("did not take")));
+}
+
+}  // namespace
+}  // namespace wlanctl_test
