@@ -6,6 +6,7 @@ Diagnosis diagnose(const std::vector<Band>& bands) {
   Diagnosis diagnosis;
   check_rights(diagnosis);
   check_tools(diagnosis);
+  check_address_text(diagnosis);
   check_folders(bands, diagnosis);
   for (const Band band : bands) {
     check_dat_file(band, diagnosis);
