@@ -1,8 +1,10 @@
 #include "wlanctl/doctor/checks.h"
+#include "wlanctl/live/driver_time.h"
 
 namespace wlanctl {
 
 Diagnosis diagnose(const std::vector<Band>& bands) {
+  const DriverTime limited;
   Diagnosis diagnosis;
   check_rights(diagnosis);
   check_tools(diagnosis);
