@@ -45,7 +45,12 @@ TEST(Diff, TellsAnApplyWithoutARestartFromNone) {
 }
 
 TEST(Diff, AnotherSsidCountWeighsAReboot) {
-  EXPECT_EQ("reboot", json_of("diff 2.4g", "wlanctl set 2.4g BssidNum=1")["data"]["bands"][0]["apply"]);
+  const auto steps = run_steps({"wlanctl set 2.4g BssidNum=1", "wlanctl diff 2.4g --json", "wlanctl diff 2.4g"});
+  EXPECT_EQ("reboot", document_in(steps[1].out)["data"]["bands"][0]["apply"]);
+  EXPECT_THAT(steps[2].out,
+              HasSubstr("an apply would mean: reboot\n"
+                        "  a restart of the radio, and a reboot: the driver makes interfaces for another\n"
+                        "  BssidNum, and switches hardware NAT, when it is loaded\n"));
 }
 
 TEST(Diff, WhatIsNotWatchedWeighsNothingAndIsShown) {

@@ -95,9 +95,9 @@ TEST(Set, NamesWhatIsWrongWithAKey) {
   EXPECT_EQ(1, steps[0].status);
   EXPECT_THAT(lines_of(steps[0].err),
               ElementsAre("wlanctl: there is no key \"Chanel\"; do you mean Channel?",
-                          "wlanctl: HideSSID is set for each ssid; write HideSSID:1",
+                          "wlanctl: HideSSID is set for each SSID; write HideSSID:1",
                           "wlanctl: Channel is set for the whole band; leave out \":1\"",
-                          "wlanctl: \"9\" is no ssid of HideSSID; ssids are 1 to 8",
+                          "wlanctl: \"9\" is the number of no SSID; write HideSSID:1 to HideSSID:8",
                           "wlanctl: CountryRegionABand is no setting of 2.4g; set it on 5g",
                           "wlanctl: \"Channel\" sets nothing; write KEY=VALUE or KEY:SSID=VALUE"));
 }

@@ -236,6 +236,12 @@ TEST(Watch, ClearsATerminalBeforeEachPage) {
   EXPECT_THAT(result.out, HasSubstr("\033[H\033[2Jgateway"));
 }
 
+TEST(Watch, TakesTheBandBehindItsSeconds) {
+  const Result result = watched("--watch 1 5g --json", "INT");
+  EXPECT_EQ("0", lines_of(result.out).at(0));
+  EXPECT_EQ("5g", band_of(document_in(lines_of(result.out).at(1)), 0)["band"]);
+}
+
 TEST(Watch, TakesOneToThreeThousandSixHundredSeconds) {
   const std::vector<Result> results =
       run_steps({"wlanctl status --watch 0", "wlanctl status --watch 3601", "wlanctl status --watch x"});
