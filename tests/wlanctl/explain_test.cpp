@@ -4,6 +4,7 @@
 
 #include <map>
 #include <regex>
+#include <set>
 
 #include "apply_story.h"
 
@@ -156,9 +157,40 @@ TEST(Explain, TellsWhatAnApplyMakesOfValues) {
   EXPECT_EQ(Json::array(), band_of(explained("CountryCode"), "2.4g")["normalisation"]);
 }
 
+// Whether one of an apply's changes is of the setting itself.
+bool is_overwritten(const Json& data) {
+  for (const Json& band : data["bands"]) {
+    for (const Json& one : band["normalisation"]) {
+      for (const Json& made : one["makes"]) {
+        if (made["key"] == data["key"]) return true;
+      }
+    }
+  }
+  return false;
+}
+
+TEST(Explain, SaysWhyAnApplyOverwritesASetting) {
+  Words keys;
+  const std::vector<Result> listed = run_steps({"wlanctl keys --json"});
+  const Json document = document_in(listed[0].out);
+  for (const Json& key : document["data"]["keys"]) keys.push_back(key["key"]);
+  ASSERT_GT(keys.size(), 100u);
+  std::set<std::string> overwritten;
+  for (const auto& [name, data] : all_explained(keys)) {
+    if (!is_overwritten(data)) continue;
+    overwritten.insert(name);
+    EXPECT_THAT(data["traps"].dump(), HasSubstr("an apply ")) << name;
+  }
+  EXPECT_THAT(overwritten, testing::IsSupersetOf({"HT_OpMode", "WmmCapable", "TxBurst", "FixedTxMode", "TxPower"}));
+}
+
 TEST(Explain, KnowsTheTraps) {
   std::map<std::string, Json> answers =
-      all_explained({"AccessControlList", "AuthMode", "HideSSID", "WPAPSK", "MboSupport", "WscConfMode", "Channel"});
+      all_explained({"AccessControlList", "AuthMode", "HideSSID", "WPAPSK", "MboSupport", "WscConfMode", "Channel",
+                     "HT_OpMode", "WmmCapable"});
+  EXPECT_THAT(answers["HT_OpMode"]["traps"].dump(),
+              HasSubstr("overwrites it by WirelessMode: on 2.4g 1 in modes 0, 1"));
+  EXPECT_THAT(answers["WmmCapable"]["traps"].dump(), HasSubstr("overwrites it by WirelessMode: on 2.4g 0 in modes 6"));
   EXPECT_THAT(answers["AccessControlList"]["traps"].dump(), HasSubstr("the driver gets the first one only"));
   EXPECT_THAT(answers["AuthMode"]["traps"].dump(), HasSubstr("OPEN loses the passphrase"));
   EXPECT_THAT(answers["HideSSID"]["traps"].dump(), HasSubstr("an SSID's empty value ends the list at a save"));

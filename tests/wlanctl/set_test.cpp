@@ -89,6 +89,16 @@ TEST(Set, AFailedTryRunsNothingAndRemembersNothing) {
   EXPECT_THAT(steps[4].out, HasSubstr("iwpriv ra0 set WscConfMode=1"));
 }
 
+TEST(Set, SaysThatAModeWithoutPskAsksARadiusServer) {
+  const auto steps = run_live({"wlanctl set 2.4g AuthMode:1=WPA3", "wlanctl set 2.4g AuthMode:1=WPA3PSK",
+                               "wlanctl set 2.4g AuthMode:1=WPA2PSK"});
+  EXPECT_EQ(0, steps[0].status);
+  EXPECT_EQ("wlanctl: note: AuthMode:1: WPA3 asks a RADIUS server, and no passphrase; with one it is WPA3PSK\n",
+            steps[0].err);
+  EXPECT_EQ("", steps[1].err);
+  EXPECT_EQ("", steps[2].err);
+}
+
 TEST(Set, NamesWhatIsWrongWithAKey) {
   const auto steps =
       run_live({"wlanctl set 2.4g Chanel=6 HideSSID=1 Channel:1=6 HideSSID:9=1 CountryRegionABand=1 Channel"});
