@@ -19,7 +19,7 @@ constexpr int64_t kAgainMs = 100;
 
 struct Waited {
   int64_t left_ms = kDriverMs;
-  bool is_told = false;
+  const Report* told = nullptr;  // whose reader knows
 };
 Waited g_waited[kBandCount];
 bool g_is_limited = false;
@@ -96,7 +96,7 @@ void complain_of_driver(Report& report, Band band, const std::string& interface,
                         const std::string& reason) {
   const Asked asked = asked_of(band, interface);
   if (!is_driver_late(band)) return complain(report, asked, what, reason);
-  if (std::exchange(g_waited[number_of(band)].is_told, true)) return;
+  if (std::exchange(g_waited[number_of(band)].told, &report) == &report) return;
   Json details = asked.details;
   details["question"] = what;
   details["reason"] = "the driver is slow";

@@ -167,6 +167,7 @@ int act(const Words& words, Report& report, const char* action, Aim aim, Write w
                     {{"band", label_of(band)}, {"ssid", words.ssid}, {"reason", printed}}});
     return kNoAnswer;
   }
+  const DriverTime limited;
   look_for(aim, band, words.ssid, report);
   show_session(report, band, served_ssid(band, words.ssid));
   return report.has_problems() ? kNoAnswer : kDone;
