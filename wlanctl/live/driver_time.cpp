@@ -59,12 +59,14 @@ void end_signals() {
 
 }  // namespace
 
-DriverTime::DriverTime() {
+DriverTime::DriverTime() : is_first_(!g_is_limited) {
+  if (!is_first_) return;
   g_is_limited = true;
   renew();
 }
 
 DriverTime::~DriverTime() {
+  if (!is_first_) return;
   g_is_limited = false;
   renew();
 }

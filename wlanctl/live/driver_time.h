@@ -22,6 +22,9 @@ class DriverTime {
 
   // Gives it anew, to the next page of a watch.
   static void renew();
+
+ private:
+  bool is_first_;  // one within another is part of that
 };
 
 // One question's part of it.
