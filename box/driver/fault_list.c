@@ -5,11 +5,6 @@
 
 #include "box/driver/text.h"
 
-static bool meets(const Fault* fault, unsigned long request, uint16_t oid, const char* interface) {
-  if (fault->request != request || (fault->oid >= 0 && fault->oid != oid)) return false;
-  return strcmp(fault->interface, "*") == 0 || strcmp(fault->interface, interface) == 0;
-}
-
 static bool parse_line(const char* line, size_t length, Fault* fault) {
   char copy[kMostListLine];
   if (length >= sizeof copy) return false;
@@ -25,7 +20,7 @@ bool find_fault(const char* faults, unsigned long request, uint16_t oid, const c
   for (const char* line = faults; *line != '\0';) {
     const size_t length = strcspn(line, "\n");
     const char* const next = line + length + (line[length] == '\n');
-    if (parse_line(line, length, &fault) && meets(&fault, request, oid, interface)) {
+    if (parse_line(line, length, &fault) && is_fault_of(&fault, request, oid, interface)) {
       *met = fault;
       if (fault.count < 0) return true;
       Text text = {NULL, 0, 0, false};

@@ -14,10 +14,7 @@
 #define FAULTS_LOCK DRIVER_LISTS "/faults.lock"
 
 static bool meets(unsigned long number, const struct iwreq* request, const Fault* fault) {
-  if (fault->request != number) return false;
-  if (fault->oid >= 0 && fault->oid != request->u.data.flags) return false;
-  return strcmp(fault->interface, "*") == 0 ||
-         strncmp(fault->interface, request->ifr_name, sizeof request->ifr_name) == 0;
+  return is_fault_of(fault, number, request->u.data.flags, request->ifr_name);
 }
 
 static bool find_fault(char* text, unsigned long number, const struct iwreq* request, Fault* found) {

@@ -139,6 +139,12 @@ bool parse_fault(const char* line, Fault* fault) {
          fault->delay_ms <= kMostFaultDelayMs;
 }
 
+// Both drivers ask this: a name may fill its field, without an end.
+bool is_fault_of(const Fault* fault, unsigned long request, uint16_t oid, const char* interface) {
+  if (fault->request != request || (fault->oid >= 0 && fault->oid != oid)) return false;
+  return strcmp(fault->interface, "*") == 0 || strncmp(fault->interface, interface, sizeof fault->interface) == 0;
+}
+
 void format_fault(const Fault* fault, char line[kMostListLine]) {
   snprintf(line, kMostListLine, "%lx %d %d %s %d %u %d", fault->request, fault->oid, fault->error, fault->interface,
            fault->count, fault->delay_ms, fault->cut);

@@ -72,6 +72,9 @@ bool parse_neighbour(const char* line, Neighbour* neighbour);
 bool parse_process(const char* line, DriverProcess* process);
 bool parse_fault(const char* line, Fault* fault);
 
+// Whether a request on an interface, with that OID among its flags, is one that the fault is for.
+bool is_fault_of(const Fault* fault, unsigned long request, uint16_t oid, const char* interface);
+
 void format_station(const Station* station, char line[kMostListLine]);
 void format_neighbour(const Neighbour* neighbour, char line[kMostListLine]);
 void format_process(const DriverProcess* process, char line[kMostListLine]);

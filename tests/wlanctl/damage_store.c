@@ -1,5 +1,5 @@
 /* Does to a band's store what only a process that went wrong does: damage_store HOW KEY, with the key of the segment or,
- * for "raise", of the semaphore. */
+ * for "raise" and "unnamed", of the semaphore. */
 #include <stdlib.h>
 #include <string.h>
 #include <sys/ipc.h>
@@ -19,6 +19,10 @@ int main(int argc, char** argv) {
   if (strcmp(argv[1], "raise") == 0) {
     struct sembuf give = {0, 1, 0};
     return semop(semget(key, 1, 0), &give, 1) != 0;
+  }
+  /* Taken, as it is made, and by nobody that the kernel knows. */
+  if (strcmp(argv[1], "unnamed") == 0) {
+    return semctl(semget(key, 1, 0), 0, IPC_RMID) != 0 || semget(key, 1, IPC_CREAT | 0666) < 0;
   }
   const int segment = shmget(key, 0, 0);
   if (strcmp(argv[1], "forbid") == 0) return forbid(segment);

@@ -44,8 +44,23 @@ TEST(Diff, TellsAnApplyWithoutARestartFromNone) {
   EXPECT_EQ("5g: the store is as the dat file; an apply would mean: nothing\n", steps[2].out);
 }
 
+TEST(Diff, WaitsForASlowDriverOnce) {
+  const auto steps =
+      run_steps({"wlanctl apply 2.4g --again >/dev/null 2>&1; simctl fail channel slow=60 ra0", "wlanctl diff 2.4g"});
+  EXPECT_EQ(0, steps[1].status);
+  EXPECT_EQ(
+      "wlanctl: note: 2.4g: the driver took longer than 3 s to tell its channel; whether it serves what was "
+      "applied is not known\n",
+      steps[1].err);
+}
+
 TEST(Diff, AnotherSsidCountWeighsAReboot) {
-  EXPECT_EQ("reboot", json_of("diff 2.4g", "wlanctl set 2.4g BssidNum=1")["data"]["bands"][0]["apply"]);
+  const auto steps = run_steps({"wlanctl set 2.4g BssidNum=1", "wlanctl diff 2.4g --json", "wlanctl diff 2.4g"});
+  EXPECT_EQ("reboot", document_in(steps[1].out)["data"]["bands"][0]["apply"]);
+  EXPECT_THAT(steps[2].out,
+              HasSubstr("an apply would mean: reboot\n"
+                        "  a restart of the radio, and a reboot: the driver makes interfaces for another\n"
+                        "  BssidNum, and switches hardware NAT, when it is loaded\n"));
 }
 
 TEST(Diff, WhatIsNotWatchedWeighsNothingAndIsShown) {

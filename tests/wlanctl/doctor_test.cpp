@@ -107,6 +107,30 @@ const std::vector<Damages>& gateways() {
         "damage_store forbid 0x12345; damage_store empty 0x12346",
         {"store-refused 2.4g", "store-empty 5g"},
         "setpriv --bounding-set -ipc_owner --inh-caps -ipc_owner wlanctl doctor --json"}},
+      {{"stores with values that cannot be",
+        "sed -i 's/^HideSSID=.*/HideSSID=7;0/; s/^WscConfStatus=.*/WscConfStatus=2;0/; /^TxPower=/d' " + dat + "\n" +
+            kInit +
+            "wlanctl set 2.4g --force AuthMode:1=wpa2psk WscConfMode:1=4 >/dev/null 2>&1\n"
+            "long=$(printf 'x%.0s' $(seq 110))\n"
+            "wlanctl set 5g --force WEPAuthType:1=$long WEPAuthType:2=$long >/dev/null 2>&1",
+        {"store-errors 2.4g", "store-doubts 2.4g", "store-lacks-keys 2.4g", "wps-mode 2.4g", "wps-status 2.4g",
+         "store-unsaveable 5g"}},
+       {"a count of SSIDs without their keys",
+        "wlanctl save 2.4g --force >/dev/null 2>&1; sed -i 's/^BssidNum=.*/BssidNum=3/' " + dat +
+            "; wlanctl revert 2.4g --force >/dev/null 2>&1",
+        {"store-lacks-ssid 2.4g"}},
+       {"a segment that was removed under a process",
+        "hold_store 0x12346 segment & echo $! >holder; until [ -e held ]; do sleep 0.02; done; ipcrm -M 0x12346",
+        {"store-removed 5g", "store-missing 5g"},
+        "wlanctl doctor --json; status=$?; touch done\n"
+        "while kill -0 $(cat holder) 2>/dev/null; do sleep 0.02; done; exit $status"},
+       {"a kernel that makes no such segment",
+        "rm /proc/sys; mkdir -p /proc/sys/kernel; echo 4096 >/proc/sys/kernel/shmmax; echo 1 >/proc/sys/kernel/shmall",
+        {"shm-limit 2.4g", "shm-limit 5g"}},
+       {"an ifconfig of another kind",
+        "mkdir tools; printf '#!/bin/sh\\necho inet 192.168.2.1\\n' >tools/ifconfig; chmod +x tools/ifconfig",
+        {"ifconfig-foreign"},
+        "PATH=$PWD/tools:$PATH; wlanctl doctor --json"}},
       {{"an apply that is not in force",
         kInit + std::string("wlanctl set 2.4g Channel=11 >/dev/null; simctl fail ifconfig exit=1 ra0 up\n"
                             "wlanctl apply 2.4g >/dev/null 2>&1; true"),

@@ -156,9 +156,34 @@ TEST(Explain, TellsWhatAnApplyMakesOfValues) {
   EXPECT_EQ(Json::array(), band_of(explained("CountryCode"), "2.4g")["normalisation"]);
 }
 
+// Whether one of an apply's changes is of the setting itself.
+bool is_overwritten(const Json& data) {
+  for (const Json& band : data["bands"]) {
+    for (const Json& one : band["normalisation"]) {
+      for (const Json& made : one["makes"]) {
+        if (made["key"] == data["key"]) return true;
+      }
+    }
+  }
+  return false;
+}
+
+TEST(Explain, SaysWhyAnApplyOverwritesASetting) {
+  const Words keys = {"BasicRate", "DefaultKeyID", "FixedTxMode", "HT_OpMode", "Key1Str",
+                      "Key4Type",  "TxBurst",      "TxPower",     "WmmCapable"};
+  for (const auto& [name, data] : all_explained(keys)) {
+    EXPECT_TRUE(is_overwritten(data)) << name;
+    EXPECT_THAT(data["traps"].dump(), HasSubstr("an apply ")) << name;
+  }
+}
+
 TEST(Explain, KnowsTheTraps) {
   std::map<std::string, Json> answers =
-      all_explained({"AccessControlList", "AuthMode", "HideSSID", "WPAPSK", "MboSupport", "WscConfMode", "Channel"});
+      all_explained({"AccessControlList", "AuthMode", "HideSSID", "WPAPSK", "MboSupport", "WscConfMode", "Channel",
+                     "HT_OpMode", "WmmCapable"});
+  EXPECT_THAT(answers["HT_OpMode"]["traps"].dump(),
+              HasSubstr("overwrites it by WirelessMode: on 2.4g 1 in modes 0, 1"));
+  EXPECT_THAT(answers["WmmCapable"]["traps"].dump(), HasSubstr("overwrites it by WirelessMode: on 2.4g 0 in modes 6"));
   EXPECT_THAT(answers["AccessControlList"]["traps"].dump(), HasSubstr("the driver gets the first one only"));
   EXPECT_THAT(answers["AuthMode"]["traps"].dump(), HasSubstr("OPEN loses the passphrase"));
   EXPECT_THAT(answers["HideSSID"]["traps"].dump(), HasSubstr("an SSID's empty value ends the list at a save"));

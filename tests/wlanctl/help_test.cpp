@@ -60,6 +60,18 @@ TEST(Hint, NamesTheVerbThatIsMeant) {
   EXPECT_EQ("wlanctl: there is no verb \"xyzzy\"; wlanctl --help lists the verbs", said_of("xyzzy"));
 }
 
+TEST(Hint, TakesTheBeginningOfOneVerbForThatOne) {
+  EXPECT_THAT(said_of("stat"), HasSubstr("do you mean status?"));
+  EXPECT_THAT(said_of("mon"), HasSubstr("do you mean monitor?"));
+  EXPECT_THAT(said_of("ssid ad"), HasSubstr("there is no verb \"ssid ad\"; do you mean add?"));
+  EXPECT_THAT(said_of("sta"), testing::Not(HasSubstr("do you mean")));
+}
+
+TEST(Hint, SaysWhatAnOptionTakesBeforeItSpeaksOfTheArgumentBehindIt) {
+  EXPECT_THAT(said_of("status --watch 5g"), HasSubstr("--watch takes a number, and \"5g\" is none"));
+  EXPECT_THAT(said_of("status --watch 1 6g"), HasSubstr("there is no band \"6g\""));
+}
+
 TEST(Hint, NamesTheNearestOfSeveral) {
   EXPECT_THAT(said_of("stauts"), HasSubstr("do you mean status?"));
   EXPECT_THAT(said_of("saev"), HasSubstr("do you mean save?"));

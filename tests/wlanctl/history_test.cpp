@@ -58,6 +58,12 @@ TEST(History, TellsWhatAnApplyMeant) {
   EXPECT_EQ("reboot", entries_after("wlanctl set 2.4g BssidNum=1; wlanctl apply 2.4g --force")[0]["meaning"]);
 }
 
+TEST(History, SaysThatARebootIsAdvisedRatherThanThatThereWasOne) {
+  const std::vector<Result> steps =
+      run_steps({"wlanctl set 2.4g BssidNum=1; wlanctl apply 2.4g --force", "wlanctl log"});
+  EXPECT_THAT(steps[1].out, HasSubstr("  reboot advised  in force\n"));
+}
+
 TEST(History, HasNothingOfAnApplyWithNothingToApply) {
   EXPECT_EQ(1u, entries_after("wlanctl save 2.4g; wlanctl apply 2.4g").size());
 }

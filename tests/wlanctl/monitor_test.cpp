@@ -104,9 +104,8 @@ TEST(Monitor, TellsOfAStoreThatGoesAndComesBack) {
 
 TEST(Monitor, TellsOfADatFileThatIsWrittenAndGone) {
   const Result result = watch("2.4g",
-                              "wlanctl save 2.4g >/dev/null 2>&1; comes 'dat-file  /etc/Wireless/RT2860AP/RT2860AP.dat "
-                              "written, [0-9]* bytes'\n"
-                              "rm /etc/Wireless/RT2860AP/RT2860AP.dat; comes 'RT2860AP.dat is gone'");
+                              "wlanctl save 2.4g >/dev/null 2>&1; comes 'dat-file  written, [0-9]* bytes'\n"
+                              "rm /etc/Wireless/RT2860AP/RT2860AP.dat; comes 'dat-file  it is gone'");
   EXPECT_THAT(result.out, Not(HasSubstr("applied")));
 }
 
@@ -115,6 +114,30 @@ TEST(Monitor, TellsOfAnApply) {
                               "wlanctl set 2.4g Channel=11 >/dev/null; wlanctl apply 2.4g >/dev/null 2>&1\n"
                               "comes '2.4g  applied  applied'");
   EXPECT_THAT(result.out, AllOf(HasSubstr("interface-down  ra0 down"), HasSubstr("interface-up  ra0 up")));
+}
+
+TEST(Monitor, TellsTheValuesOfAnApplyBeforeIt) {
+  const Result result = watch("2.4g",
+                              "wlanctl set 2.4g Channel=11 SSID:1=Kitchen >/dev/null\n"
+                              "wlanctl apply 2.4g >/dev/null 2>&1; comes '  applied  '");
+  for (const char* const before : {"  value  Channel  6 -> 11", "  value  SSID:1  ", "  channel  channel 6 -> 11"}) {
+    ASSERT_THAT(result.out, HasSubstr(before));
+    EXPECT_LT(result.out.find(before), result.out.find("  applied  ")) << result.out;
+  }
+}
+
+TEST(Monitor, TellsWhenWhatWasAppliedIsNotInForceAndIsAgain) {
+  const Result result = watch("2.4g",
+                              "wlanctl set 2.4g Channel=11 >/dev/null; simctl fail ifconfig exit=1 ra0 up\n"
+                              "wlanctl apply 2.4g >/dev/null 2>&1; comes '2.4g  not-in-force  ra0 is down'\n"
+                              "simctl fail none; ifconfig ra0 up; brctl addif br-lan ra0\n"
+                              "comes '2.4g  in-force-again  what was applied is in force again'");
+  EXPECT_THAT(result.out, HasSubstr("ended 0"));
+}
+
+TEST(Monitor, TellsOfADatFileInEightyColumns) {
+  const Result result = watch("5g", "wlanctl save 5g >/dev/null 2>&1; comes 'dat-file'");
+  for (const std::string& line : lines_of(result.out)) EXPECT_LE(line.size(), 80u) << line;
 }
 
 TEST(Monitor, TellsOfAnApplyThatChangesNothingButRunsAgain) {
@@ -183,6 +206,13 @@ TEST(Monitor, TellsOfADriverThatIsGoneAndAnswersAgain) {
   EXPECT_THAT(result.out, HasSubstr("ended 0"));
 }
 
+TEST(Monitor, TakesADriverThatIsSlowForGoneAndGoesOn) {
+  const Result result = watch("2.4g",
+                              "simctl fail channel slow=60 ra0; comes 'driver-gone  .*: it takes longer than 3 s'\n"
+                              "ifconfig ra1 down; comes 'ra1 down'; simctl fail none; comes 'driver-back'");
+  EXPECT_THAT(result.out, HasSubstr("ended 0"));
+}
+
 TEST(Monitor, SaysOnceWhatIsMissingAndGoesOn) {
   const Result result = run(watched("",
                                     "comes '2.4g  dat-file  there is no '; simctl channel 5g 40; comes '36 -> 40'\n"
@@ -196,7 +226,7 @@ TEST(Monitor, SaysOnceWhatIsMissingAndGoesOn) {
   };
   EXPECT_EQ(1, count("2.4g  store-gone  there is no store to be read")) << result.out;
   EXPECT_EQ(1, count("2.4g  driver-gone  the driver does not answer: there is no ra0"));
-  EXPECT_EQ(1, count("2.4g  dat-file  there is no /etc/Wireless/RT2860AP/RT2860AP.dat"));
+  EXPECT_EQ(1, count("2.4g  dat-file  there is no dat file"));
   EXPECT_EQ(5u, lines_of(result.out).size() - 1) << result.out;
 }
 
@@ -223,6 +253,8 @@ TEST(Monitor, TellsEachEventAsADocumentOnALine) {
                   "wlanctl set 2.4g Channel=11 >/dev/null; wlanctl apply 2.4g >/dev/null 2>&1; comes '\"applied\"'\n"
                   "wlanctl set 2.4g Channel=1 >/dev/null; wlanctl apply 2.4g --confirm 600 >/dev/null 2>&1\n"
                   "comes apply-waiting; wlanctl rollback 2.4g >/dev/null 2>&1; comes rolled-back\n"
+                  "simctl fail ifconfig exit=1 ra0 up; wlanctl apply 2.4g --again >/dev/null 2>&1; comes not-in-force\n"
+                  "simctl fail none; wlanctl apply 2.4g --again >/dev/null 2>&1; comes in-force-again\n"
                   "hold_store 0x12349 & comes lock-held; touch done; comes lock-free\n"
                   "simctl fail channel EIO; comes driver-gone; simctl fail none; comes driver-back\n"
                   "ipcrm -M 0x12346; comes store-gone"));

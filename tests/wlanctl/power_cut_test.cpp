@@ -118,6 +118,7 @@ TEST(Rollback, OfNothingIsRefused) {
   EXPECT_EQ(1, document["exit_code"]);
   EXPECT_EQ(Json::array(), document["data"]["bands"]);
   EXPECT_THAT(document["problems"].at(0)["message"].dump(), HasSubstr("nothing waits for a confirmation on 5g"));
+  EXPECT_EQ("wlanctl log lists what was done, and wlanctl undo takes it back", document["problems"].at(0)["next"]);
 }
 
 TEST(Rollback, PutsBackWhatADamagedFileDoesNotTell) {

@@ -89,15 +89,25 @@ TEST(Set, AFailedTryRunsNothingAndRemembersNothing) {
   EXPECT_THAT(steps[4].out, HasSubstr("iwpriv ra0 set WscConfMode=1"));
 }
 
+TEST(Set, SaysThatAModeWithoutPskAsksARadiusServer) {
+  const auto steps = run_live({"wlanctl set 2.4g AuthMode:1=WPA3", "wlanctl set 2.4g AuthMode:1=WPA3PSK",
+                               "wlanctl set 2.4g AuthMode:1=WPA2PSK"});
+  EXPECT_EQ(0, steps[0].status);
+  EXPECT_EQ("wlanctl: note: AuthMode:1: WPA3 asks a RADIUS server, and no passphrase; with one it is WPA3PSK\n",
+            steps[0].err);
+  EXPECT_EQ("", steps[1].err);
+  EXPECT_EQ("", steps[2].err);
+}
+
 TEST(Set, NamesWhatIsWrongWithAKey) {
   const auto steps =
       run_live({"wlanctl set 2.4g Chanel=6 HideSSID=1 Channel:1=6 HideSSID:9=1 CountryRegionABand=1 Channel"});
   EXPECT_EQ(1, steps[0].status);
   EXPECT_THAT(lines_of(steps[0].err),
               ElementsAre("wlanctl: there is no key \"Chanel\"; do you mean Channel?",
-                          "wlanctl: HideSSID is set for each ssid; write HideSSID:1",
+                          "wlanctl: HideSSID is set for each SSID; write HideSSID:1",
                           "wlanctl: Channel is set for the whole band; leave out \":1\"",
-                          "wlanctl: \"9\" is no ssid of HideSSID; ssids are 1 to 8",
+                          "wlanctl: \"9\" is the number of no SSID; write HideSSID:1 to HideSSID:8",
                           "wlanctl: CountryRegionABand is no setting of 2.4g; set it on 5g",
                           "wlanctl: \"Channel\" sets nothing; write KEY=VALUE or KEY:SSID=VALUE"));
 }

@@ -103,6 +103,31 @@ TEST(Status, EachRequestThatFailsIsAProblem) {
   }
 }
 
+TEST(Status, ASlowDriverIsNotWaitedForAgainAndAgain) {
+  const std::vector<Result> results = run_steps(
+      {"simctl fail noise slow=60 ra0; wlanctl status --json",
+       "simctl fail none; simctl fail stations slow=60 ra0; wlanctl stations --json; echo; wlanctl stations >/dev/null",
+       "simctl fail none; simctl fail channel slow=60 ra0; wlanctl doctor 2.4g --json"});
+  const Json status = document_in(results[0].out);
+  EXPECT_EQ(5, status["exit_code"]);
+  ASSERT_EQ(1u, status["problems"].size());
+  EXPECT_EQ("its noise", status["problems"][0]["question"]);
+  EXPECT_EQ("2.4g", status["problems"][0]["band"]);
+  EXPECT_EQ(6, band_of(status, 0)["channel"]);
+  EXPECT_TRUE(band_of(status, 0)["load_percent"].is_null());
+  EXPECT_TRUE(band_of(status, 0)["ssids"][1]["stations"].is_null());
+  EXPECT_TRUE(band_of(status, 0)["neighbours"].is_null());
+  EXPECT_EQ(1u, band_of(status, 1)["ssids"][0]["stations"].size());
+  const Json stations = document_in(results[1].out.substr(0, results[1].out.find("\n\n")));
+  ASSERT_EQ(1u, stations["problems"].size());
+  EXPECT_TRUE(stations["data"]["bands"][0]["ssids"][1]["stations"].is_null());
+  EXPECT_EQ(1u, stations["data"]["bands"][1]["ssids"][0]["stations"].size());
+  EXPECT_THAT(results[1].err, HasSubstr("wlanctl: 2.4g: ra0 did not tell its stations in time: the driver got 3 s, and "
+                                        "the rest of the band was not asked; try again; the kernel's log may tell "
+                                        "more\n"));
+  EXPECT_THAT(results[2].out, HasSubstr("\"looked_at\": \"ra0: it takes longer than 3 s\""));
+}
+
 TEST(Status, WhatTheLibraryPrintsIsNoOutputOfTheTool) {
   const std::vector<Result> results =
       run_steps({"simctl fail channel EIO; simctl fail stations EIO; wlanctl status", "wlanctl status --json"});
@@ -208,6 +233,12 @@ TEST(Watch, ClearsATerminalBeforeEachPage) {
           "while [ $(grep -c Gateway-Home-5G pages) -lt 2 ]; do sleep 0.05; done\n"
           "kill $recorder; wait $recorder; cat pages");
   EXPECT_THAT(result.out, HasSubstr("\033[H\033[2Jgateway"));
+}
+
+TEST(Watch, TakesTheBandBehindItsSeconds) {
+  const Result result = watched("--watch 1 5g --json", "INT");
+  EXPECT_EQ("0", lines_of(result.out).at(0));
+  EXPECT_EQ("5g", band_of(document_in(lines_of(result.out).at(1)), 0)["band"]);
 }
 
 TEST(Watch, TakesOneToThreeThousandSixHundredSeconds) {

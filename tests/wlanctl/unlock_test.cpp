@@ -37,6 +37,19 @@ TEST(Unlock, LeavesTheLockOfAProcessThatLives) {
   EXPECT_EQ("1\n1\n1\n1\n5g: the lock is free\n", result.out) << result.err;
 }
 
+TEST(Unlock, FreesALockThatNobodyIsKnownToHoldWhenThatIsInsistedOn) {
+  const std::vector<Result> steps =
+      run_steps({"library_probe init 0 >/dev/null 2>&1; damage_store unnamed 0x12348", "wlanctl set 2.4g Channel=1",
+                 "wlanctl unlock 2.4g", "wlanctl unlock 2.4g --force && wlanctl set 2.4g Channel=1"});
+  EXPECT_EQ(3, steps[1].status);
+  EXPECT_EQ(
+      "wlanctl: the store of 2.4g is held by a process that the kernel does not name, which does not let go; wlanctl "
+      "unlock 2.4g --force frees it\n",
+      steps[1].err);
+  EXPECT_THAT(steps[2].err, HasSubstr("stop the management processes, and insist with --force"));
+  EXPECT_EQ(0, steps[3].status) << steps[3].err;
+}
+
 TEST(Unlock, SaysThatTheLockIsFree) {
   EXPECT_EQ("2.4g: the lock is free\n", run("wlanctl unlock 2.4g").out);
 }

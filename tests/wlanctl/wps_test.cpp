@@ -154,6 +154,14 @@ TEST(Wps, ADriverThatRefusesIsAProblem) {
   EXPECT_THAT(document["problems"][0]["reason"].get<std::string>(), HasSubstr("iwpriv"));
 }
 
+TEST(Wps, ASlowDriverIsAskedOnceWhetherItDidIt) {
+  const Json document = json_of("wps pbc 2.4g 1", "simctl fail wps-state slow=60 ra0");
+  EXPECT_EQ(5, document["exit_code"]);
+  ASSERT_EQ(1u, document["problems"].size());
+  EXPECT_EQ("the state of its WPS", document["problems"][0]["question"]);
+  EXPECT_TRUE(document["data"]["pin"].is_null());
+}
+
 TEST(Wps, LeavesStoreAndTemporaryFilesAlone) {
   const Result result =
       run("library_probe init 0 init 1 >/dev/null; wlanctl dump --json --secrets >before; ls -A /tmp >names; wlanctl "

@@ -13,6 +13,7 @@
 #include "wlanctl/files/state_file.h"
 #include "wlanctl/library/command.h"
 #include "wlanctl/live/bridge.h"
+#include "wlanctl/live/driver_time.h"
 #include "wlanctl/live/module.h"
 #include "wlanctl/live/radio.h"
 #include "wlanctl/store/value.h"
@@ -288,7 +289,15 @@ void complain_of(Band band, const std::vector<Lack>& lacks, const std::string& n
 
 void note_undone(Band band, Report& report) {
   const std::string label = label_of(band);
-  for (const Lack& lack : look_now(band)) {
+  const DriverTime limited;
+  const std::vector<Lack> lacks = look_now(band);
+  const bool is_late = is_driver_late(band);
+  if (is_late) {
+    report.note(label + ": the driver took longer than " + std::to_string(kDriverSeconds) +
+                " s to tell its channel; whether it serves what was applied is not known");
+  }
+  for (const Lack& lack : lacks) {
+    if (is_late && lack.wanted.state == State::kAnswers) continue;
     report.note(label + ": " + lacking(lack.wanted) + ", which the settings want otherwise; wlanctl radio on " + label +
                 " or wlanctl apply " + label + " --again brings it back");
   }

@@ -38,6 +38,10 @@ bool takes_value(const Word& word) {
   return word.place.flag == nullptr && word.place.maybe_seconds == nullptr;
 }
 
+bool may_take_value(const Word& word) {
+  return word.place.maybe_seconds != nullptr;
+}
+
 std::string without_dashes(const std::string& name) {
   const size_t begin = name.find_first_not_of('-');
   return begin == std::string::npos ? "" : name.substr(begin);
@@ -72,15 +76,20 @@ const Verb* verb_below(const Verb& verb, const std::string& name) {
   return nullptr;
 }
 
-std::string nearest_verb(const Verb& verb, const std::string& name) {
-  std::vector<std::string> names;
-  for (const Verb* const below : verb.verbs) names.emplace_back(below->name);
-  return nearest(names, name);
-}
-
 std::string in_small_letters(std::string text) {
   for (char& c : text) c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
   return text;
+}
+
+// Who types the beginning of one alone means that, however near another one is.
+std::string nearest_verb(const Verb& verb, const std::string& name) {
+  std::vector<std::string> names;
+  std::vector<std::string> begun;
+  for (const Verb* const below : verb.verbs) {
+    names.emplace_back(below->name);
+    if (!name.empty() && names.back().starts_with(in_small_letters(name))) begun.push_back(names.back());
+  }
+  return begun.size() == 1 ? begun.front() : nearest(begun.empty() ? names : begun, name);
 }
 
 std::vector<std::string> choices_of(const Word& word) {
@@ -134,7 +143,13 @@ Mistake mistake_in(const Program& program, const std::vector<std::string>& words
       }
       const size_t equals = word.find('=');
       const Word* const option = option_named(*verb, word.substr(0, equals));
-      if (option == nullptr || !takes_value(*option)) continue;
+      if (option == nullptr) continue;
+      if (!takes_value(*option)) {
+        const bool is_followed = equals == std::string::npos && i + 1 < words.size() && !words[i + 1].starts_with('-');
+        if (!may_take_value(*option) || !is_followed) continue;
+        if (!number_in(words[++i])) return {word + " takes a number, and \"" + words[i] + "\" is none", "", path};
+        continue;
+      }
       if (equals == std::string::npos && ++i == words.size()) break;
       const Mistake mistake =
           mistake_in_value(*option, equals == std::string::npos ? words[i] : word.substr(equals + 1), path);

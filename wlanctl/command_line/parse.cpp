@@ -104,7 +104,8 @@ class Parser {
     if (place.seconds != nullptr) {
       return in_range<unsigned>(*app.add_option(word.name, said_->*place.seconds, word.help), word);
     }
-    return in_range<unsigned>(*app.add_option(word.name, said_->*place.maybe_seconds, word.help)->expected(0, 1), word);
+    CLI::Option& option = *app.add_option(word.name, said_->*place.maybe_seconds, word.help)->expected(0, 1);
+    return in_range<unsigned>(*option.allow_extra_args(false), word);
   }
 
   template <typename Number>

@@ -1,10 +1,12 @@
-// The checks of `doctor`, by what they look at. They change nothing and wait for nobody.
+// The checks of `doctor`, by what they look at. They change nothing and wait for nobody, but for a moment where a program
+// is asked.
 #pragma once
 
 #include <map>
 #include <string>
 #include <vector>
 
+#include "wifimgr_lib.h"
 #include "wlanctl/doctor/diagnosis.h"
 
 namespace wlanctl {
@@ -14,9 +16,11 @@ using Settings = std::map<std::string, std::vector<std::string>>;
 
 void check_dat_file(Band band, Diagnosis& diagnosis);
 void check_store(Band band, Diagnosis& diagnosis);
+void check_values(Band band, const std::vector<wifimgr_attr_record>& table, Diagnosis& diagnosis);
 void check_lock(Band band, Diagnosis& diagnosis);
 void check_rights(Diagnosis& diagnosis);
 void check_tools(Diagnosis& diagnosis);
+void check_address_text(Diagnosis& diagnosis);
 void check_module(Band band, Diagnosis& diagnosis);
 void check_interfaces(Band band, const Settings& settings, Diagnosis& diagnosis);
 void check_driver(Band band, Diagnosis& diagnosis);

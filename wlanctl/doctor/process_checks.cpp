@@ -1,13 +1,18 @@
 // What the process may do, and the programs that the library runs.
+#include <ifaddrs.h>
 #include <linux/capability.h>
+#include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
 #include <cstdlib>
 
+#include "wlanctl/base/clock.h"
 #include "wlanctl/base/text.h"
 #include "wlanctl/doctor/checks.h"
+#include "wlanctl/library/command.h"
+#include "wlanctl/library/output.h"
 
 namespace wlanctl {
 namespace {
@@ -43,6 +48,23 @@ constexpr Tool kCalled[] = {{"/bin/sh", Ill::kToolMissing},
                             {"/usr/bin/wscd", Ill::kToolLacking},
                             {"/userfs/bin/mtd", Ill::kToolLacking}};
 
+// The library reads an interface's address behind this, in what ifconfig prints.
+constexpr char kAddressMark[] = "inet addr:";
+
+// The bridge, where it has an address; else another interface that has one. "" where none has.
+std::string interface_with_address() {
+  ifaddrs* all = nullptr;
+  if (getifaddrs(&all) != 0) return "";
+  std::string found;
+  for (const ifaddrs* one = all; one != nullptr; one = one->ifa_next) {
+    if (one->ifa_addr == nullptr || one->ifa_addr->sa_family != AF_INET) continue;
+    const std::string name = one->ifa_name;
+    if (found.empty() || name == "br0") found = name;
+  }
+  freeifaddrs(all);
+  return found;
+}
+
 bool is_program(const std::string& path) {
   struct stat status;
   return stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode) && access(path.c_str(), X_OK) == 0;
@@ -77,6 +99,20 @@ void check_tools(Diagnosis& diagnosis) {
     const std::string place = place_of(tool.name);
     diagnosis.add(place.empty(), tool.ill, kTools, std::nullopt, place.empty() ? tool.name : place);
   }
+}
+
+// It is run as the library runs it, but not waited for longer than a moment.
+void check_address_text(Diagnosis& diagnosis) {
+  constexpr int64_t kLongestMs = 3000;
+  const std::string interface = interface_with_address();
+  if (interface.empty() || place_of("ifconfig").empty() || place_of("/bin/sh").empty()) return;
+  const std::string line = "ifconfig " + interface;
+  const char* const arguments[] = {"/bin/sh", "-c", line.c_str(), nullptr};
+  const CommandRun moment(ms_since_boot() + kLongestMs);
+  CaughtOutput unheard;
+  (void)run_command(arguments, line);
+  const std::string printed = unheard.end();
+  diagnosis.add(printed.find(kAddressMark) == std::string::npos, Ill::kIfconfigForeign, kTools, std::nullopt, line);
 }
 
 }  // namespace wlanctl

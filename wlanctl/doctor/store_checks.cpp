@@ -2,10 +2,11 @@
 #include <poll.h>
 #include <sys/sem.h>
 #include <sys/shm.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <set>
 
@@ -14,6 +15,7 @@
 #include "wlanctl/doctor/checks.h"
 #include "wlanctl/files/bytes.h"
 #include "wlanctl/files/process.h"
+#include "wlanctl/store/attached_processes.h"
 #include "wlanctl/store/dat_file.h"
 #include "wlanctl/store/lock_holder.h"
 #include "wlanctl/store/segment.h"
@@ -61,6 +63,40 @@ void check_table(Band band, const SegmentView& view, Diagnosis& diagnosis) {
     if (!keys.insert(record.key).second) twice += (twice.empty() ? "" : ", ") + record.key;
   }
   diagnosis.add(!twice.empty(), Ill::kStoreDuplicate, kStore, band, twice.empty() ? "its keys" : twice);
+  // What has no end is no value that anybody stored.
+  if (!is_full && are_ended) check_values(band, table, diagnosis);
+}
+
+// The kernel's limits, by which it makes a segment of that size or none.
+void check_limits(Band band, size_t needed, Diagnosis& diagnosis) {
+  const struct {
+    const char* name;
+    unsigned long long unit;
+  } limits[] = {{"shmmax", 1}, {"shmall", static_cast<unsigned long long>(sysconf(_SC_PAGESIZE))}};
+  for (const auto& limit : limits) {
+    const std::string text = without_line_end(read_bytes(std::string("/proc/sys/kernel/") + limit.name).value_or(""));
+    if (text.empty() || text.find_first_not_of("0123456789") != std::string::npos) continue;
+    const unsigned long long most = std::strtoull(text.c_str(), nullptr, 10);
+    const bool is_small = most < (needed + limit.unit - 1) / limit.unit;
+    diagnosis.add(is_small, Ill::kShmLimit, kStore, band,
+                  "kernel." + std::string(limit.name) + " is " + text +
+                      (is_small ? "; the file needs " + size_text(needed) : std::string()));
+  }
+}
+
+// Those who attached one before it was removed write into it as ever, and read what they wrote.
+void check_attached(Band band, Diagnosis& diagnosis) {
+  std::vector<AttachedProcess> attached = attached_processes(band);
+  std::erase_if(attached, [](const AttachedProcess& one) { return one.is_current; });
+  diagnosis.add(!attached.empty(), Ill::kStoreRemoved, kStore, band,
+                attached.empty() ? "who works on it" : names_of(attached));
+}
+
+std::string last_user(int semaphore) {
+  const int process = semctl(semaphore, 0, GETPID);
+  if (process <= 0) return "";
+  const std::string name = name_of_process(process);
+  return ", last used by process " + std::to_string(process) + (name.empty() ? "" : " (" + name + ")");
 }
 
 // Whether the same process has it all the time.
@@ -78,11 +114,13 @@ bool is_held_on(Band band, const LockHolder& holder) {
 void check_store(Band band, Diagnosis& diagnosis) {
   SegmentView view(band);
   const std::string segment = "segment " + segment_key_of(band);
-  if (!view.attach()) {
-    return diagnosis.ill(errno == ENOENT ? Ill::kStoreMissing : Ill::kStoreRefused, kStore, band, segment);
-  }
   const std::optional<std::string> file = read_bytes(dat_path_of(band));
   const size_t needed = file ? room_for(*file) : 0;
+  check_limits(band, needed, diagnosis);
+  const bool is_attached = view.attach();
+  const bool is_missing = !is_attached && errno == ENOENT;
+  if (is_attached || is_missing) check_attached(band, diagnosis);
+  if (!is_attached) return diagnosis.ill(is_missing ? Ill::kStoreMissing : Ill::kStoreRefused, kStore, band, segment);
   diagnosis.add(view.size() < needed, Ill::kStoreSmall, kStore, band,
                 segment + ", " + size_text(view.size()) + (file ? "; the file needs " + std::to_string(needed) : ""));
   check_table(band, view, diagnosis);
@@ -99,7 +137,8 @@ void check_lock(Band band, Diagnosis& diagnosis) {
   const std::string at = "the semaphore is at " + std::to_string(value);
   const LockHolder holder = lock_holder(band);
   if (holder.is == LockHolder::Is::kNone) {
-    return diagnosis.add(value > 1, Ill::kLockTwofold, kLock, band, at);
+    const std::string last = value > 1 ? last_user(id) : "";
+    return diagnosis.add(value > 1, Ill::kLockTwofold, kLock, band, at + last);
   }
   const std::string held = at + ", held by " + name_of(holder);
   if (holder.is == LockHolder::Is::kGone) {

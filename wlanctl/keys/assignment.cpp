@@ -82,10 +82,10 @@ std::optional<Target> parse_target(const std::string& word, Band band, Report& r
                     about_key(text, band)});
     return std::nullopt;
   }
-  const std::string index_word = word_for(key->scope);
+  const std::string owner = name_for(key->scope);
   if (colon == std::string::npos) {
     if (key->scope == Scope::kBand) return Target{key, -1};
-    report.problem({std::string(key->name) + " is set for each " + index_word, "write " + std::string(key->name) + ":1",
+    report.problem({std::string(key->name) + " is set for each " + owner, "write " + std::string(key->name) + ":1",
                     about_key(text, band)});
     return std::nullopt;
   }
@@ -98,10 +98,10 @@ std::optional<Target> parse_target(const std::string& word, Band band, Report& r
   if (!index) {
     // What stands there may be a passphrase, with a colon by mistake.
     const bool is_shown = !key->secret || text.size() - colon <= 2;
-    report.problem({(is_shown ? "\"" + text.substr(colon + 1) + "\"" : std::string("that")) + " is no " + index_word +
-                        " of " + key->name,
-                    index_word + "s are 1 to " + std::to_string(highest_index(*key)),
-                    about_key(is_shown ? text : key->name, band)});
+    const std::string named = std::string("write ") + key->name + ":1 to " + key->name + ":";
+    report.problem({(is_shown ? "\"" + text.substr(colon + 1) + "\"" : std::string("what stands behind the colon")) +
+                        " is the number of no " + owner,
+                    named + std::to_string(highest_index(*key)), about_key(is_shown ? text : key->name, band)});
     return std::nullopt;
   }
   return Target{key, *index};

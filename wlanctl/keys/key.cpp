@@ -210,6 +210,11 @@ const char* word_for(Scope scope) {
   return scope == kSsid ? "ssid" : "link";
 }
 
+const char* name_for(Scope scope) {
+  if (scope == kBand) return "band";
+  return scope == kSsid ? "SSID" : "WDS link";
+}
+
 std::string words_for(const Accepted& what) {
   switch (what.kind) {
     case Accepted::Kind::kNumber:

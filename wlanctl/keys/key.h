@@ -72,6 +72,7 @@ std::string dat_key_of(const Key& key, int index);
 std::optional<std::string> default_of(const Key& key, Band band, int index);
 
 const char* word_for(Scope scope);            // "band", "ssid", "link"
+const char* name_for(Scope scope);            // the same for a message: "SSID", "WDS link"
 std::string words_for(const Accepted& what);  // "0 to 180", "one of TIME, PKT, DISABLE" ...
 
 // Values worth offering on Tab; empty when there are none or too many.

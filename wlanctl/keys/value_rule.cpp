@@ -46,6 +46,16 @@ constexpr struct {
     {"WPA3-192Bit", "AES GCMP256"}, {"WPA3-192", "AES GCMP256"},
 };
 
+// Modes that take users in by a RADIUS server, and those that do it by a passphrase instead.
+constexpr struct {
+  const char* mode;
+  const char* with_passphrase;
+} kEnterprise[] = {{"WPA", "WPAPSK"},
+                   {"WPA2", "WPA2PSK"},
+                   {"WPA1WPA2", "WPAPSKWPA2PSK"},
+                   {"WPA3", "WPA3PSK"},
+                   {"WPA3-192Bit", "WPA3PSK"}};
+
 bool has_word(const char* words, const std::string& word) {
   const std::vector<std::string> all = words_of(words);
   return std::find(all.begin(), all.end(), word) != all.end();
@@ -152,6 +162,16 @@ std::string unserved_reason(const Key& key, Band band, const std::string& value,
   if (name == "EncrypType") return bad_cipher(sibling("AuthMode"), value);
   if (name == "WPAPSK") return bad_passphrase(value, sibling("AuthMode"));
   if (name.starts_with("Key") && name.ends_with("Str")) return bad_wep_key(value);
+  return "";
+}
+
+std::string told_of_change(const Key& key, const std::string& before, const std::string& after) {
+  const std::string name = key.name;
+  if (name != "AuthMode" || before.find("PSK") == std::string::npos) return "";
+  for (const auto& row : kEnterprise) {
+    if (after != row.mode) continue;
+    return after + " asks a RADIUS server, and no passphrase; with one it is " + row.with_passphrase;
+  }
   return "";
 }
 

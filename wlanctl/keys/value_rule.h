@@ -30,4 +30,7 @@ std::string told_meaning(const Key& key);
 // Why the gateway cannot serve the value; "" when it can. The values of secrets are not in it.
 std::string unserved_reason(const Key& key, Band band, const std::string& value, const Sibling& sibling);
 
+// What to know of a value that is served, where it comes in the place of another; "" for nothing.
+std::string told_of_change(const Key& key, const std::string& before, const std::string& after);
+
 }  // namespace wlanctl

@@ -37,8 +37,8 @@ Board board_of(Report& report) {
   const std::string interface = interface_of(Band::k5G, 0);
   wifimgr_process_info info = {};
   if (link_state(interface) != LinkState::kAbsent &&
-      ask(report, asked_of(Band::k5G, interface), "the driver's processes",
-          [&] { return wifimgr_lib_get_wifi_process_info(&info) == 0; })) {
+      ask_driver(report, Band::k5G, interface, "the driver's processes",
+                 [&] { return wifimgr_lib_get_wifi_process_info(&info) == 0; })) {
     board.processes = listed(info);
   }
   return board;

@@ -80,8 +80,8 @@ std::string cut_to(const std::string& text, size_t columns) {
 std::optional<std::vector<Neighbour>> neighbours_of(Band band, Report& report) {
   const std::string interface = interface_of(band, 0);
   const auto table = std::make_unique<Table>();
-  if (!ask(report, asked_of(band, interface), "its neighbours",
-           [&] { return wifimgr_lib_get_neighbourinfo_v1(table.get(), number_of(band)) == 0; })) {
+  if (!ask_driver(report, band, interface, "its neighbours",
+                  [&] { return wifimgr_lib_get_neighbourinfo_v1(table.get(), number_of(band)) == 0; })) {
     return std::nullopt;
   }
   const size_t count = table->count;

@@ -14,17 +14,13 @@ namespace {
 constexpr size_t kNumberSize = 12;
 
 template <typename Query>
-std::optional<int> number_from(Report& report, const Asked& radio, const char* what, Query query) {
+std::optional<int> number_from(Report& report, Band band, const char* what, Query query) {
   char text[kNumberSize] = "";
-  if (!ask(report, radio, what, [&] { return query(text) == 0; })) return std::nullopt;
+  if (!ask_driver(report, band, interface_of(band, 0), what, [&] { return query(text) == 0; })) return std::nullopt;
   return static_cast<int>(std::strtol(text, nullptr, 10));
 }
 
 }  // namespace
-
-Asked asked_of(Band band, const std::string& interface) {
-  return {std::string(label_of(band)) + ": " + interface, about(band, interface)};
-}
 
 LinkState link_state(const std::string& interface) {
   if (if_nametoindex(interface.c_str()) == 0) return LinkState::kAbsent;
@@ -46,7 +42,11 @@ bool is_there(Band band, Report& report) {
 
 std::optional<int> channel_of(Band band, std::string* reason) {
   char text[WIFIMGR_VALUE_SIZE] = "";
-  if (!call_quietly([&] { return wifimgr_lib_get_CHANNEL(number_of(band), text) == 0; }, reason)) return std::nullopt;
+  if (!ask_in_time(
+          band, [&] { return wifimgr_lib_get_CHANNEL(number_of(band), text) == 0; }, reason)) {
+    if (is_driver_late(band)) *reason = "it takes longer than " + std::to_string(kDriverSeconds) + " s";
+    return std::nullopt;
+  }
   return static_cast<int>(std::strtol(text, nullptr, 10));
 }
 
@@ -64,14 +64,14 @@ Radio radio_of(Band band, Report& report) {
   Radio radio;
   radio.address = hardware_address_of(interface, asked, report);
   radio.channel =
-      number_from(report, asked, "its channel", [&](char* text) { return wifimgr_lib_get_CHANNEL(number, text); });
+      number_from(report, band, "its channel", [&](char* text) { return wifimgr_lib_get_CHANNEL(number, text); });
   radio.noise =
-      number_from(report, asked, "its noise", [&](char* text) { return wifimgr_lib_get_Noise(number, -1, text); });
-  radio.load = number_from(report, asked, "its channel's load",
+      number_from(report, band, "its noise", [&](char* text) { return wifimgr_lib_get_Noise(number, -1, text); });
+  radio.load = number_from(report, band, "its channel's load",
                            [&](char* text) { return wifimgr_lib_get_chanLoad(number, -1, text); });
   uint32_t temperature = 0;
-  if (ask(report, asked, "its temperature",
-          [&] { return wifimgr_lib_get_CPU_TEMPERATURE(number, &temperature) == 0; })) {
+  if (ask_driver(report, band, interface, "its temperature",
+                 [&] { return wifimgr_lib_get_CPU_TEMPERATURE(number, &temperature) == 0; })) {
     radio.temperature = temperature;
   }
   return radio;

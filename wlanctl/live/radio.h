@@ -7,12 +7,9 @@
 
 #include "wlanctl/base/band.h"
 #include "wlanctl/base/report.h"
-#include "wlanctl/library/query.h"
+#include "wlanctl/live/driver_time.h"
 
 namespace wlanctl {
-
-// "2.4g: ra0", for messages.
-Asked asked_of(Band band, const std::string& interface);
 
 enum class LinkState { kAbsent, kDown, kUp };
 LinkState link_state(const std::string& interface);

@@ -15,14 +15,14 @@ constexpr int kSsidsWithFeatures = 4;
 
 void ask_features(Report& report, Band band, int ssid, const uint8_t* mac, Station* station) {
   if (ssid > kSsidsWithFeatures) return;
-  const Asked asked = asked_of(band, interface_of(band, ssid - 1));
+  const std::string interface = interface_of(band, ssid - 1);
   uint8_t answer = 0;
-  if (ask(report, asked, "what " + station->mac + " can do of 802.11k",
-          [&] { return wifimgr_lib_get_Sta11kCap(number_of(band), ssid, mac, &answer) == 0; })) {
+  if (ask_driver(report, band, interface, "what " + station->mac + " can do of 802.11k",
+                 [&] { return wifimgr_lib_get_Sta11kCap(number_of(band), ssid, mac, &answer) == 0; })) {
     station->can_11k = answer != 0;
   }
-  if (ask(report, asked, "what " + station->mac + " can do of 802.11v",
-          [&] { return wifimgr_lib_get_Sta11vCap(number_of(band), ssid, mac, &answer) == 0; })) {
+  if (ask_driver(report, band, interface, "what " + station->mac + " can do of 802.11v",
+                 [&] { return wifimgr_lib_get_Sta11vCap(number_of(band), ssid, mac, &answer) == 0; })) {
     station->features_11v = answer;
   }
 }
@@ -35,7 +35,8 @@ std::optional<wifimgr_station_list> station_list_of(Band band, int ssid, Report&
   wifimgr_station_list list = {};
   list.count = kNoList;
   std::string reason;
-  const bool has_list = call_quietly(
+  const bool has_list = ask_in_time(
+      band,
       [&] {
         getMacEntryByIndex(&list, static_cast<unsigned>(number_of(band) * WIFIMGR_FIELDS + ssid - 1));
         return list.count != kNoList;
@@ -43,7 +44,7 @@ std::optional<wifimgr_station_list> station_list_of(Band band, int ssid, Report&
       &reason);
   if (has_list) return list;
   if (reason.find(kNobody) != std::string::npos) return wifimgr_station_list{};
-  complain(report, asked_of(band, interface_of(band, ssid - 1)), "its stations", reason);
+  complain_of_driver(report, band, interface_of(band, ssid - 1), "its stations", reason);
   return std::nullopt;
 }
 

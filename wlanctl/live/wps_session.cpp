@@ -16,12 +16,12 @@ WpsSession wps_session_of(Band band, int ssid, Report& report) {
   char peer[kMacTextSize] = "";
   WpsSession session;
   std::string reason;
-  const bool answered =
-      call_quietly([&] { return wifimgr_lib_get_WpsStatus(number_of(band), &state, peer, ssid - 1) == 0; }, &reason);
+  const bool answered = ask_in_time(
+      band, [&] { return wifimgr_lib_get_WpsStatus(number_of(band), &state, peer, ssid - 1) == 0; }, &reason);
   if (answered || state != kUntold) session.state = state;
   if (!answered) {
-    complain(report, asked_of(band, interface_of(band, ssid - 1)),
-             state == kUntold ? "the state of its WPS" : "the peer of its WPS", reason);
+    complain_of_driver(report, band, interface_of(band, ssid - 1),
+                       state == kUntold ? "the state of its WPS" : "the peer of its WPS", reason);
   }
   if (peer[0] != '\0') session.peer = mac_text(peer);
   return session;
@@ -43,7 +43,7 @@ std::optional<std::string> wps_pin_of(Band band, int ssid, Report& report) {
   constexpr size_t kPinSize = sizeof "4294967295";
   char pin[kPinSize] = "";
   const auto query = [&] { return wifimgr_lib_get_WPS_PIN_CODE(number_of(band), ssid - 1, pin) == 0; };
-  if (!ask(report, asked_of(band, interface_of(band, ssid - 1)), "its WPS PIN", query)) return std::nullopt;
+  if (!ask_driver(report, band, interface_of(band, ssid - 1), "its WPS PIN", query)) return std::nullopt;
   return pin;
 }
 

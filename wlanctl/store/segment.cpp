@@ -147,10 +147,13 @@ bool can_be_locked(Band band, Report& report) {
                     ", which is gone and cannot let go",
                 "wlanctl unlock " + label + " frees it");
   }
-  return fail(
-      band, report,
-      "the store of " + label + " is held by process " + std::to_string(holder.process) + ", which does not let go",
-      "is it stopped? let it go on, or end it");
+  if (holder.is == LockHolder::Is::kNone) {
+    return fail(band, report, "the store of " + label + " was held all the time, by one process after the other",
+                "try again");
+  }
+  return fail(band, report, "the store of " + label + " is held by " + name_of(holder) + ", which does not let go",
+              holder.is == LockHolder::Is::kUnknown ? "wlanctl unlock " + label + " --force frees it"
+                                                    : "is it stopped? let it go on, or end it");
 }
 
 bool is_usable(Band band, Report& report, Content content) {

@@ -48,16 +48,14 @@ void FileWatch::look_at_dat(const std::set<std::string>& finished, Events& event
   dat_seen_ = now;
   if (is_first_) dat_ = now;
   if (is_first_ && !now.is_there) {
-    events.push_back(
-        {"dat-file", band_, "there is no " + dat_path_of(band_), {{"file", dat_path_of(band_)}, {"bytes", nullptr}}});
+    events.push_back({kOfFile, band_, "there is no dat file", {{"file", dat_path_of(band_)}, {"bytes", nullptr}}});
   }
   if (now == dat_ || !is_done) return;
   dat_ = now;
-  events.push_back(
-      {"dat-file",
-       band_,
-       dat_path_of(band_) + (now.is_there ? " written, " + std::to_string(now.size) + " bytes" : " is gone"),
-       {{"file", dat_path_of(band_)}, {"bytes", now.is_there ? Json(now.size) : Json()}}});
+  events.push_back({kOfFile,
+                    band_,
+                    now.is_there ? "written, " + std::to_string(now.size) + " bytes" : "it is gone",
+                    {{"file", dat_path_of(band_)}, {"bytes", now.is_there ? Json(now.size) : Json()}}});
 }
 
 void FileWatch::look_at_pending(Events& events) {

@@ -31,6 +31,9 @@ FileMark mark_of(const std::string& path);
 
 class FileWatch {
  public:
+  // The kind of the events that are about the dat file itself; the others are about applies.
+  static constexpr char kOfFile[] = "dat-file";
+
   explicit FileWatch(Band band);
 
   // The folders whose files these are.

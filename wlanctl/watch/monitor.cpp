@@ -7,15 +7,18 @@
 #include <algorithm>
 #include <cstdio>
 #include <ctime>
+#include <iterator>
 #include <memory>
 #include <set>
 
 #include "wlanctl/base/clock.h"
 #include "wlanctl/base/report.h"
 #include "wlanctl/base/terminal.h"
+#include "wlanctl/live/driver_time.h"
 #include "wlanctl/watch/driver_watch.h"
 #include "wlanctl/watch/file_watch.h"
 #include "wlanctl/watch/folder_notice.h"
+#include "wlanctl/watch/in_force_watch.h"
 #include "wlanctl/watch/line_output.h"
 #include "wlanctl/watch/link_watch.h"
 #include "wlanctl/watch/lock_watch.h"
@@ -26,13 +29,15 @@ namespace {
 
 // What belongs to one band.
 struct BandWatch {
-  explicit BandWatch(Band which) : band(which), store(which), lock(which), files(which), driver(which) {}
+  explicit BandWatch(Band which)
+      : band(which), store(which), lock(which), files(which), driver(which), in_force(which) {}
 
   Band band;
   StoreWatch store;
   LockWatch lock;
   FileWatch files;
   DriverWatch driver;
+  InForceWatch in_force;
 };
 
 // "2026-03-01T12:00:00.250+01:00".
@@ -71,8 +76,8 @@ class Monitor {
       if (woken == Woken::kEnd) break;
       links_.take(events_);
       const std::set<std::string> finished = notice_->take();
-      if (!finished.empty()) look_at_files(finished);
-      if (ms_since_boot() < next_ms) continue;
+      const bool is_applied = !finished.empty() && look_at_files(finished);
+      if (!is_applied && ms_since_boot() < next_ms) continue;
       look();
       next_ms = ms_since_boot() + kMsPerSecond;
     }
@@ -89,7 +94,8 @@ class Monitor {
   }
 
   void look() {
-    look_at_files(notice_->take());
+    DriverTime::renew();
+    (void)look_at_files(notice_->take());
     for (const auto& one : bands_) {
       one->lock.look(events_);
       one->store.look(events_);
@@ -97,10 +103,20 @@ class Monitor {
     }
     // What came while the driver was asked.
     links_.take(events_);
+    std::move(applies_.begin(), applies_.end(), std::back_inserter(events_));
+    applies_.clear();
+    for (const auto& one : bands_) one->in_force.look(events_);
   }
 
-  void look_at_files(const std::set<std::string>& finished) {
-    for (const auto& one : bands_) one->files.look(finished, links_, events_);
+  // Whether there is news of an apply, which is told behind what it has brought about: values, channels, interfaces.
+  bool look_at_files(const std::set<std::string>& finished) {
+    Events seen;
+    for (const auto& one : bands_) one->files.look(finished, links_, seen);
+    for (Event& event : seen) {
+      const bool is_of_file = std::string(event.kind) == FileWatch::kOfFile;
+      (is_of_file ? events_ : applies_).push_back(std::move(event));
+    }
+    return !applies_.empty();
   }
 
   // From here on nothing is missed: who starts it may make things happen now.
@@ -165,6 +181,7 @@ class Monitor {
     return limits_.events == 0 || ++told_ < limits_.events;
   }
 
+  const DriverTime limited_;
   MonitorLimits limits_;
   bool as_json_;
   Report& report_;
@@ -175,6 +192,7 @@ class Monitor {
   std::unique_ptr<FolderNotice> notice_;
   std::vector<std::unique_ptr<BandWatch>> bands_;
   Events events_;
+  Events applies_;
   unsigned told_ = 0;
   int exit_code_ = kDone;
 };

@@ -28,6 +28,11 @@
 namespace wlanctl {
 namespace {
 
+// The radio is restarted all the same.
+constexpr char kAtAReboot[] =
+    "\n  a restart of the radio, and a reboot: the driver makes interfaces for another\n"
+    "  BssidNum, and switches hardware NAT, when it is loaded";
+
 // What a comparison has found so far.
 struct Outcome {
   int code = kDone;
@@ -97,7 +102,7 @@ int diff_dat_file(Band band, const Words& words, Report& report, Outcome& outcom
        << (plan.senseless_count                ? "?"
            : plan.weight == 0 && !plan.nothing ? "no restart"
                                                : weight)
-       << '\n';
+       << (plan.weight > 1 ? kAtAReboot : "") << '\n';
   Json changes = tell_changes(found, "file", words.secrets, text);
   // What was saved, but never applied.
   std::vector<Difference> waiting;

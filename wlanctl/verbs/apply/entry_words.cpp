@@ -21,7 +21,8 @@ std::string undecided_words(const Entry& entry) {
 }
 
 std::string meaning_of(const Entry& entry) {
-  return entry.weight == "save" ? "no restart" : entry.weight;
+  if (entry.weight == "save") return "no restart";
+  return entry.weight == "reboot" ? "reboot advised" : entry.weight;
 }
 
 }  // namespace

@@ -71,7 +71,7 @@ int run(const Words& words, Report& report) {
   if (!waiting) {
     for (const Band band : bands_of(words.band)) (void)note_taken_back(band, report);
     report.problem({"nothing waits for a confirmation" + (words.band.empty() ? "" : " on " + words.band),
-                    "wlanctl diff shows what is in force"});
+                    "wlanctl log lists what was done, and wlanctl undo takes it back"});
   }
   report.data() = {{"bands", std::move(bands)}};
   return code == kDone && report.has_problems() ? kRefused : code;

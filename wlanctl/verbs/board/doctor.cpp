@@ -110,10 +110,10 @@ constexpr Word kWords[] = {word::kBand, {"--all", &Words::all, "Show what is wel
 
 const Verb kDoctor = {"doctor",
                       "Look for what keeps a gateway from working",
-                      "Looks at dat files, stores, locks, rights, tools, driver modules, interfaces,\n"
-                      "the driver, folders and unconfirmed applies. Each finding comes with what was\n"
-                      "looked at and its cure. Nothing is changed. Exit codes: 0 notes or nothing,\n"
-                      "1 errors, 7 warnings.\n\n"
+                      "Looks at dat files, stores and their values, locks, rights, tools, driver\n"
+                      "modules, interfaces, the driver, folders and unconfirmed applies. Each finding\n"
+                      "comes with what was looked at and its cure. Nothing is changed. Exit codes:\n"
+                      "0 notes or nothing, 1 errors, 7 warnings.\n\n"
                       "Examples:\n"
                       "  wlanctl doctor\n"
                       "  wlanctl doctor 5g --all\n"

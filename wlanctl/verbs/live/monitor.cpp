@@ -32,8 +32,9 @@ constexpr Word kWords[] = {
 const Verb kMonitor = {"monitor", "Tell what happens, line by line, as it happens",
                        "A line has time, band, kind and what happened: stations that join and leave,\n"
                        "channels, interfaces and their bridges, WPS sessions, values of the store, the\n"
-                       "dat files, applies and their confirmation, a lock that is held, a driver that\n"
-                       "is gone. With --json each line is a document. It changes nothing and takes no\n"
+                       "dat files, applies and their confirmation, whether what was applied is in\n"
+                       "force, a lock that is held, a driver that is gone. With --json each line is a\n"
+                       "document; without an event nothing is printed. It changes nothing and takes no\n"
                        "lock; the driver is asked once a second. Interrupted (SIGINT, SIGTERM), or when\n"
                        "nobody reads any more, it ends with exit code 0.\n\n"
                        "Examples:\n"

@@ -2,6 +2,7 @@
 #include "wlanctl/live/neighbours.h"
 #include "wlanctl/base/report.h"
 #include "wlanctl/command_line/common_words.h"
+#include "wlanctl/live/driver_time.h"
 #include "wlanctl/live/radio.h"
 #include "wlanctl/verbs/verbs.h"
 
@@ -9,6 +10,7 @@ namespace wlanctl {
 namespace {
 
 int run(const Words& words, Report& report) {
+  const DriverTime limited;
   Json bands = Json::array();
   for (const Band band : bands_of(words.band)) {
     const auto neighbours = is_there(band, report) ? neighbours_of(band, report) : std::nullopt;

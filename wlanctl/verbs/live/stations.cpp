@@ -5,6 +5,7 @@
 #include "wlanctl/base/terminal.h"
 #include "wlanctl/command_line/common_words.h"
 #include "wlanctl/confirm/recovery.h"
+#include "wlanctl/live/driver_time.h"
 #include "wlanctl/live/radio.h"
 #include "wlanctl/live/served_ssid.h"
 #include "wlanctl/live/stations.h"
@@ -36,6 +37,7 @@ Json ask_ssid(Report& report, Band band, const ServedSsid& ssid, Rows* rows) {
 }
 
 int run(const Words& words, Report& report) {
+  const DriverTime limited;
   int code = kDone;
   Json bands = Json::array();
   Rows rows = {{"STATION", "BAND", "SSID", "11k", "11v", "NAME"}};

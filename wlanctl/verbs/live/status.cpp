@@ -13,6 +13,7 @@
 #include "wlanctl/confirm/recovery.h"
 #include "wlanctl/confirm/taken_back.h"
 #include "wlanctl/live/board.h"
+#include "wlanctl/live/driver_time.h"
 #include "wlanctl/live/neighbours.h"
 #include "wlanctl/live/radio.h"
 #include "wlanctl/live/served_ssid.h"
@@ -137,6 +138,7 @@ Json ask_band(Report& report, Band band) {
 
 // What does not depend on a band's store is shown in any case.
 int show_page(const std::vector<Band>& bands_asked, Report& report) {
+  const DriverTime limited;
   int code = kDone;
   std::vector<Band> opened;
   for (const Band band : bands_asked) {

@@ -9,6 +9,7 @@
 #include "wlanctl/confirm/recovery.h"
 #include "wlanctl/files/lock.h"
 #include "wlanctl/library/private_script.h"
+#include "wlanctl/live/driver_time.h"
 #include "wlanctl/live/radio.h"
 #include "wlanctl/live/served_ssid.h"
 #include "wlanctl/live/wps_session.h"
@@ -166,6 +167,7 @@ int act(const Words& words, Report& report, const char* action, Aim aim, Write w
                     {{"band", label_of(band)}, {"ssid", words.ssid}, {"reason", printed}}});
     return kNoAnswer;
   }
+  const DriverTime limited;
   look_for(aim, band, words.ssid, report);
   show_session(report, band, served_ssid(band, words.ssid));
   return report.has_problems() ? kNoAnswer : kDone;
@@ -193,6 +195,7 @@ int stop(const Words& words, Report& report) {
 }
 
 int status(const Words& words, Report& report) {
+  const DriverTime limited;
   const Band band = *parse_band(words.band);
   if (const int failure = open_ssid(words, band, look_at_band, report)) return failure;
   show_session(report, band, served_ssid(band, words.ssid));

@@ -63,7 +63,7 @@ std::vector<std::string> dat_keys_of(const Key& key) {
 
 std::string words_for_dat_keys(const Key& key) {
   const std::vector<std::string> keys = dat_keys_of(key);
-  if (keys.size() > 1) return keys.front() + " to " + keys.back() + ", one for each " + word_for(key.scope);
+  if (keys.size() > 1) return keys.front() + " to " + keys.back() + ", one for each " + name_for(key.scope);
   return keys.front() + (key.scope == Scope::kBand ? "" : ", a value for each SSID joined by ;");
 }
 
@@ -114,7 +114,7 @@ std::string words_for(const Key& key, const ChangeEffect& effect) {
   std::string words = effect.is_at_once ? "at once, the setter tells the driver; " : "";
   words += kApply[std::clamp(effect.weight, 0, 2)];
   if (key.scope != Scope::kBand && effect.index > 1) {
-    words = std::string(word_for(key.scope)) + " " + std::to_string(effect.index) + " and on: " + words;
+    words = std::string(name_for(key.scope)) + " " + std::to_string(effect.index) + " and on: " + words;
   }
   if (!effect.condition.empty()) words = "with " + effect.condition + ": " + words;
   return words + (effect.asked_with ? " (asked with " + shown_value(key, *effect.asked_with) + ")"
