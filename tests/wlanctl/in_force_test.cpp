@@ -218,6 +218,20 @@ TEST(RadioSwitchInForce, NamesTheCommandThatFailed) {
   EXPECT_EQ("6\n", behind(result.out, "diff"));
 }
 
+TEST(InForceState, IsNotMendedByARadioThatIsSwitchedOn) {
+  const auto steps =
+      run_steps({"wlanctl set 2.4g Channel=11 >/dev/null; simctl fail ifconfig exit=0 ra0 down "
+                 ">/dev/null; simctl fail ifconfig exit=0 ra1 down; wlanctl apply 2.4g",
+                 "simctl fail none; wlanctl radio on 2.4g", "wlanctl status 2.4g",
+                 "wlanctl radio off 2.4g >/dev/null && wlanctl radio on 2.4g", "wlanctl status 2.4g"});
+  EXPECT_EQ(6, steps[0].status);
+  EXPECT_EQ(6, steps[1].status);
+  EXPECT_THAT(steps[1].err, HasSubstr("is on channel 6 instead of 11; when that is mended, wlanctl apply 2.4g"));
+  EXPECT_EQ(6, steps[2].status);
+  EXPECT_EQ(0, steps[3].status) << "the driver reads its file when the first interface comes up" << steps[3].err;
+  EXPECT_EQ(0, steps[4].status) << steps[4].err;
+}
+
 TEST(InForceState, IsNoAgreementOfTheThreeStates) {
   const auto steps =
       run_steps({"wlanctl set 2.4g Channel=11 >/dev/null; simctl fail ifconfig exit=3 ra0 up >/dev/null; "

@@ -239,6 +239,14 @@ std::vector<Wanted> Expectation::lacking_now() const {
   return found;
 }
 
+bool Expectation::judges(const Wanted& wanted) const {
+  const auto is_link = [](State state) { return state == State::kUp || state == State::kDown; };
+  return std::any_of(wanted_.begin(), wanted_.end(), [&](const Wanted& one) {
+    return one.subject == wanted.subject &&
+           (one.state == wanted.state || (is_link(one.state) && is_link(wanted.state)));
+  });
+}
+
 void keep_lacks(Band band, const std::vector<Lack>& lacks, Report& report) {
   if (lacks.empty()) {
     (void)remove_state_file(path_of(band));
@@ -265,6 +273,12 @@ std::vector<Lack> lacks_of(Band band) {
     const Wanted wanted = {state.value_or(State::kUp), words[1], words[2]};
     if (state && !lacking(wanted).empty()) lacks.push_back({wanted, words[3]});
   }
+  return lacks;
+}
+
+std::vector<Lack> lacks_beside(Band band, const Expectation& operation) {
+  std::vector<Lack> lacks = lacks_of(band);
+  std::erase_if(lacks, [&](const Lack& lack) { return operation.judges(lack.wanted); });
   return lacks;
 }
 

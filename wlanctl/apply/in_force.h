@@ -44,6 +44,9 @@ class Expectation {
   // What does not hold at this moment, without a cause.
   std::vector<Wanted> lacking_now() const;
 
+  // Whether `look` says all there is to say of that.
+  bool judges(const Wanted& wanted) const;
+
  private:
   std::vector<Wanted> wanted_;
 };
@@ -51,8 +54,9 @@ class Expectation {
 // Keeps them, in place of those before; none ends that.
 void keep_lacks(Band band, const std::vector<Lack>& lacks, Report& report);
 
-// Those kept that still lack now.
+// Those kept that still lack now; and of them what an operation neither mends nor looks at.
 std::vector<Lack> lacks_of(Band band);
+std::vector<Lack> lacks_beside(Band band, const Expectation& operation);
 
 // A problem for each, with what to do next.
 void complain_of(Band band, const std::vector<Lack>& lacks, const std::string& next, Report& report);

@@ -36,15 +36,13 @@ void set_timer(int64_t first_ms, int64_t again_ms) {
   (void)setitimer(ITIMER_REAL, &timer, nullptr);
 }
 
-struct sigaction g_before = {};
-
 // It does nothing: that it came is what ends the wait.
 void note_signal(int) {}
 
 void begin_signals(int64_t after_ms) {
   struct sigaction action = {};
   action.sa_handler = note_signal;  // and no SA_RESTART
-  (void)sigaction(SIGALRM, &action, &g_before);
+  (void)sigaction(SIGALRM, &action, nullptr);
   sigset_t alarm;
   sigemptyset(&alarm);
   sigaddset(&alarm, SIGALRM);
@@ -52,9 +50,9 @@ void begin_signals(int64_t after_ms) {
   set_timer(std::max<int64_t>(after_ms, 1), kAgainMs);
 }
 
+// The handler stays: a signal that is still under way must not end the tool.
 void end_signals() {
   set_timer(0, 0);
-  (void)sigaction(SIGALRM, &g_before, nullptr);
 }
 
 }  // namespace

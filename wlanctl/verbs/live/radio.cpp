@@ -32,9 +32,13 @@ int turn(const Words& words, Report& report, Switch position) {
   std::string reason;
   (void)call_quietly([&] { return wifimgr_lib_wifi_onoff(wifi_type_of(band), position) == 0; }, &reason);
   // An interface that the driver has not made yet is none of the switch's.
-  const std::vector<Lack> lacks = expected.look(true);
-  keep_lacks(band, lacks, report);
+  std::vector<Lack> lacks = expected.look(true);
   complain_of(band, lacks, "are you root, and is the driver well?", report);
+  // Off the air, that is nobody's loss; the driver may have it in force when it is back.
+  const std::vector<Lack> beside = lacks_beside(band, expected);
+  if (position == kOn) complain_of(band, beside, next_step(band), report);
+  lacks.insert(lacks.end(), beside.begin(), beside.end());
+  keep_lacks(band, lacks, report);
 
   Json ssids = Json::array();
   Rows rows;
@@ -43,7 +47,7 @@ int turn(const Words& words, Report& report, Switch position) {
     rows.push_back({"  " + ssid.interface, word_for(ssid.link), printable(ssid.name)});
   }
   report.text() << label_of(band) << ": radio " << (position == kOn ? "on" : "off")
-                << (lacks.empty() ? "" : ", but not in force") << '\n'
+                << (report.has_problems() ? ", but not in force" : "") << '\n'
                 << table(rows);
   report.data() = {{"band", label_of(band)}, {"radio", position == kOn ? "on" : "off"}, {"ssids", std::move(ssids)}};
   return report.has_problems() ? kNotInForce : kDone;
