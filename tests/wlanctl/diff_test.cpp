@@ -183,6 +183,46 @@ TEST(Revert, IsRefusedWhenTheFileWasCutOff) {
   }
 }
 
+TEST(Revert, IsRefusedWhereTheFileWouldBeMisread) {
+  const struct {
+    const char* harm;
+    const char* said;
+  } kRows[] = {
+      {"sed -i 's/$/\\r/'", "RT2860AP.dat, line 1: the line ends in CR LF, like "},
+      {"sed -i 's/^Channel=6/Channel=6=7/'", ": Channel: the loader ends the value at the second ="},
+      {"sed -i '5i nonsense'", "RT2860AP.dat, line 5: there is no = in the line; mend the line, or insist with --force"},
+      {"sed -i 's/^HideSSID=.*/HideSSID=0;;1/'", ": HideSSID: 1 empty field between others"},
+  };
+  for (const auto& row : kRows) {
+    const std::vector<Result> steps = run_steps({"library_probe init 0 init 1 >/dev/null; segment_bytes 0x12345 | md5sum",
+                                                 std::string(row.harm) + " " + kFile, "wlanctl revert 2.4g",
+                                                 "segment_bytes 0x12345 | md5sum", "wlanctl revert 2.4g --force"});
+    EXPECT_EQ(1, steps[2].status) << row.harm;
+    EXPECT_THAT(steps[2].err, HasSubstr(row.said));
+    EXPECT_EQ(steps[0].out, steps[3].out) << row.harm;
+    EXPECT_EQ(0, steps[4].status) << row.harm;
+    EXPECT_THAT(steps[4].err, HasSubstr("; the store has it as the loader reads it")) << row.harm;
+  }
+}
+
+TEST(Revert, OfAMendedFileTakesAwayWhatWasMisread) {
+  const std::vector<Result> steps =
+      run_steps({"library_probe init 0 init 1 >/dev/null; segment_bytes 0x12345 | md5sum",
+                 std::string("cp F good; sed -i -e 's/^Channel=.*/&\\r/' -e '3i nonsense' -e '3i \\r' good; cp F kept; "
+                             "cat good >F; wlanctl revert 2.4g --force; cat kept >F")
+                     .replace(0, 0, std::string("F=") + kFile + "; "),
+                 "wlanctl revert 2.4g", "segment_bytes 0x12345 | md5sum"});
+  EXPECT_EQ(0, steps[2].status) << steps[2].err;
+  EXPECT_EQ(steps[0].out, steps[3].out);
+}
+
+TEST(Revert, NamesTheLinesOfAFileThatHasAllOfThemTwice) {
+  const std::vector<Result> steps =
+      run_steps({std::string("library_probe init 0 init 1 >/dev/null; cat F F >twice; cat twice >F; wlanctl revert 2.4g")
+                     .replace(0, 0, "")});
+  EXPECT_EQ(1, steps[0].status);
+}
+
 TEST(Revert, ToAFileThatLacksKeysCanBeForced) {
   const std::vector<Result> steps =
       run_steps({"wlanctl set 2.4g SSID:1=Kitchen >/dev/null", std::string("sed -i /^BGProtection=/d ") + kFile,

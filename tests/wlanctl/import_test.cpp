@@ -292,7 +292,7 @@ TEST(Import, GrowsTheCountOfSsidsFirst) {
   EXPECT_EQ("SSID:3      Cellar\nHideSSID:3  1\nBssidNum    3\n", steps[1].out);
   EXPECT_EQ(1, steps[2].status);
   EXPECT_THAT(steps[2].err,
-              HasSubstr("g.json:3: SSID:3 cannot be \"x\": The ssid index should be from 1 to BssidNum:2."));
+              HasSubstr("g.json:3: SSID:3 cannot be \"x\": The ssid index should be from 1 to BssidNum:2; it takes "));
 }
 
 // A store that was made of a saved file has none, nor much room for them.

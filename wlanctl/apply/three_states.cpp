@@ -18,7 +18,7 @@ std::optional<Records> records_in(const std::optional<std::vector<wifimgr_attr_r
 
 std::optional<size_t> apart(const std::optional<Records>& left, const std::optional<Records>& right) {
   if (!left || !right) return std::nullopt;
-  return differences(*left, *right, ssids_in(*left)).size();
+  return served_differences(*left, *right).size();
 }
 
 }  // namespace

@@ -24,6 +24,9 @@ struct Difference {
 std::vector<Difference> differences(const std::vector<StoreRecord>& left, const std::vector<StoreRecord>& right,
                                     size_t ssids);
 
+// Of what is served: what a table has behind its own count of SSIDs is nobody's, and counts as nothing.
+std::vector<Difference> served_differences(const std::vector<StoreRecord>& left, const std::vector<StoreRecord>& right);
+
 // The number of the SSID that a field of a key belongs to, from 1; 0 where it belongs to none.
 size_t ssid_of(const std::string& dat_key, size_t field);
 

@@ -3,8 +3,10 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "wlanctl/base/band.h"
+#include "wlanctl/check/finding.h"
 
 namespace wlanctl {
 
@@ -14,6 +16,11 @@ class Report;
 // with a problem for each line of which something would be lost, or misread at the next load. None for a text that
 // cannot be made: the library says why.
 bool may_write_file(Band band, const std::optional<std::string>& text, Report& report);
+
+// Problems for the lines of a file that a revert would not put into the store as they are written, and for those that make
+// it too large for the store.
+void refuse_unsound(Band band, const std::string& file, Report& report);
+void refuse_repeated(Band band, const std::vector<DatFinding>& lines, Report& report);
 
 // Keeps the file as it is beside the tool's state, where the write leaves something of it out. False with a problem when
 // it cannot be kept.

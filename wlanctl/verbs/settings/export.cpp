@@ -116,6 +116,9 @@ const Verb kExport = {"export", "Print the settings, for a file or another gatew
                       "Examples:\n"
                       "  wlanctl export --output gateway.json\n"
                       "  wlanctl export 5g --format dat --no-secrets",
-                      kWords, run};
+                      kWords,
+                    run,
+                    {},
+                    true};
 
 }  // namespace wlanctl
