@@ -208,19 +208,23 @@ TEST(Revert, IsRefusedWhereTheFileWouldBeMisread) {
 TEST(Revert, OfAMendedFileTakesAwayWhatWasMisread) {
   const std::vector<Result> steps =
       run_steps({"library_probe init 0 init 1 >/dev/null; segment_bytes 0x12345 | md5sum",
-                 std::string("cp F good; sed -i -e 's/^Channel=.*/&\\r/' -e '3i nonsense' -e '3i \\r' good; cp F kept; "
-                             "cat good >F; wlanctl revert 2.4g --force; cat kept >F")
-                     .replace(0, 0, std::string("F=") + kFile + "; "),
+                 std::string("F=") + kFile +
+                     "; cp $F good; sed -i -e 's/^Channel=.*/&\\r/' -e '3i nonsense' -e '3i \\r' $F; wlanctl revert 2.4g "
+                     "--force >/dev/null; cat good >$F",
                  "wlanctl revert 2.4g", "segment_bytes 0x12345 | md5sum"});
   EXPECT_EQ(0, steps[2].status) << steps[2].err;
+  EXPECT_EQ("2.4g: 1 value put back to the dat file's\n", steps[2].out);
   EXPECT_EQ(steps[0].out, steps[3].out);
 }
 
 TEST(Revert, NamesTheLinesOfAFileThatHasAllOfThemTwice) {
   const std::vector<Result> steps =
-      run_steps({std::string("library_probe init 0 init 1 >/dev/null; cat F F >twice; cat twice >F; wlanctl revert 2.4g")
-                     .replace(0, 0, "")});
+      run_steps({std::string("library_probe init 0 init 1 >/dev/null; F=") + kFile +
+                 "; cat $F $F >twice; cat twice >$F; wlanctl revert 2.4g"});
   EXPECT_EQ(1, steps[0].status);
+  EXPECT_THAT(steps[0].err, HasSubstr("the store of 2.4g has no room for its dat file; 253 lines of it repeat others"));
+  EXPECT_THAT(steps[0].err, HasSubstr("RT2860AP.dat, line 290: CountryRegion: line 5 has it already, and that one "
+                                      "counts; take the line out, and revert again"));
 }
 
 TEST(Revert, ToAFileThatLacksKeysCanBeForced) {

@@ -61,7 +61,7 @@ std::vector<SettingChange> changes_between(const std::vector<wifimgr_attr_record
     if (one.dat_key == kReloadFlag) continue;
     // What a table without the SSID has no value for was not changed.
     const size_t ssid = ssid_of(one.dat_key, one.field);
-    if (ssid > served_before && one.left.empty()) continue;
+    if (ssid > std::min(served_before, served_after) && one.left.empty()) continue;
     SettingChange change = {one.name(), one.left, one.right};
     if (const Key* const key = text_of_band(one.dat_key)) {
       change = {key->name, list_in(left, one.dat_key), list_in(right, one.dat_key)};

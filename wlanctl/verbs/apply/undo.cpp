@@ -121,6 +121,20 @@ void tell_left(const Undoing& undoing, bool force, Report& report) {
   }
 }
 
+// What the undo has changed: its steps, also those of an SSID that was not served before, and what the setters changed
+// besides.
+std::vector<SettingChange> changes_of(const Undoing& undoing, const std::vector<wifimgr_attr_record>& before) {
+  const Band band = undoing.entry.band;
+  std::vector<SettingChange> changes = changes_between(before, table_of_store(band));
+  for (const Step& step : undoing.steps) {
+    const std::string now = exact_value(band, step.target).value_or("");
+    const auto is_same = [&](const SettingChange& one) { return one.name == step.change.name; };
+    if (now == step.now || std::any_of(changes.begin(), changes.end(), is_same)) continue;
+    changes.push_back({step.change.name, step.now, now});
+  }
+  return changes;
+}
+
 // An entry of the history for each, begun before the first change. All or nothing, whoever interrupts or kills it.
 int bring_back(const std::vector<Undoing>& undoings, Report& report) {
   std::vector<std::vector<wifimgr_attr_record>> before;
@@ -140,7 +154,7 @@ int bring_back(const std::vector<Undoing>& undoings, Report& report) {
   if (store_plans("undo", plans, report)) code = report.has_problems() ? kNoAnswer : kDone;
   for (size_t i = 0; i < entries.size(); ++i) {
     Entry& entry = entries[i];
-    entry.changes = changes_between(before[i], table_of_store(entry.band));
+    entry.changes = changes_of(undoings[i], before[i]);
     entry.exit_code = code;
     entry.state = code == kRefused ? State::kFailed : State::kDone;
     finish_entry(std::move(entry), report);
