@@ -38,13 +38,6 @@ int worse_of(int left, int right) {
   return rank(right) > rank(left) ? right : left;
 }
 
-std::string sentence_of(const Problem& problem) {
-  if (problem.next.empty()) return problem.message;
-  const std::string& message = problem.message;
-  const bool has_stop = message.ends_with('.') && !message.ends_with("..");
-  return message.substr(0, message.size() - (has_stop ? 1 : 0)) + "; " + problem.next;
-}
-
 Json about(Band band) {
   return {{"band", label_of(band)}};
 }
@@ -110,7 +103,8 @@ bool Report::print(int exit_code, bool on_one_line) const {
   if (!may_page_ || !show_in_pager(text_.str())) put(text_.str());
   for (const std::string& note : notes_) say("note: " + line_of(note));
   for (const Problem& problem : problems_) {
-    say(line_of(sentence_of(problem)));
+    const std::string next = problem.next.empty() ? "" : "; " + line_of(problem.next);
+    say(line_of(problem.message) + next);
   }
   return is_printed();
 }

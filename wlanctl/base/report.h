@@ -32,9 +32,6 @@ struct Problem {
   Json details = Json::object();  // such as key, value, accepted, file, line
 };
 
-// In one sentence: the library's reasons end in a stop.
-std::string sentence_of(const Problem& problem);
-
 // The details of a problem with a band.
 Json about(Band band);
 Json about(Band band, const std::string& interface);

@@ -42,9 +42,9 @@ int line_in(const Problem& problem) {
 
 std::string message_of(const Problem& problem, const std::string& file) {
   const std::string place = place_in(file, line_in(problem)) + ": ";
-  Problem told = problem;
-  if (told.message.starts_with(place)) told.message.erase(0, place.size());
-  return printable(on_one_line(sentence_of(told)));
+  const std::string message =
+      problem.message.starts_with(place) ? problem.message.substr(place.size()) : problem.message;
+  return printable(on_one_line(message + "; " + problem.next));
 }
 
 }  // namespace
