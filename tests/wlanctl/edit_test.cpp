@@ -86,7 +86,8 @@ TEST(Edit, WithoutATerminalEndsWithTheErrorsAndKeepsTheText) {
                 "/var/run/wlanctl-edit-*/settings; wlanctl get 2.4g TxPower",
                 edit("echo nonsense >>$1", "wlanctl edit 2.4g --json")});
   EXPECT_EQ(1, steps[0].status);
-  EXPECT_THAT(steps[0].err, HasSubstr(": Channel cannot be \"181\": The input channel is invalid; it takes 0; 2.4g 1 "));
+  EXPECT_THAT(steps[0].err,
+              HasSubstr(": Channel cannot be \"181\": The input channel is invalid; it takes 0; 2.4g 1 "));
   EXPECT_THAT(steps[0].err, HasSubstr(": there is no = in the line"));
   EXPECT_THAT(steps[0].err, HasSubstr(": SSID:1 stands in line "));
   EXPECT_THAT(steps[0].err, HasSubstr("nothing is stored; what you wrote is kept in /var/run/wlanctl-edit-"));
@@ -190,7 +191,8 @@ TEST(Edit, KeepsWhatWasWrittenWhateverEndsIt) {
 }
 
 TEST(Edit, KeepsWhatTheEditorSavedBesideItsFile) {
-  const auto steps = run_live({ended_by("HUP", "echo Channel=11 >$1.save"), "cat /var/run/wlanctl-edit-*/settings.save"});
+  const auto steps =
+      run_live({ended_by("HUP", "echo Channel=11 >$1.save"), "cat /var/run/wlanctl-edit-*/settings.save"});
   EXPECT_THAT(steps[0].err, HasSubstr("/settings.save goes on with it"));
   EXPECT_EQ("Channel=11\n", steps[1].out);
 }
@@ -202,21 +204,21 @@ TEST(Edit, SaysInTheSystemsLogWhatItKeeps) {
 }
 
 TEST(Edit, KeepsTheTextOfAnEarlierRoundToo) {
-  const auto steps = run_live(
-      {edit("n=$(cat rounds 2>/dev/null | wc -l); echo >>rounds; if [ $n = 0 ]; then sed -i s/^Channel=.*/Channel=181/ $1;"
-            " else kill -HUP $PPID; while :; do sleep 0.1; done; fi",
-            on_terminal("\"$WLANCTL_PROGRAM\" edit 2.4g")),
-       "grep -c ^Channel=181 /var/run/wlanctl-edit-*/settings"});
+  const auto steps = run_live({edit("n=$(cat rounds 2>/dev/null | wc -l); echo >>rounds; if [ $n = 0 ]; then sed -i "
+                                    "s/^Channel=.*/Channel=181/ $1;"
+                                    " else kill -HUP $PPID; while :; do sleep 0.1; done; fi",
+                                    on_terminal("\"$WLANCTL_PROGRAM\" edit 2.4g")),
+                               "grep -c ^Channel=181 /var/run/wlanctl-edit-*/settings"});
   EXPECT_EQ("1\n", steps[1].out) << steps[0].out;
 }
 
 TEST(Edit, GoesOnFromWhatWasKept) {
-  const auto steps = run_live(
-      {ended_by("HUP", "sed -i s/^Channel=.*/Channel=11/ $1"), "wlanctl set 2.4g TxPower=50 >/dev/null",
-       edit("sed -i -e s/^SSID:1=.*/SSID:1=Attic/ -e s/^TxPower=.*// $1",
-            "wlanctl edit 2.4g --from /var/run/wlanctl-edit-*/settings"),
-       ended_by("HUP", "sed -i s/^Channel=.*/Channel=1/ $1; mv $1 /kept; cp /kept $1"),
-       edit(":", "wlanctl edit 2.4g --from /kept"), edit(":", "wlanctl edit 2.4g --from /nowhere --json")});
+  const auto steps =
+      run_live({ended_by("HUP", "sed -i s/^Channel=.*/Channel=11/ $1"), "wlanctl set 2.4g TxPower=50 >/dev/null",
+                edit("sed -i -e s/^SSID:1=.*/SSID:1=Attic/ -e s/^TxPower=.*// $1",
+                     "wlanctl edit 2.4g --from /var/run/wlanctl-edit-*/settings"),
+                ended_by("HUP", "sed -i s/^Channel=.*/Channel=1/ $1; mv $1 /kept; cp /kept $1"),
+                edit(":", "wlanctl edit 2.4g --from /kept"), edit(":", "wlanctl edit 2.4g --from /nowhere --json")});
   EXPECT_EQ("2.4g Channel = 11  (was 6)\n2.4g SSID:1 = Attic  (was Gateway-Home)\n", steps[2].out) << steps[2].err;
   EXPECT_EQ("2.4g Channel = 1  (was 11)\n", steps[4].out) << steps[4].err;
   EXPECT_EQ(2, steps[5].status);

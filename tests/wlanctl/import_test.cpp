@@ -296,16 +296,17 @@ TEST(Import, GrowsTheCountOfSsidsFirst) {
 }
 
 TEST(Import, NamesForceWhereTheFileWouldHaveFewerSsids) {
-  const auto steps = run_live({"wlanctl set 2.4g BssidNum=3 >/dev/null; wlanctl save 2.4g >/dev/null",
-                               into("f.json", settings("\"BssidNum\": 2")) + "wlanctl import f.json --dry-run >&2; wlanctl import "
-                                                                            "f.json --json",
-                               "wlanctl set 2.4g BssidNum=3 >/dev/null; wlanctl import f.json", "wlanctl apply 2.4g",
-                               "wlanctl apply 2.4g --force",
-                               into("g.json", settings("\"Channel\": 11")) + "wlanctl import g.json --json"});
+  const auto steps = run_live(
+      {"wlanctl set 2.4g BssidNum=3 >/dev/null; wlanctl save 2.4g >/dev/null",
+       into("f.json", settings("\"BssidNum\": 2")) + "wlanctl import f.json --dry-run >&2; wlanctl import "
+                                                     "f.json --json",
+       "wlanctl set 2.4g BssidNum=3 >/dev/null; wlanctl import f.json", "wlanctl apply 2.4g",
+       "wlanctl apply 2.4g --force", into("g.json", settings("\"Channel\": 11")) + "wlanctl import g.json --json"});
   EXPECT_THAT(steps[1].err, HasSubstr("2.4g: 1 value would be stored\n"));
   EXPECT_EQ("wlanctl apply 2.4g --force", document_in(steps[1].out)["data"]["bands"][0]["next"]);
-  EXPECT_THAT(steps[2].out, HasSubstr("2.4g: 1 value stored; wlanctl apply 2.4g --force brings them\n  to the dat file, "
-                                      "which has more SSIDs now\n"));
+  EXPECT_THAT(steps[2].out,
+              HasSubstr("2.4g: 1 value stored; wlanctl apply 2.4g --force brings them\n  to the dat file, "
+                        "which has more SSIDs now\n"));
   EXPECT_EQ(1, steps[3].status);
   EXPECT_EQ(0, steps[4].status) << steps[4].err;
   EXPECT_EQ("wlanctl apply 2.4g", document_in(steps[5].out)["data"]["bands"][0]["next"]);
@@ -314,8 +315,9 @@ TEST(Import, NamesForceWhereTheFileWouldHaveFewerSsids) {
 TEST(Import, SaysThatADatFileIsOfTheOtherBandByItsPath) {
   const auto steps = run_live({"wlanctl import /etc/Wireless/RT2860AP_AC/RT2860AP.dat 2.4g --dry-run",
                                "wlanctl import /etc/Wireless/RT2860AP_AC/RT2860AP.dat 5g --dry-run"});
-  EXPECT_THAT(steps[0].err, HasSubstr("/etc/Wireless/RT2860AP_AC/RT2860AP.dat is a dat file of 5g by its path, and goes "
-                                      "to 2.4g"));
+  EXPECT_THAT(steps[0].err,
+              HasSubstr("/etc/Wireless/RT2860AP_AC/RT2860AP.dat is a dat file of 5g by its path, and goes "
+                        "to 2.4g"));
   EXPECT_THAT(steps[1].err, Not(HasSubstr("by its path")));
 }
 

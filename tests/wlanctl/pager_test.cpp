@@ -90,7 +90,8 @@ TEST(Pager, ThatHasSeenEnoughIsNoFailure) {
 TEST(Pager, IsForVerbsThatShowMuchAndNotForThoseThatAct) {
   const Result result =
       run(std::string(kMark) + "library_probe init 0 init 1 >/dev/null\n" +
-          on_terminal(std::string(kMark) + "for call in 'show 2.4g' diff dump export 'export --output f.json' doctor 'doctor --all' 'explain AuthMode' 'set 2.4g "
+          on_terminal(std::string(kMark) + "for call in 'show 2.4g' diff dump export 'export --output f.json' doctor "
+                                           "'doctor --all' 'explain AuthMode' 'set 2.4g "
                                            "Channel=11' 'save' 'log' 'status' 'apply 2.4g --dry-run'; do\n"
                                            "wlanctl $call 2>/dev/null | cat >/dev/null; echo \"== $call\"\n"
                                            "\"$WLANCTL_PROGRAM\" $call 2>/dev/null; done",

@@ -104,7 +104,8 @@ TEST(DiffFile, RefusesWhatCannotBeRead) {
 
 TEST(DiffFile, RefusesWhatIsNeitherDatFileNorExport) {
   const Result result = run_story(
-      "printf '# a\\nroot:x:0\\n' >users; printf 'PATH=/bin\\nHOME=/\\n' >variables; printf '{\"a\" 1' >half; for file in "
+      "printf '# a\\nroot:x:0\\n' >users; printf 'PATH=/bin\\nHOME=/\\n' >variables; printf '{\"a\" 1' >half; for file "
+      "in "
       "users variables half; do wlanctl diff 2.4g $file; echo $?; done");
   EXPECT_EQ("2\n2\n2\n", result.out);
   EXPECT_THAT(result.err, HasSubstr("users:2: there is no = in the line; is it a dat file, or an export?"));
@@ -133,9 +134,11 @@ TEST(DiffFile, MayBeNamedAsABand) {
 TEST(Status, CountsTheSameAgainstTwoThatAreAlike) {
   const Result result = run_story(
       "library_probe init 0 init 1 >/dev/null; wlanctl set 2.4g BssidNum=3 >/dev/null; wlanctl apply 2.4g >/dev/null "
-      "2>&1; wlanctl ssid remove 2.4g 3 --yes >/dev/null 2>&1; wlanctl apply 2.4g --force >/dev/null 2>&1; wlanctl undo "
+      "2>&1; wlanctl ssid remove 2.4g 3 --yes >/dev/null 2>&1; wlanctl apply 2.4g --force >/dev/null 2>&1; wlanctl "
+      "undo "
       ">/dev/null 2>&1; wlanctl status 2.4g | sed -n 's/.*store.file \\([0-9]*\\), store.in force \\1; alike: "
-      "file.in force/same/p'; wlanctl diff 2.4g | head -1 | cut -d' ' -f2 >file; wlanctl diff 2.4g --in-force | head -1 | "
+      "file.in force/same/p'; wlanctl diff 2.4g | head -1 | cut -d' ' -f2 >file; wlanctl diff 2.4g --in-force | head "
+      "-1 | "
       "cut -d' ' -f2 | cmp - file && echo same");
   EXPECT_EQ("same\nsame\n", result.out) << result.err;
 }

@@ -86,8 +86,9 @@ TEST(Undo, PassesOverARollBackAndWhatThatTookBack) {
 TEST(Undo, OfBothBandsTakesTheNewestOfEach) {
   const std::string applied =
       "wlanctl set 2.4g Channel=1 >/dev/null; wlanctl set 5g Channel=40 >/dev/null; wlanctl apply >/dev/null 2>&1;";
-  const Result result = run_story(applied + "wlanctl undo --both --dry-run >/dev/null; wlanctl undo --both; wlanctl get "
-                                            "2.4g Channel; wlanctl get 5g Channel; wlanctl undo --both; echo $?");
+  const Result result = run_story(applied +
+                                  "wlanctl undo --both --dry-run >/dev/null; wlanctl undo --both; wlanctl get "
+                                  "2.4g Channel; wlanctl get 5g Channel; wlanctl undo --both; echo $?");
   EXPECT_THAT(result.out, testing::StartsWith("2.4g Channel = 6  (was 1)\n"));
   EXPECT_THAT(result.out, testing::EndsWith(
                               "2.4g: entry 1 is undone in the store\n5g Channel = 36  (was 40)\n5g: entry 2 is undone "
@@ -103,14 +104,16 @@ TEST(Undo, OfBothBandsTakesTheNewestOfEach) {
 TEST(Undo, OfBothBandsIsDoneOnBothOrOnNone) {
   const Result result = run_story(
       "wlanctl set 2.4g Channel=1 >/dev/null; wlanctl set 5g Channel=40 >/dev/null; wlanctl save >/dev/null 2>&1;"
-      "wlanctl set 5g Channel=44 >/dev/null; wlanctl undo --both; echo $?; wlanctl get 2.4g Channel; wlanctl log show 3; "
+      "wlanctl set 5g Channel=44 >/dev/null; wlanctl undo --both; echo $?; wlanctl get 2.4g Channel; wlanctl log show "
+      "3; "
       "wlanctl undo --both --force >/dev/null; wlanctl get 2.4g Channel; wlanctl get 5g Channel");
   EXPECT_EQ("1\n1\n6\n36\n", result.out);
   EXPECT_THAT(result.err, HasSubstr("Channel of 5g has changed since"));
 }
 
 const std::string kAddedSsid =
-    "wlanctl set 2.4g BssidNum=3 RADIUS_Key:3=anothersecret SSID:3=Guest EnableSSID:3=1 WscConfMode:3=0 >/dev/null 2>&1; "
+    "wlanctl set 2.4g BssidNum=3 RADIUS_Key:3=anothersecret SSID:3=Guest EnableSSID:3=1 WscConfMode:3=0 >/dev/null "
+    "2>&1; "
     "wlanctl save 2.4g >/dev/null 2>&1;";
 
 // The driver has no interface for it yet, or loses it.

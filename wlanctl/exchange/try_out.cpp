@@ -103,9 +103,8 @@ class Try {
     constexpr int kMostRounds = 4;
     // Which SSIDs there are comes first.
     std::vector<const Wish*> left;
-    const auto count = std::find_if(wishes.begin(), wishes.end(), [](const Wish& wish) {
-      return wish.target.key->name == std::string(kSsidCount);
-    });
+    const auto count = std::find_if(wishes.begin(), wishes.end(),
+                                    [](const Wish& wish) { return wish.target.key->name == std::string(kSsidCount); });
     // But the last values of one that goes come while it is there.
     const bool are_fewer = plan_.order == Order::kAsBefore && count != wishes.end() &&
                            number_in(count->value).value_or(0) < ssid_count(band_);

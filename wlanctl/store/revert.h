@@ -17,7 +17,7 @@ enum class Reverting { kDone, kUnreadable, kUnsound, kIncomplete, kNoRoom };
 struct Reverted {
   Reverting how = Reverting::kDone;
   std::vector<wifimgr_attr_record> before;
-  std::string bytes;  // of the file
+  std::string bytes;                 // of the file
   std::vector<std::string> missing;  // keys that the store has and the file should have
 };
 

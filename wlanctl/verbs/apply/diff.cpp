@@ -136,8 +136,7 @@ int diff_in_force(Band band, const Words& words, Report& report, Outcome& outcom
   const std::vector<StoreRecord> live = records_of(table_of_store(band));
   const std::vector<Lack> lacks = lacks_of(band);
   const std::string other = lacks.empty() ? "what is in force" : "what was last applied";
-  tell_comparison(band, served_differences(live, records_of(*in_force)), "in_force", other, words, report,
-                  outcome);
+  tell_comparison(band, served_differences(live, records_of(*in_force)), "in_force", other, words, report, outcome);
   complain_of(band, lacks, next_step(band), report);
   return lacks.empty() ? kDone : kNotInForce;
 }

@@ -3,9 +3,9 @@
 #include <utility>
 
 #include "wlanctl/base/report.h"
-#include "wlanctl/command_line/common_words.h"
 #include "wlanctl/check/dat_text.h"
 #include "wlanctl/check/loss.h"
+#include "wlanctl/command_line/common_words.h"
 #include "wlanctl/confirm/recovery.h"
 #include "wlanctl/confirm/taken_back.h"
 #include "wlanctl/files/lock.h"
@@ -64,7 +64,8 @@ void refuse(Band band, const Reverted& outcome, Report& report) {
       const std::string next = repeated.empty()
                                    ? "stop the management processes, remove the segment with ipcrm and start them"
                                    : count_of(repeated.size(), "line") + " of it repeat others: take them out";
-      report.problem({std::string("the store of ") + label_of(band) + " has no room for its dat file", next, about(band)});
+      report.problem(
+          {std::string("the store of ") + label_of(band) + " has no room for its dat file", next, about(band)});
       refuse_repeated(band, repeated, report);
       break;
     }
@@ -129,7 +130,9 @@ int revert(const Words& words, Report& report) {
 constexpr Word kSaveWords[] = {
     word::kBand, {"--force", &Words::force, "Also where something of the dat file is lost"}, word::kWait};
 constexpr Word kRevertWords[] = {
-    word::kBand, {"--force", &Words::force, "Also to a dat file that lacks keys of the store, or is misread"}, word::kWait};
+    word::kBand,
+    {"--force", &Words::force, "Also to a dat file that lacks keys of the store, or is misread"},
+    word::kWait};
 
 }  // namespace
 

@@ -74,9 +74,8 @@ bool leave_refused(const std::vector<Problem>& problems, Undoing* undoing) {
   const size_t before = undoing->left.size();
   for (const Problem& problem : problems) {
     Json details = problem.details;
-    const auto step = std::find_if(undoing->steps.begin(), undoing->steps.end(), [&](const Step& one) {
-      return one.target.name() == details["key"].text();
-    });
+    const auto step = std::find_if(undoing->steps.begin(), undoing->steps.end(),
+                                   [&](const Step& one) { return one.target.name() == details["key"].text(); });
     if (step == undoing->steps.end()) continue;
     undoing->left.emplace_back(step->change, details["reason"].text());
     undoing->steps.erase(step);

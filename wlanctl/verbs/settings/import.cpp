@@ -77,7 +77,10 @@ void tell_data(const Words& words, const SettingsText& text, const std::vector<P
   for (const Part& part : parts) {
     Json left = Json::array();
     for (const LeftAlone& one : part.left) left.push_back(one.name);
-    bands.push_back({{"band", label_of(part.band)}, {"changes", json_of(part.changes)}, {"left", std::move(left)}, {"next", words.dry_run ? "" : next_of(part)}});
+    bands.push_back({{"band", label_of(part.band)},
+                     {"changes", json_of(part.changes)},
+                     {"left", std::move(left)},
+                     {"next", words.dry_run ? "" : next_of(part)}});
   }
   report.data() = {{"file", name_of_file(words.file)},
                    {"format", text.format},
