@@ -97,6 +97,7 @@ TEST(Undo, OfBothBandsTakesTheNewestOfEach) {
   EXPECT_THAT(result.err, HasSubstr("there is nothing to undo on 2.4g"));
   EXPECT_THAT(result.err, HasSubstr("there is nothing to undo on 5g"));
   const Json data = document_in(run_story(applied + "wlanctl undo --both --json").out)["data"];
+  ASSERT_TRUE(data.contains("bands"));
   EXPECT_EQ(1, data["bands"][0]["entry"]);
   EXPECT_EQ(36, data["bands"][1]["changes"][0]["after"]);
 }
