@@ -127,6 +127,14 @@ TEST(Undo, OfAnAddedSsidAsksNoDriverAndNamesForce) {
   EXPECT_THAT(result.err, Not(HasSubstr("the driver did not take")));
 }
 
+TEST(Undo, OfAnUndoneSsidBringsItBack) {
+  const Result result = run_story(
+      "echo topsecret | wlanctl ssid add 2.4g Guest --passphrase-file - >/dev/null 2>&1; wlanctl save 2.4g >/dev/null "
+      "2>&1; wlanctl undo >/dev/null 2>&1; wlanctl undo 2 >/dev/null 2>&1; echo $?; wlanctl get 2.4g BssidNum SSID:3 "
+      "WPAPSK:3");
+  EXPECT_EQ("0\nBssidNum  3\nSSID:3    Guest\nWPAPSK:3  topsecret\n", result.out) << result.err;
+}
+
 TEST(Undo, NamesForceInItsDocument) {
   const Result result = run_story(kAddedSsid + "wlanctl undo --dry-run --json");
   EXPECT_EQ("wlanctl apply 2.4g --force", document_in(result.out)["data"]["next"]);
@@ -139,6 +147,18 @@ TEST(Undo, OfAnotherSsidCountBringsBackItsSsids) {
       "wlanctl get 2.4g BssidNum SSID:3; wlanctl undo 2.4g 1; wlanctl get 2.4g BssidNum SSID:3");
   EXPECT_THAT(result.out, testing::StartsWith("BssidNum  3\nSSID:3    Third\n"));
   EXPECT_THAT(result.out, testing::EndsWith("BssidNum  2\nSSID:3    Gateway-3\n"));
+}
+
+// Behind a revert the store has nothing of it any more.
+TEST(Undo, OfARemovedSsidBringsBackAllOfItAfterARevertToo) {
+  const Result result = run_story(
+      "wlanctl set 2.4g BssidNum=3 SSID:3=Third HideSSID:3=1 >/dev/null 2>&1; wlanctl apply 2.4g >/dev/null 2>&1; "
+      "wlanctl "
+      "export 2.4g | grep -v ApCliMac >was; wlanctl ssid remove 2.4g 2 --yes >/dev/null 2>&1; wlanctl apply 2.4g "
+      "--force >/dev/null 2>&1;"
+      "wlanctl revert 2.4g >/dev/null; wlanctl undo >/dev/null; echo $?; wlanctl export 2.4g | grep -v ApCliMac | diff "
+      "was -");
+  EXPECT_EQ("0\n", result.out) << result.err;
 }
 
 TEST(Undo, OfAListBringsAllOfItBack) {

@@ -30,14 +30,6 @@ Values values_of(const std::vector<StoreRecord>& records) {
   return values;
 }
 
-std::vector<StoreRecord> served_part(std::vector<StoreRecord> records) {
-  const size_t ssids = ssids_in(records);
-  for (StoreRecord& record : records) {
-    while (!record.fields.empty() && ssid_of(record.key, record.fields.size() - 1) > ssids) record.fields.pop_back();
-  }
-  return records;
-}
-
 std::string field_of(const Fields& fields, size_t index) {
   return index < fields.size() ? fields[index] : std::string();
 }
@@ -63,6 +55,14 @@ size_t ssids_in(const std::vector<StoreRecord>& records) {
     return static_cast<size_t>(std::clamp<int64_t>(count, 1, WIFIMGR_FIELDS));
   }
   return 1;
+}
+
+std::vector<StoreRecord> served_part(std::vector<StoreRecord> records) {
+  const size_t ssids = ssids_in(records);
+  for (StoreRecord& record : records) {
+    while (!record.fields.empty() && ssid_of(record.key, record.fields.size() - 1) > ssids) record.fields.pop_back();
+  }
+  return records;
 }
 
 std::vector<Difference> served_differences(const std::vector<StoreRecord>& left,

@@ -24,7 +24,10 @@ struct Difference {
 std::vector<Difference> differences(const std::vector<StoreRecord>& left, const std::vector<StoreRecord>& right,
                                     size_t ssids);
 
-// Of what is served: what a table has behind its own count of SSIDs is nobody's, and counts as nothing.
+// What a table has behind its own count of SSIDs is nobody's.
+std::vector<StoreRecord> served_part(std::vector<StoreRecord> records);
+
+// With the served part of the other side.
 std::vector<Difference> served_differences(const std::vector<StoreRecord>& left, const std::vector<StoreRecord>& right);
 
 // The number of the SSID that a field of a key belongs to, from 1; 0 where it belongs to none.

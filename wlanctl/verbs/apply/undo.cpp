@@ -12,6 +12,7 @@
 #include "wlanctl/files/lock.h"
 #include "wlanctl/history/record.h"
 #include "wlanctl/store/segment.h"
+#include "wlanctl/store/value.h"
 #include "wlanctl/verbs/apply/entry_words.h"
 #include "wlanctl/verbs/apply/undone_entry.h"
 #include "wlanctl/verbs/verbs.h"
@@ -55,8 +56,9 @@ void look_at_values(bool force, Undoing* undoing, Report& report) {
       undoing->already.push_back(change.name);
       continue;
     }
-    // A save drops the records of SSIDs that are not served, and they can come again.
-    if (value && now != change.to && !force) {
+    // What stands behind the count of SSIDs is nobody's; a save drops it, and it can come again.
+    const bool is_served = target->key->scope != Scope::kSsid || target->index <= ssid_count(entry.band);
+    if (value && is_served && now != change.to && !force) {
       const std::string shown = shown_value(change, now, false);
       const std::string to = shown_value(change, change.to, false);
       report.problem({change.name + " of " + label_of(entry.band) + " has changed since: it is \"" + shown +
@@ -101,8 +103,8 @@ void make_plan(Undoing* undoing, Report& report) {
 void tell_left(const Undoing& undoing, bool force, Report& report) {
   const Entry& entry = undoing.entry;
   const std::string label = label_of(entry.band);
-  const auto tell = [&](const std::string& message, Json details) {
-    if (force) {
+  const auto tell = [&](const std::string& message, Json details, bool is_only_read = false) {
+    if (force || is_only_read) {
       report.note(message);
     } else {
       report.problem({message, "--force brings back the others", std::move(details)});
@@ -111,9 +113,12 @@ void tell_left(const Undoing& undoing, bool force, Report& report) {
   for (const auto& [change, reason] : undoing.left) {
     Json details = about_change(entry.band, change);
     details["reason"] = reason;
+    // As with an import, what nothing sets does not keep the rest from it.
+    const std::optional<Target> target = change.target(entry.band);
+    const bool is_only_read = target && target->key->accepted.kind == Accepted::Kind::kNothing;
     tell(change.name + " of " + label + " cannot be brought back to \"" + shown_value(change, change.from, false) +
              "\": " + reason,
-         std::move(details));
+         std::move(details), is_only_read);
   }
   if (entry.left_out > 0) {
     tell(count_of(entry.left_out, "change") + " of " + undoing.name() + " found no room in it", about(entry.band));
