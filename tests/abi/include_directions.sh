@@ -59,7 +59,7 @@ allow wlanctl/files "$tool" wlanctl/base wlanctl/files
 allow wlanctl/library "$tool" wlanctl/base wlanctl/files wlanctl/library
 allow wlanctl/keys "$tool" wlanctl/base wlanctl/files wlanctl/keys
 allow wlanctl/store "$tool" wlanctl/base wlanctl/files wlanctl/library wlanctl/keys wlanctl/store
-allow wlanctl/check "$tool" wlanctl/base wlanctl/library wlanctl/keys wlanctl/store wlanctl/check
+allow wlanctl/check "$tool" wlanctl/base wlanctl/files wlanctl/library wlanctl/keys wlanctl/store wlanctl/check
 allow wlanctl/live "$tool" wlanctl/base wlanctl/files wlanctl/library wlanctl/store wlanctl/live
 allow wlanctl/apply "$tool" wlanctl/base wlanctl/files wlanctl/library wlanctl/keys wlanctl/store wlanctl/live wlanctl/apply
 allow wlanctl/history "$tool" wlanctl/base wlanctl/files wlanctl/keys wlanctl/store wlanctl/history

@@ -156,6 +156,17 @@ TEST(Revert, IsRefusedWhenTheFileHasOutgrownTheStore) {
   EXPECT_EQ("Kitchen\n", steps[3].out);
 }
 
+TEST(Diff, TellsOfANewSsidWhatMatters) {
+  const Result result =
+      run("library_probe init 0 init 1 >/dev/null; echo topsecret | wlanctl ssid add 2.4g Guest --passphrase-file - "
+          ">/dev/null 2>&1; wlanctl diff 2.4g; echo == json; wlanctl diff 2.4g --json");
+  const std::string text = result.out.substr(0, result.out.find("== json"));
+  EXPECT_THAT(text, testing::ContainsRegex("\n  SSID:3 +-> Guest\n"));
+  EXPECT_THAT(text, testing::ContainsRegex("\n  SSID 3 is new: [0-9]+ more values, which --json lists\n"));
+  EXPECT_LT(lines_of(text).size(), 24u);
+  EXPECT_GT(document_in(result.out.substr(result.out.find("== json") + 8))["data"]["bands"][0]["changes"].size(), 30u);
+}
+
 TEST(Diff, TwoLongValuesFitAConsole) {
   const Result result =
       run("wlanctl set 2.4g SSID:1=12345678901234567890123456789012 >/dev/null; wlanctl save 2.4g "
@@ -196,6 +207,50 @@ TEST(Revert, IsRefusedWhenTheFileWasCutOff) {
     EXPECT_EQ(steps[0].out, steps[3].out) << harm;
     EXPECT_EQ(0, steps[4].status) << steps[4].err;
   }
+}
+
+TEST(Revert, IsRefusedWhereTheFileWouldBeMisread) {
+  const struct {
+    const char* harm;
+    const char* said;
+  } kRows[] = {
+      {"sed -i 's/$/\\r/'", "RT2860AP.dat, line 1: the line ends in CR LF, like "},
+      {"sed -i 's/^Channel=6/Channel=6=7/'", ": Channel: the loader ends the value at the second ="},
+      {"sed -i '5i nonsense'",
+       "RT2860AP.dat, line 5: there is no = in the line; mend the line, or insist with --force"},
+      {"sed -i 's/^HideSSID=.*/HideSSID=0;;1/'", ": HideSSID: 1 empty field between others"},
+  };
+  for (const auto& row : kRows) {
+    const std::vector<Result> steps = run_steps(
+        {"library_probe init 0 init 1 >/dev/null; segment_bytes 0x12345 | md5sum", std::string(row.harm) + " " + kFile,
+         "wlanctl revert 2.4g", "segment_bytes 0x12345 | md5sum", "wlanctl revert 2.4g --force"});
+    EXPECT_EQ(1, steps[2].status) << row.harm;
+    EXPECT_THAT(steps[2].err, HasSubstr(row.said));
+    EXPECT_EQ(steps[0].out, steps[3].out) << row.harm;
+    EXPECT_EQ(0, steps[4].status) << row.harm;
+    EXPECT_THAT(steps[4].err, HasSubstr("; the store has it as the loader reads it")) << row.harm;
+  }
+}
+
+TEST(Revert, OfAMendedFileTakesAwayWhatWasMisread) {
+  const std::vector<Result> steps = run_steps(
+      {"library_probe init 0 init 1 >/dev/null; segment_bytes 0x12345 | md5sum",
+       std::string("F=") + kFile +
+           "; cp $F good; sed -i -e 's/^Channel=.*/&\\r/' -e '3i nonsense' -e '3i \\r' $F; wlanctl revert 2.4g "
+           "--force >/dev/null; cat good >$F",
+       "wlanctl revert 2.4g", "segment_bytes 0x12345 | md5sum"});
+  EXPECT_EQ(0, steps[2].status) << steps[2].err;
+  EXPECT_EQ("2.4g: 1 value put back to the dat file's\n", steps[2].out);
+  EXPECT_EQ(steps[0].out, steps[3].out);
+}
+
+TEST(Revert, NamesTheLinesOfAFileThatHasAllOfThemTwice) {
+  const std::vector<Result> steps = run_steps({std::string("library_probe init 0 init 1 >/dev/null; F=") + kFile +
+                                               "; cat $F $F >twice; cat twice >$F; wlanctl revert 2.4g"});
+  EXPECT_EQ(1, steps[0].status);
+  EXPECT_THAT(steps[0].err, HasSubstr("the store of 2.4g has no room for its dat file; 253 lines of it repeat others"));
+  EXPECT_THAT(steps[0].err, HasSubstr("RT2860AP.dat, line 290: CountryRegion: line 5 has it already, and that one "
+                                      "counts; take the line out, and revert again"));
 }
 
 TEST(Revert, ToAFileThatLacksKeysCanBeForced) {

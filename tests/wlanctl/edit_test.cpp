@@ -19,6 +19,11 @@ std::string edit(const std::string& editor, const std::string& call = "wlanctl e
 
 constexpr char kFolders[] = "; s=$?; ls /var/run | grep wlanctl-edit; exit $s";
 
+// script gives the calls a terminal.
+std::string on_terminal(const std::string& call) {
+  return "script -qec '" + call + "' /dev/null </dev/null";
+}
+
 TEST(Edit, StoresWhatWasChanged) {
   const auto steps = run_live({edit("sed -i -e s/^Channel=.*/Channel=11/ -e s/^SSID:1=.*/SSID:1=Attic/ $1") + kFolders,
                                "wlanctl get 2.4g Channel SSID:1"});
@@ -81,18 +86,14 @@ TEST(Edit, WithoutATerminalEndsWithTheErrorsAndKeepsTheText) {
                 "/var/run/wlanctl-edit-*/settings; wlanctl get 2.4g TxPower",
                 edit("echo nonsense >>$1", "wlanctl edit 2.4g --json")});
   EXPECT_EQ(1, steps[0].status);
-  EXPECT_THAT(steps[0].err, HasSubstr(": Channel cannot be \"181\": The input channel is invalid."));
+  EXPECT_THAT(steps[0].err,
+              HasSubstr(": Channel cannot be \"181\": The input channel is invalid; it takes 0; 2.4g 1 "));
   EXPECT_THAT(steps[0].err, HasSubstr(": there is no = in the line"));
   EXPECT_THAT(steps[0].err, HasSubstr(": SSID:1 stands in line "));
   EXPECT_THAT(steps[0].err, HasSubstr("nothing is stored; what you wrote is kept in /var/run/wlanctl-edit-"));
   EXPECT_EQ("700\n600\n1\n100\n", steps[1].out);
   EXPECT_THAT(document_in(steps[2].out)["data"]["kept"].get<std::string>(),
               testing::StartsWith("/var/run/wlanctl-edit-"));
-}
-
-// script gives the calls a terminal.
-std::string on_terminal(const std::string& call) {
-  return "script -qec '" + call + "' /dev/null </dev/null";
 }
 
 TEST(Edit, AtATerminalOpensAgainWithTheErrorsAboveTheirLines) {
@@ -104,7 +105,7 @@ TEST(Edit, AtATerminalOpensAgainWithTheErrorsAboveTheirLines) {
                 "wc -l <rounds; grep -B4 ^Channel=181 seen1; wlanctl get 2.4g Channel"});
   EXPECT_EQ(0, steps[0].status) << steps[0].out;
   EXPECT_THAT(steps[1].out, testing::StartsWith("2\n"));
-  EXPECT_THAT(steps[1].out, HasSubstr("#! Channel cannot be \"181\": The input channel is invalid."));
+  EXPECT_THAT(steps[1].out, HasSubstr("#! Channel cannot be \"181\": The input channel is invalid"));
   EXPECT_THAT(steps[1].out, testing::EndsWith("\nChannel=181\n11\n"));
 }
 
@@ -157,23 +158,71 @@ TEST(Edit, StoresNothingWhenTheEditorFails) {
   const auto steps =
       run_live({edit("sed -i s/^Channel=.*/Channel=11/ $1; exit 3") + kFolders, "wlanctl get 2.4g Channel"});
   EXPECT_EQ(1, steps[0].status);
-  EXPECT_EQ("wlanctl: ./editor ended with 3, nothing is stored; edit once more\n", steps[0].err);
-  EXPECT_THAT(steps[0].out, IsEmpty());
+  EXPECT_THAT(steps[0].err, HasSubstr("wlanctl: ./editor ended with 3, nothing is stored; edit once more\n"));
+  EXPECT_THAT(steps[0].err, HasSubstr("what you wrote is kept in /var/run/wlanctl-edit-"));
   EXPECT_EQ("6\n", steps[1].out);
 }
 
-TEST(Edit, TakesItsFileAwayWhateverEndsIt) {
+// Ends the tool while the editor runs, which was told `script` first.
+std::string ended_by(const std::string& signal, const std::string& script, const std::string& call = "edit 2.4g") {
+  return edit(script + "; kill -" + signal + " $PPID; while :; do sleep 0.1; done", "\"$WLANCTL_PROGRAM\" " + call);
+}
+
+TEST(Edit, TakesItsFileAwayWhereNothingWasWritten) {
+  const auto steps = run_live({ended_by("HUP", ":") + kFolders, ended_by("TERM", ":") + kFolders,
+                               edit("exit 3", "wlanctl edit 2.4g") + kFolders});
+  EXPECT_EQ(129, steps[0].status);
+  EXPECT_EQ(143, steps[1].status);
+  EXPECT_EQ(1, steps[2].status);
+  for (const Result& step : steps) EXPECT_THAT(step.out, IsEmpty());
+}
+
+TEST(Edit, KeepsWhatWasWrittenWhateverEndsIt) {
   for (const char* const signal : {"TERM", "HUP"}) {
-    const auto steps = run_live(
-        {edit(std::string("echo more >$1~; echo swap >${1%/*}/.swap; sed -i s/^Channel=.*/Channel=11/ $1; kill -") +
-                  signal + " $PPID; while :; do sleep 0.1; done",
-              "\"$WLANCTL_PROGRAM\" edit 2.4g") +
-             kFolders,
-         "wlanctl get 2.4g Channel"});
+    const auto steps = run_live({ended_by(signal, "sed -i s/^Channel=.*/Channel=11/ $1"),
+                                 "stat -c %a /var/run/wlanctl-edit-*/settings; grep ^Channel= "
+                                 "/var/run/wlanctl-edit-*/settings; wlanctl get 2.4g Channel"});
     EXPECT_EQ(signal == std::string("TERM") ? 143 : 129, steps[0].status);
-    EXPECT_THAT(steps[0].out, IsEmpty());
-    EXPECT_EQ("6\n", steps[1].out);
+    EXPECT_THAT(steps[0].err, testing::ContainsRegex("nothing is stored; what you wrote is kept in "
+                                                     "(/var/run/wlanctl-edit-[^/]*/settings); wlanctl edit 2.4g --from "
+                                                     "/var/run/wlanctl-edit-[^/]*/settings goes on with it"));
+    EXPECT_EQ("600\nChannel=11\n6\n", steps[1].out);
   }
+}
+
+TEST(Edit, KeepsWhatTheEditorSavedBesideItsFile) {
+  const auto steps =
+      run_live({ended_by("HUP", "echo Channel=11 >$1.save"), "cat /var/run/wlanctl-edit-*/settings.save"});
+  EXPECT_THAT(steps[0].err, HasSubstr("/settings.save goes on with it"));
+  EXPECT_EQ("Channel=11\n", steps[1].out);
+}
+
+TEST(Edit, SaysInTheSystemsLogWhatItKeeps) {
+  const auto steps = run_live(
+      {ended_by("HUP", "sed -i s/^Channel=.*/Channel=11/ $1") +
+       " >/dev/null 2>&1; for i in $(seq 200); do grep edit /run/gateway-sim/syslog && break; sleep 0.02; done"});
+  EXPECT_THAT(steps[0].out, HasSubstr("edit was ended: nothing is stored; what you wrote is kept in "));
+}
+
+TEST(Edit, KeepsTheTextOfAnEarlierRoundToo) {
+  const auto steps = run_live({edit("n=$(cat rounds 2>/dev/null | wc -l); echo >>rounds; if [ $n = 0 ]; then sed -i "
+                                    "s/^Channel=.*/Channel=181/ $1;"
+                                    " else kill -HUP $PPID; while :; do sleep 0.1; done; fi",
+                                    on_terminal("\"$WLANCTL_PROGRAM\" edit 2.4g")),
+                               "grep -c ^Channel=181 /var/run/wlanctl-edit-*/settings"});
+  EXPECT_EQ("1\n", steps[1].out) << steps[0].out;
+}
+
+TEST(Edit, GoesOnFromWhatWasKept) {
+  const auto steps =
+      run_live({ended_by("HUP", "sed -i s/^Channel=.*/Channel=11/ $1"), "wlanctl set 2.4g TxPower=50 >/dev/null",
+                edit("sed -i -e s/^SSID:1=.*/SSID:1=Attic/ -e s/^TxPower=.*// $1",
+                     "wlanctl edit 2.4g --from /var/run/wlanctl-edit-*/settings"),
+                ended_by("HUP", "sed -i s/^Channel=.*/Channel=1/ $1; mv $1 /kept; cp /kept $1"),
+                edit(":", "wlanctl edit 2.4g --from /kept"), edit(":", "wlanctl edit 2.4g --from /nowhere --json")});
+  EXPECT_EQ("2.4g Channel = 11  (was 6)\n2.4g SSID:1 = Attic  (was Gateway-Home)\n", steps[2].out) << steps[2].err;
+  EXPECT_EQ("2.4g Channel = 1  (was 11)\n", steps[4].out) << steps[4].err;
+  EXPECT_EQ(2, steps[5].status);
 }
 
 // They are the editor's at a terminal.

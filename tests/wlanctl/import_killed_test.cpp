@@ -92,7 +92,7 @@ TEST(Import, TakesBackWhatItHadSetWhenASetterRefuses) {
                                "wlanctl get 2.4g Channel BssidNum; ls /var/run/wlanctl-storing"});
   EXPECT_EQ(1, steps[0].status);
   EXPECT_THAT(steps[0].err, HasSubstr("f.json:4: HideSSID:2 cannot be \"1\": The ssid index should be from 1 to "
-                                      "BssidNum:1.; another process changed the store; try again"));
+                                      "BssidNum:1; another process changed the store; try again"));
   EXPECT_EQ("Channel   6\nBssidNum  1\n", steps[1].out);
 }
 

@@ -82,7 +82,7 @@ TEST(Import, TellsEveryRefusalAtOnceWithItsLine) {
     places.push_back(problem["key"].get<std::string>() + " " + problem["line"].dump());
   EXPECT_THAT(places, testing::UnorderedElementsAre("Channel 3", "HideSSID:1 4", "SSID:1 5", "WPAPSK:1 6"));
   EXPECT_EQ("bad.json", problems[0]["file"]);
-  EXPECT_THAT(steps[1].err, HasSubstr("wlanctl: bad.json:3: Channel cannot be \"181\": The input channel is invalid."));
+  EXPECT_THAT(steps[1].err, HasSubstr("wlanctl: bad.json:3: Channel cannot be \"181\": The input channel is invalid"));
   EXPECT_THAT(steps[1].err, HasSubstr("bad.json:5: SSID:1 cannot be \"$(reboot)\": a shell acts on $ and `"));
   EXPECT_THAT(steps[1].err, Not(HasSubstr("short\"")));
   EXPECT_EQ("100\n", steps[2].out);
@@ -292,7 +292,33 @@ TEST(Import, GrowsTheCountOfSsidsFirst) {
   EXPECT_EQ("SSID:3      Cellar\nHideSSID:3  1\nBssidNum    3\n", steps[1].out);
   EXPECT_EQ(1, steps[2].status);
   EXPECT_THAT(steps[2].err,
-              HasSubstr("g.json:3: SSID:3 cannot be \"x\": The ssid index should be from 1 to BssidNum:2."));
+              HasSubstr("g.json:3: SSID:3 cannot be \"x\": The ssid index should be from 1 to BssidNum:2; it takes "));
+}
+
+TEST(Import, NamesForceWhereTheFileWouldHaveFewerSsids) {
+  const auto steps = run_live(
+      {"wlanctl set 2.4g BssidNum=3 >/dev/null; wlanctl save 2.4g >/dev/null",
+       into("f.json", settings("\"BssidNum\": 2")) + "wlanctl import f.json --dry-run >&2; wlanctl import "
+                                                     "f.json --json",
+       "wlanctl set 2.4g BssidNum=3 >/dev/null; wlanctl import f.json", "wlanctl apply 2.4g",
+       "wlanctl apply 2.4g --force", into("g.json", settings("\"Channel\": 11")) + "wlanctl import g.json --json"});
+  EXPECT_THAT(steps[1].err, HasSubstr("2.4g: 1 value would be stored\n"));
+  EXPECT_EQ("wlanctl apply 2.4g --force", document_in(steps[1].out)["data"]["bands"][0]["next"]);
+  EXPECT_THAT(steps[2].out,
+              HasSubstr("2.4g: 1 value stored; wlanctl apply 2.4g --force brings them\n  to the dat file, "
+                        "which has more SSIDs now\n"));
+  EXPECT_EQ(1, steps[3].status);
+  EXPECT_EQ(0, steps[4].status) << steps[4].err;
+  EXPECT_EQ("wlanctl apply 2.4g", document_in(steps[5].out)["data"]["bands"][0]["next"]);
+}
+
+TEST(Import, SaysThatADatFileIsOfTheOtherBandByItsPath) {
+  const auto steps = run_live({"wlanctl import /etc/Wireless/RT2860AP_AC/RT2860AP.dat 2.4g --dry-run",
+                               "wlanctl import /etc/Wireless/RT2860AP_AC/RT2860AP.dat 5g --dry-run"});
+  EXPECT_THAT(steps[0].err,
+              HasSubstr("/etc/Wireless/RT2860AP_AC/RT2860AP.dat is a dat file of 5g by its path, and goes "
+                        "to 2.4g"));
+  EXPECT_THAT(steps[1].err, Not(HasSubstr("by its path")));
 }
 
 // A store that was made of a saved file has none, nor much room for them.

@@ -90,17 +90,17 @@ TEST(Pager, ThatHasSeenEnoughIsNoFailure) {
 TEST(Pager, IsForVerbsThatShowMuchAndNotForThoseThatAct) {
   const Result result =
       run(std::string(kMark) + "library_probe init 0 init 1 >/dev/null\n" +
-          on_terminal(std::string(kMark) +
-                          "for call in 'show 2.4g' diff dump doctor 'doctor --all' 'explain AuthMode' 'set 2.4g "
-                          "Channel=11' 'save' 'log' 'status' 'apply 2.4g --dry-run'; do\n"
-                          "wlanctl $call 2>/dev/null | cat >/dev/null; echo \"== $call\"\n"
-                          "\"$WLANCTL_PROGRAM\" $call 2>/dev/null; done",
+          on_terminal(std::string(kMark) + "for call in 'show 2.4g' diff dump export 'export --output f.json' doctor "
+                                           "'doctor --all' 'explain AuthMode' 'set 2.4g "
+                                           "Channel=11' 'save' 'log' 'status' 'apply 2.4g --dry-run'; do\n"
+                                           "wlanctl $call 2>/dev/null | cat >/dev/null; echo \"== $call\"\n"
+                                           "\"$WLANCTL_PROGRAM\" $call 2>/dev/null; done",
                       2));
   const std::string out = without_carriage_returns(result.out);
-  for (const char* const call : {"show 2.4g", "dump", "doctor", "doctor --all", "explain AuthMode", "log"}) {
+  for (const char* const call : {"show 2.4g", "dump", "export", "doctor", "doctor --all", "explain AuthMode", "log"}) {
     EXPECT_THAT(out, HasSubstr(std::string("== ") + call + "\nPAGED:")) << call;
   }
-  for (const char* const call : {"set 2.4g Channel=11", "status", "apply 2.4g --dry-run"}) {
+  for (const char* const call : {"set 2.4g Channel=11", "export --output f.json", "status", "apply 2.4g --dry-run"}) {
     EXPECT_THAT(out, Not(HasSubstr(std::string("== ") + call + "\nPAGED:"))) << call;
   }
 }

@@ -35,7 +35,7 @@ TEST(SetFrom, TellsEveryRefusalWithItsLineAndStoresNothing) {
                 "wlanctl set 2.4g --from f --json", "wlanctl get 2.4g TxPower"});
   EXPECT_EQ(1, steps[0].status);
   for (const char* const said :
-       {"f:2: Channel cannot be \"181\": The input channel is invalid.", "f:3: HideSSID:1 cannot be \"2\"",
+       {"f:2: Channel cannot be \"181\": The input channel is invalid", "f:3: HideSSID:1 cannot be \"2\"",
         "f:4: there is no = in the line", "f:5: there is no key \"Foo\"", "f:6: these are settings of 5g, not of 2.4g",
         "f:7: this is no band", "f:8: SSID:1 cannot be \"$(x)\""}) {
     EXPECT_THAT(steps[0].err, HasSubstr(said));

@@ -59,15 +59,14 @@ TEST(Set, ReportsAllRefusalsAtOnce) {
   EXPECT_THAT(document["data"]["changes"], IsEmpty());
   const Json problem = document["problems"][0];
   EXPECT_EQ("181", problem["value"]);
-  EXPECT_EQ("The input channel is invalid.Please input from 0 to 180", problem["reason"]);
+  EXPECT_EQ("The input channel is invalid", problem["reason"]);
   EXPECT_EQ("0; 2.4g 1 to 14; 5g 36 to 64, 100 to 144, 149 to 177 in steps of 4", problem["accepted"]);
-  EXPECT_EQ("The ssid index should be from 1 to BssidNum:2.", document["problems"][2]["reason"]);
+  EXPECT_EQ("The ssid index should be from 1 to BssidNum:2", document["problems"][2]["reason"]);
   EXPECT_THAT(steps[1].out, IsEmpty());
-  EXPECT_THAT(
-      lines_of(steps[1].err),
-      ElementsAre("wlanctl: Channel cannot be \"181\": The input channel is invalid.Please input from 0 to 180; "
-                  "it takes 0; 2.4g 1 to 14; 5g 36 to 64, 100 to 144, 149 to 177 in steps of 4",
-                  "wlanctl: HideSSID:1 cannot be \"2\": The HideSSID value should be 0 or 1.; it takes 0 or 1"));
+  EXPECT_THAT(lines_of(steps[1].err),
+              ElementsAre("wlanctl: Channel cannot be \"181\": The input channel is invalid; "
+                          "it takes 0; 2.4g 1 to 14; 5g 36 to 64, 100 to 144, 149 to 177 in steps of 4",
+                          "wlanctl: HideSSID:1 cannot be \"2\": The HideSSID value should be 0 or 1; it takes 0 or 1"));
 }
 
 TEST(Set, AValueMayDependOnOneBeforeIt) {

@@ -102,6 +102,19 @@ TEST(DiffFile, RefusesWhatCannotBeRead) {
   }
 }
 
+TEST(DiffFile, RefusesWhatIsNeitherDatFileNorExport) {
+  const Result result = run_story(
+      "printf '# a\\nroot:x:0\\n' >users; printf 'PATH=/bin\\nHOME=/\\n' >variables; printf '{\"a\" 1' >half; for file "
+      "in "
+      "users variables half; do wlanctl diff 2.4g $file; echo $?; done");
+  EXPECT_EQ("2\n2\n2\n", result.out);
+  EXPECT_THAT(result.err, HasSubstr("users:2: there is no = in the line; is it a dat file, or an export?"));
+  EXPECT_THAT(result.err, HasSubstr("variables:1: no such key is in a dat file; is it a dat file, or an export?"));
+  EXPECT_THAT(result.err,
+              HasSubstr("half:1: this is no JSON that can be read: unexpected number literal, where ':' is expected; "
+                        "compare it with what wlanctl export prints\n"));
+}
+
 TEST(DiffFile, RefusesMoreThanOne) {
   const Result result = run_story(
       "cd /etc/Wireless/RT2860AP; for words in '2.4g 5g' 'RT2860AP.dat RT2860AP.dat' '--in-force RT2860AP.dat'; "
@@ -115,6 +128,19 @@ TEST(DiffFile, RefusesMoreThanOne) {
 TEST(DiffFile, MayBeNamedAsABand) {
   EXPECT_EQ("2.4g: the store is as the file\n",
             run_story(std::string("cp ") + kDat + " 5g; wlanctl diff 2.4g ./5g 2>/dev/null").out);
+}
+
+// Behind its own count a table has values that nobody uses, and a file has not.
+TEST(Status, CountsTheSameAgainstTwoThatAreAlike) {
+  const Result result = run_story(
+      "library_probe init 0 init 1 >/dev/null; wlanctl set 2.4g BssidNum=3 >/dev/null; wlanctl apply 2.4g >/dev/null "
+      "2>&1; wlanctl ssid remove 2.4g 3 --yes >/dev/null 2>&1; wlanctl apply 2.4g --force >/dev/null 2>&1; wlanctl "
+      "undo "
+      ">/dev/null 2>&1; wlanctl status 2.4g | sed -n 's/.*store.file \\([0-9]*\\), store.in force \\1; alike: "
+      "file.in force/same/p'; wlanctl diff 2.4g | head -1 | cut -d' ' -f2 >file; wlanctl diff 2.4g --in-force | head "
+      "-1 | "
+      "cut -d' ' -f2 | cmp - file && echo same");
+  EXPECT_EQ("same\nsame\n", result.out) << result.err;
 }
 
 TEST(DiffExitCode, TellsWhetherSomethingDiffers) {

@@ -61,11 +61,83 @@ TEST(Undo, OfARevertBringsBackWhatTheStoreHad) {
   EXPECT_EQ("SSID:1   Kitchen\nChannel  1\n", result.out);
 }
 
-TEST(Undo, OfARollBackBringsBackWhatWasRolledBack) {
-  const Result result = run_story(
-      "wlanctl set 2.4g SSID:1=Kitchen >/dev/null; wlanctl apply 2.4g --confirm 600 >/dev/null 2>&1;"
-      "wlanctl rollback >/dev/null; wlanctl undo >/dev/null; wlanctl get 2.4g SSID:1");
+const std::string kRolledBack =
+    "wlanctl set 2.4g SSID:1=Kitchen >/dev/null; wlanctl apply 2.4g --confirm 600 >/dev/null 2>&1;"
+    "wlanctl rollback >/dev/null 2>&1;";
+
+TEST(Undo, OfARollBackBringsBackWhatWasRolledBackByItsNumber) {
+  const Result result = run_story(kRolledBack + "wlanctl undo 2 >/dev/null; wlanctl get 2.4g SSID:1");
   EXPECT_EQ("Kitchen\n", result.out);
+}
+
+TEST(Undo, PassesOverARollBackAndWhatThatTookBack) {
+  const Result result = run_story(
+      "wlanctl set 2.4g Channel=1 >/dev/null; wlanctl apply 2.4g >/dev/null 2>&1; wlanctl set 2.4g SSID:1=Kitchen "
+      ">/dev/null; wlanctl apply 2.4g --confirm 600 >/dev/null 2>&1; wlanctl rollback >/dev/null 2>&1; wlanctl undo;"
+      "wlanctl get 2.4g SSID:1 Channel; wlanctl undo; echo $?");
+  EXPECT_THAT(result.out, HasSubstr("2.4g Channel = 6  (was 1)\n"));
+  EXPECT_THAT(result.out, HasSubstr("2.4g: entry 1 is undone in the store\n"));
+  EXPECT_THAT(result.out, testing::EndsWith("SSID:1   Gateway-Home\nChannel  6\n1\n"));
+  EXPECT_THAT(result.err, HasSubstr("entry 3, a roll back, and 2, which it took back, are passed over; wlanctl undo 3 "
+                                    "brings back what was rolled back"));
+  EXPECT_THAT(result.err, HasSubstr("there is nothing to undo"));
+}
+
+TEST(Undo, OfBothBandsTakesTheNewestOfEach) {
+  const std::string applied =
+      "wlanctl set 2.4g Channel=1 >/dev/null; wlanctl set 5g Channel=40 >/dev/null; wlanctl apply >/dev/null 2>&1;";
+  const Result result = run_story(applied +
+                                  "wlanctl undo --both --dry-run >/dev/null; wlanctl undo --both; wlanctl get "
+                                  "2.4g Channel; wlanctl get 5g Channel; wlanctl undo --both; echo $?");
+  EXPECT_THAT(result.out, testing::StartsWith("2.4g Channel = 6  (was 1)\n"));
+  EXPECT_THAT(result.out, testing::EndsWith(
+                              "2.4g: entry 1 is undone in the store\n5g Channel = 36  (was 40)\n5g: entry 2 is undone "
+                              "in the store\n  wlanctl apply brings that into force\n6\n36\n1\n"))
+      << result.err;
+  EXPECT_THAT(result.err, HasSubstr("there is nothing to undo on 2.4g"));
+  EXPECT_THAT(result.err, HasSubstr("there is nothing to undo on 5g"));
+  const Json data = document_in(run_story(applied + "wlanctl undo --both --json").out)["data"];
+  ASSERT_TRUE(data.contains("bands"));
+  EXPECT_EQ(1, data["bands"][0]["entry"]);
+  EXPECT_EQ(36, data["bands"][1]["changes"][0]["after"]);
+}
+
+TEST(Undo, OfBothBandsIsDoneOnBothOrOnNone) {
+  const Result result = run_story(
+      "wlanctl set 2.4g Channel=1 >/dev/null; wlanctl set 5g Channel=40 >/dev/null; wlanctl save >/dev/null 2>&1;"
+      "wlanctl set 5g Channel=44 >/dev/null; wlanctl undo --both; echo $?; wlanctl get 2.4g Channel; wlanctl log show "
+      "3; "
+      "wlanctl undo --both --force >/dev/null; wlanctl get 2.4g Channel; wlanctl get 5g Channel");
+  EXPECT_EQ("1\n1\n6\n36\n", result.out);
+  EXPECT_THAT(result.err, HasSubstr("Channel of 5g has changed since"));
+}
+
+const std::string kAddedSsid =
+    "wlanctl set 2.4g BssidNum=3 RADIUS_Key:3=anothersecret SSID:3=Guest EnableSSID:3=1 WscConfMode:3=0 >/dev/null "
+    "2>&1; "
+    "wlanctl save 2.4g >/dev/null 2>&1;";
+
+// The driver has no interface for it yet, or loses it.
+TEST(Undo, OfAnAddedSsidAsksNoDriverAndNamesForce) {
+  const Result result = run_story(
+      "echo topsecret | wlanctl ssid add 2.4g Guest --passphrase-file - >/dev/null 2>&1; wlanctl apply 2.4g >/dev/null "
+      "2>&1; wlanctl undo; echo $?; wlanctl apply 2.4g >/dev/null 2>&1; echo $?; wlanctl apply 2.4g --force >/dev/null "
+      "2>&1; echo $?");
+  EXPECT_THAT(result.out, HasSubstr("\n  wlanctl apply 2.4g --force brings that into force\n0\n1\n0\n"));
+  EXPECT_THAT(result.err, Not(HasSubstr("the driver did not take")));
+}
+
+TEST(Undo, OfAnUndoneSsidBringsItBack) {
+  const Result result = run_story(
+      "echo topsecret | wlanctl ssid add 2.4g Guest --passphrase-file - >/dev/null 2>&1; wlanctl save 2.4g >/dev/null "
+      "2>&1; wlanctl undo >/dev/null 2>&1; wlanctl undo 2 >/dev/null 2>&1; echo $?; wlanctl get 2.4g BssidNum SSID:3 "
+      "WPAPSK:3");
+  EXPECT_EQ("0\nBssidNum  3\nSSID:3    Guest\nWPAPSK:3  topsecret\n", result.out) << result.err;
+}
+
+TEST(Undo, NamesForceInItsDocument) {
+  const Result result = run_story(kAddedSsid + "wlanctl undo --dry-run --json");
+  EXPECT_EQ("wlanctl apply 2.4g --force", document_in(result.out)["data"]["next"]);
 }
 
 TEST(Undo, OfAnotherSsidCountBringsBackItsSsids) {
@@ -75,6 +147,18 @@ TEST(Undo, OfAnotherSsidCountBringsBackItsSsids) {
       "wlanctl get 2.4g BssidNum SSID:3; wlanctl undo 2.4g 1; wlanctl get 2.4g BssidNum SSID:3");
   EXPECT_THAT(result.out, testing::StartsWith("BssidNum  3\nSSID:3    Third\n"));
   EXPECT_THAT(result.out, testing::EndsWith("BssidNum  2\nSSID:3    Gateway-3\n"));
+}
+
+// Behind a revert the store has nothing of it any more.
+TEST(Undo, OfARemovedSsidBringsBackAllOfItAfterARevertToo) {
+  const Result result = run_story(
+      "wlanctl set 2.4g BssidNum=3 SSID:3=Third HideSSID:3=1 >/dev/null 2>&1; wlanctl apply 2.4g >/dev/null 2>&1; "
+      "wlanctl "
+      "export 2.4g | grep -v ApCliMac >was; wlanctl ssid remove 2.4g 2 --yes >/dev/null 2>&1; wlanctl apply 2.4g "
+      "--force >/dev/null 2>&1;"
+      "wlanctl revert 2.4g >/dev/null; wlanctl undo >/dev/null; echo $?; wlanctl export 2.4g | grep -v ApCliMac | diff "
+      "was -");
+  EXPECT_EQ("0\n", result.out) << result.err;
 }
 
 TEST(Undo, OfAListBringsAllOfItBack) {
@@ -166,6 +250,15 @@ std::string with_change(const std::string& change) {
          "import sys\nsum = 0xcbf29ce484222325\n"
          "for byte in open(\"text\", \"rb\").read(): sum = ((sum ^ byte) * 0x100000001b3) % 2**64\nprint(sum)');"
          "{ echo wlanctl-history 1 $sum; cat text; } >entry-1; rm text; cd - >/dev/null;";
+}
+
+// Of an SSID that was not served before the undo, too.
+TEST(Undo, LeavesAllThatItChangedInTheHistory) {
+  const Result result = run_story(std::string("sed -i s/^RADIUS_Key3=.*/RADIUS_Key3=/ ") + kDat + ";" +
+                                  with_change(":BssidNum :3 :2\n:RADIUS_Key:3 :anothersecret :") +
+                                  "wlanctl undo >/dev/null; wlanctl log show 2");
+  EXPECT_THAT(result.out, HasSubstr("  RADIUS_Key:3  "));
+  EXPECT_THAT(result.out, HasSubstr("  BssidNum  "));
 }
 
 TEST(Undo, SaysWhatItCannotBringBackAndBringsBackNothing) {

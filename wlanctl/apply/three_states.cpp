@@ -16,17 +16,10 @@ std::optional<Records> records_in(const std::optional<std::vector<wifimgr_attr_r
   return table ? std::optional<Records>(records_of(*table)) : std::nullopt;
 }
 
-// As many SSIDs as the table serves that is told first.
-std::optional<size_t> apart(const std::optional<Records>& left, const std::optional<Records>& right) {
+std::optional<size_t> apart(const std::optional<Records>& left, const std::optional<Records>& right,
+                            DatFile dat_file = DatFile::kNeither) {
   if (!left || !right) return std::nullopt;
-  return differences(*left, *right, ssids_in(*left)).size();
-}
-
-// The same of a file, which cannot have all of a list.
-std::optional<size_t> file_apart(const std::optional<Records>& other, const std::optional<Records>& file,
-                                 const std::optional<Records>& served) {
-  if (!other || !file) return std::nullopt;
-  return differences(*other, *file, ssids_in(*served), DatFile::kRight).size();
+  return served_differences(*left, *right, dat_file).size();
 }
 
 }  // namespace
@@ -69,9 +62,9 @@ ThreeStates three_states_of(Band band) {
   if (states.has_store) store = records_of(table_of_store(band));
   const std::optional<Records> file = records_in(parse_dat_file(band));
   const std::optional<Records> in_force = records_in(last_applied(band));
-  states.store_from_file = file_apart(store, file, store);
+  states.store_from_file = apart(store, file, DatFile::kRight);
   states.store_from_in_force = apart(store, in_force);
-  states.file_from_in_force = file_apart(in_force, file, file);
+  states.file_from_in_force = apart(file, in_force, DatFile::kLeft);
   return states;
 }
 

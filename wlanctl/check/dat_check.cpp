@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <map>
 #include <optional>
 #include <set>
 
@@ -61,6 +60,8 @@ class Check {
 
   std::vector<DatFinding> run() {
     find_ssid_count();
+    const std::vector<DatFinding> repeated = repeated_lines(text_.lines);
+    text_.findings.insert(text_.findings.end(), repeated.begin(), repeated.end());
     for (const DatLine& line : text_.lines) check_line(line);
     std::stable_sort(text_.findings.begin(), text_.findings.end(),
                      [](const DatFinding& left, const DatFinding& right) { return left.line < right.line; });
@@ -87,11 +88,6 @@ class Check {
   }
 
   void check_line(const DatLine& line) {
-    const auto [known, is_new] = first_lines_.try_emplace(line.key.substr(0, WIFIMGR_KEY_SIZE - 1), line.number);
-    if (!is_new) {
-      add(line, Finding::kDuplicateKey,
-          "line " + std::to_string(known->second) + " has it already, and that one counts");
-    }
     if (ssids_ && is_left_out(line.key, static_cast<int>(*ssids_))) {
       add(line, Finding::kLeftOut, "of an SSID beyond BssidNum=" + std::to_string(*ssids_) + "; a save leaves it out");
     } else if (!is_known_dat_key(line.key)) {
@@ -207,7 +203,6 @@ class Check {
   std::optional<DetachedStore>
       stores_[kBandCount];  // by band, made for the first value; as the table has it in between
   std::optional<size_t> ssids_;
-  std::map<std::string, int> first_lines_;
 };
 
 std::string name_in(const std::string& path) {

@@ -1,6 +1,7 @@
 #include "wlanctl/check/dat_text.h"
 
 #include <algorithm>
+#include <map>
 
 #include "wifimgr_lib.h"
 #include "wlanctl/base/text.h"
@@ -143,6 +144,18 @@ std::string second_value_reason(const DatLine& line) {
   const std::string count = std::to_string(line.fields.size());
   return is_access_list(line.key) ? count + " addresses; the driver gets the first one only"
                                   : count + " values for one SSID; the loader keeps the first one only";
+}
+
+std::vector<DatFinding> repeated_lines(const std::vector<DatLine>& lines) {
+  std::vector<DatFinding> findings;
+  std::map<std::string, int> first_lines;
+  for (const DatLine& line : lines) {
+    const auto [known, is_new] = first_lines.try_emplace(line.key.substr(0, kLongestKey), line.number);
+    if (is_new) continue;
+    findings.push_back({Finding::kDuplicateKey, line.number, line.key, 0, false, "",
+                        "line " + std::to_string(known->second) + " has it already, and that one counts", ""});
+  }
+  return findings;
 }
 
 DatText read_dat_text(const std::string& bytes) {

@@ -26,4 +26,7 @@ bool is_access_list(const std::string& dat_key);
 
 DatText read_dat_text(const std::string& bytes);
 
+// Lines of a key that a line above them has.
+std::vector<DatFinding> repeated_lines(const std::vector<DatLine>& lines);
+
 }  // namespace wlanctl

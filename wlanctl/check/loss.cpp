@@ -7,7 +7,9 @@
 
 #include "wlanctl/base/text.h"
 #include "wlanctl/check/dat_text.h"
+#include "wlanctl/files/bytes.h"
 #include "wlanctl/keys/dat_key.h"
+#include "wlanctl/store/dat_file.h"
 #include "wlanctl/store/saved_text.h"
 #include "wlanctl/store/segment.h"
 
@@ -114,6 +116,11 @@ std::vector<DatFinding> losses_behind_count(const std::string& before, const std
            "with " + std::to_string(kept) + " instead of " + std::to_string(served) +
                " SSIDs the values of those behind are lost, in lines " + joined(lost, ", "),
            ""}};
+}
+
+bool save_loses_ssids(Band band) {
+  const std::optional<std::string> text = saved_text(band);
+  return text && !losses_behind_count(read_bytes(dat_path_of(band)).value_or(""), *text).empty();
 }
 
 bool has_unused_values(const std::string& bytes) {

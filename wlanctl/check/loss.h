@@ -28,6 +28,9 @@ std::vector<DatFinding> lists_cut_at_save(const std::vector<StoreRecord>& record
 // Lines of SSIDs that the first file serves and the second does not: the save leaves them out. One finding at most.
 std::vector<DatFinding> losses_behind_count(const std::string& before, const std::string& after);
 
+// Whether an apply asks twice before it saves the store that the library works on: for that reason.
+bool save_loses_ssids(Band band);
+
 // Whether a save leaves values out of the file that no SSID uses: those behind its count.
 bool has_unused_values(const std::string& bytes);
 

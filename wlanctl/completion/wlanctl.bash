@@ -21,7 +21,7 @@ _wlanctl_words() {
       arguments='band assignment...'
       ;;
     'edit')
-      options='--help --secrets --force --command-timeout=text --wait=text --json --color=auto,always,never --no-pager'
+      options='--help --from=file --secrets --force --command-timeout=text --wait=text --json --color=auto,always,never --no-pager'
       arguments='band'
       ;;
     'keys')
@@ -106,7 +106,7 @@ _wlanctl_words() {
       arguments='entry'
       ;;
     'undo')
-      options='--help --dry-run --force --secrets --command-timeout=text --wait=text --json --color=auto,always,never --no-pager'
+      options='--help --both --dry-run --force --secrets --command-timeout=text --wait=text --json --color=auto,always,never --no-pager'
       arguments='band-or-entry...'
       ;;
     'status')

@@ -7,6 +7,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <ctime>
@@ -19,14 +20,21 @@
 namespace wlanctl {
 namespace {
 
-void remove_folder(const std::string& path) {
-  if (DIR* const folder = opendir(path.c_str())) {
-    while (const dirent* const entry = readdir(folder)) {
-      const std::string name = entry->d_name;
-      if (name != "." && name != "..") (void)unlinkat(dirfd(folder), entry->d_name, 0);
-    }
-    (void)closedir(folder);
+std::vector<std::string> files_in(const std::string& path) {
+  std::vector<std::string> files;
+  DIR* const folder = opendir(path.c_str());
+  if (folder == nullptr) return files;
+  while (const dirent* const entry = readdir(folder)) {
+    const std::string name = entry->d_name;
+    if (name != "." && name != "..") files.push_back(path + "/" + name);
   }
+  (void)closedir(folder);
+  std::sort(files.begin(), files.end());
+  return files;
+}
+
+void remove_folder(const std::string& path) {
+  for (const std::string& file : files_in(path)) (void)unlink(file.c_str());
   (void)rmdir(path.c_str());
 }
 
@@ -60,6 +68,15 @@ int next_signal(const sigset_t& signals, bool is_limited) {
     if (number > 0) return number;
     if (errno == EAGAIN) return 0;
   }
+}
+
+// Keys that were the editor's, and came just before its end.
+void drop_keys() {
+  constexpr timespec kAtOnce = {};
+  sigset_t keys;
+  sigemptyset(&keys);
+  for (const int number : {SIGINT, SIGQUIT, SIGTSTP}) sigaddset(&keys, number);
+  while (sigtimedwait(&keys, nullptr, &kAtOnce) > 0) continue;
 }
 
 // How the editor ended; `ending` receives a signal that is to end the tool.
@@ -104,6 +121,12 @@ bool PrivateFile::write(const std::string& text) {
   return file >= 0 && finish_file(file, text);
 }
 
+std::vector<std::string> PrivateFile::others() const {
+  std::vector<std::string> files = folder_.empty() ? std::vector<std::string>() : files_in(folder_);
+  std::erase(files, path_);
+  return files;
+}
+
 std::vector<std::string> editor_words() {
   for (const char* const name : {"VISUAL", "EDITOR"}) {
     const char* const value = std::getenv(name);
@@ -130,6 +153,7 @@ EditorEnd run_editor(const std::vector<std::string>& words, const std::string& p
   (void)close(failed[1]);
   int ending = 0;
   const int status = editor < 0 ? 0 : wait_for(editor, &ending);
+  drop_keys();
   const bool is_not_there = editor < 0 || read(failed[0], &error, sizeof error) == sizeof error;
   (void)close(failed[0]);
   (void)sigprocmask(SIG_SETMASK, &before, nullptr);

@@ -20,7 +20,12 @@ class PrivateFile {
   bool write(const std::string& text);
 
   const std::string& path() const { return path_; }
+
+  // What else is in the folder, which only the editor can have put there: its own copy of a text that it could not save.
+  std::vector<std::string> others() const;
+
   void keep() { is_kept_ = true; }
+  bool is_kept() const { return is_kept_; }
 
  private:
   std::string folder_;

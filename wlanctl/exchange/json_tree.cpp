@@ -1,6 +1,8 @@
 #include "wlanctl/exchange/json_tree.h"
 
+#include <algorithm>
 #include <cstddef>
+#include <cstring>
 #include <iterator>
 #include <nlohmann/json.hpp>
 
@@ -37,12 +39,17 @@ class CountingIterator {
   Progress* progress_;
 };
 
-// The parser's words, without its prefix and without the text that it read, which may be a passphrase.
+// What the parser found, without the words in front that say where it was, and without the text that it read, which may be
+// a passphrase: "unexpected end of input, where ',' or '}' is expected".
 std::string reason_in(const std::string& message) {
-  const size_t begin = message.find(": ");
-  std::string reason = begin == std::string::npos ? message : message.substr(begin + 2);
-  const size_t last = reason.find("; last read");
-  if (last != std::string::npos) reason.resize(last);
+  const auto behind = [](const std::string& text, const char* mark) {
+    const size_t at = text.find(mark);
+    return at == std::string::npos ? text : text.substr(at + std::strlen(mark));
+  };
+  std::string reason = behind(behind(message, ": "), " - ");
+  const std::string expected = behind(reason, "; expected ");
+  reason.resize(std::min({reason.find("; last read"), reason.find("; expected"), reason.size()}));
+  if (message.find("; expected ") != std::string::npos) reason += ", where " + expected + " is expected";
   return reason;
 }
 

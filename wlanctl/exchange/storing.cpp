@@ -36,18 +36,26 @@ Problem not_taken(Band band, const Wish& step) {
           std::move(details)};
 }
 
+int coming_count(const StorePlan& plan) {
+  int count = ssid_count(plan.band);
+  for (const Wish& step : plan.steps) {
+    if (step.target.key->name == std::string(kSsidCount)) count = static_cast<int>(number_in(step.value).value_or(0));
+  }
+  return count;
+}
+
 bool store_plan(const StorePlan& plan, Report& report) {
   if (!plan.records.empty() && add_records(plan.band, plan.records) != Adding::kDone) {
     report.problem({std::string("the store of ") + label_of(plan.band) + " does not take the keys of more SSIDs",
                     "another process changed the store; try again", about(plan.band)});
     return false;
   }
-  const int served = ssid_count(plan.band);
+  const int served = std::min(ssid_count(plan.band), coming_count(plan));
   for (const Wish& step : plan.steps) {
-    // The driver has no such interface before the next apply.
-    const bool is_new =
-        plan.order == Order::kAsNeeded && step.target.key->scope == Scope::kSsid && step.target.index > served;
-    const ShellScope driver_is_told(is_new ? ShellMode::kDrop : ShellScope::mode());
+    // The driver has no such interface before the next apply, or loses it with that.
+    const bool is_untold =
+        plan.order != Order::kAsGiven && step.target.key->scope == Scope::kSsid && step.target.index > served;
+    const ShellScope driver_is_told(is_untold ? ShellMode::kDrop : ShellScope::mode());
     if (!is_stored(plan.band, step)) {
       refuse(report, plan.band, step, first_reason(), "another process changed the store; try again");
       return false;
@@ -83,7 +91,7 @@ std::vector<ValueChange> changes_of(const StorePlan& plan) {
   for (const Wish& step : plan.steps) {
     const auto known = std::find_if(changes.rbegin(), changes.rend(),
                                     [&](const ValueChange& one) { return one.target == step.target; });
-    if (known != changes.rend() && plan.order == Order::kAsNeeded) {
+    if (known != changes.rend() && plan.order != Order::kAsGiven) {
       known->after = step.value;
       continue;
     }

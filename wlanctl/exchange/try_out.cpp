@@ -69,8 +69,10 @@ class Try {
     if (!is_taken) return std::move(plan_);
     const Outlook after = outlook_of(band_);
     judge_losses(before, after);
-    if (!report_.has_problems()) note_adjustments(before, after);
-    if (!report_.has_problems()) note_cut_lists();
+    if (report_.has_problems()) return std::move(plan_);
+    note_adjustments(before, after);
+    note_cut_lists();
+    plan_.loses_ssids = save_loses_ssids(band_);
     return std::move(plan_);
   }
 
@@ -103,12 +105,16 @@ class Try {
     constexpr int kMostRounds = 4;
     // Which SSIDs there are comes first.
     std::vector<const Wish*> left;
-    for (const Wish& wish : wishes) {
-      if (wish.target.key->name == std::string(kSsidCount) && !is_there(wish)) (void)take(wish);
-    }
+    const auto count = std::find_if(wishes.begin(), wishes.end(),
+                                    [](const Wish& wish) { return wish.target.key->name == std::string(kSsidCount); });
+    // But the last values of one that goes come while it is there.
+    const bool are_fewer = plan_.order == Order::kAsBefore && count != wishes.end() &&
+                           number_in(count->value).value_or(0) < ssid_count(band_);
+    if (count != wishes.end() && !are_fewer && !is_there(*count)) (void)take(*count);
     for (const Wish& wish : wishes) add_missing_records(wish);
+    const auto is_last = [&](const Wish& wish) { return are_fewer && &wish == &*count; };
     for (const Wish& wish : wishes) {
-      if (!is_there(wish)) left.push_back(&wish);
+      if (!is_there(wish) && !is_last(wish)) left.push_back(&wish);
     }
     std::erase_if(left, [&](const Wish* wish) { return !has_record(*wish); });
     for (int round = 0; round < kMostRounds && !left.empty(); ++round) {
@@ -116,10 +122,11 @@ class Try {
       for (const Wish* wish : left) has_moved = is_there(*wish) || take(*wish) || has_moved;
       left.clear();
       for (const Wish& wish : wishes) {
-        if (!is_there(wish) && exact_value(band_, wish.target)) left.push_back(&wish);
+        if (!is_there(wish) && !is_last(wish) && exact_value(band_, wish.target)) left.push_back(&wish);
       }
       if (!has_moved) break;
     }
+    if (are_fewer && !take(*count)) left.push_back(&*count);
     for (const Wish* wish : left) refuse_what_is_left(*wish);
   }
 
@@ -283,7 +290,7 @@ void refuse(Report& report, Band band, const Wish& wish, const std::string& reas
 StorePlan try_out(Band band, const std::vector<Wish>& wishes, Order order, bool force, Report& report) {
   Report said;
   StorePlan plan = Try(band, force, said).run(wishes, order);
-  if (order == Order::kAsNeeded && said.has_problems()) {
+  if (order != Order::kAsGiven && said.has_problems()) {
     // A value may be taken only as long as another one is what it was: a key goes with the cipher before.
     Report said_of_other;
     const std::vector<Wish> backwards(wishes.rbegin(), wishes.rend());

@@ -22,6 +22,7 @@ struct Wish {
 enum class Order {
   kAsGiven,   // each is stored, the last one of a setting counts
   kAsNeeded,  // as they depend on each other; what is in the store already is left alone
+  kAsBefore,  // likewise, with what was stored for SSIDs that go
 };
 
 // How a band's store gets there.
@@ -31,6 +32,7 @@ struct StorePlan {
   std::vector<wifimgr_attr_record> records;  // that the store lacks for SSIDs which it will serve; they come first
   std::vector<Wish> steps;
   std::vector<NotedField> fields;  // what they change, with all that the setters change besides
+  bool loses_ssids = false;        // whether an apply asks twice then, see save_loses_ssids
 };
 
 // By the library's own setter. False when that refuses it; why, messages.h has.

@@ -1,6 +1,7 @@
 #include "wlanctl/history/changes.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "wlanctl/keys/dat_key.h"
 #include "wlanctl/keys/secret_mask.h"
@@ -52,9 +53,11 @@ std::optional<Target> SettingChange::target(Band band) const {
 std::vector<SettingChange> changes_between(const std::vector<wifimgr_attr_record>& before,
                                            const std::vector<wifimgr_attr_record>& after, DatFile dat_file) {
   const std::vector<StoreRecord> left = records_of(before);
-  const std::vector<StoreRecord> right = records_of(after);
+  std::vector<StoreRecord> right = records_of(after);
   const size_t served_before = ssids_in(left);
   const size_t served_after = ssids_in(right);
+  // What is left of an SSID that goes, goes with the next load of the dat file: the history keeps it.
+  if (served_after < served_before) right = served_part(std::move(right));
   std::vector<SettingChange> changes;
   for (const Difference& one : differences(left, right, std::max(served_before, served_after), dat_file)) {
     if (one.dat_key == kReloadFlag) continue;

@@ -1,5 +1,6 @@
 #include "wlanctl/library/messages.h"
 
+#include <algorithm>
 #include <cstdarg>
 #include <cstdio>
 
@@ -21,7 +22,11 @@ void clear_messages() {
 }
 
 std::string first_reason() {
-  return reason();
+  std::string text = reason();
+  // What the value may be, the tool says itself.
+  for (const char* const advice : {".Please ", ". Please "}) text.resize(std::min(text.find(advice), text.size()));
+  while (text.ends_with('.')) text.pop_back();
+  return text;
 }
 
 }  // namespace wlanctl

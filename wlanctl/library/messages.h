@@ -9,7 +9,8 @@ namespace wlanctl {
 // Forgets what was said.
 void clear_messages();
 
-// The reason of the first failure since then, without the function's name and the line end; "" when none was given.
+// The reason of the first failure since then, as a piece of a sentence: without the function's name, the stop at the end,
+// and the advice behind it; "" when none was given.
 std::string first_reason();
 
 }  // namespace wlanctl

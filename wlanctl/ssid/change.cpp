@@ -66,7 +66,7 @@ void refuse_unserved(Band band, const SsidPlan& plan, Report& report) {
 void refuse_losses(Band band, const std::vector<DatFinding>& losses, Report& report) {
   for (const DatFinding& loss : losses) {
     const std::string label = label_of(band);
-    report.problem({label + ": in the dat file, " + loss.key + ": " + loss.reason,
+    report.problem({label + ": in the dat file, " + (loss.key.empty() ? "" : loss.key + ": ") + loss.reason,
                     "wlanctl set " + label + " a value for each SSID of it, or insist with --force",
                     {{"band", label}, {"line", nullptr}, {"dat_key", loss.key}, {"reason", loss.reason}}});
   }

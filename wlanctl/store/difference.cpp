@@ -61,6 +61,20 @@ size_t ssids_in(const std::vector<StoreRecord>& records) {
   return 1;
 }
 
+std::vector<StoreRecord> served_part(std::vector<StoreRecord> records) {
+  const size_t ssids = ssids_in(records);
+  for (StoreRecord& record : records) {
+    if (is_list_of_band(record.key)) continue;
+    while (!record.fields.empty() && ssid_of(record.key, record.fields.size() - 1) > ssids) record.fields.pop_back();
+  }
+  return records;
+}
+
+std::vector<Difference> served_differences(const std::vector<StoreRecord>& left, const std::vector<StoreRecord>& right,
+                                           DatFile dat_file) {
+  return differences(left, served_part(right), ssids_in(left), dat_file);
+}
+
 std::vector<Difference> differences(const std::vector<StoreRecord>& left, const std::vector<StoreRecord>& right,
                                     size_t ssids, DatFile dat_file) {
   std::vector<Difference> found;

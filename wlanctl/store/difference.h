@@ -28,6 +28,13 @@ enum class DatFile { kNeither, kLeft, kRight };
 std::vector<Difference> differences(const std::vector<StoreRecord>& left, const std::vector<StoreRecord>& right,
                                     size_t ssids, DatFile dat_file = DatFile::kNeither);
 
+// What a table has behind its own count of SSIDs is nobody's.
+std::vector<StoreRecord> served_part(std::vector<StoreRecord> records);
+
+// With the served part of the other side.
+std::vector<Difference> served_differences(const std::vector<StoreRecord>& left, const std::vector<StoreRecord>& right,
+                                           DatFile dat_file = DatFile::kNeither);
+
 // The number of the SSID that a field of a key belongs to, from 1; 0 where it belongs to none.
 size_t ssid_of(const std::string& dat_key, size_t field);
 

@@ -6,6 +6,7 @@
 #include <set>
 #include <utility>
 
+#include "wlanctl/files/bytes.h"
 #include "wlanctl/keys/dat_key.h"
 #include "wlanctl/store/added_records.h"
 #include "wlanctl/store/dat_file.h"
@@ -32,25 +33,30 @@ std::vector<std::string> missing_keys(const std::vector<wifimgr_attr_record>& li
   if (!there.contains(kSsidCount)) missing.emplace_back(kSsidCount);
   for (const wifimgr_attr_record& record : live) {
     const std::string key = key_of(record);
+    // A line without = is a key to the loader, and has its line end.
+    if (key.empty() || std::strpbrk(record.key, "\r\n") != nullptr) continue;
     if (key != kSsidCount && !there.contains(key) && !is_left_out(key, count)) missing.push_back(key);
   }
   return missing;
 }
 
-Reverted try_to_revert(Band band, bool even_if_incomplete) {
+Reverted try_to_revert(Band band, bool even_if_wrong, bool (*is_sound)(const std::string& bytes)) {
   Reverted reverted;
   const StoreLock lock(band);
-  auto file = look_at_dat_file(band, lock);
-  if (!file) {
+  const std::optional<std::string> bytes = read_bytes(dat_path_of(band));
+  if (!bytes) {
     reverted.how = Reverting::kUnreadable;
     return reverted;
   }
+  const std::vector<wifimgr_attr_record> file = parse_dat_text(*bytes);
   reverted.before = lock.table();
-  reverted.file = std::move(*file);
-  reverted.missing = missing_keys(reverted.before, reverted.file);
-  if (!reverted.missing.empty() && !even_if_incomplete) {
+  reverted.bytes = *bytes;
+  reverted.missing = missing_keys(reverted.before, file);
+  if (!reverted.missing.empty() && !even_if_wrong) {
     reverted.how = Reverting::kIncomplete;
-  } else if (!lock.replace(reverted.file)) {
+  } else if (!even_if_wrong && !is_sound(*bytes)) {
+    reverted.how = Reverting::kUnsound;
+  } else if (!lock.replace(file)) {
     reverted.how = Reverting::kNoRoom;
   } else {
     drop_storing(band);
@@ -64,10 +70,11 @@ bool is_complete(Band band, const std::vector<wifimgr_attr_record>& file) {
   return missing_keys(table_of_store(band), file).empty();
 }
 
-Reverted revert_store(Band band, bool even_if_incomplete) {
+Reverted revert_store(Band band, bool even_if_wrong, bool (*is_sound)(const std::string& bytes)) {
   for (int look = 1;; ++look) {
-    Reverted reverted = try_to_revert(band, even_if_incomplete && look == kMostLooks);
-    if (reverted.how != Reverting::kIncomplete || look == kMostLooks) return reverted;
+    Reverted reverted = try_to_revert(band, even_if_wrong && look == kMostLooks, is_sound);
+    const bool may_be_half_written = reverted.how == Reverting::kIncomplete || reverted.how == Reverting::kUnsound;
+    if (!may_be_half_written || look == kMostLooks) return reverted;
     pause_between_looks();
   }
 }

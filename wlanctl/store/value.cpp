@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <string_view>
 
 #include "wlanctl/base/text.h"
 #include "wlanctl/keys/dat_key.h"
@@ -25,27 +26,38 @@ std::optional<std::string> read_field(Band band, const std::string& dat_key, int
   return std::string(text, strnlen(text, sizeof text));
 }
 
-// Without its line end. There are some thousand fields in a band, most of them empty.
-std::string text_of(const char* field, size_t most) {
-  const auto is_end = [](char byte) { return byte == '\0' || byte == '\r' || byte == '\n'; };
+constexpr std::string_view kLineEnds = "\r\n";
+constexpr std::string_view kLineFeed = "\n";
+
+// In front of its line end. There are some thousand fields in a band, most of them empty.
+std::string text_of(const char* field, size_t most, std::string_view line_ends) {
+  const auto is_end = [&](char byte) { return byte == '\0' || line_ends.find(byte) != std::string_view::npos; };
   return {field, std::find_if(field, field + most, is_end)};
 }
 
-}  // namespace
-
-std::vector<StoreRecord> records_of(const std::vector<wifimgr_attr_record>& table) {
+std::vector<StoreRecord> records_in(const std::vector<wifimgr_attr_record>& table, std::string_view line_ends) {
   std::vector<StoreRecord> records(table.size());
   for (size_t i = 0; i < table.size(); ++i) {
     const wifimgr_attr_record& record = table[i];
-    records[i].key = text_of(record.key, sizeof record.key);
+    records[i].key = text_of(record.key, sizeof record.key, line_ends);
     for (size_t field = 0; field < WIFIMGR_FIELDS; ++field) {
-      std::string text = text_of(record.field[field], sizeof record.field[field]);
+      std::string text = text_of(record.field[field], sizeof record.field[field], line_ends);
       if (text.empty()) continue;
       records[i].fields.resize(field);
       records[i].fields.push_back(std::move(text));
     }
   }
   return records;
+}
+
+}  // namespace
+
+std::vector<StoreRecord> records_of(const std::vector<wifimgr_attr_record>& table) {
+  return records_in(table, kLineEnds);
+}
+
+std::vector<StoreRecord> exact_records_of(const std::vector<wifimgr_attr_record>& table) {
+  return records_in(table, kLineFeed);
 }
 
 std::optional<std::string> read_raw_value(Band band, const Key& key, int index) {

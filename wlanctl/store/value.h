@@ -16,6 +16,10 @@ struct StoreRecord {
 };
 std::vector<StoreRecord> records_of(const std::vector<wifimgr_attr_record>& table);
 
+// The same with the CR that a file of another system puts in front of its line ends: it is no part of a value that anybody
+// wanted, yet the library and the driver see it.
+std::vector<StoreRecord> exact_records_of(const std::vector<wifimgr_attr_record>& table);
+
 // Without their line end; a list as a whole. None when the key is not in the store.
 std::optional<std::string> read_value(Band band, const Key& key, int index);
 

@@ -4,8 +4,10 @@
 
 #include "wlanctl/base/report.h"
 #include "wlanctl/check/dat_check.h"
+#include "wlanctl/check/dat_text.h"
 #include "wlanctl/exchange/reader.h"
 #include "wlanctl/exchange/stored_settings.h"
+#include "wlanctl/keys/dat_key.h"
 #include "wlanctl/store/dat_file.h"
 #include "wlanctl/store/segment.h"
 
@@ -25,6 +27,21 @@ std::optional<ComparedFile> read_export(const std::string& path, const std::stri
   for (const std::string& note : file.settings.notes) report.note(name_of_file(path) + ": " + note);
   file.bands = file.settings.bands;
   return file;
+}
+
+// Where not a single line of a text is one of the library's keys, it is no dat file.
+std::optional<Problem> reason_against(const std::string& path, const std::string& bytes) {
+  constexpr char kNext[] = "is it a dat file, or an export? wlanctl check judges a dat file";
+  const DatText text = read_dat_text(bytes);
+  const auto is_known = [](const DatLine& line) { return is_known_dat_key(line.key); };
+  if (std::any_of(text.lines.begin(), text.lines.end(), is_known)) return std::nullopt;
+  if (!text.findings.empty()) {
+    const DatFinding& first = text.findings.front();
+    return Problem{place_in(path, first.line) + ": " + first.reason, kNext, {{"file", path}, {"line", first.line}}};
+  }
+  if (text.lines.empty()) return Problem{path + " has no settings", kNext, {{"file", path}}};
+  const int line = text.lines.front().number;
+  return Problem{place_in(path, line) + ": no such key is in a dat file", kNext, {{"file", path}, {"line", line}}};
 }
 
 // Of a key without a setting.
@@ -50,15 +67,16 @@ std::optional<ComparedFile> read_compared_file(const std::string& path, Report& 
   ComparedFile file;
   file.dat = records_of(parse_dat_text(*bytes));
   if (const std::optional<Band> band = band_of_dat_path(path)) file.bands = {*band};
-  if (!file.dat->empty()) return file;
-  report.problem(
-      {path + " has no settings", "is it a dat file, or an export? wlanctl check judges a dat file", {{"file", path}}});
-  return std::nullopt;
+  if (const std::optional<Problem> problem = reason_against(path, *bytes)) {
+    report.problem(*problem);
+    return std::nullopt;
+  }
+  return file;
 }
 
 std::vector<Difference> differences_from(const ComparedFile& file, Band band) {
   const std::vector<StoreRecord> live = records_of(table_of_store(band));
-  if (file.dat) return differences(live, *file.dat, ssids_in(live), DatFile::kRight);
+  if (file.dat) return served_differences(live, *file.dat, DatFile::kRight);
   std::vector<Difference> found;
   for (const FileSetting& setting : file.settings.settings) {
     if (setting.band != band || setting.is_left_out) continue;

@@ -86,8 +86,7 @@ int diff_dat_file(Band band, const Words& words, Report& report, Outcome& outcom
     return kWrongUsage;
   }
   const std::vector<StoreRecord> live = records_of(table_of_store(band));
-  const size_t ssids = ssids_in(live);
-  const std::vector<Difference> found = differences(live, records_of(*parsed), ssids, DatFile::kRight);
+  const std::vector<Difference> found = served_differences(live, records_of(*parsed), DatFile::kRight);
   if (!restore_applied(band, report)) return kWrongUsage;
   note_waiting(band, report);
   const std::optional<TakenBack> taken = note_taken_back(band, report);
@@ -107,7 +106,7 @@ int diff_dat_file(Band band, const Words& words, Report& report, Outcome& outcom
   // What was saved, but never applied.
   std::vector<Difference> waiting;
   if (!plan.senseless_count && !plan.is_file_in_force) {
-    waiting = differences(live, records_of(settings_in_force(band)), ssids);
+    waiting = served_differences(live, records_of(settings_in_force(band)));
   }
   if (!waiting.empty()) text << "  " << verb_for(waiting.size()) << " from what is in force (in force -> store)\n";
   Json not_in_force = tell_changes(waiting, "in_force", words.secrets, text);
@@ -155,8 +154,7 @@ int diff_in_force(Band band, const Words& words, Report& report, Outcome& outcom
   const std::vector<StoreRecord> live = records_of(table_of_store(band));
   const std::vector<Lack> lacks = lacks_of(band);
   const std::string other = lacks.empty() && was_told(band) ? "what is in force" : "what was last applied";
-  tell_comparison(band, differences(live, records_of(*in_force), ssids_in(live)), "in_force", other, words, report,
-                  outcome);
+  tell_comparison(band, served_differences(live, records_of(*in_force)), "in_force", other, words, report, outcome);
   complain_of(band, lacks, next_step(band), report);
   note_untold(band, report);
   return lacks.empty() ? kDone : kNotInForce;

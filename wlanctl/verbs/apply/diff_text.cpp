@@ -1,6 +1,7 @@
 #include "wlanctl/verbs/apply/diff_text.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "wlanctl/base/colour.h"
 #include "wlanctl/base/terminal.h"
@@ -8,6 +9,34 @@
 #include "wlanctl/keys/secret_mask.h"
 
 namespace wlanctl {
+
+namespace {
+
+// An SSID that the store alone has differs in every value that an SSID has.
+constexpr size_t kMostOfNewSsid = 8;
+constexpr const char* kTellingKeys[] = {"SSID", "AuthMode", "EncrypType", "WPAPSK", "HideSSID", "EnableSSID"};
+
+// How many values of each SSID, by its number, only the store has; 0 where the other side has some.
+std::vector<size_t> values_of_new_ssids(const std::vector<Difference>& found) {
+  std::vector<size_t> values(WIFIMGR_FIELDS + 1);
+  std::vector<bool> is_known(WIFIMGR_FIELDS + 1);
+  for (const Difference& one : found) {
+    const size_t ssid = std::min(ssid_of(one.dat_key, one.field), values.size() - 1);
+    ++values[ssid];
+    if (!one.right.empty() || ssid <= 1) is_known[ssid] = true;
+  }
+  for (size_t ssid = 0; ssid < values.size(); ++ssid) {
+    if (is_known[ssid] || values[ssid] <= kMostOfNewSsid) values[ssid] = 0;
+  }
+  return values;
+}
+
+bool is_telling(const std::string& name) {
+  const std::string key = name.substr(0, name.find(':'));
+  return std::find(std::begin(kTellingKeys), std::end(kTellingKeys), key) != std::end(kTellingKeys);
+}
+
+}  // namespace
 
 std::string verb_for(size_t count) {
   return count_of(count, "value") + (count == 1 ? " differs" : " differ");
@@ -38,15 +67,26 @@ void mask(const std::string& dat_key, bool secrets, std::string* left, std::stri
 Json tell_changes(const std::vector<Difference>& found, const char* other, bool secrets, Text& text) {
   Json changes = Json::array();
   std::vector<ShownChange> rows;
+  const std::vector<size_t> new_values = values_of_new_ssids(found);
+  std::vector<size_t> untold(new_values.size());
   for (const Difference& one : found) {
     std::string left = one.left;
     std::string right = one.right;
     mask(one.dat_key, secrets, &left, &right);
     changes.push_back(
         {{"key", one.name()}, {"live", json_value(one.dat_key, left)}, {other, json_value(one.dat_key, right)}});
-    rows.push_back({one.name(), right, left});
+    const size_t ssid = std::min(ssid_of(one.dat_key, one.field), untold.size() - 1);
+    if (new_values[ssid] > 0 && !is_telling(one.name())) {
+      ++untold[ssid];
+    } else {
+      rows.push_back({one.name(), right, left});
+    }
   }
   text << table_of(rows);
+  for (size_t ssid = 0; ssid < untold.size(); ++ssid) {
+    if (untold[ssid] == 0) continue;
+    text << "  SSID " << ssid << " is new: " << count_of(untold[ssid], "more value") << ", which --json lists\n";
+  }
   return changes;
 }
 

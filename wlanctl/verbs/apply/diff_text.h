@@ -24,7 +24,8 @@ std::string table_of(const std::vector<ShownChange>& changes);
 // Both, masked where they are secret and `secrets` is not wanted.
 void mask(const std::string& dat_key, bool secrets, std::string* left, std::string* right);
 
-// Shows what differs between the store, on the left, and something else; `other` names that in the documents.
+// Shows what differs between the store, on the left, and something else; `other` names that in the documents. Of an SSID that
+// the store alone has, the text has what tells about it, and how much more there is.
 Json tell_changes(const std::vector<Difference>& found, const char* other, bool secrets, Text& text);
 
 }  // namespace wlanctl

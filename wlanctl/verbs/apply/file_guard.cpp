@@ -82,6 +82,14 @@ bool may_go_on(const Report& objections, bool force, Report& report) {
   return force || !objections.has_problems();
 }
 
+void refuse_unsound(Band band, const std::string& file, Report& report) {
+  tell(band, dat_path_of(band), losses_at_load(file), "mend the line, or insist with --force", report);
+}
+
+void refuse_repeated(Band band, const std::vector<DatFinding>& lines, Report& report) {
+  tell(band, dat_path_of(band), lines, "take the line out, and revert again", report);
+}
+
 bool keep_file_of_now(Band band, const std::optional<std::string>& text, Report& report) {
   const std::optional<std::string> file = read_bytes(dat_path_of(band));
   if (!file) return true;

@@ -3,8 +3,10 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "wlanctl/base/band.h"
+#include "wlanctl/check/finding.h"
 
 namespace wlanctl {
 
@@ -17,6 +19,11 @@ bool may_write_file(Band band, const std::optional<std::string>& text, Report& r
 
 // What speaks against a write or an apply: problems or, where the operator insists on it, notes. Whether to go on.
 bool may_go_on(const Report& objections, bool force, Report& report);
+
+// Problems for the lines of a file that a revert would not put into the store as they are written, and for those that make
+// it too large for the store.
+void refuse_unsound(Band band, const std::string& file, Report& report);
+void refuse_repeated(Band band, const std::vector<DatFinding>& lines, Report& report);
 
 // Keeps the file as it is beside the tool's state, where the write leaves something of it out. False with a problem when
 // it cannot be kept.

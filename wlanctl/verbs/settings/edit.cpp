@@ -1,9 +1,11 @@
 // edit: the settings in the operator's editor; what was changed there is stored, all of it or nothing.
 #include <signal.h>
+#include <syslog.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdio>
 #include <cstring>
 
 #include "wlanctl/base/report.h"
@@ -25,18 +27,33 @@
 namespace wlanctl {
 namespace {
 
+// A signal that waits to end the tool; 0 for none.
+int waiting_end() {
+  sigset_t waiting;
+  sigemptyset(&waiting);
+  (void)sigpending(&waiting);
+  for (const int number : {SIGHUP, SIGTERM}) {
+    if (sigismember(&waiting, number) == 1) return number;
+  }
+  return 0;
+}
+
 class Edit {
  public:
   Edit(const Words& words, Report& report) : words_(words), report_(report), bands_(bands_of(words.band)) {}
 
   // `ending` receives a signal that is to end the tool.
   int run(int* ending) {
+    std::optional<std::string> given;
+    if (!words_.from.empty() && !(given = read_settings_file(words_.from, report_))) return kWrongUsage;
     for (const Band band : bands_) {
       if (!open_band(band, report_)) return kNoStore;
       const std::vector<FileSetting> settings = settings_of_store(band);
       shown_.insert(shown_.end(), settings.begin(), settings.end());
     }
-    std::string text = edit_text_of(bands_, words_.secrets);
+    std::string unchanged = without_problems(edit_text_of(bands_, words_.secrets));
+    std::string text = given ? without_problems(*given) : unchanged;
+    first_ = text;
     for (;;) {
       if (!file_.write(text))
         return fail(std::string("cannot write ") + file_.path() + ": " + std::strerror(errno),
@@ -46,7 +63,7 @@ class Edit {
       if (end.how != EditorEnd::How::kDone) return tell_end(end);
       Report said;
       const std::string edited = edited_text(said);
-      const bool is_same = without_problems(edited) == without_problems(text);
+      const bool is_same = without_problems(edited) == unchanged;
       if (edited.find_first_not_of(" \t\r\n") == std::string::npos || (is_same && problems_.empty())) return nothing();
       if (is_same && said.problems().empty()) return refuse_text();
       const int code = said.has_problems() ? static_cast<int>(kRefused) : take(edited, said);
@@ -54,7 +71,16 @@ class Edit {
       problems_ = said.problems();
       if (isatty(STDIN_FILENO) == 0) return refuse_text();
       text = with_problems(edited, problems_, file_.path());
+      unchanged = without_problems(text);
     }
+  }
+
+  // Where what the operator wrote is, and how to go on with it; "" where nothing of it is left.
+  std::string kept_words() const {
+    if (!file_.is_kept()) return "";
+    const std::string call = "wlanctl edit " + (words_.band.empty() ? "" : words_.band + " ");
+    return "nothing is stored; what you wrote is kept in " + joined(kept_, " and ") + "; " + call + "--from " +
+           kept_.front() + " goes on with it";
   }
 
  private:
@@ -74,6 +100,7 @@ class Edit {
     if (end.how == EditorEnd::How::kNotThere) {
       return fail("there is no editor: " + name + ": " + std::strerror(end.detail), "name one in VISUAL or EDITOR");
     }
+    keep_what_was_written();
     if (end.how == EditorEnd::How::kInterrupted) return kRefused;
     return fail(name + " ended with " + std::to_string(end.detail) + ", nothing is stored", "edit once more");
   }
@@ -84,12 +111,30 @@ class Edit {
     return read_settings_file(file_.path(), said).value_or("");
   }
 
+  // An editor that loses its terminal saves the text beside the file, or in it.
+  void keep_what_was_written() {
+    Report unheard;
+    const std::string edited = without_problems(edited_text(unheard));
+    if (unheard.has_problems() || (!edited.empty() && edited != first_)) kept_ = {file_.path()};
+    const std::vector<std::string> others = file_.others();
+    kept_.insert(kept_.end(), others.begin(), others.end());
+    if (kept_.empty()) return;
+    file_.keep();
+    report_.note(kept_words());
+    tell_data({}, true);
+  }
+
+  void keep_text() {
+    kept_ = {file_.path()};
+    file_.keep();
+    report_.note(kept_words());
+    tell_data({}, true);
+  }
+
   // What the operator wrote is not lost.
   int refuse_text() {
-    file_.keep();
     for (const Problem& problem : problems_) report_.problem(problem);
-    report_.note("nothing is stored; what you wrote is kept in " + file_.path());
-    tell_data({}, true);
+    keep_text();
     return kRefused;
   }
 
@@ -101,14 +146,16 @@ class Edit {
     if (changed.empty() && !said.has_problems()) return nothing();
     const ToolLock lock(report_, words_.wait_seconds);
     if (!lock) {
-      file_.keep();
-      report_.note("nothing is stored; what you wrote is kept in " + file_.path());
+      keep_text();
       return lock.exit_code();
     }
     std::vector<StorePlan> plans;
     std::vector<std::vector<ValueChange>> changes;
     for (const Band band : bands_) {
-      if (!reopen_if_replaced(band, report_)) return kNoStore;
+      if (!reopen_if_replaced(band, report_)) {
+        keep_text();
+        return kNoStore;
+      }
       plans.push_back(try_out(band, wishes_of(changed, band, said), Order::kAsNeeded, words_.force, said));
       changes.push_back(changes_of(plans.back()));
     }
@@ -158,7 +205,7 @@ class Edit {
       shown.push_back(
           {{"band", label_of(bands_[i])}, {"changes", i < changes.size() ? json_of(changes[i]) : Json::array()}});
     }
-    report_.data() = {{"bands", std::move(shown)}, {"kept", is_kept ? Json(file_.path()) : Json()}};
+    report_.data() = {{"bands", std::move(shown)}, {"kept", is_kept ? Json(kept_.front()) : Json()}};
   }
 
   const Words& words_;
@@ -166,20 +213,38 @@ class Edit {
   std::vector<Band> bands_;
   std::vector<FileSetting> shown_;
   std::vector<Problem> problems_;  // of the last round
+  std::string first_;              // what the editor began with
+  std::vector<std::string> kept_;
   PrivateFile file_;
 };
 
+// The terminal may be gone, and nothing of the report is printed.
+void tell_kept(const std::string& kept) {
+  if (kept.empty()) return;
+  std::fputs(message_lines("wlanctl: " + kept).c_str(), stderr);
+  openlog("wlanctl", LOG_PID, LOG_DAEMON);
+  syslog(LOG_WARNING, "edit was ended: %s", kept.c_str());
+}
+
 int run(const Words& words, Report& report) {
-  // What ends the tool does so when the text is gone.
+  // What ends the tool does so when it is decided what becomes of the text.
   const SignalHold hold;
   int ending = 0;
-  const int code = Edit(words, report).run(&ending);
-  if (ending != 0) (void)raise(ending);
+  Edit edit(words, report);
+  const int code = edit.run(&ending);
+  if (ending == 0) ending = waiting_end();
+  if (ending == 0) return code;
+  tell_kept(edit.kept_words());
+  (void)raise(ending);
   return code;
 }
 
 constexpr Word kWords[] = {
     word::kBand,
+    {"--from",
+     &Words::from,
+     "A text that an edit has kept, instead of the settings as they are",
+     {.value_name = "FILE", .offers = "file"}},
     {"--secrets", &Words::secrets, "Show passphrases and keys in the editor"},
     {"--force", &Words::force, "Store what is dangerous, cannot be served, or has changed meanwhile"},
     word::kCommandTimeout,
@@ -192,7 +257,8 @@ const Verb kEdit = {"edit", "Change settings in an editor",
                     "The editor is $VISUAL, $EDITOR or vi. Each setting is a line KEY[:SSID]=VALUE\n"
                     "below what it means and takes. What was changed is judged when the editor ends:\n"
                     "all of it is stored, or nothing. At a terminal the editor opens again with what\n"
-                    "is wrong above the lines; leaving it without a change ends that.\n\n"
+                    "is wrong above the lines; leaving it without a change ends that. What you wrote\n"
+                    "is kept, and named, where it could not be stored or the terminal went away.\n\n"
                     "Examples:\n"
                     "  wlanctl edit 2.4g\n"
                     "  EDITOR='nano -w' wlanctl edit",

@@ -108,7 +108,8 @@ constexpr Word kWords[] = {
 
 }  // namespace
 
-const Verb kExport = {"export", "Print the settings, for a file or another gateway",
+const Verb kExport = {"export",
+                      "Print the settings, for a file or another gateway",
                       "Of the live store or, where there is none, of the dat file. Passphrases and keys\n"
                       "are in it unless --no-secrets is given. The SSIDs that are served, no others.\n"
                       "JSON keeps every byte; where a dat file cannot, it is refused. wlanctl import\n"
@@ -116,6 +117,9 @@ const Verb kExport = {"export", "Print the settings, for a file or another gatew
                       "Examples:\n"
                       "  wlanctl export --output gateway.json\n"
                       "  wlanctl export 5g --format dat --no-secrets",
-                      kWords, run};
+                      kWords,
+                      run,
+                      {},
+                      true};
 
 }  // namespace wlanctl

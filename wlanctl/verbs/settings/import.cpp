@@ -48,6 +48,14 @@ std::vector<Band> wanted_bands(const SettingsText& text, const Words& words, Rep
   return {};
 }
 
+// Both bands' dat files have the same name and keys.
+void note_other_band(const Words& words, const SettingsText& text, Report& report) {
+  const std::optional<Band> own = band_of_dat_path(words.file);
+  if (!own || words.band.empty() || text.format != std::string("dat") || *own == parse_band(words.band)) return;
+  report.note(words.file + " is a dat file of " + label_of(*own) + " by its path, and goes to " +
+              label_of(*parse_band(words.band)));
+}
+
 Part judged(Band band, const SettingsText& text, const Words& words, Report& report) {
   Wishes wishes = wishes_of(text, words.file, band);
   if (words.replace) {
@@ -59,17 +67,30 @@ Part judged(Band band, const SettingsText& text, const Words& words, Report& rep
   return part;
 }
 
+std::string next_of(const Part& part) {
+  if (part.changes.empty()) return "";
+  return "wlanctl apply " + std::string(label_of(part.band)) + (part.plan.loses_ssids ? " --force" : "");
+}
+
 void tell_data(const Words& words, const SettingsText& text, const std::vector<Part>& parts, Report& report) {
   Json bands = Json::array();
   for (const Part& part : parts) {
     Json left = Json::array();
     for (const LeftAlone& one : part.left) left.push_back(one.name);
-    bands.push_back({{"band", label_of(part.band)}, {"changes", json_of(part.changes)}, {"left", std::move(left)}});
+    bands.push_back({{"band", label_of(part.band)},
+                     {"changes", json_of(part.changes)},
+                     {"left", std::move(left)},
+                     {"next", words.dry_run ? "" : next_of(part)}});
   }
   report.data() = {{"file", name_of_file(words.file)},
                    {"format", text.format},
                    {"dry_run", words.dry_run},
                    {"bands", std::move(bands)}};
+}
+
+std::string next_words(const Part& part) {
+  if (!part.plan.loses_ssids) return "save or apply brings them to the dat file";
+  return next_of(part) + " brings them\n  to the dat file, which has more SSIDs now";
 }
 
 void tell_done(const Words& words, const std::vector<Part>& parts, Report& report) {
@@ -80,7 +101,7 @@ void tell_done(const Words& words, const std::vector<Part>& parts, Report& repor
     } else {
       report.text() << text_of(part.band, part.changes) << label_of(part.band) << ": "
                     << count_of(part.changes.size(), "value")
-                    << (words.dry_run ? " would be stored\n" : " stored; save or apply brings them to the dat file\n");
+                    << (words.dry_run ? " would be stored\n" : " stored; " + next_words(part) + '\n');
     }
   }
 }
@@ -95,6 +116,7 @@ int run(const Words& words, Report& report) {
   const std::optional<Band> band = words.band.empty() ? band_of_dat_path(words.file) : parse_band(words.band);
   const SettingsText text = read_settings(*bytes, band);
   const std::vector<Band> bands = wanted_bands(text, words, report);
+  note_other_band(words, text, report);
   report_problems(words.file, text, report);
   if (bands.empty()) return kRefused;
 

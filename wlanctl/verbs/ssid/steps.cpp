@@ -7,9 +7,6 @@
 #include "wlanctl/check/loss.h"
 #include "wlanctl/confirm/outlived.h"
 #include "wlanctl/confirm/recovery.h"
-#include "wlanctl/files/bytes.h"
-#include "wlanctl/store/dat_file.h"
-#include "wlanctl/store/saved_text.h"
 #include "wlanctl/store/value.h"
 #include "wlanctl/verbs/ssid/report.h"
 
@@ -35,14 +32,9 @@ std::vector<JudgedPlan> judge_all(const std::vector<SsidPlan>& plans, bool force
   return judged;
 }
 
-// An apply asks twice before it leaves values out of the dat file. Those of an SSID that was removed are meant to go.
-bool needs_force(Band band) {
-  const auto text = saved_text(band);
-  return text && !losses_behind_count(read_bytes(dat_path_of(band)).value_or(""), *text).empty();
-}
-
 std::string next_of(const AskedSsids& asked) {
-  const bool is_forced = std::any_of(asked.bands.begin(), asked.bands.end(), needs_force);
+  // The values of an SSID that was removed are meant to go.
+  const bool is_forced = std::any_of(asked.bands.begin(), asked.bands.end(), save_loses_ssids);
   return "wlanctl apply" + (asked.bands.size() == 1 ? std::string(" ") + label_of(asked.bands.front()) : "") +
          (is_forced ? " --force" : "");
 }
