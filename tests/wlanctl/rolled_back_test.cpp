@@ -14,7 +14,7 @@ const std::string kWaiting =
     "wlanctl set 2.4g SSID:1=Kitchen >/dev/null; wlanctl apply 2.4g --confirm 600 >/dev/null 2>&1;";
 const std::string kBroken = "simctl fail iwpriv exit=1 >/dev/null;";
 const std::string kAfter =
-    "echo == log; wlanctl log --json; echo == status; wlanctl status 2.4g 2>&1 | grep -e settings: -e note;"
+    "echo == log; wlanctl log --json; echo == status; wlanctl status 2.4g 2>&1 | grep -A 1 -e settings: -e note;"
     "echo == diff; wlanctl diff 2.4g --in-force 2>/dev/null;"
     "simctl fail none >/dev/null; wlanctl apply 2.4g >/dev/null 2>&1; echo == mended; wlanctl status 2.4g 2>&1 |"
     "grep -e settings: -e note;";
@@ -27,7 +27,7 @@ void expect_told(const Result& result) {
   EXPECT_EQ("done", entry["state"]);
   EXPECT_EQ(false, entry["in_force"]);
   EXPECT_EQ(6, entry["exit_code"]);
-  EXPECT_THAT(behind(result.out, "status"), HasSubstr("not all that was applied is in force"));
+  EXPECT_THAT(behind(result.out, "status"), HasSubstr("; not all that was\n            applied is in force\n"));
   EXPECT_THAT(behind(result.out, "status"), HasSubstr("the driver did not take all of what was last applied to 2.4g"));
   EXPECT_EQ("2.4g: the store is as what was last applied\n", behind(result.out, "diff"));
   EXPECT_EQ("  settings: store, dat file and what is in force agree\n", behind(result.out, "mended"));

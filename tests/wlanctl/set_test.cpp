@@ -203,8 +203,9 @@ TEST(Set, AListTakesThePlaceOfALongerOne) {
 
 TEST(Set, AnAddressListStaysWholeThroughApplyAndRevert) {
   const std::vector<Result> steps =
-      run_live({"wlanctl set 2.4g 'AccessControlList:1=00:11:22:33:44:55;00:11:22:33:44:66'", "wlanctl apply 2.4g",
-                "wlanctl apply 2.4g; wlanctl diff 2.4g; wlanctl revert 2.4g", "wlanctl get 2.4g AccessControlList:1"});
+      run_live({"wlanctl set 2.4g AutoChannelSkipList=12 'AccessControlList:1=00:11:22:33:44:55;00:11:22:33:44:66'",
+                "wlanctl apply 2.4g", "wlanctl apply 2.4g; wlanctl diff 2.4g; wlanctl revert 2.4g",
+                "wlanctl get 2.4g AccessControlList:1"});
   EXPECT_THAT(steps[0].err,
               HasSubstr("of several addresses the driver gets the first one only, at an apply as well as at a boot"));
   EXPECT_THAT(steps[2].out, testing::AllOf(HasSubstr("nothing to apply"), HasSubstr("the store is as the dat file"),

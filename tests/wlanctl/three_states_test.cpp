@@ -133,7 +133,8 @@ TEST(DiffFile, MayBeNamedAsABand) {
 // Behind its own count a table has values that nobody uses, and a file has not.
 TEST(Status, CountsTheSameAgainstTwoThatAreAlike) {
   const Result result = run_story(
-      "library_probe init 0 init 1 >/dev/null; wlanctl set 2.4g BssidNum=3 >/dev/null; wlanctl apply 2.4g >/dev/null "
+      "library_probe init 0 init 1 >/dev/null; wlanctl set 2.4g AutoChannelSkipList=12 BssidNum=3 >/dev/null; wlanctl "
+      "apply 2.4g >/dev/null "
       "2>&1; wlanctl ssid remove 2.4g 3 --yes >/dev/null 2>&1; wlanctl apply 2.4g --force >/dev/null 2>&1; wlanctl "
       "undo "
       ">/dev/null 2>&1; wlanctl status 2.4g | sed -n 's/.*store.file \\([0-9]*\\), store.in force \\1; alike: "

@@ -152,7 +152,8 @@ TEST(Undo, OfAnotherSsidCountBringsBackItsSsids) {
 // Behind a revert the store has nothing of it any more.
 TEST(Undo, OfARemovedSsidBringsBackAllOfItAfterARevertToo) {
   const Result result = run_story(
-      "wlanctl set 2.4g BssidNum=3 SSID:3=Third HideSSID:3=1 >/dev/null 2>&1; wlanctl apply 2.4g >/dev/null 2>&1; "
+      "wlanctl set 2.4g AutoChannelSkipList=12 BssidNum=3 SSID:3=Third HideSSID:3=1 >/dev/null 2>&1; wlanctl apply "
+      "2.4g >/dev/null 2>&1; "
       "wlanctl "
       "export 2.4g | grep -v ApCliMac >was; wlanctl ssid remove 2.4g 2 --yes >/dev/null 2>&1; wlanctl apply 2.4g "
       "--force >/dev/null 2>&1;"

@@ -101,8 +101,8 @@ int revert_band(Band band, bool force, Report& report, Json& reverted) {
   if (!open_store(band, report, Content::kToCome)) return kNoStore;
   (void)note_taken_back(band, report);
   const std::vector<wifimgr_attr_record> before = table_of_store(band);
-  const Entry entry = begin_quiet_entry(
-      band, Deed::kRevert, changes_between(before, parse_dat_file(band).value_or(before), DatFile::kRight), report);
+  const Entry entry =
+      begin_quiet_entry(band, Deed::kRevert, changes_between(before, parse_dat_file(band).value_or(before)), report);
   const Reverted outcome = revert_store(band, force, is_sound);
   if (outcome.how != Reverting::kDone) {
     refuse(band, outcome, report);
