@@ -69,6 +69,17 @@ TEST(BandList, ThatIsInForceAlreadyKeepsNoChangeFromBeingApplied) {
   EXPECT_THAT(steps[1].err, Not(HasSubstr(kCut)));
 }
 
+// So it is on a gateway whose settings come from another one that has them in force.
+TEST(BandList, OfWhichTheFileHasNoMoreKeepsNoImportFromBeingApplied) {
+  const auto steps = run_steps({"wlanctl set 2.4g SSID:1=Moved; wlanctl apply 2.4g; wlanctl export >all.json",
+                                "wlanctl set 2.4g 'AutoChannelSkipList=12;13' SSID:1=Old; wlanctl apply 2.4g",
+                                "wlanctl import all.json", "wlanctl apply", "wlanctl get 2.4g SSID:1"});
+  EXPECT_EQ(0, steps[1].status) << steps[1].err;
+  EXPECT_THAT(steps[2].err, HasSubstr(kCut));
+  EXPECT_EQ(0, steps[3].status) << steps[3].err;
+  EXPECT_EQ("Moved\n", steps[4].out);
+}
+
 TEST(BandList, ThatWasShortenedComesBackWithARevert) {
   const auto steps = run_steps({"wlanctl set 2.4g 'AutoChannelSkipList=12;13'", "wlanctl revert 2.4g",
                                 "wlanctl get 2.4g AutoChannelSkipList", "wlanctl undo 2.4g --dry-run"});

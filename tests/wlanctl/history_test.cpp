@@ -89,7 +89,9 @@ TEST(History, HasASaveAndARevert) {
       "wlanctl revert 2.4g");
   ASSERT_EQ(2u, entries.size());
   EXPECT_EQ("revert", entries[0]["operation"]);
-  EXPECT_EQ(Json::parse(R"([{"key":"Channel","index":-1,"from":3,"to":1}])"), entries[0]["changes"]);
+  EXPECT_EQ(Json::parse(R"([{"key":"AutoChannelSkipList","index":-1,"from":"12;13;14","to":"12;13"},
+                            {"key":"Channel","index":-1,"from":3,"to":1}])"),
+            entries[0]["changes"]);
   EXPECT_EQ("save", entries[1]["operation"]);
   EXPECT_EQ("nothing", entries[1]["meaning"]);
   EXPECT_EQ("done", entries[1]["state"]);

@@ -113,6 +113,33 @@ TEST(Bands, OneWithoutAStoreKeepsNoVerbFromTheOther) {
   }
 }
 
+TEST(Bands, OneThatCannotBeAppliedKeepsNoApplyFromTheOther) {
+  const std::string change =
+      "library_probe init 0 init 1 >/dev/null; wlanctl set 2.4g Channel=1 >/dev/null; wlanctl set 5g Channel=44 "
+      ">/dev/null; ";
+  const std::string folder = kDat.substr(0, kDat.rfind('/'));
+  const std::pair<std::string, int> troubles[] = {
+      {"wlanctl set 2.4g --force 'SSID:1=$(reboot)' >/dev/null 2>&1", 1},
+      {"rm " + kDat + "; mkdir " + kDat, 2},
+      {"mv " + kDat + " dat; (cat dat; echo damaged) >" + kDat, 1},
+      {"wlanctl set 2.4g Channel=3 >/dev/null; wlanctl apply 2.4g --confirm 600 >/dev/null 2>&1", 1},
+      {"cp " + kDat + " ..; mount -t tmpfs none " + folder + "; cp ../*.dat " + folder + "; mount -o remount,ro " +
+           folder,
+       1},
+  };
+  for (const auto& [trouble, status] : troubles) {
+    const auto steps = run_steps({change + trouble, "wlanctl apply --json", "wlanctl diff 5g"});
+    EXPECT_EQ(status, steps[1].status) << trouble << steps[1].err;
+    const Json document = document_in(steps[1].out);
+    EXPECT_THAT(document["problems"].dump(), HasSubstr("2.4g")) << trouble;
+    const Json& bands = document["data"]["bands"];
+    ASSERT_FALSE(bands.empty()) << trouble;
+    EXPECT_EQ("5g", bands.back()["band"]) << trouble;
+    EXPECT_EQ("committed", bands.back()["action"]) << trouble;
+    EXPECT_THAT(steps[2].out, HasSubstr("5g: the store is as the dat file; an apply would mean: nothing")) << trouble;
+  }
+}
+
 TEST(Status, TakesABand) {
   const Json bands = json_of("status 5g")["data"]["bands"];
   ASSERT_THAT(bands, SizeIs(1));

@@ -96,6 +96,20 @@ std::vector<DatFinding> lists_cut_at_save(const std::vector<StoreRecord>& record
   return findings;
 }
 
+std::vector<DatFinding> lists_to_be_cut(const std::vector<StoreRecord>& records, const std::vector<StoreRecord>& file,
+                                        int ssids) {
+  const auto record_of = [](const std::vector<StoreRecord>& all, const std::string& key) {
+    return std::find_if(all.begin(), all.end(), [&](const StoreRecord& one) { return one.key == key; });
+  };
+  std::vector<DatFinding> findings = lists_cut_at_save(records, ssids);
+  std::erase_if(findings, [&](const DatFinding& one) {
+    const auto kept = record_of(file, one.key);
+    return kept != file.end() && std::ssize(kept->fields) == ssids &&
+           std::equal(kept->fields.begin(), kept->fields.end(), record_of(records, one.key)->fields.begin());
+  });
+  return findings;
+}
+
 std::vector<DatFinding> losses_behind_count(const std::string& before, const std::string& after) {
   const DatText file = read_dat_text(before);
   const int served = ssid_count_in(file);

@@ -25,6 +25,10 @@ std::vector<DatFinding> added_losses(const std::vector<DatFinding>& before, cons
 // Lists of the whole band that a save cuts at the count of SSIDs, as if they were values of SSIDs.
 std::vector<DatFinding> lists_cut_at_save(const std::vector<StoreRecord>& records, int ssids);
 
+// Without those that an earlier save has cut in the file already, to what this one would keep.
+std::vector<DatFinding> lists_to_be_cut(const std::vector<StoreRecord>& records, const std::vector<StoreRecord>& file,
+                                        int ssids);
+
 // Lines of SSIDs that the first file serves and the second does not: the save leaves them out. One finding at most.
 std::vector<DatFinding> losses_behind_count(const std::string& before, const std::string& after);
 

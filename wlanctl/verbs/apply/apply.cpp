@@ -42,8 +42,8 @@ void refuse_dangers(const Job& job, Report& report) {
 
 using Doubts = std::vector<std::pair<Band, Doubt>>;
 
-// Everything that can be refused is found here, before anything is touched.
-// A band without a store keeps no other one from its apply.
+// Everything that can be refused is found here, before anything is touched. A band that is refused, or has no store, keeps
+// no other one from its apply.
 int plan_all(const Words& words, Report& report, std::vector<Job>* jobs, Doubts* doubts) {
   int code = kDone;
   const auto refuse = [&](bool is_refused) {
@@ -83,7 +83,8 @@ int plan_all(const Words& words, Report& report, std::vector<Job>* jobs, Doubts*
     Report objections;
     refuse_dangers(jobs->back(), objections);
     (void)may_write_file(band, plan.text, objections);
-    refuse(!may_go_on(objections, words.force, report));
+    jobs->back().is_refused = !may_go_on(objections, words.force, report);
+    refuse(jobs->back().is_refused);
   }
   return code;
 }
@@ -267,15 +268,17 @@ void begin_waiting(std::vector<Job>& jobs, Report& report) {
   }
 }
 
+// False where one could not be: it is refused then.
 bool prepare_all(const Words& words, std::vector<Job>& jobs, Report& report) {
+  bool are_all = true;
   for (Job& job : jobs) {
-    if (job.plan.nothing || prepare(words, job, report)) continue;
-    for (const Job& prepared : jobs) {
-      if (prepared.pending) (void)remove_pending(prepared.band, report);
-    }
-    return false;
+    if (job.plan.nothing || job.is_refused || prepare(words, job, report)) continue;
+    if (job.pending) (void)remove_pending(job.band, report);
+    job.pending = std::nullopt;
+    job.is_refused = true;
+    are_all = false;
   }
-  return true;
+  return are_all;
 }
 
 std::string answer_to_interrupt(const Words& words) {
@@ -290,9 +293,9 @@ int run_all(const Words& words, std::vector<Job>& jobs, Report& report) {
   const SignalHold hold;
   const InterruptAnswer answer(answer_to_interrupt(words));
   const size_t problems_before = report.problems().size();
-  if (!prepare_all(words, jobs, report)) return kRefused;
-  int code = kDone;
+  int code = prepare_all(words, jobs, report) ? kDone : kRefused;
   for (Job& job : jobs) {
+    if (job.is_refused) continue;
     if (job.plan.nothing) {
       // From now on it is known.
       (void)keep_applied(job.band, FileIs::kSettled, report);
@@ -300,7 +303,6 @@ int run_all(const Words& words, std::vector<Job>& jobs, Report& report) {
     }
     const int result = run_job(words, job, report);
     if (code == kDone || result == kNotInForce) code = result;
-    if (result == kRefused) break;
   }
   // One that had its turn before the interrupt is not confirmed either.
   for (Job& job : jobs) {
@@ -338,11 +340,10 @@ int apply(const Words& words, Report& report) {
     tell_doubts(doubts, report);
     return code;
   }
-  const bool is_any_refused = code != kDone && code != kNoStore;
-  if (!is_any_refused) {
-    for (const Job& job : jobs) forget_taken_back(job.band);
+  for (const Job& job : jobs) {
+    if (!job.is_refused) forget_taken_back(job.band);
   }
-  if (!is_any_refused) code = worse_of(code, run_all(words, jobs, report));
+  code = worse_of(code, run_all(words, jobs, report));
   if (code == kDone || code == kNoAnswer || code == kNotInForce || report.has_problems()) {
     for (const Job& job : jobs) tell_applied(words, job, report);
   }

@@ -64,17 +64,10 @@ void note_access_lists(Band band, Report& report) {
   }
 }
 
-// Beforehand: those that the file has cut already, no apply cuts any more.
+// Beforehand.
 void note_lists_to_cut(Band band, const std::vector<StoreRecord>& file, Report& report) {
-  const std::vector<StoreRecord> live = records_of(table_of_store(band));
-  const std::vector<Difference> found = differences(live, file, ssids_in(live), DatFile::kRight);
-  for (const DatFinding& cut : lists_cut_at_save(live, ssid_count(band))) {
-    const auto is_it = [&](const StoreRecord& one) { return one.key == cut.key; };
-    const auto record = std::find_if(file.begin(), file.end(), is_it);
-    const bool is_cut =
-        record != file.end() && std::ssize(record->fields) == ssid_count(band) &&
-        std::none_of(found.begin(), found.end(), [&](const auto& one) { return one.dat_key == cut.key; });
-    if (!is_cut) report.note(cut.key + " of " + label_of(band) + ": " + cut.reason);
+  for (const DatFinding& cut : lists_to_be_cut(records_of(table_of_store(band)), file, ssid_count(band))) {
+    report.note(cut.key + " of " + label_of(band) + ": " + cut.reason);
   }
 }
 

@@ -39,10 +39,13 @@ void tell(Band band, const std::string& where, const std::vector<DatFinding>& fi
   }
 }
 
-// A list that is longer than a save can keep, unless it is what was applied already: nobody can help that any more.
+// A list that is longer than a save can keep, unless it is what was applied already, or the file has no more of it:
+// nobody can help that any more.
 std::vector<DatFinding> new_lists_cut(Band band) {
   const std::vector<std::string> changed = lists_not_in_force(band);
-  std::vector<DatFinding> cut = lists_cut_at_save(records_of(table_of_store(band)), ssid_count(band));
+  const auto file = parse_dat_file(band);
+  std::vector<DatFinding> cut = lists_to_be_cut(
+      records_of(table_of_store(band)), file ? records_of(*file) : std::vector<StoreRecord>(), ssid_count(band));
   std::erase_if(
       cut, [&](const DatFinding& one) { return std::find(changed.begin(), changed.end(), one.key) == changed.end(); });
   return cut;
