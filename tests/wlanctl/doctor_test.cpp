@@ -135,6 +135,11 @@ const std::vector<Damages>& gateways() {
         kInit + std::string("wlanctl set 2.4g Channel=11 >/dev/null; simctl fail ifconfig exit=1 ra0 up\n"
                             "wlanctl apply 2.4g >/dev/null 2>&1; true"),
         {"not-in-force 2.4g"}},
+       {"a driver that was not told all of it",
+        "simctl fail none; simctl fail iwpriv exit=1\nwlanctl set 5g HideSSID:1=1 >/dev/null; wlanctl apply 5g "
+        ">/dev/null "
+        "2>&1; simctl fail none",
+        {"not-in-force 5g"}},
        {"an apply that waits, and files of the tool that are damaged",
         "simctl fail none; wlanctl set 2.4g Channel=1 >/dev/null\n"
         "wlanctl apply 2.4g --confirm 600 >/dev/null 2>&1\n"

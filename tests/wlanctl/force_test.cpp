@@ -55,5 +55,13 @@ TEST(Force, EachDangerOfAnApplyIsNamedWhenItIsForced) {
   EXPECT_THAT(steps[3].err, HasSubstr("note: all the same, by --force: the store of 2.4g: HideSSID"));
 }
 
+TEST(Force, InsistsOnNothingOfWhatIsNotStored) {
+  const auto steps =
+      run_steps({"wlanctl set 2.4g --force 'SSID:1=$(reboot)' WPAPSK:1=short Channel=999", "wlanctl get 2.4g SSID:1"});
+  EXPECT_EQ(1, steps[0].status);
+  EXPECT_THAT(steps[0].err, AllOf(HasSubstr("Channel"), Not(HasSubstr("all the same"))));
+  EXPECT_EQ("Gateway-Home\n", steps[1].out);
+}
+
 }  // namespace
 }  // namespace wlanctl_test

@@ -126,6 +126,16 @@ TEST(Monitor, TellsTheValuesOfAnApplyBeforeIt) {
   }
 }
 
+TEST(Monitor, TellsWhenTheDriverDidNotTakeWhatWasApplied) {
+  const Result result = watch("2.4g",
+                              "wlanctl set 2.4g HideSSID:1=1 >/dev/null; simctl fail iwpriv exit=1\n"
+                              "wlanctl apply 2.4g >/dev/null 2>&1\n"
+                              "comes '2.4g  not-in-force  the driver did not take all of what was applied'\n"
+                              "simctl fail none; wlanctl apply 2.4g >/dev/null\n"
+                              "comes '2.4g  in-force-again  what was applied is in force again'");
+  EXPECT_THAT(result.out, HasSubstr("ended 0"));
+}
+
 TEST(Monitor, TellsWhenWhatWasAppliedIsNotInForceAndIsAgain) {
   const Result result = watch("2.4g",
                               "wlanctl set 2.4g Channel=11 >/dev/null; simctl fail ifconfig exit=1 ra0 up\n"

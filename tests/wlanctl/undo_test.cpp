@@ -184,8 +184,10 @@ TEST(Undo, TakesTheNewestThatIsNotUndoneYet) {
       "2.4g Channel = 6  (was 1)\n2.4g: entry 1 is undone in the store\n  wlanctl apply 2.4g brings that into "
       "force\n6\n",
       result.out);
-  EXPECT_EQ("wlanctl: there is nothing to undo; wlanctl log lists what was done\n",
-            result.err.substr(result.err.rfind("wlanctl: there")));
+  EXPECT_EQ(
+      "wlanctl: there is nothing to undo; wlanctl log lists what was done; wlanctl revert takes back what was only "
+      "set\n",
+      result.err.substr(result.err.rfind("wlanctl: there")));
 }
 
 TEST(Undo, OfABandTakesTheNewestOfIt) {

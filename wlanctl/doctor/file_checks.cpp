@@ -120,7 +120,9 @@ void check_applies(Band band, Diagnosis& diagnosis) {
   diagnosis.add(is_there(applied) && !kept_in_force(band), Ill::kStateDamaged, kApply, band, applied);
   const std::vector<Lack> lacks = lacks_of(band);
   for (const Lack& lack : lacks) diagnosis.ill(Ill::kNotInForce, kApply, band, text_of(lack));
-  if (lacks.empty()) diagnosis.well(kApply, band, "what was applied is in force");
+  const bool is_told = was_told(band);
+  if (!is_told) diagnosis.ill(Ill::kNotInForce, kApply, band, "the driver did not take all of it");
+  if (lacks.empty() && is_told) diagnosis.well(kApply, band, "what was applied is in force");
 }
 
 }  // namespace wlanctl

@@ -65,7 +65,8 @@ class Try {
       take_as_needed(wishes);
     }
     const bool is_taken = !report_.has_problems();
-    judge_dangerous_and_unserved();
+    // All that is wrong at once; but nothing is insisted on of what is not stored.
+    if (is_taken || !force_) judge_dangerous_and_unserved();
     if (!is_taken) return std::move(plan_);
     const Outlook after = outlook_of(band_);
     judge_losses(before, after);

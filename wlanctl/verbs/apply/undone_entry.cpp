@@ -68,7 +68,7 @@ const Entry* choose_newest(const History& history, const std::optional<Band>& ba
   note_roll_back(history, band, newest, report);
   if (newest == nullptr) {
     report.problem({"there is nothing to undo" + (band ? std::string(" on ") + label_of(*band) : ""),
-                    "wlanctl log lists what was done"});
+                    "wlanctl log lists what was done; wlanctl revert takes back what was only set"});
   }
   return newest;
 }
