@@ -130,6 +130,10 @@ TEST_P(Tab, OffersTheNumbersOfAKeysSsids) {
             typed("wlanctl get 2.4g HideSSID:" + kAll));
 }
 
+TEST_P(Tab, OffersTheKeysOfBothBandsWhereNoneIsNamed) {
+  EXPECT_EQ("explain|Channel", typed("wlanctl explain Chan\t"));
+}
+
 TEST_P(Tab, OffersTheNumbersOfAKeysLinks) {
   EXPECT_EQ("get|2.4g|" + offers("WdsKey:", {"1", "2", "3", "4"}), typed("wlanctl get 2.4g WdsKey:" + kAll));
 }

@@ -232,6 +232,65 @@ TEST(InForceState, IsNotMendedByARadioThatIsSwitchedOn) {
   EXPECT_EQ(0, steps[4].status) << steps[4].err;
 }
 
+TEST(InForceState, OfARadioThatIsOffIsThatNothingOfItIsOnTheAir) {
+  const auto steps = run_steps({"wlanctl set 2.4g BssidNum=1 >/dev/null; wlanctl radio off 2.4g", "ifconfig ra1"});
+  EXPECT_EQ(6, steps[0].status);
+  EXPECT_THAT(steps[0].err, HasSubstr("ra1 is still up; ifconfig ra1 down takes it down"));
+  EXPECT_THAT(steps[1].out, HasSubstr("UP"));
+}
+
+TEST(InForceState, OfARadioIsNotSwitchedWhereNobodyKnowsHowManySsidsThereAre) {
+  for (const char* const position : {"on", "off"}) {
+    const auto steps = run_steps({std::string("sed -i /^BssidNum/d ") + kDat,
+                                  std::string("wlanctl radio ") + position + " 2.4g", "ifconfig ra0"});
+    EXPECT_EQ(1, steps[1].status);
+    EXPECT_THAT(steps[1].err, HasSubstr("BssidNum in the store is no count of SSIDs, so that none is switched"));
+    EXPECT_THAT(steps[2].out, HasSubstr("UP"));
+  }
+}
+
+TEST(InForceState, OfAnInterfaceThatTheSwitchPutIntoItsOwnBridgeIsToldWithTheWayBack) {
+  const auto steps =
+      run_steps({"brctl delif br-lan ra1; wlanctl radio on 2.4g",
+                 "brctl delif br0 ra1; wlanctl apply 2.4g --again >/dev/null; brctl show | grep -A 9 br-lan"});
+  EXPECT_THAT(steps[0].err, HasSubstr("ra1 was in no bridge, and is in br0 now; brctl delif br0 ra1, and wlanctl apply "
+                                      "2.4g --again puts it into that of an apply"));
+  EXPECT_THAT(steps[1].out, HasSubstr("ra1"));
+}
+
+TEST(InForceState, OfAnInterfaceThatTheDriverMakesAtABootKeepsNoLaterApplyFromIt) {
+  const auto steps = run_steps({"wlanctl set 2.4g BssidNum=3 EnableSSID:3=1 >/dev/null 2>&1; wlanctl apply 2.4g",
+                                "wlanctl set 2.4g Channel=11 >/dev/null; wlanctl apply 2.4g --confirm 600; code=$?; "
+                                "wlanctl confirm; exit $code"});
+  for (const Result& step : steps) {
+    EXPECT_EQ(0, step.status) << step.err;
+    EXPECT_THAT(step.err, HasSubstr("reboot, as the driver has made no interface: ra2"));
+  }
+  EXPECT_THAT(steps[1].out, HasSubstr("2.4g: confirmed; the settings stay"));
+}
+
+// Nobody knows what was applied, but the driver can be asked.
+TEST(InForceState, OfAFileThatSomebodyEditedIsAskedOfTheDriver) {
+  const auto steps = run_steps({std::string("sed -i s/^Channel=.*/Channel=9/ ") + kDat, "wlanctl diff 2.4g",
+                                "wlanctl apply 2.4g", "wlanctl status 2.4g", "wlanctl apply 5g"});
+  EXPECT_EQ(6, steps[1].status);
+  EXPECT_THAT(steps[1].err, HasSubstr("the driver of 2.4g is on channel 6 instead of 9"));
+  EXPECT_EQ(0, steps[2].status) << steps[2].err;
+  EXPECT_THAT(steps[2].out, HasSubstr("interfaces restarted"));
+  EXPECT_THAT(steps[3].out, HasSubstr("channel 9"));
+  EXPECT_EQ("5g: nothing to apply; the store is as the dat file, which counts as what is in force\n", steps[4].out);
+}
+
+TEST(InForceState, ThatTheDriverWasNotToldIsNotConfirmed) {
+  const auto steps =
+      run_steps({"wlanctl set 2.4g HideSSID:1=1 >/dev/null; simctl fail iwpriv exit=1; wlanctl apply 2.4g "
+                 "--confirm 600 >/dev/null 2>&1; wlanctl confirm 2.4g",
+                 "wlanctl confirm 2.4g --force; simctl fail none"});
+  EXPECT_EQ(6, steps[0].status);
+  EXPECT_THAT(steps[0].err, HasSubstr("the driver did not take all of what was applied to 2.4g; --force keeps it"));
+  EXPECT_EQ(0, steps[1].status) << steps[1].err;
+}
+
 TEST(InForceState, IsNoAgreementOfTheThreeStates) {
   const auto steps =
       run_steps({"wlanctl set 2.4g Channel=11 >/dev/null; simctl fail ifconfig exit=3 ra0 up >/dev/null; "

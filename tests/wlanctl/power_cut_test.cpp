@@ -51,6 +51,14 @@ TEST(PowerCut, IsRolledBackWhenAsked) {
       behind(result.out, "rollback"));
 }
 
+// The file has changed, though nobody has made a store of it yet.
+TEST(PowerCut, LeavesWhatItsRollBackChangedInTheHistory) {
+  const Result result = run_story(cut() + "wlanctl rollback >/dev/null; echo == log; wlanctl log --json");
+  const Json entry = document_in(behind(result.out, "log"))["data"]["entries"][0];
+  EXPECT_EQ("rollback", entry["operation"]);
+  EXPECT_THAT(entry["changes"].dump(), HasSubstr(R"({"key":"SSID","index":1,"from":"Kitchen","to":"Gateway-Home"})"));
+}
+
 TEST(PowerCut, IsRolledBackThoughTheDatFileIsHalf) {
   const Result result = run_story(cut() + ": >" + kDat + "; echo == rollback; wlanctl rollback 2.4g --json >r.json;" +
                                   "echo $?; cmp " + kDat + " /etc/file && echo file; wlanctl get 2.4g SSID:1");

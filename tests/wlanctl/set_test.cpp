@@ -267,7 +267,7 @@ TEST(Set, SecuresNoNetworkThatHasNoPassphrase) {
                                "wlanctl set 2.4g AuthMode:1=WPA2PSK EncrypType:1=AES WPAPSK:1=new-secret",
                                "wlanctl set 2.4g WPAPSK:1=0 --force; wlanctl save 2.4g --force; "
                                "wlanctl check /etc/Wireless/RT2860AP/RT2860AP.dat"});
-  for (const size_t refused : {0, 2}) {
+  for (const size_t refused : {0U, 2U}) {
     EXPECT_EQ(1, steps[refused].status);
     EXPECT_THAT(steps[refused].err, HasSubstr("WPA2PSK needs a passphrase, and WPAPSK is 0: it has none; set WPAPSK"));
   }

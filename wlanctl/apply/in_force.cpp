@@ -98,8 +98,11 @@ std::string line_for(const Wanted& wanted) {
   return "ifconfig " + name + " up";
 }
 
-// brctl puts no interface that is in a bridge into another one.
+// What another apply does not mend by itself. brctl puts no interface that is in a bridge into another one.
 std::string way_out(const Wanted& wanted) {
+  if (wanted.state == State::kDown) return "ifconfig " + wanted.subject + " down takes it down; ";
+  if (wanted.state == State::kLoaded)
+    return "load it with insmod, or reboot: an apply loads it when the SSID count changes; ";
   const std::string bridge = wanted.state == State::kUp ? bridge_of(wanted.subject).value_or("") : "";
   if (bridge.empty() || wanted.detail.empty() || bridge == wanted.detail) return "";
   return "brctl delif " + bridge + " " + wanted.subject + " takes it out; ";
@@ -192,9 +195,12 @@ std::string lacking(const Wanted& wanted) {
 
 Expectation::Expectation(Band band, Operation operation, int interfaces) {
   const int count = std::clamp(ssid_count(band), 0, WIFIMGR_FIELDS);
+  const int judged = std::clamp(std::max(interfaces, count), 0, WIFIMGR_FIELDS);
   bool is_up = false;
-  for (int i = 0; i < std::clamp(std::max(interfaces, count), 0, WIFIMGR_FIELDS); ++i) {
+  for (int i = 0; i < WIFIMGR_FIELDS; ++i) {
     const std::string interface = interface_of(band, i);
+    // A radio is off when nothing of it is on the air, be it what the settings serve no more.
+    if (i >= judged && (operation != Operation::kRadioOff || link_state(interface) != LinkState::kUp)) continue;
     const bool up = operation != Operation::kRadioOff && i < count && is_switched_on(band, i + 1);
     is_up = is_up || up;
     wanted_.push_back(
@@ -207,6 +213,8 @@ Expectation::Expectation(Band band, Operation operation, int interfaces) {
     wanted_.push_back({State::kChannel, label_of(band), channel});
   }
   if (operation == Operation::kCommit) add_other_band(band == Band::k2_4G ? Band::k5G : Band::k2_4G, &wanted_);
+  if (link_state(interface_of(band, 0)) == LinkState::kAbsent) return;  // then it is the driver that is missing
+  std::copy_if(wanted_.begin(), wanted_.end(), std::back_inserter(await_boot_), is_missing);
 }
 
 std::vector<Lack> Expectation::look(bool may_lack_interfaces) const {
@@ -220,7 +228,8 @@ std::vector<Lack> Expectation::look(bool may_lack_interfaces) const {
   all.insert(all.end(), wanted_.begin(), wanted_.end());
   std::vector<Lack> lacks;
   for (const Wanted& wanted : all) {
-    if (may_lack_interfaces && !is_reloaded && is_missing(wanted)) continue;
+    const bool awaits_boot = std::find(await_boot_.begin(), await_boot_.end(), wanted) != await_boot_.end();
+    if ((may_lack_interfaces || awaits_boot) && !is_reloaded && is_missing(wanted)) continue;
     if (!lacking(wanted).empty()) {
       lacks.push_back({wanted, cause_of(wanted)});
     } else if (!is_reloaded && wanted.state == State::kUp) {
@@ -315,6 +324,12 @@ void note_undone(Band band, Report& report) {
     report.note(label + ": " + lacking(lack.wanted) + ", which the settings want otherwise; wlanctl radio on " + label +
                 " or wlanctl apply " + label + " --again brings it back");
   }
+}
+
+std::vector<Lack> lacks_by_driver(Band band) {
+  const Wanted wanted = {State::kChannel, label_of(band), channel_setting(band)};
+  if (wanted.detail.empty() || lacking(wanted).empty()) return {};
+  return {{wanted, ""}};
 }
 
 std::vector<Lack> look_now(Band band) {

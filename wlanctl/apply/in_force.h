@@ -49,6 +49,7 @@ class Expectation {
 
  private:
   std::vector<Wanted> wanted_;
+  std::vector<Wanted> await_boot_;  // the driver that is there had made none of these before
 };
 
 // Keeps them, in place of those before; none ends that.
@@ -67,6 +68,10 @@ std::string next_step(Band band);
 
 // Notes what no apply has failed to do, but somebody has undone since: an interface that is down though its SSID is on.
 void note_undone(Band band, Report& report);
+
+// Where it is not known what is in force, what the driver can be asked of the settings in the store: the
+// channel.
+std::vector<Lack> lacks_by_driver(Band band);
 
 // What holds at this moment of the settings in the store: enabled interfaces are up, the driver answers.
 std::vector<Lack> look_now(Band band);

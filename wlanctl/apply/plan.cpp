@@ -63,6 +63,10 @@ std::vector<std::string> lists_not_in_force(Band band) {
 Plan plan_apply(Band band) {
   Plan plan;
   plan.lacks = lacks_of(band);
+  if (plan.lacks.empty() && !last_applied(band)) {
+    const PrivateStore counts_as_in_force(band, settings_in_force(band));
+    plan.lacks = lacks_by_driver(band);
+  }
   plan.senseless_count = senseless_count(band);
   if (plan.senseless_count) return plan;
   const std::optional<std::string> live = saved_text(band);

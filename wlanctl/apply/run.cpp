@@ -153,8 +153,9 @@ std::optional<Applied> bring_into_force(Band band, bool always_commit, Report& r
     if (!written) break;
     Script script = {ssid, script_path_of(band), read_script(band), 0};
     script.status = run_script(band, script.text);
-    // On a changed count the driver may lack the interface until the reboot.
-    script.may_fail = applied.weight > 1 && link_state(interface_of(band, ssid - 1)) == LinkState::kAbsent;
+    // After a changed count the driver may lack the interface until the reboot.
+    script.may_fail = link_state(interface_of(band, ssid - 1)) == LinkState::kAbsent &&
+                      (applied.weight > 1 || link_state(interface_of(band, 0)) != LinkState::kAbsent);
     failed = failed || (script.status != 0 && !script.may_fail);
     applied.scripts.push_back(std::move(script));
   }

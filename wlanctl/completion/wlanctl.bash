@@ -384,7 +384,7 @@ _wlanctl_add() {
 _wlanctl_add_keys() {
   local kind=$1 target=${cur%%=*} name scope bands values index
   while read -r name scope bands values; do
-    [[ -n $name && $name == "${target%%:*}"* && ,$bands, == *",$band,"* ]] || continue
+    [[ -n $name && $name == "${target%%:*}"* && (-z $band || ,$bands, == *",$band,"*) ]] || continue
     if [[ $scope != band && $target != *:* ]]; then
       _wlanctl_add "$name:"
       continue

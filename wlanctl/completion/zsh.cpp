@@ -29,7 +29,7 @@ _wlanctl_keys() {
   local -a targets found shown
   for row in $_wlanctl_table; do
     read -r name scope bands values meaning <<<$row
-    [[ $name == ${target%%:*}* && ,$bands, == *,$band,* ]] || continue
+    [[ $name == ${target%%:*}* && ( -z $band || ,$bands, == *,$band,* ) ]] || continue
     if [[ $scope != band && $target != *:* ]]; then
       found+=("$name:") shown+=("$name  -- $meaning")
       continue

@@ -48,14 +48,16 @@ bool fill_store(Band band, const std::vector<wifimgr_attr_record>& settings) {
 }
 
 // Of the store as it is now.
-Entry begun_entry(const Pending& pending, By by, bool is_open, Report& report) {
+Entry begun_entry(const Pending& pending, By by, bool is_open, const Settings& booted, Report& report) {
   Entry entry;
   entry.band = pending.band;
   entry.deed = Deed::kRollback;
   entry.by = by;
   entry.weight = word_for_apply(false, 1);
   entry.about = undecided_entry(pending.band);
-  if (is_open) entry.changes = changes_between(table_of_store(pending.band), settings_in_force(pending.band));
+  if (is_open || booted) {
+    entry.changes = changes_between(booted ? *booted : table_of_store(pending.band), settings_in_force(pending.band));
+  }
   return begin_entry(std::move(entry), report);
 }
 
@@ -87,7 +89,7 @@ bool restore_dat_file(Band band, const std::string& bytes, Report& report) {
   return false;
 }
 
-bool roll_back(const Pending& pending, By by, TakenFor reason, Report& report) {
+bool roll_back(const Pending& pending, By by, TakenFor reason, Report& report, const Settings& booted) {
   const Band band = pending.band;
   const bool is_open = reopen_if_replaced(band, report);
   // However far the apply came: what is up now is at most the larger of the two.
@@ -98,7 +100,7 @@ bool roll_back(const Pending& pending, By by, TakenFor reason, Report& report) {
     (void)restore_dat_file(band, pending.dat, report);
     return false;
   }
-  Entry entry = begun_entry(pending, by, is_open, report);
+  Entry entry = begun_entry(pending, by, is_open, booted, report);
   const int count_before = pre_wlan_state[number_of(band)];
   // The radio and the file come back even if the store cannot: the operator may have no other way in.
   std::optional<PrivateStore> instead;
@@ -129,9 +131,9 @@ bool is_back_in_force(Band band) {
   return is_told(band) && lacks_of(band).empty();
 }
 
-bool undo(const Pending& pending, By by, TakenFor reason, Report& report) {
+bool undo(const Pending& pending, By by, TakenFor reason, Report& report, const Settings& booted) {
   return pending.phase == Phase::kPrepared ? remove_pending(pending.band, report)
-                                           : roll_back(pending, by, reason, report);
+                                           : roll_back(pending, by, reason, report, booted);
 }
 
 }  // namespace wlanctl

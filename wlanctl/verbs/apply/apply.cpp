@@ -78,6 +78,7 @@ int plan_all(const Words& words, Report& report, std::vector<Job>* jobs, Doubts*
     jobs->emplace_back();
     jobs->back().band = band;
     jobs->back().plan = plan;
+    jobs->back().is_doubted = doubt != Doubt::kNone;
     if (words.again) jobs->back().plan.nothing = false;
     if (jobs->back().plan.nothing) continue;
     Report objections;

@@ -35,7 +35,9 @@ void tell_applied(const Words& words, const Job& job, Report& report) {
   Json entry = {{"band", label}, {"apply", word_for_apply(job.plan.nothing, job.plan.weight)}, {"action", "none"}};
   Json scripts = Json::array();
   if (job.plan.nothing) {
-    report.text() << label << ": nothing to apply; the store, the dat file and what is in force agree\n";
+    report.text() << label << ": nothing to apply; the store"
+                  << (job.is_doubted ? " is as the dat file, which counts as what is in force\n"
+                                     : ", the dat file and what is in force agree\n");
     note_undone(job.band, report);
   } else if (job.applied) {
     const Applied& applied = *job.applied;
@@ -58,11 +60,11 @@ void tell_applied(const Words& words, const Job& job, Report& report) {
     }
     if (applied.weight > 1) {
       report.note(label + ": the SSID count or hardware NAT changed; a reboot is recommended");
-      const std::vector<std::string> missing = missing_interfaces(job.band);
-      if (!missing.empty()) {
-        report.note(label + ": not on the air before that reboot, as the driver has made no interface: " +
-                    joined(missing, ", "));
-      }
+    }
+    const std::vector<std::string> missing = missing_interfaces(job.band);
+    if (!missing.empty() && applied.lacks.empty()) {
+      report.note(label + ": not on the air before " + (applied.weight > 1 ? "that" : "a") +
+                  " reboot, as the driver has made no interface: " + joined(missing, ", "));
     }
   } else {
     report.text() << label << ": not applied\n";

@@ -18,6 +18,7 @@ struct Words;
 struct Job {
   Band band = Band::k2_4G;
   Plan plan;
+  bool is_doubted = false;  // it was not known what is in force
   bool is_refused = false;  // before anything was changed
   std::optional<Pending> pending;
   std::optional<Applied> applied;

@@ -45,11 +45,17 @@ bool holds(Band band, Report& report) {
     const PrivateStore applied(band, settings_in_force(band));
     lacks = look_now(band);
   }
-  complain_of(band, lacks,
-              std::string("mend it and confirm then; --force keeps it as it is, wlanctl rollback ") + label_of(band) +
-                  " puts back what was before",
-              report);
-  return lacks.empty();
+  const std::string next = std::string("mend it and confirm then; --force keeps it as it is, wlanctl rollback ") +
+                           label_of(band) + " puts back what was before";
+  complain_of(band, lacks, next, report);
+  const bool is_told = was_told(band);
+  if (!is_told) {
+    report.problem(
+        {std::string("the driver did not take all of what was applied to ") + label_of(band),
+         std::string("--force keeps it as it is, wlanctl rollback ") + label_of(band) + " puts back what was before",
+         about(band)});
+  }
+  return lacks.empty() && is_told;
 }
 
 int removed(Band band, Report& report) {

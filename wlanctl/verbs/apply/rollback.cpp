@@ -12,6 +12,7 @@
 #include "wlanctl/confirm/taken_back.h"
 #include "wlanctl/files/lock.h"
 #include "wlanctl/files/state_file.h"
+#include "wlanctl/store/dat_file.h"
 #include "wlanctl/store/segment.h"
 #include "wlanctl/verbs/verbs.h"
 
@@ -42,8 +43,9 @@ int put_back(Band band, Report& report) {
                     "set the values again; wlanctl confirm " + label + " --force ends the waiting", about(band)});
     return kRefused;
   }
+  const Settings booted = pending->boot != this_boot() ? parse_dat_file(band) : std::nullopt;
   if (!open_for(*pending, report)) return kNoStore;
-  if (!undo(*pending, By::kOperator, TakenFor::kAsked, report)) return kRefused;
+  if (!undo(*pending, By::kOperator, TakenFor::kAsked, report, booted)) return kRefused;
   const std::vector<Lack> lacks = lacks_of(band);
   complain_of(band, lacks, next_step(band), report);
   return is_back_in_force(band) ? kDone : kNotInForce;

@@ -11,11 +11,23 @@
 #include "wlanctl/files/lock.h"
 #include "wlanctl/library/command.h"
 #include "wlanctl/library/query.h"
+#include "wlanctl/live/bridge.h"
 #include "wlanctl/live/served_ssid.h"
+#include "wlanctl/store/value.h"
 #include "wlanctl/verbs/verbs.h"
 
 namespace wlanctl {
 namespace {
+
+constexpr char kSwitchBridge[] = "br0";
+
+std::vector<std::string> unbridged_interfaces(Band band) {
+  std::vector<std::string> found;
+  for (const ServedSsid& ssid : served_ssids(band)) {
+    if (bridge_of(ssid.interface).value_or("-").empty()) found.push_back(ssid.interface);
+  }
+  return found;
+}
 
 enum Switch : uint32_t { kOff = 0, kOn = 1 };
 
@@ -25,6 +37,13 @@ int turn(const Words& words, Report& report, Switch position) {
   if (!lock) return lock.exit_code();
   if (!open_band_if_there(band, report)) return kNoStore;
   if (!is_there(band, report)) return kNoAnswer;
+  if (ssid_count(band) < 1) {
+    report.problem(
+        {std::string(label_of(band)) + ": BssidNum in the store is no count of SSIDs, so that none is switched",
+         "wlanctl check names what is wrong with the dat file", about(band)});
+    return kRefused;
+  }
+  const std::vector<std::string> unbridged = position == kOn ? unbridged_interfaces(band) : std::vector<std::string>();
   const SignalHold hold;
   const InterruptAnswer answer("interrupted; the radio is switched first, and the result told");
   const CommandRun commands;
@@ -39,6 +58,12 @@ int turn(const Words& words, Report& report, Switch position) {
   if (position == kOn) complain_of(band, beside, next_step(band), report);
   lacks.insert(lacks.end(), beside.begin(), beside.end());
   keep_lacks(band, lacks, report);
+  // The library's switch knows br0 alone, and an apply takes none out of it.
+  for (const std::string& interface : unbridged) {
+    if (bridge_of(interface).value_or("") != kSwitchBridge) continue;
+    report.note(interface + " was in no bridge, and is in " + kSwitchBridge + " now; brctl delif " + kSwitchBridge +
+                " " + interface + ", and wlanctl apply " + label_of(band) + " --again puts it into that of an apply");
+  }
 
   Json ssids = Json::array();
   Rows rows;
