@@ -78,6 +78,10 @@ Kept read_kept(Band band) {
   return {head[1] == kAnySum || head[1] == sum_of_dat_file(band), text->substr(end + 1)};
 }
 
+// Band, interfaces, whether the driver was told, snapshot.
+constexpr size_t kHeadWords = 4;
+constexpr size_t kToldWord = 2;
+
 struct Parsed {
   wifimgr_band_snapshot snapshot = {};
   int interfaces = 0;
@@ -89,7 +93,7 @@ std::optional<Parsed> parse_applied(Band band, const std::string& text) {
   const size_t end = text.find('\n');
   if (end == std::string::npos) return std::nullopt;
   const std::vector<std::string> head = words_of(text.substr(0, end));
-  if (head.size() != 4 || head[0] != label_of(band)) return std::nullopt;
+  if (head.size() != kHeadWords || head[0] != label_of(band)) return std::nullopt;
   const std::optional<int64_t> interfaces = number_in(head[1]);
   Parsed parsed;
   if (!interfaces || !parse_hex(head[3], &parsed.snapshot)) return std::nullopt;
@@ -97,7 +101,7 @@ std::optional<Parsed> parse_applied(Band band, const std::string& text) {
   auto settings = parse_records(text.substr(end + 1));
   if (!settings || settings->empty()) return std::nullopt;
   parsed.interfaces = static_cast<int>(*interfaces);
-  parsed.is_told = head[2] == "1";
+  parsed.is_told = head[kToldWord] == "1";
   parsed.settings = std::move(*settings);
   return parsed;
 }
@@ -133,9 +137,15 @@ std::optional<std::vector<wifimgr_attr_record>> last_applied(Band band) {
   return std::move(parsed->settings);
 }
 
+// The head tells, which is quick to read.
 bool was_told(Band band) {
-  const std::optional<Parsed> parsed = read_current(band);
-  return !parsed || parsed->is_told;
+  const Kept kept = read_kept(band);
+  const std::vector<std::string> head = words_of(kept.text.substr(0, kept.text.find('\n')));
+  return !kept.is_current || head.size() != kHeadWords || head[kToldWord] == "1";
+}
+
+bool is_in_force_known(Band band) {
+  return read_kept(band).is_current;
 }
 
 void note_untold(Band band, Report& report) {

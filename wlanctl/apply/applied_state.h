@@ -32,6 +32,9 @@ void note_doubt(Band band, Doubt doubt, Report& report);
 // The settings in force, where it is known what was last applied; changes nothing, and says nothing.
 std::optional<std::vector<wifimgr_attr_record>> last_applied(Band band);
 
+// Whether it is, without its settings.
+bool is_in_force_known(Band band);
+
 // How the dat file stands to what is in force. Once settled, a file that has changed was changed by somebody else, who
 // may have applied it too: nothing is known of what is in force then.
 enum class FileIs { kChanging, kSettled };

@@ -63,7 +63,7 @@ std::vector<std::string> lists_not_in_force(Band band) {
 Plan plan_apply(Band band) {
   Plan plan;
   plan.lacks = lacks_of(band);
-  if (plan.lacks.empty() && !last_applied(band)) {
+  if (plan.lacks.empty() && !is_in_force_known(band)) {
     const PrivateStore counts_as_in_force(band, settings_in_force(band));
     plan.lacks = lacks_by_driver(band);
   }

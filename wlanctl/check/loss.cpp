@@ -84,10 +84,10 @@ std::vector<DatFinding> added_losses(const std::vector<DatFinding>& before, cons
 std::vector<DatFinding> lists_cut_at_save(const std::vector<StoreRecord>& records, int ssids) {
   std::vector<DatFinding> findings;
   for (const StoreRecord& record : records) {
+    if (record.fields.size() <= static_cast<size_t>(std::max(ssids, 1))) continue;
     int index = 0;
     const Key* const key = find_dat_key(record.key, &index);
-    const bool is_list = key != nullptr && key->scope == Scope::kBand && !keeps_list_whole(record.key);
-    if (!is_list || record.fields.size() <= static_cast<size_t>(std::max(ssids, 1))) continue;
+    if (key == nullptr || key->scope != Scope::kBand || keeps_list_whole(record.key)) continue;
     findings.push_back({Finding::kExcessField, 0, record.key, 0, false, "",
                         "a save keeps the first " + std::to_string(ssids) + " of its " +
                             std::to_string(record.fields.size()) + " values, as many as there are SSIDs",

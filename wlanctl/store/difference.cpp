@@ -64,8 +64,11 @@ size_t ssids_in(const std::vector<StoreRecord>& records) {
 std::vector<StoreRecord> served_part(std::vector<StoreRecord> records) {
   const size_t ssids = ssids_in(records);
   for (StoreRecord& record : records) {
-    if (is_list_of_band(record.key)) continue;
-    while (!record.fields.empty() && ssid_of(record.key, record.fields.size() - 1) > ssids) record.fields.pop_back();
+    const auto is_behind = [&] {
+      return !record.fields.empty() && ssid_of(record.key, record.fields.size() - 1) > ssids;
+    };
+    if (!is_behind() || is_list_of_band(record.key)) continue;
+    while (is_behind()) record.fields.pop_back();
   }
   return records;
 }
@@ -79,6 +82,7 @@ std::vector<Difference> differences(const std::vector<StoreRecord>& left, const 
                                     size_t ssids, DatFile dat_file) {
   std::vector<Difference> found;
   const auto compare = [&](const std::string& key, const Fields& on_left, const Fields& on_right) {
+    if (on_left == on_right) return;
     if (is_list_of_band(key)) {
       std::string one = list_in(on_left, on_left.size());
       std::string other = list_in(on_right, on_right.size());
