@@ -250,7 +250,8 @@ TEST(LiveStore, ThatAnotherProcessHoldsIsSaid) {
       run("library_probe init 0 init 1 >/dev/null; hold_store 0x12348 & holder=$!\n"
           "until [ -e held ]; do sleep 0.02; done\n"
           "wlanctl show 2.4g >/dev/null 2>&1 & show=$!\n"
-          "wlanctl set 2.4g Channel=1 2>err; echo $?; grep -c \"held by process $holder (hold_store),\" err; wait $show; echo $?\n"
+          "wlanctl set 2.4g Channel=1 2>err; echo $?; grep -c \"held by process $holder (hold_store),\" err; wait "
+          "$show; echo $?\n"
           "wlanctl get 5g Channel >/dev/null; echo $?; touch done; wait $holder; wlanctl get 2.4g Channel");
   EXPECT_EQ("3\n1\n3\n0\n6\n", result.out) << result.err;
 }
