@@ -278,7 +278,7 @@ TEST(InForceState, OfAFileThatSomebodyEditedIsAskedOfTheDriver) {
   EXPECT_EQ(0, steps[2].status) << steps[2].err;
   EXPECT_THAT(steps[2].out, HasSubstr("interfaces restarted"));
   EXPECT_THAT(steps[3].out, HasSubstr("channel 9"));
-  EXPECT_EQ("5g: nothing to apply; the store is as the dat file, which counts as what is in force\n", steps[4].out);
+  EXPECT_EQ("5g: nothing to apply; the store is as the dat file, which counts as in force\n", steps[4].out);
 }
 
 TEST(InForceState, ThatTheDriverWasNotToldIsNotConfirmed) {

@@ -157,6 +157,21 @@ TEST(Damage, AnSsidCountThatNoBandHasIsTold) {
   EXPECT_EQ(0, steps[4].status) << steps[4].err;
 }
 
+TEST(Damage, AMissingSsidCountIsToldWithTheWayOut) {
+  const std::string next = "give " + kDat + " a line BssidNum=2, then wlanctl revert 2.4g";
+  const auto steps = run_steps({"library_probe init 0 init 1 >/dev/null; sed -i /^BssidNum=/d " + kDat +
+                                    "; ipcrm -M 0x12345; wlanctl set "
+                                    "2.4g Channel=1 >/dev/null 2>&1; wlanctl apply 2.4g",
+                                "sed -i 1aBssidNum=2 " + kDat + "; wlanctl revert 2.4g", "wlanctl apply 2.4g",
+                                "wlanctl get 2.4g BssidNum"});
+  EXPECT_EQ(1, steps[0].status);
+  EXPECT_THAT(steps[0].err,
+              HasSubstr("the store of 2.4g has no BssidNum, which says how many SSIDs there are; " + next));
+  EXPECT_EQ(0, steps[1].status) << steps[1].err;
+  EXPECT_EQ(0, steps[2].status) << steps[2].err;
+  EXPECT_EQ("2\n", steps[3].out);
+}
+
 TEST(Damage, APipeInThePlaceOfAStateFileHangsNothing) {
   for (const char* const name : {"applied-2.4g", "pending-2.4g"}) {
     const std::vector<Result> steps =

@@ -47,6 +47,13 @@ const char* word_for_apply(bool nothing, int weight) {
 
 void tell_senseless_count(Band band, const std::string& count, Report& report) {
   const std::string label = label_of(band);
+  // A setter changes what is there; only a load puts in what is missing.
+  const std::vector<StoreRecord> records = records_of(table_of_store(band));
+  if (std::none_of(records.begin(), records.end(), [](const StoreRecord& one) { return one.key == kSsidCount; })) {
+    return report.problem({"the store of " + label + " has no BssidNum, which says how many SSIDs there are",
+                           "give " + dat_path_of(band) + " a line BssidNum=2, then wlanctl revert " + label,
+                           about_key(kSsidCount, band)});
+  }
   report.problem({"BssidNum of " + label + " is \"" + count + "\" in the store, and no band has so many SSIDs",
                   "wlanctl set " + label + " BssidNum=2, or wlanctl revert " + label, about_key(kSsidCount, band)});
 }

@@ -57,7 +57,7 @@ bool may_write_file(Band band, const std::optional<std::string>& text, Report& r
   const size_t before = report.problems().size();
   const std::string label = label_of(band);
   const std::string path = dat_path_of(band);
-  const std::string insist = "or insist with --force, and it is written without";
+  const std::string insist = "or insist with --force: what cannot be loaded is lost";
   if (const std::string reason = reason_against_dat_file(band); !reason.empty()) {
     report.problem({path + " cannot be written" + reason, "put the dat file back in its place", about(band)});
     return false;
