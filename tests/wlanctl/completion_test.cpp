@@ -104,6 +104,7 @@ TEST_P(Tab, OffersTheBands) {
 
 TEST_P(Tab, OffersTheSsidsBehindTheBand) {
   EXPECT_EQ("stations|5g|1|2|3|4|5|6|7|8", typed("wlanctl stations 5g " + kAll));
+  EXPECT_EQ("ssid|remove|5g|1|2|3|4|5|6|7|8", typed("wlanctl ssid remove 5g " + kAll));
 }
 
 TEST_P(Tab, OffersTheOptionsOfTheVerb) {

@@ -46,15 +46,15 @@ _wlanctl_words() {
       ;;
     'ssid remove')
       options='--help --yes --both --dry-run --force --wait=text --json --color=auto,always,never --no-pager'
-      arguments='band text...'
+      arguments='band 1,2,3,4,5,6,7,8...'
       ;;
     'ssid enable')
       options='--help --both --dry-run --wait=text --json --color=auto,always,never --no-pager'
-      arguments='band text...'
+      arguments='band 1,2,3,4,5,6,7,8...'
       ;;
     'ssid disable')
       options='--help --both --dry-run --wait=text --json --color=auto,always,never --no-pager'
-      arguments='band text...'
+      arguments='band 1,2,3,4,5,6,7,8...'
       ;;
     'ssid rename')
       options='--help --both --dry-run --force --wait=text --json --color=auto,always,never --no-pager'

@@ -56,7 +56,7 @@ inline constexpr Word kBandOrBoth = {
 inline constexpr Word kBoth = {"--both", &Words::both, "On both bands, or on none"};
 inline constexpr Word kDryRun = {"--dry-run", &Words::dry_run, "Say what would change, and change nothing"};
 inline constexpr Word kForceName = {"--force", &Words::force, "Take a name twice, or what cannot be served"};
-inline constexpr Word kWhichSsid = {"SSID", &Words::names, "Its number or name", {.offers = "text"}};
+inline constexpr Word kWhichSsid = {"SSID", &Words::names, "Its number or name", {.offers = "1,2,3,4,5,6,7,8"}};
 
 }  // namespace word
 
