@@ -249,6 +249,11 @@ TEST(InForceState, OfARadioIsNotSwitchedWhereNobodyKnowsHowManySsidsThereAre) {
   }
 }
 
+TEST(InForceState, OfARadioThatIsOnWithoutAnSsidIsTold) {
+  const auto steps = run_steps({"wlanctl set 5g EnableSSID:1=0 EnableSSID:2=0 >/dev/null; wlanctl radio on 5g"});
+  EXPECT_THAT(steps[0].err, HasSubstr("5g: nothing is on the air, as no SSID is switched on; wlanctl ssid enable"));
+}
+
 TEST(InForceState, OfAnInterfaceThatTheSwitchPutIntoItsOwnBridgeIsToldWithTheWayBack) {
   const auto steps =
       run_steps({"brctl delif br-lan ra1; wlanctl radio on 2.4g",
@@ -279,6 +284,30 @@ TEST(InForceState, OfAFileThatSomebodyEditedIsAskedOfTheDriver) {
   EXPECT_THAT(steps[2].out, HasSubstr("interfaces restarted"));
   EXPECT_THAT(steps[3].out, HasSubstr("channel 9"));
   EXPECT_EQ("5g: nothing to apply; the store is as the dat file, which counts as in force\n", steps[4].out);
+}
+
+TEST(InForceState, OfBridgeAndChannelIsLookedUpBeforeAConfirmation) {
+  const std::pair<std::string, std::string> troubles[] = {{"brctl delif br-lan ra1", "ra1 is in no bridge"},
+                                                          {"simctl channel 2.4g 3", "on channel 3 instead of 11"}};
+  for (const auto& [trouble, words] : troubles) {
+    const auto steps =
+        run_steps({"wlanctl set 2.4g Channel=11 >/dev/null; wlanctl apply 2.4g --confirm 600 >/dev/null 2>&1; " +
+                       trouble + "; wlanctl confirm 2.4g",
+                   "wlanctl confirm 2.4g --force", "wlanctl apply 2.4g"});
+    EXPECT_EQ(6, steps[0].status);
+    EXPECT_THAT(steps[0].err, HasSubstr(words));
+    EXPECT_EQ(0, steps[1].status);
+    EXPECT_THAT(steps[2].err, HasSubstr(words)) << "nothing differs, but it is not so any more";
+  }
+}
+
+TEST(InForceState, ThatCannotBeReadIsLookedUpInTheSystem) {
+  const auto steps =
+      run_steps({"wlanctl set 2.4g Channel=11 >/dev/null; simctl fail brctl exit=1 addif ra1; wlanctl apply 2.4g",
+                 "simctl fail none; truncate -s -3 /run/wlanctl-lacking-2.4g; wlanctl status 2.4g"});
+  EXPECT_EQ(6, steps[0].status);
+  EXPECT_EQ(6, steps[1].status);
+  EXPECT_THAT(steps[1].err, HasSubstr("ra1 is in no bridge instead of br-lan"));
 }
 
 TEST(InForceState, ThatTheDriverWasNotToldIsNotConfirmed) {

@@ -51,6 +51,30 @@ TEST(PowerCut, IsRolledBackWhenAsked) {
       behind(result.out, "rollback"));
 }
 
+TEST(PowerCut, ThatDamagedTheWayBackIsNotTakenForConfirmed) {
+  const Result result =
+      run_story(cut() + "truncate -s -1 " + kKept +
+                "; for verb in 'confirm 2.4g' 'rollback 2.4g' 'apply 2.4g' 'confirm 2.4g --force' "
+                "'confirm 2.4g'; do echo \"== $verb\"; wlanctl $verb; echo $?; done; echo == looks; ls " +
+                kKept);
+  for (const char* const verb : {"confirm 2.4g", "rollback 2.4g", "apply 2.4g"})
+    EXPECT_EQ("1\n", behind(result.out, verb));
+  EXPECT_THAT(result.err,
+              HasSubstr(std::string("kept for its roll back, in ") + kKept +
+                        ", is damaged: nobody knows whether it was confirmed; wlanctl confirm 2.4g --force"));
+  EXPECT_EQ("2.4g: confirmed; the settings stay\n0\n", behind(result.out, "confirm 2.4g --force"));
+  EXPECT_EQ("", behind(result.out, "looks"));
+}
+
+TEST(PowerCut, ThatDamagedTheWayBackIsToldByWhoLooks) {
+  const Result result =
+      run_story(cut() + "truncate -s -1 " + kKept +
+                "; for verb in status diff 'set 2.4g HideSSID:2=0'; do wlanctl $verb 2>&1 | tr -s '\\n ' ' ' | "
+                "grep -c 'nobody knows whether it was confirmed'; done; wlanctl doctor 2.4g --json");
+  EXPECT_THAT(result.out, testing::StartsWith("1\n1\n1\n"));
+  EXPECT_THAT(result.out, HasSubstr("pending-damaged"));
+}
+
 // The file has changed, though nobody has made a store of it yet.
 TEST(PowerCut, LeavesWhatItsRollBackChangedInTheHistory) {
   const Result result = run_story(cut() + "wlanctl rollback >/dev/null; echo == log; wlanctl log --json");

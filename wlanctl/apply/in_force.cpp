@@ -1,5 +1,7 @@
 #include "wlanctl/apply/in_force.h"
 
+#include <sys/stat.h>
+
 #include <algorithm>
 #include <cstdlib>
 #include <iterator>
@@ -46,6 +48,11 @@ std::string channel_setting(Band band) {
   if (wifimgr_lib_get_channel(number_of(band), -1, text, sizeof text) != 0) return "";
   const long channel = std::strtol(text, nullptr, 10);
   return channel > 0 ? std::to_string(channel) : "";
+}
+
+bool is_there(const std::string& path) {
+  struct stat status;
+  return lstat(path.c_str(), &status) == 0;
 }
 
 bool has_links(Band band) {
@@ -272,7 +279,10 @@ void keep_lacks(Band band, const std::vector<Lack>& lacks, Report& report) {
 }
 
 std::vector<Lack> lacks_of(Band band) {
-  const std::vector<std::string> lines = lines_of(read_state_file(path_of(band), kFormat, kVersion).value_or(""));
+  const std::optional<std::string> text = read_state_file(path_of(band), kFormat, kVersion);
+  // What was kept cannot be read: the system can.
+  if (!text && is_there(path_of(band))) return look_closely(band);
+  const std::vector<std::string> lines = lines_of(text.value_or(""));
   std::vector<Lack> lacks;
   if (lines.empty() || lines[0] != this_boot()) return lacks;
   for (size_t i = 1; i < lines.size(); ++i) {
@@ -313,7 +323,7 @@ void complain_of(Band band, const std::vector<Lack>& lacks, const std::string& n
 void note_undone(Band band, Report& report) {
   const std::string label = label_of(band);
   const DriverTime limited;
-  const std::vector<Lack> lacks = look_now(band);
+  const std::vector<Lack> lacks = look_closely(band);
   const bool is_late = is_driver_late(band);
   if (is_late) {
     report.note(label + ": the driver took longer than " + std::to_string(kDriverSeconds) +
@@ -334,6 +344,19 @@ std::vector<Lack> lacks_by_driver(Band band) {
 
 std::vector<Lack> look_now(Band band) {
   return Expectation(band, Operation::kSave, 0).look(true);
+}
+
+std::vector<Lack> look_closely(Band band) {
+  std::vector<Lack> lacks = look_now(band);
+  for (int ssid = 1; ssid <= std::clamp(ssid_count(band), 0, WIFIMGR_FIELDS); ++ssid) {
+    const Wanted wanted = {State::kUp, interface_of(band, ssid - 1), kLanBridge};
+    const bool is_out = is_switched_on(band, ssid) && link_state(wanted.subject) == LinkState::kUp &&
+                        bridge_of(wanted.subject).value_or("-").empty();
+    if (is_out) lacks.push_back({wanted, ""});
+  }
+  const std::vector<Lack> channel = lacks_by_driver(band);
+  lacks.insert(lacks.end(), channel.begin(), channel.end());
+  return lacks;
 }
 
 std::vector<std::string> missing_interfaces(Band band) {

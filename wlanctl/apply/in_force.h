@@ -76,6 +76,9 @@ std::vector<Lack> lacks_by_driver(Band band);
 // What holds at this moment of the settings in the store: enabled interfaces are up, the driver answers.
 std::vector<Lack> look_now(Band band);
 
+// The same, and what an apply with a restart brings about: a bridge, the channel.
+std::vector<Lack> look_closely(Band band);
+
 // The interfaces of enabled SSIDs that the kernel does not have: the driver makes new ones when it is loaded.
 std::vector<std::string> missing_interfaces(Band band);
 

@@ -1,5 +1,7 @@
 #include "wlanctl/confirm/outlived.h"
 
+#include <sys/stat.h>
+
 #include <cerrno>
 #include <cstring>
 
@@ -49,6 +51,23 @@ std::optional<Pending> interrupted(Band band) {
   return kept;
 }
 
+bool is_way_back_damaged(Band band) {
+  struct stat status;
+  const std::string path = path_of(band);
+  return !path.empty() && !is_pending(band) && lstat(path.c_str(), &status) == 0 && !kept_over_boot(band);
+}
+
+Problem damaged_way_back(Band band) {
+  const std::string label = label_of(band);
+  Json details = about(band);
+  details["file"] = path_of(band);
+  return {"what an apply of " + label + " kept for its roll back, in " + path_of(band) +
+              ", is damaged: nobody knows whether it was confirmed",
+          "wlanctl confirm " + label + " --force keeps what is there; wlanctl undo " + label +
+              " then takes back what wlanctl log has of it",
+          std::move(details)};
+}
+
 void forget_settled(Band band) {
   const std::optional<Pending> kept = kept_over_boot(band);
   if (kept && kept->boot != this_boot() && !interrupted(band)) (void)remove_state_file(path_of(band));
@@ -61,6 +80,10 @@ bool refuse_undecided(Band band, Report& report) {
         {"the gateway went down before the apply of " + label + " was confirmed",
          "wlanctl confirm " + label + " keeps its settings; wlanctl rollback " + label + " puts back those before",
          about(band)});
+    return true;
+  }
+  if (is_way_back_damaged(band)) {
+    report.problem(damaged_way_back(band));
     return true;
   }
   if (!is_pending(band)) return false;
@@ -77,6 +100,10 @@ bool refuse_undecided(Band band, Report& report) {
 }
 
 void note_interrupted(Band band, Report& report) {
+  if (is_way_back_damaged(band)) {
+    const Problem damaged = damaged_way_back(band);
+    return report.note(damaged.message + "; " + damaged.next);
+  }
   if (!interrupted(band)) return;
   const std::string label = label_of(band);
   report.note("the gateway went down before the apply of " + label +

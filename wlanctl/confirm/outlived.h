@@ -4,6 +4,7 @@
 
 #include <optional>
 
+#include "wlanctl/base/report.h"
 #include "wlanctl/confirm/pending.h"
 
 namespace wlanctl {
@@ -17,6 +18,11 @@ bool forget_over_boot(Band band, Report& report);
 
 // What a boot interrupted; none when nothing was, or when the dat file is as it was before.
 std::optional<Pending> interrupted(Band band);
+
+// Whether what was kept cannot be read any more, while nothing else says what was before: nobody knows then whether it was
+// confirmed. And a problem that says so.
+bool is_way_back_damaged(Band band);
+Problem damaged_way_back(Band band);
 
 // Removes what another boot has left and nobody has to decide on, before the dat file changes.
 void forget_settled(Band band);

@@ -83,6 +83,9 @@ std::string folder_of(const std::string& path) {
 void check_pending(Band band, Diagnosis& diagnosis) {
   const std::string path = std::string(place::kPending) + label_of(band);
   const std::optional<Pending> pending = read_pending(band);
+  if (is_way_back_damaged(band)) {
+    return diagnosis.ill(Ill::kPendingDamaged, kApply, band, "what was kept over the boot");
+  }
   if (!is_pending(band)) {
     const bool was_interrupted = interrupted(band).has_value();
     return diagnosis.add(was_interrupted, Ill::kInterrupted, kApply, band,

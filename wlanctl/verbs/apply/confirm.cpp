@@ -43,7 +43,7 @@ bool holds(Band band, Report& report) {
   std::vector<Lack> lacks = lacks_of(band);
   if (lacks.empty()) {
     const PrivateStore applied(band, settings_in_force(band));
-    lacks = look_now(band);
+    lacks = look_closely(band);
   }
   const std::string next = std::string("mend it and confirm then; --force keeps it as it is, wlanctl rollback ") +
                            label_of(band) + " puts back what was before";
@@ -64,10 +64,19 @@ int removed(Band band, Report& report) {
   return kDone;
 }
 
+// For somebody to decide.
+bool waits(Band band) {
+  return is_pending(band) || interrupted(band) || is_way_back_damaged(band);
+}
+
 int confirm_band(Band band, bool force, Report& report) {
   // Where its guardian is lost and the time over, this rolls it back.
   if (!(force ? open_store(band, report) : open_band(band, report))) return kNoStore;
-  if (force && (is_pending(band) || interrupted(band))) return removed(band, report);
+  if (force && waits(band)) return removed(band, report);
+  if (is_way_back_damaged(band)) {
+    report.problem(damaged_way_back(band));
+    return kRefused;
+  }
   const std::optional<Pending> pending = read_pending(band);
   if (!is_pending(band) && interrupted(band)) return holds(band, report) ? removed(band, report) : kNotInForce;
   if (!is_pending(band)) {
@@ -105,7 +114,7 @@ int confirm(const Words& words, Report& report) {
   bool waiting = false;
   int code = kDone;
   for (const Band band : bands_of(words.band)) {
-    if (!is_pending(band) && !interrupted(band)) {
+    if (!waits(band)) {
       if (refuse_taken_back(band, report)) code = std::max<int>(code, kRefused);
       continue;
     }

@@ -61,8 +61,14 @@ int run(const Words& words, Report& report) {
   int code = kDone;
   bool waiting = false;
   for (const Band band : bands_of(words.band)) {
-    if (!is_pending(band) && !interrupted(band)) continue;
+    const bool is_damaged = is_way_back_damaged(band);
+    if (!is_pending(band) && !interrupted(band) && !is_damaged) continue;
     waiting = true;
+    if (is_damaged) {
+      report.problem(damaged_way_back(band));
+      code = std::max<int>(code, kRefused);
+      continue;
+    }
     const int result = put_back(band, report);
     code = std::max(code, result);
     if (result != kDone && result != kNotInForce) continue;

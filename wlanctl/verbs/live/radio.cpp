@@ -67,9 +67,15 @@ int turn(const Words& words, Report& report, Switch position) {
 
   Json ssids = Json::array();
   Rows rows;
+  bool is_any_on = false;
   for (const ServedSsid& ssid : served_ssids(band)) {
     ssids.push_back({{"ssid", ssid.number}, {"interface", ssid.interface}, {"state", word_for(ssid.link)}});
     rows.push_back({"  " + ssid.interface, word_for(ssid.link), printable(ssid.name)});
+    is_any_on = is_any_on || is_switched_on(band, ssid.number);
+  }
+  if (position == kOn && !is_any_on) {
+    report.note(std::string(label_of(band)) +
+                ": nothing is on the air, as no SSID is switched on; wlanctl ssid enable does that");
   }
   report.text() << label_of(band) << ": radio " << (position == kOn ? "on" : "off")
                 << (report.has_problems() ? ", but not in force" : "") << '\n'
