@@ -244,7 +244,7 @@ TEST(InForceState, OfARadioIsNotSwitchedWhereNobodyKnowsHowManySsidsThereAre) {
     const auto steps = run_steps({std::string("sed -i /^BssidNum/d ") + kDat,
                                   std::string("wlanctl radio ") + position + " 2.4g", "ifconfig ra0"});
     EXPECT_EQ(1, steps[1].status);
-    EXPECT_THAT(steps[1].err, HasSubstr("BssidNum in the store is no count of SSIDs, so that none is switched"));
+    EXPECT_THAT(steps[1].err, HasSubstr("the store of 2.4g has no BssidNum, which says how many SSIDs there are"));
     EXPECT_THAT(steps[2].out, HasSubstr("UP"));
   }
 }

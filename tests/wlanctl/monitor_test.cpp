@@ -317,6 +317,13 @@ TEST(Monitor, EndsWithZeroWhenItIsAskedAgainWhileItEnds) {
   }
 }
 
+TEST(Monitor, GoesOnThroughASignalThatItsCallerHasHadIgnored) {
+  const Result result =
+      run("trap '' HUP\n" + watched("2.4g", "kill -HUP $monitor; ifconfig ra1 down; comes 'ra1 down'"));
+  EXPECT_THAT(result.out, HasSubstr("ended 0"));
+  EXPECT_THAT(result.out, HasSubstr("interface-down"));
+}
+
 TEST(Monitor, EndsWithZeroWhenNobodyReadsAnyMore) {
   const Result result =
       run("library_probe init 0 init 1 >/dev/null; mkfifo pipe; : >err\n"

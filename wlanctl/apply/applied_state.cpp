@@ -106,11 +106,6 @@ std::optional<Parsed> parse_applied(Band band, const std::string& text) {
   return parsed;
 }
 
-std::optional<Parsed> read_current(Band band) {
-  const Kept kept = read_kept(band);
-  return kept.is_current ? parse_applied(band, kept.text) : std::nullopt;
-}
-
 }  // namespace
 
 std::string applied_text(Band band) {
@@ -132,7 +127,8 @@ bool adopt_applied(Band band, const std::string& text) {
 }
 
 std::optional<std::vector<wifimgr_attr_record>> last_applied(Band band) {
-  std::optional<Parsed> parsed = read_current(band);
+  const Kept kept = read_kept(band);
+  std::optional<Parsed> parsed = kept.is_current ? parse_applied(band, kept.text) : std::nullopt;
   if (!parsed) return std::nullopt;
   return std::move(parsed->settings);
 }

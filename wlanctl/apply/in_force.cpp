@@ -1,7 +1,5 @@
 #include "wlanctl/apply/in_force.h"
 
-#include <sys/stat.h>
-
 #include <algorithm>
 #include <cstdlib>
 #include <iterator>
@@ -30,7 +28,6 @@ constexpr int kVersion = 1;
 constexpr const char* kStates[] = {"up", "down", "loaded", "answers", "channel", "restarted"};
 constexpr int kLinks = 4;
 constexpr char kLanBridge[] = "br-lan";
-constexpr char kBr0[] = "br0";
 constexpr char kLoad[] = "insmod ";
 constexpr char kUnload[] = "rmmod ";
 
@@ -42,17 +39,13 @@ std::string link_of(Band band, int index) {
   return (band == Band::k2_4G ? "wds" : "wdsi") + std::to_string(index);
 }
 
-// "" where the driver chooses one.
-std::string channel_setting(Band band) {
+// None where the driver chooses one.
+std::optional<Wanted> wanted_channel(Band band) {
   char text[WIFIMGR_VALUE_SIZE] = "";
-  if (wifimgr_lib_get_channel(number_of(band), -1, text, sizeof text) != 0) return "";
+  if (wifimgr_lib_get_channel(number_of(band), -1, text, sizeof text) != 0) return std::nullopt;
   const long channel = std::strtol(text, nullptr, 10);
-  return channel > 0 ? std::to_string(channel) : "";
-}
-
-bool is_there(const std::string& path) {
-  struct stat status;
-  return lstat(path.c_str(), &status) == 0;
+  if (channel <= 0) return std::nullopt;
+  return Wanted{State::kChannel, label_of(band), std::to_string(channel)};
 }
 
 bool has_links(Band band) {
@@ -108,8 +101,9 @@ std::string line_for(const Wanted& wanted) {
 // What another apply does not mend by itself. brctl puts no interface that is in a bridge into another one.
 std::string way_out(const Wanted& wanted) {
   if (wanted.state == State::kDown) return "ifconfig " + wanted.subject + " down takes it down; ";
-  if (wanted.state == State::kLoaded)
+  if (wanted.state == State::kLoaded) {
     return "load it with insmod, or reboot: an apply loads it when the SSID count changes; ";
+  }
   const std::string bridge = wanted.state == State::kUp ? bridge_of(wanted.subject).value_or("") : "";
   if (bridge.empty() || wanted.detail.empty() || bridge == wanted.detail) return "";
   return "brctl delif " + bridge + " " + wanted.subject + " takes it out; ";
@@ -156,7 +150,7 @@ std::string bridge_after(Operation operation, const std::string& interface) {
   if (operation == Operation::kSave) return "";
   if (operation == Operation::kCommit) return kLanBridge;
   const std::string before = bridge_of(interface).value_or("");
-  return before.empty() ? kBr0 : before;
+  return before.empty() ? kSwitchBridge : before;
 }
 
 void add_links(Band band, Operation operation, std::vector<Wanted>* wanted) {
@@ -167,6 +161,17 @@ void add_links(Band band, Operation operation, std::vector<Wanted>* wanted) {
     const std::string link = link_of(band, i);
     wanted->push_back({are_on ? State::kUp : State::kDown, link, are_on ? bridge_after(operation, link) : ""});
   }
+}
+
+// The interfaces of the SSIDs that are served and on, of which something is so.
+template <typename IsSo>
+std::vector<std::string> switched_on(Band band, IsSo is_so) {
+  std::vector<std::string> found;
+  for (int ssid = 1; ssid <= std::clamp(ssid_count(band), 0, WIFIMGR_FIELDS); ++ssid) {
+    const std::string interface = interface_of(band, ssid - 1);
+    if (is_switched_on(band, ssid) && is_so(interface)) found.push_back(interface);
+  }
+  return found;
 }
 
 std::optional<State> parse_state(const std::string& word) {
@@ -215,10 +220,8 @@ Expectation::Expectation(Band band, Operation operation, int interfaces) {
   }
   add_links(band, operation, &wanted_);
   if (is_up) wanted_.push_back({State::kAnswers, label_of(band), ""});
-  const std::string channel = channel_setting(band);
-  if (is_up && operation == Operation::kCommit && !channel.empty()) {
-    wanted_.push_back({State::kChannel, label_of(band), channel});
-  }
+  const std::optional<Wanted> channel = wanted_channel(band);
+  if (is_up && operation == Operation::kCommit && channel) wanted_.push_back(*channel);
   if (operation == Operation::kCommit) add_other_band(band == Band::k2_4G ? Band::k5G : Band::k2_4G, &wanted_);
   if (link_state(interface_of(band, 0)) == LinkState::kAbsent) return;  // then it is the driver that is missing
   std::copy_if(wanted_.begin(), wanted_.end(), std::back_inserter(await_boot_), is_missing);
@@ -281,7 +284,7 @@ void keep_lacks(Band band, const std::vector<Lack>& lacks, Report& report) {
 std::vector<Lack> lacks_of(Band band) {
   const std::optional<std::string> text = read_state_file(path_of(band), kFormat, kVersion);
   // What was kept cannot be read: the system can.
-  if (!text && is_there(path_of(band))) return look_closely(band);
+  if (!text && is_state_file_there(path_of(band))) return look_closely(band);
   const std::vector<std::string> lines = lines_of(text.value_or(""));
   std::vector<Lack> lacks;
   if (lines.empty() || lines[0] != this_boot()) return lacks;
@@ -337,9 +340,9 @@ void note_undone(Band band, Report& report) {
 }
 
 std::vector<Lack> lacks_by_driver(Band band) {
-  const Wanted wanted = {State::kChannel, label_of(band), channel_setting(band)};
-  if (wanted.detail.empty() || lacking(wanted).empty()) return {};
-  return {{wanted, ""}};
+  const std::optional<Wanted> channel = wanted_channel(band);
+  if (!channel || lacking(*channel).empty()) return {};
+  return {{*channel, ""}};
 }
 
 std::vector<Lack> look_now(Band band) {
@@ -348,11 +351,8 @@ std::vector<Lack> look_now(Band band) {
 
 std::vector<Lack> look_closely(Band band) {
   std::vector<Lack> lacks = look_now(band);
-  for (int ssid = 1; ssid <= std::clamp(ssid_count(band), 0, WIFIMGR_FIELDS); ++ssid) {
-    const Wanted wanted = {State::kUp, interface_of(band, ssid - 1), kLanBridge};
-    const bool is_out = is_switched_on(band, ssid) && link_state(wanted.subject) == LinkState::kUp &&
-                        bridge_of(wanted.subject).value_or("-").empty();
-    if (is_out) lacks.push_back({wanted, ""});
+  for (const std::string& interface : unbridged_interfaces(band)) {
+    if (link_state(interface) == LinkState::kUp) lacks.push_back({{State::kUp, interface, kLanBridge}, ""});
   }
   const std::vector<Lack> channel = lacks_by_driver(band);
   lacks.insert(lacks.end(), channel.begin(), channel.end());
@@ -360,12 +360,11 @@ std::vector<Lack> look_closely(Band band) {
 }
 
 std::vector<std::string> missing_interfaces(Band band) {
-  std::vector<std::string> missing;
-  for (int ssid = 1; ssid <= std::clamp(ssid_count(band), 0, WIFIMGR_FIELDS); ++ssid) {
-    const std::string interface = interface_of(band, ssid - 1);
-    if (is_switched_on(band, ssid) && link_state(interface) == LinkState::kAbsent) missing.push_back(interface);
-  }
-  return missing;
+  return switched_on(band, [](const std::string& interface) { return link_state(interface) == LinkState::kAbsent; });
+}
+
+std::vector<std::string> unbridged_interfaces(Band band) {
+  return switched_on(band, [](const std::string& interface) { return bridge_of(interface).value_or("-").empty(); });
 }
 
 }  // namespace wlanctl

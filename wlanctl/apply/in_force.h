@@ -69,8 +69,7 @@ std::string next_step(Band band);
 // Notes what no apply has failed to do, but somebody has undone since: an interface that is down though its SSID is on.
 void note_undone(Band band, Report& report);
 
-// Where it is not known what is in force, what the driver can be asked of the settings in the store: the
-// channel.
+// Where it is not known what is in force, what the driver can be asked of the settings in the store: its channel.
 std::vector<Lack> lacks_by_driver(Band band);
 
 // What holds at this moment of the settings in the store: enabled interfaces are up, the driver answers.
@@ -79,7 +78,12 @@ std::vector<Lack> look_now(Band band);
 // The same, and what an apply with a restart brings about: a bridge, the channel.
 std::vector<Lack> look_closely(Band band);
 
-// The interfaces of enabled SSIDs that the kernel does not have: the driver makes new ones when it is loaded.
+// The interfaces of enabled SSIDs that the kernel does not have: the driver makes new ones when it is loaded. And those that
+// it has, but in no bridge.
 std::vector<std::string> missing_interfaces(Band band);
+std::vector<std::string> unbridged_interfaces(Band band);
+
+// Where the library's switch of a radio puts what is in no bridge.
+inline constexpr char kSwitchBridge[] = "br0";
 
 }  // namespace wlanctl

@@ -4,9 +4,7 @@
 #include <sys/signalfd.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cerrno>
-#include <climits>
 
 #include "wlanctl/base/clock.h"
 
@@ -15,12 +13,19 @@ namespace {
 
 constexpr int kEndings[] = {SIGINT, SIGTERM, SIGHUP};
 
+// As nohup has it. A shell has SIGINT ignored by what it runs in the background, but whoever sends it there means it.
+bool is_hangup_ignored() {
+  struct sigaction action;
+  return sigaction(SIGHUP, nullptr, &action) == 0 && action.sa_handler == SIG_IGN;
+}
+
 }  // namespace
 
 EndingSignals::EndingSignals() {
   sigset_t signals;
   sigemptyset(&signals);
   for (const int number : kEndings) sigaddset(&signals, number);
+  if (is_hangup_ignored()) sigdelset(&signals, SIGHUP);
   (void)sigprocmask(SIG_BLOCK, &signals, &before_);
   file_ = signalfd(-1, &signals, SFD_CLOEXEC | SFD_NONBLOCK);
   if (file_ < 0) (void)sigprocmask(SIG_UNBLOCK, &signals, nullptr);
@@ -45,11 +50,6 @@ bool EndingSignals::come_within(unsigned seconds) const {
     if (ready > 0) return true;
     if (ready == 0 || errno != EINTR) return false;
   }
-}
-
-int wait_until(int64_t end_ms) {
-  if (end_ms == 0) return -1;
-  return static_cast<int>(std::clamp<int64_t>(end_ms - ms_since_boot(), 0, INT_MAX));
 }
 
 }  // namespace wlanctl

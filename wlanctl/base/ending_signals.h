@@ -3,12 +3,10 @@
 
 #include <signal.h>
 
-#include <cstdint>
-
 namespace wlanctl {
 
-// SIGINT, SIGTERM and SIGHUP as something to wait for, as long as this lives. Who asks again while the program ends does
-// not make it end worse.
+// SIGINT, SIGTERM and, where nobody has had it ignored, SIGHUP as something to wait for, as long as this lives. Who asks
+// again while the program ends does not make it end worse.
 class EndingSignals {
  public:
   EndingSignals();
@@ -26,8 +24,5 @@ class EndingSignals {
   int file_;
   sigset_t before_;
 };
-
-// How long poll may wait for that moment on the clock since boot; 0 stands for no moment: -1, for ever.
-int wait_until(int64_t end_ms);
 
 }  // namespace wlanctl

@@ -1,7 +1,5 @@
 #include "wlanctl/confirm/outlived.h"
 
-#include <sys/stat.h>
-
 #include <cerrno>
 #include <cstring>
 
@@ -52,9 +50,8 @@ std::optional<Pending> interrupted(Band band) {
 }
 
 bool is_way_back_damaged(Band band) {
-  struct stat status;
   const std::string path = path_of(band);
-  return !path.empty() && !is_pending(band) && lstat(path.c_str(), &status) == 0 && !kept_over_boot(band);
+  return !path.empty() && !is_pending(band) && is_state_file_there(path) && !kept_over_boot(band);
 }
 
 Problem damaged_way_back(Band band) {
@@ -66,6 +63,10 @@ Problem damaged_way_back(Band band) {
           "wlanctl confirm " + label + " --force keeps what is there; wlanctl undo " + label +
               " then takes back what wlanctl log has of it",
           std::move(details)};
+}
+
+bool is_undecided(Band band) {
+  return is_pending(band) || interrupted(band) || is_way_back_damaged(band);
 }
 
 void forget_settled(Band band) {

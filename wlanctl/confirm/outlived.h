@@ -24,6 +24,10 @@ std::optional<Pending> interrupted(Band band);
 bool is_way_back_damaged(Band band);
 Problem damaged_way_back(Band band);
 
+// Whether there is anything to confirm or to roll back: an apply that waits, or waited when the gateway went down, be what
+// it kept damaged.
+bool is_undecided(Band band);
+
 // Removes what another boot has left and nobody has to decide on, before the dat file changes.
 void forget_settled(Band band);
 

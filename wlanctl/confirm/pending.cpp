@@ -85,8 +85,7 @@ std::string pending_path(Band band) {
 }
 
 bool is_pending(Band band) {
-  struct stat status;
-  return lstat(pending_path(band).c_str(), &status) == 0;
+  return is_state_file_there(pending_path(band));
 }
 
 std::optional<Pending> read_pending(Band band) {

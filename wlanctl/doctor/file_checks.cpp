@@ -71,11 +71,6 @@ void check_protection(const char* setting, int wanted, Ill ill, Diagnosis& diagn
                 std::string("fs.") + setting + (bytes ? " is " + value : " is not told"));
 }
 
-bool is_there(const std::string& path) {
-  struct stat status;
-  return lstat(path.c_str(), &status) == 0;
-}
-
 std::string folder_of(const std::string& path) {
   return path.substr(0, path.rfind('/'));
 }
@@ -120,7 +115,7 @@ void check_folders(const std::vector<Band>& bands, Diagnosis& diagnosis) {
 void check_applies(Band band, Diagnosis& diagnosis) {
   check_pending(band, diagnosis);
   const std::string applied = std::string(place::kApplied) + label_of(band);
-  diagnosis.add(is_there(applied) && !kept_in_force(band), Ill::kStateDamaged, kApply, band, applied);
+  diagnosis.add(is_state_file_there(applied) && !kept_in_force(band), Ill::kStateDamaged, kApply, band, applied);
   const std::vector<Lack> lacks = lacks_of(band);
   for (const Lack& lack : lacks) diagnosis.ill(Ill::kNotInForce, kApply, band, text_of(lack));
   const bool is_told = was_told(band);

@@ -64,6 +64,11 @@ std::optional<std::string> without_head(const std::string& bytes, const std::str
   return text;
 }
 
+bool is_state_file_there(const std::string& path) {
+  struct stat status;
+  return lstat(path.c_str(), &status) == 0;
+}
+
 bool remove_state_file(const std::string& path) {
   if (unlink(path.c_str()) == 0) {
     finish_folder_of(path);

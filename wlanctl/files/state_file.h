@@ -27,6 +27,9 @@ std::optional<std::string> without_head(const std::string& bytes, const std::str
 // Has the names in the folder of that path on the disk: a power cut finds them then.
 void finish_folder_of(const std::string& path);
 
+// Whether there is such a name, be it of a damaged file.
+bool is_state_file_there(const std::string& path);
+
 // False when it is there and cannot be removed, with errno.
 bool remove_state_file(const std::string& path);
 

@@ -84,8 +84,7 @@ std::optional<Note> parse_note(const std::string& text) {
 }
 
 bool is_storing_noted() {
-  struct stat status;
-  return lstat(place::kStoring, &status) == 0;
+  return is_state_file_there(place::kStoring);
 }
 
 std::optional<Note> read_note() {

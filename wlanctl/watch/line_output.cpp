@@ -8,6 +8,8 @@
 #include <cerrno>
 #include <ctime>
 
+#include "wlanctl/base/clock.h"
+
 namespace wlanctl {
 
 PipeHold::PipeHold() {

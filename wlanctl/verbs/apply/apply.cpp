@@ -40,11 +40,9 @@ void refuse_dangers(const Job& job, Report& report) {
   }
 }
 
-using Doubts = std::vector<std::pair<Band, Doubt>>;
-
 // Everything that can be refused is found here, before anything is touched. A band that is refused, or has no store, keeps
 // no other one from its apply.
-int plan_all(const Words& words, Report& report, std::vector<Job>* jobs, Doubts* doubts) {
+int plan_all(const Words& words, Report& report, std::vector<Job>* jobs) {
   int code = kDone;
   const auto refuse = [&](bool is_refused) {
     if (is_refused) code = worse_of(code, kRefused);
@@ -68,9 +66,9 @@ int plan_all(const Words& words, Report& report, std::vector<Job>* jobs, Doubts*
       code = worse_of(code, kWrongUsage);
       continue;
     }
-    doubts->emplace_back(band, doubt);
     const Plan plan = plan_apply(band);
     if (plan.senseless_count) {
+      note_doubt(band, doubt, report);
       tell_senseless_count(band, *plan.senseless_count, report);
       refuse(true);
       continue;
@@ -78,7 +76,7 @@ int plan_all(const Words& words, Report& report, std::vector<Job>* jobs, Doubts*
     jobs->emplace_back();
     jobs->back().band = band;
     jobs->back().plan = plan;
-    jobs->back().is_doubted = doubt != Doubt::kNone;
+    jobs->back().doubt = doubt;
     if (words.again) jobs->back().plan.nothing = false;
     if (jobs->back().plan.nothing) continue;
     Report objections;
@@ -318,8 +316,8 @@ int run_all(const Words& words, std::vector<Job>& jobs, Report& report) {
 }
 
 // Those that the apply has not removed.
-void tell_doubts(const Doubts& doubts, Report& report) {
-  for (const auto& [band, doubt] : doubts) note_doubt(band, doubt, report);
+void tell_doubts(const std::vector<Job>& jobs, Report& report) {
+  for (const Job& job : jobs) note_doubt(job.band, job.doubt, report);
 }
 
 int apply(const Words& words, Report& report) {
@@ -331,14 +329,13 @@ int apply(const Words& words, Report& report) {
     if (!*lock) return lock->exit_code();
   }
   std::vector<Job> jobs;
-  Doubts doubts;
-  int code = plan_all(words, report, &jobs, &doubts);
+  int code = plan_all(words, report, &jobs);
   if (words.dry_run) {
     for (const Job& job : jobs) {
       if (!tell_dry_run(job.band, job.plan, always_commit(words, job), words.secrets, report))
         code = worse_of(code, kRefused);
     }
-    tell_doubts(doubts, report);
+    tell_doubts(jobs, report);
     return code;
   }
   for (const Job& job : jobs) {
@@ -348,7 +345,7 @@ int apply(const Words& words, Report& report) {
   if (code == kDone || code == kNoAnswer || code == kNotInForce || report.has_problems()) {
     for (const Job& job : jobs) tell_applied(words, job, report);
   }
-  tell_doubts(doubts, report);
+  tell_doubts(jobs, report);
   return code;
 }
 

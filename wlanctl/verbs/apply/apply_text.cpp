@@ -36,8 +36,8 @@ void tell_applied(const Words& words, const Job& job, Report& report) {
   Json scripts = Json::array();
   if (job.plan.nothing) {
     report.text() << label << ": nothing to apply; the store"
-                  << (job.is_doubted ? " is as the dat file, which counts as in force\n"
-                                     : ", the dat file and what is in force agree\n");
+                  << (job.doubt != Doubt::kNone ? " is as the dat file, which counts as in force\n"
+                                                : ", the dat file and what is in force agree\n");
     note_undone(job.band, report);
   } else if (job.applied) {
     const Applied& applied = *job.applied;

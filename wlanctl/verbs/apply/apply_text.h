@@ -3,6 +3,7 @@
 
 #include <optional>
 
+#include "wlanctl/apply/applied_state.h"
 #include "wlanctl/apply/plan.h"
 #include "wlanctl/apply/run.h"
 #include "wlanctl/confirm/pending.h"
@@ -18,7 +19,7 @@ struct Words;
 struct Job {
   Band band = Band::k2_4G;
   Plan plan;
-  bool is_doubted = false;  // it was not known what is in force
+  Doubt doubt = Doubt::kNone;
   bool is_refused = false;  // before anything was changed
   std::optional<Pending> pending;
   std::optional<Applied> applied;

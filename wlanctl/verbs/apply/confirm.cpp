@@ -64,15 +64,10 @@ int removed(Band band, Report& report) {
   return kDone;
 }
 
-// For somebody to decide.
-bool waits(Band band) {
-  return is_pending(band) || interrupted(band) || is_way_back_damaged(band);
-}
-
 int confirm_band(Band band, bool force, Report& report) {
   // Where its guardian is lost and the time over, this rolls it back.
   if (!(force ? open_store(band, report) : open_band(band, report))) return kNoStore;
-  if (force && waits(band)) return removed(band, report);
+  if (force && is_undecided(band)) return removed(band, report);
   if (is_way_back_damaged(band)) {
     report.problem(damaged_way_back(band));
     return kRefused;
@@ -114,7 +109,7 @@ int confirm(const Words& words, Report& report) {
   bool waiting = false;
   int code = kDone;
   for (const Band band : bands_of(words.band)) {
-    if (!waits(band)) {
+    if (!is_undecided(band)) {
       if (refuse_taken_back(band, report)) code = std::max<int>(code, kRefused);
       continue;
     }

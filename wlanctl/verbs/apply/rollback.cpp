@@ -36,6 +36,10 @@ bool open_for(const Pending& pending, Report& report) {
 }
 
 int put_back(Band band, Report& report) {
+  if (is_way_back_damaged(band)) {
+    report.problem(damaged_way_back(band));
+    return kRefused;
+  }
   const std::optional<Pending> pending = to_put_back(band);
   const std::string label = label_of(band);
   if (!pending) {
@@ -61,14 +65,8 @@ int run(const Words& words, Report& report) {
   int code = kDone;
   bool waiting = false;
   for (const Band band : bands_of(words.band)) {
-    const bool is_damaged = is_way_back_damaged(band);
-    if (!is_pending(band) && !interrupted(band) && !is_damaged) continue;
+    if (!is_undecided(band)) continue;
     waiting = true;
-    if (is_damaged) {
-      report.problem(damaged_way_back(band));
-      code = std::max<int>(code, kRefused);
-      continue;
-    }
     const int result = put_back(band, report);
     code = std::max(code, result);
     if (result != kDone && result != kNotInForce) continue;

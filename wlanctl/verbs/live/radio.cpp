@@ -2,6 +2,7 @@
 #include "wlanctl/live/radio.h"
 #include "wifimgr_lib.h"
 #include "wlanctl/apply/in_force.h"
+#include "wlanctl/apply/plan.h"
 #include "wlanctl/base/interrupt.h"
 #include "wlanctl/base/report.h"
 #include "wlanctl/base/signal_hold.h"
@@ -19,52 +20,18 @@
 namespace wlanctl {
 namespace {
 
-constexpr char kSwitchBridge[] = "br0";
-
-std::vector<std::string> unbridged_interfaces(Band band) {
-  std::vector<std::string> found;
-  for (const ServedSsid& ssid : served_ssids(band)) {
-    if (bridge_of(ssid.interface).value_or("-").empty()) found.push_back(ssid.interface);
-  }
-  return found;
-}
-
 enum Switch : uint32_t { kOff = 0, kOn = 1 };
 
-int turn(const Words& words, Report& report, Switch position) {
-  const Band band = *parse_band(words.band);
-  const ToolLock lock(report, words.wait_seconds);
-  if (!lock) return lock.exit_code();
-  if (!open_band_if_there(band, report)) return kNoStore;
-  if (!is_there(band, report)) return kNoAnswer;
-  if (ssid_count(band) < 1) {
-    report.problem(
-        {std::string(label_of(band)) + ": BssidNum in the store is no count of SSIDs, so that none is switched",
-         "wlanctl check names what is wrong with the dat file", about(band)});
-    return kRefused;
-  }
-  const std::vector<std::string> unbridged = position == kOn ? unbridged_interfaces(band) : std::vector<std::string>();
-  const SignalHold hold;
-  const InterruptAnswer answer("interrupted; the radio is switched first, and the result told");
-  const CommandRun commands;
-  const Expectation expected(band, position == kOn ? Operation::kRadioOn : Operation::kRadioOff, 0);
-  std::string reason;
-  (void)call_quietly([&] { return wifimgr_lib_wifi_onoff(wifi_type_of(band), position) == 0; }, &reason);
-  // An interface that the driver has not made yet is none of the switch's.
-  std::vector<Lack> lacks = expected.look(true);
-  complain_of(band, lacks, "are you root, and is the driver well?", report);
-  // Off the air, that is nobody's loss; the driver may have it in force when it is back.
-  const std::vector<Lack> beside = lacks_beside(band, expected);
-  if (position == kOn) complain_of(band, beside, next_step(band), report);
-  lacks.insert(lacks.end(), beside.begin(), beside.end());
-  keep_lacks(band, lacks, report);
-  // The library's switch knows br0 alone, and an apply takes none out of it.
+// The library's switch knows one bridge alone, and an apply takes none out of it.
+void note_moved(Band band, const std::vector<std::string>& unbridged, Report& report) {
   for (const std::string& interface : unbridged) {
     if (bridge_of(interface).value_or("") != kSwitchBridge) continue;
     report.note(interface + " was in no bridge, and is in " + kSwitchBridge + " now; brctl delif " + kSwitchBridge +
                 " " + interface + ", and wlanctl apply " + label_of(band) + " --again puts it into that of an apply");
   }
+}
 
+void tell_radio(Band band, Switch position, Report& report) {
   Json ssids = Json::array();
   Rows rows;
   bool is_any_on = false;
@@ -81,6 +48,36 @@ int turn(const Words& words, Report& report, Switch position) {
                 << (report.has_problems() ? ", but not in force" : "") << '\n'
                 << table(rows);
   report.data() = {{"band", label_of(band)}, {"radio", position == kOn ? "on" : "off"}, {"ssids", std::move(ssids)}};
+}
+
+int turn(const Words& words, Report& report, Switch position) {
+  const Band band = *parse_band(words.band);
+  const ToolLock lock(report, words.wait_seconds);
+  if (!lock) return lock.exit_code();
+  if (!open_band_if_there(band, report)) return kNoStore;
+  if (!is_there(band, report)) return kNoAnswer;
+  // The library would switch none, and say nothing.
+  if (const auto count = senseless_count(band)) {
+    tell_senseless_count(band, *count, report);
+    return kRefused;
+  }
+  const std::vector<std::string> unbridged = unbridged_interfaces(band);
+  const SignalHold hold;
+  const InterruptAnswer answer("interrupted; the radio is switched first, and the result told");
+  const CommandRun commands;
+  const Expectation expected(band, position == kOn ? Operation::kRadioOn : Operation::kRadioOff, 0);
+  std::string reason;
+  (void)call_quietly([&] { return wifimgr_lib_wifi_onoff(wifi_type_of(band), position) == 0; }, &reason);
+  // An interface that the driver has not made yet is none of the switch's.
+  std::vector<Lack> lacks = expected.look(true);
+  complain_of(band, lacks, "are you root, and is the driver well?", report);
+  // Off the air, that is nobody's loss; the driver may have it in force when it is back.
+  const std::vector<Lack> beside = lacks_beside(band, expected);
+  if (position == kOn) complain_of(band, beside, next_step(band), report);
+  lacks.insert(lacks.end(), beside.begin(), beside.end());
+  keep_lacks(band, lacks, report);
+  note_moved(band, unbridged, report);
+  tell_radio(band, position, report);
   return report.has_problems() ? kNotInForce : kDone;
 }
 
