@@ -191,8 +191,12 @@ void write_script(const Script& script) {
   script.set_quoted_if_readable("SSID", wifimgr_lib_get_ssid);
 }
 
-bool is_cut_script(int wifi_type, const char* command) {
-  return store::is_band(wifi_type) && g_is_cut[wifi_type] && std::strstr(command, kScripts[wifi_type]) != nullptr;
+// Whichever band it is run for.
+bool is_cut_script(const char* command) {
+  for (int band = 0; band < store::kBands; ++band) {
+    if (g_is_cut[band] && std::strstr(command, kScripts[band]) != nullptr) return true;
+  }
+  return false;
 }
 
 }  // namespace
@@ -216,7 +220,7 @@ extern "C" int32_t wifimgr_lib_write_wifi_execute_sh(uint32_t wifi_type, uint32_
 // On 5G a script runs only when the one-shot flag asks for it, and uses the flag up.
 extern "C" uint64_t wifimgr_lib_execute_wlan_script(int32_t wifi_type, const char* command) {
   trace::enter(__func__);
-  if (command == nullptr || is_cut_script(wifi_type, command)) return trace::fail(__func__).as(uint64_t{0});
+  if (command == nullptr || is_cut_script(command)) return trace::fail(__func__).as(uint64_t{0});
   int result = 0;
   if (wifi_type == store::k2_4G) {
     (void)store::run_line(command);

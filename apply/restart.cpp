@@ -118,8 +118,9 @@ extern "C" uint64_t wifimgr_lib_wifi_execute(uint32_t wifi_type, uint32_t oper) 
 extern "C" uint64_t wifimgr_lib_restart_wlan_Interface(const wifimgr_restart_request* request, uint64_t,
                                                        const char* value, int32_t kind) {
   trace::enter(__func__);
-  if (request == nullptr || value == nullptr) return trace::fail(__func__);
-  const bool is_on = std::strcmp(value, "1") == 0;
+  const bool goes_by_value = kind == 3 || kind == 4;
+  if (request == nullptr || (goes_by_value && value == nullptr)) return trace::fail(__func__);
+  const bool is_on = goes_by_value && std::strcmp(value, "1") == 0;
   const int32_t count = static_cast<int32_t>(request->new_count);
   uint64_t answer = 0;
   if (kind == 1) {

@@ -54,8 +54,8 @@
  *   destroys the rest of the file. The way round: init_shm before wifimgr_lib_init, or a new process.
  * - What failed in init_shm once (semget, shmat), or lost its semaphore or segment since, is not made again by
  *   wifimgr_lib_init in the same process: call init_shm first, or start anew.
- * - A save empties the file before it waits for the lock: a signal that ends the wait leaves the file empty until the
- *   save is called again.
+ * - A save waits for the lock twice: for its checks, with the file whole, and to write, with the file emptied. A signal
+ *   that ends the second wait leaves the file empty until the save is called again.
  * - A value has 149 characters at most, lists too, and what is longer is cut without a word: of nine addresses in an
  *   access list the last is lost.
  * - A line of 185 characters and its line end loads, and can never be saved.
@@ -1326,8 +1326,8 @@ WIFIMGR_API uint64_t wifimgr_lib_do_restartInterface(const wifimgr_restart_reque
 
 /* By `kind`: 1 wifimgr_lib_restartInterface. 2 takes new_count BSSs, and on 5G the four WDS interfaces, down and out
  * of br0. 3 returns 0 for the value "1" and 1 for others on 2.4G and does nothing; on 5G does as 2 and returns 1. 4
- * does as 2 for the value "1". Any other kind does nothing. Returns 0 unless stated; 1 for a null request or value,
- * whatever the kind. */
+ * does as 2 for the value "1". Any other kind does nothing. Returns 0 unless stated; 1 for a null request, and
+ * for a null value of the kinds 3 and 4, which alone look at it. */
 WIFIMGR_API uint64_t wifimgr_lib_restart_wlan_Interface(const wifimgr_restart_request* request, uint64_t unused,
                                                         const char* value, int32_t kind);
 
@@ -1443,7 +1443,7 @@ WIFIMGR_API int wifimgr_lib_proberesp_delete(int wifi_type, void* data, uint16_t
 
 /* The radio's channel as a decimal text; `out` of 12 bytes or more. "6" on failure, for 5G too. Print
  * "==>UpdateChannel: Create socket fail" or "==>UpdateChannel: ioctl open fail"; UpdateChannelAC says
- * "UpdateChannelAC". The first two are 2.4G and 5G. */
+ * "UpdateChannelAC". The first two are 2.4G and 5G, and do not trace. */
 WIFIMGR_API void UpdateChannel(char* out);
 WIFIMGR_API void UpdateChannelAC(char* out);
 WIFIMGR_API int wifimgr_lib_get_CHANNEL(int wifi_type, char* out);
@@ -1575,7 +1575,7 @@ WIFIMGR_API int wifimgr_lib_get_WLAN_SCRIPT(int wifi_type, int size, char* out);
 
 /* The PIN with leading zeros to eight digits (OID 0x0752); `out` of 11 bytes or more. "0" on failure. Print
  * "==>UpdatePinCode: Create socket fail" or "==>UpdatePinCode: ioctl open fail"; UpdatePinCodeAC says
- * "UpdatePinCodeAC". The first two are those of the 2.4G and 5G radio. */
+ * "UpdatePinCodeAC". The first two are those of the 2.4G and 5G radio, and do not trace. */
 WIFIMGR_API void UpdatePinCode(char* out);
 WIFIMGR_API void UpdatePinCodeAC(char* out);
 WIFIMGR_API int wifimgr_lib_get_WPS_PIN_CODE(int wifi_type, int ssid_index, char* out);
@@ -1585,7 +1585,8 @@ WIFIMGR_API int wifimgr_lib_get_WPS_PIN_CODE(int wifi_type, int ssid_index, char
  * peer_mac  18 bytes: the MAC in capitals with colons. Untouched for other states; its first byte is 0 on failure, a
  *           failing second request too, which leaves the state that was read.
  * Print "==>UpdateWpsStatus: Create socket fail", "==>UpdateWpsStatus: ioctl open fail", "==>UpdateWpsMac: ioctl open
- * fail:%d" with the result. The first two are 2.4G and 5G; they do nothing with a null pointer. */
+ * fail:%d" with the result. The first two are 2.4G and 5G; they do nothing with a null pointer, and do not
+ * trace. */
 WIFIMGR_API void UpdateWpsStatus(uint32_t* state, char* peer_mac, int ssid_index);
 WIFIMGR_API void UpdateWpsStatusAC(uint32_t* state, char* peer_mac, int ssid_index);
 WIFIMGR_API int wifimgr_lib_get_WpsStatus(int wifi_type, uint32_t* state, char* peer_mac, int ssid_index);
@@ -1656,7 +1657,7 @@ WIFIMGR_API uint64_t wifimgr_lib_set_WscUUIDStr(uint32_t wifi_type, int32_t ssid
  * "UpdatePinCode: ioctl open fail", "UpdatePinCodeAC: Create socket fail" (so on both bands). */
 WIFIMGR_API int wifimgr_lib_get_wscPinCode(int wifi_type, int ssid_index, char* out);
 
-/* Does nothing and returns 0, whatever is passed. */
+/* Does nothing and returns 0, whatever is passed. Does not trace. */
 WIFIMGR_ANYTHING_BEGIN
 WIFIMGR_API int wifimgr_lib_get_wps_info(WIFIMGR_ANYTHING);
 WIFIMGR_ANYTHING_END
@@ -1672,7 +1673,7 @@ WIFIMGR_ANYTHING_END
  *              2, and when it cannot be written to its end; 1 also when the mode cannot be set.
  * _stop_wps    "WscStop"; _genpincode "WscGenPinCode=1"; _resetoob "WscOOB=1". 1 when the file cannot be opened or
  *              not be written to its end.
- * 1 also for a null pointer; nothing is written then. */
+ * 1 also for a null path and, where WPS is on, for a null start_argument; nothing is written then. */
 WIFIMGR_API int wifimgr_lib_service_start_wps(const char* path, int wifi_type, int ssid_index,
                                               const uint32_t* start_argument);
 WIFIMGR_API int wifimgr_lib_service_stop_wps(const char* path, int wifi_type, int ssid_index);

@@ -206,7 +206,8 @@ extern "C" int merge_para(wifimgr_attr_record* rec, char* out, int count) {
 extern "C" int update_datafile_from_shm(int wifi_type, int bssid_num) {
   trace::enter(__func__);
   if (!store::is_band(wifi_type)) return trace::fail(__func__, store::kWrongBand);
-  if (store::records(wifi_type) == nullptr) return trace::fail(__func__);
+  // Of records whose end is not known none would be written, and all of the file be lost.
+  if (store::records(wifi_type) == nullptr || store::room(wifi_type) == 0) return trace::fail(__func__);
   const int semaphore = store::look_up_semaphore(wifi_type);
   bool fits = false;
   const char* const refusal = check_before_writing(wifi_type, bssid_num, semaphore, fits);

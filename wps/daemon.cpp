@@ -41,8 +41,8 @@ bool is_address(const char* text) {
 // `ssid_index` counts from 1 here.
 extern "C" int wifimgr_lib_service_wpsstart_wifiupnp(int wifi_type, int ssid_index, const char* enable) {
   trace::enter(__func__);
-  if (enable == nullptr) return trace::fail(__func__);
   if (!store::is_band(wifi_type)) return trace::fail(__func__).as(-1);
+  if (enable == nullptr) return trace::fail(__func__);
   (void)store::run_line("killall -9 wscd");
   if (std::strcmp(enable, "Yes") == 0) {
     char mode[store::kValueSize] = "";

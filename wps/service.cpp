@@ -114,11 +114,12 @@ bool is_wps_on(uint32_t mode) {
 int act(const char* path, int wifi_type, int ssid_index, const char* function, Action action,
         const uint32_t* start_argument) {
   trace::enter(function);
-  if (path == nullptr || (action == Action::kStart && start_argument == nullptr)) return trace::fail(function);
+  if (path == nullptr) return trace::fail(function);
   Parameters parameters = {};
   parameters.mode = read_number(wifimgr_lib_get_wscConfMode, wifi_type, ssid_index);
   if (!is_wps_on(parameters.mode)) return trace::success(function);
   if (action == Action::kStart) {
+    if (start_argument == nullptr) return trace::fail(function);
     parameters.status = read_number(wifimgr_lib_get_WscConfStatus, wifi_type, ssid_index);
     parameters.method = start_argument[0];
     parameters.pin = parameters.method == kMethodPin ? start_argument[1] : 0;

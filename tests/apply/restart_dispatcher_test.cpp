@@ -137,14 +137,29 @@ TEST(RestartByKind, OnlyOneAsksForARestart) {
   }
 }
 
-TEST(RestartByKind, NullRequestOrValueIsRefusedWhateverTheKind) {
-  const wifimgr_restart_request request = {1, 2, 2, 3, 1, 0};
+TEST(RestartByKind, NullRequestIsRefusedWhateverTheKind) {
   for (const int32_t kind : {0, 1, 2, 3, 4, 5}) {
     EXPECT_EQ(1U, wifimgr_lib_restart_wlan_Interface(nullptr, 0, "1", kind));
-    EXPECT_EQ(1U, wifimgr_lib_restart_wlan_Interface(&request, 0, nullptr, kind));
   }
   EXPECT_THAT(seams::commands, IsEmpty());
   EXPECT_THAT(restarts, IsEmpty());
+}
+
+TEST(RestartByKind, NullValueIsRefusedByThoseThatGoByIt) {
+  const wifimgr_restart_request request = {1, 2, 2, 3, 1, 0};
+  for (const int32_t kind : {3, 4}) EXPECT_EQ(1U, wifimgr_lib_restart_wlan_Interface(&request, 0, nullptr, kind));
+  EXPECT_THAT(seams::commands, IsEmpty());
+  EXPECT_THAT(restarts, IsEmpty());
+}
+
+TEST(RestartByKind, TheOthersDoTheirWorkWithoutAValue) {
+  const wifimgr_restart_request request = {1, 2, 2, 3, 1, 0};
+  for (const int32_t kind : {0, 5}) EXPECT_EQ(0U, wifimgr_lib_restart_wlan_Interface(&request, 0, nullptr, kind));
+  EXPECT_THAT(seams::commands, IsEmpty());
+  EXPECT_EQ(0U, wifimgr_lib_restart_wlan_Interface(&request, 0, nullptr, 1));
+  EXPECT_EQ(1U, restarts.size());
+  EXPECT_EQ(0U, wifimgr_lib_restart_wlan_Interface(&request, 0, nullptr, 2));
+  EXPECT_THAT(seams::commands, testing::Not(IsEmpty()));
 }
 
 TEST(RestartByKind, ChangesNoStore) {

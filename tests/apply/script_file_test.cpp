@@ -112,6 +112,7 @@ TEST_F(ScriptFile, ThatIsCutIsEmptiedAndAFailureAndNotRun) {
       EXPECT_EQ("", sandbox::read_file(script::path(band)));
       EXPECT_THAT(run(band, script::path(band)), IsEmpty());
       EXPECT_EQ(1, _11AC_CMDflag);
+      EXPECT_THAT(run(1 - band, script::path(band)), IsEmpty()) << "run for the other band";
       EXPECT_THAT(run(band, "sh " + script::path(band) + " x"), IsEmpty());
       EXPECT_THAT(run(band, "other"), ElementsAre("other"));
     }

@@ -71,6 +71,20 @@ constexpr char kMixed[] =
     "Default\n#comment\n\nBssidNum=2\nSSID1=a\nSSID2=b\nSSID3=c\nAccessPolicy0=0\nAccessPolicy1=1\nAccessPolicy2=2\n"
     "HT_TxStream=1;1;1\n";
 
+// A program attaches by itself, and somebody removes the segment's key before the library has seen it.
+TEST(Save, OfASegmentThatNobodyCanMeasureLeavesTheFileWhole) {
+  char* const segment = ipc::make_segment(0, 2 * ipc::kRecordSize, '\0');
+  std::strcpy(segment, "BssidNum");
+  std::strcpy(segment + sizeof wifimgr_attr_record::key, "1");
+  sandbox::use_dat_path(0);
+  sandbox::write_file(sandbox::dat_path(0), "Default\nBssidNum=1\n");
+  ASSERT_EQ(0, shmctl(ipc::segment(0), IPC_RMID, nullptr));
+  ASSERT_GE(ipc::make_semaphore(0, 1), 0);
+  shm_addr_2_4g = segment;
+  EXPECT_EQ(1, update_datafile_from_shm(0, 1));
+  EXPECT_EQ("Default\nBssidNum=1\n", sandbox::read_file(sandbox::dat_path(0)));
+}
+
 TEST(Save, WritesAsManyFieldsAndKeysAsThereAreSsids) {
   for (int band : {0, 1}) {
     sandbox::load(band, kMixed);

@@ -162,6 +162,7 @@ TEST_F(WpsDaemon, OfAnotherBandIsLeftAlone) {
 
 TEST_F(WpsDaemon, WithoutATextIsLeftAlone) {
   for (const int band : {0, 1}) EXPECT_EQ(1, wifimgr_lib_service_wpsstart_wifiupnp(band, 1, nullptr));
+  EXPECT_EQ(-1, wifimgr_lib_service_wpsstart_wifiupnp(2, 1, nullptr)) << "the band is judged first";
   EXPECT_THAT(seams::commands, IsEmpty());
 }
 
