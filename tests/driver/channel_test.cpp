@@ -15,8 +15,9 @@ using exchange::entered;
 using exchange::failed;
 using exchange::Seen;
 using exchange::seen;
-using exchange::succeeded;
 using exchange::Text;
+using exchange::trace_of_failure;
+using exchange::trace_of_success;
 
 // A driver that puts a number where the data pointer stood, as this one does with the channel.
 auto on_channel(int32_t channel) {
@@ -57,16 +58,6 @@ void for_each_query(Check check) {
   }
 }
 
-std::vector<std::string> trace_of_success(const Query& query) {
-  if (!query.traces) return {};
-  return {entered(query.name), succeeded(query.name)};
-}
-
-std::vector<std::string> trace_of_failure(const Query& query) {
-  if (!query.traces) return {};
-  return {entered(query.name)};
-}
-
 TEST(Channel, IsAskedOfTheRadioWithoutAPayload) {
   for_each_query([](const Query& query) {
     Text text;
@@ -81,7 +72,8 @@ TEST(Channel, IsWrittenAsADecimalText) {
     for (const int32_t channel : {0, 1, 6, 14, 36, 165, -1, INT_MAX, INT_MIN}) {
       Text text;
       requests::driver = on_channel(channel);
-      exchange::expect_exit(seen([&] { return query.call(text.out()); }), {0, "", trace_of_success(query)});
+      exchange::expect_exit(seen([&] { return query.call(text.out()); }),
+                            {0, "", trace_of_success(query.name, query.traces)});
       EXPECT_EQ(Text::holding(std::to_string(channel)), text.image());
     }
   });
@@ -93,7 +85,8 @@ TEST(Channel, IsGivenByADriverThatAnswersWithAPositiveResult) {
     requests::driver = [](const requests::Request& request, void* record) {
       return on_channel(13)(request, record) + 1;
     };
-    exchange::expect_exit(seen([&] { return query.call(text.out()); }), {0, "", trace_of_success(query)});
+    exchange::expect_exit(seen([&] { return query.call(text.out()); }),
+                          {0, "", trace_of_success(query.name, query.traces)});
     EXPECT_EQ(Text::holding("13"), text.image());
   });
 }
@@ -102,7 +95,7 @@ TEST(Channel, IsSixWithoutASocket) {
   for_each_query([](const Query& query) {
     Text text;
     const Seen seen = exchange::seen_without_socket([&] { return query.call(text.out()); });
-    exchange::expect_exit(seen, {query.on_failure, query.no_socket, trace_of_failure(query)});
+    exchange::expect_exit(seen, {query.on_failure, query.no_socket, trace_of_failure(query.name, query.traces)});
     EXPECT_TRUE(seen.requests.empty());
     EXPECT_EQ(Text::holding("6"), text.image());
   });
@@ -113,7 +106,7 @@ TEST(Channel, IsSixWhenTheDriverRefuses) {
     Text text;
     requests::driver = on_channel(11);
     const Seen seen = exchange::seen_with_refusal([&] { return query.call(text.out()); });
-    exchange::expect_exit(seen, {query.on_failure, query.refused, trace_of_failure(query)});
+    exchange::expect_exit(seen, {query.on_failure, query.refused, trace_of_failure(query.name, query.traces)});
     EXPECT_EQ(1u, seen.requests.size());
     EXPECT_EQ(Text::holding("6"), text.image());
   });

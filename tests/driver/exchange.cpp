@@ -144,6 +144,16 @@ std::string failed(const std::string& function, const std::string& why) {
   return "[" + function + "]:===Fail Exit===" + why + "\n";
 }
 
+std::vector<std::string> trace_of_success(const std::string& function, bool traces) {
+  if (!traces) return {};
+  return {entered(function), succeeded(function)};
+}
+
+std::vector<std::string> trace_of_failure(const std::string& function, bool traces) {
+  if (!traces) return {};
+  return {entered(function)};
+}
+
 std::function<int(const requests::Request&, void*)> returning(int result) {
   return [result](const requests::Request&, void*) {
     if (result < 0) errno = EINVAL;

@@ -53,6 +53,10 @@ std::string entered(const std::string& function);
 std::string succeeded(const std::string& function);
 std::string failed(const std::string& function, const std::string& why = "");
 
+// Of a function that has both a tracing form and one that does not.
+std::vector<std::string> trace_of_success(const std::string& function, bool traces);
+std::vector<std::string> trace_of_failure(const std::string& function, bool traces);
+
 // A driver that changes nothing and whose ioctl returns this number.
 std::function<int(const requests::Request&, void*)> returning(int result);
 

@@ -15,8 +15,9 @@ using exchange::entered;
 using exchange::failed;
 using exchange::Seen;
 using exchange::seen;
-using exchange::succeeded;
 using exchange::Text;
+using exchange::trace_of_failure;
+using exchange::trace_of_success;
 
 constexpr char kGetter[] = "wifimgr_lib_get_WPS_PIN_CODE";
 
@@ -49,22 +50,12 @@ void for_each_query(Check check) {
   }
 }
 
-std::vector<std::string> trace_of_success(const Query& query) {
-  if (!query.traces) return {};
-  return {entered(query.name), succeeded(query.name)};
-}
-
-std::vector<std::string> trace_of_failure(const Query& query) {
-  if (!query.traces) return {};
-  return {entered(query.name)};
-}
-
 TEST(WpsPin, IsAskedWithSixteenBytes) {
   for_each_query([](const Query& query) {
     Text text;
     const Seen seen = exchange::seen([&] { return query.call(text.out()); });
     exchange::expect_requests(seen, {exchange::oid_request(0x0752, query.interface, exchange::zeros(16))});
-    exchange::expect_exit(seen, {0, "", trace_of_success(query)});
+    exchange::expect_exit(seen, {0, "", trace_of_success(query.name, query.traces)});
   });
 }
 
@@ -93,7 +84,8 @@ TEST(WpsPin, IsGivenByADriverThatAnswersWithAPositiveResult) {
   requests::driver = exchange::returning(7);
   for_each_query([](const Query& query) {
     Text text;
-    exchange::expect_exit(seen([&] { return query.call(text.out()); }), {0, "", trace_of_success(query)});
+    exchange::expect_exit(seen([&] { return query.call(text.out()); }),
+                          {0, "", trace_of_success(query.name, query.traces)});
     EXPECT_EQ(Text::holding("00000000"), text.image());
   });
 }
@@ -102,7 +94,7 @@ TEST(WpsPin, IsZeroWithoutASocket) {
   for_each_query([](const Query& query) {
     Text text;
     const Seen seen = exchange::seen_without_socket([&] { return query.call(text.out()); });
-    exchange::expect_exit(seen, {query.on_failure, query.no_socket, trace_of_failure(query)});
+    exchange::expect_exit(seen, {query.on_failure, query.no_socket, trace_of_failure(query.name, query.traces)});
     EXPECT_TRUE(seen.requests.empty());
     EXPECT_EQ(Text::holding("0"), text.image());
   });
@@ -113,7 +105,7 @@ TEST(WpsPin, IsZeroWhenTheDriverRefuses) {
   for_each_query([](const Query& query) {
     Text text;
     const Seen seen = exchange::seen_with_refusal([&] { return query.call(text.out()); });
-    exchange::expect_exit(seen, {query.on_failure, query.refused, trace_of_failure(query)});
+    exchange::expect_exit(seen, {query.on_failure, query.refused, trace_of_failure(query.name, query.traces)});
     EXPECT_EQ(1u, seen.requests.size());
     EXPECT_EQ(Text::holding("0"), text.image());
   });

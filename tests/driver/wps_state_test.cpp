@@ -17,8 +17,9 @@ using exchange::failed;
 using exchange::oid_request;
 using exchange::Seen;
 using exchange::seen;
-using exchange::succeeded;
 using exchange::Text;
+using exchange::trace_of_failure;
+using exchange::trace_of_success;
 using exchange::zeros;
 
 constexpr char kGetter[] = "wifimgr_lib_get_WpsStatus";
@@ -49,16 +50,6 @@ void for_each_query(Check check) {
     SCOPED_TRACE(std::string(query.name) + " of " + query.prefix);
     check(query);
   }
-}
-
-std::vector<std::string> trace_of_success(const Query& query) {
-  if (!query.traces) return {};
-  return {entered(query.name), succeeded(query.name)};
-}
-
-std::vector<std::string> trace_of_failure(const Query& query) {
-  if (!query.traces) return {};
-  return {entered(query.name)};
 }
 
 // A driver in a session: `result` is that of the second request.
@@ -95,7 +86,7 @@ TEST(WpsState, UpTo2HasNoPeerAndIsReadWithOneRequest) {
       requests::driver = in_state(state);
       const Seen seen = exchange::seen([&] { return query.call(&caller.state, caller.peer.out(), 0); });
       exchange::expect_requests(seen, {oid_request(0x0751, query.prefix + std::string("0"), zeros(20))});
-      exchange::expect_exit(seen, {0, "", trace_of_success(query)});
+      exchange::expect_exit(seen, {0, "", trace_of_success(query.name, query.traces)});
       expect_outputs(caller, state, Text::untouched());
     }
   });
@@ -111,7 +102,7 @@ TEST(WpsState, Above2HasAPeerWhichIsAskedForOnTheSameSocket) {
       const std::string interface = query.prefix + std::string("5");
       exchange::expect_requests(
           seen, {oid_request(0x0751, interface, zeros(20)), oid_request(0x075C, interface, zeros(198))});
-      exchange::expect_exit(seen, {0, "", trace_of_success(query)});
+      exchange::expect_exit(seen, {0, "", trace_of_success(query.name, query.traces)});
       expect_outputs(caller, state, Text::holding(kPeer));
     }
   });
@@ -130,8 +121,8 @@ TEST(WpsState, IsClearedWithoutASocket) {
   for_each_query([](const Query& query) {
     Caller caller;
     const Seen seen = exchange::seen_without_socket([&] { return query.call(&caller.state, caller.peer.out(), 0); });
-    exchange::expect_exit(seen,
-                          {query.on_failure, "==>UpdateWpsStatus: Create socket fail\n", trace_of_failure(query)});
+    exchange::expect_exit(seen, {query.on_failure, "==>UpdateWpsStatus: Create socket fail\n",
+                                 trace_of_failure(query.name, query.traces)});
     EXPECT_TRUE(seen.requests.empty());
     expect_outputs(caller, 0, Text::holding(""));
   });
@@ -142,7 +133,8 @@ TEST(WpsState, IsClearedWhenTheDriverRefuses) {
     Caller caller;
     requests::driver = in_state(3);
     const Seen seen = exchange::seen_with_refusal([&] { return query.call(&caller.state, caller.peer.out(), 0); });
-    exchange::expect_exit(seen, {query.on_failure, "==>UpdateWpsStatus: ioctl open fail\n", trace_of_failure(query)});
+    exchange::expect_exit(
+        seen, {query.on_failure, "==>UpdateWpsStatus: ioctl open fail\n", trace_of_failure(query.name, query.traces)});
     EXPECT_EQ(1u, seen.requests.size());
     expect_outputs(caller, 0, Text::holding(""));
   });
@@ -153,7 +145,8 @@ TEST(WpsState, StaysWhenItsPeerIsRefused) {
     Caller caller;
     requests::driver = in_state(4);
     const Seen seen = exchange::seen_with_refusal([&] { return query.call(&caller.state, caller.peer.out(), 0); }, 2);
-    exchange::expect_exit(seen, {query.on_failure, "==>UpdateWpsMac: ioctl open fail:-1\n", trace_of_failure(query)});
+    exchange::expect_exit(
+        seen, {query.on_failure, "==>UpdateWpsMac: ioctl open fail:-1\n", trace_of_failure(query.name, query.traces)});
     EXPECT_EQ(2u, seen.requests.size());
     EXPECT_EQ(1u, seen.sockets.size());
     expect_outputs(caller, 4, Text::holding(""));
