@@ -57,8 +57,8 @@ extern "C" int is_attr_exist(char* segment, const char* name, unsigned* index) {
 
 extern "C" int read_attr(int wifi_type, int index, const char* name, char* buf, unsigned len) {
   trace::enter_often(__func__);
-  if (name == nullptr || buf == nullptr) return trace::fail(__func__);
   if (!store::is_band(wifi_type)) return trace::fail(__func__, store::kWrongBand);
+  if (name == nullptr || buf == nullptr) return trace::fail(__func__);
   store::Record* const table = store::records(wifi_type);
   if (table == nullptr) return trace::fail(__func__, kNoSuchAttribute);
 
@@ -75,8 +75,8 @@ extern "C" int read_attr(int wifi_type, int index, const char* name, char* buf, 
 
 extern "C" int update_attr(int wifi_type, int index, const char* name, const char* value) {
   trace::enter_often(__func__);
-  if (name == nullptr || value == nullptr) return trace::fail(__func__);
   if (!store::is_band(wifi_type)) return trace::fail(__func__, store::kWrongBand);
+  if (name == nullptr || value == nullptr) return trace::fail(__func__);
   store::Record* const table = store::records(wifi_type);
   if (table == nullptr) return trace::fail(__func__, kNoSuchAttribute);
 

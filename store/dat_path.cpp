@@ -21,8 +21,8 @@ DatPath::DatPath(int band) {
 
 extern "C" int wifimgr_lib_set_wifi_path(int wifi_type, const char* path) {
   trace::enter(__func__);
-  if (path == nullptr) return trace::fail(__func__);
   if (!store::is_band(wifi_type)) return trace::fail(__func__, "The wifi type is invalid.");
+  if (path == nullptr) return trace::fail(__func__);
   std::memmove(wifi_type == store::k2_4G ? dat_path_2_4g : dat_path_5g, path, WIFIMGR_DAT_PATH_SIZE);
   return trace::success(__func__);
 }

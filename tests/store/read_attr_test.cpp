@@ -131,6 +131,8 @@ TEST_F(ReadAttribute, OfAnotherBandIsRefused) {
   for (int band : {2, -1}) {
     EXPECT_THAT(errors_of_read(band, -1, "Channel"),
                 ElementsAre("[read_attr]:===Fail Exit===The wifi_type is wrong.\n"));
+    EXPECT_THAT(seams::errors_of([=] { EXPECT_EQ(1, read_attr(band, -1, nullptr, nullptr, 0)); }),
+                ElementsAre("[read_attr]:===Fail Exit===The wifi_type is wrong.\n"));
   }
 }
 

@@ -179,6 +179,8 @@ TEST(DatPath, OfAnotherBandIsRefused) {
   for (int band : {2, -1}) {
     EXPECT_THAT(seams::errors_of([&] { EXPECT_EQ(1, wifimgr_lib_set_wifi_path(band, path)); }),
                 ElementsAre("[wifimgr_lib_set_wifi_path]:===Fail Exit===The wifi type is invalid.\n"));
+    EXPECT_THAT(seams::errors_of([&] { EXPECT_EQ(1, wifimgr_lib_set_wifi_path(band, nullptr)); }),
+                ElementsAre("[wifimgr_lib_set_wifi_path]:===Fail Exit===The wifi type is invalid.\n"));
   }
   EXPECT_EQ(sandbox::dat_path(0), dat_path_2_4g);
   EXPECT_EQ(sandbox::dat_path(1), dat_path_5g);

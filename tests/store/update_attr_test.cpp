@@ -102,6 +102,8 @@ TEST_F(UpdateAttribute, OfAnotherBandIsRefused) {
   for (int band : {2, -1}) {
     EXPECT_THAT(errors_of_update(band, 0, "none"),
                 ElementsAre("[update_attr]:===Fail Exit===The wifi_type is wrong.\n"));
+    EXPECT_THAT(seams::errors_of([=] { EXPECT_EQ(1, update_attr(band, 0, nullptr, nullptr)); }),
+                ElementsAre("[update_attr]:===Fail Exit===The wifi_type is wrong.\n"));
   }
 }
 
