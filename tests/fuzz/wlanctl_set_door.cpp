@@ -119,9 +119,7 @@ void require_judged(Band band, const Assignment& assignment) {
   const Key& key = *assignment.target.key;
   const PrivateStore store(band, fuzz::open_full_store(band));
   const bool stored = is_stored(band, assignment);
-  const auto sibling = [&](const char* name) {
-    return read_value(band, *find_key(name), assignment.target.index).value_or("");
-  };
+  const auto sibling = [&](const char* name) { return read_value(band, *find_key(name), assignment.target.index); };
   const std::string said = first_reason() + danger_of(key, assignment.value) + served_words(key) +
                            unserved_reason(key, band, assignment.value, sibling);
   require(

@@ -80,6 +80,39 @@ TEST(BandList, OfWhichTheFileHasNoMoreKeepsNoImportFromBeingApplied) {
   EXPECT_EQ("Moved\n", steps[4].out);
 }
 
+// By --force, and no second time beside that.
+TEST(BandList, ThatIsCutByForceIsToldOnce) {
+  for (const std::string verb : {"save", "apply"}) {
+    const auto steps = run_steps({kSetLonger, "wlanctl " + verb + " 2.4g --force"});
+    EXPECT_EQ(0, steps[1].status) << steps[1].err;
+    const size_t first = steps[1].err.find(kCut);
+    ASSERT_NE(std::string::npos, first) << steps[1].err;
+    EXPECT_EQ(std::string::npos, steps[1].err.find(kCut, first + 1)) << steps[1].err;
+    EXPECT_THAT(steps[1].err, HasSubstr("all the same, by --force: the store of 2.4g: AutoChannelSkipList"));
+  }
+}
+
+const std::string kLongPower = std::string("sed -i 's/^TxPower=.*/TxPower=100;100;50/' ") + kDat;
+
+// A value for each SSID, and one more; it is one setting to the radio.
+TEST(BandKey, WithMoreValuesThanSsidsIsAsTheFileAfterARevert) {
+  const auto steps =
+      run_steps({kLongPower, "wlanctl revert 2.4g", "wlanctl diff 2.4g", std::string("wlanctl diff 2.4g ") + kDat,
+                 "wlanctl apply 2.4g --again", "wlanctl diff 2.4g --in-force"});
+  EXPECT_THAT(steps[2].out, HasSubstr("2.4g: the store is as the dat file"));
+  EXPECT_THAT(steps[3].out, HasSubstr("2.4g: the store is as the file\n"));
+  EXPECT_EQ(0, steps[4].status) << steps[4].err;
+  EXPECT_THAT(steps[5].out, HasSubstr("2.4g: the store is as what is in force"));
+  for (const size_t i : {2u, 3u, 5u}) EXPECT_THAT(steps[i].out, Not(HasSubstr("TxPower"))) << i;
+}
+
+TEST(BandKey, WithMoreValuesThanSsidsIsNoListThatASaveCuts) {
+  const auto steps = run_steps(
+      {kLongPower, "wlanctl revert 2.4g; wlanctl set 2.4g Channel=11", "wlanctl diff 2.4g", "wlanctl save 2.4g"});
+  EXPECT_EQ(0, steps[3].status);
+  for (const Result& step : steps) EXPECT_THAT(step.err, Not(HasSubstr("TxPower"))) << step.err;
+}
+
 TEST(BandList, ThatWasShortenedComesBackWithARevert) {
   const auto steps = run_steps({"wlanctl set 2.4g 'AutoChannelSkipList=12;13'", "wlanctl revert 2.4g",
                                 "wlanctl get 2.4g AutoChannelSkipList", "wlanctl undo 2.4g --dry-run"});

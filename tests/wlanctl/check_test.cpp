@@ -111,6 +111,11 @@ TEST(Check, SaysWhatTheLibrarySaysAndWhatItTakes) {
   EXPECT_EQ("\"181\" is refused: The input channel is invalid", finding["reason"]);
 }
 
+TEST(Check, NamesAModeWhosePassphraseIsEmpty) {
+  EXPECT_THAT(findings_of("BssidNum=1\nAuthMode=WPA2PSK\nEncrypType=AES\nWPAPSK1=\n"),
+              ElementsAre("2 unserved AuthMode"));
+  EXPECT_THAT(findings_of("BssidNum=1\nAuthMode=WPA2PSK\nEncrypType=AES\n"), IsEmpty());
+}
 TEST(Check, JudgesAWdsKeyByItsLinksCipher) {
   EXPECT_THAT(findings_of_lines("Wds0Key=12345\nWds3Key=12345\nWds1Key=long-enough\n"),
               ElementsAre("7 refused Wds0Key"));

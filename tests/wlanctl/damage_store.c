@@ -29,6 +29,11 @@ int main(int argc, char** argv) {
   char* const bytes = shmat(segment, NULL, 0);
   if (bytes == (char*)-1) return 1;
   if (strcmp(argv[1], "empty") == 0) bytes[0] = '\0';
+  /* The first key fills its place, and its value begins with a line end. */
+  if (strcmp(argv[1], "unended") == 0) {
+    memset(bytes, 'x', 36);
+    bytes[36] = '\n';
+  }
   /* The first value, past its end: keys have 36 bytes, values 150. */
   if (strcmp(argv[1], "fill") == 0) memset(bytes + 36, 'x', 150);
   return 0;

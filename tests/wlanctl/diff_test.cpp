@@ -142,6 +142,13 @@ TEST(Revert, PutsTheStoreBackForAllProcesses) {
   EXPECT_EQ("2.4g: 0 values put back to the dat file's\n", steps[4].out);
 }
 
+TEST(Revert, TakesNoLineEndOfAValueForOneOfItsKey) {
+  const auto steps = run_steps({"library_probe init 0 init 1 >/dev/null; damage_store unended 0x12345",
+                                "wlanctl revert 2.4g", "wlanctl revert 2.4g --force"});
+  EXPECT_EQ(1, steps[1].status) << steps[1].out;
+  EXPECT_THAT(steps[1].err, HasSubstr("xxxxxxxx"));
+}
+
 TEST(Revert, OfOneBandLeavesTheOtherAlone) {
   const std::vector<Result> steps = run_steps(
       {"wlanctl set 5g SSID:1=Kitchen >/dev/null", "wlanctl revert 2.4g >/dev/null", "wlanctl get 5g SSID:1"});
@@ -165,6 +172,18 @@ TEST(Diff, TellsOfANewSsidWhatMatters) {
   EXPECT_THAT(text, testing::ContainsRegex("\n  SSID 3 is new: [0-9]+ more values, which --json lists\n"));
   EXPECT_LT(lines_of(text).size(), 24u);
   EXPECT_GT(document_in(result.out.substr(result.out.find("== json") + 8))["data"]["bands"][0]["changes"].size(), 30u);
+}
+
+// However little its file has of it.
+TEST(Diff, CallsNoSsidNewThatTheFileServes) {
+  const auto steps = run_steps({std::string("cp ") + kFile +
+                                    " poor.dat; sed -i -e '/^AutoChannelSkipList/!s/;.*//' -e '/^SSID2=/d' -e "
+                                    "'/^WPAPSK2=/d' poor.dat; grep ^BssidNum poor.dat",
+                                "wlanctl diff 2.4g poor.dat"});
+  EXPECT_EQ("BssidNum=2\n", steps[0].out);
+  EXPECT_THAT(steps[1].out, HasSubstr("  SSID:2 "));
+  EXPECT_THAT(steps[1].out, testing::Not(HasSubstr("is new")));
+  EXPECT_THAT(steps[1].out, HasSubstr("  HideSSID:2 "));
 }
 
 TEST(Diff, TwoLongValuesFitAConsole) {

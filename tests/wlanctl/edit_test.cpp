@@ -109,6 +109,33 @@ TEST(Edit, AtATerminalOpensAgainWithTheErrorsAboveTheirLines) {
   EXPECT_THAT(steps[1].out, testing::EndsWith("\nChannel=181\n11\n"));
 }
 
+// The first round leaves an error, and `after` happens before the next one.
+std::string second_round_after(const std::string& after, const std::string& before = "") {
+  return edit("sed -i s/^Channel=.*/Channel=181/ $1; " + after, before + on_terminal("wlanctl edit 2.4g"));
+}
+
+constexpr char kKeptLine[] = "grep -c ^Channel=181 /var/run/wlanctl-edit-*/settings; ls /var/run/wlanctl-edit-*";
+
+TEST(Edit, KeepsTheTextWhereTheEditorIsGoneInALaterRound) {
+  const auto steps = run_live({second_round_after("rm $0"), kKeptLine});
+  EXPECT_EQ(1, steps[0].status);
+  EXPECT_THAT(steps[0].out, HasSubstr("there is no editor: ./editor"));
+  EXPECT_THAT(steps[0].out, HasSubstr("what you wrote is kept in"));
+  EXPECT_EQ("1\nsettings\n", steps[1].out);
+}
+
+TEST(Edit, KeepsTheTextWhereThereIsNoRoomForALaterRound) {
+  const auto steps = run_live({second_round_after("cat /dev/zero >/run/full 2>/dev/null; :",
+                                                  "mkdir /mnt/small; mount -t tmpfs -o size=192k x /mnt/small; mkdir "
+                                                  "/mnt/small/gateway-sim; mount --rbind /run/gateway-sim "
+                                                  "/mnt/small/gateway-sim; mount --rbind /mnt/small /run; "),
+                               kKeptLine});
+  EXPECT_EQ(1, steps[0].status);
+  EXPECT_THAT(steps[0].out, HasSubstr("is there room in /var/run?"));
+  EXPECT_THAT(steps[0].out, HasSubstr("what you wrote is kept in"));
+  EXPECT_EQ("1\nsettings\n", steps[1].out);
+}
+
 TEST(Edit, AtATerminalEndsWhenTheErrorsStay) {
   const auto steps =
       run_live({edit("echo >>rounds; sed -i s/^Channel=.*/Channel=181/ $1", on_terminal("wlanctl edit 2.4g")),
@@ -134,6 +161,12 @@ TEST(Edit, DoesNotOverwriteWhatSomebodyElseHasSetMeanwhile) {
   EXPECT_EQ("3\n", steps[3].out);
   EXPECT_EQ(0, steps[4].status);
   EXPECT_EQ("11\n", steps[5].out);
+}
+
+TEST(Edit, SaysThatAModeWithoutPskAsksARadiusServer) {
+  const auto steps = run_live({edit("sed -i s/^AuthMode:1=.*/AuthMode:1=WPA2/ $1")});
+  EXPECT_EQ(0, steps[0].status);
+  EXPECT_THAT(steps[0].err, HasSubstr("note: AuthMode:1: WPA2 asks a RADIUS server, and no passphrase"));
 }
 
 TEST(Edit, SaysThatThereIsNoEditor) {

@@ -27,10 +27,10 @@ TEST(Force, EachDangerOfTheValuesIsNamedWhenTheyAreForced) {
                                 "wlanctl export 2.4g >all.json; wlanctl revert 2.4g; wlanctl import all.json --force",
                                 "wlanctl set 2.4g SSID:1=Kitchen"});
   EXPECT_EQ(0, steps[0].status);
-  EXPECT_THAT(steps[0].err, AllOf(HasSubstr(std::string("SSID:1 is stored all the same: ") + kShell),
-                                  HasSubstr(std::string("HideSSID:1 is stored all the same: ") + kLost)));
+  EXPECT_THAT(steps[0].err, AllOf(HasSubstr(std::string("SSID:1 is taken all the same: ") + kShell),
+                                  HasSubstr(std::string("HideSSID:1 is taken all the same: ") + kLost)));
   EXPECT_EQ("$(reboot)\n", steps[1].out);
-  EXPECT_THAT(steps[2].err, HasSubstr(std::string("SSID:1 is stored all the same: ") + kShell));
+  EXPECT_THAT(steps[2].err, HasSubstr(std::string("SSID:1 is taken all the same: ") + kShell));
   EXPECT_THAT(steps[3].err, Not(HasSubstr("all the same")));
 }
 
@@ -53,6 +53,16 @@ TEST(Force, EachDangerOfAnApplyIsNamedWhenItIsForced) {
   EXPECT_EQ(0, steps[2].status) << steps[2].err;
   EXPECT_THAT(steps[2].err, HasSubstr("note: all the same, by --force: SSID:1 of 2.4g is dangerous"));
   EXPECT_THAT(steps[3].err, HasSubstr("note: all the same, by --force: the store of 2.4g: HideSSID"));
+}
+
+// A dry run stores nothing.
+TEST(Force, OfADryRunSaysOfNothingThatItIsStored) {
+  const auto steps =
+      run_steps({"wlanctl set 2.4g --force 'SSID:1=$(reboot)'; wlanctl export 2.4g >all.json; wlanctl revert 2.4g",
+                 "wlanctl import all.json --dry-run --force", "wlanctl get 2.4g SSID:1"});
+  EXPECT_THAT(steps[1].err,
+              AllOf(HasSubstr(std::string("SSID:1 is taken all the same: ") + kShell), Not(HasSubstr("is stored"))));
+  EXPECT_EQ("Gateway-Home\n", steps[2].out);
 }
 
 TEST(Force, InsistsOnNothingOfWhatIsNotStored) {

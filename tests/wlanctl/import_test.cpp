@@ -35,6 +35,15 @@ TEST(Import, SaysWhatItChangedInJson) {
   EXPECT_EQ(1u, data["bands"].size());
 }
 
+TEST(Import, SaysThatAModeWithoutPskAsksARadiusServer) {
+  const std::string file = into("mode.json", settings("\"AuthMode:1\": \"WPA2\""));
+  for (const std::string words : {"", " --dry-run"}) {
+    const auto steps = run_live({file + "wlanctl import mode.json" + words});
+    EXPECT_EQ(0, steps[0].status) << steps[0].err;
+    EXPECT_THAT(steps[0].err, HasSubstr("note: AuthMode:1: WPA2 asks a RADIUS server, and no passphrase"));
+  }
+}
+
 TEST(Import, ReadsStandardInput) {
   const auto steps = run_live({"wlanctl export 5g | wlanctl import -", "echo '{' | wlanctl import -"});
   EXPECT_EQ("5g: nothing changes; the store has it all\n", steps[0].out);

@@ -261,16 +261,46 @@ TEST(Set, TakesNoPassphraseAsTheLibraryHasIt) {
   EXPECT_EQ(0, run_live({"wlanctl set 2.4g AuthMode:1=OPEN EncrypType:1=NONE WPAPSK:1=0"})[0].status);
 }
 
+// What the library makes of WPA3-192Bit.
+TEST(Set, SaysThatTheStrongestModeAsksARadiusServer) {
+  for (const std::string mode : {"WPA3-192Bit", "WPA3-192"}) {
+    const auto steps = run_live({"wlanctl set 2.4g EncrypType:1=GCMP256 AuthMode:1=" + mode});
+    EXPECT_EQ(0, steps[0].status) << steps[0].err;
+    EXPECT_THAT(steps[0].err, HasSubstr("asks a RADIUS server, and no passphrase; with one it is WPA3PSK")) << mode;
+  }
+}
+
+TEST(Set, OfAModeThatComesAndGoesInOneCallSaysNothing) {
+  const auto steps = run_live({"wlanctl set 2.4g AuthMode:1=WPA2 AuthMode:1=WPA3PSK"});
+  EXPECT_EQ(0, steps[0].status);
+  EXPECT_THAT(steps[0].err, Not(HasSubstr("RADIUS")));
+}
+
+TEST(Set, TakesAnEmptyPassphraseForNone) {
+  const auto steps = run_live({"wlanctl set 2.4g AuthMode:1=OPEN EncrypType:1=NONE; wlanctl set 2.4g WPAPSK:1= --force",
+                               "wlanctl set 2.4g AuthMode:1=WPA2PSK EncrypType:1=AES", "wlanctl get 2.4g AuthMode:1"});
+  EXPECT_EQ(1, steps[1].status);
+  EXPECT_THAT(steps[1].err,
+              HasSubstr("WPA2PSK needs a passphrase, and WPAPSK is empty: it has none; set WPAPSK with it"));
+  EXPECT_EQ("OPEN\n", steps[2].out);
+}
+
+TEST(Set, OfNoPassphraseWhereOneIsNeededSaysWhatStandsForNone) {
+  const auto steps = run_live({"wlanctl set 2.4g WPAPSK:1=0"});
+  EXPECT_EQ(1, steps[0].status);
+  EXPECT_THAT(steps[0].err, HasSubstr(": WPA2PSK needs a passphrase, and 0 stands for none; "));
+  EXPECT_THAT(steps[0].err, Not(HasSubstr("set WPAPSK")));
+}
+
 TEST(Set, SecuresNoNetworkThatHasNoPassphrase) {
   const auto steps = run_live({"wlanctl set 2.4g WPAPSK:1=0", "wlanctl set 2.4g AuthMode:1=OPEN; wlanctl apply 2.4g",
                                "wlanctl set 2.4g AuthMode:1=WPA2PSK EncrypType:1=AES",
                                "wlanctl set 2.4g AuthMode:1=WPA2PSK EncrypType:1=AES WPAPSK:1=new-secret",
                                "wlanctl set 2.4g WPAPSK:1=0 --force; wlanctl save 2.4g --force; "
                                "wlanctl check /etc/Wireless/RT2860AP/RT2860AP.dat"});
-  for (const size_t refused : {0U, 2U}) {
-    EXPECT_EQ(1, steps[refused].status);
-    EXPECT_THAT(steps[refused].err, HasSubstr("WPA2PSK needs a passphrase, and WPAPSK is 0: it has none; set WPAPSK"));
-  }
+  for (const size_t refused : {0U, 2U}) EXPECT_EQ(1, steps[refused].status);
+  EXPECT_THAT(steps[0].err, HasSubstr("WPA2PSK needs a passphrase, and 0 stands for none"));
+  EXPECT_THAT(steps[2].err, HasSubstr("WPA2PSK needs a passphrase, and WPAPSK is 0: it has none; set WPAPSK"));
   EXPECT_EQ(0, steps[3].status) << steps[3].err;
   EXPECT_THAT(steps[4].out, HasSubstr("WPA2PSK needs a passphrase"));
 }

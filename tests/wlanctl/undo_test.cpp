@@ -336,9 +336,9 @@ TEST(Undo, RefusesWrongWords) {
       "wlanctl save 2.4g >/dev/null 2>&1; for words in 6g '1 1' '2.4g 5g' 99 '5g 1' 1 0; do wlanctl undo "
       "$words; echo $?; done; wlanctl undo nonsense --json");
   EXPECT_EQ("2\n2\n2\n2\n2\n1\n2\n", result.out.substr(0, result.out.find('{')));
-  for (const char* const said :
-       {"\"6g\" is no band and no entry", "there is more than one entry", "there is more than one band",
-        "there is no entry 99", "entry 1 is of 2.4g", "entry 1 changed no setting"}) {
+  for (const char* const said : {"\"6g\" is no band and no entry", "there is more than one entry",
+                                 "there is more than one band", "--both undoes the newest entry of each",
+                                 "there is no entry 99", "entry 1 is of 2.4g", "entry 1 changed no setting"}) {
     EXPECT_THAT(result.err, HasSubstr(said));
   }
 }

@@ -75,7 +75,7 @@ class ComparedState {
 
 // Stored on the copy that the library works on, when the library takes it and the gateway can serve it.
 bool is_taken(Band band, const Key& key, int index, const std::string& value) {
-  const auto sibling = [&](const char* name) { return read_value(band, *find_key(name), index).value_or(""); };
+  const auto sibling = [&](const char* name) { return read_value(band, *find_key(name), index); };
   if (!unserved_reason(key, band, value, sibling).empty()) return false;
   if (key.setter(wifi_type_of(band), index, value.c_str()) != 0) return false;
   spread_list(band, key, value);

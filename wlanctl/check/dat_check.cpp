@@ -161,14 +161,14 @@ class Check {
     return reason;
   }
 
-  std::string value_in(const Key& key, int index) const {
+  std::optional<std::string> value_in(const Key& key, int index) const {
     const std::string dat_key = dat_key_of(key, index);
     const bool is_shared = key.numbering == Numbering::kShared;
     const size_t field = is_shared && index > 0 ? static_cast<size_t>(index) - 1 : 0;
     for (const DatLine& line : text_.lines) {
       if (line.key == dat_key) return field < line.fields.size() ? line.fields[field] : "";
     }
-    return "";
+    return std::nullopt;
   }
 
   // None when the setter takes the value on one of the bands that have the key.

@@ -10,7 +10,6 @@
 #include "wlanctl/files/bytes.h"
 #include "wlanctl/keys/dat_key.h"
 #include "wlanctl/store/dat_file.h"
-#include "wlanctl/store/saved_text.h"
 #include "wlanctl/store/segment.h"
 
 namespace wlanctl {
@@ -64,8 +63,7 @@ std::vector<DatFinding> losses_of_store(Band band) {
   return losses_at_save(records_of(table_of_store(band)), ssid_count(band));
 }
 
-std::vector<DatFinding> losses_of_save(Band band) {
-  const std::optional<std::string> text = saved_text(band);
+std::vector<DatFinding> losses_of_save(Band band, const std::optional<std::string>& text) {
   std::vector<DatFinding> losses = text ? losses_at_load(*text) : std::vector<DatFinding>();
   const std::vector<DatFinding> at_save = losses_of_store(band);
   losses.insert(losses.end(), at_save.begin(), at_save.end());
@@ -84,10 +82,7 @@ std::vector<DatFinding> added_losses(const std::vector<DatFinding>& before, cons
 std::vector<DatFinding> lists_cut_at_save(const std::vector<StoreRecord>& records, int ssids) {
   std::vector<DatFinding> findings;
   for (const StoreRecord& record : records) {
-    if (record.fields.size() <= static_cast<size_t>(std::max(ssids, 1))) continue;
-    int index = 0;
-    const Key* const key = find_dat_key(record.key, &index);
-    if (key == nullptr || key->scope != Scope::kBand || keeps_list_whole(record.key)) continue;
+    if (record.fields.size() <= static_cast<size_t>(std::max(ssids, 1)) || !is_list_of_band(record.key)) continue;
     findings.push_back({Finding::kExcessField, 0, record.key, 0, false, "",
                         "a save keeps the first " + std::to_string(ssids) + " of its " +
                             std::to_string(record.fields.size()) + " values, as many as there are SSIDs",
@@ -132,8 +127,7 @@ std::vector<DatFinding> losses_behind_count(const std::string& before, const std
            ""}};
 }
 
-bool save_loses_ssids(Band band) {
-  const std::optional<std::string> text = saved_text(band);
+bool save_loses_ssids(Band band, const std::optional<std::string>& text) {
   return text && !losses_behind_count(read_bytes(dat_path_of(band)).value_or(""), *text).empty();
 }
 

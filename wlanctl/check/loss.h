@@ -1,6 +1,7 @@
 // What a write of a dat file would lose, or the next load of it misread.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -15,9 +16,10 @@ std::vector<DatFinding> losses_at_load(const std::string& bytes);
 // Values behind an empty field: a shared key is written up to that one.
 std::vector<DatFinding> losses_at_save(const std::vector<StoreRecord>& records, int ssids);
 
-// Of the store that the library works on: the latter, and all that a save of it and the next load would lose.
+// Of the store that the library works on: the latter, and all that a save of it and the next load would lose. `text` is
+// what a save makes.
 std::vector<DatFinding> losses_of_store(Band band);
-std::vector<DatFinding> losses_of_save(Band band);
+std::vector<DatFinding> losses_of_save(Band band, const std::optional<std::string>& text);
 
 // Those that were not there before.
 std::vector<DatFinding> added_losses(const std::vector<DatFinding>& before, const std::vector<DatFinding>& after);
@@ -32,8 +34,8 @@ std::vector<DatFinding> lists_to_be_cut(const std::vector<StoreRecord>& records,
 // Lines of SSIDs that the first file serves and the second does not: the save leaves them out. One finding at most.
 std::vector<DatFinding> losses_behind_count(const std::string& before, const std::string& after);
 
-// Whether an apply asks twice before it saves the store that the library works on: for that reason.
-bool save_loses_ssids(Band band);
+// Whether an apply asks twice before it saves the store that the library works on, as that text: for that reason.
+bool save_loses_ssids(Band band, const std::optional<std::string>& text);
 
 // Whether a save leaves values out of the file that no SSID uses: those behind its count.
 bool has_unused_values(const std::string& bytes);

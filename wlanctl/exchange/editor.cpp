@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdio>
 #include <cstdlib>
 #include <ctime>
 
@@ -117,8 +118,15 @@ PrivateFile::~PrivateFile() {
 
 bool PrivateFile::write(const std::string& text) {
   if (folder_.empty()) return false;
-  const int file = open(path_.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW, 0600);
-  return file >= 0 && finish_file(file, text);
+  const std::string next = path_ + ".next";
+  (void)unlink(next.c_str());
+  const int file = open(next.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, 0600);
+  if (file < 0) return false;
+  if (finish_file(file, text) && rename(next.c_str(), path_.c_str()) == 0) return true;
+  const int error = errno;
+  (void)unlink(next.c_str());
+  errno = error;
+  return false;
 }
 
 std::vector<std::string> PrivateFile::others() const {

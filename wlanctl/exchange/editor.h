@@ -16,7 +16,7 @@ class PrivateFile {
   PrivateFile& operator=(const PrivateFile&) = delete;
   ~PrivateFile();
 
-  // False with errno.
+  // False with errno, and the text before is still there.
   bool write(const std::string& text);
 
   const std::string& path() const { return path_; }

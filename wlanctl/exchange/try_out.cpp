@@ -31,12 +31,14 @@ std::string next_of(const Wish& wish) {
 
 // What depends on all values together, before and after they are set.
 struct Outlook {
+  std::optional<std::string> text;  // of the dat file that a save would make
   std::vector<DatFinding> losses;
   std::vector<Adjustment> adjustments;
 };
 
 Outlook outlook_of(Band band) {
-  return {losses_of_save(band), adjustments_of(band)};
+  const std::optional<std::string> text = saved_text(band);
+  return {text, losses_of_save(band, text), adjustments_of(band)};
 }
 
 // Asks the library's own setter, and only that. Some tell the driver too, whose tool prints.
@@ -54,6 +56,7 @@ class Try {
   StorePlan run(const std::vector<Wish>& wishes, Order order) {
     plan_.order = order;
     const Outlook before = outlook_of(band_);
+    const std::vector<Wish> stood = values_of(wishes);
     const PrivateStore copy(band_);
     const ShellScope nothing_runs(ShellMode::kDrop);
     table_ = table_of_store(band_);
@@ -73,7 +76,8 @@ class Try {
     if (report_.has_problems()) return std::move(plan_);
     note_adjustments(before, after);
     note_cut_lists();
-    plan_.loses_ssids = save_loses_ssids(band_);
+    note_changes_of(stood);
+    plan_.loses_ssids = save_loses_ssids(band_, after.text);
     return std::move(plan_);
   }
 
@@ -182,7 +186,7 @@ class Try {
   void judge(const Wish& wish, const std::string& reason) {
     judged_.push_back(wish.target);
     if (force_) {
-      report_.note(wish.target.name() + " is stored all the same: " + reason);
+      report_.note(wish.target.name() + " is taken all the same: " + reason);
     } else {
       refuse(report_, band_, wish, reason, kOrForce);
     }
@@ -212,7 +216,7 @@ class Try {
   void judge_unserved(const Wish& wish, bool is_last) {
     const Target& target = wish.target;
     const auto sibling = [&](const char* name) {
-      return is_last ? read_value(band_, *find_key(name), target.index).value_or("") : std::string();
+      return is_last ? read_value(band_, *find_key(name), target.index) : std::nullopt;
     };
     const std::string reason = unserved_reason(*target.key, band_, wish.value, sibling);
     if (!reason.empty()) judge(wish, reason);
@@ -237,10 +241,29 @@ class Try {
   void note_cut_lists() {
     for (const DatFinding& cut : lists_cut_at_save(records_of(table_of_store(band_)), ssid_count(band_))) {
       for (const Wish& step : plan_.steps) {
-        if (!is_list_of_band(cut.key) || dat_key_of(*step.target.key, step.target.index) != cut.key) continue;
+        if (dat_key_of(*step.target.key, step.target.index) != cut.key) continue;
         report_.note(step.target.name() + ": " + cut.reason);
         break;
       }
+    }
+  }
+
+  // What stands in the store for each wish.
+  std::vector<Wish> values_of(const std::vector<Wish>& wishes) const {
+    std::vector<Wish> values;
+    for (const Wish& wish : wishes)
+      values.push_back({wish.target, exact_value(band_, wish.target).value_or(""), "", 0});
+    return values;
+  }
+
+  // What there is to know of a value that comes in the place of `stood`.
+  void note_changes_of(const std::vector<Wish>& stood) {
+    std::vector<Target> noted;
+    for (const Wish& one : stood) {
+      if (std::find(noted.begin(), noted.end(), one.target) != noted.end()) continue;
+      noted.push_back(one.target);
+      const std::string told = told_of_change(*one.target.key, one.value, exact_value(band_, one.target).value_or(""));
+      if (!told.empty()) report_.note(one.target.name() + ": " + told);
     }
   }
 

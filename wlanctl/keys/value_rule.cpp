@@ -50,11 +50,8 @@ constexpr struct {
 constexpr struct {
   const char* mode;
   const char* with_passphrase;
-} kEnterprise[] = {{"WPA", "WPAPSK"},
-                   {"WPA2", "WPA2PSK"},
-                   {"WPA1WPA2", "WPAPSKWPA2PSK"},
-                   {"WPA3", "WPA3PSK"},
-                   {"WPA3-192Bit", "WPA3PSK"}};
+} kEnterprise[] = {{"WPA", "WPAPSK"},   {"WPA2", "WPA2PSK"},        {"WPA1WPA2", "WPAPSKWPA2PSK"},
+                   {"WPA3", "WPA3PSK"}, {"WPA3-192Bit", "WPA3PSK"}, {"WPA3-192", "WPA3PSK"}};
 
 bool has_word(const char* words, const std::string& word) {
   const std::vector<std::string> all = words_of(words);
@@ -95,15 +92,23 @@ std::string bad_mode(const std::string& mode) {
 // How the library itself stores that there is none, as an apply does for an open network.
 constexpr char kNoPassphrase[] = "0";
 
-std::string lacking_passphrase(const std::string& mode, const std::string& passphrase) {
-  if (passphrase != kNoPassphrase || mode.find("PSK") == std::string::npos) return "";
-  return mode + " needs a passphrase, and WPAPSK is 0: it has none; set WPAPSK with it";
+bool needs_passphrase(const std::string& mode) {
+  return mode.find("PSK") != std::string::npos;
+}
+
+std::string lacking_passphrase(const std::string& mode, const std::optional<std::string>& passphrase) {
+  const bool has_none = passphrase && (passphrase->empty() || *passphrase == kNoPassphrase);
+  if (!has_none || !needs_passphrase(mode)) return "";
+  return mode + " needs a passphrase, and WPAPSK is " + (passphrase->empty() ? "empty" : *passphrase) +
+         ": it has none; set WPAPSK with it";
 }
 
 std::string bad_passphrase(const std::string& value, const std::string& mode) {
   constexpr size_t kShortest = 8;
   constexpr size_t kKeyDigits = 64;
-  if (value == kNoPassphrase) return lacking_passphrase(mode, value);
+  if (value == kNoPassphrase) {
+    return needs_passphrase(mode) ? mode + " needs a passphrase, and " + kNoPassphrase + " stands for none" : "";
+  }
   if (value.size() >= kShortest && value.size() < kKeyDigits) return "";
   if (value.size() < kShortest) return "a passphrase has 8 characters at least, 63 at most";
   if (value.size() == kKeyDigits && is_hexadecimal(value)) return "";
@@ -154,13 +159,13 @@ std::string unserved_reason(const Key& key, Band band, const std::string& value,
   if (name == "SSID" && value.empty()) return "the network has no name then";
   if (name == "SSID" && value.size() > kLongestName) return "on the air a network's name has 32 bytes at most";
   if (name == "AuthMode") {
-    for (const std::string& reason : {bad_mode(value), bad_cipher(value, sibling("EncrypType"))}) {
+    for (const std::string& reason : {bad_mode(value), bad_cipher(value, sibling("EncrypType").value_or(""))}) {
       if (!reason.empty()) return reason;
     }
     return lacking_passphrase(value, sibling("WPAPSK"));
   }
-  if (name == "EncrypType") return bad_cipher(sibling("AuthMode"), value);
-  if (name == "WPAPSK") return bad_passphrase(value, sibling("AuthMode"));
+  if (name == "EncrypType") return bad_cipher(sibling("AuthMode").value_or(""), value);
+  if (name == "WPAPSK") return bad_passphrase(value, sibling("AuthMode").value_or(""));
   if (name.starts_with("Key") && name.ends_with("Str")) return bad_wep_key(value);
   return "";
 }

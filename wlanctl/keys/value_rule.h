@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -12,8 +13,8 @@ namespace wlanctl {
 struct Accepted;
 struct Key;
 
-// Another setting of the same SSID or band, as it will be; "" where it is not in the store.
-using Sibling = std::function<std::string(const char* name)>;
+// Another setting of the same SSID or band, as it will be; none where it is not in the store, or does not count.
+using Sibling = std::function<std::optional<std::string>(const char* name)>;
 
 // What is worth setting: narrower than what the library takes, where it takes more than can be served.
 const Accepted& served(const Key& key);

@@ -54,9 +54,7 @@ constexpr char kInsist[] = "choose another value, or insist with --force";
 void refuse_unserved(Band band, const SsidPlan& plan, Report& report) {
   for (const SsidWrite& write : plan.writes) {
     if (write.is_given) continue;
-    const auto sibling = [&](const char* name) {
-      return read_value(band, *find_key(name), write.target.index).value_or("");
-    };
+    const auto sibling = [&](const char* name) { return read_value(band, *find_key(name), write.target.index); };
     std::string reason = danger_of(*write.target.key, write.value);
     if (reason.empty()) reason = unserved_reason(*write.target.key, band, write.value, sibling);
     if (!reason.empty()) refuse(report, band, write, reason, kInsist);
@@ -115,8 +113,8 @@ const SsidWrite* make_changes(const SsidPlan& plan, std::vector<NotedField>* fie
 std::optional<JudgedPlan> judge(const SsidPlan& plan, bool force, Report& report) {
   const Band band = plan.band;
   const size_t problems = report.problems().size();
-  const bool was_savable = saved_text(band).has_value();
-  const std::vector<DatFinding> losses = losses_of_save(band);
+  const std::optional<std::string> before = saved_text(band);
+  const std::vector<DatFinding> losses = losses_of_save(band, before);
   const std::vector<Adjustment> adjustments = adjustments_of(band);
   const PrivateStore copy(band);
   if (add_records(band, plan.records) != Adding::kDone) {
@@ -134,9 +132,10 @@ std::optional<JudgedPlan> judge(const SsidPlan& plan, bool force, Report& report
   }
   judged.table = table_of_store(band);
   if (!force) refuse_unserved(band, plan, report);
-  if (was_savable && !saved_text(band)) refuse_long_lines(band, report);
+  const std::optional<std::string> after = saved_text(band);
+  if (before && !after) refuse_long_lines(band, report);
   if (!force && report.problems().size() == problems) {
-    refuse_losses(band, added_losses(losses, losses_of_save(band)), report);
+    refuse_losses(band, added_losses(losses, losses_of_save(band, after)), report);
   }
   if (report.problems().size() != problems) return std::nullopt;
   for (const Adjustment& one : adjustments_of(band)) {

@@ -67,7 +67,9 @@ std::vector<StoreRecord> served_part(std::vector<StoreRecord> records) {
     const auto is_behind = [&] {
       return !record.fields.empty() && ssid_of(record.key, record.fields.size() - 1) > ssids;
     };
-    if (!is_behind() || is_list_of_band(record.key)) continue;
+    int index = 0;
+    const Key* const key = find_dat_key(record.key, &index);
+    if (!is_behind() || (key != nullptr && key->scope == Scope::kBand)) continue;
     while (is_behind()) record.fields.pop_back();
   }
   return records;

@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <set>
+#include <string_view>
 #include <utility>
 
 #include "wlanctl/files/bytes.h"
@@ -34,7 +35,8 @@ std::vector<std::string> missing_keys(const std::vector<wifimgr_attr_record>& li
   for (const wifimgr_attr_record& record : live) {
     const std::string key = key_of(record);
     // A line without = is a key to the loader, and has its line end.
-    if (key.empty() || std::strpbrk(record.key, "\r\n") != nullptr) continue;
+    const std::string_view name(record.key, strnlen(record.key, sizeof record.key));
+    if (key.empty() || name.find_first_of("\r\n") != std::string_view::npos) continue;
     if (key != kSsidCount && !there.contains(key) && !is_left_out(key, count)) missing.push_back(key);
   }
   return missing;

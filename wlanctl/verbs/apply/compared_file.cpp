@@ -87,4 +87,13 @@ std::vector<Difference> differences_from(const ComparedFile& file, Band band) {
   return found;
 }
 
+size_t ssids_in(const ComparedFile& file, Band band) {
+  if (file.dat) return ssids_in(*file.dat);
+  for (const FileSetting& setting : file.settings.settings) {
+    if (setting.band != band || !setting.is_setting() || setting.target.key->name != std::string(kSsidCount)) continue;
+    return ssids_in({{kSsidCount, {setting.value}}});
+  }
+  return WIFIMGR_FIELDS;
+}
+
 }  // namespace wlanctl

@@ -25,4 +25,7 @@ std::optional<ComparedFile> read_compared_file(const std::string& path, Report& 
 // out are not compared.
 std::vector<Difference> differences_from(const ComparedFile& file, Band band);
 
+// How many SSIDs the file has of the band; the most that there can be where it does not say.
+size_t ssids_in(const ComparedFile& file, Band band);
+
 }  // namespace wlanctl

@@ -65,8 +65,9 @@ void note_access_lists(Band band, Report& report) {
 }
 
 // Beforehand.
-void note_lists_to_cut(Band band, const std::vector<StoreRecord>& file, Report& report) {
-  for (const DatFinding& cut : lists_to_be_cut(records_of(table_of_store(band)), file, ssid_count(band))) {
+void note_lists_to_cut(Band band, const std::vector<StoreRecord>& live, const std::vector<StoreRecord>& file,
+                       Report& report) {
+  for (const DatFinding& cut : lists_to_be_cut(live, file, ssid_count(band))) {
     report.note(cut.key + " of " + label_of(band) + ": " + cut.reason);
   }
 }
@@ -79,7 +80,8 @@ int diff_dat_file(Band band, const Words& words, Report& report, Outcome& outcom
     return kWrongUsage;
   }
   const std::vector<StoreRecord> live = records_of(table_of_store(band));
-  const std::vector<Difference> found = served_differences(live, records_of(*parsed), DatFile::kRight);
+  const std::vector<StoreRecord> file = records_of(*parsed);
+  const std::vector<Difference> found = served_differences(live, file, DatFile::kRight);
   if (!restore_applied(band, report)) return kWrongUsage;
   note_waiting(band, report);
   const std::optional<TakenBack> taken = note_taken_back(band, report);
@@ -95,20 +97,23 @@ int diff_dat_file(Band band, const Words& words, Report& report, Outcome& outcom
            : plan.weight == 0 && !plan.nothing ? "no restart"
                                                : weight)
        << (plan.weight > 1 ? kAtAReboot : "") << '\n';
-  Json changes = tell_changes(found, "file", words.secrets, text);
+  Json changes = tell_changes(found, {"file", ssids_in(file)}, words.secrets, text);
   // What was saved, but never applied.
   std::vector<Difference> waiting;
+  OtherSide in_force = {"in_force"};
   if (!plan.senseless_count && !plan.is_file_in_force) {
-    waiting = served_differences(live, records_of(settings_in_force(band)));
+    const std::vector<StoreRecord> records = records_of(settings_in_force(band));
+    waiting = served_differences(live, records);
+    in_force.ssids = ssids_in(records);
   }
   if (!waiting.empty()) text << "  " << verb_for(waiting.size()) << " from what is in force (in force -> store)\n";
-  Json not_in_force = tell_changes(waiting, "in_force", words.secrets, text);
+  Json not_in_force = tell_changes(waiting, in_force, words.secrets, text);
   Json adjustments = tell_adjustments(plan.adjustments, words.secrets, text);
   if (plan.nothing) {
     note_undone(band, report);
   } else {
     note_access_lists(band, report);
-    note_lists_to_cut(band, records_of(*parsed), report);
+    note_lists_to_cut(band, live, file, report);
   }
   outcome.differs = outcome.differs || !found.empty();
   outcome.bands.push_back({{"band", label_of(band)},
@@ -123,14 +128,14 @@ int diff_dat_file(Band band, const Words& words, Report& report, Outcome& outcom
 }
 
 // Value by value, and no more: what an apply would mean does not depend on it.
-void tell_comparison(Band band, const std::vector<Difference>& found, const char* member, const std::string& name,
+void tell_comparison(Band band, const std::vector<Difference>& found, const OtherSide& other, const std::string& name,
                      const Words& words, Report& report, Outcome& outcome) {
   report.text() << label_of(band) << ": "
                 << (found.empty() ? "the store is as " + name : verb_for(found.size()) + " (" + name + " -> store)")
                 << '\n';
   outcome.differs = outcome.differs || !found.empty();
   outcome.bands.push_back(
-      {{"band", label_of(band)}, {"changes", tell_changes(found, member, words.secrets, report.text())}});
+      {{"band", label_of(band)}, {"changes", tell_changes(found, other, words.secrets, report.text())}});
 }
 
 int diff_in_force(Band band, const Words& words, Report& report, Outcome& outcome) {
@@ -147,7 +152,9 @@ int diff_in_force(Band band, const Words& words, Report& report, Outcome& outcom
   const std::vector<StoreRecord> live = records_of(table_of_store(band));
   const std::vector<Lack> lacks = lacks_of(band);
   const std::string other = lacks.empty() && was_told(band) ? "what is in force" : "what was last applied";
-  tell_comparison(band, served_differences(live, records_of(*in_force)), "in_force", other, words, report, outcome);
+  const std::vector<StoreRecord> applied = records_of(*in_force);
+  tell_comparison(band, served_differences(live, applied), {"in_force", ssids_in(applied)}, other, words, report,
+                  outcome);
   complain_of(band, lacks, next_step(band), report);
   note_untold(band, report);
   return lacks.empty() ? kDone : kNotInForce;
@@ -205,7 +212,8 @@ int diff_file(const Compared& compared, const Words& words, Report& report, Outc
   int code = kDone;
   for (const Band band : look_at_bands(bands, &code, report)) {
     note_waiting(band, report);
-    tell_comparison(band, differences_from(*file, band), "file", "the file", words, report, outcome);
+    tell_comparison(band, differences_from(*file, band), {"file", ssids_in(*file, band)}, "the file", words, report,
+                    outcome);
   }
   return code;
 }

@@ -16,17 +16,12 @@ namespace {
 constexpr size_t kMostOfNewSsid = 8;
 constexpr const char* kTellingKeys[] = {"SSID", "AuthMode", "EncrypType", "WPAPSK", "HideSSID", "EnableSSID"};
 
-// How many values of each SSID, by its number, only the store has; 0 where the other side has some.
-std::vector<size_t> values_of_new_ssids(const std::vector<Difference>& found) {
+// How many values of each SSID, by its number, only the store has; 0 where the other side has that SSID.
+std::vector<size_t> values_of_new_ssids(const std::vector<Difference>& found, size_t others) {
   std::vector<size_t> values(WIFIMGR_FIELDS + 1);
-  std::vector<bool> is_known(WIFIMGR_FIELDS + 1);
-  for (const Difference& one : found) {
-    const size_t ssid = std::min(ssid_of(one.dat_key, one.field), values.size() - 1);
-    ++values[ssid];
-    if (!one.right.empty() || ssid <= 1) is_known[ssid] = true;
-  }
+  for (const Difference& one : found) ++values[std::min(ssid_of(one.dat_key, one.field), values.size() - 1)];
   for (size_t ssid = 0; ssid < values.size(); ++ssid) {
-    if (is_known[ssid] || values[ssid] <= kMostOfNewSsid) values[ssid] = 0;
+    if (ssid <= others || values[ssid] <= kMostOfNewSsid) values[ssid] = 0;
   }
   return values;
 }
@@ -64,17 +59,17 @@ void mask(const std::string& dat_key, bool secrets, std::string* left, std::stri
   if (!right->empty()) *right = kMasked;
 }
 
-Json tell_changes(const std::vector<Difference>& found, const char* other, bool secrets, Text& text) {
+Json tell_changes(const std::vector<Difference>& found, const OtherSide& other, bool secrets, Text& text) {
   Json changes = Json::array();
   std::vector<ShownChange> rows;
-  const std::vector<size_t> new_values = values_of_new_ssids(found);
+  const std::vector<size_t> new_values = values_of_new_ssids(found, other.ssids);
   std::vector<size_t> untold(new_values.size());
   for (const Difference& one : found) {
     std::string left = one.left;
     std::string right = one.right;
     mask(one.dat_key, secrets, &left, &right);
     changes.push_back(
-        {{"key", one.name()}, {"live", json_value(one.dat_key, left)}, {other, json_value(one.dat_key, right)}});
+        {{"key", one.name()}, {"live", json_value(one.dat_key, left)}, {other.name, json_value(one.dat_key, right)}});
     const size_t ssid = std::min(ssid_of(one.dat_key, one.field), untold.size() - 1);
     if (new_values[ssid] > 0 && !is_telling(one.name())) {
       ++untold[ssid];

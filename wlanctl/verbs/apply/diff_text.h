@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "wifimgr_lib.h"
 #include "wlanctl/base/report.h"
 #include "wlanctl/store/difference.h"
 
@@ -24,8 +25,14 @@ std::string table_of(const std::vector<ShownChange>& changes);
 // Both, masked where they are secret and `secrets` is not wanted.
 void mask(const std::string& dat_key, bool secrets, std::string* left, std::string* right);
 
-// Shows what differs between the store, on the left, and something else; `other` names that in the documents. Of an SSID that
-// the store alone has, the text has what tells about it, and how much more there is.
-Json tell_changes(const std::vector<Difference>& found, const char* other, bool secrets, Text& text);
+// What a store is compared with.
+struct OtherSide {
+  const char* name;  // in the documents
+  size_t ssids = WIFIMGR_FIELDS;
+};
+
+// Shows what differs between the store, on the left, and something else. Of an SSID that the store alone has, the text has
+// what tells about it, and how much more there is.
+Json tell_changes(const std::vector<Difference>& found, const OtherSide& other, bool secrets, Text& text);
 
 }  // namespace wlanctl

@@ -41,11 +41,10 @@ void tell(Band band, const std::string& where, const std::vector<DatFinding>& fi
 
 // A list that is longer than a save can keep, unless it is what was applied already, or the file has no more of it:
 // nobody can help that any more.
-std::vector<DatFinding> new_lists_cut(Band band) {
+std::vector<DatFinding> new_lists_cut(Band band, const std::string& file) {
   const std::vector<std::string> changed = lists_not_in_force(band);
-  const auto file = parse_dat_file(band);
-  std::vector<DatFinding> cut = lists_to_be_cut(
-      records_of(table_of_store(band)), file ? records_of(*file) : std::vector<StoreRecord>(), ssid_count(band));
+  std::vector<DatFinding> cut =
+      lists_to_be_cut(records_of(table_of_store(band)), records_of(parse_dat_text(file)), ssid_count(band));
   std::erase_if(
       cut, [&](const DatFinding& one) { return std::find(changed.begin(), changed.end(), one.key) == changed.end(); });
   return cut;
@@ -65,7 +64,7 @@ bool may_write_file(Band band, const std::optional<std::string>& text, Report& r
   const std::string file = read_bytes(path).value_or("");
   tell(band, path, losses_at_load(file), "mend the line and wlanctl revert " + label + ", " + insist, report);
   tell(band, "the store of " + label, losses_of_store(band), "set a value for each SSID, " + insist, report);
-  tell(band, "the store of " + label, new_lists_cut(band),
+  tell(band, "the store of " + label, new_lists_cut(band, file),
        "shorten the list, or insist with --force, and the file has it without the rest", report);
   if (text) {
     tell(band, "the store of " + label, losses_at_load(*text), "set another value, " + insist, report);
@@ -96,7 +95,11 @@ void refuse_repeated(Band band, const std::vector<DatFinding>& lines, Report& re
 bool keep_file_of_now(Band band, const std::optional<std::string>& text, Report& report) {
   const std::optional<std::string> file = read_bytes(dat_path_of(band));
   if (!file) return true;
+  // What may_write_file tells was insisted on.
+  const std::vector<DatFinding> told = new_lists_cut(band, *file);
   for (const DatFinding& cut : lists_cut_at_save(records_of(table_of_store(band)), ssid_count(band))) {
+    const auto is_same = [&](const DatFinding& one) { return one.key == cut.key; };
+    if (std::any_of(told.begin(), told.end(), is_same)) continue;
     report.note(cut.key + " of " + label_of(band) + ": " + cut.reason);
   }
   const bool loses = !losses_at_load(*file).empty() || !losses_of_store(band).empty() ||

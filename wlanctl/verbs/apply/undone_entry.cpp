@@ -26,7 +26,8 @@ std::optional<Operands> parse_operands(const Words& words, Report& report) {
     if (!band && !entry) {
       report.problem({"\"" + word + "\" is no band and no entry", "wlanctl log lists the entries' numbers"});
     } else if ((band && operands.band) || (entry && operands.entry != 0)) {
-      report.problem({std::string("there is more than one ") + (band ? "band" : "entry"), "undo one after the other"});
+      report.problem({std::string("there is more than one ") + (band ? "band" : "entry"),
+                      band ? "--both undoes the newest entry of each" : "undo one after the other"});
     } else if (band) {
       operands.band = band;
     } else {

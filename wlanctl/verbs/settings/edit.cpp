@@ -55,9 +55,7 @@ class Edit {
     std::string text = given ? without_problems(*given) : unchanged;
     first_ = text;
     for (;;) {
-      if (!file_.write(text))
-        return fail(std::string("cannot write ") + file_.path() + ": " + std::strerror(errno),
-                    "is there room in /var/run?");
+      if (!file_.write(text)) return tell_unwritten(errno);
       const EditorEnd end = run_editor(editor_words(), file_.path());
       if (end.how == EditorEnd::How::kInterrupted) *ending = end.detail;
       if (end.how != EditorEnd::How::kDone) return tell_end(end);
@@ -72,6 +70,7 @@ class Edit {
       if (isatty(STDIN_FILENO) == 0) return refuse_text();
       text = with_problems(edited, problems_, file_.path());
       unchanged = without_problems(text);
+      has_answer_ = true;
     }
   }
 
@@ -95,9 +94,15 @@ class Edit {
     return kDone;
   }
 
+  int tell_unwritten(int error) {
+    if (has_answer_) keep_text();
+    return fail("cannot write " + file_.path() + ": " + std::strerror(error), "is there room in /var/run?");
+  }
+
   int tell_end(const EditorEnd& end) {
     const std::string name = editor_words().front();
     if (end.how == EditorEnd::How::kNotThere) {
+      if (has_answer_) keep_text();
       return fail("there is no editor: " + name + ": " + std::strerror(end.detail), "name one in VISUAL or EDITOR");
     }
     keep_what_was_written();
@@ -214,6 +219,7 @@ class Edit {
   std::vector<FileSetting> shown_;
   std::vector<Problem> problems_;  // of the last round
   std::string first_;              // what the editor began with
+  bool has_answer_ = false;        // whether the file has what the operator wrote, in a round before
   std::vector<std::string> kept_;
   PrivateFile file_;
 };

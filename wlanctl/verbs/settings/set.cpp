@@ -7,7 +7,6 @@
 #include "wlanctl/exchange/storing.h"
 #include "wlanctl/files/lock.h"
 #include "wlanctl/keys/assignment.h"
-#include "wlanctl/keys/value_rule.h"
 #include "wlanctl/verbs/verbs.h"
 
 namespace wlanctl {
@@ -65,10 +64,6 @@ int run(const Words& words, Report& report) {
   if (report.has_problems()) return kRefused;
   const std::vector<ValueChange> changes = changes_of(plan);
   if (!store_plans("set", {plan}, report)) return kRefused;
-  for (const ValueChange& one : changes) {
-    const std::string told = told_of_change(*one.target.key, one.before, one.after);
-    if (!told.empty()) report.note(one.target.name() + ": " + told);
-  }
   report.text() << text_of(band, changes);
   report.data()["changes"] = json_of(changes);
   return report.has_problems() ? kNoAnswer : kDone;

@@ -7,6 +7,7 @@
 #include "wlanctl/check/loss.h"
 #include "wlanctl/confirm/outlived.h"
 #include "wlanctl/confirm/recovery.h"
+#include "wlanctl/store/saved_text.h"
 #include "wlanctl/store/value.h"
 #include "wlanctl/verbs/ssid/report.h"
 
@@ -34,7 +35,8 @@ std::vector<JudgedPlan> judge_all(const std::vector<SsidPlan>& plans, bool force
 
 std::string next_of(const AskedSsids& asked) {
   // The values of an SSID that was removed are meant to go.
-  const bool is_forced = std::any_of(asked.bands.begin(), asked.bands.end(), save_loses_ssids);
+  const bool is_forced = std::any_of(asked.bands.begin(), asked.bands.end(),
+                                     [](Band band) { return save_loses_ssids(band, saved_text(band)); });
   return "wlanctl apply" + (asked.bands.size() == 1 ? std::string(" ") + label_of(asked.bands.front()) : "") +
          (is_forced ? " --force" : "");
 }
