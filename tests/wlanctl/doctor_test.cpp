@@ -113,8 +113,8 @@ const std::vector<Damages>& gateways() {
             "wlanctl set 2.4g --force AuthMode:1=wpa2psk WscConfMode:1=4 >/dev/null 2>&1\n"
             "long=$(printf 'x%.0s' $(seq 110))\n"
             "wlanctl set 5g --force WEPAuthType:1=$long WEPAuthType:2=$long >/dev/null 2>&1",
-        {"store-errors 2.4g", "store-doubts 2.4g", "store-lacks-keys 2.4g", "wps-mode 2.4g", "wps-status 2.4g",
-         "store-unsaveable 5g"}},
+        {"store-errors 2.4g", "store-doubts 2.4g", "store-list-cut 2.4g", "store-lacks-keys 2.4g", "wps-mode 2.4g",
+         "wps-status 2.4g", "store-unsaveable 5g"}},
        {"a count of SSIDs without their keys",
         "wlanctl save 2.4g --force >/dev/null 2>&1; sed -i 's/^BssidNum=.*/BssidNum=3/' " + dat +
             "; wlanctl revert 2.4g --force >/dev/null 2>&1",
@@ -344,6 +344,58 @@ TEST(Doctor, ChangesNothing) {
             kChips);
     EXPECT_EQ(0, result.status) << result.out;
   }
+}
+
+std::string rows_of(const Json& document, const std::string& check) {
+  std::string rows;
+  for (const Json& row : document["data"]["rows"]) {
+    if (row["check"] == check) rows += row["looked_at"].get<std::string>() + "\n";
+  }
+  return rows;
+}
+
+TEST(Doctor, TakesAnEditOfTheDatFileForNoNewsOfADriverThatWasNotTold) {
+  const std::vector<Result> steps =
+      run_steps({"wlanctl set 2.4g HideSSID:1=1 >/dev/null; wlanctl apply 2.4g >/dev/null; wlanctl doctor 2.4g --all "
+                 "--json",
+                 "wlanctl set 2.4g HideSSID:1=0 >/dev/null; simctl fail iwpriv exit=1; wlanctl apply 2.4g >/dev/null "
+                 "2>&1; simctl fail none; echo '#' >>" +
+                     std::string(kDat) + "; wlanctl doctor 2.4g --all --json"},
+                kChips);
+  EXPECT_THAT(rows_of(document_in(steps[0].out), "apply"), HasSubstr("what was applied is in force"));
+  EXPECT_THAT(rows_of(document_in(steps[1].out), "apply"), Not(HasSubstr("what was applied is in force")));
+}
+
+TEST(Doctor, TakesALackThatCannotBeReadForNoneThatIsNotThere) {
+  const Json document = json_of("doctor 2.4g --all",
+                                std::string(kInit) +
+                                    "wlanctl set 2.4g Channel=11 >/dev/null; simctl fail ifconfig exit=1 ra0 up\n"
+                                    "wlanctl apply 2.4g >/dev/null 2>&1; truncate -s -3 /run/wlanctl-lacking-2.4g",
+                                kChips);
+  EXPECT_THAT(found_in(document), Contains("state-damaged 2.4g"));
+  EXPECT_THAT(rows_of(document, "apply"),
+              AllOf(HasSubstr("/var/run/wlanctl-lacking-2.4g\n"), Not(HasSubstr("what was applied is in force"))));
+}
+
+TEST(Doctor, JudgesNoIfconfigThatFailsOrHangs) {
+  for (const char* const fault : {"exit=1 print=nothing", "hang"}) {
+    const Json document =
+        json_of("doctor --all", std::string("simctl fail ifconfig ") + fault + " br0 >/dev/null", kChips);
+    EXPECT_THAT(found_in(document), Not(Contains("ifconfig-foreign"))) << fault;
+    EXPECT_THAT(rows_of(document, "tool"), Not(HasSubstr("ifconfig br0\n"))) << fault;
+  }
+}
+
+TEST(Doctor, NamesTheListsThatASaveWouldCutUntilItHas) {
+  const std::vector<Result> steps =
+      run_steps({std::string(kInit) + "wlanctl set 2.4g 'AutoChannelSkipList=12;13;1' >/dev/null 2>&1; "
+                                      "wlanctl doctor 2.4g --json",
+                 "wlanctl save 2.4g --force >/dev/null 2>&1; wlanctl doctor 2.4g --json"},
+                kChips);
+  EXPECT_THAT(rows_of(document_in(steps[0].out), "store"),
+              HasSubstr("AutoChannelSkipList: a save keeps the first 2 of its 3 values, as many as there are SSIDs\n"));
+  EXPECT_THAT(found_in(document_in(steps[0].out)), Contains("store-list-cut 2.4g"));
+  EXPECT_THAT(found_in(document_in(steps[1].out)), Not(Contains("store-list-cut 2.4g")));
 }
 
 }  // namespace

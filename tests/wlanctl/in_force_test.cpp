@@ -320,6 +320,17 @@ TEST(InForceState, ThatTheDriverWasNotToldIsNotConfirmed) {
   EXPECT_EQ(0, steps[1].status) << steps[1].err;
 }
 
+TEST(InForceState, ThatTheDriverWasNotToldIsAsStatusSaysNotInForce) {
+  const auto steps =
+      run_steps({"wlanctl set 2.4g HideSSID:1=1 >/dev/null; simctl fail iwpriv exit=1; "
+                 "wlanctl apply 2.4g >/dev/null 2>&1; simctl fail none; wlanctl status 2.4g",
+                 "wlanctl status 2.4g --json", "wlanctl apply 2.4g >/dev/null; wlanctl status 2.4g"});
+  EXPECT_EQ(6, steps[0].status);
+  EXPECT_THAT(steps[0].err, HasSubstr("the driver did not take all of what was last applied to 2.4g"));
+  EXPECT_EQ(6, document_in(steps[1].out)["exit_code"]);
+  EXPECT_EQ(0, steps[2].status) << steps[2].err;
+}
+
 TEST(InForceState, IsNoAgreementOfTheThreeStates) {
   const auto steps =
       run_steps({"wlanctl set 2.4g Channel=11 >/dev/null; simctl fail ifconfig exit=3 ra0 up >/dev/null; "

@@ -97,6 +97,14 @@ TEST(Command, IsEndedWithItsGroupWhenItTakesTooLong) {
   EXPECT_THAT(result.err, HasSubstr("ra0 is down: \"ifconfig ra0 up\" did not end in time, and was ended"));
 }
 
+TEST(Command, ThatAnInterruptLeavesAloneIsEndedForItsTime) {
+  const Result result = run_story(kChange + when_ra0_comes_up("kill -INT -$(cat /front/pid); sleep 60") +
+                                  in_a_group("apply 2.4g --confirm 600 --command-timeout 1"));
+  EXPECT_EQ("1\n", behind(result.out, "code"));
+  EXPECT_THAT(result.err, HasSubstr("\"ifconfig ra0 up\" did not end in time, and was ended"));
+  EXPECT_THAT(result.err, Not(HasSubstr("was interrupted, and ended")));
+}
+
 TEST(Command, ThatTakesLongerThanTheConfirmationIsRolledBack) {
   const Result result = run_story(kChange +
                                   "simctl fail ifconfig hang ra0 up 1 >/dev/null; wlanctl apply 2.4g --confirm 8;"

@@ -145,6 +145,41 @@ TEST(Monitor, TellsWhenWhatWasAppliedIsNotInForceAndIsAgain) {
   EXPECT_THAT(result.out, HasSubstr("ended 0"));
 }
 
+// A driver that is asked nothing any more has heard nothing, whoever writes the file.
+TEST(Monitor, TakesAnEditOfTheDatFileForNoNewsOfADriverThatWasNotTold) {
+  const Result result = watch("2.4g",
+                              "wlanctl set 2.4g HideSSID:1=1 >/dev/null; simctl fail iwpriv exit=1\n"
+                              "wlanctl apply 2.4g >/dev/null 2>&1; comes 'not-in-force  the driver did not take'\n"
+                              "simctl fail none; echo '#' >>/etc/Wireless/RT2860AP/RT2860AP.dat; comes dat-file\n"
+                              "ifconfig ra1 down; comes 'ra1 down'; ifconfig ra1 up; comes 'ra1 up'\n"
+                              "simctl channel 2.4g 11; comes 'channel 6 -> 11'\n"
+                              "simctl channel 2.4g 1; comes 'channel 11 -> 1'");
+  EXPECT_THAT(result.out, AllOf(HasSubstr("ended 0"), Not(HasSubstr("in-force-again"))));
+}
+
+TEST(Monitor, TakesADriverThatDoesNotAnswerForNoneThatIsOnItsChannel) {
+  const Result result =
+      watch("2.4g",
+            "wlanctl set 2.4g Channel=11 >/dev/null; simctl fail ifconfig exit=0; wlanctl apply 2.4g >/dev/null 2>&1\n"
+            "comes 'not-in-force  the driver of 2.4g is on channel 6 instead of 11'\n"
+            "simctl fail none; simctl fail channel EIO ra0; comes driver-gone\n"
+            "simctl fail none; comes driver-back; simctl channel 2.4g 11; comes in-force-again");
+  const std::string text = result.out;
+  EXPECT_THAT(text, HasSubstr("ended 0"));
+  EXPECT_LT(text.find("driver-back"), text.find("in-force-again")) << text;
+  EXPECT_EQ(text.find("not-in-force"), text.rfind("not-in-force")) << text;
+}
+
+TEST(Monitor, KeepsToWhatItKnowsWhereTheStateCannotBeRead) {
+  const Result result =
+      watch("2.4g",
+            "wlanctl set 2.4g Channel=11 >/dev/null; simctl fail ifconfig exit=1 ra0 up\n"
+            "wlanctl apply 2.4g >/dev/null 2>&1; comes 'not-in-force  ra0 is down'\n"
+            "truncate -s -3 /run/wlanctl-lacking-2.4g\n"
+            "simctl channel 2.4g 3; comes 'channel .* -> 3'; simctl channel 2.4g 4; comes 'channel 3 -> 4'");
+  EXPECT_THAT(result.out, AllOf(HasSubstr("ended 0"), Not(HasSubstr("in-force-again"))));
+}
+
 TEST(Monitor, TellsOfADatFileInEightyColumns) {
   const Result result = watch("5g", "wlanctl save 5g >/dev/null 2>&1; comes 'dat-file'");
   for (const std::string& line : lines_of(result.out)) EXPECT_LE(line.size(), 80u) << line;
@@ -366,6 +401,17 @@ TEST(Monitor, TakesStationsThatWereThereBeforeTheDriverAnsweredForNoNews) {
                                     "simctl station add ra0 02:aa:bb:cc:dd:01; comes 02:aa:bb:cc:dd:01",
                                     "simctl fail channel EIO ra0"));
   EXPECT_THAT(result.out, AllOf(HasSubstr("ended 0"), Not(HasSubstr("02:5a:10:24:00:11"))));
+}
+
+// Each question is answered, but together they take too long: the stations are told at a later look.
+TEST(Monitor, TakesStationsThatASlowDriverToldLaterForNoNews) {
+  const Result result = run(watched("2.4g",
+                                    "simctl fail none; simctl station add ra1 02:aa:bb:cc:dd:01; "
+                                    "comes ' -> 11'\n"
+                                    "simctl station add ra0 02:aa:bb:cc:dd:02; comes '02:aa:bb:cc:dd:02 joined'",
+                                    "simctl fail stations slow=3.2; (until grep -q watching complaints; do sleep 0.02; "
+                                    "done; simctl fail none; simctl channel 2.4g 11) &\n"));
+  EXPECT_THAT(result.out, AllOf(HasSubstr("ended 0"), Not(HasSubstr("02:5a:10:24:00:11")), Not(HasSubstr("  wps  "))));
 }
 
 TEST(Monitor, TellsWhatCannotBeWritten) {

@@ -197,7 +197,7 @@ Result watched(const std::string& words, const std::string& signal) {
 }
 
 TEST(Watch, RefreshesUntilItIsInterruptedAndEndsWithZero) {
-  for (const char* const signal : {"INT", "TERM"}) {
+  for (const char* const signal : {"INT", "TERM", "HUP"}) {
     const Result result = watched("--watch 1", signal);
     EXPECT_EQ("0", lines_of(result.out).at(0));
     EXPECT_EQ("", result.err);

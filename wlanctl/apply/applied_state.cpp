@@ -82,6 +82,12 @@ Kept read_kept(Band band) {
 constexpr size_t kHeadWords = 4;
 constexpr size_t kToldWord = 2;
 
+// Without a look at the records, which take their time.
+bool is_told_in(const Kept& kept) {
+  const std::vector<std::string> head = words_of(kept.text.substr(0, kept.text.find('\n')));
+  return !kept.is_current || head.size() != kHeadWords || head[kToldWord] == "1";
+}
+
 struct Parsed {
   wifimgr_band_snapshot snapshot = {};
   int interfaces = 0;
@@ -126,18 +132,20 @@ bool adopt_applied(Band band, const std::string& text) {
   return true;
 }
 
-std::optional<std::vector<wifimgr_attr_record>> last_applied(Band band) {
+LastApplied read_last_applied(Band band) {
   const Kept kept = read_kept(band);
+  LastApplied applied = {std::nullopt, is_told_in(kept)};
   std::optional<Parsed> parsed = kept.is_current ? parse_applied(band, kept.text) : std::nullopt;
-  if (!parsed) return std::nullopt;
-  return std::move(parsed->settings);
+  if (parsed) applied.settings = std::move(parsed->settings);
+  return applied;
 }
 
-// The head tells, which is quick to read.
+std::optional<std::vector<wifimgr_attr_record>> last_applied(Band band) {
+  return read_last_applied(band).settings;
+}
+
 bool was_told(Band band) {
-  const Kept kept = read_kept(band);
-  const std::vector<std::string> head = words_of(kept.text.substr(0, kept.text.find('\n')));
-  return !kept.is_current || head.size() != kHeadWords || head[kToldWord] == "1";
+  return is_told_in(read_kept(band));
 }
 
 bool is_in_force_known(Band band) {
@@ -145,7 +153,10 @@ bool is_in_force_known(Band band) {
 }
 
 void note_untold(Band band, Report& report) {
-  if (was_told(band)) return;
+  if (!was_told(band)) say_untold(band, report);
+}
+
+void say_untold(Band band, Report& report) {
   const std::string label = label_of(band);
   report.note("the driver did not take all of what was last applied to " + label + "; wlanctl apply " + label +
               " tells it again");

@@ -32,7 +32,14 @@ void note_doubt(Band band, Doubt doubt, Report& report);
 // The settings in force, where it is known what was last applied; changes nothing, and says nothing.
 std::optional<std::vector<wifimgr_attr_record>> last_applied(Band band);
 
-// Whether it is, without its settings.
+// The same, and whether the driver took all of it; where that is not known it counts as told.
+struct LastApplied {
+  std::optional<std::vector<wifimgr_attr_record>> settings;
+  bool is_told = true;
+};
+LastApplied read_last_applied(Band band);
+
+// Whether it is known, without its settings.
 bool is_in_force_known(Band band);
 
 // How the dat file stands to what is in force. Once settled, a file that has changed was changed by somebody else, who
@@ -54,9 +61,11 @@ std::optional<KeptInForce> kept_in_force(Band band);
 bool is_told(Band band);
 void set_told(Band band, bool told);
 
-// The same of what was last applied, where that is known, as last_applied; and a note where it did not.
+// The same of what was last applied, where that is known, as last_applied; and a note where it did not, or for who has
+// found that it did not.
 bool was_told(Band band);
 void note_untold(Band band, Report& report);
+void say_untold(Band band, Report& report);
 
 // Takes what the store says for what is in force from now on.
 void take_applied(Band band);

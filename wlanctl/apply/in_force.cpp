@@ -281,6 +281,10 @@ void keep_lacks(Band band, const std::vector<Lack>& lacks, Report& report) {
   (void)write_state_file(path_of(band), kFormat, kVersion, text, report);
 }
 
+bool are_lacks_damaged(Band band) {
+  return is_state_file_there(path_of(band)) && !read_state_file(path_of(band), kFormat, kVersion);
+}
+
 std::vector<Lack> lacks_of(Band band) {
   const std::optional<std::string> text = read_state_file(path_of(band), kFormat, kVersion);
   // What was kept cannot be read: the system can.

@@ -55,7 +55,10 @@ class Expectation {
 // Keeps them, in place of those before; none ends that.
 void keep_lacks(Band band, const std::vector<Lack>& lacks, Report& report);
 
-// Those kept that still lack now; and of them what an operation neither mends nor looks at.
+// Whether they were kept and cannot be read.
+bool are_lacks_damaged(Band band);
+
+// Those kept that still lack now, or where they cannot be read what the system lacks of an open store's settings; and of them what an operation neither mends nor looks at.
 std::vector<Lack> lacks_of(Band band);
 std::vector<Lack> lacks_beside(Band band, const Expectation& operation);
 

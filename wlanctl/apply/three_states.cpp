@@ -1,7 +1,6 @@
 #include "wlanctl/apply/three_states.h"
 
 #include "wlanctl/apply/applied_state.h"
-#include "wlanctl/apply/in_force.h"
 #include "wlanctl/base/text.h"
 #include "wlanctl/store/dat_file.h"
 #include "wlanctl/store/difference.h"
@@ -25,7 +24,7 @@ std::optional<size_t> apart(const std::optional<Records>& left, const std::optio
 }  // namespace
 
 std::optional<bool> ThreeStates::agree() const {
-  if (is_lacking) return false;
+  if (is_lacking()) return false;
   bool is_known = has_store;
   for (const std::optional<size_t>& one : {store_from_file, store_from_in_force, file_from_in_force}) {
     if (one && *one > 0) return false;
@@ -50,18 +49,20 @@ std::string ThreeStates::line() const {
   if (!apart.empty()) words.push_back("values apart: " + joined(apart, ", "));
   if (!alike.empty()) words.push_back("alike: " + joined(alike, ", "));
   if (!file_from_in_force && !store_from_in_force) words.emplace_back("in force is not known");
-  if (is_lacking) words.emplace_back("not all that was applied is in force");
+  if (is_lacking()) words.emplace_back("not all that was applied is in force");
   return joined(words, "; ");
 }
 
 ThreeStates three_states_of(Band band) {
   ThreeStates states;
   states.has_store = !is_store_detached(band);
-  states.is_lacking = !lacks_of(band).empty() || !was_told(band);
+  const LastApplied applied = read_last_applied(band);
+  states.lacks = lacks_of(band);
+  states.is_told = applied.is_told;
   std::optional<Records> store;
   if (states.has_store) store = records_of(table_of_store(band));
   const std::optional<Records> file = records_in(parse_dat_file(band));
-  const std::optional<Records> in_force = records_in(last_applied(band));
+  const std::optional<Records> in_force = records_in(applied.settings);
   states.store_from_file = apart(store, file, DatFile::kRight);
   states.store_from_in_force = apart(store, in_force);
   states.file_from_in_force = apart(file, in_force, DatFile::kLeft);

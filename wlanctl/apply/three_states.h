@@ -3,18 +3,24 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
+#include "wlanctl/apply/in_force.h"
 #include "wlanctl/base/band.h"
 
 namespace wlanctl {
 
 struct ThreeStates {
   bool has_store = true;
-  bool is_lacking = false;  // something of what was last applied is not in force
+  // What of that which was last applied is not in force, and whether the driver took all of it.
+  std::vector<Lack> lacks;
+  bool is_told = true;
   // In how many values two of them differ; none where one of the two is not there or not known.
   std::optional<size_t> store_from_file;
   std::optional<size_t> store_from_in_force;
   std::optional<size_t> file_from_in_force;
+
+  bool is_lacking() const { return !lacks.empty() || !is_told; }
 
   // None where that is not known.
   std::optional<bool> agree() const;

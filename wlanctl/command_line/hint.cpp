@@ -145,9 +145,13 @@ Mistake mistake_in(const Program& program, const std::vector<std::string>& words
       const Word* const option = option_named(*verb, word.substr(0, equals));
       if (option == nullptr) continue;
       if (!takes_value(*option)) {
-        const bool is_followed = equals == std::string::npos && i + 1 < words.size() && !words[i + 1].starts_with('-');
-        if (!may_take_value(*option) || !is_followed) continue;
-        if (!number_in(words[++i])) return {word + " takes a number, and \"" + words[i] + "\" is none", "", path};
+        const bool has_value = equals != std::string::npos;
+        const bool is_followed = !has_value && i + 1 < words.size() && !words[i + 1].starts_with('-');
+        if (!may_take_value(*option) || (!has_value && !is_followed)) continue;
+        const std::string value = has_value ? word.substr(equals + 1) : words[++i];
+        if (!number_in(value)) {
+          return {word.substr(0, equals) + " takes a number, and \"" + value + "\" is none", "", path};
+        }
         continue;
       }
       if (equals == std::string::npos && ++i == words.size()) break;

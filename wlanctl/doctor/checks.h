@@ -1,5 +1,5 @@
 // The checks of `doctor`, by what they look at. They change nothing and wait for nobody, but for a moment where a program
-// is asked.
+// or a band's driver is asked.
 #pragma once
 
 #include <map>

@@ -115,12 +115,18 @@ void check_folders(const std::vector<Band>& bands, Diagnosis& diagnosis) {
 void check_applies(Band band, Diagnosis& diagnosis) {
   check_pending(band, diagnosis);
   const std::string applied = std::string(place::kApplied) + label_of(band);
-  diagnosis.add(is_state_file_there(applied) && !kept_in_force(band), Ill::kStateDamaged, kApply, band, applied);
+  const bool is_there = is_state_file_there(applied);
+  diagnosis.add(is_there && !kept_in_force(band), Ill::kStateDamaged, kApply, band, applied);
+  if (are_lacks_damaged(band)) {
+    return diagnosis.ill(Ill::kStateDamaged, kApply, band, std::string(place::kLacking) + label_of(band));
+  }
   const std::vector<Lack> lacks = lacks_of(band);
   for (const Lack& lack : lacks) diagnosis.ill(Ill::kNotInForce, kApply, band, text_of(lack));
   const bool is_told = was_told(band);
   if (!is_told) diagnosis.ill(Ill::kNotInForce, kApply, band, "the driver did not take all of it");
-  if (lacks.empty() && is_told) diagnosis.well(kApply, band, "what was applied is in force");
+  // Where somebody has written the dat file since, nobody knows.
+  const bool is_known = !is_there || is_in_force_known(band);
+  if (lacks.empty() && is_told && is_known) diagnosis.well(kApply, band, "what was applied is in force");
 }
 
 }  // namespace wlanctl

@@ -13,6 +13,7 @@
 #include "wlanctl/doctor/checks.h"
 #include "wlanctl/library/command.h"
 #include "wlanctl/library/output.h"
+#include "wlanctl/library/shell.h"
 
 namespace wlanctl {
 namespace {
@@ -101,17 +102,18 @@ void check_tools(Diagnosis& diagnosis) {
   }
 }
 
-// It is run as the library runs it, but not waited for longer than a moment.
+// It is run as the library runs it, but not waited for longer than a moment. What one prints that fails, or has to be
+// ended, says nothing of how it prints an address.
 void check_address_text(Diagnosis& diagnosis) {
   constexpr int64_t kLongestMs = 3000;
   const std::string interface = interface_with_address();
   if (interface.empty() || place_of("ifconfig").empty() || place_of("/bin/sh").empty()) return;
   const std::string line = "ifconfig " + interface;
-  const char* const arguments[] = {"/bin/sh", "-c", line.c_str(), nullptr};
   const CommandRun moment(ms_since_boot() + kLongestMs);
   CaughtOutput unheard;
-  (void)run_command(arguments, line);
+  const int status = run_line(line);
   const std::string printed = unheard.end();
+  if (status != 0) return;
   diagnosis.add(printed.find(kAddressMark) == std::string::npos, Ill::kIfconfigForeign, kTools, std::nullopt, line);
 }
 

@@ -94,9 +94,7 @@ void check_attached(Band band, Diagnosis& diagnosis) {
 
 std::string last_user(int semaphore) {
   const int process = semctl(semaphore, 0, GETPID);
-  if (process <= 0) return "";
-  const std::string name = name_of_process(process);
-  return ", last used by process " + std::to_string(process) + (name.empty() ? "" : " (" + name + ")");
+  return process <= 0 ? "" : ", last used by " + text_of_process(process);
 }
 
 // Whether the same process has it all the time.

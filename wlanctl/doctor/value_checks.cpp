@@ -13,6 +13,7 @@
 #include "wlanctl/library/detached_store.h"
 #include "wlanctl/library/query.h"
 #include "wlanctl/library/shell.h"
+#include "wlanctl/store/dat_file.h"
 #include "wlanctl/store/saved_text.h"
 #include "wlanctl/store/value.h"
 
@@ -33,7 +34,8 @@ std::string value_of(const std::vector<StoreRecord>& records, const std::string&
   return found != records.end() && field < found->fields.size() ? found->fields[field] : "";
 }
 
-int ssids_in(const std::vector<StoreRecord>& records) {
+// As the library counts them: none where there is no count.
+int served_ssids(const std::vector<StoreRecord>& records) {
   const long count = std::strtol(value_of(records, kSsidCount, 0).c_str(), nullptr, 10);
   return static_cast<int>(std::clamp(count, 0L, static_cast<long>(WIFIMGR_FIELDS)));
 }
@@ -59,9 +61,9 @@ std::optional<std::string> text_of_save(Band band, const Table& table, std::stri
 }
 
 // Why a save is refused.
-std::string long_lines(const std::vector<StoreRecord>& records) {
-  constexpr size_t kLongest = 184;
-  const auto ssids = static_cast<size_t>(ssids_in(records));
+std::string long_lines(const std::vector<StoreRecord>& records, int served) {
+  constexpr size_t kLongest = WIFIMGR_DAT_LINE_SIZE - 2;  // without the line's end and the text's
+  const auto ssids = static_cast<size_t>(served);
   std::vector<std::string> keys;
   for (const StoreRecord& record : records) {
     const std::vector<std::string> saved(
@@ -86,29 +88,20 @@ std::string name_of(const DatFinding& finding) {
   return finding.field > 0 || is_numbered_dat_key(finding.key) ? target->name() : target->key->name;
 }
 
-void tell(Band band, const std::vector<DatFinding>& findings, Diagnosis& diagnosis) {
-  for (const Severity severity : {Severity::kError, Severity::kWarning}) {
-    const Ill ill = severity == Severity::kError ? Ill::kStoreErrors : Ill::kStoreDoubts;
-    size_t told = 0;
-    size_t untold = 0;
-    for (const DatFinding& finding : findings) {
-      if (severity_of(finding.kind) != severity) continue;
-      if (++told > kMostShown) {
-        ++untold;
-      } else {
-        diagnosis.ill(ill, kStore, band, name_of(finding) + ": " + finding.reason);
-      }
-    }
-    if (untold > 0) diagnosis.ill(ill, kStore, band, count_of(untold, "more value"));
+void tell(Ill ill, Band band, const std::vector<DatFinding>& findings, Diagnosis& diagnosis) {
+  for (size_t i = 0; i < std::min(kMostShown, findings.size()); ++i) {
+    diagnosis.ill(ill, kStore, band, name_of(findings[i]) + ": " + findings[i].reason);
+  }
+  if (findings.size() > kMostShown) {
+    diagnosis.ill(ill, kStore, band, count_of(findings.size() - kMostShown, "more value"));
   }
 }
 
 // Those that a setter would look for. An SSID without a name was counted before its keys were made.
-void check_keys(Band band, const std::vector<StoreRecord>& records, Diagnosis& diagnosis) {
+void check_keys(Band band, const std::vector<StoreRecord>& records, int ssids, Diagnosis& diagnosis) {
   static const Key* const kName = find_key("SSID");
   std::set<std::string> there;
   for (const StoreRecord& record : records) there.insert(record.key);
-  const int ssids = ssids_in(records);
   std::vector<bool> is_made(static_cast<size_t>(ssids) + 1, true);
   for (int ssid = 1; ssid <= ssids; ++ssid) {
     is_made[static_cast<size_t>(ssid)] = there.contains(dat_key_of(*kName, ssid));
@@ -132,8 +125,8 @@ void check_keys(Band band, const std::vector<StoreRecord>& records, Diagnosis& d
 }
 
 // The library's service writes a script in these modes and states only, and says nothing in the others.
-void check_wps(Band band, const std::vector<StoreRecord>& records, Diagnosis& diagnosis) {
-  for (int ssid = 1; ssid <= ssids_in(records); ++ssid) {
+void check_wps(Band band, const std::vector<StoreRecord>& records, int ssids, Diagnosis& diagnosis) {
+  for (int ssid = 1; ssid <= ssids; ++ssid) {
     const auto field = static_cast<size_t>(ssid) - 1;
     const std::string mode = value_of(records, "WscConfMode", field);
     const std::string status = value_of(records, "WscConfStatus", field);
@@ -152,17 +145,27 @@ void check_wps(Band band, const std::vector<StoreRecord>& records, Diagnosis& di
 
 void check_values(Band band, const Table& table, Diagnosis& diagnosis) {
   const std::vector<StoreRecord> records = records_of(table);
-  check_keys(band, records, diagnosis);
-  check_wps(band, records, diagnosis);
+  const int ssids = served_ssids(records);
+  check_keys(band, records, ssids, diagnosis);
+  check_wps(band, records, ssids, diagnosis);
   std::string reason;
   const std::optional<std::string> text = text_of_save(band, table, &reason);
-  if (!text) return diagnosis.ill(Ill::kStoreUnsaved, kStore, band, long_lines(records) + because(reason));
-  std::vector<DatFinding> findings = check_dat(*text, {band});
-  std::erase_if(findings, [](const DatFinding& finding) { return !is_of_a_value(finding); });
-  const std::vector<DatFinding> lost = losses_at_save(records, ssids_in(records));
-  findings.insert(findings.end(), lost.begin(), lost.end());
-  tell(band, findings, diagnosis);
-  if (findings.empty()) diagnosis.well(kStore, band, "the values of " + count_of(records.size(), "key"));
+  if (!text) return diagnosis.ill(Ill::kStoreUnsaved, kStore, band, long_lines(records, ssids) + because(reason));
+  std::vector<DatFinding> errors = check_dat(*text, {band});
+  std::erase_if(errors, [](const DatFinding& finding) { return !is_of_a_value(finding); });
+  const std::vector<DatFinding> lost = losses_at_save(records, ssids);
+  errors.insert(errors.end(), lost.begin(), lost.end());
+  const auto are_errors = [](const DatFinding& finding) { return severity_of(finding.kind) == Severity::kError; };
+  const auto end = std::stable_partition(errors.begin(), errors.end(), are_errors);
+  const std::vector<DatFinding> doubts(end, errors.end());
+  errors.erase(end, errors.end());
+  const std::vector<StoreRecord> file = records_of(parse_dat_file(band).value_or(Table()));
+  const std::vector<DatFinding> cut = lists_to_be_cut(records, file, ssids);
+  tell(Ill::kStoreErrors, band, errors, diagnosis);
+  tell(Ill::kStoreDoubts, band, doubts, diagnosis);
+  tell(Ill::kStoreListCut, band, cut, diagnosis);
+  if (errors.empty() && doubts.empty() && cut.empty())
+    diagnosis.well(kStore, band, "the values of " + count_of(records.size(), "key"));
 }
 
 }  // namespace wlanctl

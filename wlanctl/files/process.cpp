@@ -33,4 +33,9 @@ std::string name_of_process(pid_t process) {
   return without_line_end(told_of(process, "comm"));
 }
 
+std::string text_of_process(pid_t process) {
+  const std::string name = name_of_process(process);
+  return "process " + std::to_string(process) + (name.empty() ? "" : " (" + name + ")");
+}
+
 }  // namespace wlanctl

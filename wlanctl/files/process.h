@@ -15,4 +15,7 @@ bool is_stopped(pid_t process);
 // "wlanctl"; "" when it is gone.
 std::string name_of_process(pid_t process);
 
+// "process 12 (wlanctl)"; without a name when it is gone.
+std::string text_of_process(pid_t process);
+
 }  // namespace wlanctl

@@ -149,7 +149,9 @@ Command run_now(const char* const* arguments, const std::string& line) {
     command.printed = std::string(arguments[0]) + ": " + std::strerror(error);
   } else if (!wait_until(child, g_deadline_ms == 0 ? limit : std::min(limit, g_deadline_ms),
                          g_at_interrupt == AtInterrupt::kEnd, &command.status)) {
-    command.ending = is_broken_off() == BrokenOff::kInterrupted ? Ending::kInterrupted : Ending::kTooLong;
+    // One that an interrupt leaves alone was ended for its time, whatever came meanwhile.
+    const bool is_interrupt = g_at_interrupt == AtInterrupt::kEnd && is_broken_off() == BrokenOff::kInterrupted;
+    command.ending = is_interrupt ? Ending::kInterrupted : Ending::kTooLong;
     command.status = kKilled;
     end_group(child);
   }

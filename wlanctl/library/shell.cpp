@@ -24,16 +24,16 @@ constexpr char kEachLine[] =
     "esac; done <\"$0\"\n"
     "exit ${failed:-0}";
 
-int run_line(const char* line) {
+}  // namespace
+
+int run_line(const std::string& line) {
   if (line != watched_script()) {
-    const char* const arguments[] = {"/bin/sh", "-c", line, nullptr};
+    const char* const arguments[] = {"/bin/sh", "-c", line.c_str(), nullptr};
     return run_command(arguments, line);
   }
-  const char* const arguments[] = {"/bin/sh", "-c", kEachLine, line, nullptr};
+  const char* const arguments[] = {"/bin/sh", "-c", kEachLine, line.c_str(), nullptr};
   return run_command(arguments, line);
 }
-
-}  // namespace
 
 ShellScope::ShellScope(ShellMode mode) : before_(g_mode) {
   g_mode = mode;

@@ -40,6 +40,9 @@ class WatchedScript {
   ~WatchedScript();
 };
 
+// Runs a line as the library's are run, whatever the mode; its status as system says it.
+int run_line(const std::string& line);
+
 // How the last line that was run ended, as system says it; the library itself does not look. 0 before the first, and
 // after a clear.
 int last_shell_status();

@@ -5,6 +5,7 @@
 
 #include "wifimgr_lib.h"
 #include "wlanctl/library/query.h"
+#include "wlanctl/live/driver_time.h"
 #include "wlanctl/live/radio.h"
 
 namespace wlanctl {

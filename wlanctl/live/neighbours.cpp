@@ -7,6 +7,7 @@
 
 #include "wifimgr_lib.h"
 #include "wlanctl/base/terminal.h"
+#include "wlanctl/live/driver_time.h"
 #include "wlanctl/live/mac.h"
 #include "wlanctl/live/radio.h"
 

@@ -6,6 +6,7 @@
 #include <cstdlib>
 
 #include "wifimgr_lib.h"
+#include "wlanctl/live/driver_time.h"
 #include "wlanctl/live/mac.h"
 
 namespace wlanctl {

@@ -7,7 +7,7 @@
 
 #include "wlanctl/base/band.h"
 #include "wlanctl/base/report.h"
-#include "wlanctl/live/driver_time.h"
+#include "wlanctl/library/query.h"
 
 namespace wlanctl {
 

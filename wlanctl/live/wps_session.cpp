@@ -4,6 +4,7 @@
 #include <iterator>
 
 #include "wifimgr_lib.h"
+#include "wlanctl/live/driver_time.h"
 #include "wlanctl/live/mac.h"
 #include "wlanctl/live/radio.h"
 

@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <climits>
 #include <cstdio>
-#include <cstdlib>
 
 #include "wlanctl/base/text.h"
 #include "wlanctl/files/bytes.h"
@@ -25,9 +24,8 @@ std::string kernel_objects_of(const std::string& process) {
 
 // As the kernel names a mapping of the segment, also when it has been removed.
 std::string mapping_of(Band band) {
-  const long key = std::strtol(segment_key_of(band).c_str(), nullptr, 16);
   char text[32];
-  (void)std::snprintf(text, sizeof text, "/SYSV%08lx", static_cast<unsigned long>(key));
+  (void)std::snprintf(text, sizeof text, "/SYSV%08x", static_cast<unsigned>(segment_key(band)));
   return text;
 }
 
@@ -79,8 +77,7 @@ std::string names_of(const std::vector<AttachedProcess>& processes) {
   constexpr size_t kMost = 5;
   std::vector<std::string> names;
   for (size_t i = 0; i < std::min(kMost, processes.size()); ++i) {
-    const std::string name = name_of_process(processes[i].process);
-    names.push_back("process " + std::to_string(processes[i].process) + (name.empty() ? "" : " (" + name + ")"));
+    names.push_back(text_of_process(processes[i].process));
   }
   if (processes.size() > kMost) names.push_back("and " + std::to_string(processes.size() - kMost) + " more");
   return joined(names, ", ");

@@ -19,8 +19,7 @@ LockHolder lock_holder(Band band) {
 
 std::string name_of(const LockHolder& holder) {
   if (holder.is == LockHolder::Is::kUnknown) return "a process that the kernel does not name";
-  const std::string name = holder.is == LockHolder::Is::kRunning ? name_of_process(holder.process) : "";
-  return "process " + std::to_string(holder.process) + (name.empty() ? "" : " (" + name + ")");
+  return text_of_process(holder.process);
 }
 
 bool free_lock(Band band, const LockHolder& from) {

@@ -269,9 +269,13 @@ bool is_store_open(Band band) {
   return address_of(band) != nullptr;
 }
 
+key_t segment_key(Band band) {
+  return kSegments[number_of(band)];
+}
+
 std::string segment_key_of(Band band) {
   char text[16];
-  (void)std::snprintf(text, sizeof text, "0x%x", static_cast<unsigned>(kSegments[number_of(band)]));
+  (void)std::snprintf(text, sizeof text, "0x%x", static_cast<unsigned>(segment_key(band)));
   return text;
 }
 

@@ -1,6 +1,8 @@
 // The live store of a band: a segment and its lock, shared with the management processes.
 #pragma once
 
+#include <sys/types.h>
+
 #include <string>
 #include <vector>
 
@@ -23,7 +25,8 @@ enum class Content {
 bool open_store(Band band, Report& report, Content content = Content::kNeeded);
 bool is_store_open(Band band);
 
-// As ipcrm -M takes it.
+// The key of its segment; and as ipcrm -M takes it.
+key_t segment_key(Band band);
 std::string segment_key_of(Band band);
 
 // Whether there is a live store that this user may have, opened or not.

@@ -12,6 +12,8 @@
 namespace wlanctl {
 namespace {
 
+using Stations = std::set<std::string>;
+
 // Where others have the right of way, and a radio that hears them must go.
 constexpr int kFirstRadarChannel = 52;
 constexpr int kLastRadarChannel = 144;
@@ -63,7 +65,7 @@ bool DriverWatch::look_at_channel(const LinkWatch& links, Events& events) {
     // An interface that went took its stations with it.
     if (!links.is_there(interface)) {
       for (auto& [number, ssid] : ssids_) {
-        for (const std::string& mac : ssid.stations) {
+        for (const std::string& mac : ssid.stations.value_or(Stations())) {
           events.push_back(station_event("station-left", band_, number, "", mac));
         }
       }
@@ -95,28 +97,30 @@ void DriverWatch::look_at_ssid(int number, const LinkWatch& links, const StoreWa
   const bool is_there = links.is_there(interface_of(band_, number - 1));
   const auto found = ssids_.find(number);
   if (!is_there && found == ssids_.end()) return;
-  const bool is_new = found == ssids_.end();
   Ssid& before = ssids_[number];
+  // An interface that comes while it is watched has none yet.
+  if (found == ssids_.end() && !is_first_) before.stations = Stations();
   const std::string name = store.ssid_name(number);
   Report unheard;
   Ssid now = before;
   if (is_there) {
-    if (const auto macs = station_addresses_of(band_, number, unheard)) now.stations = {macs->begin(), macs->end()};
+    if (const auto macs = station_addresses_of(band_, number, unheard))
+      now.stations = Stations(macs->begin(), macs->end());
     const WpsSession wps = wps_session_of(band_, number, unheard);
     if (wps.state) now.wps = wps;
   } else {
-    now = Ssid();
+    now = {Stations(), WpsSession()};
   }
-  if (!is_first_) {
-    for (const std::string& mac : before.stations) {
-      if (!now.stations.contains(mac)) events.push_back(station_event("station-left", band_, number, name, mac));
+  if (before.stations && now.stations) {
+    for (const std::string& mac : *before.stations) {
+      if (!now.stations->contains(mac)) events.push_back(station_event("station-left", band_, number, name, mac));
     }
-    for (const std::string& mac : now.stations) {
-      if (!before.stations.contains(mac)) events.push_back(station_event("station-joined", band_, number, name, mac));
+    for (const std::string& mac : *now.stations) {
+      if (!before.stations->contains(mac)) events.push_back(station_event("station-joined", band_, number, name, mac));
     }
   }
   const bool differs = now.wps.state != before.wps.state || now.wps.peer != before.wps.peer;
-  if (!is_first_ && !is_new && is_there && differs) {
+  if (before.wps.state && is_there && differs) {
     events.push_back({"wps",
                       band_,
                       "WPS of " + ssid_text(number, name) + ": " + word_for_wps(before.wps.state) + " -> " +

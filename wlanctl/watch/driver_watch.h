@@ -24,8 +24,8 @@ class DriverWatch {
 
  private:
   struct Ssid {
-    std::set<std::string> stations;
-    WpsSession wps;
+    std::optional<std::set<std::string>> stations;  // none before the driver has told them
+    WpsSession wps;                                 // without a state likewise
   };
 
   bool look_at_channel(const LinkWatch& links, Events& events);

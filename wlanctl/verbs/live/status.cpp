@@ -102,11 +102,10 @@ Json json_of(const ThreeStates& states) {
           {"file_from_in_force", json_or_null(states.file_from_in_force)}};
 }
 
-Json ask_band(Report& report, Band band) {
+Json ask_band(Report& report, Band band, const ThreeStates& states) {
   const bool answers = is_there(band, report);
   const Radio radio = answers ? radio_of(band, report) : Radio();
   print_radio(report, band, radio);
-  const ThreeStates states = three_states_of(band);
   const std::string head = "  settings: ";
   report.text() << head << joined(wrapped(states.line(), kColumns - head.size()), "\n" + std::string(head.size(), ' '))
                 << '\n';
@@ -153,13 +152,13 @@ int show_page(const std::vector<Band>& bands_asked, Report& report) {
   print_board(report, board);
   Json bands = Json::array();
   for (const Band band : opened) {
-    Json shown = ask_band(report, band);
+    const ThreeStates states = three_states_of(band);
+    Json shown = ask_band(report, band, states);
     shown["taken_back"] = json_of(note_taken_back(band, report));
     bands.push_back(std::move(shown));
-    const std::vector<Lack> lacks = lacks_of(band);
-    if (!lacks.empty()) code = worse_of(code, kNotInForce);
-    complain_of(band, lacks, next_step(band), report);
-    note_untold(band, report);
+    if (states.is_lacking()) code = worse_of(code, kNotInForce);
+    complain_of(band, states.lacks, next_step(band), report);
+    if (!states.is_told) say_untold(band, report);
   }
   report.data() = {{"board", json_of(board)}, {"bands", std::move(bands)}};
   return code == kDone && report.has_problems() ? kNoAnswer : code;
@@ -198,8 +197,10 @@ constexpr Word kWords[] = {
 }  // namespace
 
 const Verb kStatus = {"status", "Show both live radios on one page, or one",
-                      "With --watch and --json each page is a document on a line of its own. A watch\n"
-                      "that is interrupted (SIGINT, SIGTERM) ends with exit code 0.\n\n"
+                      "Where not all that was applied is in force, or the driver did not take all of\n"
+                      "it, the exit code is 6. With --watch and --json each page is a document on a\n"
+                      "line of its own. A watch that is interrupted or hung up (SIGINT, SIGTERM,\n"
+                      "SIGHUP unless that is ignored) ends with exit code 0.\n\n"
                       "Examples:\n"
                       "  wlanctl status\n"
                       "  wlanctl status 5g --watch 5\n"
