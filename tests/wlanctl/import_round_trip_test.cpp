@@ -59,6 +59,24 @@ TEST_P(RoundTrip, GoesOverIntoASuppliedGateway) {
   }
 }
 
+// Into a gateway whose dat files have no settings yet, and whose store is made of what was imported.
+TEST_P(RoundTrip, GivesTheSameTextInAnEmptyGateway) {
+  const TestFolder folder;
+  const auto first = run_live({"wlanctl export", "wlanctl export 2.4g --format dat"}, options(folder));
+  write_file(folder / "empty.dat", "Default\n");
+  const auto second = run_steps({into("f.json", first[0].out) + "wlanctl import f.json --to-file --force",
+                                 "library_probe init 0 init 1 >/dev/null; wlanctl export",
+                                 "echo Default >" + std::string(kDat) + "; ipcrm -M 0x12345; " +
+                                     into("f.dat", first[1].out) + "wlanctl import f.dat 2.4g --to-file --force",
+                                 "library_probe init 0 >/dev/null; wlanctl export 2.4g --format dat"},
+                                {"--dat24", folder / "empty.dat", "--dat5", folder / "empty.dat"});
+  EXPECT_EQ(0, second[0].status) << second[0].err;
+  EXPECT_EQ(first[0].out, second[1].out);
+  EXPECT_EQ(0, second[2].status) << second[2].err;
+  const bool has_flag = first[1].out.find("\nReloadFlag=") != std::string::npos;
+  EXPECT_EQ(first[1].out + (has_flag ? "" : "ReloadFlag=0\n"), second[3].out);
+}
+
 constexpr DatText kDatTexts[] = {
     {"Default\nBssidNum=1\n", ""},
     {"Default\nBssidNum=2\nHideSSID=0;1\nSSID1=One\nNobodyKnows=x\nEmpty=\n", ""},

@@ -14,7 +14,8 @@ const std::string kWaiting =
     "wlanctl set 2.4g SSID:1=Kitchen >/dev/null; wlanctl apply 2.4g --confirm 600 >/dev/null 2>&1;";
 const std::string kBroken = "simctl fail iwpriv exit=1 >/dev/null;";
 const std::string kAfter =
-    "echo == log; wlanctl log --json; echo == status; wlanctl status 2.4g 2>&1 | grep -A 1 -e settings: -e note;"
+    "echo == log; wlanctl log --json; echo == status; wlanctl status 2.4g 2>&1 | grep -A 1 -e settings: -e note -e "
+    "driver;"
     "echo == diff; wlanctl diff 2.4g --in-force 2>/dev/null;"
     "simctl fail none >/dev/null; wlanctl apply 2.4g >/dev/null 2>&1; echo == mended; wlanctl status 2.4g 2>&1 |"
     "grep -e settings: -e note;";

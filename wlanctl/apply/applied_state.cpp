@@ -152,14 +152,16 @@ bool is_in_force_known(Band band) {
   return read_kept(band).is_current;
 }
 
-void note_untold(Band band, Report& report) {
-  if (!was_told(band)) say_untold(band, report);
+Problem untold(Band band) {
+  const std::string label = label_of(band);
+  return {"the driver did not take all of what was last applied to " + label,
+          "wlanctl apply " + label + " tells it again", about(band)};
 }
 
-void say_untold(Band band, Report& report) {
-  const std::string label = label_of(band);
-  report.note("the driver did not take all of what was last applied to " + label + "; wlanctl apply " + label +
-              " tells it again");
+void note_untold(Band band, Report& report) {
+  if (was_told(band)) return;
+  const Problem problem = untold(band);
+  report.note(problem.message + "; " + problem.next);
 }
 
 bool is_told(Band band) {

@@ -12,6 +12,7 @@
 namespace wlanctl {
 
 class Report;
+struct Problem;
 
 // Puts what is in force into store_global and pre_wlan_state: what was last applied or, where that is not known or not
 // believable, what the dat file says, with a note. The band's store must be open. False with a problem when neither is
@@ -61,11 +62,10 @@ std::optional<KeptInForce> kept_in_force(Band band);
 bool is_told(Band band);
 void set_told(Band band, bool told);
 
-// The same of what was last applied, where that is known, as last_applied; and a note where it did not, or for who has
-// found that it did not.
+// The same of what was last applied, where that is known, as last_applied; a note where it did not; and what is wrong then.
 bool was_told(Band band);
 void note_untold(Band band, Report& report);
-void say_untold(Band band, Report& report);
+Problem untold(Band band);
 
 // Takes what the store says for what is in force from now on.
 void take_applied(Band band);

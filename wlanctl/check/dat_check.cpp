@@ -119,7 +119,7 @@ class Check {
   void check_values(const DatLine& line) {
     int index = 0;
     const Key* const key = find_dat_key(line.key, &index);
-    if (key == nullptr || !line.is_judged || key->accepted.kind == Accepted::Kind::kNothing) return;
+    if (key == nullptr || !line.is_judged || key->is_only_read()) return;
     const std::vector<std::string> fields = line.fields.empty() ? std::vector<std::string>{""} : line.fields;
     if (key->numbering != Numbering::kShared) return check_value(line, *key, index, fields[0], 0);
     const size_t judged = std::min<size_t>(fields.size(), WIFIMGR_FIELDS);

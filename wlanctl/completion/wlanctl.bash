@@ -77,7 +77,7 @@ _wlanctl_words() {
       arguments='band'
       ;;
     'import')
-      options='--help --merge --replace --dry-run --force --command-timeout=text --wait=text --json --color=auto,always,never --no-pager'
+      options='--help --merge --replace --to-file --dry-run --force --command-timeout=text --wait=text --json --color=auto,always,never --no-pager'
       arguments='file band'
       ;;
     'check')

@@ -78,9 +78,13 @@ bool end_pending(const Pending& pending, TakenFor reason, Report& report) {
 
 }  // namespace
 
-bool restore_dat_file(Band band, const std::string& bytes, Report& report) {
+bool write_dat_file(Band band, const std::string& bytes) {
   const int file = open_plain_file(dat_path_of(band), O_WRONLY | O_CREAT | O_TRUNC, 0644);
-  if (file >= 0 && finish_file(file, bytes)) return true;
+  return file >= 0 && finish_file(file, bytes);
+}
+
+bool restore_dat_file(Band band, const std::string& bytes, Report& report) {
+  if (write_dat_file(band, bytes)) return true;
   const int error = errno;
   const std::string reason = reason_against_dat_file(band);
   report.problem(

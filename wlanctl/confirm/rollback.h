@@ -26,7 +26,8 @@ bool is_back_in_force(Band band);
 // As roll_back, where anything was begun.
 bool undo(const Pending& pending, By by, TakenFor reason, Report& report, const Settings& booted = std::nullopt);
 
-// Puts a dat file back in place: a link or a bound file at its path stays one.
+// Puts a dat file in its place: a link or a bound file at its path stays one. False with errno; the other with a problem.
+bool write_dat_file(Band band, const std::string& bytes);
 bool restore_dat_file(Band band, const std::string& bytes, Report& report);
 
 }  // namespace wlanctl

@@ -25,7 +25,7 @@ std::string comment(const std::string& text, const std::string& mark) {
 
 std::string line_of(const FileSetting& setting, bool secrets) {
   const Key& key = *setting.target.key;
-  if (key.accepted.kind == Accepted::Kind::kNothing) {
+  if (key.is_only_read()) {
     return comment(setting.name() + " is " + printable(setting.value) + ", and only read", "# ");
   }
   if (printable(setting.value) != setting.value) {

@@ -88,7 +88,9 @@ void note_lists(const StorePlan& plan, Report& report) {
 
 std::vector<ValueChange> changes_of(const StorePlan& plan) {
   std::vector<ValueChange> changes;
-  for (const Wish& step : plan.steps) {
+  std::vector<Wish> steps = plan.steps;
+  steps.insert(steps.end(), plan.unasked.begin(), plan.unasked.end());
+  for (const Wish& step : steps) {
     const auto known = std::find_if(changes.rbegin(), changes.rend(),
                                     [&](const ValueChange& one) { return one.target == step.target; });
     if (known != changes.rend() && plan.order != Order::kAsGiven) {

@@ -23,6 +23,7 @@
 namespace wlanctl {
 namespace {
 
+constexpr char kChangedByOther[] = "another of the values changes it";
 constexpr char kOrForce[] = "choose another value, or insist with --force";
 
 std::string next_of(const Wish& wish) {
@@ -49,9 +50,18 @@ bool is_taken_by_setter(Band band, const Wish& wish) {
   return wish.target.key->setter(wifi_type_of(band), wish.target.index, wish.value.c_str()) == 0;
 }
 
+enum class Insist {
+  kNo,
+  kOnDoubts,    // not on what the library refuses
+  kOnRefusals,  // on that too
+};
+
 class Try {
  public:
-  Try(Band band, bool force, Report& report) : band_(band), force_(force), report_(report) { plan_.band = band; }
+  Try(Band band, Insist insist, Report& report)
+      : band_(band), force_(insist != Insist::kNo), is_past_setters_(insist == Insist::kOnRefusals), report_(report) {
+    plan_.band = band;
+  }
 
   StorePlan run(const std::vector<Wish>& wishes, Order order) {
     plan_.order = order;
@@ -135,17 +145,28 @@ class Try {
     for (const Wish* wish : left) refuse_what_is_left(*wish);
   }
 
-  void refuse_what_is_left(const Wish& wish) {
-    if (!is_stored(band_, wish)) {
-      refuse(report_, band_, wish, reason_or_default(), next_of(wish));
-      return;
-    }
+  // Past the setter, where its refusal is insisted against.
+  bool is_put_unasked(const Wish& wish) {
+    if (!is_past_setters_) return false;
+    write_value(band_, *wish.target.key, wish.target.index, wish.value);
+    if (!is_there(wish)) return false;
+    plan_.unasked.push_back(wish);
+    return true;
+  }
+
+  std::string reason_against(const Wish& wish) {
+    if (!is_stored(band_, wish)) return reason_or_default();
     const std::string stands = exact_value(band_, wish.target).value_or("");
-    if (stands == wish.value) {
-      refuse(report_, band_, wish, "another of the values changes it", "leave out one of the two");
+    if (stands == wish.value) return kChangedByOther;
+    return "the library makes \"" + shown_value(*wish.target.key, stands) + "\" of it";
+  }
+
+  void refuse_what_is_left(const Wish& wish) {
+    const std::string reason = reason_against(wish);
+    if (is_put_unasked(wish)) {
+      report_.note(wish.target.name() + " is taken all the same: " + reason);
     } else {
-      refuse(report_, band_, wish, "the library makes \"" + shown_value(*wish.target.key, stands) + "\" of it",
-             next_of(wish));
+      refuse(report_, band_, wish, reason, reason == kChangedByOther ? "leave out one of the two" : next_of(wish));
     }
   }
 
@@ -280,6 +301,7 @@ class Try {
 
   Band band_;
   bool force_;
+  bool is_past_setters_;
   Report& report_;
   std::vector<wifimgr_attr_record> table_;
   std::vector<Target> judged_;  // that are refused, or noted
@@ -311,15 +333,22 @@ void refuse(Report& report, Band band, const Wish& wish, const std::string& reas
   report.problem({place + wish.target.name() + " cannot be \"" + shown + "\": " + reason, next, std::move(details)});
 }
 
-StorePlan try_out(Band band, const std::vector<Wish>& wishes, Order order, bool force, Report& report) {
+namespace {
+
+// Whether the setters take all of it.
+bool is_smooth(const StorePlan& plan, const Report& said) {
+  return !said.has_problems() && plan.unasked.empty();
+}
+
+StorePlan best_plan(Band band, const std::vector<Wish>& wishes, Order order, Insist insist, Report& report) {
   Report said;
-  StorePlan plan = Try(band, force, said).run(wishes, order);
-  if (order != Order::kAsGiven && said.has_problems()) {
+  StorePlan plan = Try(band, insist, said).run(wishes, order);
+  if (order != Order::kAsGiven && !is_smooth(plan, said)) {
     // A value may be taken only as long as another one is what it was: a key goes with the cipher before.
     Report said_of_other;
     const std::vector<Wish> backwards(wishes.rbegin(), wishes.rend());
-    StorePlan other = Try(band, force, said_of_other).run(backwards, order);
-    if (!said_of_other.has_problems()) {
+    StorePlan other = Try(band, insist, said_of_other).run(backwards, order);
+    if (is_smooth(other, said_of_other)) {
       plan = std::move(other);
       said = std::move(said_of_other);
     }
@@ -327,6 +356,27 @@ StorePlan try_out(Band band, const std::vector<Wish>& wishes, Order order, bool 
   for (const Problem& problem : said.problems()) report.problem(problem);
   for (const std::string& note : said.notes()) report.note(note);
   return plan;
+}
+
+}  // namespace
+
+StorePlan try_out(Band band, const std::vector<Wish>& wishes, Order order, bool force, Report& report) {
+  return best_plan(band, wishes, order, force ? Insist::kOnDoubts : Insist::kNo, report);
+}
+
+StorePlan try_for_file(Band band, const std::vector<Wish>& wishes, bool force, Report& report) {
+  return best_plan(band, wishes, Order::kAsNeeded, force ? Insist::kOnRefusals : Insist::kNo, report);
+}
+
+bool put_into_file_store(const StorePlan& plan, Report& report) {
+  const ShellScope nothing_runs(ShellMode::kDrop);
+  for (const Wish& step : plan.steps) {
+    if (is_stored(plan.band, step)) continue;
+    refuse(report, plan.band, step, first_reason(), next_of(step));
+    return false;
+  }
+  for (const Wish& wish : plan.unasked) write_value(plan.band, *wish.target.key, wish.target.index, wish.value);
+  return true;
 }
 
 }  // namespace wlanctl

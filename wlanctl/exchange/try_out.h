@@ -31,6 +31,7 @@ struct StorePlan {
   Order order = Order::kAsGiven;
   std::vector<wifimgr_attr_record> records;  // that the store lacks for SSIDs which it will serve; they come first
   std::vector<Wish> steps;
+  std::vector<Wish> unasked;       // what the library refuses and a file takes all the same; they come last
   std::vector<NotedField> fields;  // what they change, with all that the setters change besides
   bool loses_ssids = false;        // whether an apply asks twice then, see save_loses_ssids
 };
@@ -43,5 +44,11 @@ void refuse(Report& report, Band band, const Wish& wish, const std::string& reas
 
 // Every refusal is a problem. With `force` only the library's own are; what else speaks against a value is a note.
 StorePlan try_out(Band band, const std::vector<Wish>& wishes, Order order, bool force, Report& report);
+
+// As needed, of values for a dat file, which holds what no setter takes: with `force` the library's refusals are notes too.
+StorePlan try_for_file(Band band, const std::vector<Wish>& wishes, bool force, Report& report);
+
+// Carries such a plan out, without a word to the driver. False with a problem.
+bool put_into_file_store(const StorePlan& plan, Report& report);
 
 }  // namespace wlanctl

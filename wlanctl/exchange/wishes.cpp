@@ -10,10 +10,6 @@
 namespace wlanctl {
 namespace {
 
-bool is_read_only(const Key& key) {
-  return key.accepted.kind == Accepted::Kind::kNothing;
-}
-
 // The fields of another key of the dat file; none where the store does not have it.
 std::optional<std::string> other_value(const std::vector<FileSetting>& stored, const std::string& dat_key) {
   for (const FileSetting& setting : stored) {
@@ -44,7 +40,7 @@ Wishes wishes_of(const SettingsText& text, const std::string& file, Band band) {
   const std::vector<FileSetting> stored = settings_of_store(band);
   for (const FileSetting& setting : text.settings) {
     if (setting.band != band || setting.is_left_out || setting.dat_key == kReloadFlag) continue;
-    if (setting.is_setting() && !is_read_only(*setting.target.key)) {
+    if (setting.is_setting() && !setting.target.key->is_only_read()) {
       found.wishes.push_back({setting.target, setting.value, file, setting.line});
       continue;
     }
@@ -64,7 +60,7 @@ Wishes wishes_of(const SettingsText& text, const std::string& file, Band band) {
 std::vector<Wish> default_wishes(const SettingsText& text, const std::string& file, Band band) {
   std::vector<Wish> wishes;
   for (const Key& key : all_keys()) {
-    if (!key.is_on(band) || is_read_only(key)) continue;
+    if (!key.is_on(band) || key.is_only_read()) continue;
     const int first = key.scope == Scope::kBand ? -1 : 1;
     const int last = key.scope == Scope::kSsid ? coming_count(text, band) : key.scope == Scope::kLink ? kLinks : -1;
     for (int index = first; index <= last; ++index) {

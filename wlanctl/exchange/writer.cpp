@@ -38,8 +38,13 @@ std::string served_value(Band band, const StoreRecord& record) {
   std::vector<std::string> fields = record.fields;
   int index = 0;
   const Key* const key = find_dat_key(record.key, &index);
-  const bool has_field_for_ssid = key != nullptr && key->scope == Scope::kSsid && key->numbering == Numbering::kShared;
-  if (has_field_for_ssid) fields.resize(std::min(fields.size(), static_cast<size_t>(ssid_count(band))));
+  const bool is_shared = key != nullptr && key->numbering == Numbering::kShared;
+  if (is_shared && key->scope == Scope::kSsid) {
+    fields.resize(std::min(fields.size(), static_cast<size_t>(ssid_count(band))));
+  }
+  // The value is the first one, unless the loader has split a list.
+  const bool is_one = key != nullptr && key->is_on(band) && (key->scope == Scope::kBand || !is_shared);
+  if (is_one && !(is_shared && is_split_list(*key))) fields.resize(std::min<size_t>(fields.size(), 1));
   const std::string value = joined(fields, ";");
   return key != nullptr && is_repeated_for_ssids(*key) ? without_repetition(value) : value;
 }

@@ -47,6 +47,7 @@ struct Key {
   const char* setter_name;
 
   bool is_on(Band band) const { return on[number_of(band)]; }
+  bool is_only_read() const { return accepted.kind == Accepted::Kind::kNothing; }
   bool holds_numbers() const {
     return accepted.kind == Accepted::Kind::kNumber || accepted.kind == Accepted::Kind::kDigits;
   }

@@ -50,9 +50,13 @@ std::vector<DatFinding> new_lists_cut(Band band, const std::string& file) {
   return cut;
 }
 
+std::string kept_file(Band band) {
+  return std::string(place::kKept) + label_of(band);
+}
+
 }  // namespace
 
-bool may_write_file(Band band, const std::optional<std::string>& text, Report& report) {
+bool may_write_file(Band band, const std::optional<std::string>& text, Report& report, Writer writer) {
   const size_t before = report.problems().size();
   const std::string label = label_of(band);
   const std::string path = dat_path_of(band);
@@ -63,9 +67,11 @@ bool may_write_file(Band band, const std::optional<std::string>& text, Report& r
   }
   const std::string file = read_bytes(path).value_or("");
   tell(band, path, losses_at_load(file), "mend the line and wlanctl revert " + label + ", " + insist, report);
-  tell(band, "the store of " + label, losses_of_store(band), "set a value for each SSID, " + insist, report);
-  tell(band, "the store of " + label, new_lists_cut(band, file),
-       "shorten the list, or insist with --force, and the file has it without the rest", report);
+  if (writer == Writer::kLibrary) {
+    tell(band, "the store of " + label, losses_of_store(band), "set a value for each SSID, " + insist, report);
+    tell(band, "the store of " + label, new_lists_cut(band, file),
+         "shorten the list, or insist with --force, and the file has it without the rest", report);
+  }
   if (text) {
     tell(band, "the store of " + label, losses_at_load(*text), "set another value, " + insist, report);
     tell(band, path, losses_behind_count(file, *text), "set BssidNum back, or insist with --force", report);
@@ -105,14 +111,19 @@ bool keep_file_of_now(Band band, const std::optional<std::string>& text, Report&
   const bool loses = !losses_at_load(*file).empty() || !losses_of_store(band).empty() ||
                      (text && (!losses_at_load(*text).empty() || !losses_behind_count(*file, *text).empty()));
   if (!loses && !has_unused_values(*file)) return true;
-  const std::string path = std::string(place::kKept) + label_of(band);
-  if (!write_own_file(path, *file)) {
+  if (!keep_file_anyway(band, *file, report)) return false;
+  if (loses) report.note(dat_path_of(band) + " as it was is kept in " + kept_file(band));
+  return true;
+}
+
+bool keep_file_anyway(Band band, const std::string& file, Report& report) {
+  const std::string path = kept_file(band);
+  if (!write_own_file(path, file)) {
     report.problem({"cannot keep the dat file of " + std::string(label_of(band)) + " as it is in " + path + ": " +
                         std::strerror(errno),
                     "is there room, and the right to? nothing was written", about(band)});
     return false;
   }
-  if (loses) report.note(dat_path_of(band) + " as it was is kept in " + path);
   return true;
 }
 

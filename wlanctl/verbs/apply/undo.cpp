@@ -115,7 +115,7 @@ void tell_left(const Undoing& undoing, bool force, Report& report) {
     details["reason"] = reason;
     // As with an import, what nothing sets does not keep the rest from it.
     const std::optional<Target> target = change.target(entry.band);
-    const bool is_only_read = target && target->key->accepted.kind == Accepted::Kind::kNothing;
+    const bool is_only_read = target && target->key->is_only_read();
     tell(change.name + " of " + label + " cannot be brought back to \"" + shown_value(change, change.from, false) +
              "\": " + reason,
          std::move(details), is_only_read);

@@ -158,7 +158,7 @@ int show_page(const std::vector<Band>& bands_asked, Report& report) {
     bands.push_back(std::move(shown));
     if (states.is_lacking()) code = worse_of(code, kNotInForce);
     complain_of(band, states.lacks, next_step(band), report);
-    if (!states.is_told) say_untold(band, report);
+    if (!states.is_told) report.problem(untold(band));
   }
   report.data() = {{"board", json_of(board)}, {"bands", std::move(bands)}};
   return code == kDone && report.has_problems() ? kNoAnswer : code;

@@ -2,27 +2,20 @@
 #include <algorithm>
 
 #include "wlanctl/base/report.h"
-#include "wlanctl/base/terminal.h"
 #include "wlanctl/check/dat_check.h"
 #include "wlanctl/command_line/common_words.h"
 #include "wlanctl/confirm/pending.h"
 #include "wlanctl/confirm/recovery.h"
 #include "wlanctl/exchange/reader.h"
 #include "wlanctl/exchange/storing.h"
-#include "wlanctl/exchange/wishes.h"
 #include "wlanctl/files/lock.h"
+#include "wlanctl/store/added_records.h"
+#include "wlanctl/verbs/settings/import_part.h"
+#include "wlanctl/verbs/settings/import_to_file.h"
 #include "wlanctl/verbs/verbs.h"
 
 namespace wlanctl {
 namespace {
-
-// A band's part of an import.
-struct Part {
-  Band band = Band::k2_4G;
-  std::vector<LeftAlone> left;
-  StorePlan plan;
-  std::vector<ValueChange> changes;
-};
 
 void refuse_file(const std::string& file, const std::string& message, const std::string& next, Report& report) {
   report.problem({message, next, {{"file", name_of_file(file)}}});
@@ -56,54 +49,28 @@ void note_other_band(const Words& words, const SettingsText& text, Report& repor
               label_of(*parse_band(words.band)));
 }
 
-Part judged(Band band, const SettingsText& text, const Words& words, Report& report) {
-  Wishes wishes = wishes_of(text, words.file, band);
-  if (words.replace) {
-    for (Wish& wish : default_wishes(text, words.file, band)) wishes.wishes.push_back(std::move(wish));
-  }
-  Part part = {band, std::move(wishes.left), {}, {}};
-  part.plan = try_out(band, wishes.wishes, Order::kAsNeeded, words.force, report);
-  part.changes = changes_of(part.plan);
-  return part;
+std::string next_words(const ImportPart& part) {
+  if (!part.plan.loses_ssids) return "; save or apply brings them to the dat file";
+  return "; " + part.next + " brings them\n  to the dat file, which has more SSIDs now";
 }
 
-std::string next_of(const Part& part) {
-  if (part.changes.empty()) return "";
-  return "wlanctl apply " + std::string(label_of(part.band)) + (part.plan.loses_ssids ? " --force" : "");
-}
-
-void tell_data(const Words& words, const SettingsText& text, const std::vector<Part>& parts, Report& report) {
-  Json bands = Json::array();
-  for (const Part& part : parts) {
-    Json left = Json::array();
-    for (const LeftAlone& one : part.left) left.push_back(one.name);
-    bands.push_back({{"band", label_of(part.band)},
-                     {"changes", json_of(part.changes)},
-                     {"left", std::move(left)},
-                     {"next", words.dry_run ? "" : next_of(part)}});
-  }
-  report.data() = {{"file", name_of_file(words.file)},
-                   {"format", text.format},
-                   {"dry_run", words.dry_run},
-                   {"bands", std::move(bands)}};
-}
-
-std::string next_words(const Part& part) {
-  if (!part.plan.loses_ssids) return "save or apply brings them to the dat file";
-  return next_of(part) + " brings them\n  to the dat file, which has more SSIDs now";
-}
-
-void tell_done(const Words& words, const std::vector<Part>& parts, Report& report) {
-  for (const Part& part : parts) {
-    for (const LeftAlone& one : part.left) report.note(place_in(one.file, one.line) + ": " + one.reason);
+void tell_done(const Words& words, const std::vector<ImportPart>& parts, Report& report) {
+  for (const ImportPart& part : parts) {
+    tell_left(part, report);
     if (part.changes.empty()) {
       report.text() << label_of(part.band) << ": nothing changes; the store has it all\n";
     } else {
-      report.text() << text_of(part.band, part.changes) << label_of(part.band) << ": "
-                    << count_of(part.changes.size(), "value")
-                    << (words.dry_run ? " would be stored\n" : " stored; " + next_words(part) + '\n');
+      tell_changes(part, words, words.dry_run ? "" : next_words(part), report);
     }
   }
+}
+
+ImportPart judged(Band band, const SettingsText& text, const Words& words, Report& report) {
+  ImportPart part = judged_import(band, text, words, report);
+  for (const wifimgr_attr_record& record : part.plan.records) part.added.push_back(key_of(record));
+  if (part.changes.empty()) return part;
+  part.next = "wlanctl apply " + std::string(label_of(band)) + (part.plan.loses_ssids ? " --force" : "");
+  return part;
 }
 
 int run(const Words& words, Report& report) {
@@ -122,18 +89,19 @@ int run(const Words& words, Report& report) {
 
   const ToolLock lock(report, words.wait_seconds);
   if (!lock) return lock.exit_code();
+  if (words.to_file) return import_to_file(text, bands, words, report);
   for (const Band one : bands) {
     if (!(words.dry_run ? look_at_band(one, report) : open_band(one, report))) return kNoStore;
     note_waiting(one, report);
   }
-  for (const std::string& note : text.notes) report.note(place_in(words.file, 0) + ": " + note);
-  std::vector<Part> parts;
+  note_all(text, words, report);
+  std::vector<ImportPart> parts;
   for (const Band one : bands) parts.push_back(judged(one, text, words, report));
   if (report.has_problems()) return kRefused;
   tell_data(words, text, parts, report);
   if (!words.dry_run) {
     std::vector<StorePlan> plans;
-    for (const Part& part : parts) plans.push_back(part.plan);
+    for (const ImportPart& part : parts) plans.push_back(part.plan);
     if (!store_plans("import", plans, report)) {
       report.data() = Json::object();
       return kRefused;
@@ -154,6 +122,7 @@ constexpr Word kWords[] = {
      {.refusal = word::band_refusal, .offers = "band"}},
     {"--merge", &Words::merge, "Change only what the file has; so it is without this, too"},
     {"--replace", &Words::replace, "Set what the file lacks to its default"},
+    {"--to-file", &Words::to_file, "Into the dat file, with the lines that it lacks"},
     {"--dry-run", &Words::dry_run, "Only judge, and show what would change"},
     {"--force", &Words::force, "Store what is dangerous, would be lost, or cannot be served"},
     word::kCommandTimeout,
@@ -168,9 +137,14 @@ const Verb kImport = {"import", "Bring settings from a file into the live store"
                       "compared; where it differs it stays as it is, and that is told. Secrets that the\n"
                       "export left out stay as they are. save or apply brings the settings to the dat\n"
                       "file.\n\n"
+                      "A store has only the keys of the dat file that it was made of. --to-file adds\n"
+                      "the missing ones: it writes the dat file, a gateway's with no settings yet too,\n"
+                      "and says how they come into the live store. With --force it holds also what the\n"
+                      "library refuses, as a dat file may.\n\n"
                       "Examples:\n"
                       "  wlanctl import gateway.json --dry-run\n"
                       "  wlanctl import radio.dat 5g --replace\n"
+                      "  wlanctl import gateway.json --to-file\n"
                       "  wlanctl export 2.4g | ssh other wlanctl import -",
                       kWords, run};
 

@@ -14,6 +14,7 @@
 #include "wlanctl/store/segment.h"
 #include "wlanctl/store/value.h"
 #include "wlanctl/verbs/apply/guarded_save.h"
+#include "wlanctl/verbs/apply/way_into_store.h"
 #include "wlanctl/verbs/ssid/report.h"
 #include "wlanctl/verbs/ssid/steps.h"
 #include "wlanctl/verbs/verbs.h"
@@ -95,7 +96,7 @@ int write_files(const Words& words, const std::vector<SsidPlan>& plans, Report& 
   Json bands = Json::array();
   for (const JudgedPlan& judged : done) {
     tell_change(judged, "added", words.dry_run ? ChangeIs::kTried : ChangeIs::kInFile, report);
-    if (!words.dry_run) tell_restart(judged.plan.band, judged.plan.ssid, report);
+    if (!words.dry_run) tell_restart(judged.plan.band, "SSID " + std::to_string(judged.plan.ssid), report);
     bands.push_back(json_of(judged));
   }
   report.data() = {{"dry_run", words.dry_run}, {"in_file", true}, {"bands", std::move(bands)}, {"next", ""}};

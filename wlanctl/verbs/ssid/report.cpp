@@ -114,15 +114,4 @@ Json json_of(const JudgedPlan& judged) {
           {"added_records", std::move(records)}};
 }
 
-void tell_restart(Band band, int ssid, Report& report) {
-  const std::string label = label_of(band);
-  report.text() << "  " << dat_path_of(band) << " has SSID " << ssid << "; the live store has no room for it.\n"
-                << "  It comes with a reboot or, without one, with these steps in their order:\n"
-                << "    1. stop the management processes, which hold the store\n"
-                << "    2. ipcrm -M " << segment_key_of(band) << '\n'
-                << "    3. wlanctl apply " << label << " --again   (makes the new store, with room)\n"
-                << "    4. start the management processes\n";
-  report.note(label + ": until then a save or an apply of the live store writes the dat file without it");
-}
-
 }  // namespace wlanctl

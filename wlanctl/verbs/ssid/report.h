@@ -21,7 +21,4 @@ std::string farewell(const SsidPlan& plan);
 void tell_change(const JudgedPlan& judged, const std::string& done, ChangeIs is, Report& report);
 Json json_of(const JudgedPlan& judged);
 
-// How a change that only the dat file has comes into the store and into force.
-void tell_restart(Band band, int ssid, Report& report);
-
 }  // namespace wlanctl
