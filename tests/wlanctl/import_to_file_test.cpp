@@ -144,6 +144,26 @@ TEST(ImportToFile, KeepsTheFileAsItWasAndAnEntryOfIt) {
   EXPECT_THAT(steps[2].out, HasSubstr("save"));
 }
 
+TEST(ImportToFile, KilledAtAnyMomentLeavesTheOldFileOrTheNewOne) {
+  for (const std::string when : {"before", "after"}) {
+    const Result result =
+        run_story("library_probe init 0 >/dev/null; cp " + kFile + " before;" + kMore + "killed_at '" + when + " 1 " +
+                  kFile + "' wlanctl import more.json --to-file; echo $?; cmp -s before " + kFile +
+                  " && echo old; grep -c -x -e Channel=11 -e TxPower=50 -e SSID1=Attic " + kFile +
+                  "; wlanctl import more.json --to-file >/dev/null; ls -l /etc/Wireless/RT2860AP | grep -c -e "
+                  "'^-rw-r--r--.*dat$' -e new");
+    EXPECT_EQ(when == "before" ? "137\nold\n0\n1\n" : "137\n3\n1\n", result.out) << result.err;
+  }
+}
+
+TEST(ImportToFile, LeavesALinkALink) {
+  const auto steps = run_live(
+      {"mv " + kFile + " real.dat; ln -s $PWD/real.dat " + kFile + "; " + kMore + "wlanctl import more.json --to-file",
+       "test -L " + kFile + " && grep ^Channel= real.dat"});
+  EXPECT_EQ(0, steps[0].status) << steps[0].err;
+  EXPECT_EQ("Channel=11\n", steps[1].out);
+}
+
 TEST(ImportToFile, WaitsForADecision) {
   const auto steps =
       run_live({kMore + "wlanctl set 2.4g HideSSID:1=1 >/dev/null; wlanctl apply 2.4g --confirm 600 >/dev/null; "

@@ -16,6 +16,7 @@
 #include "wlanctl/base/report.h"
 #include "wlanctl/files/bytes.h"
 #include "wlanctl/files/plain_file.h"
+#include "wlanctl/files/whole_file.h"
 #include "wlanctl/history/record.h"
 #include "wlanctl/keys/dat_key.h"
 #include "wlanctl/library/command.h"
@@ -79,8 +80,7 @@ bool end_pending(const Pending& pending, TakenFor reason, Report& report) {
 }  // namespace
 
 bool write_dat_file(Band band, const std::string& bytes) {
-  const int file = open_plain_file(dat_path_of(band), O_WRONLY | O_CREAT | O_TRUNC, 0644);
-  return file >= 0 && finish_file(file, bytes);
+  return write_whole_file(dat_path_of(band), bytes);
 }
 
 bool restore_dat_file(Band band, const std::string& bytes, Report& report) {
