@@ -402,7 +402,6 @@ TEST(Import, HasNoStoreWhereNoneCanBeMade) {
   EXPECT_EQ(3, steps[0].status);
 }
 
-// The dat files that the tests of library, simulator and tool know, each as both bands' file.
 TEST(Import, SaysTwoForWrongWords) {
   for (const Result& step : run_live({"wlanctl import --json", "wlanctl import f.json 6g --json"})) {
     EXPECT_EQ(2, step.status);
