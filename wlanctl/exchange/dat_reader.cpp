@@ -35,9 +35,6 @@ class Reader {
         refuse(line.number, line.key, "line " + std::to_string(first->second) + " has it already");
       }
     }
-    if (dat_.lines.empty() && text_.problems.empty()) {
-      text_.problems.push_back({0, "there are no settings in it", "is it the right file?"});
-    }
     if (unserved_ > 0) {
       text_.notes.push_back(count_of(unserved_, "value") + " behind the last SSID of the file " +
                             (unserved_ == 1 ? "is" : "are") + " nobody's, and left out");
@@ -109,6 +106,14 @@ class Reader {
 
 SettingsText read_dat_settings(const std::string& bytes, Band band) {
   return Reader(bytes, band).read();
+}
+
+bool has_dat_setting(const std::string& bytes) {
+  const DatText dat = read_dat_text(bytes);
+  return std::any_of(dat.lines.begin(), dat.lines.end(), [](const DatLine& line) {
+    int index = 0;
+    return find_dat_key(line.key, &index) != nullptr;
+  });
 }
 
 }  // namespace wlanctl
