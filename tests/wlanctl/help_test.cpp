@@ -90,6 +90,37 @@ TEST(Hint, NamesTheOptionThatIsMeant) {
   EXPECT_THAT(said_of("show --xyzzy"), testing::Not(HasSubstr("do you mean")));
 }
 
+TEST(Hint, PutsAVerbThatStandsBehindItsBandInFrontOfIt) {
+  EXPECT_EQ(
+      "wlanctl: there is no verb \"radio 2.4g\"; do you mean wlanctl radio off 2.4g? wlanctl radio --help shows "
+      "what it takes",
+      said_of("radio 2.4g off"));
+  EXPECT_THAT(said_of("ssid 2.4g list"), HasSubstr("do you mean wlanctl ssid list 2.4g?"));
+  EXPECT_THAT(said_of("wps 5G pbc 1 --json"), HasSubstr("do you mean wlanctl wps pbc 5G 1 --json?"));
+  EXPECT_THAT(said_of("2.4g ssid list"), HasSubstr("do you mean wlanctl ssid list 2.4g?"));
+  EXPECT_THAT(said_of("ssid 5g rename 1 'My Home'"), HasSubstr("do you mean wlanctl ssid rename 5g 1 ...?"));
+  EXPECT_THAT(said_of("radio 2.4g"), testing::Not(HasSubstr("do you mean")));
+  EXPECT_THAT(said_of("radio 2.4g of"), testing::Not(HasSubstr("do you mean")));
+}
+
+TEST(Hint, NamesTheVerbBelowThatTakesTheWord) {
+  EXPECT_EQ(
+      "wlanctl: there is no band \"3\"; say 2.4g or 5g; do you mean wlanctl log show 3? wlanctl log --help shows "
+      "what it takes",
+      said_of("log 3"));
+  EXPECT_THAT(said_of("log 6g"), testing::Not(HasSubstr("do you mean")));
+}
+
+TEST(Hint, NamesTheSettingsWhoseMeaningHasTheWord) {
+  const std::string lists = "wlanctl keys --about passphrase lists WPAPSK";
+  EXPECT_EQ("wlanctl: there is no key \"passphrase\"; wlanctl keys --about passphrase lists\n         WPAPSK\n",
+            call("explain passphrase").out);
+  EXPECT_EQ("wlanctl: no setting is like that: \"passphrase\"; " + lists, said_of("keys passphrase"));
+  EXPECT_THAT(said_of("keys network"), HasSubstr("--about network lists HideSSID, SSID, WNMEnable, WscDefaultSSID"));
+  EXPECT_THAT(said_of("keys most"), testing::ContainsRegex("wlanctl keys --about most lists [0-9]+ settings"));
+  EXPECT_THAT(said_of("keys 'a b'"), HasSubstr("; wlanctl keys lists all"));
+}
+
 TEST(Hint, BlamesTheOptionAndNotTheWordBehindIt) {
   EXPECT_THAT(said_of("status --wacht 2"), StartsWith("wlanctl: status has no option --wacht; do you mean --watch?"));
 }
