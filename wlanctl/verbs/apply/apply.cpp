@@ -1,5 +1,6 @@
 // apply: brings the live store into force. What it prints is in apply_text.h, and in dry_run_text.h.
 #include <algorithm>
+#include <ctime>
 #include <utility>
 
 #include "wlanctl/apply/applied_state.h"
@@ -329,6 +330,7 @@ int apply(const Words& words, Report& report) {
     if (!*lock) return lock->exit_code();
   }
   std::vector<Job> jobs;
+  const auto begun = static_cast<int64_t>(time(nullptr));
   int code = plan_all(words, report, &jobs);
   if (words.dry_run) {
     for (const Job& job : jobs) {
@@ -338,7 +340,8 @@ int apply(const Words& words, Report& report) {
     tell_doubts(jobs, report);
     return code;
   }
-  for (const Job& job : jobs) {
+  for (Job& job : jobs) {
+    job.entry.when = begun;
     if (!job.is_refused) forget_taken_back(job.band);
   }
   code = worse_of(code, run_all(words, jobs, report));
