@@ -98,7 +98,7 @@ std::string scopes() {
 }
 
 constexpr Word kWords[] = {
-    {"PATTERN", &Words::pattern, "Part of a name; 2.4g and 5g stand for the band", {.offers = "band"}},
+    {"PATTERN", &Words::pattern, "Part of a name; 2.4g and 5g stand for the band", {.offers = "band-or-name"}},
     {"--scope", &Words::scope, "What is set for the band, an SSID or a link", {.choices = scopes}},
     {"--band",
      &Words::band,
