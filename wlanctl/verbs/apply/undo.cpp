@@ -198,9 +198,9 @@ void tell(const Undoing& undoing, const Words& words, Report& report) {
   const std::string label = label_of(undoing.entry.band);
   for (const Step& step : undoing.steps) {
     const SettingChange& change = step.change;
-    report.text() << label << ' ' << printable(change.name) << " = "
-                  << printable(shown_value(change, change.from, words.secrets)) << "  (was "
-                  << printable(shown_value(change, step.now, words.secrets)) << ")\n";
+    report.text() << change_lines(label + ' ' + printable(change.name),
+                                  printable(shown_value(change, change.from, words.secrets)),
+                                  printable(shown_value(change, step.now, words.secrets)));
   }
   if (undoing.steps.empty()) {
     report.text() << label << ": the store is as before " << undoing.name() << " already\n";
