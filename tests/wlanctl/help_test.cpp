@@ -90,6 +90,37 @@ TEST(Hint, NamesTheOptionThatIsMeant) {
   EXPECT_THAT(said_of("show --xyzzy"), testing::Not(HasSubstr("do you mean")));
 }
 
+std::vector<std::string> verbs_in(const std::string& help) {
+  std::vector<std::string> verbs;
+  const size_t begin = help.find("\nSubcommands:\n");
+  if (begin == std::string::npos) return verbs;
+  for (const std::string& line : lines_of(help.substr(begin + 14, help.find("\n\n", begin) - begin - 14))) {
+    const size_t word = line.find_first_not_of(' ');
+    if (word == 2) verbs.push_back(line.substr(word, line.find(' ', word) - word));
+  }
+  return verbs;
+}
+
+// An example that was cut is none that can be copied.
+TEST(HelpVerb, KeepsItsParagraphsAndExamplesAsTheyWereWritten) {
+  std::vector<std::string> paths = {""};
+  for (size_t i = 0; i < paths.size(); ++i) {
+    const std::string help = call("help " + paths[i]).out;
+    for (const std::string& verb : verbs_in(help)) paths.push_back(paths[i] + (paths[i].empty() ? "" : " ") + verb);
+    const size_t verbs = help.find("\nSubcommands:\n");
+    const std::string prose =
+        help.substr(help.find("\n\n", verbs == std::string::npos ? help.find("\nOptions:\n") : verbs));
+    EXPECT_THAT(prose, HasSubstr("Examples:\n")) << paths[i];
+    for (const std::string& line : lines_of(prose)) {
+      EXPECT_LE(line.size(), 80u) << line;
+      EXPECT_THAT(line, testing::Not(StartsWith("    "))) << paths[i];
+      const bool is_example = prose.find("Examples:\n") < prose.find(line) && line.find("wlanctl") != std::string::npos;
+      EXPECT_TRUE(!is_example || paths[i].empty() || line.starts_with("  ")) << paths[i];
+    }
+  }
+  EXPECT_GT(paths.size(), 40u);
+}
+
 TEST(Hint, PutsAVerbThatStandsBehindItsBandInFrontOfIt) {
   EXPECT_EQ(
       "wlanctl: there is no verb \"radio 2.4g\"; do you mean wlanctl radio off 2.4g? wlanctl radio --help shows "

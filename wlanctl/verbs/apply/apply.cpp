@@ -373,7 +373,7 @@ constexpr char kFooter[] =
     "/etc/Wireless too, or in the folder that WLANCTL_FOLDER names.\n\n"
     "Examples:\n"
     "  wlanctl apply 2.4g --dry-run\n"
-    "  wlanctl apply 2.4g --confirm 60 && ping -c3 192.168.1.2 && wlanctl confirm 2.4g";
+    "  wlanctl apply --confirm 60 && ping -c3 192.168.1.2 && wlanctl confirm";
 
 constexpr Word kWords[] = {
     word::kBand,
@@ -381,7 +381,7 @@ constexpr Word kWords[] = {
     {"--secrets", &Words::secrets, "Show passphrases and keys in a dry run"},
     {"--confirm",
      &Words::confirm_seconds,
-     "Put all back unless wlanctl confirm comes",
+     "Put all back unless wlanctl confirm comes in time",
      {.lowest = 1, .highest = kLongestWait, .value_name = "SECONDS"}},
     {"--keep", &Words::keep, "With --confirm: wait also for what is not in force"},
     {"--again", &Words::again, "Run the whole apply though nothing differs"},

@@ -115,6 +115,7 @@ const Verb kKeys = {"keys",
                     "Examples:\n"
                     "  wlanctl keys\n"
                     "  wlanctl keys wpa --scope ssid\n"
+                    "  wlanctl keys --about passphrase\n"
                     "  wlanctl keys --band 5g --about beam",
                     kWords,
                     run,
