@@ -45,7 +45,8 @@ const Words kSteps = {
     "wlanctl stations",
     "wlanctl neighbours",
     "wlanctl doctor --all",
-    "wlanctl ssid list",
+    "wlanctl set 2.4g SSID:1=\"$name\" SSID:2=\"B${name#A}\"; wlanctl stations; wlanctl status; wlanctl wps status "
+    "2.4g 1",
     "wlanctl ssid rename 2.4g 1 \"$name\"",
     "wlanctl ssid add --both 'C name of thirty two characters!' --security open --dry-run",
     "wlanctl ssid remove 2.4g \"$name\" --yes --dry-run",
@@ -74,6 +75,16 @@ TEST(Columns, AreEightyInWhatTheVerbsPrint) {
       }
       EXPECT_TRUE(columns_of(shown) <= 80 || is_one_value(shown)) << kSteps[i] << ": " << shown;
     }
+  }
+}
+
+// The last column of the table.
+TEST(Columns, OfTheListOfSsidsAreMoreOnlyForANameOfTheOperators) {
+  const Result result = run_live({std::string(kLong) + "wlanctl set 2.4g SSID:1=\"$name\" AuthMode:1=WPA2PSKWPA3PSK "
+                                                       ">/dev/null; command wlanctl ssid list"})[0];
+  EXPECT_THAT(result.out, HasSubstr("A name of thirty two characters!\n"));
+  for (const std::string& line : lines_of(result.out)) {
+    EXPECT_LE(columns_of(line.substr(0, line.find("A name of"))), 80u) << line;
   }
 }
 

@@ -46,7 +46,7 @@ TEST(Import, SaysThatAModeWithoutPskAsksARadiusServer) {
 
 TEST(Import, SaysOnceOfAFileWithoutASettingThatItIsNone) {
   const auto steps = run_live({"wlanctl import /etc/passwd", "wlanctl import /etc/passwd 2.4g",
-                               into("words", "no setting=1\n") + "wlanctl import words 5g",
+                               into("words", "no setting\nNoKey=1\n") + "wlanctl import words 5g",
                                into("blank.dat", "TxPower=50\nChannel = 11\n") + "wlanctl import blank.dat 2.4g"});
   for (const char* const file : {"/etc/passwd", "words"}) {
     const Result& step = steps.at(file == std::string("words") ? 2 : 0);

@@ -35,6 +35,9 @@ class Reader {
         refuse(line.number, line.key, "line " + std::to_string(first->second) + " has it already");
       }
     }
+    if (dat_.lines.empty() && text_.problems.empty()) {
+      text_.problems.push_back({0, "there are no settings in it", "is it the right file?"});
+    }
     if (unserved_ > 0) {
       text_.notes.push_back(count_of(unserved_, "value") + " behind the last SSID of the file " +
                             (unserved_ == 1 ? "is" : "are") + " nobody's, and left out");

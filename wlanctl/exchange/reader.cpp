@@ -196,20 +196,23 @@ SettingsText read_settings(const std::string& bytes, const std::optional<Band>& 
   const bool is_json = first != std::string::npos && (bytes[first] == '{' || bytes[first] == '[');
   if (auto text = hopeless_text(bytes, is_json ? "json" : "dat")) return *text;
   if (is_json) return read_json_settings(bytes);
-  if (!has_dat_setting(bytes)) {
-    SettingsText text;
-    text.format = "dat";
+  const bool has_setting = has_dat_setting(bytes);
+  if (band) {
+    SettingsText text = read_dat_settings(bytes, *band);
+    // A store without a setting can be exported, too.
+    if (has_setting || text.problems.empty()) return text;
+  }
+  SettingsText text;
+  text.format = "dat";
+  if (has_setting) {
+    text.problems.push_back({0, "which band this dat file is for is not known", "name the band behind the file"});
+  } else {
     const bool is_empty = bytes.find_first_not_of(" \t\r\n") == std::string::npos;
     text.problems.push_back({0,
                              is_empty ? "there are no settings in it"
                                       : "it is no settings file: none of its lines begins with a setting and =",
                              "name what export wrote, or a dat file"});
-    return text;
   }
-  if (band) return read_dat_settings(bytes, *band);
-  SettingsText text;
-  text.format = "dat";
-  text.problems.push_back({0, "which band this dat file is for is not known", "name the band behind the file"});
   return text;
 }
 
