@@ -134,6 +134,10 @@ TEST(Hint, PutsAVerbThatStandsBehindItsBandInFrontOfIt) {
   EXPECT_THAT(said_of("radio 2.4g of"), testing::Not(HasSubstr("do you mean")));
 }
 
+TEST(Hint, TakesAnOptionWithNothingBehindItsEqualsSignForNoFlag) {
+  EXPECT_THAT(said_of("status 5g --watch="), HasSubstr("--watch takes a number, and \"\" is none"));
+}
+
 TEST(Hint, NamesTheVerbBelowThatTakesTheWord) {
   EXPECT_EQ(
       "wlanctl: there is no band \"3\"; say 2.4g or 5g; do you mean wlanctl log show 3? wlanctl log --help shows "
