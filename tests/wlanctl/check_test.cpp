@@ -309,7 +309,7 @@ TEST(Check, PrintsALineThatAnEditorCanJumpTo) {
   const Result result = shell_in(folder, "$WLANCTL check --band 2.4g radio.dat 2>&1");
   EXPECT_EQ(1, result.status);
   EXPECT_EQ(
-      "radio.dat:2: HideSSID: error: \"9\" is refused: The HideSSID value should be 0 or 1\n"
+      "radio.dat:2: HideSSID: error: \"9\" is refused: The HideSSID value should be 0 or\n    1\n"
       "wlanctl: 1 error in radio.dat; mend the lines and check again\n",
       result.out);
 }

@@ -107,6 +107,23 @@ TEST_P(Tab, OffersTheSsidsBehindTheBand) {
   EXPECT_EQ("ssid|remove|5g|1|2|3|4|5|6|7|8", typed("wlanctl ssid remove 5g " + kAll));
 }
 
+TEST_P(Tab, TakesBothForTheBand) {
+  const std::string numbers = "1|2|3|4|5|6|7|8";
+  EXPECT_EQ("ssid|rename|--both|" + numbers, typed("wlanctl ssid rename --both " + kAll));
+  EXPECT_EQ("ssid|remove|--both|" + numbers, typed("wlanctl ssid remove --both " + kAll));
+  EXPECT_EQ("ssid|rename|5g|" + numbers, typed("wlanctl ssid rename 5g " + kAll));
+  EXPECT_EQ("ssid|rename|--both|1|2", typed("wlanctl ssid rename --both 1 2" + kAll));
+  EXPECT_EQ("ssid|rename|2.4g|--both", typed("wlanctl ssid rename 2\t--both"));
+  EXPECT_EQ("undo|--both|2", typed("wlanctl undo --both 2" + kAll));
+}
+
+TEST_P(Tab, OffersTheNamesOfTheKeysToBeListed) {
+  EXPECT_EQ("keys|HideSSID", typed("wlanctl keys HideS\t"));
+  EXPECT_EQ("keys|2.4g", typed("wlanctl keys 2\t"));
+  EXPECT_EQ("Channel|keys", sorted("wlanctl keys Channel" + kAll));
+  EXPECT_THAT(typed("wlanctl keys " + kAll), testing::AllOf(testing::HasSubstr("5g"), testing::HasSubstr("WPAPSK")));
+}
+
 TEST_P(Tab, OffersTheOptionsOfTheVerb) {
   EXPECT_EQ("diff|5g|--color|--exit-code|--help|--in-force|--json|--no-pager|--secrets",
             typed("wlanctl diff 5g --" + kAll));

@@ -65,6 +65,10 @@ const std::vector<Damages>& gateways() {
        {"interfaces that are not as they should",
         "ifconfig ra1 down; brctl delif br-lan rai0; simctl fail channel EIO ra0",
         {"interface-down 2.4g", "interface-unbridged 5g", "driver-silent 2.4g"}},
+       {"interfaces in two bridges",
+        "simctl fail none; ifconfig ra0 up; brctl addif br-lan rai0 2>/dev/null; brctl delif br-lan rai1; brctl addif "
+        "br0 rai1",
+        {"bridges-differ 5g"}},
        {"modules that are not there",
         "rm /lib/modules/4.4.115/mt7603eap.ko; rmmod mt7662e_ap",
         {"module-missing 2.4g", "module-unloaded 5g", "interface-missing 5g", "driver-silent 5g"}},

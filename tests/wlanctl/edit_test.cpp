@@ -32,6 +32,29 @@ TEST(Edit, StoresWhatWasChanged) {
   EXPECT_EQ("Channel  11\nSSID:1   Attic\n", steps[1].out);
 }
 
+TEST(Edit, TellsEachLineThatCannotBeRead) {
+  const auto steps = run_live({edit("seq 12 >>$1", "wlanctl edit 2.4g --json")});
+  EXPECT_EQ(12u, document_in(steps[0].out)["problems"].size());
+}
+
+TEST(Edit, TakesBlanksAroundAnEqualsSign) {
+  const auto steps = run_live({edit("sed -i -e 's/^Channel=.*/Channel = 11/' -e 's/^HideSSID:1=/HideSSID:1 = /' $1"),
+                               edit("sed -i 's/^SSID:1=.*/SSID:1 = Attic/' $1"), "wlanctl get 2.4g SSID:1"});
+  EXPECT_EQ("2.4g Channel = 11  (was 6)\n", steps[0].out) << steps[0].err;
+  EXPECT_THAT(steps[1].err, HasSubstr("SSID:1: a blank behind = is a part of this value"));
+  EXPECT_EQ("Gateway-Home\n", steps[2].out);
+}
+
+// What the store has came from a file that no setter has judged.
+TEST(Edit, LeavesAloneWhatItHasWrittenItselfBlanksToo) {
+  const auto steps =
+      run({"sed -i 's/^TxPower=.*/TxPower= 50 /' /etc/Wireless/RT2860AP/RT2860AP.dat; library_probe init 0 "
+           ">/dev/null\n" +
+           edit("grep ^TxPower $1 | od -c >&2; sed -i s/^Channel=.*/Channel=11/ $1")});
+  EXPECT_THAT(steps.err, HasSubstr("=       5   0"));
+  EXPECT_EQ("2.4g Channel = 11  (was 6)\n", steps.out) << steps.err;
+}
+
 TEST(Edit, ShowsWhatEachSettingMeansAndTakes) {
   const auto steps = run_live({edit("cat $1 >seen"),
                                "grep -B1 ^MaxStaNum:1= seen; grep -A1 ^MaxStaNum:1= seen; grep -B3 ^BeaconPeriod= seen",

@@ -89,6 +89,72 @@ TEST(Hint, NamesTheOptionThatIsMeant) {
   EXPECT_THAT(said_of("show --xyzzy"), testing::Not(HasSubstr("do you mean")));
 }
 
+std::vector<std::string> verbs_in(const std::string& help) {
+  std::vector<std::string> verbs;
+  const size_t begin = help.find("\nSubcommands:\n");
+  if (begin == std::string::npos) return verbs;
+  for (const std::string& line : lines_of(help.substr(begin + 14, help.find("\n\n", begin) - begin - 14))) {
+    const size_t word = line.find_first_not_of(' ');
+    if (word == 2) verbs.push_back(line.substr(word, line.find(' ', word) - word));
+  }
+  return verbs;
+}
+
+// An example that was cut is none that can be copied.
+TEST(HelpVerb, KeepsItsParagraphsAndExamplesAsTheyWereWritten) {
+  std::vector<std::string> paths = {""};
+  for (size_t i = 0; i < paths.size(); ++i) {
+    const std::string help = call("help " + paths[i]).out;
+    for (const std::string& verb : verbs_in(help)) paths.push_back(paths[i] + (paths[i].empty() ? "" : " ") + verb);
+    const size_t verbs = help.find("\nSubcommands:\n");
+    const std::string prose =
+        help.substr(help.find("\n\n", verbs == std::string::npos ? help.find("\nOptions:\n") : verbs));
+    EXPECT_THAT(prose, HasSubstr("Examples:\n")) << paths[i];
+    for (const std::string& line : lines_of(prose)) {
+      EXPECT_LE(line.size(), 80u) << line;
+      EXPECT_THAT(line, testing::Not(StartsWith("    "))) << paths[i];
+      const bool is_example = prose.find("Examples:\n") < prose.find(line) && line.find("wlanctl") != std::string::npos;
+      EXPECT_TRUE(!is_example || paths[i].empty() || line.starts_with("  ")) << paths[i];
+    }
+  }
+  EXPECT_GT(paths.size(), 40u);
+}
+
+TEST(Hint, PutsAVerbThatStandsBehindItsBandInFrontOfIt) {
+  EXPECT_EQ(
+      "wlanctl: there is no verb \"radio 2.4g\"; do you mean wlanctl radio off 2.4g? wlanctl radio --help shows "
+      "what it takes",
+      said_of("radio 2.4g off"));
+  EXPECT_THAT(said_of("ssid 2.4g list"), HasSubstr("do you mean wlanctl ssid list 2.4g?"));
+  EXPECT_THAT(said_of("wps 5G pbc 1 --json"), HasSubstr("do you mean wlanctl wps pbc 5G 1 --json?"));
+  EXPECT_THAT(said_of("2.4g ssid list"), HasSubstr("do you mean wlanctl ssid list 2.4g?"));
+  EXPECT_THAT(said_of("ssid 5g rename 1 'My Home'"), HasSubstr("do you mean wlanctl ssid rename 5g 1 ...?"));
+  EXPECT_THAT(said_of("radio 2.4g"), testing::Not(HasSubstr("do you mean")));
+  EXPECT_THAT(said_of("radio 2.4g of"), testing::Not(HasSubstr("do you mean")));
+}
+
+TEST(Hint, TakesAnOptionWithNothingBehindItsEqualsSignForNoFlag) {
+  EXPECT_THAT(said_of("status 5g --watch="), HasSubstr("--watch takes a number, and \"\" is none"));
+}
+
+TEST(Hint, NamesTheVerbBelowThatTakesTheWord) {
+  EXPECT_EQ(
+      "wlanctl: there is no band \"3\"; say 2.4g or 5g; do you mean wlanctl log show 3? wlanctl log --help shows "
+      "what it takes",
+      said_of("log 3"));
+  EXPECT_THAT(said_of("log 6g"), testing::Not(HasSubstr("do you mean")));
+}
+
+TEST(Hint, NamesTheSettingsWhoseMeaningHasTheWord) {
+  const std::string lists = "wlanctl keys --about passphrase lists WPAPSK";
+  EXPECT_EQ("wlanctl: there is no key \"passphrase\"; wlanctl keys --about passphrase lists\n         WPAPSK\n",
+            call("explain passphrase").out);
+  EXPECT_EQ("wlanctl: no setting is like that: \"passphrase\"; " + lists, said_of("keys passphrase"));
+  EXPECT_THAT(said_of("keys network"), HasSubstr("--about network lists HideSSID, SSID, WNMEnable, WscDefaultSSID"));
+  EXPECT_THAT(said_of("keys most"), testing::ContainsRegex("wlanctl keys --about most lists [0-9]+ settings"));
+  EXPECT_THAT(said_of("keys 'a b'"), HasSubstr("; wlanctl keys lists all"));
+}
+
 TEST(Hint, BlamesTheOptionAndNotTheWordBehindIt) {
   EXPECT_THAT(said_of("status --wacht 2"), StartsWith("wlanctl: status has no option --wacht; do you mean --watch?"));
 }

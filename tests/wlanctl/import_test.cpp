@@ -44,6 +44,32 @@ TEST(Import, SaysThatAModeWithoutPskAsksARadiusServer) {
   }
 }
 
+TEST(Import, SaysOnceOfAFileWithoutASettingThatItIsNone) {
+  const auto steps = run_live({"wlanctl import /etc/passwd", "wlanctl import /etc/passwd 2.4g",
+                               into("words", "no setting\nNoKey=1\n") + "wlanctl import words 5g",
+                               into("blank.dat", "TxPower=50\nChannel = 11\n") + "wlanctl import blank.dat 2.4g"});
+  for (const char* const file : {"/etc/passwd", "words"}) {
+    const Result& step = steps.at(file == std::string("words") ? 2 : 0);
+    EXPECT_EQ(1, step.status);
+    EXPECT_EQ("wlanctl: " + std::string(file) +
+                  ": it is no settings file: none of its lines begins with a setting and =; name what export wrote, or "
+                  "a dat file\n",
+              step.err);
+  }
+  EXPECT_EQ(steps[0].err, steps[1].err);
+  EXPECT_THAT(steps[3].err, HasSubstr("it stays as it is; a dat file has Channel without a blank in front of =\n"));
+}
+
+TEST(Import, ListsTenLinesThatCannotBeReadAndCountsTheOthers) {
+  const auto steps = run_live({"{ echo Channel=11; seq 24; } >many.dat; wlanctl import many.dat 2.4g",
+                               "wlanctl import many.dat 2.4g --json", "seq 11 | wlanctl set 2.4g --from -"});
+  EXPECT_EQ(11u, lines_of(steps[0].err).size()) << steps[0].err;
+  EXPECT_THAT(steps[0].err, HasSubstr("many.dat:11: there is no = in the line"));
+  EXPECT_THAT(steps[0].err, HasSubstr("wlanctl: many.dat: 14 more lines are wrong; mend the others first\n"));
+  EXPECT_EQ(11u, document_in(steps[1].out)["problems"].size());
+  EXPECT_THAT(steps[2].err, HasSubstr("wlanctl: standard input: 1 more line is wrong; mend the others first\n"));
+}
+
 TEST(Import, ReadsStandardInput) {
   const auto steps = run_live({"wlanctl export 5g | wlanctl import -", "echo '{' | wlanctl import -"});
   EXPECT_EQ("5g: nothing changes; the store has it all\n", steps[0].out);
@@ -200,10 +226,10 @@ TEST(Import, GivesUpOnATextWithoutSense) {
                 into("nul.json", settings("\"Channel\\u0000x\": 1")) + "wlanctl import nul.json"});
   for (const Result& step : steps) EXPECT_EQ(1, step.status);
   EXPECT_THAT(steps[0].err, HasSubstr("many.json:1: there are more than 4096 names in it"));
-  EXPECT_EQ(101u, document_in(steps[1].out)["problems"].size());
+  EXPECT_EQ(12u, document_in(steps[1].out)["problems"].size());
   EXPECT_THAT(steps[2].err, HasSubstr("many.dat: it has more than 4096 lines"));
   EXPECT_THAT(steps[3].err, HasSubstr("many.dat: it has more than 4096 lines"));
-  EXPECT_EQ(101u, document_in(steps[4].out)["problems"].size());
+  EXPECT_EQ(12u, document_in(steps[4].out)["problems"].size());
   EXPECT_THAT(steps[5].err, HasSubstr("is no setting"));
 }
 

@@ -21,6 +21,32 @@ TEST(SetFrom, TakesLinesWithCommentsAndBlankLines) {
   EXPECT_THAT(steps[1].out, HasSubstr("a#b=c"));
 }
 
+TEST(SetFrom, TakesNoBlanksAroundAnEqualsSignForAPartOfANumberOrAList) {
+  const auto steps = run_live({into("f", "Channel = 11\nHideSSID:2\t=\t1 \nTxPower= 50\nRADIUS_Server:1 = 10.0.0.1\n") +
+                                   "wlanctl set 2.4g --from f",
+                               "wlanctl get 2.4g Channel HideSSID:2 TxPower RADIUS_Server:1"});
+  EXPECT_EQ("", steps[0].err);
+  EXPECT_EQ("Channel          11\nHideSSID:2       1\nTxPower          50\nRADIUS_Server:1  10.0.0.1\n", steps[1].out);
+}
+
+TEST(SetFrom, LeavesTheBlanksOfANameAloneAndAsksWhereTheyMayBeMeantForNone) {
+  const auto steps =
+      run_live({into("f", "SSID:1=  Attic \nSSID:2 =Cellar\n") + "wlanctl set 2.4g --from f --json",
+                into("f", "Channel=11\nSSID:1 = Attic\nWPAPSK:1 = secret-word\n") + "wlanctl set 2.4g --from f",
+                "wlanctl get 2.4g Channel", into("f", "WPAPSK:1 = ***\nSSID:2 = \n") + "wlanctl set 2.4g --from f"});
+  const Json changes = document_in(steps[0].out)["data"]["changes"];
+  EXPECT_EQ("  Attic ", changes[0]["after"]);
+  EXPECT_EQ("Cellar", changes[1]["after"]);
+  EXPECT_EQ(1, steps[1].status);
+  EXPECT_THAT(steps[1].err,
+              HasSubstr("f:2: SSID:1: a blank behind = is a part of this value, and there is one in front of =, too; "
+                        "write SSID:1=VALUE, or SSID:1= VALUE where it begins with a blank\n"));
+  EXPECT_THAT(steps[1].err, HasSubstr("f:3: WPAPSK:1: a blank behind"));
+  EXPECT_THAT(steps[1].err, Not(HasSubstr("secret-word")));
+  EXPECT_EQ("6\n", steps[2].out);
+  EXPECT_THAT(steps[3].err, Not(HasSubstr("WPAPSK")));
+}
+
 TEST(SetFrom, TakesStandardInput) {
   const auto steps = run_live(
       {"printf 'Channel=11\\r\\nTxPower=50' | wlanctl set 2.4g --from - --json", "wlanctl get 2.4g Channel TxPower"});

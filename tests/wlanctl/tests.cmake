@@ -34,7 +34,7 @@ if(NOT WIFIMGR_TEST_PROGRAMS)
   target_precompile_headers(wlanctl_test_support PRIVATE <gmock/gmock.h> <gtest/gtest.h> <nlohmann/json.hpp>)
 endif()
 
-foreach(name apply apply_killed band_list board calibration check colour completion confirm danger debug diff doctor dry_run edit
+foreach(name apply apply_killed band_list board calibration check colour columns completion confirm danger debug diff doctor dry_run edit
     explain export force help history history_folder history_killed import import_killed import_round_trip import_to_file in_force interrupt keys live_store lock loss man
     monitor neighbours pager power_cut readme recording rolled_back schema secret set set_from show ssid ssid_move ssid_records stations
     status switched taken_back three_states told_at_once undo unlock wps wrong_file)

@@ -102,6 +102,30 @@ TEST(Undo, OfBothBandsTakesTheNewestOfEach) {
   EXPECT_EQ(36, data["bands"][1]["changes"][0]["after"]);
 }
 
+TEST(Undo, NamesTheOtherHalfOfAnApplyOfBothBands) {
+  const std::string set = "wlanctl set 2.4g Channel=1 >/dev/null; wlanctl set 5g Channel=40 >/dev/null;";
+  const Result result =
+      run_story(set +
+                "wlanctl apply >/dev/null 2>&1; wlanctl undo --dry-run >/dev/null; echo == named >&2;"
+                "wlanctl undo 5g --dry-run >/dev/null; wlanctl undo 2 --dry-run >/dev/null; wlanctl undo "
+                "--both --dry-run >/dev/null; echo == done >&2; wlanctl undo >/dev/null; wlanctl undo 1 "
+                ">/dev/null; wlanctl get 2.4g Channel; wlanctl get 5g Channel");
+  EXPECT_THAT(result.err, HasSubstr("note: entry 1 of 2.4g is of the same apply, and stays; wlanctl undo --both undoes "
+                                    "the two\n"));
+  EXPECT_THAT(behind(result.err, "named"), Not(HasSubstr("undoes the two")));
+  EXPECT_THAT(
+      behind(result.err, "done"),
+      HasSubstr("note: entry 1 of 2.4g is of the same apply, and stands; wlanctl undo 1 undoes it too, as wlanctl "
+                "undo --both would have done\n"));
+  EXPECT_EQ("6\n36\n", result.out);
+  // Each of an apply of its own.
+  EXPECT_THAT(run_story(set + "wlanctl apply 2.4g >/dev/null 2>&1; wlanctl save 2.4g >/dev/null 2>&1; wlanctl apply 5g "
+                              ">/dev/null 2>&1; wlanctl "
+                              "undo --dry-run >/dev/null")
+                  .err,
+              Not(HasSubstr("same apply")));
+}
+
 TEST(Undo, OfBothBandsIsDoneOnBothOrOnNone) {
   const Result result = run_story(
       "wlanctl set 2.4g Channel=1 >/dev/null; wlanctl set 5g Channel=40 >/dev/null; wlanctl save >/dev/null 2>&1;"

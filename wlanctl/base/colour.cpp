@@ -43,13 +43,19 @@ std::string painted(Paint paint, const std::string& text) {
   return g_on && !text.empty() ? on(paint) + text + kOff : text;
 }
 
+size_t length_of_paint(const std::string& text, size_t at) {
+  if (text.compare(at, sizeof kBegin - 1, kBegin) != 0) return 0;
+  const size_t end = text.find('m', at);
+  return end == std::string::npos ? 0 : end + 1 - at;
+}
+
 size_t width_of(const std::string& text) {
   size_t width = text.size();
   for (size_t at = 0; (at = text.find(kBegin, at)) != std::string::npos;) {
-    const size_t end = text.find('m', at);
-    if (end == std::string::npos) break;
-    width -= end + 1 - at;
-    at = end + 1;
+    const size_t length = length_of_paint(text, at);
+    if (length == 0) break;
+    width -= length;
+    at += length;
   }
   return width;
 }

@@ -19,6 +19,14 @@ size_t length_shown(const std::string& text, size_t at) {
   return is_control ? 0 : length;
 }
 
+bool begins_character(char byte) {
+  return (static_cast<unsigned char>(byte) & 0xc0U) != 0x80;
+}
+
+size_t columns_of(const std::string& text) {
+  return static_cast<size_t>(std::count_if(text.begin(), text.end(), begins_character));
+}
+
 std::vector<std::string> filled(const std::vector<std::string>& pieces, const std::string& gap, size_t width) {
   std::vector<std::string> lines;
   for (const std::string& piece : pieces) {
@@ -66,23 +74,54 @@ std::string table(const Rows& rows) {
   return text;
 }
 
-std::string message_lines(const std::string& text) {
-  constexpr size_t kIndentation = sizeof "wlanctl: " - 1;
-  const std::string further = '\n' + std::string(kIndentation, ' ');
+std::string text_lines(const std::string& text, size_t indentation) {
+  const std::string further = '\n' + std::string(indentation, ' ');
   std::string lines;
   size_t begin = 0;
   size_t blank = 0;  // the last one behind `begin`
   size_t columns = 0;
   for (size_t at = 0; at < text.size(); ++at) {
     if (text[at] == ' ' && columns > 0) blank = at;
-    if ((static_cast<unsigned char>(text[at]) & 0xc0U) != 0x80) ++columns;
-    if (columns + (begin == 0 ? 0 : kIndentation) <= kColumns || blank <= begin) continue;
+    const size_t paint = length_of_paint(text, at);
+    if (paint > 0) {
+      at += paint - 1;
+      continue;
+    }
+    if (begins_character(text[at])) ++columns;
+    if (columns + (begin == 0 ? 0 : indentation) <= kColumns || blank <= begin) continue;
     lines += text.substr(begin, blank - begin) + further;
     begin = blank + 1;
     at = blank;
     columns = 0;
   }
   return lines + text.substr(begin) + '\n';
+}
+
+std::string message_lines(const std::string& text) {
+  return text_lines(text, sizeof "wlanctl: " - 1);
+}
+
+std::string change_lines(const std::string& name, const std::string& after, const std::string& before) {
+  constexpr size_t kIndentation = 2;
+  const std::string was = "(was " + before + ")";
+  const std::string line = name + " = " + after;
+  const std::string further = '\n' + std::string(kIndentation, ' ');
+  if (columns_of(line) + 2 + columns_of(was) <= kColumns) return line + "  " + was + '\n';
+  return (columns_of(line) <= kColumns ? line : name + " =" + further + after) + further + was + '\n';
+}
+
+std::vector<std::string> list_lines(const std::string& list, size_t width) {
+  std::vector<std::string> lines(1);
+  for (size_t at = 0; at < list.size();) {
+    const size_t semicolon = list.find(';', at);
+    const size_t end = semicolon == std::string::npos ? list.size() : semicolon + 1;
+    if (!lines.back().empty() && columns_of(lines.back()) + columns_of(list.substr(at, end - at)) > width) {
+      lines.emplace_back();
+    }
+    lines.back() += list.substr(at, end - at);
+    at = end;
+  }
+  return lines;
 }
 
 std::vector<std::string> wrapped(const std::string& text, size_t width) {

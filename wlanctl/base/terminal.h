@@ -22,9 +22,18 @@ std::string table(const Rows& rows);
 // The text in lines of at most `width` characters, cut between words; a longer word stands alone.
 std::vector<std::string> wrapped(const std::string& text, size_t width);
 
-// A message in lines of a terminal's width, cut at blanks, which stay as they are elsewhere; further ones are indented.
-// A longer word stands alone.
+// The text in lines of a terminal's width, cut at blanks, which stay as they are elsewhere; further ones are indented by
+// so many. A longer word stands alone.
+std::string text_lines(const std::string& text, size_t indentation);
+
+// A message likewise, further lines below its first word behind "wlanctl: ".
 std::string message_lines(const std::string& text);
+
+// "2.4g Channel = 11  (was 6)"; what a line has no room for stands below.
+std::string change_lines(const std::string& name, const std::string& after, const std::string& before);
+
+// A list in pieces of at most `width`, cut behind a ;. A longer value stands alone.
+std::vector<std::string> list_lines(const std::string& list, size_t width);
 
 // The head and the pieces behind it, two blanks between them, in lines of a terminal's width; further ones below the
 // first piece.

@@ -11,13 +11,16 @@ namespace wlanctl::word {
 std::string band_refusal(const std::string& text);
 
 // Both bands where it is left out.
-inline constexpr Word kBand = {"BAND", &Words::band, "2.4g or 5g", {.refusal = band_refusal, .offers = "band"}};
+inline constexpr Word kBand = {
+    "BAND", &Words::band, "2.4g or 5g; both where it is left out", {.refusal = band_refusal, .offers = "band"}};
 inline constexpr Word kOneBand = {
     "BAND", &Words::band, "2.4g or 5g", {.required = true, .refusal = band_refusal, .offers = "band"}};
 
 // All SSIDs where it is left out.
-inline constexpr Word kSsid = {
-    "SSID", &Words::ssid, "1 to 8", {.lowest = 1, .highest = WIFIMGR_FIELDS, .needs = "BAND"}};
+inline constexpr Word kSsid = {"SSID",
+                               &Words::ssid,
+                               "1 to 8; all where it is left out",
+                               {.lowest = 1, .highest = WIFIMGR_FIELDS, .needs = "BAND"}};
 inline constexpr Word kOneSsid = {
     "SSID", &Words::ssid, "1 to 8", {.required = true, .lowest = 1, .highest = WIFIMGR_FIELDS}};
 

@@ -1,5 +1,6 @@
 #include "wlanctl/command_line/hint.h"
 
+#include "wlanctl/base/band.h"
 #include "wlanctl/base/similar.h"
 #include "wlanctl/base/text.h"
 
@@ -114,6 +115,40 @@ Mistake mistake_in_value(const Word& word, const std::string& value, const std::
   return {reason, meant, path};
 }
 
+bool is_plain(const std::string& word) {
+  return word.find_first_not_of("0123456789.:_-abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ") ==
+         std::string::npos;
+}
+
+// "radio 2.4g off" as it is typed: "wlanctl radio off 2.4g". "" where it is no band that stands in front of a verb.
+std::string verb_before_band(const Verb& verb, const std::string& path, const std::vector<std::string>& words,
+                             size_t band) {
+  if (!parse_band(words[band])) return "";
+  std::string call = "wlanctl" + (path.empty() ? "" : " " + path);
+  size_t next = band + 1;
+  for (const Verb* named = &verb; next < words.size() && (named = verb_below(*named, words[next])) != nullptr; ++next) {
+    call += " " + words[next];
+  }
+  if (next == band + 1) return "";
+  call += " " + words[band];
+  for (; next < words.size(); ++next) {
+    // What a shell would not take as it stands is the operator's to write.
+    if (!is_plain(words[next])) return call + " ...";
+    call += " " + words[next];
+  }
+  return call;
+}
+
+// "log 3", which is the argument of a verb below: "wlanctl log show 3". "" where it is of none.
+std::string verb_for_argument(const Verb& verb, const std::string& path, const std::string& word) {
+  for (const Verb* const below : verb.verbs) {
+    const Word* const first = below->words.empty() ? nullptr : &below->words.front();
+    const bool is_judged = first != nullptr && !first->is_option() && first->rules.refusal != nullptr;
+    if (is_judged && first->rules.refusal(word).empty()) return "wlanctl " + path + " " + below->name + " " + word;
+  }
+  return "";
+}
+
 // The argument at a place; the last one where it repeats.
 const Word* argument_at(const Verb& verb, size_t place) {
   const Word* last = nullptr;
@@ -162,14 +197,17 @@ Mistake mistake_in(const Program& program, const std::vector<std::string>& words
       const Verb* const below = verb_below(*verb, word);
       if (below == nullptr) {
         const std::string name = word.substr(0, word.find('='));
-        return {"there is no verb \"" + path + (path.empty() ? "" : " ") + name + "\"", nearest_verb(*verb, name),
-                path};
+        const std::string turned = verb_before_band(*verb, path, words, i);
+        return {"there is no verb \"" + path + (path.empty() ? "" : " ") + name + "\"",
+                turned.empty() ? nearest_verb(*verb, name) : turned, path};
       }
       verb = below;
       path += (path.empty() ? "" : " ") + word;
     } else if (const Word* const argument = argument_at(*verb, place++)) {
-      const Mistake mistake = mistake_in_value(*argument, word, path);
-      if (!mistake.message.empty()) return mistake;
+      Mistake mistake = mistake_in_value(*argument, word, path);
+      if (mistake.message.empty()) continue;
+      if (mistake.meant.empty()) mistake.meant = verb_for_argument(*verb, path, word);
+      return mistake;
     }
   }
   return {};

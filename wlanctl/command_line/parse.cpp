@@ -30,10 +30,24 @@ class Parser {
       const auto begun = app_.get_subcommands();
       return {Parsed::Asks::kNothing, nullptr, begun.empty() ? "" : begun.front()->get_name(), error.what()};
     }
+    const std::string empty = option_without_value();
+    if (!empty.empty()) return {Parsed::Asks::kNothing, nullptr, chosen_.path, empty + " has no value behind ="};
     return chosen_;
   }
 
  private:
+  // "--watch=", which the parser takes for "--watch"; "" where there is none.
+  std::string option_without_value() const {
+    if (chosen_.verb == nullptr) return "";
+    for (const Word& word : chosen_.verb->words) {
+      const bool may_lack_value = word.place.maybe_seconds != nullptr;
+      if (may_lack_value && std::find(words_.begin(), words_.end(), word.name + std::string("=")) != words_.end()) {
+        return word.name;
+      }
+    }
+    return "";
+  }
+
   // The verb below that the words name, where the first one that is no option does; to make the rows of all the others is
   // most of what a short verb takes. Null where they are needed: for the help that lists them, and for what is wrong.
   const Verb* named_below(const Verb& verb, CommandLine::const_iterator* next) const {

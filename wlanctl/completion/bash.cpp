@@ -54,6 +54,14 @@ _wlanctl_add_keys() {
   done <<<"$_wlanctl_keys"
 }
 
+_wlanctl_add_names() {
+  local name rest before=''
+  while read -r name rest; do
+    if [[ -n $name && $name != "$before" ]]; then _wlanctl_add "$name"; fi
+    before=$name
+  done <<<"$_wlanctl_keys"
+}
+
 _wlanctl_add_files() {
   local head=$1 file
   compopt -o filenames 2>/dev/null
@@ -73,6 +81,7 @@ _wlanctl_add_entries() {
 _wlanctl_add_kind() {
   case $1 in
     band) _wlanctl_add 2.4g 5g ;;
+    band-or-name) _wlanctl_add 2.4g 5g; _wlanctl_add_names ;;
     band-or-file) _wlanctl_add 2.4g 5g; _wlanctl_add_files '' ;;
     band-or-entry) _wlanctl_add 2.4g 5g; _wlanctl_add_entries ;;
     entry) _wlanctl_add_entries ;;
@@ -133,6 +142,10 @@ _wlanctl() {
     elif [[ $word == -* ]]; then
       _wlanctl_value_kind "$word"
       is_value=$kind
+      # It stands for the band.
+      if [[ $word == --both && $place == 0 ]]; then
+        if [[ $arguments == 'band '* ]]; then place=1; else arguments=''; fi
+      fi
     elif [[ -n $verbs && ( -z $arguments || " $verbs " == *" $word "* ) ]]; then
       path="${path:+$path }$word"
       _wlanctl_words "$path"

@@ -34,7 +34,8 @@ VerbWords words_below(const Verb& verb, const std::string& path) {
     if (word.is_option()) {
       add_option(word, &words.options);
     } else {
-      words.arguments.push_back(kind_of(word) + (word.place.texts != nullptr ? "..." : ""));
+      for (const std::string& kind : split_at(kind_of(word), ' ')) words.arguments.push_back(kind);
+      if (word.place.texts != nullptr) words.arguments.back() += "...";
     }
   }
   if (verb.run != nullptr) {

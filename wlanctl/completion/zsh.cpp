@@ -56,6 +56,16 @@ _wlanctl_keys() {
   fi
 }
 
+_wlanctl_names() {
+  local row name scope bands values meaning
+  local -a found shown
+  for row in $_wlanctl_table; do
+    read -r name scope bands values meaning <<<$row
+    if [[ $name != ${found[-1]-} ]]; then found+=($name) shown+=("$name  -- $meaning"); fi
+  done
+  compadd -l -d shown -- $found
+}
+
 # The numbers in front of the history's lines, each with its line.
 _wlanctl_entries() {
   local -a lines
@@ -66,6 +76,7 @@ _wlanctl_entries() {
 _wlanctl_offer() {
   case $1 in
     band) compadd -- 2.4g 5g ;;
+    band-or-name) compadd -- 2.4g 5g; _wlanctl_names ;;
     band-or-file) compadd -- 2.4g 5g; _files ;;
     band-or-entry) compadd -- 2.4g 5g; _wlanctl_entries ;;
     entry) _wlanctl_entries ;;
@@ -98,6 +109,10 @@ _wlanctl() {
       is_value=''
     elif [[ $word == -* ]]; then
       is_value=${takes[$word]-}
+      # It stands for the band.
+      if [[ $word == --both && $place == 1 ]]; then
+        if [[ ${arguments[1]-} == band ]]; then place=2; else arguments=(); fi
+      fi
     elif (( $#verbs && ( ! $#arguments || ${#${(M)verbs:#$word:*}} ) )); then
       path="${path:+$path }$word"
       _wlanctl_words $path

@@ -3,6 +3,8 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <set>
+#include <utility>
 
 #include "wifimgr_lib.h"
 #include "wlanctl/base/text.h"
@@ -48,11 +50,27 @@ std::string value_of(const Settings& settings, const char* name, int ssid) {
   return found != settings.end() && field < found->second.size() ? found->second[field] : "";
 }
 
-void check_bridge(Band band, const std::string& interface, Diagnosis& diagnosis) {
-  const std::optional<std::string> bridge = bridge_of(interface);
-  if (!bridge) return;
-  diagnosis.add(bridge->empty(), Ill::kInterfaceUnbridged, kInterface, band,
-                interface + (bridge->empty() ? "" : " in " + *bridge));
+// The interfaces that are up, each with its bridge; "" for none.
+using Bridges = std::vector<std::pair<std::string, std::string>>;
+
+std::string text_of(const Bridges& bridges) {
+  std::vector<std::string> texts;
+  for (const auto& [interface, bridge] : bridges) {
+    texts.push_back(interface + (bridge.empty() ? " in none" : " in " + bridge));
+  }
+  return joined(texts, ", ");
+}
+
+// Stations of the one bridge do not reach those of the other; a restart that finds an interface in another bridge leaves
+// it there.
+void check_bridges(Band band, const Bridges& bridges, Diagnosis& diagnosis) {
+  std::set<std::string> names;
+  for (const auto& [interface, bridge] : bridges) {
+    if (!bridge.empty()) names.insert(bridge);
+    diagnosis.add(bridge.empty(), Ill::kInterfaceUnbridged, kInterface, band,
+                  bridge.empty() ? interface : interface + " in " + bridge);
+  }
+  if (names.size() > 1) diagnosis.ill(Ill::kBridgesDiffer, kInterface, band, text_of(bridges));
 }
 
 }  // namespace
@@ -70,6 +88,7 @@ void check_module(Band band, Diagnosis& diagnosis) {
 
 void check_interfaces(Band band, const Settings& settings, Diagnosis& diagnosis) {
   const long count = std::strtol(value_of(settings, kSsidCount, -1).c_str(), nullptr, 10);
+  Bridges bridges;
   for (int ssid = 1; ssid <= std::min(count, static_cast<long>(WIFIMGR_FIELDS)); ++ssid) {
     const std::string interface = interface_of(band, ssid - 1);
     const LinkState state = link_state(interface);
@@ -80,8 +99,10 @@ void check_interfaces(Band band, const Settings& settings, Diagnosis& diagnosis)
     const bool is_wanted = value_of(settings, "EnableSSID", ssid) == "1";
     diagnosis.add(is_wanted && state == LinkState::kDown, Ill::kInterfaceDown, kInterface, band,
                   interface + " is " + word_for(state));
-    if (state == LinkState::kUp) check_bridge(band, interface, diagnosis);
+    const std::optional<std::string> bridge = state == LinkState::kUp ? bridge_of(interface) : std::nullopt;
+    if (bridge) bridges.emplace_back(interface, *bridge);
   }
+  check_bridges(band, bridges, diagnosis);
 }
 
 void check_driver(Band band, Diagnosis& diagnosis) {

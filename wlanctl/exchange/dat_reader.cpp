@@ -111,4 +111,12 @@ SettingsText read_dat_settings(const std::string& bytes, Band band) {
   return Reader(bytes, band).read();
 }
 
+bool has_dat_setting(const std::string& bytes) {
+  const DatText dat = read_dat_text(bytes);
+  return std::any_of(dat.lines.begin(), dat.lines.end(), [](const DatLine& line) {
+    int index = 0;
+    return find_dat_key(line.key, &index) != nullptr;
+  });
+}
+
 }  // namespace wlanctl

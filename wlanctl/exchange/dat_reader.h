@@ -11,4 +11,7 @@ namespace wlanctl {
 // left out with a note.
 SettingsText read_dat_settings(const std::string& bytes, Band band);
 
+// Whether a line of it has the key of a setting, of whichever band.
+bool has_dat_setting(const std::string& bytes);
+
 }  // namespace wlanctl

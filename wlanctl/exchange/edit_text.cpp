@@ -102,7 +102,9 @@ std::vector<FileSetting> changed_settings(SettingsText* text, const std::vector<
     }
     const auto known = std::find_if(shown.begin(), shown.end(), is_same);
     const std::string before = known == shown.end() ? "" : known->value;
-    if (!setting->is_left_out && setting->value != before) changed.push_back(*setting);
+    // A line that was not touched has changed nothing, be it that its blanks would not be taken from anybody else.
+    const bool is_same_text = setting->value == before || setting->written == before;
+    if (!setting->is_left_out && !is_same_text) changed.push_back(*setting);
   }
   return changed;
 }

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <span>
 
 #include "wlanctl/base/report.h"
 #include "wlanctl/base/terminal.h"
@@ -68,6 +69,30 @@ std::optional<SettingsText> hopeless_text(const std::string& bytes, const char* 
   return text;
 }
 
+constexpr char kBlanks[] = " \t";
+
+// Whether blanks around it are a part of the value. An address, a list and the like are no more than their words.
+bool is_free_text(const Key& key) {
+  switch (key.accepted.kind) {
+    case Accepted::Kind::kText:
+    case Accepted::Kind::kLength:
+      return true;
+    case Accepted::Kind::kRule:
+      return key.secret;
+    case Accepted::Kind::kNumber:
+    case Accepted::Kind::kDigits:
+    case Accepted::Kind::kWords:
+    case Accepted::Kind::kNothing:
+      break;
+  }
+  return false;
+}
+
+std::string without_blanks_around(const std::string& text) {
+  const size_t first = text.find_first_not_of(kBlanks);
+  return first == std::string::npos ? "" : text.substr(first, text.find_last_not_of(kBlanks) + 1 - first);
+}
+
 class LineReader {
  public:
   explicit LineReader(const std::optional<Band>& band) : only_(band), band_(band) {
@@ -90,7 +115,7 @@ class LineReader {
 
   void read_line(std::string line) {
     if (line.ends_with('\r')) line.pop_back();
-    line.erase(0, line.find_first_not_of(" \t"));
+    line.erase(0, line.find_first_not_of(kBlanks));
     if (line.empty() || line[0] == '#') return;
     if (line[0] == '[') {
       read_heading(line);
@@ -104,7 +129,7 @@ class LineReader {
   void read_heading(const std::string& line) {
     const size_t end = line.find(']');
     const std::optional<Band> band = end == std::string::npos ? std::nullopt : parse_band(line.substr(1, end - 1));
-    if (!band || line.find_first_not_of(" \t", end + 1) != std::string::npos) {
+    if (!band || line.find_first_not_of(kBlanks, end + 1) != std::string::npos) {
       refuse("this is no band", "write [2.4g] or [5g]");
     } else if (only_ && *band != *only_) {
       refuse(std::string("these are settings of ") + label_of(*band) + ", not of " + label_of(*only_),
@@ -123,16 +148,27 @@ class LineReader {
       return;
     }
     Report said;
-    std::string name = line.substr(0, equals);
-    name.erase(name.find_last_not_of(" \t") + 1);
+    const std::string name = without_blanks_around(line.substr(0, equals));
     const std::optional<Target> target = parse_target(name, *band_, said);
     for (const Problem& problem : said.problems()) refuse(problem.message, problem.next, problem.details);
     if (!target) return;
     FileSetting setting;
     setting.band = *band_;
     setting.target = *target;
-    setting.value = line.substr(equals + 1);
-    setting.is_left_out = target->key->secret && setting.value == kSecretLeftOut;
+    setting.written = line.substr(equals + 1);
+    const std::string bare = without_blanks_around(setting.written);
+    setting.is_left_out = target->key->secret && bare == kSecretLeftOut;
+    setting.value = is_free_text(*target->key) && !setting.is_left_out ? setting.written : bare;
+    // Who sets = apart does so for his eyes, or not: edit and export do not.
+    const bool is_apart = name.size() < equals && setting.value.find_first_of(kBlanks) == 0;
+    if (is_apart && bare.empty()) {
+      setting.value.clear();
+    } else if (is_apart) {
+      refuse(target->name() + ": a blank behind = is a part of this value, and there is one in front of =, too",
+             "write " + target->name() + "=VALUE, or " + target->name() + "= VALUE where it begins with a blank",
+             about_key(target->name(), *band_));
+      return;
+    }
     setting.line = number_;
     text_.settings.push_back(std::move(setting));
   }
@@ -160,10 +196,23 @@ SettingsText read_settings(const std::string& bytes, const std::optional<Band>& 
   const bool is_json = first != std::string::npos && (bytes[first] == '{' || bytes[first] == '[');
   if (auto text = hopeless_text(bytes, is_json ? "json" : "dat")) return *text;
   if (is_json) return read_json_settings(bytes);
-  if (band) return read_dat_settings(bytes, *band);
+  const bool has_setting = has_dat_setting(bytes);
+  if (band) {
+    SettingsText text = read_dat_settings(bytes, *band);
+    // A store without a setting can be exported, too.
+    if (has_setting || text.problems.empty()) return text;
+  }
   SettingsText text;
   text.format = "dat";
-  text.problems.push_back({0, "which band this dat file is for is not known", "name the band behind the file"});
+  if (has_setting) {
+    text.problems.push_back({0, "which band this dat file is for is not known", "name the band behind the file"});
+  } else {
+    const bool is_empty = bytes.find_first_not_of(" \t\r\n") == std::string::npos;
+    text.problems.push_back({0,
+                             is_empty ? "there are no settings in it"
+                                      : "it is no settings file: none of its lines begins with a setting and =",
+                             "name what export wrote, or a dat file"});
+  }
   return text;
 }
 
@@ -172,17 +221,24 @@ SettingsText read_lines(const std::string& bytes, const std::optional<Band>& ban
   return LineReader(band).read(bytes);
 }
 
-void report_problems(const std::string& file, const SettingsText& text, Report& report) {
+void report_problems(const std::string& file, const SettingsText& text, Report& report, size_t most) {
   if (text.is_hopeless()) {
     report.problem({place_in(file, 0) + ": so much is wrong that the rest is not looked at",
                     "is it the right file?",
                     {{"file", name_of_file(file)}}});
   }
-  for (const TextProblem& problem : text.problems) {
+  const size_t told = std::min(text.problems.size(), most);
+  for (const TextProblem& problem : std::span(text.problems).first(told)) {
     Json details = problem.details;
     details["file"] = name_of_file(file);
     if (problem.line != 0) details["line"] = problem.line;
     report.problem({place_in(file, problem.line) + ": " + problem.message, problem.next, std::move(details)});
+  }
+  if (told < text.problems.size()) {
+    report.problem({place_in(file, 0) + ": " + count_of(text.problems.size() - told, "more line") +
+                        (text.problems.size() - told == 1 ? " is" : " are") + " wrong",
+                    "mend the others first",
+                    {{"file", name_of_file(file)}}});
   }
 }
 

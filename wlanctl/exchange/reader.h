@@ -21,8 +21,9 @@ SettingsText read_settings(const std::string& bytes, const std::optional<Band>& 
 // where there is none.
 SettingsText read_lines(const std::string& bytes, const std::optional<Band>& band);
 
-// Tells the problems, each with "FILE:LINE: " in front.
-void report_problems(const std::string& file, const SettingsText& text, Report& report);
+// Tells the problems, each with "FILE:LINE: " in front. Of more than so many only their count is told.
+inline constexpr size_t kMostTold = 10;
+void report_problems(const std::string& file, const SettingsText& text, Report& report, size_t most = kMostTold);
 
 // "FILE:LINE"; standard input has a name, too.
 std::string place_in(const std::string& file, int line);

@@ -22,6 +22,7 @@ struct FileSetting {
   Target target;        // without a key where no setting of the band has this dat key
   std::string dat_key;  // then
   std::string value;    // any bytes but NUL
+  std::string written;  // of a line: all that stands behind =
   bool is_left_out = false;
   int line = 0;  // from 1
 

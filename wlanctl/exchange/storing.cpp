@@ -136,8 +136,8 @@ std::string text_of(Band band, const std::vector<ValueChange>& changes) {
   Text text;
   for (const ValueChange& change : changes) {
     const Key& key = *change.target.key;
-    text << label_of(band) << ' ' << change.target.name() << " = " << printable(shown_value(key, change.after))
-         << "  (was " << printable(shown_value(key, change.before)) << ")\n";
+    text << change_lines(label_of(band) + (' ' + change.target.name()), printable(shown_value(key, change.after)),
+                         printable(shown_value(key, change.before)));
   }
   return text.str();
 }

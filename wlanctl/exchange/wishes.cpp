@@ -33,6 +33,14 @@ int coming_count(const SettingsText& text, Band band) {
   return static_cast<int>(std::clamp<int64_t>(number_in(count).value_or(0), 0, WIFIMGR_FIELDS));
 }
 
+// A driver takes blanks in front of = for a part of the key, and so does the file's reader.
+std::string meant_words(const FileSetting& setting) {
+  const std::string bare = setting.dat_key.substr(0, setting.dat_key.find_last_not_of(" \t") + 1);
+  int index = 0;
+  if (bare == setting.dat_key || find_dat_key(bare, &index) == nullptr) return "";
+  return "; a dat file has " + bare + " without a blank in front of =";
+}
+
 }  // namespace
 
 Wishes wishes_of(const SettingsText& text, const std::string& file, Band band) {
@@ -52,7 +60,7 @@ Wishes wishes_of(const SettingsText& text, const std::string& file, Band band) {
     const std::string here = now ? "is " + shown(*now) + " in the store" : "is not in the store";
     found.left.push_back({setting.name(), file, setting.line,
                           setting.name() + " is " + shown(setting.value) + " there and " + here +
-                              "; nothing sets it, and it stays as it is"});
+                              "; nothing sets it, and it stays as it is" + meant_words(setting)});
   }
   return found;
 }

@@ -49,9 +49,20 @@ std::string terminal_at_work() {
 }  // namespace
 
 void sign(Entry* entry) {
-  entry->when = static_cast<int64_t>(time(nullptr));
+  if (entry->when == 0) entry->when = static_cast<int64_t>(time(nullptr));
   entry->user = user_at_work().substr(0, kLongestName);
   entry->terminal = terminal_at_work().substr(0, kLongestName);
+}
+
+const Entry* left_beside(const std::vector<Entry>& entries, const Entry& entry) {
+  for (const Entry& other : entries) {
+    const bool is_next = other.number + 1 == entry.number || entry.number + 1 == other.number;
+    if (is_next && other.band != entry.band && other.deed == entry.deed && other.by == entry.by &&
+        other.when == entry.when && other.user == entry.user && other.terminal == entry.terminal) {
+      return &other;
+    }
+  }
+  return nullptr;
 }
 
 const Entry* taken_back_by(const std::vector<Entry>& entries, const Entry& entry) {

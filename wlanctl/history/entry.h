@@ -33,7 +33,7 @@ struct Entry {
   Band band = Band::k2_4G;
   Deed deed = Deed::kApply;
   By by = By::kOperator;
-  int64_t when = 0;  // seconds since 1970 on the gateway's clock
+  int64_t when = 0;  // seconds since 1970 on the gateway's clock; those of one apply have the same
   std::string user;
   std::string terminal;            // "" for none
   std::string weight = "nothing";  // what it meant for the radio, as word_for_apply has it
@@ -57,7 +57,10 @@ std::optional<Entry> parse_entry(const std::string& text);
 // none.
 const Entry* taken_back_by(const std::vector<Entry>& entries, const Entry& entry);
 
-// Who is at work, and where.
+// The one of the other band that the same operation left beside this one; null for none.
+const Entry* left_beside(const std::vector<Entry>& entries, const Entry& entry);
+
+// Who is at work, and where, and when unless that is known.
 void sign(Entry* entry);
 
 }  // namespace wlanctl

@@ -1,6 +1,7 @@
 #include "wlanctl/keys/assignment.h"
 
 #include <cstdio>
+#include <cstring>
 #include <vector>
 
 #include "wlanctl/base/asked_line.h"
@@ -8,11 +9,31 @@
 #include "wlanctl/files/input.h"
 
 namespace wlanctl {
+namespace {
+
+constexpr size_t kMostHinted = 4;
+
+// Of a word that stands in no key's name.
+std::string hint_for_meaning(const std::string& word) {
+  constexpr size_t kShortest = 3;
+  const bool is_word = word.size() >= kShortest && word.find_first_not_of(
+                                                       "abcdefghijklmnopqrstuvwxyz"
+                                                       "ABCDEFGHIJKLMNOPQRSTUVWXYZ") == std::string::npos;
+  std::vector<std::string> names;
+  for (const Key& key : all_keys()) {
+    if (is_word && strcasestr(key.meaning, word.c_str()) != nullptr) names.emplace_back(key.name);
+  }
+  if (names.empty()) return "wlanctl keys lists all";
+  const std::string lists = "wlanctl keys --about " + word + " lists ";
+  return lists + (names.size() > kMostHinted ? count_of(names.size(), "setting") : joined(names, ", "));
+}
+
+}  // namespace
+
 std::string hint_for_key(const std::string& name) {
-  constexpr size_t kMost = 4;
   std::vector<std::string> similar = similar_keys(name);
-  if (similar.empty()) return "wlanctl keys lists all";
-  if (similar.size() > kMost) similar.resize(kMost);
+  if (similar.empty()) return hint_for_meaning(name);
+  if (similar.size() > kMostHinted) similar.resize(kMostHinted);
   return "do you mean " + joined(similar, " or ") + "?";
 }
 

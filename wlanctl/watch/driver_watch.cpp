@@ -30,10 +30,9 @@ std::string ssid_text(int number, const std::string& name) {
 }
 
 Event station_event(const char* kind, Band band, int number, const std::string& name, const std::string& mac) {
-  const bool has_joined = std::string(kind) == "station-joined";
   return {kind,
           band,
-          mac + (has_joined ? " joined " : " left ") + ssid_text(number, name),
+          mac + " " + ssid_text(number, name),
           {{"mac", mac}, {"ssid", number}, {"interface", interface_of(band, number - 1)}, {"name", name}}};
 }
 
@@ -53,7 +52,10 @@ bool DriverWatch::look_at_channel(const LinkWatch& links, Events& events) {
   const std::optional<int> channel = links.is_there(interface) ? channel_of(band_, &reason) : std::nullopt;
   const bool did_answer = std::exchange(answers_, channel.has_value());
   if (did_answer && !channel) {
-    events.push_back({"driver-gone", band_, "the driver does not answer: " + reason, {{"reason", reason}}});
+    // In front of it the library says which of its functions did not get on.
+    const size_t colon = reason.rfind(": ");
+    events.push_back(
+        {"driver-gone", band_, colon == std::string::npos ? reason : reason.substr(colon + 2), {{"reason", reason}}});
   }
   if (!did_answer && channel) {
     events.push_back(
@@ -87,10 +89,7 @@ void DriverWatch::tell_channel(int from, int to, Events& events) {
                     {{"from", from}, {"to", to}}});
   const bool was_restarted = changes_ > 0 && looks_since_restart_ < kLooksToSettle;
   if (was_restarted || !is_radar_channel(band_, from)) return;
-  events.push_back({"radar",
-                    band_,
-                    "radar was perhaps heard on channel " + std::to_string(from) + ": the radio left it unasked",
-                    {{"channel", from}}});
+  events.push_back({"radar", band_, "perhaps: channel " + std::to_string(from) + " left unasked", {{"channel", from}}});
 }
 
 void DriverWatch::look_at_ssid(int number, const LinkWatch& links, const StoreWatch& store, Events& events) {
@@ -121,10 +120,11 @@ void DriverWatch::look_at_ssid(int number, const LinkWatch& links, const StoreWa
   }
   const bool differs = now.wps.state != before.wps.state || now.wps.peer != before.wps.peer;
   if (before.wps.state && is_there && differs) {
+    const std::string from = now.wps.peer ? "" : word_for_wps(before.wps.state) + " -> ";
     events.push_back({"wps",
                       band_,
-                      "WPS of " + ssid_text(number, name) + ": " + word_for_wps(before.wps.state) + " -> " +
-                          word_for_wps(now.wps.state) + (now.wps.peer ? " with " + *now.wps.peer : ""),
+                      ssid_text(number, name) + ": " + from + word_for_wps(now.wps.state) +
+                          (now.wps.peer ? " " + *now.wps.peer : ""),
                       {{"ssid", number},
                        {"interface", interface_of(band_, number - 1)},
                        {"name", name},

@@ -13,7 +13,9 @@ namespace wlanctl {
 struct Event {
   const char* kind;          // "station-joined" ...
   std::optional<Band> band;  // none for what is of no band
-  std::string text;          // for a person, on one line; not printable yet
+  // For a person, on one line with time, band and kind, which leave some 27 columns of a terminal: only what the operator
+  // has named is longer. Not printable yet.
+  std::string text;
   Json details = Json::object();
 };
 

@@ -63,7 +63,6 @@ void FileWatch::look_at_pending(Events& events) {
   if (!is_first_ && now == pending_) return;
   pending_ = now;
   const FileMark applied = mark_of(applied_path(band_));
-  const std::string label = label_of(band_);
   if (now.is_there) {
     const std::optional<Pending> pending = read_pending(band_);
     // One that is not for this user is not told, but its end is.
@@ -74,11 +73,8 @@ void FileWatch::look_at_pending(Events& events) {
     }
     if (pending && phase == Phase::kWaiting && phase_ != Phase::kWaiting) {
       const unsigned seconds = pending->seconds_left();
-      events.push_back({"apply-waiting",
-                        band_,
-                        std::string(is_first_ ? "an apply" : "applied, and") + " waits " + std::to_string(seconds) +
-                            " seconds for wlanctl confirm " + label,
-                        {{"seconds", seconds}}});
+      events.push_back(
+          {"apply-waiting", band_, std::to_string(seconds) + " s for wlanctl confirm", {{"seconds", seconds}}});
     }
     phase_ = phase;
     return;

@@ -1,6 +1,7 @@
 #include "wlanctl/watch/in_force_watch.h"
 
 #include <algorithm>
+#include <cstring>
 #include <utility>
 
 #include "wlanctl/apply/applied_state.h"
@@ -11,6 +12,28 @@ namespace wlanctl {
 namespace {
 
 constexpr char kUntold[] = "the driver did not take all of what was applied";
+
+// What a line has no room for; its band and kind say it already.
+constexpr struct {
+  const char* words;
+  const char* in_short;
+} kShorter[] = {{kUntold, "not all reached the driver"},
+                {"the driver of 2.4g is on ", ""},
+                {"the driver of 5g is on ", ""},
+                {"the driver of 2.4g does not tell its channel", "the driver tells no channel"},
+                {"the driver of 5g does not tell its channel", "the driver tells no channel"},
+                {"the kernel does not tell the bridge of ", "untold is the bridge of "},
+                {"the driver's module ", ""},
+                {" is in ", " in "},
+                {" instead of ", ", not "}};
+
+std::string in_short(std::string lack) {
+  for (const auto& [words, shorter] : kShorter) {
+    const size_t at = lack.find(words);
+    if (at != std::string::npos) lack.replace(at, std::strlen(words), shorter);
+  }
+  return lack;
+}
 
 bool answers(Band band) {
   std::string unheard;
@@ -26,12 +49,12 @@ void InForceWatch::look(Events& events) {
     const std::string text = lacking(lack.wanted);
     // It may have been mended this moment.
     if (text.empty() || !now.insert(text).second || lacking_.contains(text)) continue;
-    events.push_back({"not-in-force", band_, text, {{"lack", text}, {"reason", lack.cause}}});
+    events.push_back({"not-in-force", band_, in_short(text), {{"lack", text}, {"reason", lack.cause}}});
   }
   if (!was_told(band_)) {
     now.insert(kUntold);
     if (!lacking_.contains(kUntold)) {
-      events.push_back({"not-in-force", band_, kUntold, {{"lack", kUntold}, {"reason", ""}}});
+      events.push_back({"not-in-force", band_, in_short(kUntold), {{"lack", kUntold}, {"reason", ""}}});
     }
   } else if (lacking_.contains(kUntold) && !is_in_force_known(band_)) {
     // Somebody has written the dat file, which tells the driver nothing.
@@ -42,7 +65,7 @@ void InForceWatch::look(Events& events) {
     now.insert(lacking_.begin(), lacking_.end());
   }
   if (now.empty() && !lacking_.empty()) {
-    events.push_back({"in-force-again", band_, "what was applied is in force again"});
+    events.push_back({"in-force-again", band_, "all is in force again"});
   }
   lacking_ = std::move(now);
 }

@@ -31,7 +31,7 @@ void LockWatch::look(Events& events) {
     const char* const gone = holder.is == LockHolder::Is::kGone ? ", which is gone" : "";
     events.push_back({"lock-held",
                       band_,
-                      "the lock has been held for a second, by " + name_of(holder) + gone,
+                      (holder.is == LockHolder::Is::kUnknown ? "the kernel names no process" : name_of(holder)) + gone,
                       {{"process", holder.process}, {"name", name.empty() ? Json() : Json(name)}}});
     is_told_ = true;
   }

@@ -1,5 +1,6 @@
 // apply: brings the live store into force. What it prints is in apply_text.h, and in dry_run_text.h.
 #include <algorithm>
+#include <ctime>
 #include <utility>
 
 #include "wlanctl/apply/applied_state.h"
@@ -329,6 +330,7 @@ int apply(const Words& words, Report& report) {
     if (!*lock) return lock->exit_code();
   }
   std::vector<Job> jobs;
+  const auto begun = static_cast<int64_t>(time(nullptr));
   int code = plan_all(words, report, &jobs);
   if (words.dry_run) {
     for (const Job& job : jobs) {
@@ -338,7 +340,8 @@ int apply(const Words& words, Report& report) {
     tell_doubts(jobs, report);
     return code;
   }
-  for (const Job& job : jobs) {
+  for (Job& job : jobs) {
+    job.entry.when = begun;
     if (!job.is_refused) forget_taken_back(job.band);
   }
   code = worse_of(code, run_all(words, jobs, report));
@@ -370,7 +373,7 @@ constexpr char kFooter[] =
     "/etc/Wireless too, or in the folder that WLANCTL_FOLDER names.\n\n"
     "Examples:\n"
     "  wlanctl apply 2.4g --dry-run\n"
-    "  wlanctl apply 2.4g --confirm 60 && ping -c3 192.168.1.2 && wlanctl confirm 2.4g";
+    "  wlanctl apply --confirm 60 && ping -c3 192.168.1.2 && wlanctl confirm";
 
 constexpr Word kWords[] = {
     word::kBand,
@@ -378,7 +381,7 @@ constexpr Word kWords[] = {
     {"--secrets", &Words::secrets, "Show passphrases and keys in a dry run"},
     {"--confirm",
      &Words::confirm_seconds,
-     "Put all back unless wlanctl confirm comes",
+     "Put all back unless wlanctl confirm comes in time",
      {.lowest = 1, .highest = kLongestWait, .value_name = "SECONDS"}},
     {"--keep", &Words::keep, "With --confirm: wait also for what is not in force"},
     {"--again", &Words::again, "Run the whole apply though nothing differs"},

@@ -139,8 +139,8 @@ constexpr Word kWords[] = {
 }  // namespace
 
 const Verb kConfirm = {"confirm", "Keep what apply --confirm has brought into force",
-                       "Where nothing waits, it says so and ends with 0; what was taken back meanwhile is\n"
-                       "told, and 1 the exit code, until another apply or save.\n\n"
+                       "Where nothing waits, it says so and ends with 0; what was taken back meanwhile\n"
+                       "is told, and 1 the exit code, until another apply or save.\n\n"
                        "Examples:\n  wlanctl confirm\n  wlanctl confirm 5g",
                        kWords, confirm};
 

@@ -45,7 +45,14 @@ std::string table_of(const std::vector<ShownChange>& changes) {
                                                        painted(Paint::kGreen, printable(change.to))});
     widest = std::max(widest, rows.back()[0].size());
   }
+  constexpr char kArrow[] = "-> ";
   for (size_t i = 0; i < rows.size(); ++i) {
+    const std::string from = painted(Paint::kRed, printable(changes[i].from));
+    const std::string to = kArrow + painted(Paint::kGreen, printable(changes[i].to));
+    if (widest + 2 + std::max(width_of(from), width_of(to)) > kColumns) {
+      rows[i] = {rows[i][0] + "\n    " + from + "\n    " + to};
+      continue;
+    }
     std::string& values = rows[i][1];
     if (widest + 2 + width_of(values) > kColumns)
       values.replace(painted(Paint::kRed, printable(changes[i].from)).size(), 1, "\n" + std::string(widest + 2, ' '));

@@ -198,9 +198,9 @@ void tell(const Undoing& undoing, const Words& words, Report& report) {
   const std::string label = label_of(undoing.entry.band);
   for (const Step& step : undoing.steps) {
     const SettingChange& change = step.change;
-    report.text() << label << ' ' << printable(change.name) << " = "
-                  << printable(shown_value(change, change.from, words.secrets)) << "  (was "
-                  << printable(shown_value(change, step.now, words.secrets)) << ")\n";
+    report.text() << change_lines(label + ' ' + printable(change.name),
+                                  printable(shown_value(change, change.from, words.secrets)),
+                                  printable(shown_value(change, step.now, words.secrets)));
   }
   if (undoing.steps.empty()) {
     report.text() << label << ": the store is as before " << undoing.name() << " already\n";
@@ -238,6 +238,16 @@ int undo(std::vector<Undoing>& undoings, const Words& words, Report& report) {
   return code;
 }
 
+// Whoever undoes an apply of both bands may think of both.
+void note_left_out(const Entry& other, const Words& words, Report& report) {
+  const std::string number = std::to_string(other.number);
+  const std::string which =
+      "entry " + number + " of " + label_of(other.band) + " is of the same " + word_for(other.deed);
+  report.note(words.dry_run ? which + ", and stays; wlanctl undo --both undoes the two"
+                            : which + ", and stands; wlanctl undo " + number +
+                                  " undoes it too, as wlanctl undo --both would have done");
+}
+
 int run(const Words& words, Report& report) {
   std::optional<ToolLock> lock;
   if (!words.dry_run) {
@@ -259,7 +269,11 @@ int run(const Words& words, Report& report) {
     if (words.dry_run) note_waiting(band, report);
     if (!words.dry_run && refuse_undecided(band, report)) return kRefused;
   }
-  return undo(undoings, words, report);
+  const Entry chosen = undoings.front().entry;
+  code = undo(undoings, words, report);
+  if (code == kRefused) return code;
+  if (const Entry* const other = entry_left_out(words, history, chosen)) note_left_out(*other, words, report);
+  return code;
 }
 
 constexpr Word kWords[] = {

@@ -108,6 +108,12 @@ const Entry* choose(const History& history, const Operands& operands, bool force
 
 }  // namespace
 
+const Entry* entry_left_out(const Words& words, const History& history, const Entry& chosen) {
+  if (words.both || !words.operands.empty()) return nullptr;
+  const Entry* const other = left_beside(history.entries, chosen);
+  return other != nullptr && newest_of(history, other->band) == other ? other : nullptr;
+}
+
 std::vector<const Entry*> entries_to_undo(const Words& words, const History& history, Report& report, int* code) {
   const std::optional<Operands> operands = parse_operands(words, report);
   *code = kWrongUsage;

@@ -15,4 +15,8 @@ class Report;
 // back and forth. None with a problem; `code` receives the exit code then. The entries live in the history.
 std::vector<const Entry*> entries_to_undo(const Words& words, const History& history, Report& report, int* code);
 
+// Where neither band nor entry was said, the entry of the other band that the same operation left, and --both would have
+// undone too; else null.
+const Entry* entry_left_out(const Words& words, const History& history, const Entry& chosen);
+
 }  // namespace wlanctl

@@ -20,6 +20,8 @@ Json shown(const DatFinding& finding) {
           {"accepted", finding.accepted.empty() ? Json() : Json(finding.accepted)}};
 }
 
+constexpr size_t kIndentation = 4;  // of what a line has no room for
+
 // Like a compiler's: an editor can jump to it.
 std::string line_of(const std::string& file, const DatFinding& finding) {
   std::string text = file + ":";
@@ -72,7 +74,7 @@ void check(const std::string& file, const std::string& band_text, Report& report
     const Severity severity = severity_of(finding.kind);
     ++counts[severity];
     shown_findings.push_back(shown(finding));
-    if (severity != Severity::kNote) report.text() << line_of(file, finding) << '\n';
+    if (severity != Severity::kNote) report.text() << text_lines(line_of(file, finding), kIndentation);
   }
   const std::string name = printable(file) + (band ? std::string(" (") + label_of(*band) + ")" : "");
   if (findings.empty()) report.text() << name << ": nothing found\n";
@@ -113,11 +115,12 @@ constexpr Word kWords[] = {
 
 const Verb kCheck = {"check",
                      "Look for mistakes in dat files, touching nothing",
-                     "One line per finding: FILE:LINE: KEY: severity: reason. The library's own\n"
-                     "setters judge the values, and then whether the gateway can serve them. An error\n"
-                     "would be lost, misread or refused; a warning may not be what was meant; notes\n"
-                     "are harmless, and --json alone lists them. Exit codes: 0 notes or nothing,\n"
-                     "1 errors, 2 a file cannot be read, 7 warnings.\n\n"
+                     "A finding is FILE:LINE: KEY: severity: reason, with what a line has no room for\n"
+                     "indented below. The library's own setters judge the values, and then whether\n"
+                     "the gateway can serve them. An error would be lost, misread or refused; a\n"
+                     "warning may not be what was meant; notes are harmless, and --json alone lists\n"
+                     "them. Exit codes: 0 notes or nothing, 1 errors, 2 a file cannot be read,\n"
+                     "7 warnings.\n\n"
                      "Examples:\n"
                      "  wlanctl check /etc/Wireless/RT2860AP/RT2860AP.dat\n"
                      "  wlanctl check --band 5g new.dat",

@@ -147,7 +147,7 @@ class Edit {
   int take(const std::string& edited, Report& said) {
     SettingsText text = read_lines(edited, bands_.size() == 1 ? std::optional(bands_.front()) : std::nullopt);
     const std::vector<FileSetting> changed = changed_settings(&text, shown_);
-    report_problems(file_.path(), text, said);
+    report_problems(file_.path(), text, said, text.problems.size());
     if (changed.empty() && !said.has_problems()) return nothing();
     const ToolLock lock(report_, words_.wait_seconds);
     if (!lock) {

@@ -98,7 +98,7 @@ std::string scopes() {
 }
 
 constexpr Word kWords[] = {
-    {"PATTERN", &Words::pattern, "Part of a name; 2.4g and 5g stand for the band", {.offers = "band"}},
+    {"PATTERN", &Words::pattern, "Part of a name; 2.4g and 5g stand for the band", {.offers = "band-or-name"}},
     {"--scope", &Words::scope, "What is set for the band, an SSID or a link", {.choices = scopes}},
     {"--band",
      &Words::band,
@@ -115,6 +115,7 @@ const Verb kKeys = {"keys",
                     "Examples:\n"
                     "  wlanctl keys\n"
                     "  wlanctl keys wpa --scope ssid\n"
+                    "  wlanctl keys --about passphrase\n"
                     "  wlanctl keys --band 5g --about beam",
                     kWords,
                     run,

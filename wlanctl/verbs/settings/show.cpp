@@ -1,4 +1,7 @@
 // show: a band or one of its SSIDs, as a table.
+#include <algorithm>
+#include <cstring>
+
 #include "wlanctl/base/report.h"
 #include "wlanctl/base/terminal.h"
 #include "wlanctl/command_line/common_words.h"
@@ -11,6 +14,20 @@
 namespace wlanctl {
 namespace {
 
+// A list of addresses is longer than a line.
+void add_row(const Key& key, const std::string& value, Rows* rows) {
+  static const size_t value_column = [] {
+    size_t longest = 0;
+    for (const Key& one : all_keys()) longest = std::max(longest, std::strlen(one.name));
+    return longest + 4;
+  }();
+  std::string name = std::string("  ") + key.name;
+  for (const std::string& line : list_lines(value, kColumns - value_column)) {
+    rows->push_back({name, line});
+    name.clear();
+  }
+}
+
 // The keys of one scope that the store has.
 Json settings_of(Band band, Scope scope, int index, bool secrets, Rows* rows) {
   Json settings = Json::object();
@@ -20,7 +37,7 @@ Json settings_of(Band band, Scope scope, int index, bool secrets, Rows* rows) {
     if (!value) continue;
     const std::string shown = secrets ? *value : shown_value(key, *value);
     settings[key.name] = json_value(key, shown);
-    rows->push_back({std::string("  ") + key.name, printable(shown)});
+    add_row(key, printable(shown), rows);
   }
   return settings;
 }

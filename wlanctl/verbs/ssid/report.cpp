@@ -58,12 +58,14 @@ std::string farewell(const SsidPlan& plan) {
     if (value && !value->empty()) values.push_back(key.name + ("=" + printable(shown_value(key, *value))));
   }
   Text text;
-  text << label_of(band) << ": " << title_of(band, plan.ssid, plan.name) << ", "
-       << printable(security_of(band, plan.ssid)) << ", goes with its values:\n"
+  text << text_lines(label_of(band) + (": " + title_of(band, plan.ssid, plan.name)) + ", " +
+                         printable(security_of(band, plan.ssid)) + ", goes with its values:",
+                     2)
        << wrapped_below("   ", values);
   for (const MovedSsid& moved : plan.moved) {
-    text << "  " << title_of(band, moved.from, moved.name) << " becomes SSID " << moved.to << " ("
-         << interface_of(band, moved.to - 1) << ")\n";
+    text << text_lines("  " + title_of(band, moved.from, moved.name) + " becomes SSID " + std::to_string(moved.to) +
+                           " (" + interface_of(band, moved.to - 1) + ")",
+                       4);
   }
   return text.str();
 }
@@ -72,13 +74,13 @@ void tell_change(const JudgedPlan& judged, const std::string& done, ChangeIs is,
   const SsidPlan& plan = judged.plan;
   const std::string label = label_of(plan.band);
   Text& text = report.text();
-  text << label << ": " << title_of(plan.band, plan.ssid, plan.name) << ' '
-       << (is == ChangeIs::kTried ? "would be " : "is ") << done << (is == ChangeIs::kInFile ? " in the dat file" : "")
-       << '\n';
+  text << text_lines(label + ": " + title_of(plan.band, plan.ssid, plan.name) +
+                         (is == ChangeIs::kTried ? " would be " : " is ") + done +
+                         (is == ChangeIs::kInFile ? " in the dat file" : ""),
+                     2);
   if (is == ChangeIs::kTried) {
     for (const NamedChange& change : named(judged.fields)) {
-      text << "  " << change.target.name() << " = " << printable(change.after) << "  (was " << printable(change.before)
-           << ")\n";
+      text << change_lines("  " + change.target.name(), printable(change.after), printable(change.before));
     }
     for (const wifimgr_attr_record& record : plan.records) text << "  + " << key_of(record) << '\n';
   }

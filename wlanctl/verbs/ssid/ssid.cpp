@@ -46,9 +46,12 @@ int rename(const Words& words, Report& report) {
 
 constexpr Word kTurnWords[] = {word::kBandOrBoth, word::kWhichSsid, word::kBoth, word::kDryRun, word::kWait};
 constexpr Word kRenameWords[] = {
-    word::kBandOrBoth, {"SSID", &Words::names, "Its number or name, and the new name", {.offers = "text"}},
-    word::kBoth,       word::kDryRun,
-    word::kForceName,  word::kWait};
+    word::kBandOrBoth,
+    {"SSID", &Words::names, "Its number or name, and the new name", {.offers = "1,2,3,4,5,6,7,8 text"}},
+    word::kBoth,
+    word::kDryRun,
+    word::kForceName,
+    word::kWait};
 
 constexpr Verb kEnable = {"enable", "Serve an SSID from the next apply on",
                           "Examples:\n  wlanctl ssid enable 5g 2\n  wlanctl ssid enable --both Guest", kTurnWords,
