@@ -153,10 +153,7 @@ bool is_in_force_known(Band band) {
 }
 
 void note_untold(Band band, Report& report) {
-  if (!was_told(band)) say_untold(band, report);
-}
-
-void say_untold(Band band, Report& report) {
+  if (was_told(band)) return;
   const std::string label = label_of(band);
   report.note("the driver did not take all of what was last applied to " + label + "; wlanctl apply " + label +
               " tells it again");

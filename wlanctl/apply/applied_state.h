@@ -61,11 +61,9 @@ std::optional<KeptInForce> kept_in_force(Band band);
 bool is_told(Band band);
 void set_told(Band band, bool told);
 
-// The same of what was last applied, where that is known, as last_applied; and a note where it did not, or for who has
-// found that it did not.
+// The same of what was last applied, where that is known, as last_applied; and a note where it did not.
 bool was_told(Band band);
 void note_untold(Band band, Report& report);
-void say_untold(Band band, Report& report);
 
 // Takes what the store says for what is in force from now on.
 void take_applied(Band band);

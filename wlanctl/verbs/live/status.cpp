@@ -136,6 +136,12 @@ Json ask_band(Report& report, Band band, const ThreeStates& states) {
 }
 
 // What does not depend on a band's store is shown in any case.
+Problem untold(Band band) {
+  const std::string label = label_of(band);
+  return {"the driver did not take all of what was last applied to " + label,
+          "wlanctl apply " + label + " tells it again", about(band)};
+}
+
 int show_page(const std::vector<Band>& bands_asked, Report& report) {
   const DriverTime limited;
   int code = kDone;
@@ -158,7 +164,7 @@ int show_page(const std::vector<Band>& bands_asked, Report& report) {
     bands.push_back(std::move(shown));
     if (states.is_lacking()) code = worse_of(code, kNotInForce);
     complain_of(band, states.lacks, next_step(band), report);
-    if (!states.is_told) say_untold(band, report);
+    if (!states.is_told) report.problem(untold(band));
   }
   report.data() = {{"board", json_of(board)}, {"bands", std::move(bands)}};
   return code == kDone && report.has_problems() ? kNoAnswer : code;
