@@ -68,8 +68,7 @@ constexpr Row kRows[] = {
 // Something to undo, to import, and to edit; an image in flash and in its file.
 const std::string kBegin =
     "echo guest-word-1 >word; printf '#!/bin/sh\\nsed -i \"s/^WscConfMode:1=.*/WscConfMode:1=2/\" $1\\n' >editor; "
-    "chmod +x "
-    "editor; EDITOR=./editor; export EDITOR; unset VISUAL\n" +
+    "chmod +x editor; EDITOR=./editor; export EDITOR; unset VISUAL\n" +
     into("f.json", settings("\"WscConfMode:1\": 2")) +
     "{ simctl calibration 2.4G chip=7915; wlanctl calibration read 2.4g; library_probe init 0 init 1\nwlanctl set 2.4g "
     "WscConfMode:1=1; wlanctl apply 2.4g; } >/dev/null 2>&1; ";
@@ -90,13 +89,11 @@ void expect_codes(const std::string& trouble, int Row::*code) {
 }
 
 TEST(ExitCodes, AreThereForEveryVerb) {
-  const std::string script =
-      std::string("'") + wlanctl_program() + "' --help | sed -n '/^Subcommands:/,/^$/s/^  \\([a-z][a-z]*\\) .*/\\1/p'";
-  const Words verbs = lines_of(sim_test::shell(script).out);
-  ASSERT_GT(verbs.size(), 20u);
+  const Words all = verbs();
+  ASSERT_GT(all.size(), 20u);
   std::set<std::string> known;
   for (const Row& row : kRows) known.insert(std::string(row.words).substr(0, std::string(row.words).find(' ')));
-  for (const std::string& verb : verbs) EXPECT_TRUE(known.contains(verb)) << verb;
+  for (const std::string& verb : all) EXPECT_TRUE(known.contains(verb)) << verb;
 }
 
 TEST(ExitCodes, AreThreeWithoutAStoreWhereOneIsNeeded) {
