@@ -59,8 +59,8 @@ void* shmat(int segment, const void* address, int flags) {
   struct shmid_ds status;
   void* const at = real(segment, address, flags);
   const char* const wish = getenv("WLANCTL_STORE_WRITE");
-  if (wish == NULL || at == (void*)-1 || shmctl(segment, IPC_STAT, &status) != 0) return at;
-  if (status.shm_perm.__key != STORE_KEY || (flags & SHM_RDONLY) != 0) return at;
+  if (wish == NULL || at == (void*)-1 || segment != shmget(STORE_KEY, 0, 0)) return at;
+  if ((flags & SHM_RDONLY) != 0 || shmctl(segment, IPC_STAT, &status) != 0) return at;
   wished = atoi(wish);
   store = at;
   store_size = (status.shm_segsz + page_size() - 1) / page_size() * page_size();
