@@ -93,6 +93,32 @@ def measure_tool(build, taken, times, folder):
     taken.take(done.stdout)
 
 
+# What happens beside a monitor. At rest a gateway has stations and neighbours, and nothing of them changes.
+MONITORS = {
+    "monitor at rest": "",
+    "monitor, an event a second": "while sleep 1; do simctl channel 2.4g 11; sleep 1; simctl channel 2.4g 6; done & ",
+}
+MONITOR_SET_UP = "{tool} apply >/dev/null 2>&1; "
+
+
+def measure_monitor(build, takers, seconds, folder):
+    """The processor's time that wlanctl monitor takes of each second, its start included."""
+    tool = folder / "bin" / "wlanctl"
+    if not (build / "bin" / "wifimgr_bench_tool").exists() or not tool.exists():
+        return
+    for name, beside in MONITORS.items():
+        work = f"'{name}={tool.resolve()} monitor --for {seconds}'"
+        script = (MONITOR_SET_UP.format(tool=tool.resolve()) + f"PATH=$PATH:'{(build / 'bin').resolve()}'; " + beside
+                  + f"{(build / 'bin').resolve()}/wifimgr_bench_tool 1 {work} 2>/dev/null")
+        command = [str(build / "bin" / "gateway-sim"), "--", "sh", "-c", script]
+        done = subprocess.run(command, capture_output=True, text=True)
+        if done.returncode != 0:
+            sys.exit(f"{' '.join(command)}\n{done.stderr}")
+        run = json.loads(done.stdout)["benchmarks"][0]
+        for taken in takers:
+            taken[name] = NANOSECONDS["s"] * run["cpu_time"] / run["real_time"]
+
+
 def figures(taken):
     """The table's numbers of one library with one switch, by row."""
     rows = {name: taken[work] / taken[limit] for name, work, limit, _ in RATIOS}
@@ -102,6 +128,9 @@ def figures(taken):
     if "wlanctl get" in taken:
         rows["wlanctl get"] = taken["wlanctl get"] / taken["empty program"]
         rows["wlanctl diff of 280 lines"] = taken["wlanctl diff"] / 1e6
+    for name in MONITORS:
+        if name in taken:
+            rows["wlanctl " + name] = 100 * taken[name] / NANOSECONDS["s"]
     return rows
 
 
@@ -110,10 +139,12 @@ GOALS["commit, of its command lines' time"] = 1
 GOALS["a trace point beyond the switch"] = 3.4
 GOALS["wlanctl get"] = 1.5
 GOALS["wlanctl diff of 280 lines"] = 3
+GOALS.update({"wlanctl " + name: 1 for name in MONITORS})
 # Of the shipped stand-in; a free one answers at once.
 SWITCH_GOAL = 12
 UNITS = {"commit, of its command lines' time": " %", "a trace point beyond the switch": " ns",
-         "a call of the switch": " ns", "wlanctl diff of 280 lines": " ms"}
+         "a call of the switch": " ns", "wlanctl diff of 280 lines": " ms",
+         **{"wlanctl " + name: " %" for name in MONITORS}}
 
 
 def table(results):
@@ -211,6 +242,8 @@ def main():
             for library, folder in libraries.items():
                 measure(options.build, taken[library][switch], program, repetitions, library=folder)
                 measure_tool(options.build, taken[library][switch], 2 * repetitions, folder or options.build)
+    for library, folder in libraries.items():
+        measure_monitor(options.build, taken[library].values(), 2 if options.short else 10, folder or options.build)
     results = {library: {switch: figures(taken[library][switch]) for switch in switches} for library in libraries}
     curves = growth(options.build, 2 if options.short else 20)
 

@@ -123,6 +123,21 @@ TEST(HistoryKilled, ByARollBackIsMadeUpForByTheNextOne) {
   expect_whole(told, "rollback");
 }
 
+// At each step of all its files: what it waits for, what it says, and its entry.
+TEST(HistoryKilled, ByAConfirmationIsMadeUpForByTheNextOne) {
+  const Result result = run_story(
+      "n=0; s=137; while [ $s = 137 ] && [ $n -lt 40 ]; do n=$((n + 1)); wlanctl set 2.4g Channel=6 >/dev/null 2>&1;"
+      "wlanctl apply 2.4g >/dev/null 2>&1; wlanctl set 2.4g Channel=1 >/dev/null 2>&1; wlanctl apply 2.4g --confirm "
+      "600 "
+      ">/dev/null 2>&1; killed_in \"$n /\" wlanctl confirm 2.4g >said 2>&1; s=$?; wlanctl log --json >l.json || echo "
+      "no "
+      "log; [ $s = 137 ] && { grep -q 'confirmed; the settings stay' said && ! grep -q '\"confirmed\"' l.json && echo "
+      "early at $n; wlanctl confirm 2.4g >/dev/null || echo refused at $n; }; no_guardian; wlanctl get 2.4g Channel; "
+      "wlanctl log --json -n 1 | grep '\"state\"'; done | sort | uniq -c | tr -s ' '; ls " +
+      std::string(kFolder) + " | grep -vx 'entry-[0-9]*'");
+  EXPECT_THAT(result.out, testing::MatchesRegex(" ([0-9]+) +\"state\": \"confirmed\",\n [0-9]+ 1\n")) << result.err;
+}
+
 TEST(HistoryKilled, ByTheFirstOfAllLeavesAFolderThatTheNextOneUses) {
   const Result result = run_story("wlanctl show >/dev/null 2>&1; for n in 1 2 3; do killed_in \"$n " +
                                   std::string(kFolder) + "\" wlanctl save 2.4g >/dev/null 2>&1; echo $?; rm -rf " +

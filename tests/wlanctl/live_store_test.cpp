@@ -86,22 +86,6 @@ std::string made(const Call& call) {
          std::to_string(call.status) + " ] || echo " + call.words + ": $s\n";
 }
 
-// The verbs, as --help lists them.
-Words verbs() {
-  Words found;
-  bool listed = false;
-  for (const std::string& line : lines_of(sim_test::shell(std::string("'") + wlanctl_program() + "' --help").out)) {
-    if (line == "Subcommands:") {
-      listed = true;
-    } else if (listed && line.rfind("  ", 0) == 0 && line[2] != ' ') {
-      found.push_back(line.substr(2, line.find(' ', 2) - 2));
-    } else if (line.empty()) {
-      listed = false;
-    }
-  }
-  return found;
-}
-
 // Another process with a change of both bands, unsaved. It lives until the file "done" is there, and then says what it
 // finds.
 constexpr char kHolder[] =

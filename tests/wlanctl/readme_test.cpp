@@ -7,18 +7,49 @@
 namespace wlanctl_test {
 namespace {
 
-TEST(Readme, HasCommandsThatWorkAsTheyStand) {
+using testing::HasSubstr;
+
+Words commands_of_readme() {
   const std::string begin = "<!-- run by readme_test -->\n```sh\n";
   const std::string text = read_file(source_folder() + "/README.md");
   const size_t first = text.find(begin);
-  ASSERT_NE(std::string::npos, first);
+  if (first == std::string::npos) return {};
   const size_t commands = first + begin.size();
-  const std::string script = text.substr(commands, text.find("```\n", commands) - commands);
-  EXPECT_THAT(script,
-              testing::AllOf(testing::HasSubstr("undo"), testing::HasSubstr("import"), testing::HasSubstr("ssid add")));
-  const Result result = run("set -e\n" + script + "wlanctl get 2.4g SSID:1 BssidNum\n", {"--chips", "7603,7612"});
-  EXPECT_EQ(0, result.status) << result.err;
-  EXPECT_THAT(result.out, testing::EndsWith("SSID:1    Gateway-Home\nBssidNum  2\n"));
+  return lines_of(text.substr(commands, text.find("```\n", commands) - commands));
+}
+
+// Whatever of its folder is there when one gateway has ended, the next one there finds.
+Result gateway_in(const TestFolder& folder, const std::string& script) {
+  Result result = sim_test::run_in(folder.path(),
+                                   {"--chips", "7603,7612", "--", "sh", "-c", prelude(folder) + "set -e\n" + script});
+  validate_documents(folder);
+  return result;
+}
+
+TEST(Readme, HasCommandsThatTakeTheSettingsToAnotherGateway) {
+  // Before the export there is something to export: the story above it ends with an undo.
+  std::string in_first;
+  std::string in_second;
+  const std::string change = "wlanctl set 2.4g SSID:1=Office && wlanctl set 5g Channel=44 && wlanctl apply\n";
+  bool is_exported = false;
+  for (const std::string& line : commands_of_readme()) {
+    if (line.starts_with("wlanctl export ")) in_first += "wlanctl get 2.4g SSID:1\n" + change;
+    (is_exported ? in_second : in_first) += line + "\n";
+    is_exported = is_exported || line.starts_with("wlanctl export ");
+  }
+  ASSERT_THAT(in_first, testing::AllOf(HasSubstr("undo"), HasSubstr("--output gateway.json")));
+  ASSERT_THAT(in_second, testing::AllOf(HasSubstr("import gateway.json"), HasSubstr("ssid add")));
+
+  const TestFolder folder;
+  const Result first = gateway_in(folder, in_first);
+  EXPECT_EQ(0, first.status) << first.err;
+  EXPECT_THAT(first.out, HasSubstr("\nGateway-Home\n")) << "the undo";
+  const std::string asked = "wlanctl get 2.4g SSID:1 BssidNum\nwlanctl get 5g Channel\n";
+  const Result second = gateway_in(folder, asked + in_second + asked);
+  EXPECT_EQ(0, second.status) << second.err;
+  EXPECT_THAT(second.out, testing::StartsWith("SSID:1    Gateway-Home\nBssidNum  2\n36\n"));
+  EXPECT_THAT(second.out, HasSubstr("Guest"));
+  EXPECT_THAT(second.out, testing::EndsWith("SSID:1    Office\nBssidNum  2\n44\n"));
 }
 
 }  // namespace

@@ -15,10 +15,10 @@ const std::string kWaiting =
 const std::string kBroken = "simctl fail iwpriv exit=1 >/dev/null;";
 const std::string kAfter =
     "echo == log; wlanctl log --json; echo == status; wlanctl status 2.4g 2>&1 | grep -A 1 -e settings: -e note -e "
-    "driver;"
+    "'did not take';"
     "echo == diff; wlanctl diff 2.4g --in-force 2>/dev/null;"
     "simctl fail none >/dev/null; wlanctl apply 2.4g >/dev/null 2>&1; echo == mended; wlanctl status 2.4g 2>&1 |"
-    "grep -e settings: -e note;";
+    "grep -e settings: -e note -e 'did not take';";
 
 const std::string kLog = "L=/run/gateway-sim/syslog; until grep -q 'not confirmed' $L; do sleep 0.02; done; cat $L";
 
@@ -88,7 +88,7 @@ TEST(RolledBack, NoMoreThanAnApplyThatTheDriverDidNotTakeIsInForce) {
 TEST(RolledBack, AllOfItIsInForce) {
   const Result result = run_story(kWaiting +
                                   "wlanctl rollback; code=$?; echo == code; echo $code; wlanctl status 2.4g 2>&1 |"
-                                  "grep -e settings: -e note");
+                                  "grep -e settings: -e note -e 'did not take'");
   EXPECT_EQ("0\n  settings: store, dat file and what is in force agree\n", behind(result.out, "code"));
   EXPECT_THAT(result.err, Not(HasSubstr("did not take")));
 }

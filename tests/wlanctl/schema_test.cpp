@@ -13,23 +13,8 @@ namespace {
 
 using testing::HasSubstr;
 
-Words verbs() {
-  const std::string script =
-      std::string("'") + wlanctl_program() + "' --help | sed -n '/^Subcommands:/,/^$/s/^  \\([a-z][a-z]*\\) .*/\\1/p'";
-  return lines_of(sim_test::shell(script).out);
-}
-
 std::string schema_path(const std::string& name) {
   return source_folder() + "/wlanctl/schema/" + name + ".json";
-}
-
-// Whether validate.py, asked by the tests, takes a document.
-bool is_valid(const Json& document) {
-  testing::TestPartResultArray findings;
-  const testing::ScopedFakeTestPartResultReporter reporter(
-      testing::ScopedFakeTestPartResultReporter::INTERCEPT_ONLY_CURRENT_THREAD, &findings);
-  validate_text(document.dump());
-  return findings.size() == 0;
 }
 
 Json plain_document() {

@@ -253,6 +253,41 @@ TEST(SsidSwitch, TellsTheApplyThatBringsItIntoForce) {
   EXPECT_THAT(steps[4].out, HasSubstr("next: wlanctl apply 2.4g\n"));
 }
 
+TEST(SsidSwitch, TellsItsChangesAsADocument) {
+  const auto steps = run_with_word({"wlanctl ssid disable --both 2 --json", "wlanctl ssid enable 2.4g 2 --json",
+                                    "wlanctl ssid enable 2.4g 2 --json", "wlanctl ssid enable 2.4g 3 --json"});
+  const Json disabled = document_in(steps[0].out);
+  EXPECT_EQ("ssid disable", disabled["verb"]);
+  EXPECT_EQ(2u, disabled["data"]["bands"].size());
+  EXPECT_EQ("wlanctl apply", disabled["data"]["next"]);
+  const Json enabled = document_in(steps[1].out);
+  EXPECT_EQ("ssid enable", enabled["verb"]);
+  EXPECT_EQ("wlanctl apply 2.4g", enabled["data"]["next"]);
+  const Json band = only_band(enabled);
+  EXPECT_EQ(Json::parse(R"([{"key":"EnableSSID","index":2,"before":"0","after":"1"}])"), band["changes"]);
+  EXPECT_EQ("Gateway-Guest", band["name"]);
+  EXPECT_EQ("ra1", band["interface"]);
+  EXPECT_EQ(Json::array(), only_band(document_in(steps[2].out))["changes"]);
+  EXPECT_EQ(1, document_in(steps[3].out)["exit_code"]);
+  EXPECT_EQ("2.4g", document_in(steps[3].out)["problems"][0]["band"]);
+}
+
+TEST(SsidRename, TellsItsChangeAsADocument) {
+  const auto steps = run_with_word({"wlanctl ssid rename 2.4g Gateway-Guest Visitors --json --dry-run",
+                                    "wlanctl ssid rename 2.4g Gateway-Guest Visitors --json",
+                                    "wlanctl ssid rename 2.4g 2 Gateway-Home --json"});
+  EXPECT_EQ(true, document_in(steps[0].out)["data"]["dry_run"]);
+  const Json renamed = document_in(steps[1].out);
+  EXPECT_EQ("ssid rename", renamed["verb"]);
+  EXPECT_EQ(false, renamed["data"]["dry_run"]);
+  const Json band = only_band(renamed);
+  EXPECT_EQ(Json::parse(R"([{"key":"SSID","index":2,"before":"Gateway-Guest","after":"Visitors"}])"), band["changes"]);
+  EXPECT_EQ(2, band["ssid"]);
+  const Json refused = document_in(steps[2].out);
+  EXPECT_EQ(1, refused["exit_code"]);
+  EXPECT_THAT(refused["problems"][0]["message"].get<std::string>(), HasSubstr("2.4g has an SSID of that name"));
+}
+
 TEST(SsidRename, GivesAnotherNameByTheRulesOfOne) {
   const auto steps = run_with_word(
       {"wlanctl ssid rename 2.4g 2 Visitors", "wlanctl get 2.4g SSID:2", "wlanctl ssid rename 2.4g Visitors ''",

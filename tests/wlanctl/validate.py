@@ -34,7 +34,8 @@ class Schemas:
         return self.texts[name]
 
     def findings(self, document):
-        name = schema_name(document.get("verb", "")) if isinstance(document, dict) else "usage.json"
+        verb = document.get("verb") if isinstance(document, dict) else None
+        name = schema_name(verb if isinstance(verb, str) else "")
         schema = self.text(name)
         if schema is None:
             return [f"there is no schema {name}"]

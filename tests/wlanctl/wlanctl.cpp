@@ -47,14 +47,15 @@ class Validator {
   std::string findings(const std::string& path) {
     const std::string question = path + "\n";
     const ssize_t written = write(questions_, question.data(), question.size());
-    if (written != static_cast<ssize_t>(question.size())) return "validate.py has ended";
+    if (written != static_cast<ssize_t>(question.size())) throw std::runtime_error("validate.py has ended");
     std::string text;
     char* line = nullptr;
     size_t size = 0;
     ssize_t length = 0;
     while ((length = getline(&line, &size, answers_)) > 1) text += line;
     std::free(line);
-    return length < 0 ? "validate.py has ended: " + text : text;
+    if (length < 0) throw std::runtime_error("validate.py has ended: " + text);
+    return text;
   }
 
  private:
@@ -63,9 +64,13 @@ class Validator {
   FILE* answers_ = nullptr;
 };
 
-void expect_valid(const std::string& path) {
+std::string findings_of(const std::string& path) {
   static Validator validator;
-  EXPECT_EQ("", validator.findings(path));
+  return validator.findings(path);
+}
+
+void expect_valid(const std::string& path) {
+  EXPECT_EQ("", findings_of(path));
 }
 
 // A word that is longer than a line has one of its own.
@@ -123,6 +128,18 @@ void validate_text(const std::string& documents) {
   const TestFolder folder;
   write_file(folder / "text.json", documents);
   expect_valid(folder / "text.json");
+}
+
+bool is_valid(const Json& document) {
+  const TestFolder folder;
+  write_file(folder / "text.json", document.dump());
+  return findings_of(folder / "text.json").empty();
+}
+
+Words verbs() {
+  const std::string script =
+      std::string("'") + wlanctl_program() + "' --help | sed -n '/^Subcommands:/,/^$/s/^  \\([a-z][a-z]*\\) .*/\\1/p'";
+  return lines_of(sim_test::shell(script).out);
 }
 
 Result run(const std::string& script, const Words& options) {

@@ -48,4 +48,10 @@ void validate_documents(const TestFolder& folder);
 // Validates one document, or several one after another, that came by another way.
 void validate_text(const std::string& documents);
 
+// Whether that would find nothing to say of a document.
+bool is_valid(const Json& document);
+
+// As the tool's own help lists them.
+Words verbs();
+
 }  // namespace wlanctl_test

@@ -50,7 +50,10 @@ bool store_plan(const StorePlan& plan, Report& report) {
                     "another process changed the store; try again", about(plan.band)});
     return false;
   }
-  const int served = std::min(ssid_count(plan.band), coming_count(plan));
+  const int before = ssid_count(plan.band);
+  const int coming = coming_count(plan);
+  const int served = std::min(before, coming);
+  if (coming > before) store_unserved(plan.band, plan.fields, before);
   for (const Wish& step : plan.steps) {
     // The driver has no such interface before the next apply, or loses it with that.
     const bool is_untold =

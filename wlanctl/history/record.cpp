@@ -1,5 +1,6 @@
 #include "wlanctl/history/record.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "wlanctl/base/report.h"
@@ -23,6 +24,11 @@ const Entry* find_undecided(const History& history, Band band) {
     return is_undecided && taken_back_by(history.entries, *entry) == nullptr ? &*entry : nullptr;
   }
   return nullptr;
+}
+
+void confirm(Entry entry, Report& report) {
+  entry.state = State::kConfirmed;
+  write(&entry, report);
 }
 
 }  // namespace
@@ -59,10 +65,17 @@ void note_confirmed(Band band, Report& report) {
   if (history_folder().empty()) return;
   const History history = read_history();
   const Entry* const found = find_undecided(history, band);
-  if (found == nullptr) return;
-  Entry entry = *found;
-  entry.state = State::kConfirmed;
-  write(&entry, report);
+  if (found != nullptr) confirm(*found, report);
+}
+
+void make_up_for_confirmation(Band band, Report& report) {
+  if (history_folder().empty()) return;
+  const History history = read_history();
+  const auto newest = std::find_if(history.entries.rbegin(), history.entries.rend(),
+                                   [&](const Entry& entry) { return entry.band == band; });
+  const bool is_left =
+      newest != history.entries.rend() && newest->deed == Deed::kApply && newest->state == State::kWaiting;
+  if (is_left) confirm(*newest, report);
 }
 
 unsigned undecided_entry(Band band) {

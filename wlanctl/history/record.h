@@ -20,6 +20,10 @@ void finish_quiet_entry(Entry entry, int exit_code, Report& report);
 // The band's newest apply has its confirmation.
 void note_confirmed(Band band, Report& report);
 
+// The same where nothing waits any more: the confirmation may have been killed before it came to this. Only of an apply
+// that waited for it, and behind which nothing else was done to the band.
+void make_up_for_confirmation(Band band, Report& report);
+
 // The number of the band's apply that is under way or waits for its confirmation; 0 for none.
 unsigned undecided_entry(Band band);
 

@@ -175,6 +175,8 @@ bool add_all_records(const std::vector<JudgedPlan>& plans, Report& report) {
 
 bool change_store(const JudgedPlan& judged, Report& report) {
   const Band band = judged.plan.band;
+  const int served = ssid_count(band);
+  if (judged.plan.count > served) store_unserved(band, judged.fields, served);
   const SsidWrite* const refused = make_changes(judged.plan);
   if (refused == nullptr && are_kept(band, judged.plan) && are_all_stored(band, judged.fields)) return true;
   const std::string reason = refused == nullptr ? "" : first_reason();

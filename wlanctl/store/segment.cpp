@@ -204,7 +204,11 @@ bool StoreLock::replace(const std::vector<wifimgr_attr_record>& content) const {
   const size_t room = size_of_store(band_);
   const size_t used = content.size() * sizeof(wifimgr_attr_record);
   if (!held_ || used + sizeof(wifimgr_attr_record) > room) return false;
-  if (used != 0) std::memcpy(address_of(band_), content.data(), used);
+  // What stays is left alone: whoever is killed here has not come near it.
+  auto* const table = reinterpret_cast<wifimgr_attr_record*>(address_of(band_));
+  for (size_t i = 0; i < content.size(); ++i) {
+    if (std::memcmp(&table[i], &content[i], sizeof table[i]) != 0) std::memcpy(&table[i], &content[i], sizeof table[i]);
+  }
   std::memset(address_of(band_) + used, 0, room - used);
   return true;
 }

@@ -12,6 +12,7 @@
 #include "wlanctl/files/places.h"
 #include "wlanctl/files/state_file.h"
 #include "wlanctl/files/word_text.h"
+#include "wlanctl/keys/key.h"
 #include "wlanctl/store/segment.h"
 
 namespace wlanctl {
@@ -35,6 +36,19 @@ wifimgr_attr_record* find_record(std::vector<wifimgr_attr_record>& table, const 
     return text_in(one.key, sizeof one.key) == key;
   });
   return record == table.end() ? nullptr : &*record;
+}
+
+void put_into(char* field, const std::string& value) {
+  std::memset(field, 0, WIFIMGR_FIELD_SIZE);
+  std::copy_n(value.begin(), std::min<size_t>(value.size(), WIFIMGR_FIELD_SIZE), field);
+}
+
+// 0 for none.
+int ssid_of(const NotedField& change) {
+  int index = 0;
+  const Key* const key = find_dat_key(change.key, &index);
+  if (key == nullptr || key->scope != Scope::kSsid) return 0;
+  return key->numbering == Numbering::kShared ? change.field + 1 : index;
 }
 
 std::string text_of(const Note& note) {
@@ -135,6 +149,19 @@ bool are_all_stored(Band band, const std::vector<NotedField>& fields) {
   });
 }
 
+void store_unserved(Band band, const std::vector<NotedField>& fields, int served) {
+  const StoreLock lock(band);
+  if (!lock) return;
+  std::vector<wifimgr_attr_record> table = lock.table();
+  for (const NotedField& change : fields) {
+    wifimgr_attr_record* const record = ssid_of(change) > served ? find_record(table, change.key) : nullptr;
+    if (record == nullptr) continue;
+    char* const field = record->field[change.field];
+    if (text_in(field, WIFIMGR_FIELD_SIZE) == change.before) put_into(field, change.becomes.back());
+  }
+  (void)lock.replace(table);
+}
+
 int put_back_noted(Band band, const std::vector<NotedField>& fields) {
   const StoreLock lock(band);
   if (!lock) return -1;
@@ -147,8 +174,7 @@ int put_back_noted(Band band, const std::vector<NotedField>& fields) {
     const std::string now = text_in(field, WIFIMGR_FIELD_SIZE);
     const bool is_ours = std::find(change.becomes.begin(), change.becomes.end(), now) != change.becomes.end();
     if (now == change.before || !is_ours) continue;
-    std::memset(field, 0, WIFIMGR_FIELD_SIZE);
-    std::copy_n(change.before.begin(), std::min<size_t>(change.before.size(), WIFIMGR_FIELD_SIZE), field);
+    put_into(field, change.before);
     ++count;
   }
   return count == 0 || lock.replace(table) ? count : -1;

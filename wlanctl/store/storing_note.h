@@ -32,6 +32,11 @@ void add_changes(const std::vector<wifimgr_attr_record>& from, const std::vector
 // Whether each field of the store has the last of its values.
 bool are_all_stored(Band band, const std::vector<NotedField>& fields);
 
+// Gives what belongs to SSIDs behind the first `served` ones the last of its values, where nobody else has changed it
+// since, in one step for everybody else. Before the SSID count grows: whoever serves the new ones then, even if this
+// process is killed, serves no half of one.
+void store_unserved(Band band, const std::vector<NotedField>& fields, int served);
+
 // Puts each field back that has a value which it was to get; what somebody else has set since stays. In one step for
 // everybody else. How many it were; -1 when the store cannot be had.
 int put_back_noted(Band band, const std::vector<NotedField>& fields);

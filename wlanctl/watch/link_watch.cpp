@@ -4,11 +4,14 @@
 #include <linux/rtnetlink.h>
 #include <net/if.h>
 #include <poll.h>
+#include <sys/ioctl.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
+#include <climits>
+#include <cstdio>
 #include <cstring>
 
 namespace wlanctl {
@@ -48,6 +51,17 @@ std::string name_of_link(unsigned index) {
   return index != 0 && if_indextoname(index, name) != nullptr ? name : "";
 }
 
+constexpr const char* kStems[] = {"ra", "rai", "wds", "wdsi"};
+
+std::string bridge_in_sys(const std::string& interface) {
+  char target[PATH_MAX] = "";
+  const std::string link = "/sys/class/net/" + interface + "/master";
+  const ssize_t length = readlink(link.c_str(), target, sizeof target);
+  if (length <= 0 || static_cast<size_t>(length) >= sizeof target) return "";
+  const std::string path(target, static_cast<size_t>(length));
+  return path.substr(path.rfind('/') + 1);
+}
+
 Event event_of(const char* kind, const std::string& interface, const std::string& text) {
   return {kind, band_of_interface(interface), interface + text, {{"interface", interface}}};
 }
@@ -71,8 +85,7 @@ LinkWatch::LinkWatch() : file_(socket(AF_NETLINK, SOCK_RAW | SOCK_CLOEXEC | SOCK
     (void)close(file_);
     file_ = -1;
   }
-  if (file_ < 0) return;
-  ask_for_all();
+  if (file_ >= 0) ask_for_all();
   Events unheard;
   take(unheard);
   is_baseline_ = false;
@@ -93,7 +106,30 @@ void LinkWatch::ask_for_all() {
   (void)poll(&answer, 1, kAnswerMs);
 }
 
+void LinkWatch::look_around(Events* events) {
+  const int file = socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0);
+  if (file < 0) return;
+  std::map<int, Link> now;
+  for (const char* const stem : kStems) {
+    for (int digit = 0; digit < 10; ++digit) {
+      ifreq asked = {};
+      (void)std::snprintf(asked.ifr_name, sizeof asked.ifr_name, "%s%d", stem, digit);
+      if (ioctl(file, SIOCGIFFLAGS, &asked) != 0) continue;
+      const bool is_up = (asked.ifr_flags & IFF_UP) != 0;
+      if (ioctl(file, SIOCGIFINDEX, &asked) != 0) continue;
+      now[asked.ifr_ifindex] = {asked.ifr_name, is_up, bridge_in_sys(asked.ifr_name)};
+    }
+  }
+  (void)close(file);
+  const std::map<int, Link> before = links_;
+  for (const auto& [index, link] : before) {
+    if (!now.contains(index)) change(index, std::nullopt, events);
+  }
+  for (const auto& [index, link] : now) change(index, link, events);
+}
+
 void LinkWatch::take(Events& events) {
+  if (file_ < 0) look_around(&events);
   alignas(nlmsghdr) char bytes[32768];
   while (file_ >= 0) {
     const ssize_t length = recv(file_, bytes, sizeof bytes, 0);
@@ -164,7 +200,6 @@ void LinkWatch::change(int index, const std::optional<Link>& now, Events* events
 }
 
 bool LinkWatch::is_there(const std::string& interface) const {
-  if (file_ < 0) return if_nametoindex(interface.c_str()) != 0;
   return std::any_of(links_.begin(), links_.end(), [&](const auto& link) { return link.second.name == interface; });
 }
 

@@ -1,4 +1,5 @@
-// The interfaces of the radios, as the kernel tells of them: it reports each change by itself.
+// The interfaces of the radios, as the kernel tells of them: it reports each change by itself. Where it gives no such
+// socket, they are looked at, and what comes and goes between two looks is not seen.
 #pragma once
 
 #include <map>
@@ -19,7 +20,7 @@ class LinkWatch {
   LinkWatch& operator=(const LinkWatch&) = delete;
   ~LinkWatch();
 
-  // Readable when there is something to take; -1 where the kernel gives no such socket.
+  // Readable when there is something to take; -1 where they are only looked at.
   int file() const { return file_; }
 
   // Tells what came since the last call. Where the kernel had more to say than it keeps, all interfaces are asked anew.
@@ -39,6 +40,7 @@ class LinkWatch {
   };
 
   void ask_for_all();
+  void look_around(Events* events);
   void take_message(const nlmsghdr& head, Events* events);
   void change(int index, const std::optional<Link>& now, Events* events);
 

@@ -110,7 +110,11 @@ int confirm(const Words& words, Report& report) {
   int code = kDone;
   for (const Band band : bands_of(words.band)) {
     if (!is_undecided(band)) {
-      if (refuse_taken_back(band, report)) code = std::max<int>(code, kRefused);
+      if (refuse_taken_back(band, report)) {
+        code = std::max<int>(code, kRefused);
+      } else {
+        make_up_for_confirmation(band, report);
+      }
       continue;
     }
     waiting = true;
