@@ -20,6 +20,7 @@
 #include "wlanctl/base/clock.h"
 #include "wlanctl/base/report.h"
 #include "wlanctl/confirm/apply_terminal.h"
+#include "wlanctl/confirm/outlived.h"
 #include "wlanctl/confirm/rollback.h"
 #include "wlanctl/confirm/taken_back.h"
 #include "wlanctl/files/lock.h"
@@ -117,12 +118,13 @@ std::string line_for_terminal(const Pending& pending, bool done) {
 
 void watch_over(Band band, int starter, pid_t starting, const ApplyTerminal& terminal) {
   Watch watch(starter, starting);
-  for (std::optional<Pending> pending; (pending = read_pending(band));) {
+  std::optional<Pending> pending;
+  for (; (pending = read_pending(band));) {
     if (pending->is_lost(watch.is_starter_gone())) {
       Report report;
       const ToolLock lock(report, kLongestApply);
       pending = read_pending(band);
-      if (!lock || !pending) return;
+      if (!lock || !pending) break;
       if (pending->is_lost(watch.is_starter_gone())) {
         const bool done = undo(*pending, By::kGuardian, reason_for(*pending), report);
         complain_of(band, lacks_of(band), "", report);
@@ -133,6 +135,12 @@ void watch_over(Band band, int starter, pid_t starting, const ApplyTerminal& ter
     }
     watch.wait(*pending);
   }
+  // Neither confirmed nor rolled back, which would have removed the other copy first.
+  const std::optional<Pending> left = interrupted(band);
+  if (!left) return;
+  openlog("wlanctl", LOG_PID, LOG_DAEMON);
+  const Problem problem = cut_off(*left);
+  syslog(LOG_WARNING, "%s; %s", problem.message.c_str(), problem.next.c_str());
 }
 
 [[noreturn]] void be_guardian(Band band, const Guard& guard, int ready, int starter, pid_t starting) {

@@ -32,7 +32,7 @@ void recover_pending(Band band, Report& report) {
   const Guard guard(band);
   const std::optional<Pending> pending = read_pending(band);
   if (pending && pending->boot != this_boot()) {
-    if (!kept_over_boot(band)) keep_over_boot(*pending, report);
+    if (!kept_over_boot(band) || pending->phase == Phase::kGoingBack) keep_over_boot(*pending, report);
     drop_pending(band);
     return;
   }
@@ -48,8 +48,9 @@ void recover_pending(Band band, Report& report) {
     const bool done = undo(*pending, By::kRecovery, reason_for(*pending), report);
     const bool was_begun = pending->phase != Phase::kPrepared;
     report.note(apply +
-                (pending->phase == Phase::kWaiting ? " was not confirmed in time and its guardian is gone; "
-                                                   : " ended in the middle; ") +
+                (pending->phase == Phase::kWaiting     ? " was not confirmed in time and its guardian is gone; "
+                 : pending->phase == Phase::kGoingBack ? " was being rolled back, and that was cut off; "
+                                                       : " ended in the middle; ") +
                 (!done ? std::string("rolling it back failed; wlanctl confirm ") + label_of(band) +
                              " --force ends the waiting with what is there"
                  : was_begun
@@ -76,6 +77,10 @@ void tell_what_is_due(Band band, Report& report) {
         "the apply of " + label +
         " was not confirmed in time, and its roll back is due: its guardian does it or, where that is gone, the "
         "next wlanctl that changes something");
+  } else if (pending->phase == Phase::kGoingBack) {
+    report.note("an apply of " + label +
+                " is being rolled back, or that was cut off; then its guardian finishes it or, where that is gone, the "
+                "next wlanctl that changes something");
   } else if (pending->phase != Phase::kWaiting) {
     report.note(
         "an apply of " + label +

@@ -14,6 +14,7 @@
 #include "wlanctl/apply/plan.h"
 #include "wlanctl/apply/run.h"
 #include "wlanctl/base/report.h"
+#include "wlanctl/confirm/outlived.h"
 #include "wlanctl/files/bytes.h"
 #include "wlanctl/files/plain_file.h"
 #include "wlanctl/history/record.h"
@@ -68,11 +69,13 @@ void finish(Entry entry, bool is_done, bool is_in_force, Report& report) {
   finish_entry(std::move(entry), report);
 }
 
-bool end_pending(const Pending& pending, TakenFor reason, Report& report) {
-  const bool is_kept = keep_taken_back(pending, reason);
+// The operator who is told is the one whose call it is.
+bool end_pending(const Pending& pending, By by, TakenFor reason, Report& report) {
+  const bool is_heard = by != By::kGuardian;
+  const bool is_kept = keep_taken_back(pending, reason, is_heard);
   if (!remove_pending(pending.band, report)) return false;
   // What is gone has left room.
-  if (!is_kept) (void)keep_taken_back(pending, reason);
+  if (!is_kept) (void)keep_taken_back(pending, reason, is_heard);
   return true;
 }
 
@@ -89,8 +92,9 @@ bool restore_dat_file(Band band, const std::string& bytes, Report& report) {
   return false;
 }
 
-bool roll_back(const Pending& pending, By by, TakenFor reason, Report& report, const Settings& booted) {
+bool roll_back(Pending pending, By by, TakenFor reason, Report& report, const Settings& booted) {
   const Band band = pending.band;
+  begin_going_back(&pending, reason, report);
   const bool is_open = reopen_if_replaced(band, report);
   // However far the apply came: what is up now is at most the larger of the two.
   const int applied_count = is_open ? ssid_count(band) : 0;
@@ -122,7 +126,7 @@ bool roll_back(const Pending& pending, By by, TakenFor reason, Report& report, c
   if (applied) keep_lacks(band, applied->lacks, report);
   const bool file_is_back = restore_dat_file(band, pending.dat, report);
   bool is_done = in_force && file_is_back && keep_applied(band, FileIs::kSettled, report);
-  if (is_done) is_done = end_pending(pending, reason, report);
+  if (is_done) is_done = end_pending(pending, by, reason, report);
   finish(std::move(entry), is_done, applied && applied->lacks.empty() && is_told(band), report);
   return is_done;
 }

@@ -18,7 +18,7 @@ namespace wlanctl {
 // entry of it. The caller holds the tool lock, and the band's store is open. `booted` is what the dat file had before the
 // caller put it back, where a boot has come since: no store knows of that any more.
 using Settings = std::optional<std::vector<wifimgr_attr_record>>;
-bool roll_back(const Pending& pending, By by, TakenFor reason, Report& report, const Settings& booted = std::nullopt);
+bool roll_back(Pending pending, By by, TakenFor reason, Report& report, const Settings& booted = std::nullopt);
 
 // Whether driver and kernel have what the roll back that was just done has put back.
 bool is_back_in_force(Band band);

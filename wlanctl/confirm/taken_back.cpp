@@ -30,13 +30,6 @@ const Reason& about(TakenFor reason) {
   return kReasons[static_cast<size_t>(reason)];
 }
 
-std::optional<TakenFor> parse_reason(const std::string& name) {
-  for (size_t i = 0; i < std::size(kReasons); ++i) {
-    if (name == kReasons[i].name) return static_cast<TakenFor>(i);
-  }
-  return std::nullopt;
-}
-
 std::string path_of(Band band) {
   return std::string(place::kTakenBack) + label_of(band);
 }
@@ -52,12 +45,24 @@ bool keep(Band band, const TakenBack& taken) {
 
 }  // namespace
 
+const char* name_of(TakenFor reason) {
+  return about(reason).name;
+}
+
+std::optional<TakenFor> parse_taken_for(const std::string& name) {
+  for (size_t i = 0; i < std::size(kReasons); ++i) {
+    if (name == kReasons[i].name) return static_cast<TakenFor>(i);
+  }
+  return std::nullopt;
+}
+
 TakenFor reason_for(const Pending& pending) {
+  if (pending.phase == Phase::kGoingBack) return pending.back_for;
   return pending.phase == Phase::kWaiting ? TakenFor::kUnconfirmed : TakenFor::kEnded;
 }
 
-bool keep_taken_back(const Pending& pending, TakenFor reason) {
-  const bool is_told = reason != TakenFor::kUnconfirmed && reason != TakenFor::kEnded;
+bool keep_taken_back(const Pending& pending, TakenFor reason, bool is_heard) {
+  const bool is_told = is_heard && reason != TakenFor::kUnconfirmed && reason != TakenFor::kEnded;
   return keep(pending.band, {pending.applied_at, std::time(nullptr), reason, is_told});
 }
 
@@ -66,7 +71,7 @@ std::optional<TakenBack> taken_back(Band band) {
   if (words.size() != 5 || words[0] != this_boot()) return std::nullopt;
   const std::optional<int64_t> applied_at = number_in(words[1]);
   const std::optional<int64_t> taken_back_at = number_in(words[2]);
-  const std::optional<TakenFor> reason = parse_reason(words[3]);
+  const std::optional<TakenFor> reason = parse_taken_for(words[3]);
   if (!applied_at || !taken_back_at || !reason) return std::nullopt;
   return TakenBack{*applied_at, *taken_back_at, *reason, words[4] == "told"};
 }

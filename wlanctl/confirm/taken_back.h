@@ -30,11 +30,15 @@ struct TakenBack {
   bool is_told = false;
 };
 
+// "unconfirmed", and back.
+const char* name_of(TakenFor reason);
+std::optional<TakenFor> parse_taken_for(const std::string& name);
+
 // Why one that is lost is taken back.
 TakenFor reason_for(const Pending& pending);
 
-// False when it cannot be written.
-bool keep_taken_back(const Pending& pending, TakenFor reason);
+// `is_heard`: somebody waits for the call that does it. False when it cannot be written.
+bool keep_taken_back(const Pending& pending, TakenFor reason, bool is_heard);
 
 // Of this boot; none once an apply or a save has come after it.
 std::optional<TakenBack> taken_back(Band band);

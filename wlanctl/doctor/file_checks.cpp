@@ -87,6 +87,9 @@ void check_pending(Band band, Diagnosis& diagnosis) {
                          was_interrupted ? "what was kept over the boot" : "no apply waits");
   }
   if (!pending) return diagnosis.ill(Ill::kPendingDamaged, kApply, band, path);
+  if (pending->phase == Phase::kGoingBack) {
+    return diagnosis.ill(Ill::kPending, kApply, band, path + ", and its roll back has begun");
+  }
   if (pending->is_over()) return diagnosis.ill(Ill::kPendingOver, kApply, band, path);
   diagnosis.ill(Ill::kPending, kApply, band, path + ", " + count_of(pending->seconds_left(), "second") + " left");
 }

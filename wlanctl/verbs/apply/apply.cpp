@@ -183,6 +183,7 @@ void roll_back_job(const Words& words, Job& job, Report& report) {
   if (job.broken_off == BrokenOff::kTimeOver) {
     limit_commands(std::min(words.command_seconds, std::max(words.confirm_seconds, kLeastSeconds)));
   }
+  begin_going_back(&*job.pending, taken_for(job), report);
   job.is_rolled_back = roll_back(*job.pending, By::kApply, taken_for(job), report);
   limit_commands(words.command_seconds);
   const std::vector<Lack> lacks = lacks_of(job.band);
@@ -257,7 +258,7 @@ int run_job(const Words& words, Job& job, Report& report) {
 // Nobody can confirm before all is done.
 void begin_waiting(std::vector<Job>& jobs, Report& report) {
   for (Job& job : jobs) {
-    if (!job.pending || job.is_rolled_back) continue;
+    if (!job.pending || job.is_rolled_back || job.pending->phase == Phase::kGoingBack) continue;
     if (!job.applied) {
       (void)remove_pending(job.band, report);
     } else if (job.broken_off == BrokenOff::kNo) {

@@ -27,7 +27,7 @@ bool Job::is_in_force() const {
 }
 
 bool Job::waits() const {
-  return applied && pending && broken_off == BrokenOff::kNo && !is_rolled_back;
+  return applied && pending && pending->phase != Phase::kGoingBack && broken_off == BrokenOff::kNo && !is_rolled_back;
 }
 
 void tell_applied(const Words& words, const Job& job, Report& report) {
