@@ -1,5 +1,7 @@
 #include "wlanctl/confirm/taken_back.h"
 
+#include <unistd.h>
+
 #include <ctime>
 #include <iterator>
 #include <vector>
@@ -76,6 +78,24 @@ std::optional<TakenBack> taken_back(Band band) {
   return TakenBack{*applied_at, *taken_back_at, *reason, words[4] == "told"};
 }
 
+bool is_taken_back_damaged(Band band) {
+  const std::string path = path_of(band);
+  // Not for who may not read it.
+  return is_state_file_there(path) && access(path.c_str(), R_OK) == 0 &&
+         words_of(read_state_file(path, kFormat, kVersion).value_or("")).size() != 5;
+}
+
+Problem damaged_taken_back(Band band) {
+  const std::string label = label_of(band);
+  Json details = about(band);
+  details["file"] = path_of(band);
+  return {"what was kept of an apply of " + label + " that was taken back, in " + path_of(band) +
+              ", is damaged: nobody knows whether the last one was",
+          "wlanctl log " + label + " lists what was done, wlanctl diff " + label +
+              " shows what is in force; the next apply or save removes the file",
+          std::move(details)};
+}
+
 void forget_taken_back(Band band) {
   (void)remove_state_file(path_of(band));
 }
@@ -100,6 +120,11 @@ Json json_of(const std::optional<TakenBack>& taken) {
 }
 
 std::optional<TakenBack> note_taken_back(Band band, Report& report) {
+  if (is_taken_back_damaged(band)) {
+    const Problem damaged = damaged_taken_back(band);
+    report.note(damaged.message + "; " + damaged.next);
+    return std::nullopt;
+  }
   const std::optional<TakenBack> taken = taken_back(band);
   if (!taken || taken->is_told) return std::nullopt;
   report.note(words_of(band, *taken));

@@ -107,6 +107,10 @@ bool refuse_taken_back(Band band, Report& report) {
                     "set the values again, and apply", about(band)});
     return true;
   }
+  if (is_taken_back_damaged(band)) {
+    report.problem(damaged_taken_back(band));
+    return true;
+  }
   const std::optional<TakenBack> taken = taken_back(band);
   if (!taken) return false;
   report.problem(
