@@ -26,6 +26,7 @@
 #include "wlanctl/files/lock.h"
 #include "wlanctl/files/places.h"
 #include "wlanctl/files/process.h"
+#include "wlanctl/live/driver_time.h"
 
 namespace wlanctl {
 namespace {
@@ -126,6 +127,7 @@ void watch_over(Band band, int starter, pid_t starting, const ApplyTerminal& ter
       pending = read_pending(band);
       if (!lock || !pending) break;
       if (pending->is_lost(watch.is_starter_gone())) {
+        const DriverTime limited;
         const bool done = undo(*pending, By::kGuardian, reason_for(*pending), report);
         complain_of(band, lacks_of(band), "", report);
         tell_log(band, report, done);

@@ -11,6 +11,7 @@
 #include "wlanctl/confirm/taken_back.h"
 #include "wlanctl/files/lock.h"
 #include "wlanctl/files/state_file.h"
+#include "wlanctl/live/driver_time.h"
 #include "wlanctl/store/segment.h"
 #include "wlanctl/store/storing_note.h"
 
@@ -45,6 +46,7 @@ void recover_pending(Band band, Report& report) {
     return;
   }
   if (pending->is_lost(true)) {
+    const DriverTime limited;
     const bool done = undo(*pending, By::kRecovery, reason_for(*pending), report);
     const bool was_begun = pending->phase != Phase::kPrepared;
     report.note(apply +

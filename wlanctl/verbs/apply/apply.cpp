@@ -21,6 +21,7 @@
 #include "wlanctl/files/lock.h"
 #include "wlanctl/history/record.h"
 #include "wlanctl/library/command.h"
+#include "wlanctl/live/driver_time.h"
 #include "wlanctl/store/dat_file.h"
 #include "wlanctl/store/segment.h"
 #include "wlanctl/verbs/apply/apply_text.h"
@@ -128,7 +129,7 @@ int judge_scripts(const Job& job, Report& report) {
 
 // What did not come into force, another apply brings into force.
 bool always_commit(const Words& words, const Job& job) {
-  return words.again || !job.plan.lacks.empty();
+  return words.again || (!job.plan.lacks.empty() && !are_all_unknown(job.plan.lacks));
 }
 
 // The library's part. With a roll back to come, an interrupt breaks it off, and so does the end of the time.
@@ -143,6 +144,8 @@ void bring_about(const Words& words, Job& job, Report& report) {
 bool was_in_vain(const Words& words, const Job& job) {
   if (!job.applied || !job.pending) return false;
   if (job.broken_off != BrokenOff::kNo) return true;
+  // What is not known, the operator is asked for.
+  if (are_all_unknown(job.applied->lacks)) return false;
   return !words.keep && !job.applied->lacks.empty() && !job.applied->has_lacked_before;
 }
 
@@ -329,6 +332,7 @@ int apply(const Words& words, Report& report) {
     lock.emplace(report, words.wait_seconds);
     if (!*lock) return lock->exit_code();
   }
+  const DriverTime limited;
   std::vector<Job> jobs;
   int code = plan_all(words, report, &jobs);
   if (words.dry_run) {

@@ -46,6 +46,8 @@ void tell_applied(const Words& words, const Job& job, Report& report) {
     if (job.is_rolled_back) entry["action"] = "rolled back";
     if (job.is_rolled_back || job.broken_off != BrokenOff::kNo) {
       report.text() << label << (job.is_rolled_back ? ": rolled back" : ": not applied") << "\n";
+    } else if (are_all_unknown(applied.lacks)) {
+      report.text() << label << ": applied; not known whether it is in force\n";
     } else if (!applied.lacks.empty()) {
       report.text() << label << ": applied, but not in force\n";
     } else {

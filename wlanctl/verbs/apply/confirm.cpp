@@ -13,6 +13,7 @@
 #include "wlanctl/files/lock.h"
 #include "wlanctl/files/state_file.h"
 #include "wlanctl/history/record.h"
+#include "wlanctl/live/driver_time.h"
 #include "wlanctl/store/private_store.h"
 #include "wlanctl/store/segment.h"
 #include "wlanctl/verbs/verbs.h"
@@ -126,6 +127,7 @@ int confirm(const Words& words, Report& report) {
   report.data() = {{"bands", confirmed}, {"waited", false}};
   const ToolLock lock(report, words.wait_seconds);
   if (!lock) return lock.exit_code();
+  const DriverTime limited;
   bool waiting = false;
   int code = kDone;
   for (const Band band : bands_of(words.band)) {

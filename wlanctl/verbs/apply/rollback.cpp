@@ -12,6 +12,7 @@
 #include "wlanctl/confirm/taken_back.h"
 #include "wlanctl/files/lock.h"
 #include "wlanctl/files/state_file.h"
+#include "wlanctl/live/driver_time.h"
 #include "wlanctl/store/dat_file.h"
 #include "wlanctl/store/segment.h"
 #include "wlanctl/verbs/verbs.h"
@@ -64,6 +65,7 @@ int run(const Words& words, Report& report) {
   if (!lock) return lock.exit_code();
   const SignalHold hold;
   const InterruptAnswer answer("interrupted; the roll back is finished first, and its result told");
+  const DriverTime limited;
   int code = kDone;
   bool waiting = false;
   for (const Band band : bands_of(words.band)) {
