@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <iterator>
 #include <optional>
+#include <utility>
 
 #include "wifimgr_lib.h"
 #include "wlanctl/base/report.h"
@@ -337,13 +338,19 @@ std::string next_step(Band band) {
 }
 
 void complain_of(Band band, const std::vector<Lack>& lacks, const std::string& next, Report& report) {
+  bool is_doubt_told = false;
   for (const Lack& lack : lacks) {
+    // What there is to say of a driver that is late is said once.
+    if (lack.is_unknown && std::exchange(is_doubt_told, true)) continue;
     const bool is_interface = lack.wanted.state == State::kUp || lack.wanted.state == State::kDown;
     Json details = is_interface ? about(band, lack.wanted.subject) : about(band);
     details["reason"] = lack.cause;
     report.problem({std::string(label_of(band)) +
                         (lack.is_unknown ? ": not known whether it is in force: " : ": not in force: ") + text_of(lack),
-                    next.empty() ? next : way_out(lack.wanted) + next, std::move(details)});
+                    lack.is_unknown ? std::string("wlanctl diff ") + label_of(band) + " asks it again"
+                    : next.empty()  ? next
+                                    : way_out(lack.wanted) + next,
+                    std::move(details)});
   }
 }
 

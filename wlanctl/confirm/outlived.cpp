@@ -10,18 +10,14 @@
 #include "wlanctl/store/dat_file.h"
 
 namespace wlanctl {
-namespace {
 
-// "" where nothing is kept over a boot.
-std::string path_of(Band band) {
+std::string path_over_boot(Band band) {
   const std::string folder = lasting_folder();
   return folder.empty() ? "" : folder + "/wlanctl-before-" + label_of(band);
 }
 
-}  // namespace
-
 void keep_over_boot(const Pending& pending, Report& report) {
-  const std::string path = path_of(pending.band);
+  const std::string path = path_over_boot(pending.band);
   Report unheard;
   if (path.empty() || write_state_file(path, kPendingFormat, kPendingVersion, text_of(pending), unheard)) return;
   report.note("cannot write " + path + " (" + std::strerror(errno) + "): after a power cut, nothing puts " +
@@ -29,7 +25,7 @@ void keep_over_boot(const Pending& pending, Report& report) {
 }
 
 bool forget_over_boot(Band band, Report& report) {
-  const std::string path = path_of(band);
+  const std::string path = path_over_boot(band);
   if (path.empty() || remove_state_file(path)) return true;
   report.problem({"cannot remove " + path + ": " + std::strerror(errno),
                   "remove it, or the next boot takes it for an apply that was cut off", about(band)});
@@ -37,7 +33,7 @@ bool forget_over_boot(Band band, Report& report) {
 }
 
 std::optional<Pending> kept_over_boot(Band band) {
-  const std::string path = path_of(band);
+  const std::string path = path_over_boot(band);
   if (path.empty()) return std::nullopt;
   const std::optional<std::string> text = read_state_file(path, kPendingFormat, kPendingVersion);
   return text ? parse_pending(band, *text) : std::nullopt;
@@ -49,7 +45,7 @@ void begin_going_back(Pending* pending, TakenFor reason, Report& report) {
   pending->phase = Phase::kGoingBack;
   pending->back_for = reason;
   pending->boot = this_boot();
-  const std::string path = path_of(pending->band);
+  const std::string path = path_over_boot(pending->band);
   Report unheard;
   // The copy that could never be written was told at the apply.
   if (!path.empty() && is_state_file_there(path) &&
@@ -66,7 +62,7 @@ std::optional<Pending> interrupted(Band band) {
   if (!kept) return std::nullopt;
   const bool is_of_now = kept->boot == this_boot();
   // The copy is the first to go, so that it never outlives the other without a reason.
-  if (is_of_now && (is_pending(band) || !is_state_file_there(path_of(band)))) return std::nullopt;
+  if (is_of_now && (is_pending(band) || !is_state_file_there(path_over_boot(band)))) return std::nullopt;
   if (!is_of_now && read_bytes(dat_path_of(band)) == kept->dat) return std::nullopt;
   return kept;
 }
@@ -100,15 +96,15 @@ std::optional<Pending> taken_back_over_boot(Band band) {
 }
 
 bool is_way_back_damaged(Band band) {
-  const std::string path = path_of(band);
+  const std::string path = path_over_boot(band);
   return !path.empty() && !is_pending(band) && is_state_file_there(path) && !kept_over_boot(band);
 }
 
 Problem damaged_way_back(Band band) {
   const std::string label = label_of(band);
   Json details = about(band);
-  details["file"] = path_of(band);
-  return {"what an apply of " + label + " kept for its roll back, in " + path_of(band) +
+  details["file"] = path_over_boot(band);
+  return {"what an apply of " + label + " kept for its roll back, in " + path_over_boot(band) +
               ", is damaged: nobody knows whether it was confirmed",
           "wlanctl confirm " + label + " --force keeps what is there; wlanctl undo " + label +
               " then takes back what wlanctl log has of it",
@@ -121,7 +117,7 @@ bool is_undecided(Band band) {
 
 void forget_settled(Band band) {
   const std::optional<Pending> kept = kept_over_boot(band);
-  if (kept && kept->boot != this_boot() && !interrupted(band)) (void)remove_state_file(path_of(band));
+  if (kept && kept->boot != this_boot() && !interrupted(band)) (void)remove_state_file(path_over_boot(band));
 }
 
 bool refuse_undecided(Band band, Report& report) {

@@ -9,6 +9,9 @@
 
 namespace wlanctl {
 
+// Where; "" where nothing is kept over a boot.
+std::string path_over_boot(Band band);
+
 // Written once for each apply that is to be confirmed, as many bytes as the dat file and the settings have. What cannot
 // be written becomes a note: the apply itself can go on.
 void keep_over_boot(const Pending& pending, Report& report);

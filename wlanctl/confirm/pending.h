@@ -29,6 +29,7 @@ struct Pending {
   std::string applied;                         // what was in force, as applied_text
   std::string dat;                             // the dat file's bytes
   TakenFor back_for = TakenFor::kUnconfirmed;  // why it is going back
+  bool is_tried = false;                       // by a verb that made up for its guardian, and no verb does so again
 
   bool is_over() const;  // waiting, and the time is over
 

@@ -1,9 +1,13 @@
 #include "wlanctl/confirm/rollback.h"
 
 #include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/statvfs.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdint>
 #include <cstring>
 #include <optional>
 #include <utility>
@@ -17,6 +21,7 @@
 #include "wlanctl/confirm/outlived.h"
 #include "wlanctl/files/bytes.h"
 #include "wlanctl/files/plain_file.h"
+#include "wlanctl/files/state_file.h"
 #include "wlanctl/history/record.h"
 #include "wlanctl/keys/dat_key.h"
 #include "wlanctl/library/command.h"
@@ -79,7 +84,41 @@ bool end_pending(const Pending& pending, By by, TakenFor reason, Report& report)
   return true;
 }
 
+// What cannot be kept of it in a full folder must not have it done again: who asks next takes the dat file for what is in
+// force, as it is.
+bool settle(const Pending& pending, By by, TakenFor reason, Report& report) {
+  Report unheard;
+  const bool is_kept = keep_applied(pending.band, FileIs::kSettled, unheard);
+  if (!end_pending(pending, by, reason, report)) return false;
+  if (!is_kept && !keep_applied(pending.band, FileIs::kSettled, report)) forget_applied(pending.band);
+  return true;
+}
+
+// Also where it is another file system's.
+bool has_room_for(const std::string& path, size_t bytes) {
+  struct statvfs room = {};
+  struct stat file = {};
+  if (statvfs(path.c_str(), &room) != 0 || stat(path.c_str(), &file) != 0) return true;
+  return uint64_t{room.f_bavail} * room.f_frsize + static_cast<uint64_t>(file.st_size) >= bytes;
+}
+
+bool may_write(const std::string& path) {
+  return faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0 || errno == ENOENT;
+}
+
 }  // namespace
+
+std::string reason_against_roll_back(const Pending& pending) {
+  const std::string path = dat_path_of(pending.band);
+  if (const std::string reason = reason_against_dat_file(pending.band); !reason.empty()) return path + reason;
+  if (!may_write(path)) return path + " cannot be written: " + std::strerror(errno);
+  if (!has_room_for(path, pending.dat.size())) return "there is no room for " + path;
+  const std::string copy = path_over_boot(pending.band);
+  if (!copy.empty() && is_state_file_there(copy) && !may_write(copy.substr(0, copy.rfind('/')))) {
+    return copy + " cannot be removed: " + std::strerror(errno);
+  }
+  return "";
+}
 
 bool restore_dat_file(Band band, const std::string& bytes, Report& report) {
   const int file = open_plain_file(dat_path_of(band), O_WRONLY | O_CREAT | O_TRUNC, 0644);
@@ -125,8 +164,7 @@ bool roll_back(Pending pending, By by, TakenFor reason, Report& report, const Se
   }
   if (applied) keep_lacks(band, applied->lacks, report);
   const bool file_is_back = restore_dat_file(band, pending.dat, report);
-  bool is_done = in_force && file_is_back && keep_applied(band, FileIs::kSettled, report);
-  if (is_done) is_done = end_pending(pending, by, reason, report);
+  const bool is_done = in_force && file_is_back && settle(pending, by, reason, report);
   finish(std::move(entry), is_done, applied && applied->lacks.empty() && is_told(band), report);
   return is_done;
 }
