@@ -173,6 +173,51 @@ TEST(PowerCut, InARollBackAfterAPowerCutIsFinishedByTheNext) {
   EXPECT_THAT(result.err, HasSubstr("the roll back of the apply of 2.4g had begun when it was cut off"));
 }
 
+// The interfaces wait for their restart, the dat file is written.
+std::string cut_in_apply(const std::string& confirm) {
+  return "wlanctl set 2.4g SSID:1=Kitchen Channel=1 >/dev/null; simctl fail ifconfig hang ra0 up >/dev/null; "
+         "count=$(commands "
+         "| grep -c 'ra0 up'); wlanctl apply 2.4g " +
+         confirm +
+         " >/dev/null 2>&1 & until [ $(commands | grep -c 'ra0 up') -gt $count ]; do sleep 0.02; done; simctl "
+         "power-cut "
+         ">/dev/null;";
+}
+
+TEST(PowerCut, InAnApplyIsToldAndLeftToItsOperator) {
+  const Result result = run_story(
+      cut_in_apply("--confirm 600") +
+      "echo == log; wlanctl log --json; echo == status; wlanctl status 2.4g 2>&1 | tr -s '\\n ' ' ' | grep -c "
+      "'the gateway went down before the apply of 2.4g was confirmed'; echo == apply; wlanctl apply 2.4g; echo "
+      "$?; echo == confirm; wlanctl confirm 2.4g; echo $?; wlanctl get 2.4g SSID:1 Channel");
+  EXPECT_EQ("begun", document_in(behind(result.out, "log"))["data"]["entries"][0]["state"]);
+  EXPECT_EQ("1\n", behind(result.out, "status"));
+  EXPECT_EQ("1\n", behind(result.out, "apply"));
+  EXPECT_EQ("2.4g: confirmed; the settings stay\n0\nSSID:1   Kitchen\nChannel  1\n", behind(result.out, "confirm"));
+}
+
+TEST(PowerCut, InAnApplyIsRolledBackWhenAsked) {
+  const Result result = run_story(
+      cut_in_apply("--confirm 600") +
+      "echo == rollback; wlanctl rollback 2.4g; echo $?; wlanctl get 2.4g SSID:1 Channel; wlanctl confirm 2.4g; "
+      "echo $?");
+  EXPECT_EQ("2.4g: rolled back; the settings before the apply are in force\n0\nSSID:1   Gateway-Home\nChannel  6\n1\n",
+            behind(result.out, "rollback"));
+}
+
+// The boot has taken the file, and nobody had asked to decide.
+TEST(PowerCut, InAnApplyThatNobodyWasToConfirmLeavesWhatTheBootTook) {
+  const Result result = run_story(cut_in_apply("") +
+                                  "echo == log; wlanctl log --json; echo == confirm; wlanctl confirm 2.4g; echo $?; "
+                                  "echo == apply; wlanctl apply 2.4g; echo $?; wlanctl get 2.4g SSID:1 Channel");
+  EXPECT_EQ("begun", document_in(behind(result.out, "log"))["data"]["entries"][0]["state"]);
+  EXPECT_EQ("nothing waits to be confirmed on 2.4g\n0\n", behind(result.out, "confirm"));
+  EXPECT_EQ(
+      "2.4g: nothing to apply; the store is as the dat file, which counts as in force\n0\nSSID:1   Kitchen\nChannel  "
+      "1\n",
+      behind(result.out, "apply"));
+}
+
 TEST(PowerCut, BeforeTheDatFileChangesLeavesNothingToDecide) {
   const std::string kept = kKept;
   const Result result = run_story(
