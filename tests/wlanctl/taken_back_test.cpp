@@ -186,6 +186,22 @@ TEST(Rollback, ThatWasKilledIsFinishedAndNotConfirmed) {
   EXPECT_THAT(result.err, HasSubstr("was being rolled back, and that was cut off; it is rolled back now"));
 }
 
+TEST(Rollback, ThatWasKilledIsFinishedByTheGuardianAndToldByTheNext) {
+  const Result result = run_story(
+      "wlanctl set 2.4g SSID:1=Kitchen Channel=1 >/dev/null; wlanctl apply 2.4g --confirm 600 >/dev/null; simctl fail "
+      "ifconfig hang ra0 >/dev/null; count=$(commands | grep -c ifconfig); with_pid pid wlanctl rollback 2.4g "
+      ">/dev/null "
+      "2>&1 & until [ $(commands | grep -c ifconfig) -gt $count ]; do sleep 0.02; done; simctl fail none >/dev/null; "
+      "kill "
+      "-9 $(cat pid); gone 2.4g; no_guardian; wlanctl get 2.4g SSID:1 Channel; echo == status; wlanctl status 2.4g "
+      "2>&1 | "
+      "tr -s '\\n ' ' ' | grep -c 'was taken back at .*, by wlanctl rollback'; echo == confirm; wlanctl confirm 2.4g; "
+      "echo $?");
+  EXPECT_THAT(result.out, testing::StartsWith("SSID:1   Gateway-Home\nChannel  6\n"));
+  EXPECT_EQ("1\n", behind(result.out, "status"));
+  EXPECT_EQ("1\n", behind(result.out, "confirm"));
+}
+
 TEST(ConfirmOfNothing, EndsTheExampleOfTheHelpWell) {
   const Result result = run_story(
       "wlanctl apply 2.4g --confirm 60 && echo == confirm && wlanctl confirm 2.4g; echo $?; wlanctl confirm "

@@ -87,7 +87,9 @@ class Watch {
     // Now and then without a reason, should the system have no watch to give.
     constexpr int kAtLeastEveryMs = 10000;
     constexpr int kWhenLateMs = 200;
-    (void)poll(files, std::size(files), is_running_late ? kWhenLateMs : kAtLeastEveryMs);
+    constexpr int kWhenGoingBackMs = 1000;  // nothing tells of the end of who is at it
+    const int longest = pending.phase == Phase::kGoingBack ? kWhenGoingBackMs : kAtLeastEveryMs;
+    (void)poll(files, std::size(files), is_running_late ? kWhenLateMs : longest);
     char unread[4096];
     while (read(changes_, unread, sizeof unread) > 0) continue;
     // The apply ends itself when its time is over, unless somebody has stopped it.
@@ -123,10 +125,17 @@ void watch_over(Band band, int starter, pid_t starting, const ApplyTerminal& ter
   for (; (pending = read_pending(band));) {
     if (pending->is_lost(watch.is_starter_gone())) {
       Report report;
-      const ToolLock lock(report, kLongestApply);
+      // Whoever is at a roll back ends it, and this process with its file; should he be killed, the lock is free.
+      const bool is_at_work = pending->phase == Phase::kGoingBack;
+      std::optional<ToolLock> lock;
+      if (is_at_work) {
+        lock.emplace();
+      } else {
+        lock.emplace(report, kLongestApply);
+      }
       pending = read_pending(band);
-      if (!lock || !pending) break;
-      if (pending->is_lost(watch.is_starter_gone())) {
+      if (!pending || (!*lock && !is_at_work)) break;
+      if (*lock && pending->is_lost(watch.is_starter_gone())) {
         const DriverTime limited;
         const bool done = undo(*pending, By::kGuardian, reason_for(*pending), report);
         complain_of(band, lacks_of(band), "", report);
