@@ -65,8 +65,8 @@ allow wlanctl/apply "$tool" wlanctl/base wlanctl/files wlanctl/library wlanctl/k
 allow wlanctl/history "$tool" wlanctl/base wlanctl/files wlanctl/keys wlanctl/store wlanctl/history
 allow wlanctl/ssid "$tool" wlanctl/base wlanctl/files wlanctl/library wlanctl/keys wlanctl/store wlanctl/check \
   wlanctl/apply wlanctl/ssid
-allow wlanctl/confirm "$tool" wlanctl/base wlanctl/files wlanctl/library wlanctl/keys wlanctl/store wlanctl/apply \
-  wlanctl/history wlanctl/ssid wlanctl/confirm
+allow wlanctl/confirm "$tool" wlanctl/base wlanctl/files wlanctl/library wlanctl/keys wlanctl/store wlanctl/live \
+  wlanctl/apply wlanctl/history wlanctl/ssid wlanctl/confirm
 allow wlanctl/exchange "$tool" wlanctl/base wlanctl/files wlanctl/library wlanctl/keys wlanctl/store wlanctl/check \
   wlanctl/apply wlanctl/exchange
 allow wlanctl/watch "$tool" wlanctl/base wlanctl/files wlanctl/library wlanctl/keys wlanctl/store wlanctl/live wlanctl/apply \

@@ -183,5 +183,52 @@ TEST(GuardianKilled, AndNoWayBackIsEndedByForce) {
   EXPECT_EQ("2.4g: confirmed; the settings stay\n0\n", behind(result.out, "forced"));
 }
 
+// How often each verb takes interfaces down or up.
+const std::string kEachVerb =
+    "for verb in 'set 2.4g HideSSID:1=0' 'set 2.4g Channel=3' 'diff 2.4g' 'confirm 2.4g' 'apply 2.4g'; do "
+    "count=$(commands | "
+    "grep -c ifconfig); wlanctl $verb >/dev/null; echo \"$? $(($(commands | grep -c ifconfig) - count))\"; done;";
+
+TEST(RollBackThatIsDue, IsNotBegunWhereTheDatFileCannotBeWritten) {
+  const Result result = run_story(kChange + kUnguarded + "mount --bind " + kDat + " " + kDat +
+                                  "; mount -o remount,ro,bind " + kDat + "; echo == verbs; " + kEachVerb +
+                                  "echo == mended; umount " + kDat + "; wlanctl rollback 2.4g;" + kBack);
+  EXPECT_EQ("1 0\n1 0\n0 0\n1 0\n1 0\n", behind(result.out, "verbs"));
+  EXPECT_THAT(result.err,
+              HasSubstr("the roll back of the apply of 2.4g is due, and was not begun: " + std::string(kDat) +
+                        " cannot be written: Read-only file system; mend that, and wlanctl rollback 2.4g"));
+  EXPECT_THAT(result.out, HasSubstr("2.4g: rolled back; the settings before the apply are in force\n"));
+}
+
+// What keeps it from its end comes in the middle.
+TEST(RollBackThatIsDue, IsTriedByOneVerbAlone) {
+  const Result result = run_story(
+      kChange + kUnguarded +
+      "printf '#!/bin/sh\\ntouch /front/tried; mv /etc/Wireless/RT2860AP/RT2860AP.dat /etc/away; mkdir "
+      "/etc/Wireless/RT2860AP/RT2860AP.dat\\nexec /real/ifconfig \"$@\"\\n' | stand_in ifconfig;"
+      "wlanctl set 2.4g HideSSID:1=0 >/dev/null; ls /front/tried; rm /front/ifconfig; rmdir "
+      "/etc/Wireless/RT2860AP/RT2860AP.dat; mv /etc/away /etc/Wireless/RT2860AP/RT2860AP.dat; echo == verbs; " +
+      kEachVerb + "echo == mended; wlanctl rollback 2.4g;" + kBack);
+  EXPECT_THAT(result.out, HasSubstr("/front/tried\n"));
+  EXPECT_EQ("1 0\n1 0\n0 0\n1 0\n1 0\n", behind(result.out, "verbs"));
+  EXPECT_THAT(result.err,
+              HasSubstr("is due, and was not begun again: it failed before; mend that, and wlanctl rollback"));
+  EXPECT_THAT(behind(result.out, "mended"),
+              HasSubstr("2.4g: rolled back; the settings before the apply are in force\n"));
+}
+
+TEST(RollBackThatIsDue, EndsThoughThereIsNoRoomToWriteItDown) {
+  const Result result = run_story(
+      "mkdir /mnt/small; mount -t tmpfs -o size=160k x /mnt/small; mkdir /mnt/small/gateway-sim; mount --rbind "
+      "/run/gateway-sim /mnt/small/gateway-sim; mount --rbind /mnt/small /run;" +
+      kChange + kUnguarded +
+      "head -c 400k /dev/zero >/run/full 2>/dev/null; wlanctl set 2.4g HideSSID:1=0 >/dev/null; ls /run | grep pending;"
+      "echo == verbs; for verb in 'set 2.4g HideSSID:1=0' 'revert 2.4g'; do count=$(commands | grep -c ifconfig); "
+      "wlanctl $verb >/dev/null; echo $(($(commands | grep -c ifconfig) - count)); done; wlanctl confirm 2.4g; echo "
+      "$?; "
+      "wlanctl diff 2.4g");
+  EXPECT_EQ("0\n0\n1\n2.4g: the store is as the dat file; an apply would mean: nothing\n", behind(result.out, "verbs"));
+}
+
 }  // namespace
 }  // namespace wlanctl_test

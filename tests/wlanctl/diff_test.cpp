@@ -290,5 +290,28 @@ TEST(Revert, BesideSavesOfAnotherProcessLosesNothing) {
   EXPECT_EQ("same\n", result.out) << result.err;
 }
 
+// What set and diff say that an apply will make of a value, it makes.
+TEST(Diff, SaysWhatAnApplyOverwritesAndItDoes) {
+  struct {
+    const char* before;
+    const char* key;
+    const char* value;
+    const char* becomes;
+  } const cases[] = {
+      {"", "FixedTxMode:1", "1", "0"},
+      {"AuthMode:1=WPA2 EncrypType:1=AES RADIUS_Server:1=10.0.0.1", "IEEE8021X:1", "1", "0"},
+      {"", "DefaultKeyID:1", "3", "2"},
+  };
+  for (const auto& one : cases) {
+    const std::string key = one.key;
+    const auto steps = run_steps({"wlanctl set 2.4g Channel=6 " + std::string(one.before) + "; wlanctl apply 2.4g",
+                                  "wlanctl set 2.4g " + key + "=" + one.value, "wlanctl diff 2.4g",
+                                  "wlanctl apply 2.4g >/dev/null 2>&1; wlanctl get 2.4g " + key});
+    EXPECT_THAT(steps[1].err, HasSubstr("note: " + key + ": an apply will make it " + one.becomes + "\n")) << key;
+    EXPECT_THAT(steps[2].out, HasSubstr("  " + key + "  " + one.value + " -> " + one.becomes + "\n")) << key;
+    EXPECT_EQ(std::string(one.becomes) + "\n", steps[3].out) << key;
+  }
+}
+
 }  // namespace
 }  // namespace wlanctl_test

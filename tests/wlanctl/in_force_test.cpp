@@ -390,5 +390,33 @@ TEST(InForce, AScriptThatFailsAtAReloadIsToldAndRunAgain) {
   EXPECT_THAT(steps[1].out, HasSubstr("driver told of 3 SSIDs"));
 }
 
+// A driver that takes 8 s for each answer is asked for 3 s, and what it did not tell counts neither way.
+TEST(SlowDriver, IsNotWaitedForAndNothingOfItIsTakenForInForce) {
+  const Result result = run_story(
+      "wlanctl apply 2.4g --again >/dev/null 2>&1; simctl fail channel slow=60 ra0 >/dev/null;"
+      "for verb in 'apply 2.4g --again' 'radio on 2.4g'; do echo == ${verb%% *}; wlanctl $verb; echo $?; done;"
+      "echo == json; wlanctl apply 2.4g --again --json; echo == log; wlanctl log --json; echo == mended; simctl fail "
+      "none >/dev/null; wlanctl apply 2.4g; echo $?");
+  const std::string unknown =
+      "2.4g: not known whether it is in force: the driver of 2.4g did not tell its channel within 3 s";
+  EXPECT_THAT(result.err, HasSubstr(unknown));
+  EXPECT_EQ("2.4g: applied; not known whether it is in force\n6\n", behind(result.out, "apply"));
+  EXPECT_THAT(behind(result.out, "radio"), HasSubstr("2.4g: radio on, but not known whether in force\n"));
+  EXPECT_THAT(behind(result.out, "radio"), testing::EndsWith("6\n"));
+  const Json document = document_in(behind(result.out, "json"));
+  EXPECT_THAT(document["problems"].dump(), HasSubstr(unknown));
+  EXPECT_THAT(document["data"]["bands"][0]["not_in_force"].dump(), HasSubstr("did not tell its channel within 3 s"));
+  EXPECT_EQ(false, document_in(behind(result.out, "log"))["data"]["entries"][0]["in_force"]);
+  EXPECT_THAT(behind(result.out, "mended"), testing::EndsWith("0\n"));
+}
+
+TEST(SlowDriver, LeavesAnApplyToItsConfirmation) {
+  const Result result = run_story(
+      "wlanctl set 2.4g Channel=1 >/dev/null; simctl fail channel slow=60 ra0 >/dev/null; wlanctl apply 2.4g --confirm "
+      "600 >/dev/null 2>&1; echo $?; wlanctl get 2.4g Channel; wlanctl confirm 2.4g; echo $?; wlanctl rollback 2.4g; "
+      "echo $?; wlanctl get 2.4g Channel");
+  EXPECT_EQ("6\n1\n6\n2.4g: rolled back, but not in force\n6\n6\n", result.out);
+}
+
 }  // namespace
 }  // namespace wlanctl_test

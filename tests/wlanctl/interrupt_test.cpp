@@ -76,6 +76,21 @@ TEST(Interrupt, StopsASwitchOfTheRadioOnlyWhenItIsDone) {
   EXPECT_THAT(result.err, HasSubstr("interrupted; the radio is switched first"));
 }
 
+// Whoever hung up finds the result where the output went.
+TEST(Interrupt, OfALostTerminalDoesNotKeepTheResultBack) {
+  for (const char* const verb : {"radio off 2.4g", "radio on 2.4g", "rollback 2.4g", "apply 2.4g"}) {
+    const bool is_rollback = std::string(verb) == "rollback 2.4g";
+    const std::string hangs_up =
+        "printf '#!/bin/sh\\n[ \"$1\" = ra0 ] && mkdir /front/done 2>/dev/null && kill -HUP -$(cat /front/pid)\\nexec "
+        "/real/ifconfig \"$@\"\\n' | stand_in ifconfig;";
+    const Result result =
+        run_story(kChange + (is_rollback ? "wlanctl apply 2.4g --confirm 600 >/dev/null;" : "") + hangs_up +
+                  in_a_group(std::string(verb) + " >out") + "echo == said; grep -c '^2.4g: ' out; ls -d /front/done");
+    EXPECT_EQ("0\n", behind(result.out, "code")) << verb;
+    EXPECT_EQ("1\n/front/done\n", behind(result.out, "said")) << verb;
+  }
+}
+
 TEST(Command, HasTheSignalsOfABoot) {
   const Result result = run_story(
       kChange +

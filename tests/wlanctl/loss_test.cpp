@@ -205,5 +205,43 @@ TEST(Messages, HaveAtMostEightyColumns) {
   EXPECT_THAT(lines_of(steps[1].out), SizeIs(1)) << steps[1].out;
 }
 
+// Of every setting that SSIDs have: either it is refused, or a save and a load leave the next one's value as it was.
+TEST(EmptyValue, LosesTheNextSsidsValueOfNoKey) {
+  const Result result = run(R"sh(cat >judge.py <<'END'
+import json, subprocess
+
+def tool(*words):
+    return subprocess.run(["wlanctl", *words], capture_output=True, text=True)
+
+judged = accepted = 0
+for setting in json.loads(tool("keys", "--json").stdout)["data"]["keys"]:
+    if setting["scope"] != "ssid" or "2.4g" not in setting["bands"]:
+        continue
+    key = setting["key"]
+    # One that is empty has nothing to lose.
+    for value in ["", "1", "02:11:22:33:44:55", "abcdefghij", "10.0.0.1"]:
+        if value:
+            tool("set", "2.4g", f"{key}:2={value}")
+        before = tool("get", "2.4g", key + ":2").stdout
+        if before.strip():
+            break
+    else:
+        print(key, "has no value to lose")
+    judged += 1
+    if tool("set", "2.4g", key + ":1=").returncode != 0:
+        continue
+    accepted += 1
+    for verb in "save", "revert":
+        if tool(verb, "2.4g").returncode != 0:
+            print(key, "refused by", verb)
+    after = tool("get", "2.4g", key + ":2").stdout
+    if after != before:
+        print(key, "lost", before, "for", after)
+print(judged > 40, accepted > 5)
+END
+python3 judge.py)sh");
+  EXPECT_EQ("True True\n", result.out) << result.err;
+}
+
 }  // namespace
 }  // namespace wlanctl_test

@@ -110,6 +110,114 @@ TEST(PowerCut, FindsNothingWhereNothingIsToBeWritten) {
   EXPECT_EQ("nothing waits to be confirmed\n0\nKitchen\n", result.out);
 }
 
+// The power goes while the roll back restarts the interfaces; the store and, by the commit, the dat file are half back.
+std::string cut_in_rollback(const std::string& begin) {
+  return "wlanctl show >/dev/null 2>&1; cp " + std::string(kDat) +
+         " /etc/file; wlanctl set 2.4g SSID:1=Kitchen Channel=1 >/dev/null; wlanctl apply 2.4g --confirm 600 "
+         ">/dev/null; simctl fail ifconfig hang ra0 >/dev/null; count=$(commands | grep -c ifconfig);" +
+         begin +
+         " until [ $(commands | grep -c ifconfig) -gt $count ]; do sleep 0.02; done; simctl power-cut >/dev/null; "
+         "mkdir "
+         "-p /real /front;";
+}
+
+TEST(PowerCut, InARollBackIsNotConfirmed) {
+  for (const char* const begin : {"wlanctl rollback 2.4g >/dev/null 2>&1 &", "overdue 2.4g;"}) {
+    const Result result = run_story(
+        cut_in_rollback(begin) +
+        "echo == confirm; wlanctl confirm 2.4g; echo $?; echo == apply; wlanctl apply 2.4g; echo $?;"
+        "echo == status; wlanctl status 2.4g 2>&1 | tr -s '\\n ' ' ' | grep -c 'had begun when the gateway went down';"
+        "echo == rollback; wlanctl rollback 2.4g; echo $?; wlanctl get 2.4g SSID:1 Channel; cmp " +
+        kDat + " /etc/file && echo file; ls " + kKept + "; echo == after; wlanctl confirm 2.4g; echo $?");
+    EXPECT_EQ("1\n", behind(result.out, "confirm")) << begin;
+    EXPECT_EQ("1\n", behind(result.out, "apply")) << begin;
+    EXPECT_EQ("1\n", behind(result.out, "status")) << begin;
+    EXPECT_THAT(result.err,
+                HasSubstr("the roll back of the apply of 2.4g had begun when the gateway went down: of settings and "
+                          "dat file, some may be those of before; wlanctl rollback 2.4g finishes it; wlanctl confirm "
+                          "2.4g --force keeps what is there"));
+    EXPECT_EQ(
+        "2.4g: rolled back; the settings before the apply are in force\n0\nSSID:1   Gateway-Home\nChannel  6\nfile\n",
+        behind(result.out, "rollback"))
+        << begin;
+    EXPECT_EQ("1\n", behind(result.out, "after")) << begin;
+  }
+}
+
+TEST(PowerCut, InARollBackIsKeptByForceAlone) {
+  const Result result = run_story(cut_in_rollback("wlanctl rollback 2.4g >/dev/null 2>&1 &") +
+                                  "wlanctl confirm 2.4g --force; echo $?; ls /etc/Wireless | grep before; wlanctl "
+                                  "confirm; echo $?");
+  EXPECT_EQ("2.4g: confirmed; the settings stay\n0\nnothing waits to be confirmed\n0\n", result.out);
+}
+
+// The boot has finished it then, but it is no confirmation.
+TEST(PowerCut, InARollBackThatHadPutTheFileBackIsNotConfirmed) {
+  const Result result = run_story(cut_in_rollback("wlanctl rollback 2.4g >/dev/null 2>&1 &") + "cp /etc/file " + kDat +
+                                  "; wlanctl confirm 2.4g; echo $?; wlanctl set 2.4g Channel=3 >/dev/null; wlanctl "
+                                  "apply 2.4g >/dev/null; wlanctl confirm 2.4g; echo $?");
+  EXPECT_EQ("1\nnothing waits to be confirmed on 2.4g\n0\n", result.out);
+  EXPECT_THAT(result.err, HasSubstr("was taken back before the gateway went down; set the values again, and apply"));
+}
+
+// Once in the middle of the roll back that makes up for the first.
+TEST(PowerCut, InARollBackAfterAPowerCutIsFinishedByTheNext) {
+  const Result result = run_story(
+      cut() +
+      "simctl fail ifconfig hang ra0 >/dev/null; count=$(commands | grep -c ifconfig); with_pid pid wlanctl rollback "
+      "2.4g >/dev/null 2>&1 & until [ $(commands | grep -c ifconfig) -gt $count ]; do sleep 0.02; done;"
+      "kill -9 $(cat pid); simctl fail none >/dev/null; wlanctl confirm 2.4g; echo $?; wlanctl rollback 2.4g; echo $?;"
+      "cmp " +
+      std::string(kDat) + " /etc/file && echo file");
+  EXPECT_EQ("1\n2.4g: rolled back; the settings before the apply are in force\n0\nfile\n", result.out);
+  EXPECT_THAT(result.err, HasSubstr("the roll back of the apply of 2.4g had begun when it was cut off"));
+}
+
+// The interfaces wait for their restart, the dat file is written.
+std::string cut_in_apply(const std::string& confirm) {
+  return "wlanctl set 2.4g SSID:1=Kitchen Channel=1 >/dev/null; simctl fail ifconfig hang ra0 up >/dev/null; "
+         "count=$(commands "
+         "| grep -c 'ra0 up'); wlanctl apply 2.4g " +
+         confirm +
+         " >/dev/null 2>&1 & until [ $(commands | grep -c 'ra0 up') -gt $count ]; do sleep 0.02; done; simctl "
+         "power-cut "
+         ">/dev/null;";
+}
+
+TEST(PowerCut, InAnApplyIsToldAndLeftToItsOperator) {
+  const Result result = run_story(
+      cut_in_apply("--confirm 600") +
+      "echo == log; wlanctl log --json; echo == status; wlanctl status 2.4g 2>&1 | tr -s '\\n ' ' ' | grep -c "
+      "'the gateway went down before the apply of 2.4g was confirmed'; echo == apply; wlanctl apply 2.4g; echo "
+      "$?; echo == confirm; wlanctl confirm 2.4g; echo $?; wlanctl get 2.4g SSID:1 Channel");
+  EXPECT_EQ("begun", document_in(behind(result.out, "log"))["data"]["entries"][0]["state"]);
+  EXPECT_EQ("1\n", behind(result.out, "status"));
+  EXPECT_EQ("1\n", behind(result.out, "apply"));
+  EXPECT_EQ("2.4g: confirmed; the settings stay\n0\nSSID:1   Kitchen\nChannel  1\n", behind(result.out, "confirm"));
+}
+
+TEST(PowerCut, InAnApplyIsRolledBackWhenAsked) {
+  const Result result = run_story(
+      cut_in_apply("--confirm 600") +
+      "echo == rollback; wlanctl rollback 2.4g; echo $?; wlanctl get 2.4g SSID:1 Channel; wlanctl confirm 2.4g; "
+      "echo $?");
+  EXPECT_EQ("2.4g: rolled back; the settings before the apply are in force\n0\nSSID:1   Gateway-Home\nChannel  6\n1\n",
+            behind(result.out, "rollback"));
+}
+
+// The boot has taken the file, and nobody had asked to decide.
+TEST(PowerCut, InAnApplyThatNobodyWasToConfirmLeavesWhatTheBootTook) {
+  const Result result = run_story(cut_in_apply("") +
+                                  "echo == log; wlanctl log --json; echo == confirm; wlanctl confirm 2.4g; echo $?; "
+                                  "echo == apply; wlanctl apply 2.4g; echo $?; wlanctl get 2.4g SSID:1 Channel");
+  EXPECT_EQ("begun", document_in(behind(result.out, "log"))["data"]["entries"][0]["state"]);
+  EXPECT_EQ("nothing waits to be confirmed on 2.4g\n0\n", behind(result.out, "confirm"));
+  EXPECT_EQ(
+      "2.4g: nothing to apply; the store is as the dat file, which counts as in force\n0\nSSID:1   Kitchen\nChannel  "
+      "1\n",
+      behind(result.out, "apply"));
+}
+
 TEST(PowerCut, BeforeTheDatFileChangesLeavesNothingToDecide) {
   const std::string kept = kKept;
   const Result result = run_story(

@@ -93,5 +93,18 @@ TEST(RolledBack, AllOfItIsInForce) {
   EXPECT_THAT(result.err, Not(HasSubstr("did not take")));
 }
 
+// Each command gets its time, and there are only so many.
+TEST(RolledBack, WithEveryCommandHangingEndsAndIsTold) {
+  const Result result = run_story(kWaiting +
+                                  "for tool in ifconfig brctl iwpriv; do simctl fail $tool hang >/dev/null; done; "
+                                  "count=$(commands | wc -l); wlanctl "
+                                  "rollback 2.4g --command-timeout 1; code=$?; echo == code; echo $code; [ "
+                                  "$(($(commands | wc -l) - count)) -lt 40 ] "
+                                  "&& echo few; wlanctl get 2.4g SSID:1; wlanctl confirm 2.4g; echo $?");
+  EXPECT_THAT(result.out, HasSubstr("2.4g: rolled back, but not in force\n"));
+  EXPECT_EQ("6\nfew\nGateway-Home\n1\n", behind(result.out, "code"));
+  EXPECT_THAT(result.err, HasSubstr("\"ifconfig ra0 down\" did not end in time, and was ended"));
+}
+
 }  // namespace
 }  // namespace wlanctl_test

@@ -371,5 +371,22 @@ TEST(Get, MakesNoStore) {
   EXPECT_EQ("1\n", steps[4].out);
 }
 
+// The library makes the store first, and asks for the count then.
+TEST(Set, SaysThatAStoreIsThereNowThoughItsFileLacksAKey) {
+  const std::string dat = "/etc/Wireless/RT2860AP/RT2860AP.dat";
+  const auto steps =
+      run_steps({"sed -i /^BssidNum=/d " + dat + "; wlanctl set 2.4g Channel=1", "wlanctl set 2.4g Channel=1",
+                 "sed -i '$aBssidNum=2' " + dat + "; wlanctl revert 2.4g && wlanctl get 2.4g BssidNum"});
+  EXPECT_EQ(3, steps[0].status);
+  EXPECT_EQ(
+      "wlanctl: the store of 2.4g was made, and is there now, but the library was not content with it: The attr_name "
+      "do "
+      "not exist; wlanctl doctor 2.4g tells what it lacks; mend " +
+          dat + ", and wlanctl revert 2.4g\n",
+      steps[0].err);
+  EXPECT_EQ(0, steps[1].status) << steps[1].err;
+  EXPECT_EQ(0, steps[2].status) << steps[2].err;
+}
+
 }  // namespace
 }  // namespace wlanctl_test

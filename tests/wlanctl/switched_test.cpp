@@ -87,5 +87,20 @@ TEST(Switched, OneThatWasDownBeforeIsNotRolledBack) {
   EXPECT_EQ("6\n1\n", behind(result.out, "code"));
 }
 
+// What the help of radio and the manual say brings a band back.
+TEST(RadioThatIsOff, ComesBackWithABootAndARestartAlone) {
+  const Result result = run_story(
+      "up() { ifconfig ra0 | grep -c UP; }; wlanctl apply 2.4g --again >/dev/null 2>&1; wlanctl radio off 2.4g "
+      ">/dev/null; "
+      "wlanctl apply 2.4g >/dev/null 2>&1; up; wlanctl apply 2.4g --again >/dev/null 2>&1; up; wlanctl radio off 2.4g "
+      ">/dev/null; wlanctl set 2.4g HideSSID:1=1 >/dev/null; wlanctl apply 2.4g >/dev/null 2>&1; up; reboot "
+      ">/dev/null; up; "
+      "wlanctl radio --help | tr -s '\\n ' ' '");
+  EXPECT_THAT(result.out, testing::StartsWith("0\n1\n0\n1\n"));
+  EXPECT_THAT(result.out,
+              HasSubstr("A boot brings the band back too, and so does an apply that restarts the interfaces, "
+                        "such as wlanctl apply --again."));
+}
+
 }  // namespace
 }  // namespace wlanctl_test

@@ -124,6 +124,84 @@ TEST(TakenBack, IsForgottenWithABoot) {
   EXPECT_THAT(result.out, AllOf(Not(HasSubstr(kTold)), EndsWith("nothing waits to be confirmed\n0\n")));
 }
 
+TEST(TakenBack, ThatIsDamagedIsToldAndConfirmsNothing) {
+  const Result result = run_story(
+      kTakenBack +
+      "truncate -s -1 /var/run/wlanctl-taken-back-2.4g; for verb in 'confirm 2.4g' 'rollback 2.4g' 'confirm 2.4g'; do "
+      "echo == ${verb%% *}; wlanctl $verb; echo $?; done; echo == looks; for verb in status 'diff 2.4g' 'set 2.4g "
+      "HideSSID:1=0'; do wlanctl $verb 2>&1 | tr -s '\\n ' ' ' | grep -c 'nobody knows whether the last one was'; done;"
+      "echo == doctor; wlanctl doctor 2.4g --json; echo == after; wlanctl save 2.4g >/dev/null; wlanctl confirm 2.4g; "
+      "echo $?");
+  EXPECT_EQ("1\n", behind(result.out, "confirm"));
+  EXPECT_EQ("1\n", behind(result.out, "rollback"));
+  EXPECT_THAT(result.err, HasSubstr("what was kept of an apply of 2.4g that was taken back, in "
+                                    "/var/run/wlanctl-taken-back-2.4g, is damaged: nobody knows whether the last one "
+                                    "was; wlanctl log 2.4g lists what was done"));
+  EXPECT_EQ("1\n1\n1\n", behind(result.out, "looks"));
+  EXPECT_THAT(behind(result.out, "doctor"), HasSubstr("state-damaged"));
+  EXPECT_EQ("nothing waits to be confirmed on 2.4g\n0\n", behind(result.out, "after"));
+}
+
+// The guardian, which sees it, has nothing to put back any more.
+const std::string kRemoved =
+    "wlanctl set 2.4g SSID:1=Kitchen Channel=1 >/dev/null; wlanctl apply 2.4g --confirm 600 >/dev/null; rm "
+    "$pending-2.4g; no_guardian;";
+
+TEST(Pending, ThatWasRemovedUnderItsGuardianIsToldAndDecidedByItsOperator) {
+  const Result result = run_story(
+      kRemoved +
+      "echo == syslog; grep -c 'wlanctl-pending-2.4g was removed while the apply of 2.4g waited' "
+      "/run/gateway-sim/syslog; for verb in confirm apply; do echo == $verb; wlanctl $verb 2.4g; echo $?; done;"
+      "echo == status; wlanctl status 2.4g 2>&1 | tr -s '\\n ' ' ' | grep -c 'nobody takes it back any more'; echo == "
+      "rollback; wlanctl rollback 2.4g; echo $?; wlanctl get 2.4g SSID:1 Channel; wlanctl confirm 2.4g; echo $?");
+  EXPECT_EQ("1\n", behind(result.out, "syslog"));
+  EXPECT_EQ("1\n", behind(result.out, "confirm"));
+  EXPECT_EQ("1\n", behind(result.out, "apply"));
+  EXPECT_THAT(result.err, HasSubstr("was removed while the apply of 2.4g waited for its confirmation: nobody takes it "
+                                    "back any more; wlanctl confirm 2.4g --force keeps its settings; wlanctl rollback "
+                                    "2.4g puts back those before"));
+  EXPECT_EQ("1\n", behind(result.out, "status"));
+  EXPECT_EQ("2.4g: rolled back; the settings before the apply are in force\n0\nSSID:1   Gateway-Home\nChannel  6\n1\n",
+            behind(result.out, "rollback"));
+}
+
+TEST(Pending, ThatWasRemovedUnderItsGuardianIsKeptByForce) {
+  const Result result = run_story(kRemoved + "wlanctl confirm 2.4g --force; echo $?; wlanctl confirm 2.4g; echo $?");
+  EXPECT_EQ("2.4g: confirmed; the settings stay\n0\nnothing waits to be confirmed on 2.4g\n0\n", result.out);
+}
+
+// One that is killed in the middle leaves settings of both.
+TEST(Rollback, ThatWasKilledIsFinishedAndNotConfirmed) {
+  const Result result = run_story(
+      "wlanctl set 2.4g SSID:1=Kitchen Channel=1 >/dev/null; wlanctl apply 2.4g --confirm 600 >/dev/null; kill -9 "
+      "$(guardian); simctl fail ifconfig hang ra0 >/dev/null; count=$(commands | grep -c ifconfig); with_pid pid "
+      "wlanctl rollback 2.4g >/dev/null 2>&1 & until [ $(commands | grep -c ifconfig) -gt $count ]; do sleep 0.02; "
+      "done;"
+      "kill -9 $(cat pid); simctl fail none >/dev/null; echo == looks; wlanctl status 2.4g 2>&1 | tr -s '\\n ' ' ' | "
+      "grep -c 'is being rolled back, or that was cut off'; echo == confirm; wlanctl confirm 2.4g; echo $?; wlanctl "
+      "get "
+      "2.4g SSID:1");
+  EXPECT_EQ("1\n", behind(result.out, "looks"));
+  EXPECT_EQ("1\nGateway-Home\n", behind(result.out, "confirm"));
+  EXPECT_THAT(result.err, HasSubstr("was being rolled back, and that was cut off; it is rolled back now"));
+}
+
+TEST(Rollback, ThatWasKilledIsFinishedByTheGuardianAndToldByTheNext) {
+  const Result result = run_story(
+      "wlanctl set 2.4g SSID:1=Kitchen Channel=1 >/dev/null; wlanctl apply 2.4g --confirm 600 >/dev/null; simctl fail "
+      "ifconfig hang ra0 >/dev/null; count=$(commands | grep -c ifconfig); with_pid pid wlanctl rollback 2.4g "
+      ">/dev/null "
+      "2>&1 & until [ $(commands | grep -c ifconfig) -gt $count ]; do sleep 0.02; done; simctl fail none >/dev/null; "
+      "kill "
+      "-9 $(cat pid); gone 2.4g; no_guardian; wlanctl get 2.4g SSID:1 Channel; echo == status; wlanctl status 2.4g "
+      "2>&1 | "
+      "tr -s '\\n ' ' ' | grep -c 'was taken back at .*, by wlanctl rollback'; echo == confirm; wlanctl confirm 2.4g; "
+      "echo $?");
+  EXPECT_THAT(result.out, testing::StartsWith("SSID:1   Gateway-Home\nChannel  6\n"));
+  EXPECT_EQ("1\n", behind(result.out, "status"));
+  EXPECT_EQ("1\n", behind(result.out, "confirm"));
+}
+
 TEST(ConfirmOfNothing, EndsTheExampleOfTheHelpWell) {
   const Result result = run_story(
       "wlanctl apply 2.4g --confirm 60 && echo == confirm && wlanctl confirm 2.4g; echo $?; wlanctl confirm "

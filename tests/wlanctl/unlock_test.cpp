@@ -34,7 +34,7 @@ TEST(Unlock, LeavesTheLockOfAProcessThatLives) {
           "kill -STOP $holder; until grep -q 'State:.T' /proc/$holder/status; do sleep 0.02; done; wlanctl unlock 2.4g "
           "--force 2>err; echo $?; on_one_line err | grep -c 'kill -CONT'; kill -CONT $holder\n"
           "wlanctl unlock 5g; touch done; wait $holder");
-  EXPECT_EQ("1\n1\n1\n1\n5g: the lock is free\n", result.out) << result.err;
+  EXPECT_EQ("1\n1\n1\n1\n5g: there is no store yet, and no lock that anybody could hold\n", result.out) << result.err;
 }
 
 TEST(Unlock, FreesALockThatNobodyIsKnownToHoldWhenThatIsInsistedOn) {
@@ -51,7 +51,28 @@ TEST(Unlock, FreesALockThatNobodyIsKnownToHoldWhenThatIsInsistedOn) {
 }
 
 TEST(Unlock, SaysThatTheLockIsFree) {
-  EXPECT_EQ("2.4g: the lock is free\n", run("wlanctl unlock 2.4g").out);
+  EXPECT_EQ("2.4g: the lock is free\n", run("library_probe init 0 >/dev/null 2>&1; wlanctl unlock 2.4g").out);
+}
+
+TEST(Unlock, SaysThatThereIsNoStoreYet) {
+  const std::vector<Result> steps = run_steps({"wlanctl unlock 2.4g", "wlanctl unlock 2.4g --json"});
+  EXPECT_EQ("2.4g: there is no store yet, and no lock that anybody could hold\n", steps[0].out);
+  EXPECT_EQ(0, steps[0].status);
+  EXPECT_EQ(false, document_in(steps[1].out)["data"]["freed"]);
+}
+
+TEST(Unlock, TakesALockThatIsGoneForNoneThatIsFree) {
+  const std::vector<Result> steps =
+      run_steps({"library_probe init 0 >/dev/null 2>&1; ipcrm -S 0x12348", "wlanctl unlock 2.4g",
+                 "wlanctl unlock 2.4g --force", "wlanctl unlock 2.4g --json"});
+  EXPECT_EQ(1, steps[1].status);
+  EXPECT_EQ("", steps[1].out);
+  EXPECT_EQ(
+      "wlanctl: there is no lock of 2.4g to be freed: its semaphore is gone, and the store goes on without; start the "
+      "process that makes the store, by init_shm and init, anew\n",
+      steps[1].err);
+  EXPECT_EQ(1, steps[2].status);
+  EXPECT_EQ(1, document_in(steps[3].out)["exit_code"]);
 }
 
 TEST(Unlock, NeedsItsBand) {

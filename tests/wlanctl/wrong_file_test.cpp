@@ -12,6 +12,7 @@ using testing::AnyOf;
 using testing::Each;
 using testing::Field;
 using testing::HasSubstr;
+using testing::Not;
 
 const std::string kFolder = "/etc/Wireless/RT2860AP/";
 const std::string kDat = kFolder + "RT2860AP.dat";
@@ -143,6 +144,23 @@ TEST(WrongFile, InThePlaceOfACalibrationImageIsNamed) {
   EXPECT_THAT(steps[1].err, HasSubstr("/etc/RT30xxEEPROM.bin cannot be used: it is a pipe, not a file"));
   EXPECT_EQ(2, steps[2].status);
   EXPECT_EQ(0, steps[3].status) << steps[3].err;
+}
+
+// The tool's own file in the same folder cannot be removed either, which helps nobody.
+TEST(ReadOnlyFolder, IsToldOfTheDatFileBeforeAnythingIsDone) {
+  const std::string begin =
+      "wlanctl set 2.4g Channel=1 >/dev/null; mount --bind /etc/Wireless /etc/Wireless; mount -o remount,ro,bind "
+      "/etc/Wireless; ";
+  for (const char* const verb : {"apply 2.4g", "apply 2.4g --confirm 60", "save 2.4g"}) {
+    const std::vector<Result> steps =
+        run_steps({begin + "wlanctl " + verb, "grep -c ifconfig /run/gateway-sim/journal; ls /run | grep pending"});
+    EXPECT_EQ(1, steps[0].status) << verb;
+    EXPECT_THAT(steps[0].err,
+                HasSubstr("wlanctl: /etc/Wireless/RT2860AP/RT2860AP.dat cannot be written: Read-only file "
+                          "system; is its file system mounted read-only? nothing was changed\n"));
+    EXPECT_THAT(steps[0].err, Not(HasSubstr("wlanctl-before")));
+    EXPECT_EQ("0\n", steps[1].out) << verb;
+  }
 }
 
 }  // namespace

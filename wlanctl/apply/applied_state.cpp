@@ -225,6 +225,10 @@ bool keep_applied(Band band, FileIs file, Report& report) {
   return write_state_file(path_of(band), kFormat, kVersion, head + applied_text(band), report);
 }
 
+void forget_applied(Band band) {
+  (void)remove_state_file(path_of(band));
+}
+
 std::optional<KeptInForce> kept_in_force(Band band) {
   const std::optional<std::string> text = read_state_file(path_of(band), kFormat, kVersion);
   const size_t end = text ? text->find('\n') : std::string::npos;

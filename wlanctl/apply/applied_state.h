@@ -50,6 +50,9 @@ enum class FileIs { kChanging, kSettled };
 // Keeps what is in force. False with a problem when it cannot be written.
 bool keep_applied(Band band, FileIs file, Report& report);
 
+// Forgets it: the dat file counts as what is in force then.
+void forget_applied(Band band);
+
 // What the file says of that, for who only looks: which settings are in force, as a sum of them. None when there is no
 // such file, or it is somebody else's.
 struct KeptInForce {

@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <iterator>
 #include <optional>
+#include <utility>
 
 #include "wifimgr_lib.h"
 #include "wlanctl/base/report.h"
@@ -69,9 +70,22 @@ std::optional<int> channel_told(const std::string& label) {
   return band ? channel_of(*band, &unheard) : std::nullopt;
 }
 
+// What a driver that is late did not tell any more.
+bool is_unknown(const Wanted& wanted) {
+  const bool is_asked = wanted.state == State::kAnswers || wanted.state == State::kChannel;
+  const std::optional<Band> band = is_asked ? parse_band(wanted.subject) : std::nullopt;
+  return band && is_driver_late(*band);
+}
+
+std::string unknown_of(const Wanted& wanted) {
+  return "the driver of " + wanted.subject + " did not tell its channel within " + std::to_string(kDriverSeconds) +
+         " s";
+}
+
 // One that does not answer lacks more than that.
 std::string lacking_channel(const Wanted& wanted) {
   const std::optional<int> channel = channel_told(wanted.subject);
+  if (!channel && is_unknown(wanted)) return unknown_of(wanted);
   if (!channel || std::to_string(*channel) == wanted.detail) return "";
   return "the driver of " + wanted.subject + " is on channel " + std::to_string(*channel) + " instead of " +
          wanted.detail;
@@ -196,7 +210,8 @@ std::string lacking(const Wanted& wanted) {
       // A kernel that lists no modules says nothing against one.
       return is_module_loaded(name).value_or(true) ? "" : "the driver's module " + name + " is not loaded";
     case State::kAnswers:
-      return channel_told(name) ? "" : "the driver of " + name + " does not tell its channel";
+      if (channel_told(name)) return "";
+      return is_unknown(wanted) ? unknown_of(wanted) : "the driver of " + name + " does not tell its channel";
     case State::kChannel:
       return lacking_channel(wanted);
     case State::kRestarted:
@@ -241,7 +256,7 @@ std::vector<Lack> Expectation::look(bool may_lack_interfaces) const {
     const bool awaits_boot = std::find(await_boot_.begin(), await_boot_.end(), wanted) != await_boot_.end();
     if ((may_lack_interfaces || awaits_boot) && !is_reloaded && is_missing(wanted)) continue;
     if (!lacking(wanted).empty()) {
-      lacks.push_back({wanted, cause_of(wanted)});
+      lacks.push_back({wanted, cause_of(wanted), is_unknown(wanted)});
     } else if (!is_reloaded && wanted.state == State::kUp) {
       // Up as before, as it never went down: what a restart brings into force did not come.
       const Wanted restarted = {State::kRestarted, wanted.subject, ""};
@@ -297,7 +312,7 @@ std::vector<Lack> lacks_of(Band band) {
     words.resize(4);
     const std::optional<State> state = parse_state(words[0]);
     const Wanted wanted = {state.value_or(State::kUp), words[1], words[2]};
-    if (state && !lacking(wanted).empty()) lacks.push_back({wanted, words[3]});
+    if (state && !lacking(wanted).empty()) lacks.push_back({wanted, words[3], is_unknown(wanted)});
   }
   return lacks;
 }
@@ -308,7 +323,12 @@ std::vector<Lack> lacks_beside(Band band, const Expectation& operation) {
   return lacks;
 }
 
+bool are_all_unknown(const std::vector<Lack>& lacks) {
+  return !lacks.empty() && std::all_of(lacks.begin(), lacks.end(), [](const Lack& lack) { return lack.is_unknown; });
+}
+
 std::string text_of(const Lack& lack) {
+  if (lack.is_unknown) return unknown_of(lack.wanted);
   const std::string state = lacking(lack.wanted);
   return (state.empty() ? lack.wanted.subject : state) + because(lack.cause);
 }
@@ -318,12 +338,19 @@ std::string next_step(Band band) {
 }
 
 void complain_of(Band band, const std::vector<Lack>& lacks, const std::string& next, Report& report) {
+  bool is_doubt_told = false;
   for (const Lack& lack : lacks) {
+    // What there is to say of a driver that is late is said once.
+    if (lack.is_unknown && std::exchange(is_doubt_told, true)) continue;
     const bool is_interface = lack.wanted.state == State::kUp || lack.wanted.state == State::kDown;
     Json details = is_interface ? about(band, lack.wanted.subject) : about(band);
     details["reason"] = lack.cause;
-    report.problem({std::string(label_of(band)) + ": not in force: " + text_of(lack),
-                    next.empty() ? next : way_out(lack.wanted) + next, std::move(details)});
+    report.problem({std::string(label_of(band)) +
+                        (lack.is_unknown ? ": not known whether it is in force: " : ": not in force: ") + text_of(lack),
+                    lack.is_unknown ? std::string("wlanctl diff ") + label_of(band) + " asks it again"
+                    : next.empty()  ? next
+                                    : way_out(lack.wanted) + next,
+                    std::move(details)});
   }
 }
 
@@ -346,7 +373,7 @@ void note_undone(Band band, Report& report) {
 std::vector<Lack> lacks_by_driver(Band band) {
   const std::optional<Wanted> channel = wanted_channel(band);
   if (!channel || lacking(*channel).empty()) return {};
-  return {{*channel, ""}};
+  return {{*channel, "", is_unknown(*channel)}};
 }
 
 std::vector<Lack> look_now(Band band) {

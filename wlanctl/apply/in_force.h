@@ -24,7 +24,11 @@ struct Wanted {
 struct Lack {
   Wanted wanted;
   std::string cause;
+  bool is_unknown = false;  // the driver had its time before it told: nobody knows whether it holds
 };
+
+// Whether there is any, and nothing is known to lack.
+bool are_all_unknown(const std::vector<Lack>& lacks);
 
 // "ra0 is down"; "" when all is as wanted.
 std::string lacking(const Wanted& wanted);

@@ -89,7 +89,7 @@ Plan plan_apply(Band band) {
   Report unheard;
   make_consistent(band, unheard);
   plan.weight = plan.nothing ? 0 : weigh(band);
-  if (!plan.lacks.empty()) plan.weight = std::max(plan.weight, kRestart);
+  if (!plan.lacks.empty() && !are_all_unknown(plan.lacks)) plan.weight = std::max(plan.weight, kRestart);
   plan.dangers = dangers_of(band);
   plan.text = saved_text(band);
   return plan;

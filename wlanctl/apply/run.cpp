@@ -12,6 +12,7 @@
 #include "wlanctl/library/messages.h"
 #include "wlanctl/library/output.h"
 #include "wlanctl/library/shell.h"
+#include "wlanctl/live/driver_time.h"
 #include "wlanctl/live/radio.h"
 #include "wlanctl/store/dat_file.h"
 #include "wlanctl/store/private_store.h"
@@ -133,6 +134,7 @@ void make_consistent(Band band, Report& report) {
 }
 
 std::optional<Applied> bring_into_force(Band band, bool always_commit, Report& report) {
+  const DriverTime limited;
   Applied applied;
   applied.weight = weigh(band);
   applied.committed = always_commit || applied.weight != 0;
@@ -161,6 +163,8 @@ std::optional<Applied> bring_into_force(Band band, bool always_commit, Report& r
   }
   take_applied(band);
   set_told(band, written && !failed);
+  // What made it slow before may be gone with the restart.
+  DriverTime::renew();
   if (expected && is_broken_off() == BrokenOff::kNo) look(*expected, before, &applied);
   return applied;
 }

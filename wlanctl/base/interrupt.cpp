@@ -33,6 +33,12 @@ InterruptAnswer::InterruptAnswer(const std::string& text) {
 
 InterruptAnswer::~InterruptAnswer() {
   (void)is_interrupted();
+  // A hang-up was outlived, and so is what is left to do: telling the result, wherever that goes, and the exit code.
+  sigset_t hangup;
+  sigemptyset(&hangup);
+  sigaddset(&hangup, SIGHUP);
+  const timespec at_once = {};
+  while (sigtimedwait(&hangup, nullptr, &at_once) > 0) continue;
   g_is_answering = false;
   if (g_listener >= 0) (void)close(g_listener);
   g_listener = -1;

@@ -20,11 +20,13 @@
 #include "wlanctl/base/clock.h"
 #include "wlanctl/base/report.h"
 #include "wlanctl/confirm/apply_terminal.h"
+#include "wlanctl/confirm/outlived.h"
 #include "wlanctl/confirm/rollback.h"
 #include "wlanctl/confirm/taken_back.h"
 #include "wlanctl/files/lock.h"
 #include "wlanctl/files/places.h"
 #include "wlanctl/files/process.h"
+#include "wlanctl/live/driver_time.h"
 
 namespace wlanctl {
 namespace {
@@ -85,7 +87,9 @@ class Watch {
     // Now and then without a reason, should the system have no watch to give.
     constexpr int kAtLeastEveryMs = 10000;
     constexpr int kWhenLateMs = 200;
-    (void)poll(files, std::size(files), is_running_late ? kWhenLateMs : kAtLeastEveryMs);
+    constexpr int kWhenGoingBackMs = 1000;  // nothing tells of the end of who is at it
+    const int longest = pending.phase == Phase::kGoingBack ? kWhenGoingBackMs : kAtLeastEveryMs;
+    (void)poll(files, std::size(files), is_running_late ? kWhenLateMs : longest);
     char unread[4096];
     while (read(changes_, unread, sizeof unread) > 0) continue;
     // The apply ends itself when its time is over, unless somebody has stopped it.
@@ -117,13 +121,22 @@ std::string line_for_terminal(const Pending& pending, bool done) {
 
 void watch_over(Band band, int starter, pid_t starting, const ApplyTerminal& terminal) {
   Watch watch(starter, starting);
-  for (std::optional<Pending> pending; (pending = read_pending(band));) {
+  std::optional<Pending> pending;
+  for (; (pending = read_pending(band));) {
     if (pending->is_lost(watch.is_starter_gone())) {
       Report report;
-      const ToolLock lock(report, kLongestApply);
+      // Whoever is at a roll back ends it, and this process with its file; should he be killed, the lock is free.
+      const bool is_at_work = pending->phase == Phase::kGoingBack;
+      std::optional<ToolLock> lock;
+      if (is_at_work) {
+        lock.emplace();
+      } else {
+        lock.emplace(report, kLongestApply);
+      }
       pending = read_pending(band);
-      if (!lock || !pending) return;
-      if (pending->is_lost(watch.is_starter_gone())) {
+      if (!pending || (!*lock && !is_at_work)) break;
+      if (*lock && pending->is_lost(watch.is_starter_gone())) {
+        const DriverTime limited;
         const bool done = undo(*pending, By::kGuardian, reason_for(*pending), report);
         complain_of(band, lacks_of(band), "", report);
         tell_log(band, report, done);
@@ -133,6 +146,12 @@ void watch_over(Band band, int starter, pid_t starting, const ApplyTerminal& ter
     }
     watch.wait(*pending);
   }
+  // Neither confirmed nor rolled back, which would have removed the other copy first.
+  const std::optional<Pending> left = interrupted(band);
+  if (!left) return;
+  openlog("wlanctl", LOG_PID, LOG_DAEMON);
+  const Problem problem = cut_off(*left);
+  syslog(LOG_WARNING, "%s; %s", problem.message.c_str(), problem.next.c_str());
 }
 
 [[noreturn]] void be_guardian(Band band, const Guard& guard, int ready, int starter, pid_t starting) {

@@ -9,6 +9,9 @@
 
 namespace wlanctl {
 
+// Where; "" where nothing is kept over a boot.
+std::string path_over_boot(Band band);
+
 // Written once for each apply that is to be confirmed, as many bytes as the dat file and the settings have. What cannot
 // be written becomes a note: the apply itself can go on.
 void keep_over_boot(const Pending& pending, Report& report);
@@ -16,8 +19,19 @@ void keep_over_boot(const Pending& pending, Report& report);
 // False with a problem when it cannot be removed.
 bool forget_over_boot(Band band, Report& report);
 
-// What a boot interrupted; none when nothing was, or when the dat file is as it was before.
+// Writes down that its roll back begins, in both places, before anything is put back: whatever cuts that off then, nobody
+// takes what is left for what was to be confirmed. What cannot be written becomes a note.
+void begin_going_back(Pending* pending, TakenFor reason, Report& report);
+
+// What a boot interrupted; none when nothing was, or when the dat file is as it was before. Of this boot it is one whose
+// file under /var/run somebody has removed, or a roll back after a boot that was killed.
 std::optional<Pending> interrupted(Band band);
+
+// Says of that what is known, and how to decide.
+Problem cut_off(const Pending& interrupted);
+
+// A roll back that had begun when the gateway went down, and that the boot has finished: it took the old dat file.
+std::optional<Pending> taken_back_over_boot(Band band);
 
 // Whether what was kept cannot be read any more, while nothing else says what was before: nobody knows then whether it was
 // confirmed. And a problem that says so.

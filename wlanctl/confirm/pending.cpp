@@ -24,12 +24,21 @@ namespace wlanctl {
 namespace {
 
 constexpr const char* kPhases[] = {"prepared", "applying", "waiting"};
+constexpr char kBackFor[] = "back-for-";
+constexpr char kTriedFor[] = "tried-for-";
+
+// "waiting"; "back-for-asked".
+std::string word_of(const Pending& pending) {
+  if (pending.phase != Phase::kGoingBack) return kPhases[static_cast<int>(pending.phase)];
+  return std::string(pending.is_tried ? kTriedFor : kBackFor) + name_of(pending.back_for);
+}
 
 std::optional<Phase> parse_phase(const std::string& word) {
   for (const Phase phase : {Phase::kPrepared, Phase::kApplying, Phase::kWaiting}) {
     if (word == kPhases[static_cast<int>(phase)]) return phase;
   }
-  return std::nullopt;
+  const bool is_going_back = word.starts_with(kBackFor) || word.starts_with(kTriedFor);
+  return is_going_back ? std::optional(Phase::kGoingBack) : std::nullopt;
 }
 
 int open_guard(Band band) {
@@ -103,7 +112,12 @@ std::optional<Pending> parse_pending(Band band, const std::string& text) {
   const std::optional<int64_t> applied_at = number_in(head[4]);
   const std::optional<int64_t> applied = number_in(head[5]);
   const auto rest = static_cast<int64_t>(text.size() - end - 1);
-  if (!phase || !deadline || !applied_at || !applied || *applied < 0 || *applied > rest) return std::nullopt;
+  const bool is_tried = head[1].starts_with(kTriedFor);
+  const size_t begin_of_reason = (is_tried ? sizeof kTriedFor : sizeof kBackFor) - 1;
+  const std::optional<TakenFor> back_for =
+      phase == Phase::kGoingBack ? parse_taken_for(head[1].substr(begin_of_reason)) : TakenFor::kUnconfirmed;
+  if (!phase || !back_for || !deadline || !applied_at || !applied || *applied < 0 || *applied > rest)
+    return std::nullopt;
   const size_t begin_of_dat = end + 1 + static_cast<size_t>(*applied);
   return Pending{.band = band,
                  .phase = *phase,
@@ -111,13 +125,15 @@ std::optional<Pending> parse_pending(Band band, const std::string& text) {
                  .boot = head[3],
                  .applied_at = *applied_at,
                  .applied = text.substr(end + 1, static_cast<size_t>(*applied)),
-                 .dat = text.substr(begin_of_dat)};
+                 .dat = text.substr(begin_of_dat),
+                 .back_for = *back_for,
+                 .is_tried = is_tried};
 }
 
 std::string text_of(const Pending& pending) {
   Text text;
-  text << label_of(pending.band) << ' ' << kPhases[static_cast<int>(pending.phase)] << ' ' << pending.deadline_ms << ' '
-       << pending.boot << ' ' << pending.applied_at << ' ' << pending.applied.size() << '\n'
+  text << label_of(pending.band) << ' ' << word_of(pending) << ' ' << pending.deadline_ms << ' ' << pending.boot << ' '
+       << pending.applied_at << ' ' << pending.applied.size() << '\n'
        << pending.applied << pending.dat;
   return text.str();
 }

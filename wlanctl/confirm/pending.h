@@ -7,25 +7,29 @@
 #include <string>
 
 #include "wlanctl/base/band.h"
+#include "wlanctl/confirm/taken_back.h"
 
 namespace wlanctl {
 
 class Report;
 
 enum class Phase {
-  kPrepared,  // nothing was changed yet
-  kApplying,  // at work or, when the tool lock is free, ended in the middle
-  kWaiting,   // applied; rolled back at the deadline
+  kPrepared,   // nothing was changed yet
+  kApplying,   // at work or, when the tool lock is free, ended in the middle
+  kWaiting,    // applied; rolled back at the deadline
+  kGoingBack,  // its roll back has begun: what is there now may be of either
 };
 
 struct Pending {
   Band band = Band::k2_4G;
   Phase phase = Phase::kPrepared;
-  int64_t deadline_ms = 0;  // on the clock since boot; the apply itself must be done by then, too
-  std::string boot;         // which boot that is
-  int64_t applied_at = 0;   // when it began, on the clock on the wall
-  std::string applied;      // what was in force, as applied_text
-  std::string dat;          // the dat file's bytes
+  int64_t deadline_ms = 0;                     // on the clock since boot; the apply itself must be done by then, too
+  std::string boot;                            // which boot that is
+  int64_t applied_at = 0;                      // when it began, on the clock on the wall
+  std::string applied;                         // what was in force, as applied_text
+  std::string dat;                             // the dat file's bytes
+  TakenFor back_for = TakenFor::kUnconfirmed;  // why it is going back
+  bool is_tried = false;                       // by a verb that made up for its guardian, and no verb does so again
 
   bool is_over() const;  // waiting, and the time is over
 

@@ -11,11 +11,35 @@
 #include "wlanctl/confirm/taken_back.h"
 #include "wlanctl/files/lock.h"
 #include "wlanctl/files/state_file.h"
+#include "wlanctl/live/driver_time.h"
 #include "wlanctl/store/segment.h"
 #include "wlanctl/store/storing_note.h"
 
 namespace wlanctl {
 namespace {
+
+// Each verb that changes something comes by here, and a roll back restarts the radio: one that failed is not tried again,
+// and none begins whose end could not be written down.
+bool may_be_rolled_back(const Pending& pending, Report& report) {
+  if (pending.phase == Phase::kPrepared) return true;
+  const std::string label = label_of(pending.band);
+  const std::string reason = pending.is_tried ? "it failed before" : reason_against_roll_back(pending);
+  if (!reason.empty()) {
+    report.problem({"the roll back of the apply of " + label + " is due, and was not begun" +
+                        (pending.is_tried ? " again" : "") + because(reason),
+                    "mend that, and wlanctl rollback " + label + "; wlanctl confirm " + label +
+                        " --force ends the waiting with what is there",
+                    about(pending.band)});
+    return false;
+  }
+  Pending tried = pending;
+  tried.phase = Phase::kGoingBack;
+  tried.back_for = reason_for(pending);
+  tried.is_tried = true;
+  Report unheard;
+  (void)write_pending(tried, unheard);
+  return true;
+}
 
 // Looks after a pending apply whose guardian was lost. What it did becomes a note. Does nothing while another wlanctl is
 // at work.
@@ -32,7 +56,7 @@ void recover_pending(Band band, Report& report) {
   const Guard guard(band);
   const std::optional<Pending> pending = read_pending(band);
   if (pending && pending->boot != this_boot()) {
-    if (!kept_over_boot(band)) keep_over_boot(*pending, report);
+    if (!kept_over_boot(band) || pending->phase == Phase::kGoingBack) keep_over_boot(*pending, report);
     drop_pending(band);
     return;
   }
@@ -45,12 +69,16 @@ void recover_pending(Band band, Report& report) {
     return;
   }
   if (pending->is_lost(true)) {
+    if (!may_be_rolled_back(*pending, report)) return;
+    const DriverTime limited;
     const bool done = undo(*pending, By::kRecovery, reason_for(*pending), report);
     const bool was_begun = pending->phase != Phase::kPrepared;
     report.note(apply +
-                (pending->phase == Phase::kWaiting ? " was not confirmed in time and its guardian is gone; "
-                                                   : " ended in the middle; ") +
-                (!done ? std::string("rolling it back failed; wlanctl confirm ") + label_of(band) +
+                (pending->phase == Phase::kWaiting     ? " was not confirmed in time and its guardian is gone; "
+                 : pending->phase == Phase::kGoingBack ? " was being rolled back, and that was cut off; "
+                                                       : " ended in the middle; ") +
+                (!done ? std::string("rolling it back failed; wlanctl rollback ") + label_of(band) +
+                             " tries it again, wlanctl confirm " + label_of(band) +
                              " --force ends the waiting with what is there"
                  : was_begun
                      ? std::string("it is rolled back now") + (is_back_in_force(band) ? "" : ", but not in force")
@@ -76,6 +104,13 @@ void tell_what_is_due(Band band, Report& report) {
         "the apply of " + label +
         " was not confirmed in time, and its roll back is due: its guardian does it or, where that is gone, the "
         "next wlanctl that changes something");
+  } else if (pending->is_tried) {
+    report.note("the roll back of an apply of " + label + " failed, or was cut off; wlanctl rollback " + label +
+                " tries it again");
+  } else if (pending->phase == Phase::kGoingBack) {
+    report.note("an apply of " + label +
+                " is being rolled back, or that was cut off; then its guardian finishes it or, where that is gone, the "
+                "next wlanctl that changes something");
   } else if (pending->phase != Phase::kWaiting) {
     report.note(
         "an apply of " + label +

@@ -1,9 +1,13 @@
 #include "wlanctl/confirm/rollback.h"
 
 #include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/statvfs.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdint>
 #include <cstring>
 #include <optional>
 #include <utility>
@@ -14,8 +18,10 @@
 #include "wlanctl/apply/plan.h"
 #include "wlanctl/apply/run.h"
 #include "wlanctl/base/report.h"
+#include "wlanctl/confirm/outlived.h"
 #include "wlanctl/files/bytes.h"
 #include "wlanctl/files/plain_file.h"
+#include "wlanctl/files/state_file.h"
 #include "wlanctl/files/whole_file.h"
 #include "wlanctl/history/record.h"
 #include "wlanctl/keys/dat_key.h"
@@ -69,18 +75,54 @@ void finish(Entry entry, bool is_done, bool is_in_force, Report& report) {
   finish_entry(std::move(entry), report);
 }
 
-bool end_pending(const Pending& pending, TakenFor reason, Report& report) {
-  const bool is_kept = keep_taken_back(pending, reason);
+// The operator who is told is the one whose call it is.
+bool end_pending(const Pending& pending, By by, TakenFor reason, Report& report) {
+  const bool is_heard = by != By::kGuardian;
+  const bool is_kept = keep_taken_back(pending, reason, is_heard);
   if (!remove_pending(pending.band, report)) return false;
   // What is gone has left room.
-  if (!is_kept) (void)keep_taken_back(pending, reason);
+  if (!is_kept) (void)keep_taken_back(pending, reason, is_heard);
   return true;
+}
+
+// What cannot be kept of it in a full folder must not have it done again: who asks next takes the dat file for what is in
+// force, as it is.
+bool settle(const Pending& pending, By by, TakenFor reason, Report& report) {
+  Report unheard;
+  const bool is_kept = keep_applied(pending.band, FileIs::kSettled, unheard);
+  if (!end_pending(pending, by, reason, report)) return false;
+  if (!is_kept && !keep_applied(pending.band, FileIs::kSettled, report)) forget_applied(pending.band);
+  return true;
+}
+
+// Also where it is another file system's.
+bool has_room_for(const std::string& path, size_t bytes) {
+  struct statvfs room = {};
+  struct stat file = {};
+  if (statvfs(path.c_str(), &room) != 0 || stat(path.c_str(), &file) != 0) return true;
+  return uint64_t{room.f_bavail} * room.f_frsize + static_cast<uint64_t>(file.st_size) >= bytes;
+}
+
+bool may_write(const std::string& path) {
+  return faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0 || errno == ENOENT;
 }
 
 }  // namespace
 
 bool write_dat_file(Band band, const std::string& bytes) {
   return write_whole_file(dat_path_of(band), bytes);
+}
+
+std::string reason_against_roll_back(const Pending& pending) {
+  const std::string path = dat_path_of(pending.band);
+  if (const std::string reason = reason_against_dat_file(pending.band); !reason.empty()) return path + reason;
+  if (!may_write(path)) return path + " cannot be written: " + std::strerror(errno);
+  if (!has_room_for(path, pending.dat.size())) return "there is no room for " + path;
+  const std::string copy = path_over_boot(pending.band);
+  if (!copy.empty() && is_state_file_there(copy) && !may_write(copy.substr(0, copy.rfind('/')))) {
+    return copy + " cannot be removed: " + std::strerror(errno);
+  }
+  return "";
 }
 
 bool restore_dat_file(Band band, const std::string& bytes, Report& report) {
@@ -93,8 +135,9 @@ bool restore_dat_file(Band band, const std::string& bytes, Report& report) {
   return false;
 }
 
-bool roll_back(const Pending& pending, By by, TakenFor reason, Report& report, const Settings& booted) {
+bool roll_back(Pending pending, By by, TakenFor reason, Report& report, const Settings& booted) {
   const Band band = pending.band;
+  begin_going_back(&pending, reason, report);
   const bool is_open = reopen_if_replaced(band, report);
   // However far the apply came: what is up now is at most the larger of the two.
   const int applied_count = is_open ? ssid_count(band) : 0;
@@ -125,8 +168,7 @@ bool roll_back(const Pending& pending, By by, TakenFor reason, Report& report, c
   }
   if (applied) keep_lacks(band, applied->lacks, report);
   const bool file_is_back = restore_dat_file(band, pending.dat, report);
-  bool is_done = in_force && file_is_back && keep_applied(band, FileIs::kSettled, report);
-  if (is_done) is_done = end_pending(pending, reason, report);
+  const bool is_done = in_force && file_is_back && settle(pending, by, reason, report);
   finish(std::move(entry), is_done, applied && applied->lacks.empty() && is_told(band), report);
   return is_done;
 }

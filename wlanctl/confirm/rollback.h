@@ -18,7 +18,10 @@ namespace wlanctl {
 // entry of it. The caller holds the tool lock, and the band's store is open. `booted` is what the dat file had before the
 // caller put it back, where a boot has come since: no store knows of that any more.
 using Settings = std::optional<std::vector<wifimgr_attr_record>>;
-bool roll_back(const Pending& pending, By by, TakenFor reason, Report& report, const Settings& booted = std::nullopt);
+bool roll_back(Pending pending, By by, TakenFor reason, Report& report, const Settings& booted = std::nullopt);
+
+// Why a roll back could not be ended, so that it would be begun again and again; "" when nothing speaks against it.
+std::string reason_against_roll_back(const Pending& pending);
 
 // Whether driver and kernel have what the roll back that was just done has put back.
 bool is_back_in_force(Band band);

@@ -12,6 +12,7 @@ namespace wlanctl {
 
 class Report;
 struct Pending;
+struct Problem;
 
 enum class TakenFor {
   kUnconfirmed,  // nobody confirmed it in time
@@ -30,15 +31,24 @@ struct TakenBack {
   bool is_told = false;
 };
 
+// "unconfirmed", and back.
+const char* name_of(TakenFor reason);
+std::optional<TakenFor> parse_taken_for(const std::string& name);
+
 // Why one that is lost is taken back.
 TakenFor reason_for(const Pending& pending);
 
-// False when it cannot be written.
-bool keep_taken_back(const Pending& pending, TakenFor reason);
+// `is_heard`: somebody waits for the call that does it. False when it cannot be written.
+bool keep_taken_back(const Pending& pending, TakenFor reason, bool is_heard);
 
 // Of this boot; none once an apply or a save has come after it.
 std::optional<TakenBack> taken_back(Band band);
 void forget_taken_back(Band band);
+
+// Whether what was kept of one cannot be read: nobody knows then whether the last apply was taken back. And a problem that
+// says so.
+bool is_taken_back_damaged(Band band);
+Problem damaged_taken_back(Band band);
 
 // From now on it is not said any more.
 void acknowledge_taken_back(Band band);

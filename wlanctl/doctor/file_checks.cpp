@@ -13,6 +13,7 @@
 #include "wlanctl/check/dat_check.h"
 #include "wlanctl/confirm/outlived.h"
 #include "wlanctl/confirm/pending.h"
+#include "wlanctl/confirm/taken_back.h"
 #include "wlanctl/doctor/checks.h"
 #include "wlanctl/files/bytes.h"
 #include "wlanctl/files/places.h"
@@ -87,6 +88,9 @@ void check_pending(Band band, Diagnosis& diagnosis) {
                          was_interrupted ? "what was kept over the boot" : "no apply waits");
   }
   if (!pending) return diagnosis.ill(Ill::kPendingDamaged, kApply, band, path);
+  if (pending->phase == Phase::kGoingBack) {
+    return diagnosis.ill(Ill::kPending, kApply, band, path + ", and its roll back has begun");
+  }
   if (pending->is_over()) return diagnosis.ill(Ill::kPendingOver, kApply, band, path);
   diagnosis.ill(Ill::kPending, kApply, band, path + ", " + count_of(pending->seconds_left(), "second") + " left");
 }
@@ -117,6 +121,9 @@ void check_applies(Band band, Diagnosis& diagnosis) {
   const std::string applied = std::string(place::kApplied) + label_of(band);
   const bool is_there = is_state_file_there(applied);
   diagnosis.add(is_there && !kept_in_force(band), Ill::kStateDamaged, kApply, band, applied);
+  if (is_taken_back_damaged(band)) {
+    diagnosis.ill(Ill::kStateDamaged, kApply, band, std::string(place::kTakenBack) + label_of(band));
+  }
   if (are_lacks_damaged(band)) {
     return diagnosis.ill(Ill::kStateDamaged, kApply, band, std::string(place::kLacking) + label_of(band));
   }

@@ -74,7 +74,11 @@ bool remove_state_file(const std::string& path) {
     finish_folder_of(path);
     return true;
   }
-  return errno == ENOENT;
+  // A file system that is mounted read-only refuses also what is not there.
+  const int error = errno;
+  if (error == ENOENT || !is_state_file_there(path)) return true;
+  errno = error;
+  return false;
 }
 
 std::string this_boot() {

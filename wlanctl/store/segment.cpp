@@ -96,6 +96,15 @@ bool load(Band band) {
 bool attach_or_make(Band band, Report& report) {
   const MakingLock lock;
   const auto fail_to_make = [&](const std::string& reason) {
+    // The library finds only behind its filling that a key is missing, and leaves what it has made.
+    if (segment_of(band) >= 0) {
+      const std::string label = label_of(band);
+      return fail(
+          band, report,
+          "the store of " + label + " was made, and is there now, but the library was not content with it: " + reason,
+          "wlanctl doctor " + label + " tells what it lacks; mend " + dat_path_of(band) + ", and wlanctl revert " +
+              label);
+    }
     return fail(band, report,
                 std::string("there is no store of ") + label_of(band) + ", and none can be made: " + reason,
                 "is " + dat_path_of(band) + " there, and writable?");
@@ -110,13 +119,13 @@ bool attach_or_make(Band band, Report& report) {
     if (const std::string reason = reason_against_file(dat_path_of(band)); !reason.empty()) {
       return fail_to_make(dat_path_of(band) + ": " + reason);
     }
+    bool was_there = false;
     {
       const OnlyNewSegments no_other;
       made = load(band);
-      if (!made && !no_other.was_there()) {
-        return fail_to_make(first_reason());
-      }
+      was_there = no_other.was_there();
     }
+    if (!made && !was_there) return fail_to_make(first_reason());
     if (made) {
       g_opened[number_of(band)] = segment_of(band);
       return true;

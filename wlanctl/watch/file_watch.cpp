@@ -93,7 +93,7 @@ void FileWatch::look_at_pending(Events& events) {
 
 // By how it is when nothing waits any more: a roll back leaves its own word on what is in force, and the old dat file.
 bool FileWatch::is_confirmed() const {
-  if (phase_ != Phase::kWaiting) return false;
+  if (phase_ != Phase::kWaiting && phase_ != Phase::kGoingBack) return false;
   if (mark_of(applied_path(band_)) == applied_at_waiting_) return true;
   return !dat_before_.empty() && sum_of(read_bytes(dat_path_of(band_)).value_or("")) != dat_before_;
 }

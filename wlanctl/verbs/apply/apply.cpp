@@ -22,6 +22,7 @@
 #include "wlanctl/files/lock.h"
 #include "wlanctl/history/record.h"
 #include "wlanctl/library/command.h"
+#include "wlanctl/live/driver_time.h"
 #include "wlanctl/store/dat_file.h"
 #include "wlanctl/store/segment.h"
 #include "wlanctl/verbs/apply/apply_text.h"
@@ -129,7 +130,7 @@ int judge_scripts(const Job& job, Report& report) {
 
 // What did not come into force, another apply brings into force.
 bool always_commit(const Words& words, const Job& job) {
-  return words.again || !job.plan.lacks.empty();
+  return words.again || (!job.plan.lacks.empty() && !are_all_unknown(job.plan.lacks));
 }
 
 // The library's part. With a roll back to come, an interrupt breaks it off, and so does the end of the time.
@@ -144,6 +145,8 @@ void bring_about(const Words& words, Job& job, Report& report) {
 bool was_in_vain(const Words& words, const Job& job) {
   if (!job.applied || !job.pending) return false;
   if (job.broken_off != BrokenOff::kNo) return true;
+  // What is not known, the operator is asked for.
+  if (are_all_unknown(job.applied->lacks)) return false;
   return !words.keep && !job.applied->lacks.empty() && !job.applied->has_lacked_before;
 }
 
@@ -184,6 +187,7 @@ void roll_back_job(const Words& words, Job& job, Report& report) {
   if (job.broken_off == BrokenOff::kTimeOver) {
     limit_commands(std::min(words.command_seconds, std::max(words.confirm_seconds, kLeastSeconds)));
   }
+  begin_going_back(&*job.pending, taken_for(job), report);
   job.is_rolled_back = roll_back(*job.pending, By::kApply, taken_for(job), report);
   limit_commands(words.command_seconds);
   const std::vector<Lack> lacks = lacks_of(job.band);
@@ -258,7 +262,7 @@ int run_job(const Words& words, Job& job, Report& report) {
 // Nobody can confirm before all is done.
 void begin_waiting(std::vector<Job>& jobs, Report& report) {
   for (Job& job : jobs) {
-    if (!job.pending || job.is_rolled_back) continue;
+    if (!job.pending || job.is_rolled_back || job.pending->phase == Phase::kGoingBack) continue;
     if (!job.applied) {
       (void)remove_pending(job.band, report);
     } else if (job.broken_off == BrokenOff::kNo) {
@@ -329,6 +333,7 @@ int apply(const Words& words, Report& report) {
     lock.emplace(report, words.wait_seconds);
     if (!*lock) return lock->exit_code();
   }
+  const DriverTime limited;
   std::vector<Job> jobs;
   const auto begun = static_cast<int64_t>(time(nullptr));
   int code = plan_all(words, report, &jobs);

@@ -27,7 +27,7 @@ bool Job::is_in_force() const {
 }
 
 bool Job::waits() const {
-  return applied && pending && broken_off == BrokenOff::kNo && !is_rolled_back;
+  return applied && pending && pending->phase != Phase::kGoingBack && broken_off == BrokenOff::kNo && !is_rolled_back;
 }
 
 void tell_applied(const Words& words, const Job& job, Report& report) {
@@ -46,6 +46,8 @@ void tell_applied(const Words& words, const Job& job, Report& report) {
     if (job.is_rolled_back) entry["action"] = "rolled back";
     if (job.is_rolled_back || job.broken_off != BrokenOff::kNo) {
       report.text() << label << (job.is_rolled_back ? ": rolled back" : ": not applied") << "\n";
+    } else if (are_all_unknown(applied.lacks)) {
+      report.text() << label << ": applied; not known whether it is in force\n";
     } else if (!applied.lacks.empty()) {
       report.text() << label << ": applied, but not in force\n";
     } else {

@@ -4,13 +4,16 @@
 #include "wlanctl/apply/applied_state.h"
 #include "wlanctl/apply/in_force.h"
 #include "wlanctl/base/report.h"
+#include "wlanctl/base/time_text.h"
 #include "wlanctl/command_line/common_words.h"
 #include "wlanctl/confirm/outlived.h"
 #include "wlanctl/confirm/pending.h"
 #include "wlanctl/confirm/recovery.h"
 #include "wlanctl/confirm/taken_back.h"
 #include "wlanctl/files/lock.h"
+#include "wlanctl/files/state_file.h"
 #include "wlanctl/history/record.h"
+#include "wlanctl/live/driver_time.h"
 #include "wlanctl/store/private_store.h"
 #include "wlanctl/store/segment.h"
 #include "wlanctl/verbs/verbs.h"
@@ -73,12 +76,20 @@ int confirm_band(Band band, bool force, Report& report) {
     return kRefused;
   }
   const std::optional<Pending> pending = read_pending(band);
-  if (!is_pending(band) && interrupted(band)) return holds(band, report) ? removed(band, report) : kNotInForce;
+  if (const std::optional<Pending> kept = is_pending(band) ? std::nullopt : interrupted(band)) {
+    if (kept->phase == Phase::kGoingBack || kept->boot == this_boot()) {
+      report.problem(cut_off(*kept));
+      return kRefused;
+    }
+    return holds(band, report) ? removed(band, report) : kNotInForce;
+  }
   if (!is_pending(band)) {
     report.problem(too_late(band, "it was rolled back"));
     acknowledge_taken_back(band);
   } else if (!pending) {
     report.problem(damaged(band));
+  } else if (pending->phase == Phase::kGoingBack) {
+    report.problem(too_late(band, "its roll back has begun and is not done"));
   } else if (pending->phase != Phase::kWaiting) {
     report.problem(too_late(band, "it ended in the middle, and its roll back is due"));
   } else if (pending->is_over()) {
@@ -91,6 +102,16 @@ int confirm_band(Band band, bool force, Report& report) {
 
 // Whoever asks again gets the same answer: no script takes what was taken back for confirmed.
 bool refuse_taken_back(Band band, Report& report) {
+  if (const std::optional<Pending> before_boot = taken_back_over_boot(band)) {
+    report.problem({std::string("the apply of ") + label_of(band) + " of " + local_time(before_boot->applied_at) +
+                        " was taken back before the gateway went down",
+                    "set the values again, and apply", about(band)});
+    return true;
+  }
+  if (is_taken_back_damaged(band)) {
+    report.problem(damaged_taken_back(band));
+    return true;
+  }
   const std::optional<TakenBack> taken = taken_back(band);
   if (!taken) return false;
   report.problem(
@@ -106,6 +127,7 @@ int confirm(const Words& words, Report& report) {
   report.data() = {{"bands", confirmed}, {"waited", false}};
   const ToolLock lock(report, words.wait_seconds);
   if (!lock) return lock.exit_code();
+  const DriverTime limited;
   bool waiting = false;
   int code = kDone;
   for (const Band band : bands_of(words.band)) {

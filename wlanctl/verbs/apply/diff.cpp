@@ -18,6 +18,7 @@
 #include "wlanctl/keys/dat_key.h"
 #include "wlanctl/keys/json_value.h"
 #include "wlanctl/keys/secret_mask.h"
+#include "wlanctl/live/driver_time.h"
 #include "wlanctl/store/dat_file.h"
 #include "wlanctl/store/segment.h"
 #include "wlanctl/store/value.h"
@@ -85,6 +86,7 @@ int diff_dat_file(Band band, const Words& words, Report& report, Outcome& outcom
   if (!restore_applied(band, report)) return kWrongUsage;
   note_waiting(band, report);
   const std::optional<TakenBack> taken = note_taken_back(band, report);
+  const DriverTime limited;
   const Plan plan = plan_apply(band);
   const char* const weight = word_for_apply(plan.nothing, plan.weight);
   note_untold(band, report);
@@ -150,6 +152,7 @@ int diff_in_force(Band band, const Words& words, Report& report, Outcome& outcom
     return kWrongUsage;
   }
   const std::vector<StoreRecord> live = records_of(table_of_store(band));
+  const DriverTime limited;
   const std::vector<Lack> lacks = lacks_of(band);
   const std::string other = lacks.empty() && was_told(band) ? "what is in force" : "what was last applied";
   const std::vector<StoreRecord> applied = records_of(*in_force);

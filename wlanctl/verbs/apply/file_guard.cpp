@@ -1,5 +1,8 @@
 #include "wlanctl/verbs/apply/file_guard.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
@@ -63,6 +66,12 @@ bool may_write_file(Band band, const std::optional<std::string>& text, Report& r
   const std::string insist = "or insist with --force: what cannot be loaded is lost";
   if (const std::string reason = reason_against_dat_file(band); !reason.empty()) {
     report.problem({path + " cannot be written" + reason, "put the dat file back in its place", about(band)});
+    return false;
+  }
+  // Found here, and not by the first file of the tool's own in the same folder.
+  if (faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) != 0 && errno != ENOENT) {
+    report.problem({path + " cannot be written: " + std::strerror(errno),
+                    "is its file system mounted read-only? nothing was changed", about(band)});
     return false;
   }
   const std::string file = read_bytes(path).value_or("");

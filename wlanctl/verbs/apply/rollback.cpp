@@ -12,6 +12,7 @@
 #include "wlanctl/confirm/taken_back.h"
 #include "wlanctl/files/lock.h"
 #include "wlanctl/files/state_file.h"
+#include "wlanctl/live/driver_time.h"
 #include "wlanctl/store/dat_file.h"
 #include "wlanctl/store/segment.h"
 #include "wlanctl/verbs/verbs.h"
@@ -30,8 +31,8 @@ std::optional<Pending> to_put_back(Band band) {
 
 // After a boot the file comes first: a store that nobody has made yet is made of it, with room for all that it has. A
 // power cut may also have left half a file, of which none can be made.
-bool open_for(const Pending& pending, Report& report) {
-  if (pending.boot != this_boot() && !restore_dat_file(pending.band, pending.dat, report)) return false;
+bool open_for(const Pending& pending, bool is_file_first, Report& report) {
+  if (is_file_first && !restore_dat_file(pending.band, pending.dat, report)) return false;
   return open_store(pending.band, report, Content::kToCome);
 }
 
@@ -40,15 +41,17 @@ int put_back(Band band, Report& report) {
     report.problem(damaged_way_back(band));
     return kRefused;
   }
-  const std::optional<Pending> pending = to_put_back(band);
+  std::optional<Pending> pending = to_put_back(band);
   const std::string label = label_of(band);
   if (!pending) {
     report.problem({"what was kept of " + label + ", in " + pending_path(band) + ", is damaged",
                     "set the values again; wlanctl confirm " + label + " --force ends the waiting", about(band)});
     return kRefused;
   }
-  const Settings booted = pending->boot != this_boot() ? parse_dat_file(band) : std::nullopt;
-  if (!open_for(*pending, report)) return kNoStore;
+  const bool has_booted = pending->boot != this_boot();
+  const Settings booted = has_booted ? parse_dat_file(band) : std::nullopt;
+  if (pending->phase != Phase::kPrepared) begin_going_back(&*pending, TakenFor::kAsked, report);
+  if (!open_for(*pending, has_booted || !is_pending(band), report)) return kNoStore;
   if (!undo(*pending, By::kOperator, TakenFor::kAsked, report, booted)) return kRefused;
   const std::vector<Lack> lacks = lacks_of(band);
   complain_of(band, lacks, next_step(band), report);
@@ -62,6 +65,7 @@ int run(const Words& words, Report& report) {
   if (!lock) return lock.exit_code();
   const SignalHold hold;
   const InterruptAnswer answer("interrupted; the roll back is finished first, and its result told");
+  const DriverTime limited;
   int code = kDone;
   bool waiting = false;
   for (const Band band : bands_of(words.band)) {

@@ -8,6 +8,7 @@
 #include "wlanctl/files/lock.h"
 #include "wlanctl/files/process.h"
 #include "wlanctl/store/lock_holder.h"
+#include "wlanctl/store/segment.h"
 #include "wlanctl/verbs/verbs.h"
 
 namespace wlanctl {
@@ -35,6 +36,17 @@ int run(const Words& words, Report& report) {
   const LockHolder holder = lock_holder(band);
   report.data() = {
       {"band", label_of(band)}, {"holder", holder.process > 0 ? Json(holder.process) : Json()}, {"freed", false}};
+  const bool is_gone = semaphore_of(band) < 0 && errno == ENOENT;
+  if (is_gone && segment_of(band) >= 0) {
+    report.problem({std::string("there is no lock of ") + label_of(band) +
+                        " to be freed: its semaphore is gone, and the store goes on without",
+                    "start the process that makes the store, by init_shm and init, anew", about(band)});
+    return kRefused;
+  }
+  if (is_gone) {
+    report.text() << label_of(band) << ": there is no store yet, and no lock that anybody could hold\n";
+    return kDone;
+  }
   if (holder.is == Is::kNone) {
     report.text() << label_of(band) << ": the lock is free\n";
     return kDone;

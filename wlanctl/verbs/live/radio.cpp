@@ -13,6 +13,7 @@
 #include "wlanctl/library/command.h"
 #include "wlanctl/library/query.h"
 #include "wlanctl/live/bridge.h"
+#include "wlanctl/live/driver_time.h"
 #include "wlanctl/live/served_ssid.h"
 #include "wlanctl/store/value.h"
 #include "wlanctl/verbs/verbs.h"
@@ -31,7 +32,7 @@ void note_moved(Band band, const std::vector<std::string>& unbridged, Report& re
   }
 }
 
-void tell_radio(Band band, Switch position, Report& report) {
+void tell_radio(Band band, Switch position, bool is_unknown, Report& report) {
   Json ssids = Json::array();
   Rows rows;
   bool is_any_on = false;
@@ -45,7 +46,10 @@ void tell_radio(Band band, Switch position, Report& report) {
                 ": nothing is on the air, as no SSID is switched on; wlanctl ssid enable does that");
   }
   report.text() << label_of(band) << ": radio " << (position == kOn ? "on" : "off")
-                << (report.has_problems() ? ", but not in force" : "") << '\n'
+                << (!report.has_problems() ? ""
+                    : is_unknown           ? ", but not known whether in force"
+                                           : ", but not in force")
+                << '\n'
                 << table(rows);
   report.data() = {{"band", label_of(band)}, {"radio", position == kOn ? "on" : "off"}, {"ssids", std::move(ssids)}};
 }
@@ -54,6 +58,7 @@ int turn(const Words& words, Report& report, Switch position) {
   const Band band = *parse_band(words.band);
   const ToolLock lock(report, words.wait_seconds);
   if (!lock) return lock.exit_code();
+  const DriverTime limited;
   if (!open_band_if_there(band, report)) return kNoStore;
   if (!is_there(band, report)) return kNoAnswer;
   // The library would switch none, and say nothing.
@@ -69,6 +74,7 @@ int turn(const Words& words, Report& report, Switch position) {
   std::string reason;
   (void)call_quietly([&] { return wifimgr_lib_wifi_onoff(wifi_type_of(band), position) == 0; }, &reason);
   // An interface that the driver has not made yet is none of the switch's.
+  DriverTime::renew();
   std::vector<Lack> lacks = expected.look(true);
   complain_of(band, lacks, "are you root, and is the driver well?", report);
   // Off the air, that is nobody's loss; the driver may have it in force when it is back.
@@ -77,7 +83,7 @@ int turn(const Words& words, Report& report, Switch position) {
   lacks.insert(lacks.end(), beside.begin(), beside.end());
   keep_lacks(band, lacks, report);
   note_moved(band, unbridged, report);
-  tell_radio(band, position, report);
+  tell_radio(band, position, are_all_unknown(lacks), report);
   return report.has_problems() ? kNotInForce : kDone;
 }
 
