@@ -331,6 +331,14 @@ TEST(Doctor, SaysTheSameAsTextInEightyColumns) {
   for (const std::string& line : lines_of(steps[1].out)) EXPECT_LE(line.size(), 80u);
 }
 
+TEST(Doctor, TellsTheBridgesOfABandWhereTheyDiffer) {
+  const std::string looks = "wlanctl doctor 5g --json";
+  const std::vector<Result> steps =
+      run_steps({kInit, "brctl delif br-lan rai1; " + looks, "brctl addif br0 rai1; " + looks});
+  EXPECT_THAT(steps[1].out, HasSubstr("\"rai1; of the band: rai0 in br-lan, rai1 in none\""));
+  EXPECT_THAT(steps[2].out, HasSubstr("\"rai0 in br-lan, rai1 in br0\""));
+}
+
 TEST(Doctor, WarnsWithItsOwnExitCode) {
   const std::vector<Result> steps = run_steps({kInit, "ifconfig ra1 down; wlanctl doctor"}, kChips);
   EXPECT_EQ(7, steps[1].status);

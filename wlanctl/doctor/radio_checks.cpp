@@ -67,8 +67,11 @@ void check_bridges(Band band, const Bridges& bridges, Diagnosis& diagnosis) {
   std::set<std::string> names;
   for (const auto& [interface, bridge] : bridges) {
     if (!bridge.empty()) names.insert(bridge);
+  }
+  for (const auto& [interface, bridge] : bridges) {
+    const std::string others = names.empty() ? "" : "; of the band: " + text_of(bridges);
     diagnosis.add(bridge.empty(), Ill::kInterfaceUnbridged, kInterface, band,
-                  bridge.empty() ? interface : interface + " in " + bridge);
+                  bridge.empty() ? interface + others : interface + " in " + bridge);
   }
   if (names.size() > 1) diagnosis.ill(Ill::kBridgesDiffer, kInterface, band, text_of(bridges));
 }
