@@ -253,6 +253,18 @@ TEST(KeptOverABoot, ThatCannotBeWrittenIsSaid) {
                                     "power cut, nothing puts 2.4g back"));
 }
 
+TEST(KeptOverABoot, ThatCannotBeToldOfARollBackIsSaid) {
+  const Result result = run_story(
+      "mkdir /etc/chosen; export WLANCTL_FOLDER=/etc/chosen; wlanctl set 2.4g Channel=1 >/dev/null; wlanctl apply 2.4g "
+      "--confirm 600 >/dev/null; mount --bind /etc/chosen /etc/chosen; mount -o remount,ro,bind /etc/chosen; wlanctl "
+      "rollback 2.4g; echo $?; umount /etc/chosen; wlanctl get 2.4g Channel");
+  EXPECT_EQ("1\n6\n", result.out);
+  EXPECT_THAT(result.err, HasSubstr("cannot write into /etc/chosen/wlanctl-before-2.4g that the roll back begins "
+                                    "(Read-only file system): after a power cut before its end, look with wlanctl diff "
+                                    "before you confirm"));
+  EXPECT_THAT(result.err, HasSubstr("cannot remove /etc/chosen/wlanctl-before-2.4g: Read-only file system"));
+}
+
 TEST(Rollback, OfNothingIsRefused) {
   const Json document = json_of("rollback 5g");
   EXPECT_EQ(1, document["exit_code"]);

@@ -8,7 +8,8 @@
 namespace wlanctl {
 
 // While this lives, SIGINT, SIGQUIT and SIGTERM are noted; the first one prints `answer` on standard error. They must be
-// held (signal_hold.h), and so must SIGHUP, which ends with this: the result is told. Neither noted nor answered where there is none.
+// held (signal_hold.h), and so must SIGHUP: one that came meanwhile is forgotten at the end of this, and the result told.
+// Neither noted nor answered where there is none.
 class InterruptAnswer {
  public:
   explicit InterruptAnswer(const std::string& answer);
