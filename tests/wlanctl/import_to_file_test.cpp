@@ -132,7 +132,7 @@ TEST(ImportToFile, IntoTheFilesOfBothOrOfNone) {
                     "remount,ro,bind $d; wlanctl import all.json --to-file",
                 "cmp before " + kFile + " && echo same"});
   EXPECT_EQ(1, steps[0].status) << steps[0].err;
-  EXPECT_THAT(steps[0].err, HasSubstr("cannot write /etc/Wireless/RT2860AP_AC/RT2860AP.dat"));
+  EXPECT_THAT(steps[0].err, HasSubstr("/etc/Wireless/RT2860AP_AC/RT2860AP.dat cannot be written: Read-only file system"));
   EXPECT_THAT(steps[0].out, Not(HasSubstr("stored")));
   EXPECT_EQ("same\n", steps[1].out);
 }
@@ -154,6 +154,56 @@ TEST(ImportToFile, KilledAtAnyMomentLeavesTheOldFileOrTheNewOne) {
                   "'^-rw-r--r--.*dat$' -e new");
     EXPECT_EQ(when == "before" ? "137\nold\n0\n1\n" : "137\n3\n1\n", result.out) << result.err;
   }
+}
+
+const std::string kOther = "/etc/Wireless/RT2860AP_AC/RT2860AP.dat";
+const std::string kBoth =
+    "library_probe init 0 init 1 >/dev/null; wlanctl set 2.4g Channel=11 >/dev/null; wlanctl set 5g Channel=100 "
+    ">/dev/null; "
+    "wlanctl export >all.json; wlanctl revert >/dev/null; cp " +
+    kFile + " before; cp " + kOther + " before5;";
+
+// Wherever it was killed: nobody keeps one of the files.
+TEST(ImportToFile, OfBothThatWasKilledBetweenTheFilesIsTakenBack) {
+  const std::string are_before = "cmp before " + kFile + " && cmp before5 " + kOther + " && echo same;";
+  for (const std::string& when : {"before 1 " + kFile, "after 1 " + kFile, "before 1 " + kOther, "after 1 " + kOther}) {
+    const Result result = run_story(kBoth + "killed_at '" + when + "' wlanctl import all.json --to-file; echo $?;" +
+                                    "wlanctl status 2.4g 2>&1 >/dev/null | grep -c 'is writing both dat files';" +
+                                    "wlanctl set 5g TxPower=100 >/dev/null;" + are_before +
+                                    "ls /run | grep filing; wlanctl diff 2.4g --in-force 2>&1 | grep known");
+    EXPECT_EQ("137\n1\nsame\n", result.out) << when << result.err;
+    const bool is_one_there = when != "before 1 " + kFile;
+    EXPECT_EQ(is_one_there, result.err.find("did not write both dat files") != std::string::npos) << result.err;
+  }
+}
+
+TEST(ImportToFile, LeavesWhatSomebodyElseHasWrittenSince) {
+  const Result result =
+      run_story(kBoth + "killed_at 'before 1 " + kOther + "' wlanctl import all.json --to-file; echo '#' >>" + kFile +
+                "; cp " + kFile + " mine; wlanctl set 5g TxPower=100 >/dev/null; cmp mine " + kFile +
+                " && echo same; ls /run | grep filing");
+  EXPECT_EQ("same\n", result.out) << result.err;
+}
+
+TEST(SsidAdd, IntoTheFilesOfBothThatWasKilledBetweenThemIsTakenBack) {
+  const Result result = run_story(
+      kBoth +
+      "echo guest-word-1 >word; killed_at 'before 2 /var/run/wlanctl-applied-5g' wlanctl ssid add --both Kitchen "
+      "--passphrase-file word --to-file >/dev/null; echo $?; wlanctl set 5g TxPower=100 >/dev/null; cmp before " +
+      kFile + " && grep -c ^SSID3=Kitchen " + kOther + "; ls /run | grep filing");
+  EXPECT_EQ("137\n0\n", result.out) << result.err;
+}
+
+// A store of a file without settings would have no room for any, and stand in the way of who loads some.
+TEST(ImportToFile, IsWhatAGatewayWithoutSettingsIsToldOf) {
+  const TestFolder folder;
+  write_file(folder / "empty.dat", "Default\n");
+  const auto steps =
+      run_steps({kMore + "wlanctl import more.json; echo $?; wlanctl set 2.4g Channel=6; echo $?; ipcs -m | "
+                         "grep -c 0x00012345"},
+                {"--dat24", folder / "empty.dat"});
+  EXPECT_EQ("3\n3\n0\n", steps[0].out);
+  EXPECT_THAT(steps[0].err, HasSubstr("has no settings; wlanctl import FILE --to-file writes some"));
 }
 
 TEST(ImportToFile, LeavesALinkALink) {

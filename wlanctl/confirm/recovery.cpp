@@ -4,6 +4,7 @@
 
 #include "wlanctl/apply/in_force.h"
 #include "wlanctl/base/report.h"
+#include "wlanctl/confirm/filing.h"
 #include "wlanctl/confirm/guardian.h"
 #include "wlanctl/confirm/outlived.h"
 #include "wlanctl/confirm/pending.h"
@@ -124,6 +125,7 @@ void tell_what_is_due(Band band, Report& report) {
 bool look_at_band(Band band, Report& report) {
   if (is_store_open(band)) return true;
   if (!look_at_store(band, report)) return false;
+  tell_filing(band, report);
   tell_storing(band, report);
   tell_what_is_due(band, report);
   return true;
@@ -147,6 +149,7 @@ bool open_band_if_there(Band band, Report& report) {
 
 bool open_band(Band band, Report& report) {
   if (is_store_open(band)) return true;
+  take_back_filing(report);
   if (!open_store(band, report)) return false;
   finish_storing(report);
   (void)note_taken_back(band, report);

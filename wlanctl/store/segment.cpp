@@ -119,6 +119,13 @@ bool attach_or_make(Band band, Report& report) {
     if (const std::string reason = reason_against_file(dat_path_of(band)); !reason.empty()) {
       return fail_to_make(dat_path_of(band) + ": " + reason);
     }
+    // It would be too small for the settings that are to come, and in the way of who loads them.
+    if (const auto bytes = read_bytes(dat_path_of(band)); bytes && parse_dat_text(*bytes).empty()) {
+      return fail(band, report,
+                  std::string("there is no store of ") + label_of(band) + ", and none is made: " + dat_path_of(band) +
+                      " has no settings",
+                  "wlanctl import FILE --to-file writes some");
+    }
     bool was_there = false;
     {
       const OnlyNewSegments no_other;

@@ -6,6 +6,7 @@
 #include "wlanctl/check/dat_text.h"
 #include "wlanctl/check/loss.h"
 #include "wlanctl/command_line/common_words.h"
+#include "wlanctl/confirm/filing.h"
 #include "wlanctl/confirm/recovery.h"
 #include "wlanctl/confirm/taken_back.h"
 #include "wlanctl/files/lock.h"
@@ -98,6 +99,7 @@ void note_misread(Band band, const std::string& bytes, Report& report) {
 }
 
 int revert_band(Band band, bool force, Report& report, Json& reverted) {
+  take_back_filing(report);
   if (!open_store(band, report, Content::kToCome)) return kNoStore;
   (void)note_taken_back(band, report);
   const std::vector<wifimgr_attr_record> before = table_of_store(band);

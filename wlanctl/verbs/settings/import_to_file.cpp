@@ -5,9 +5,9 @@
 #include "wlanctl/base/interrupt.h"
 #include "wlanctl/base/report.h"
 #include "wlanctl/base/signal_hold.h"
+#include "wlanctl/confirm/filing.h"
 #include "wlanctl/confirm/outlived.h"
 #include "wlanctl/confirm/recovery.h"
-#include "wlanctl/confirm/rollback.h"
 #include "wlanctl/exchange/file_records.h"
 #include "wlanctl/exchange/writer.h"
 #include "wlanctl/files/bytes.h"
@@ -78,21 +78,22 @@ bool changes_nothing(const ImportPart& part) {
   return part.changes.empty() && part.added.empty();
 }
 
-// With several bands the first one's file is put back where the second one's cannot be written.
 int write_files(const std::vector<FileToBe>& files, bool force, Report& report) {
-  std::vector<std::pair<Band, std::string>> before;
+  std::vector<FileToCome> changed;
   for (const FileToBe& file : files) {
-    const Band band = file.part.band;
-    if (changes_nothing(file.part)) continue;
-    const std::string bytes = read_bytes(dat_path_of(band)).value_or("");
-    const EnlargedStore store(band, file.content);
-    if (const int code = write_guarded(band, file.text, force, report); code != kDone) {
-      for (const auto& [other, text] : before) (void)restore_dat_file(other, text, report);
-      return code;
-    }
-    before.emplace_back(band, bytes);
+    if (!changes_nothing(file.part)) changed.push_back({file.part.band, file.text});
   }
-  return kDone;
+  if (!begin_filing("import", changed, report)) return kRefused;
+
+  for (const FileToBe& file : files) {
+    if (changes_nothing(file.part)) continue;
+    const EnlargedStore store(file.part.band, file.content);
+    const int code = write_guarded(file.part.band, file.text, force, report);
+    if (code == kDone) continue;
+    take_back_filing(report);
+    return code;
+  }
+  return end_filing(report) ? kDone : kRefused;
 }
 
 void tell(FileToBe& file, const Words& words, Report& report) {
@@ -111,6 +112,7 @@ void tell(FileToBe& file, const Words& words, Report& report) {
 }  // namespace
 
 int import_to_file(const SettingsText& text, const std::vector<Band>& bands, const Words& words, Report& report) {
+  if (!words.dry_run) take_back_filing(report);
   std::vector<FileToBe> files;
   if (const int code = judge_all(text, bands, words, &files, report); code != kDone) return code;
   note_all(text, words, report);

@@ -1,16 +1,13 @@
 // ssid add: one more SSID behind the others, in the live store or, where that has no room, in the dat file.
 #include <unistd.h>
 
-#include <utility>
-
 #include "wlanctl/base/asked_line.h"
 #include "wlanctl/base/report.h"
 #include "wlanctl/base/terminal.h"
-#include "wlanctl/confirm/rollback.h"
-#include "wlanctl/files/bytes.h"
+#include "wlanctl/confirm/filing.h"
 #include "wlanctl/files/input.h"
 #include "wlanctl/store/added_records.h"
-#include "wlanctl/store/dat_file.h"
+#include "wlanctl/store/saved_text.h"
 #include "wlanctl/store/segment.h"
 #include "wlanctl/store/value.h"
 #include "wlanctl/verbs/apply/guarded_save.h"
@@ -70,29 +67,35 @@ void refuse_room(const SsidPlan& plan, Report& report) {
                   "--to-file writes it to the dat file, and says what to restart for it", about(plan.band, plan.ssid)});
 }
 
-// Into the dat file as a save of a larger store would write it. With several bands the first one's file is put back
-// where the second one's cannot be written.
+std::vector<wifimgr_attr_record> enlarged_table(const SsidPlan& plan) {
+  std::vector<wifimgr_attr_record> content = table_of_store(plan.band);
+  content.insert(content.end(), plan.records.begin(), plan.records.end());
+  return content;
+}
+
+// Into the dat file as a save of a larger store would write it; of both bands or of none.
 int write_files(const Words& words, const std::vector<SsidPlan>& plans, Report& report) {
   std::vector<JudgedPlan> done;
-  std::vector<std::pair<Band, std::string>> before;
+  std::vector<FileToCome> files;
   for (const SsidPlan& plan : plans) {
-    std::vector<wifimgr_attr_record> content = table_of_store(plan.band);
-    content.insert(content.end(), plan.records.begin(), plan.records.end());
-    const EnlargedStore larger(plan.band, content);
+    const EnlargedStore larger(plan.band, enlarged_table(plan));
     const std::optional<JudgedPlan> judged = judge(plan, words.force, report);
-    int code = judged ? kDone : kRefused;
-    if (judged && !words.dry_run) {
-      const std::string file = read_bytes(dat_path_of(plan.band)).value_or("");
-      (void)make_changes(plan);
-      code = save_guarded(plan.band, words.force, report);
-      if (code == kDone) before.emplace_back(plan.band, file);
-    }
-    if (code != kDone) {
-      for (const auto& [band, file] : before) (void)restore_dat_file(band, file, report);
-      return code;
-    }
+    if (!judged) return kRefused;
+    (void)make_changes(plan);
+    files.push_back({plan.band, saved_text(plan.band).value_or("")});
     done.push_back(*judged);
   }
+  if (!words.dry_run && !begin_filing("ssid", files, report)) return kRefused;
+  for (const SsidPlan& plan : plans) {
+    if (words.dry_run) break;
+    const EnlargedStore larger(plan.band, enlarged_table(plan));
+    (void)make_changes(plan);
+    if (const int code = save_guarded(plan.band, words.force, report); code != kDone) {
+      take_back_filing(report);
+      return code;
+    }
+  }
+  if (!words.dry_run && !end_filing(report)) return kRefused;
   Json bands = Json::array();
   for (const JudgedPlan& judged : done) {
     tell_change(judged, "added", words.dry_run ? ChangeIs::kTried : ChangeIs::kInFile, report);
