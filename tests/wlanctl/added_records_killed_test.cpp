@@ -22,27 +22,26 @@ const std::string kNoHalfOne =
     "case $(wlanctl get 2.4g BssidNum 2>/dev/null) in 2) ;; 3) wlanctl export 2.4g 2>/dev/null | grep ':3\"' >half;"
     "cmp -s third half || echo half made at $n ;; *) echo count at $n ;; esac;";
 
-// The next verb that changes something, and whoever comes then.
+// The next verb that changes something, and whoever comes then, once for each store that it leaves.
 const std::string kNothingLost =
+    "segment 2.4g | tr '\\0' '\\n' | grep -qx SSID3 && left=1;"
     "wlanctl set 2.4g RTSThreshold=2347 >/dev/null 2>&1 || echo set at $n;"
-    "wlanctl export | cmp -s - before && was=before || { was=whole; wlanctl export 2>/dev/null | cmp - whole || echo "
-    "neither at $n; };"
     "[ ! -e /run/wlanctl-storing ] || echo note left at $n;"
-    "if [ $was = before ]; then wlanctl diff 2.4g --exit-code >/dev/null 2>&1 || echo differs at $n;"
-    "  wlanctl save 2.4g >/dev/null 2>&1 || echo unsaved at $n; cmp " +
+    "sum=$(segment 2.4g | cksum); if ! grep -qsx \"$sum\" sums; then echo \"$sum\" >>sums;"
+    "  if wlanctl export | cmp -s - before; then wlanctl diff 2.4g --exit-code >/dev/null 2>&1 || echo differs at $n;"
+    "    wlanctl save 2.4g >/dev/null 2>&1 || echo unsaved at $n; cmp " +
     std::string(kDat) +
-    " file || echo another file at $n;"
-    "  wlanctl check 2>&1 | cmp -s - sound || echo unsound at $n;"
-    "  $change >/dev/null 2>&1 || echo no second try at $n; wlanctl export 2>/dev/null | cmp - whole || echo less at "
-    "$n; fi;";
+    " file || echo another file at $n; wlanctl check 2>&1 | cmp -s - sound || echo unsound at $n;"
+    "    $change >/dev/null 2>&1 || echo no second try at $n; fi;"
+    "  wlanctl export 2>/dev/null | cmp - whole || echo neither at $n; fi;";
 
 // "killer WISH" is what ends the call; the turns end where one comes through.
 std::string killed_at_each(const std::string& change, const std::string& killer, int least) {
   return "change='" + change + "';" + kPrepared + "left=0; n=1; while " + killer +
-         " $change >/dev/null 2>&1; [ $? = 137 ]; do wlanctl dump 2.4g 2>/dev/null | grep -q SSID3=$ && left=1;" +
-         kNoHalfOne + kNothingLost + "fresh; n=$((n + 1)); [ $n -lt 300 ] || break; done;" +
-         "wlanctl export 2>/dev/null | cmp - whole && echo whole behind $((n > " + std::to_string(least) +
-         ")) empty ones left $left";
+         " $change >/dev/null 2>&1; [ $? = 137 ]; do " + kNoHalfOne + kNothingLost +
+         "fresh; n=$((n + 1)); [ $n -lt 300 ] || break; done; wlanctl export 2>/dev/null | cmp - whole && echo whole "
+         "behind $((n > " +
+         std::to_string(least) + ")) empty ones left $left";
 }
 
 std::string functions_with_kill() {

@@ -135,7 +135,8 @@ TEST(HistoryKilled, ByAConfirmationIsMadeUpForByTheNextOne) {
       "early at $n; wlanctl confirm 2.4g >/dev/null || echo refused at $n; }; no_guardian; wlanctl get 2.4g Channel; "
       "wlanctl log --json -n 1 | grep '\"state\"'; done | sort | uniq -c | tr -s ' '; ls " +
       std::string(kFolder) + " | grep -vx 'entry-[0-9]*'");
-  EXPECT_THAT(result.out, testing::MatchesRegex(" ([0-9]+) +\"state\": \"confirmed\",\n [0-9]+ 1\n")) << result.err;
+  EXPECT_THAT(result.out, testing::MatchesRegex(" [0-9][0-9]+ +\"state\": \"confirmed\",\n [0-9][0-9]+ 1\n"))
+      << result.err;
 }
 
 TEST(HistoryKilled, ByTheFirstOfAllLeavesAFolderThatTheNextOneUses) {
