@@ -130,9 +130,11 @@ TEST(ImportToFile, IntoTheFilesOfBothOrOfNone) {
                     kFile +
                     " before; d=/etc/Wireless/RT2860AP_AC; mount --bind $d $d; mount -o "
                     "remount,ro,bind $d; wlanctl import all.json --to-file",
-                "cmp before " + kFile + " && echo same"});
+                "cmp before " + kFile + " && echo same", "wlanctl log show 4"});
   EXPECT_EQ(1, steps[0].status) << steps[0].err;
-  EXPECT_THAT(steps[0].err, HasSubstr("/etc/Wireless/RT2860AP_AC/RT2860AP.dat cannot be written: Read-only file system"));
+  EXPECT_THAT(steps[2].out, testing::ContainsRegex("Channel +11 -> 6")) << "what was written, and came back";
+  EXPECT_THAT(steps[0].err,
+              HasSubstr("/etc/Wireless/RT2860AP_AC/RT2860AP.dat cannot be written: Read-only file system"));
   EXPECT_THAT(steps[0].out, Not(HasSubstr("stored")));
   EXPECT_EQ("same\n", steps[1].out);
 }

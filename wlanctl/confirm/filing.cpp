@@ -12,6 +12,7 @@
 #include "wlanctl/files/places.h"
 #include "wlanctl/files/state_file.h"
 #include "wlanctl/files/word_text.h"
+#include "wlanctl/history/record.h"
 #include "wlanctl/store/dat_file.h"
 
 namespace wlanctl {
@@ -67,10 +68,16 @@ bool is_written(const NotedFile& file) {
   return bytes && sum_of(*bytes) == file.sum;
 }
 
-// With what was known of the settings in force.
+// With what was known of the settings in force, and an entry: the one of the write is there already.
 bool is_put_back(const NotedFile& file, Report& report) {
-  return restore_applied(file.band, report) && keep_applied(file.band, FileIs::kChanging, report) &&
-         restore_dat_file(file.band, file.before, report) && keep_applied(file.band, FileIs::kSettled, report);
+  const auto now = parse_dat_file(file.band).value_or(std::vector<wifimgr_attr_record>());
+  if (!restore_applied(file.band, report) || !keep_applied(file.band, FileIs::kChanging, report)) return false;
+  const Entry entry =
+      begin_quiet_entry(file.band, Deed::kSave, changes_between(now, parse_dat_text(file.before)), report);
+  const bool is_done =
+      restore_dat_file(file.band, file.before, report) && keep_applied(file.band, FileIs::kSettled, report);
+  finish_quiet_entry(entry, is_done ? kDone : kRefused, report);
+  return is_done;
 }
 
 }  // namespace
