@@ -44,6 +44,16 @@ TEST(Diff, TellsAnApplyWithoutARestartFromNone) {
   EXPECT_EQ("5g: the store is as the dat file; an apply would mean: nothing\n", steps[2].out);
 }
 
+// A save has cut the list in the file, and a revert has it cut in the store.
+TEST(Diff, NamesWhatIsNotInForceThoughStoreAndFileAgree) {
+  const auto steps =
+      run_steps({"wlanctl set 2.4g HideSSID:1=1 >/dev/null; wlanctl apply 2.4g >/dev/null 2>&1; wlanctl "
+                 "revert 2.4g >/dev/null",
+                 "wlanctl diff 2.4g"});
+  EXPECT_THAT(steps[1].out, HasSubstr("  1 value differs from what is in force (in force -> store)\n"
+                                      "  AutoChannelSkipList  12;13;14 -> 12;13\n"));
+}
+
 TEST(Diff, WaitsForASlowDriverOnce) {
   const auto steps =
       run_steps({"wlanctl apply 2.4g --again >/dev/null 2>&1; simctl fail channel slow=60 ra0", "wlanctl diff 2.4g"});

@@ -290,5 +290,12 @@ TEST(KeysFiltered, ToNothingIsAMistake) {
   EXPECT_EQ("wlanctl: no setting is like that: \"chanel\"; do you mean Channel?\n", steps[0].err);
 }
 
+TEST(Explain, TellsWhatTheDriverReadsWhenTheRadioStarts) {
+  EXPECT_THAT(run("wlanctl explain RTSThreshold").out,
+              HasSubstr("change    an apply saves it without a restart (asked with 1); the driver reads\n"
+                        "            it at the radio's next start\n"));
+  EXPECT_THAT(run("wlanctl explain HideSSID").out, Not(HasSubstr("reads it")));
+}
+
 }  // namespace
 }  // namespace wlanctl_test

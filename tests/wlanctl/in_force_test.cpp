@@ -310,6 +310,19 @@ TEST(InForceState, ThatCannotBeReadIsLookedUpInTheSystem) {
   EXPECT_THAT(steps[1].err, HasSubstr("ra1 is in no bridge instead of br-lan"));
 }
 
+// No command tells the driver these, and it reads its file when the radio starts.
+TEST(InForceState, OfWhatIsSavedWithoutARestartIsToldThatTheDriverReadsItLater) {
+  const auto steps =
+      run_steps({"wlanctl apply 2.4g --again >/dev/null 2>&1; wlanctl set 2.4g RTSThreshold=1000 HideSSID:1=1 "
+                 "NoForwarding:2=1 'AccessControlList:1=02:00:00:00:01:00' >/dev/null; wlanctl apply 2.4g",
+                 "wlanctl set 2.4g HideSSID:1=0 SSID:2=Other >/dev/null; wlanctl apply 2.4g",
+                 "wlanctl set 2.4g RTSThreshold=2000 >/dev/null; wlanctl apply 2.4g --again"});
+  EXPECT_EQ(0, steps[0].status);
+  EXPECT_THAT(steps[0].err, HasSubstr("2.4g: saved, and read by the driver when the radio next starts: NoForwarding:2, "
+                                      "RTSThreshold; wlanctl apply 2.4g --again restarts it"));
+  for (const size_t i : {1u, 2u}) EXPECT_THAT(steps[i].err, Not(HasSubstr("next starts"))) << i;
+}
+
 TEST(InForceState, ThatTheDriverWasNotToldIsNotConfirmed) {
   const auto steps =
       run_steps({"wlanctl set 2.4g HideSSID:1=1 >/dev/null; simctl fail iwpriv exit=1; wlanctl apply 2.4g "

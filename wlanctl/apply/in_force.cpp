@@ -364,7 +364,7 @@ void note_undone(Band band, Report& report) {
                 " s to tell its channel; whether it serves what was applied is not known");
   }
   for (const Lack& lack : lacks) {
-    if (is_late && lack.wanted.state == State::kAnswers) continue;
+    if (lack.is_unknown || (is_late && lack.wanted.state == State::kAnswers)) continue;
     report.note(label + ": " + lacking(lack.wanted) + ", which the settings want otherwise; wlanctl radio on " + label +
                 " or wlanctl apply " + label + " --again brings it back");
   }

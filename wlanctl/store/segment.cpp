@@ -36,6 +36,8 @@ int g_opened[kBandCount] = {-1, -1};
 // Never taken down: the library would speak of it when the tool has ended already.
 const DetachedStore* g_detached[kBandCount];
 
+constexpr char kWritesSettings[] = "wlanctl import FILE --to-file writes some";
+
 bool fail(Band band, Report& report, const std::string& message, const std::string& next) {
   address_of(band) = nullptr;
   report.problem({message, next, about(band)});
@@ -124,7 +126,7 @@ bool attach_or_make(Band band, Report& report) {
       return fail(band, report,
                   std::string("there is no store of ") + label_of(band) + ", and none is made: " + dat_path_of(band) +
                       " has no settings",
-                  "wlanctl import FILE --to-file writes some");
+                  kWritesSettings);
     }
     bool was_there = false;
     {
@@ -269,7 +271,7 @@ bool look_at_store(Band band, Report& report) {
     return fail(band, report,
                 "there is no store of " + label + ", and its dat file " +
                     (content ? "has no settings" : "cannot be read" + reason_against_dat_file(band)),
-                "is " + dat_path_of(band) + " there, readable and whole?");
+                content ? kWritesSettings : "is " + dat_path_of(band) + " there, readable and whole?");
   }
   g_detached[number_of(band)] = new DetachedStore(band, *content);
   g_opened[number_of(band)] = segment_of(band);

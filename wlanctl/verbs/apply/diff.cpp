@@ -100,10 +100,10 @@ int diff_dat_file(Band band, const Words& words, Report& report, Outcome& outcom
                                                : weight)
        << (plan.weight > 1 ? kAtAReboot : "") << '\n';
   Json changes = tell_changes(found, {"file", ssids_in(file)}, words.secrets, text);
-  // What was saved, but never applied.
+  // What was saved but never applied, and what the file alone says nothing of, such as a list that a save has cut.
   std::vector<Difference> waiting;
   OtherSide in_force = {"in_force"};
-  if (!plan.senseless_count && !plan.is_file_in_force) {
+  if (!plan.senseless_count && (found.empty() || !plan.is_file_in_force)) {
     const std::vector<StoreRecord> records = records_of(settings_in_force(band));
     waiting = served_differences(live, records);
     in_force.ssids = ssids_in(records);

@@ -3,6 +3,7 @@
 
 #include "wlanctl/apply/effect.h"
 #include "wlanctl/apply/plan.h"
+#include "wlanctl/apply/unread.h"
 #include "wlanctl/base/report.h"
 #include "wlanctl/base/terminal.h"
 #include "wlanctl/command_line/common_words.h"
@@ -117,8 +118,10 @@ std::string words_for(const Key& key, const ChangeEffect& effect) {
     words = std::string(name_for(key.scope)) + " " + std::to_string(effect.index) + " and on: " + words;
   }
   if (!effect.condition.empty()) words = "with " + effect.condition + ": " + words;
-  return words + (effect.asked_with ? " (asked with " + shown_value(key, *effect.asked_with) + ")"
-                                    : " (the table's word: it could not be asked)");
+  words += effect.asked_with ? " (asked with " + shown_value(key, *effect.asked_with) + ")"
+                             : " (the table's word: it could not be asked)";
+  const bool is_read_later = effect.weight == 0 && !is_told_without_restart(key);
+  return words + (is_read_later ? "; the driver reads it at the radio's next start" : "");
 }
 
 Json json_of(const Key& key, const ChangeEffect& effect) {

@@ -14,8 +14,12 @@ ImportPart judged_import(Band band, const SettingsText& text, const Words& words
     for (Wish& wish : default_wishes(text, words.file, band)) wishes.wishes.push_back(std::move(wish));
   }
   ImportPart part = {band, std::move(wishes.left), {}, {}, {}, ""};
-  part.plan = words.to_file ? try_for_file(band, wishes.wishes, words.force, report)
-                            : try_out(band, wishes.wishes, Order::kAsNeeded, words.force, report);
+  Report said;
+  part.plan = words.to_file ? try_for_file(band, wishes.wishes, words.force, said)
+                            : try_out(band, wishes.wishes, Order::kAsNeeded, words.force, said);
+  const std::string of_band = text.bands.size() > 1 ? std::string(label_of(band)) + ": " : "";
+  for (const Problem& problem : said.problems()) report.problem(problem);
+  for (const std::string& note : said.notes()) report.note(of_band + note);
   part.changes = changes_of(part.plan);
   return part;
 }

@@ -21,7 +21,8 @@ struct ImportPart {
   std::string next;                // "" where nothing is to be done, or more than a command
 };
 
-// What the text makes of the store that the library works on. Every refusal is a problem.
+// What the text makes of the store that the library works on. Every refusal is a problem; of a text of both bands, a note
+// says of which it is.
 ImportPart judged_import(Band band, const SettingsText& text, const Words& words, Report& report);
 
 void note_all(const SettingsText& text, const Words& words, Report& report);

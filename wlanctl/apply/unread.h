@@ -1,0 +1,20 @@
+// What an apply without a restart saves and tells nobody: the driver reads it in the dat file when the radio starts.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "wifimgr_lib.h"
+#include "wlanctl/apply/run.h"
+#include "wlanctl/keys/key.h"
+
+namespace wlanctl {
+
+// Whether the driver's scripts, or the setter itself, have a place for it.
+bool is_told_without_restart(const Key& key);
+
+// The names of the values that differ and that none of the scripts told.
+std::vector<std::string> unread_values(const std::vector<wifimgr_attr_record>& before,
+                                       const std::vector<wifimgr_attr_record>& now, const std::vector<Script>& scripts);
+
+}  // namespace wlanctl
