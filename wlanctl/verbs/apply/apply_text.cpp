@@ -60,10 +60,12 @@ void tell_applied(const Words& words, const Job& job, Report& report) {
     for (const Script& script : applied.scripts) {
       scripts.push_back({{"ssid", script.ssid}, {"path", script.path}, {"status", script.status}});
     }
-    if (applied.weight > 1) {
-      report.note(label + ": the SSID count or hardware NAT changed; a reboot is recommended");
-    }
     const std::vector<std::string> missing = missing_interfaces(job.band);
+    if (applied.weight > 1) {
+      const bool is_all_there = missing.empty() && applied.lacks.empty();
+      report.note(label + ": the SSID count or hardware NAT changed; a reboot is recommended" +
+                  (is_all_there ? ", though every SSID has its interface by now" : ""));
+    }
     if (!missing.empty() && applied.lacks.empty()) {
       report.note(label + ": not on the air before " + (applied.weight > 1 ? "that" : "a") +
                   " reboot, as the driver has made no interface: " + joined(missing, ", "));
