@@ -83,7 +83,8 @@ const std::vector<Damages>& gateways() {
          "store-missing 5g"}},
        {"dat files that are none",
         "rm " + dat + " " + dat_5g + "; mkdir " + dat_5g,
-        {"dat-missing 2.4g", "dat-no-file 5g"}}},
+        {"dat-missing 2.4g", "dat-no-file 5g"}},
+       {"a dat file without settings", "echo Default >" + dat, {"dat-no-settings 2.4g"}}},
       {{"stores that do not fit",
         "echo Channel=11 >>" + dat_5g + "\n" + kInit + "for i in 1 2 3 4 5 6; do echo '#' >>" + dat +
             "; done; damage_store fill 0x12346",

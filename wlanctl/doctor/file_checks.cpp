@@ -45,6 +45,7 @@ void check_content(Band band, const std::string& path, Diagnosis& diagnosis) {
   if (!bytes) return diagnosis.ill(Ill::kDatUnreadable, kDatFile, band, path);
   const std::string sized = path + ", " + count_of(bytes->size(), "byte");
   if (bytes->empty()) return diagnosis.ill(Ill::kDatEmpty, kDatFile, band, path);
+  if (parse_dat_text(*bytes).empty()) return diagnosis.ill(Ill::kDatNoSettings, kDatFile, band, path);
   diagnosis.well(kDatFile, band, sized);
   diagnosis.add(bytes->back() != '\n', Ill::kDatUnended, kDatFile, band, "the last line of " + path);
   const std::vector<DatFinding> findings = check_dat(*bytes, {band});
