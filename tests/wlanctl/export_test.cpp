@@ -74,6 +74,31 @@ TEST(Export, OfABandThatCannotBeReadIsNothing) {
   EXPECT_EQ(3, steps[1].status);
 }
 
+TEST(Export, OfAStoreThatSomebodyWroteOverIsRefusedAndTheOldOneStays) {
+  const auto steps = run_live({"wlanctl export 2.4g --output b.json; cp b.json good; damage_store overwrite 0x12345",
+                               "wlanctl export 2.4g --output b.json", "cmp b.json good",
+                               "wlanctl export 2.4g --format dat", "wlanctl export --json",
+                               "wlanctl revert 2.4g --force >/dev/null && wlanctl export 2.4g --output b.json"});
+  EXPECT_EQ(3, steps[1].status);
+  EXPECT_EQ(
+      "wlanctl: the store of 2.4g has no BssidNum, and nothing is exported; wlanctl doctor 2.4g tells what is wrong "
+      "with it; wlanctl revert 2.4g --force fills it anew\n",
+      steps[1].err);
+  EXPECT_EQ(0, steps[2].status);
+  EXPECT_EQ(3, steps[3].status);
+  EXPECT_EQ("", steps[3].out);
+  EXPECT_EQ(3, document_in(steps[4].out)["exit_code"]);
+  EXPECT_EQ(0, steps[5].status) << steps[5].err;
+}
+
+TEST(Export, OfADatFileWithoutACountIsRefused) {
+  const Result result = run("sed -i /^BssidNum/d " + std::string(kDat) + "; wlanctl export 2.4g --output b.json");
+  EXPECT_EQ(3, result.status);
+  EXPECT_THAT(result.err, testing::EndsWith(
+                              "wlanctl: the dat file of 2.4g has no BssidNum, and nothing is exported; wlanctl check " +
+                              std::string(kDat) + " tells what is wrong with it\n"));
+}
+
 TEST(Export, LeavesOutSecretsWhenTold) {
   const auto steps = run_live({"wlanctl export 2.4g --no-secrets", "wlanctl export 2.4g --no-secrets --format dat"});
   const Json settings = document_in(steps[0].out)["bands"]["2.4g"]["settings"];

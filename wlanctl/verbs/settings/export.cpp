@@ -13,6 +13,9 @@
 #include "wlanctl/confirm/recovery.h"
 #include "wlanctl/exchange/writer.h"
 #include "wlanctl/files/state_file.h"
+#include "wlanctl/keys/dat_key.h"
+#include "wlanctl/store/dat_file.h"
+#include "wlanctl/store/segment.h"
 #include "wlanctl/store/value.h"
 #include "wlanctl/verbs/verbs.h"
 
@@ -26,17 +29,33 @@ std::string formats() {
   return std::string(kJsonFormat) + "," + kDatFormat;
 }
 
+// A table without it is none that a dat file was loaded into: somebody wrote over it. Its export would take the place of
+// a good one.
+bool refuse_without_count(Band band, Report& report) {
+  if (read_raw_value(band, *find_key(kSsidCount), -1)) return false;
+  const std::string label = label_of(band);
+  const bool is_file = is_store_detached(band);
+  report.problem(
+      {(is_file ? "the dat file of " : "the store of ") + label + " has no " + kSsidCount + ", and nothing is exported",
+       is_file ? "wlanctl check " + dat_path_of(band) + " tells what is wrong with it"
+               : "wlanctl doctor " + label + " tells what is wrong with it; wlanctl revert " + label +
+                     " --force fills it anew",
+       about_key(kSsidCount, band)});
+  return true;
+}
+
 bool look_at_all(const std::vector<Band>& bands, Report& report) {
   int code = kDone;
   (void)look_at_bands(bands, &code, report);
   if (code != kDone) return false;
   for (const Band band : bands) {
+    if (refuse_without_count(band, report)) continue;
     const std::optional<std::string> count = senseless_count(band);
     if (!count) continue;
     report.note("the count of SSIDs of " + std::string(label_of(band)) + " is \"" + *count +
                 "\", which is none; no SSID is in the export");
   }
-  return true;
+  return !report.has_problems();
 }
 
 // A file is replaced as a whole, and a link's target rather than the link. What is no file stays as it is.
