@@ -184,6 +184,45 @@ TEST(Export, DoesNotReplaceWhatIsNoFile) {
   EXPECT_THAT(steps[3].err, HasSubstr("cannot write nowhere/all.json: No such file or directory"));
 }
 
+TEST(Export, ReplacesNoDatFileByWhicheverName) {
+  const std::string dat_5g = "/etc/Wireless/RT2860AP_AC/RT2860AP.dat";
+  const auto steps =
+      run_live({"cat " + std::string(kDat) + " " + dat_5g + " | md5sum >before; ln " + dat_5g +
+                    " /etc/Wireless/hard; ln -s " + kDat + " soft; ln -s /etc/Wireless/RT2860AP folder",
+                "wlanctl export --output " + std::string(kDat), "wlanctl export 5g --format dat --output " + dat_5g,
+                "wlanctl export --output /etc/Wireless/hard", "wlanctl export --output soft --json",
+                "cd /etc/Wireless/RT2860AP; wlanctl export --output RT2860AP.dat",
+                "cat " + std::string(kDat) + " " + dat_5g + " | md5sum | cmp - before",
+                "rm " + std::string(kDat) + "; wlanctl export 5g --output folder/RT2860AP.dat; test -e " + kDat +
+                    " || echo none"});
+  EXPECT_EQ("wlanctl: cannot write " + std::string(kDat) +
+                ": it is the dat file of 2.4g; name another file; wlanctl save 2.4g writes the store into it, and "
+                "wlanctl import FILE --to-file what an export has\n",
+            steps[1].err);
+  for (const size_t of_5g : {2u, 3u}) EXPECT_THAT(steps[of_5g].err, HasSubstr("it is the dat file of 5g; "));
+  for (size_t i = 1; i <= 5; ++i) EXPECT_EQ(1, steps[i].status) << i;
+  EXPECT_EQ("soft", document_in(steps[4].out)["problems"][0]["file"]);
+  EXPECT_EQ(0, steps[6].status) << steps[6].out;
+  EXPECT_EQ("none\n", steps[7].out);
+}
+
+TEST(Export, ReplacesNoFileOfTheToolsOwn) {
+  const auto steps = run_live(
+      {"wlanctl apply 2.4g >/dev/null; ls -d /var/run/wlanctl-applied-2.4g",
+       "wlanctl export --output /var/run/wlanctl-applied-2.4g", "wlanctl export --output /var/run/wlanctl-pending-5g",
+       "wlanctl export --output /etc/Wireless/wlanctl-before-5g",
+       "mkdir entries; WLANCTL_HISTORY=$PWD/entries wlanctl export --output entries/entry-1",
+       "wlanctl export --output /var/run/gateway.json && wlanctl export --output /etc/Wireless/gateway.json",
+       "wlanctl diff 2.4g --in-force >/dev/null"});
+  EXPECT_EQ("/var/run/wlanctl-applied-2.4g\n", steps[0].out);
+  EXPECT_EQ(
+      "wlanctl: cannot write /var/run/wlanctl-applied-2.4g: wlanctl keeps files of its own there; name another file\n",
+      steps[1].err);
+  for (size_t i = 1; i <= 4; ++i) EXPECT_EQ(1, steps[i].status) << i;
+  EXPECT_EQ(0, steps[5].status) << steps[5].err;
+  EXPECT_EQ(0, steps[6].status) << steps[6].err;
+}
+
 TEST(Export, SaysTwoForWrongWords) {
   for (const Result& step : run_live({"wlanctl export 6g --json", "wlanctl export --format xml --json"})) {
     EXPECT_EQ(2, step.status);

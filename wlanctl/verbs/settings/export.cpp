@@ -3,7 +3,6 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdlib>
 #include <cstring>
 
 #include "wlanctl/base/json_print.h"
@@ -17,6 +16,7 @@
 #include "wlanctl/store/dat_file.h"
 #include "wlanctl/store/segment.h"
 #include "wlanctl/store/value.h"
+#include "wlanctl/verbs/settings/output_place.h"
 #include "wlanctl/verbs/verbs.h"
 
 namespace wlanctl {
@@ -60,9 +60,7 @@ bool look_at_all(const std::vector<Band>& bands, Report& report) {
 
 // A file is replaced as a whole, and a link's target rather than the link. What is no file stays as it is.
 bool write_output(const std::string& path, const std::string& text, Report& report) {
-  char* const whole = realpath(path.c_str(), nullptr);
-  const std::string target = whole == nullptr ? path : whole;
-  std::free(whole);
+  const std::string target = place_of_output(path);
   struct stat status = {};
   const bool is_there = stat(target.c_str(), &status) == 0;
   std::string reason;
@@ -91,6 +89,8 @@ int run(const Words& words, Report& report) {
     report.problem({"a dat file is of one band", "say export 2.4g or export 5g"});
     return kWrongUsage;
   }
+  const bool is_in_file = !words.output.empty();
+  if (is_in_file && refuse_output(words.output, report)) return kRefused;
   const std::vector<Band> bands = bands_of(words.band);
   if (!look_at_all(bands, report)) return kNoStore;
   const Secrets secrets = words.no_secrets ? Secrets::kLeftOut : Secrets::kShown;
@@ -104,7 +104,6 @@ int run(const Words& words, Report& report) {
     text = printed(document, Layout::kIndented) + '\n';
   }
   if (report.has_problems()) return kRefused;
-  const bool is_in_file = !words.output.empty();
   if (is_in_file && !write_output(words.output, text, report)) return kRefused;
   if (is_in_file) {
     report.text() << "the settings of " << (bands.size() == 1 ? label_of(bands.front()) : "both bands") << " are in "
