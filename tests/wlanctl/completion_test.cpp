@@ -85,6 +85,13 @@ TEST_P(Tab, CompletesAVerbToBeExplained) {
   EXPECT_EQ("help|neighbours", typed("wlanctl help nei\t"));
 }
 
+TEST_P(Tab, CompletesAVerbBelowToBeExplained) {
+  EXPECT_EQ("help|ssid|add", typed("wlanctl help ssid a\t"));
+  EXPECT_EQ("help|wps|pbc|pin|status|stop", typed("wlanctl help wps " + kAll));
+  EXPECT_EQ("help|show", typed("wlanctl help show " + kAll));
+  EXPECT_EQ("help|wps|pbc", typed("wlanctl help wps pbc " + kAll));
+}
+
 TEST_P(Tab, KnowsTheValuesOfOptionsThatEveryVerbHas) {
   EXPECT_EQ("keys|--color|never", typed("wlanctl keys --color nev\t"));
 }
