@@ -150,6 +150,8 @@ void require_printable(const std::string& text) {
     require(character >= 0, "what is printed is UTF-8");
     require(character == '\n' || (character >= ' ' && (character < 0x7f || character >= 0xa0)),
             "a terminal acts on nothing that is printed");
+    const bool turns = (character >= 0x202a && character <= 0x202e) || (character >= 0x2066 && character <= 0x2069);
+    require(!turns, "nothing that is printed turns the direction of a text");
   }
 }
 

@@ -85,6 +85,13 @@ TEST_P(Tab, CompletesAVerbToBeExplained) {
   EXPECT_EQ("help|neighbours", typed("wlanctl help nei\t"));
 }
 
+TEST_P(Tab, CompletesAVerbBelowToBeExplained) {
+  EXPECT_EQ("help|ssid|add", typed("wlanctl help ssid a\t"));
+  EXPECT_EQ("help|wps|pbc|pin|status|stop", typed("wlanctl help wps " + kAll));
+  EXPECT_EQ("help|show", typed("wlanctl help show " + kAll));
+  EXPECT_EQ("help|wps|pbc", typed("wlanctl help wps pbc " + kAll));
+}
+
 TEST_P(Tab, KnowsTheValuesOfOptionsThatEveryVerbHas) {
   EXPECT_EQ("keys|--color|never", typed("wlanctl keys --color nev\t"));
 }
@@ -199,6 +206,45 @@ TEST_P(Tab, OffersTheHistorysEntries) {
 TEST_P(Tab, OffersBandsAndFilesToCompareWith) {
   EXPECT_THAT(sorted("wlanctl diff " + kAll), testing::HasSubstr("2.4g|5g|"));
   EXPECT_EQ("diff|2.4g|a file", typed("wlanctl diff 2.4g a\t"));
+}
+
+TEST_P(Tab, CompletesTheWordsOfAnExport) {
+  EXPECT_EQ("export|2.4g|5g", typed("wlanctl export " + kAll));
+  EXPECT_EQ("export|--color|--format|--help|--json|--no-pager|--no-secrets|--output",
+            typed("wlanctl export --" + kAll));
+  EXPECT_EQ("export|5g|--format|dat", typed("wlanctl export 5g --format d\t"));
+  EXPECT_EQ("export|" + offers("--format=", {"dat", "json"}), typed("wlanctl export --format=" + kAll));
+  EXPECT_EQ("export|--output|a file|5g", typed("wlanctl export --output a\t5\t"));
+}
+
+TEST_P(Tab, CompletesTheWordsOfAnImport) {
+  EXPECT_EQ("import|a file|5g", typed("wlanctl import a\t5\t"));
+  EXPECT_EQ("import|a file|2.4g|5g", typed("wlanctl import a\\ file " + kAll));
+  EXPECT_EQ(
+      "import|--color|--command-timeout|--dry-run|--force|--help|--json|--merge|--no-pager|--replace|--to-file|--wait",
+      typed("wlanctl import --" + kAll));
+  EXPECT_EQ("import|--to-file|a file", typed("wlanctl import --to\ta\t"));
+}
+
+TEST_P(Tab, CompletesTheWordsOfAnEdit) {
+  EXPECT_EQ("edit|2.4g|5g", typed("wlanctl edit " + kAll));
+  EXPECT_EQ("edit|--color|--command-timeout|--force|--from|--help|--json|--no-pager|--secrets|--wait",
+            typed("wlanctl edit --" + kAll));
+  EXPECT_EQ("edit|5g|--from|a file", typed("wlanctl edit 5g --from a\t"));
+}
+
+TEST_P(Tab, CompletesTheWordsOfADoctor) {
+  EXPECT_EQ("doctor|2.4g|5g", typed("wlanctl doctor " + kAll));
+  EXPECT_EQ("doctor|--all|--color|--help|--json|--no-pager", typed("wlanctl doctor --" + kAll));
+  EXPECT_EQ("doctor|--all|5g", typed("wlanctl doctor --a\t5\t"));
+}
+
+TEST_P(Tab, OffersTheWaysToSecureAnSsid) {
+  const Words names = {"open", "wpa-wpa2-psk", "wpa2-psk", "wpa2-wpa3", "wpa3"};
+  EXPECT_EQ("ssid|add|--security|" + offers("", names), typed("wlanctl ssid add --security " + kAll));
+  EXPECT_EQ("ssid|add|5g|Kitchen|" + offers("--security=", names),
+            typed("wlanctl ssid add 5g Kitchen --security=" + kAll));
+  EXPECT_EQ("ssid|add|--both|Kitchen|--security|open", typed("wlanctl ssid add --both Kitchen --security op\t"));
 }
 
 TEST_P(Tab, CompletesTheFileOfAnAssignment) {

@@ -6,6 +6,13 @@
 #include <sys/sem.h>
 #include <sys/shm.h>
 
+static int overwrite(int segment, char* bytes) {
+  struct shmid_ds status;
+  if (shmctl(segment, IPC_STAT, &status) != 0) return 1;
+  memset(bytes, 0xff, status.shm_segsz);
+  return 0;
+}
+
 static int forbid(int segment) {
   struct shmid_ds status;
   if (shmctl(segment, IPC_STAT, &status) != 0) return 1;
@@ -28,6 +35,7 @@ int main(int argc, char** argv) {
   if (strcmp(argv[1], "forbid") == 0) return forbid(segment);
   char* const bytes = shmat(segment, NULL, 0);
   if (bytes == (char*)-1) return 1;
+  if (strcmp(argv[1], "overwrite") == 0) return overwrite(segment, bytes);
   if (strcmp(argv[1], "empty") == 0) bytes[0] = '\0';
   /* The first key fills its place, and its value begins with a line end. */
   if (strcmp(argv[1], "unended") == 0) {

@@ -79,16 +79,55 @@ TEST(Edit, MasksSecretsUnlessTheyAreChangedOrAskedFor) {
 }
 
 TEST(Edit, AnUnchangedOrEmptiedFileStoresNothing) {
-  const auto steps =
-      run_live({"wlanctl export >before", edit(":") + kFolders, edit(": >$1") + kFolders, edit("rm $1") + kFolders,
-                edit("sed -i s/^#.*// $1") + kFolders, edit("sed -i /^SSID/d $1", "wlanctl edit 2.4g --json"),
-                "wlanctl export | cmp - before && echo same"});
-  for (const size_t at : {1u, 2u, 3u, 4u}) {
+  const auto steps = run_live(
+      {"wlanctl export >before", edit(":") + kFolders, edit(": >$1") + kFolders, edit("sed -i s/^#.*// $1") + kFolders,
+       edit("sed -i /^SSID/d $1", "wlanctl edit 2.4g --json"), "wlanctl export | cmp - before && echo same"});
+  for (const size_t at : {1u, 2u, 3u}) {
     EXPECT_EQ(0, steps[at].status) << at;
     EXPECT_EQ("nothing is changed, nothing is stored\n", steps[at].out) << at;
   }
-  EXPECT_THAT(document_in(steps[5].out)["data"]["bands"][0]["changes"], IsEmpty());
-  EXPECT_EQ("same\n", steps[6].out);
+  EXPECT_THAT(document_in(steps[4].out)["data"]["bands"][0]["changes"], IsEmpty());
+  EXPECT_EQ("same\n", steps[5].out);
+}
+
+TEST(Edit, KeepsTheTextThatTheEditorRenamed) {
+  const std::string renaming = "sed -i 's/^SSID:1=.*/SSID:1=Mine/' $1; mv $1 $1.new";
+  const auto steps = run_live({edit(renaming), "grep ^SSID:1= /var/run/wlanctl-edit-*/settings.new",
+                               edit(":", "wlanctl edit 2.4g --from /var/run/wlanctl-edit-*/settings.new"),
+                               "rm -r /var/run/wlanctl-edit-*; " + edit(renaming, "wlanctl edit 2.4g --json")});
+  EXPECT_EQ(1, steps[0].status);
+  EXPECT_EQ("", steps[0].out);
+  EXPECT_THAT(
+      steps[0].err,
+      testing::ContainsRegex("nothing is stored; what you wrote is kept in (/var/run/wlanctl-edit-[^/]*/settings.new);"
+                             " wlanctl edit 2.4g --from /var/run/wlanctl-edit-[^/]*/settings.new goes on with it\n"));
+  EXPECT_THAT(steps[0].err,
+              testing::ContainsRegex("wlanctl: the text is not there any more: /var/run/wlanctl-edit-[^/]*/settings, "
+                                     "nothing is stored; have the editor save it under the name that it is given\n"));
+  EXPECT_EQ("SSID:1=Mine\n", steps[1].out);
+  EXPECT_EQ("2.4g SSID:1 = Mine  (was Gateway-Home)\n", steps[2].out) << steps[2].err;
+  EXPECT_EQ(1, steps[3].status);
+}
+
+TEST(Edit, SaysThatTheTextIsNotThereWhereNothingIsLeftOfIt) {
+  const auto steps = run_live({edit("rm $1") + kFolders, edit("rm $1", "wlanctl edit 2.4g --json")});
+  EXPECT_EQ(1, steps[0].status);
+  EXPECT_EQ("", steps[0].out);
+  EXPECT_THAT(steps[0].err, testing::AllOf(HasSubstr("the text is not there any more"), Not(HasSubstr("kept"))));
+  EXPECT_EQ(1, document_in(steps[1].out)["exit_code"]);
+}
+
+TEST(Edit, KeepsWhatItCannotRead) {
+  const auto steps = run_live({edit("truncate -s 2M $1"), "rm -r /var/run/wlanctl-edit-*",
+                               edit("cp $1 $1.save; rm $1; mkfifo $1"), "ls /var/run/wlanctl-edit-*"});
+  EXPECT_EQ(1, steps[0].status);
+  EXPECT_THAT(steps[0].err, testing::AllOf(HasSubstr("/settings: it is larger than 1 MiB, nothing is stored; "),
+                                           HasSubstr("nothing is stored; what the editor left is kept in /var/run/")));
+  EXPECT_EQ(0, steps[1].status);
+  EXPECT_EQ(1, steps[2].status);
+  EXPECT_THAT(steps[2].err, testing::AllOf(HasSubstr("/settings: it is a pipe, no file, nothing is stored; "),
+                                           HasSubstr("/settings.save goes on with it")));
+  EXPECT_EQ("settings\nsettings.save\n", steps[3].out);
 }
 
 TEST(Edit, EditsBothBandsWithoutABand) {

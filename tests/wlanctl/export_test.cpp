@@ -74,6 +74,31 @@ TEST(Export, OfABandThatCannotBeReadIsNothing) {
   EXPECT_EQ(3, steps[1].status);
 }
 
+TEST(Export, OfAStoreThatSomebodyWroteOverIsRefusedAndTheOldOneStays) {
+  const auto steps = run_live({"wlanctl export 2.4g --output b.json; cp b.json good; damage_store overwrite 0x12345",
+                               "wlanctl export 2.4g --output b.json", "cmp b.json good",
+                               "wlanctl export 2.4g --format dat", "wlanctl export --json",
+                               "wlanctl revert 2.4g --force >/dev/null && wlanctl export 2.4g --output b.json"});
+  EXPECT_EQ(3, steps[1].status);
+  EXPECT_EQ(
+      "wlanctl: the store of 2.4g has no BssidNum, and nothing is exported; wlanctl doctor 2.4g tells what is wrong "
+      "with it; wlanctl revert 2.4g --force fills it anew\n",
+      steps[1].err);
+  EXPECT_EQ(0, steps[2].status);
+  EXPECT_EQ(3, steps[3].status);
+  EXPECT_EQ("", steps[3].out);
+  EXPECT_EQ(3, document_in(steps[4].out)["exit_code"]);
+  EXPECT_EQ(0, steps[5].status) << steps[5].err;
+}
+
+TEST(Export, OfADatFileWithoutACountIsRefused) {
+  const Result result = run("sed -i /^BssidNum/d " + std::string(kDat) + "; wlanctl export 2.4g --output b.json");
+  EXPECT_EQ(3, result.status);
+  EXPECT_THAT(result.err, testing::EndsWith(
+                              "wlanctl: the dat file of 2.4g has no BssidNum, and nothing is exported; wlanctl check " +
+                              std::string(kDat) + " tells what is wrong with it\n"));
+}
+
 TEST(Export, LeavesOutSecretsWhenTold) {
   const auto steps = run_live({"wlanctl export 2.4g --no-secrets", "wlanctl export 2.4g --no-secrets --format dat"});
   const Json settings = document_in(steps[0].out)["bands"]["2.4g"]["settings"];
@@ -157,6 +182,45 @@ TEST(Export, DoesNotReplaceWhatIsNoFile) {
   EXPECT_THAT(steps[0].err, HasSubstr("cannot write pipe: it is no file"));
   EXPECT_EQ("0\n", steps[1].out);
   EXPECT_THAT(steps[3].err, HasSubstr("cannot write nowhere/all.json: No such file or directory"));
+}
+
+TEST(Export, ReplacesNoDatFileByWhicheverName) {
+  const std::string dat_5g = "/etc/Wireless/RT2860AP_AC/RT2860AP.dat";
+  const auto steps =
+      run_live({"cat " + std::string(kDat) + " " + dat_5g + " | md5sum >before; ln " + dat_5g +
+                    " /etc/Wireless/hard; ln -s " + kDat + " soft; ln -s /etc/Wireless/RT2860AP folder",
+                "wlanctl export --output " + std::string(kDat), "wlanctl export 5g --format dat --output " + dat_5g,
+                "wlanctl export --output /etc/Wireless/hard", "wlanctl export --output soft --json",
+                "cd /etc/Wireless/RT2860AP; wlanctl export --output RT2860AP.dat",
+                "cat " + std::string(kDat) + " " + dat_5g + " | md5sum | cmp - before",
+                "rm " + std::string(kDat) + "; wlanctl export 5g --output folder/RT2860AP.dat; test -e " + kDat +
+                    " || echo none"});
+  EXPECT_EQ("wlanctl: cannot write " + std::string(kDat) +
+                ": it is the dat file of 2.4g; name another file; wlanctl save 2.4g writes the store into it, and "
+                "wlanctl import FILE --to-file what an export has\n",
+            steps[1].err);
+  for (const size_t of_5g : {2u, 3u}) EXPECT_THAT(steps[of_5g].err, HasSubstr("it is the dat file of 5g; "));
+  for (size_t i = 1; i <= 5; ++i) EXPECT_EQ(1, steps[i].status) << i;
+  EXPECT_EQ("soft", document_in(steps[4].out)["problems"][0]["file"]);
+  EXPECT_EQ(0, steps[6].status) << steps[6].out;
+  EXPECT_EQ("none\n", steps[7].out);
+}
+
+TEST(Export, ReplacesNoFileOfTheToolsOwn) {
+  const auto steps = run_live(
+      {"wlanctl apply 2.4g >/dev/null; ls -d /var/run/wlanctl-applied-2.4g",
+       "wlanctl export --output /var/run/wlanctl-applied-2.4g", "wlanctl export --output /var/run/wlanctl-pending-5g",
+       "wlanctl export --output /etc/Wireless/wlanctl-before-5g",
+       "mkdir entries; WLANCTL_HISTORY=$PWD/entries wlanctl export --output entries/entry-1",
+       "wlanctl export --output /var/run/gateway.json && wlanctl export --output /etc/Wireless/gateway.json",
+       "wlanctl diff 2.4g --in-force >/dev/null"});
+  EXPECT_EQ("/var/run/wlanctl-applied-2.4g\n", steps[0].out);
+  EXPECT_EQ(
+      "wlanctl: cannot write /var/run/wlanctl-applied-2.4g: wlanctl keeps files of its own there; name another file\n",
+      steps[1].err);
+  for (size_t i = 1; i <= 4; ++i) EXPECT_EQ(1, steps[i].status) << i;
+  EXPECT_EQ(0, steps[5].status) << steps[5].err;
+  EXPECT_EQ(0, steps[6].status) << steps[6].err;
 }
 
 TEST(Export, SaysTwoForWrongWords) {

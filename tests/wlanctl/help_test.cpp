@@ -145,6 +145,14 @@ TEST(Hint, NamesTheVerbBelowThatTakesTheWord) {
   EXPECT_THAT(said_of("log 6g"), testing::Not(HasSubstr("do you mean")));
 }
 
+TEST(Hint, NamesTheVerbBelowOneThatTakesABandToo) {
+  EXPECT_EQ(
+      "wlanctl: there is no band \"shwo\"; say 2.4g or 5g; do you mean show? wlanctl log --help shows what it takes",
+      said_of("log shwo 1"));
+  EXPECT_THAT(said_of("log sh"), HasSubstr("do you mean show?"));
+  EXPECT_THAT(said_of("log 5g shwo"), testing::Not(HasSubstr("do you mean")));
+}
+
 TEST(Hint, NamesTheSettingsWhoseMeaningHasTheWord) {
   const std::string lists = "wlanctl keys --about passphrase lists WPAPSK";
   EXPECT_EQ("wlanctl: there is no key \"passphrase\"; wlanctl keys --about passphrase lists\n         WPAPSK\n",

@@ -250,5 +250,33 @@ TEST(LiveStore, AHolderThatIsGoneIsNotToBeEnded) {
               testing::AllOf(HasSubstr("which is gone and cannot let go"), HasSubstr("wlanctl unlock 2.4g")));
 }
 
+TEST(LiveStore, WhoseLockIsGoneIsNotTakenForAnEmptyOne) {
+  const std::string gone =
+      "wlanctl: the store of 2.4g cannot be used: the semaphore that locks it is gone; start the process that makes "
+      "the store, by init_shm and init, anew\n";
+  Words steps = {
+      "library_probe init 0 init 1 >/dev/null; wlanctl export 2.4g --output b.json; cp b.json good; ipcrm -S 0x12348"};
+  const Words needing = {"show 2.4g",        "ssid list 2.4g", "export 2.4g --output b.json",
+                         "get 2.4g Channel", "stations 2.4g",  "set 2.4g Channel=1",
+                         "revert 2.4g"};
+  for (const std::string& words : needing) steps.push_back("wlanctl " + words);
+  steps.push_back("cmp b.json good");
+  steps.push_back("wlanctl status 2.4g");
+  steps.push_back("wlanctl status 2.4g --json");
+  const std::vector<Result> results = run_steps(steps);
+  for (size_t i = 0; i < needing.size(); ++i) {
+    const Result& result = results[i + 1];
+    EXPECT_EQ(3, result.status) << needing[i];
+    EXPECT_EQ("", result.out) << needing[i];
+    EXPECT_EQ(gone, result.err) << needing[i];
+  }
+  EXPECT_EQ(0, results[needing.size() + 1].status);
+  const Result& status = results[needing.size() + 2];
+  EXPECT_EQ(3, status.status);
+  EXPECT_EQ(gone, status.err);
+  EXPECT_THAT(status.out, testing::Not(HasSubstr("agree")));
+  EXPECT_EQ(3, document_in(results.back().out)["exit_code"]);
+}
+
 }  // namespace
 }  // namespace wlanctl_test

@@ -196,6 +196,38 @@ TEST(Damage, NothingThatATerminalActsOnIsPrinted) {
   }
 }
 
+// The marks and overrides of the direction, those of lines, and the one without width: from the first and the last of each
+// span, in the order of their numbers.
+TEST(Damage, NothingThatTurnsATextIsPrinted) {
+  const Words sequences = {"\u061c", "\u200e", "\u200f", "\u2028", "\u2029",
+                           "\u202a", "\u202e", "\u2066", "\u2069", "\ufeff"};
+  const Words escapes = {"061c", "200e", "200f", "2028", "2029", "202a", "202e", "2066", "2069", "feff"};
+  const std::string kept = "\u061b\u200d\u2010\u2027\u202f\u2065\u206a\ufefe";
+  for (size_t i = 0; i < sequences.size(); i += 5) {
+    std::string name = "a";
+    std::string shown = "a";
+    std::string escaped = "a";
+    for (size_t j = i; j < i + 5; ++j) {
+      name += sequences[j];
+      shown += std::string(sequences[j].size(), '?');
+      escaped += "\\u" + escapes[j];
+    }
+    const std::vector<Result> steps =
+        run_steps({"library_probe init 0 init 1 >/dev/null; wlanctl set 2.4g SSID:1=" + name + " >/dev/null",
+                   "wlanctl diff 2.4g", "wlanctl diff 2.4g --json", "wlanctl export 2.4g"});
+    EXPECT_THAT(steps[1].out, HasSubstr("-> " + shown + "\n"));
+    EXPECT_THAT(steps[2].out, HasSubstr("\"" + escaped + "\""));
+    EXPECT_EQ(name, document_in(steps[3].out)["bands"]["2.4g"]["settings"]["SSID:1"]);
+    for (const Result& step : steps) {
+      for (const std::string& sequence : sequences) EXPECT_THAT(step.out + step.err, Not(HasSubstr(sequence)));
+    }
+  }
+  const std::vector<Result> steps =
+      run_steps({"library_probe init 0 >/dev/null; wlanctl set 2.4g SSID:1=" + kept, "wlanctl diff 2.4g --json"});
+  EXPECT_THAT(steps[0].out, HasSubstr(kept));
+  EXPECT_THAT(steps[1].out, HasSubstr(kept));
+}
+
 TEST(Messages, HaveAtMostEightyColumns) {
   const std::vector<Result> steps = run_steps(
       {"wlanctl diff 2>messages; wlanctl set 2.4g Channel=36 AuthMode:1=none HideSSID:1= 2>>messages; wlanctl set 2.4g "

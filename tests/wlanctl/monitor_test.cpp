@@ -414,6 +414,14 @@ TEST(Monitor, TakesStationsThatASlowDriverToldLaterForNoNews) {
   EXPECT_THAT(result.out, AllOf(HasSubstr("ended 0"), Not(HasSubstr("02:5a:10:24:00:11")), Not(HasSubstr("  wps  "))));
 }
 
+TEST(Monitor, TakesATableThatWasCutOffForNoStationThatLeft) {
+  const Result result = run(watched(
+      "2.4g",
+      "simctl fail stations cut=5 ra0; simctl channel 2.4g 11; comes ' -> 11'\n"
+      "simctl fail none; simctl station add ra0 02:aa:bb:cc:dd:01; comes 'station-joined  02:aa:bb:cc:dd:01 '"));
+  EXPECT_THAT(result.out, AllOf(HasSubstr("ended 0"), Not(HasSubstr("station-left"))));
+}
+
 TEST(Monitor, TellsWhatCannotBeWritten) {
   const Result result = run("library_probe init 0 init 1 >/dev/null; ipcrm -M 0x12345; wlanctl monitor >/dev/full");
   EXPECT_EQ(1, result.status);

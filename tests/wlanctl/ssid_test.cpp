@@ -143,9 +143,10 @@ TEST(SsidAdd, OpensANetworkOnlyWhenAsked) {
 }
 
 TEST(SsidAdd, TakesThePassphraseFromStandardInputAndTellsItNobody) {
-  const auto steps = run_with_word(
-      {"echo hush-hush-1 | wlanctl ssid add 2.4g Kitchen --passphrase-file -", "wlanctl get 2.4g WPAPSK:3",
-       "echo hush-hush-1 | wlanctl ssid add 5g Kitchen --passphrase-file - --json", "ls /run | grep -e storing -e edit"});
+  const auto steps = run_with_word({"echo hush-hush-1 | wlanctl ssid add 2.4g Kitchen --passphrase-file -",
+                                    "wlanctl get 2.4g WPAPSK:3",
+                                    "echo hush-hush-1 | wlanctl ssid add 5g Kitchen --passphrase-file - --json",
+                                    "ls /run | grep -e storing -e edit"});
   EXPECT_EQ("hush-hush-1\n", steps[1].out);
   for (const size_t i : {0u, 2u}) EXPECT_THAT(steps[i].out + steps[i].err, Not(HasSubstr("hush"))) << i;
   EXPECT_THAT(steps[3].out, IsEmpty());
@@ -286,6 +287,23 @@ TEST(SsidRename, TellsItsChangeAsADocument) {
   const Json refused = document_in(steps[2].out);
   EXPECT_EQ(1, refused["exit_code"]);
   EXPECT_THAT(refused["problems"][0]["message"].get<std::string>(), HasSubstr("2.4g has an SSID of that name"));
+}
+
+TEST(SsidRename, OnBothFindsTheNameOnEachAndChangesTheTwo) {
+  const auto steps =
+      run_with_word({"wlanctl ssid remove 5g 1 --yes >/dev/null; wlanctl set 5g SSID:1=Gateway-Guest >/dev/null",
+                     "wlanctl ssid rename --both Gateway-Guest Visitors", "wlanctl get 2.4g SSID:2 SSID:1",
+                     "wlanctl get 5g SSID:1", "wlanctl ssid rename --both Visitors Cellar --json"});
+  EXPECT_EQ(0, steps[1].status) << steps[1].err;
+  EXPECT_THAT(steps[1].out, testing::StartsWith("2.4g: SSID 2 \"Gateway-Guest\" (ra1) is renamed to \"Visitors\"\n"
+                                                "5g: SSID 1 \"Gateway-Guest\" (rai0) is renamed to \"Visitors\"\n"
+                                                "next: wlanctl apply"));
+  EXPECT_EQ("SSID:2  Visitors\nSSID:1  Gateway-Home\n", steps[2].out);
+  EXPECT_EQ("Visitors\n", steps[3].out);
+  const Json bands = document_in(steps[4].out)["data"]["bands"];
+  ASSERT_EQ(2u, bands.size());
+  EXPECT_EQ(Json::parse(R"([{"key":"SSID","index":2,"before":"Visitors","after":"Cellar"}])"), bands[0]["changes"]);
+  EXPECT_EQ(Json::parse(R"([{"key":"SSID","index":1,"before":"Visitors","after":"Cellar"}])"), bands[1]["changes"]);
 }
 
 TEST(SsidRename, GivesAnotherNameByTheRulesOfOne) {

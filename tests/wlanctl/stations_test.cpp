@@ -2,6 +2,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <iterator>
+
 #include "wlanctl.h"
 
 namespace wlanctl_test {
@@ -50,6 +52,39 @@ TEST(Stations, AListThatTheDriverRefusesIsNull) {
   EXPECT_EQ(5, document["exit_code"]);
   EXPECT_EQ(2u, document["data"]["bands"][0]["ssids"][0]["stations"].size());
   EXPECT_TRUE(document["data"]["bands"][0]["ssids"][1]["stations"].is_null());
+}
+
+// One station is associated: the count takes 8 bytes, and each station 40.
+TEST(Stations, AListThatTheDriverCutsOffIsNoEmptyOne) {
+  const std::string cut = "wlanctl: 5g: rai0 did not tell its stations (its table is cut off: it has ";
+  const struct {
+    int bytes;
+    std::string said;
+  } kRows[] = {{0, cut + "0 bytes, and the count alone takes 8); "},
+               {4, cut + "4 bytes, and the count alone takes 8); "},
+               {5, cut + "5 bytes, and the count alone takes 8); "},
+               {8, "wlanctl: 5g: rai0 did not tell its stations (its table counts 1 station, and has none); "},
+               {47, cut + "47 bytes, and counts 1 station, for which it takes 48); "}};
+  Words steps;
+  for (const auto& row : kRows) {
+    const std::string fault = "simctl fail none; simctl fail stations cut=" + std::to_string(row.bytes) + " rai0";
+    steps.push_back(fault + "; wlanctl stations 5g 1");
+    steps.push_back(fault + "; wlanctl stations 5g 1 --json");
+  }
+  steps.push_back(
+      "simctl fail none; simctl fail stations cut=48 rai0; wlanctl stations 5g 1 | tail -n 1 | cut -c 1-17");
+  steps.push_back("wlanctl stations 2.4g --json");
+  const std::vector<Result> results = run_steps(steps);
+  for (size_t i = 0; i < std::size(kRows); ++i) {
+    EXPECT_EQ(5, results[2 * i].status) << kRows[i].bytes;
+    EXPECT_EQ("", results[2 * i].out) << kRows[i].bytes;
+    EXPECT_THAT(results[2 * i].err, testing::HasSubstr(kRows[i].said));
+    const Json document = document_in(results[2 * i + 1].out);
+    EXPECT_EQ(5, document["exit_code"]);
+    EXPECT_TRUE(document["data"]["bands"][0]["ssids"][0]["stations"].is_null()) << kRows[i].bytes;
+  }
+  EXPECT_EQ("02:5a:10:50:00:21\n", results[results.size() - 2].out);
+  EXPECT_EQ(0, results.back().status);
 }
 
 TEST(Stations, WhatTheDriverDoesNotTellOfAStationIsNull) {

@@ -252,6 +252,23 @@ TEST(Undo, IsRefusedWhereAValueHasChangedSince) {
   EXPECT_EQ("2.4g Channel = 6  (was 3)\n" + std::string(kBefore), behind(result.out, "forced"));
 }
 
+TEST(Undo, ThatIsRefusedNamesTheWayOnToTheBeginning) {
+  const Result result = run_story(
+      "put() { wlanctl set $1 $2 >/dev/null; wlanctl $3 $1 >/dev/null 2>&1; }\n"
+      "wlanctl get 2.4g RTSThreshold; put 2.4g RTSThreshold=2000 apply; put 5g Channel=40 save\n"
+      "put 2.4g RTSThreshold=1900 save; put 2.4g RTSThreshold=1800 revert; put 2.4g RTSThreshold=1700 apply\n"
+      "step() { wlanctl undo $* >/dev/null; echo $* $? $(wlanctl get 2.4g RTSThreshold); }\n"
+      "step 2.4g; step 2.4g; step 3; step 2.4g; step 1; step 2.4g");
+  EXPECT_EQ("2347\n2.4g 0 2000\n2.4g 1 2000\n3 0 2000\n2.4g 1 2000\n1 0 2347\n2.4g 1 2347\n", result.out);
+  const std::string force = "and entry 4 left \"1900\"; --force puts back what was before that entry all the same";
+  EXPECT_THAT(result.err, HasSubstr("it is \"2000\", " + force +
+                                    "; wlanctl undo 3 leaves it and goes on with the entry before it"));
+  EXPECT_THAT(result.err, HasSubstr("it is \"2000\", " + force +
+                                    "; wlanctl undo 1 leaves it and goes on with the entry before it"));
+  // There is none before it any more.
+  EXPECT_THAT(result.err, testing::EndsWith("it is \"2347\", " + force + "\n"));
+}
+
 TEST(Undo, LeavesWhatIsAsBeforeAlready) {
   const Result result = run_story(
       "wlanctl set 2.4g Channel=1 SSID:1=Kitchen >/dev/null; wlanctl save 2.4g >/dev/null 2>&1; wlanctl "
@@ -269,14 +286,15 @@ TEST(Undo, OfWhatIsAsBeforeAlreadySaysSo) {
 }
 
 // An entry with a change that no setter takes back.
-std::string with_change(const std::string& change) {
+std::string with_change(const std::string& change, const std::string& number = "1") {
   return "wlanctl set 2.4g Channel=1 >/dev/null; wlanctl save 2.4g >/dev/null 2>&1; cd /etc/Wireless/wlanctl-history;"
-         "sed 1d entry-1 >text; echo '" +
-         change +
+         "sed 1d entry-" +
+         number + " >text; echo '" + change +
          "' >>text; sum=$(python3 -c '\n"
          "import sys\nsum = 0xcbf29ce484222325\n"
          "for byte in open(\"text\", \"rb\").read(): sum = ((sum ^ byte) * 0x100000001b3) % 2**64\nprint(sum)');"
-         "{ echo wlanctl-history 1 $sum; cat text; } >entry-1; rm text; cd - >/dev/null;";
+         "{ echo wlanctl-history 1 $sum; cat text; } >entry-" +
+         number + "; rm text; cd - >/dev/null;";
 }
 
 // Of an SSID that was not served before the undo, too.
@@ -310,6 +328,13 @@ TEST(Undo, SaysWhatItCannotBringBackAndBringsBackNothing) {
     EXPECT_EQ(1u, document["data"]["left"].size());
     EXPECT_THAT(document["notes"].dump(), HasSubstr("cannot be brought back"));
   }
+}
+
+TEST(Undo, ThatCannotBringAllBackNamesTheWayOnToo) {
+  const Result result = run_story("wlanctl set 2.4g TxPower=50 >/dev/null; wlanctl save 2.4g >/dev/null 2>&1;" +
+                                  with_change(":NoSuchSetting :1 :2", "2") + "wlanctl undo");
+  EXPECT_EQ(1, result.status);
+  EXPECT_THAT(result.err, HasSubstr("; --force brings back the others; wlanctl undo 1 leaves it and goes on"));
 }
 
 TEST(Undo, DryRunTouchesNothing) {

@@ -4,6 +4,7 @@
 #include <nlohmann/json.hpp>
 
 #include "wlanctl/base/json.h"
+#include "wlanctl/base/utf8.h"
 
 namespace wlanctl {
 namespace {
@@ -34,22 +35,19 @@ Document document_of(const Json& value) {
   return nullptr;
 }
 
-// The control characters that JSON allows in a text and a terminal acts on: DEL, and those of the second block, which
-// come as two bytes.
+// JSON allows all control characters in a text but those of the first block, which end its own lines.
 std::string without_controls(const std::string& document) {
   std::string text;
   char escape[sizeof "\\u0000"];
-  for (size_t at = 0; at < document.size(); ++at) {
-    const auto byte = static_cast<unsigned char>(document[at]);
-    const auto next = static_cast<unsigned char>(at + 1 < document.size() ? document[at + 1] : ' ');
-    const bool is_second_block = byte == 0xc2 && next < 0xa0;
-    if (byte != 0x7f && !is_second_block) {
-      text += document[at];
+  for (size_t at = 0; at < document.size();) {
+    const size_t length = static_cast<unsigned char>(document[at]) < ' ' ? 0 : length_of_control(document, at);
+    if (length == 0) {
+      text += document[at++];
       continue;
     }
-    (void)std::snprintf(escape, sizeof escape, "\\u%04x", static_cast<unsigned>(is_second_block ? next : byte));
+    (void)std::snprintf(escape, sizeof escape, "\\u%04x", number_of_character(document, at, length));
     text += escape;
-    if (is_second_block) ++at;
+    at += length;
   }
   return text;
 }

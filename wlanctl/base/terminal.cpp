@@ -9,14 +9,9 @@
 namespace wlanctl {
 namespace {
 
-// The length of the character at `at`; 0 when there is none that a terminal can show. The second block of control
-// characters comes as two bytes, and acts on some terminals as the first does.
+// The length of the character at `at`; 0 when there is none that a terminal can show.
 size_t length_shown(const std::string& text, size_t at) {
-  const auto byte = [&](size_t i) { return static_cast<unsigned char>(text[i]); };
-  const size_t length = length_of_character(text, at);
-  const bool is_control =
-      length == 1 ? byte(at) < ' ' || byte(at) == 0x7f : length == 2 && byte(at) == 0xc2 && byte(at + 1) < 0xa0;
-  return is_control ? 0 : length;
+  return length_of_control(text, at) > 0 ? 0 : length_of_character(text, at);
 }
 
 bool begins_character(char byte) {

@@ -8,7 +8,8 @@ namespace wlanctl {
 
 inline constexpr size_t kColumns = 80;
 
-// A text without what a terminal would act on: control characters, and bytes that are no UTF-8, become '?'.
+// A text without what a terminal would act on: the bytes of control characters (see base/utf8.h), and those that are no
+// UTF-8, become '?'.
 std::string printable(const std::string& text);
 
 // With blanks for its line ends.

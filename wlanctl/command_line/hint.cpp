@@ -207,6 +207,8 @@ Mistake mistake_in(const Program& program, const std::vector<std::string>& words
       Mistake mistake = mistake_in_value(*argument, word, path);
       if (mistake.message.empty()) continue;
       if (mistake.meant.empty()) mistake.meant = verb_for_argument(*verb, path, word);
+      // A verb that takes words too may have others below it.
+      if (mistake.meant.empty() && place == 1) mistake.meant = nearest_verb(*verb, word);
       return mistake;
     }
   }

@@ -86,6 +86,7 @@ _wlanctl_add_kind() {
     band-or-entry) _wlanctl_add 2.4g 5g; _wlanctl_add_entries ;;
     entry) _wlanctl_add_entries ;;
     verb) _wlanctl_words ''; _wlanctl_add $verbs ;;
+    verb-below) _wlanctl_words "$topic"; _wlanctl_add $verbs ;;
     key | assignment) _wlanctl_add_keys "$1" ;;
     file) _wlanctl_add_files '' ;;
     file-assignment) if [[ $cur == *=* ]]; then _wlanctl_add_files "${cur%%=*}="; else _wlanctl_add_keys "$1"; fi ;;
@@ -131,7 +132,7 @@ _wlanctl_split() {
 }
 
 _wlanctl() {
-  local IFS=$' \t\n' verbs options arguments word cur stem='' path='' band='' kind='' place=0 is_value=''
+  local IFS=$' \t\n' verbs options arguments word cur stem='' path='' band='' topic='' kind='' place=0 is_value=''
   local -a words found=()
   _wlanctl_split
   cur=${words[${#words[@]} - 1]}
@@ -152,6 +153,7 @@ _wlanctl() {
     else
       _wlanctl_argument_kind
       if [[ $kind == band ]]; then band=${word,,}; fi
+      if [[ $kind == verb ]]; then topic=$word; fi
       verbs=''
       ((++place))
     fi

@@ -8,8 +8,9 @@
 
 namespace wlanctl {
 
-// What a word may be: "band", "verb", "key", "band-or-name" (of a key, without its SSID), "assignment" (KEY=VALUE), "file", "file-assignment" (KEY=PATH), "entry" (of the
-// history), "band-or-file", "band-or-entry", the words themselves joined by commas, or "text" where there is nothing to offer.
+// What a word may be: "band", "verb", "verb-below" (the verb before it), "key", "band-or-name" (of a key, without its
+// SSID), "assignment" (KEY=VALUE), "file", "file-assignment" (KEY=PATH), "entry" (of the history), "band-or-file",
+// "band-or-entry", the words themselves joined by commas, or "text" where there is nothing to offer.
 using WordKind = std::string;
 
 struct OptionWords {

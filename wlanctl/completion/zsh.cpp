@@ -81,6 +81,7 @@ _wlanctl_offer() {
     band-or-entry) compadd -- 2.4g 5g; _wlanctl_entries ;;
     entry) _wlanctl_entries ;;
     verb) _wlanctl_words ''; _describe verb verbs ;;
+    verb-below) _wlanctl_words $topic; _describe verb verbs ;;
     key | assignment) _wlanctl_keys $1 ;;
     file) _files ;;
     file-assignment) if compset -P '*='; then _files; else _wlanctl_keys $1; fi ;;
@@ -99,7 +100,7 @@ _wlanctl_argument_kind() {
 _wlanctl() {
   emulate -L zsh
   setopt extended_glob
-  local word cur=$words[CURRENT] path='' band='' kind='' is_value='' stem=''
+  local word cur=$words[CURRENT] path='' band='' topic='' kind='' is_value='' stem=''
   local -i place=1
   local -a verbs options arguments
   local -A takes
@@ -119,6 +120,7 @@ _wlanctl() {
     else
       _wlanctl_argument_kind
       if [[ $kind == band ]]; then band=${(L)word}; fi
+      if [[ $kind == verb ]]; then topic=$word; fi
       verbs=()
       (( ++place ))
     fi

@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "wifimgr_lib.h"
+#include "wlanctl/library/station_answer.h"
 #include "wlanctl/live/driver_time.h"
 #include "wlanctl/live/mac.h"
 #include "wlanctl/live/radio.h"
@@ -36,6 +37,7 @@ std::optional<wifimgr_station_list> station_list_of(Band band, int ssid, Report&
   wifimgr_station_list list = {};
   list.count = kNoList;
   std::string reason;
+  const StationAnswer answer;
   const bool has_list = ask_in_time(
       band,
       [&] {
@@ -43,6 +45,10 @@ std::optional<wifimgr_station_list> station_list_of(Band band, int ssid, Report&
         return list.count != kNoList;
       },
       &reason);
+  if (!answer.fault().empty()) {
+    complain_of_driver(report, band, interface_of(band, ssid - 1), "its stations", answer.fault());
+    return std::nullopt;
+  }
   if (has_list) return list;
   if (reason.find(kNobody) != std::string::npos) return wifimgr_station_list{};
   complain_of_driver(report, band, interface_of(band, ssid - 1), "its stations", reason);

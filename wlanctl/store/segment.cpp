@@ -146,11 +146,16 @@ bool attach_or_make(Band band, Report& report) {
 bool can_be_locked(Band band, Report& report) {
   const int id = semaphore_of(band);
   sembuf step = {0, -1, SEM_UNDO};
-  if (id < 0) return true;
-  if (semop(id, &step, 1) == 0) {
+  if (id >= 0 && semop(id, &step, 1) == 0) {
     step.sem_op = 1;
     (void)semop(id, &step, 1);
     return true;
+  }
+  // The library gives no value without it: the store would look empty.
+  if (id < 0 && errno == ENOENT) {
+    return fail(band, report,
+                std::string("the store of ") + label_of(band) + " cannot be used: the semaphore that locks it is gone",
+                "start the process that makes the store, by init_shm and init, anew");
   }
   if (errno != EAGAIN) {
     return fail(band, report,

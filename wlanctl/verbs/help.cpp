@@ -26,8 +26,9 @@ int run(const Words& words, Report& report) {
   return kDone;
 }
 
-constexpr Word kWords[] = {{"VERB", &Words::topic, "What to explain; the program without it", {.offers = "verb"}},
-                           {"BELOW", &Words::topic_below, "A verb below that, as pbc below wps", {.needs = "VERB"}}};
+constexpr Word kWords[] = {
+    {"VERB", &Words::topic, "What to explain; the program without it", {.offers = "verb"}},
+    {"BELOW", &Words::topic_below, "A verb below that, as pbc below wps", {.needs = "VERB", .offers = "verb-below"}}};
 
 }  // namespace
 

@@ -33,6 +33,7 @@ struct Undoing {
   std::vector<std::string> already;                         // as before the entry
   std::vector<std::pair<SettingChange, std::string>> left;  // with the reason
   StorePlan plan;
+  std::string way_on;  // behind what to do with a refusal; "" where this is the oldest one
 
   std::string name() const { return "entry " + std::to_string(entry.number); }
 };
@@ -64,7 +65,8 @@ void look_at_values(bool force, Undoing* undoing, Report& report) {
       report.problem({change.name + " of " + label_of(entry.band) + " has changed since: it is \"" + shown +
                           "\", and entry " + std::to_string(entry.number) + " left \"" + to + "\"" +
                           (shown == to && !shown.empty() ? ", another one" : ""),
-                      "--force puts back what was before that entry all the same", about_change(entry.band, change)});
+                      "--force puts back what was before that entry all the same" + undoing->way_on,
+                      about_change(entry.band, change)});
       continue;
     }
     undoing->steps.push_back({change, *target, now});
@@ -107,7 +109,7 @@ void tell_left(const Undoing& undoing, bool force, Report& report) {
     if (force || is_only_read) {
       report.note(message);
     } else {
-      report.problem({message, "--force brings back the others", std::move(details)});
+      report.problem({message, "--force brings back the others" + undoing.way_on, std::move(details)});
     }
   };
   for (const auto& [change, reason] : undoing.left) {
@@ -228,7 +230,7 @@ int undo(std::vector<Undoing>& undoings, const Words& words, Report& report) {
   if (code == kDone && !words.dry_run) code = bring_back(undoings, report);
   if (code == kRefused) {
     // As far as it is known; nothing of it is done.
-    for (Undoing& undoing : undoings) undoing = {undoing.entry, {}, {}, {}, {}};
+    for (Undoing& undoing : undoings) undoing = {undoing.entry, {}, {}, {}, {}, {}};
     tell_data(undoings, words, "", report);
     return code;
   }
@@ -248,6 +250,12 @@ void note_left_out(const Entry& other, const Words& words, Report& report) {
                                   " undoes it too, as wlanctl undo --both would have done");
 }
 
+// What a revert or a save changed need not be what an apply behind it began with: whoever walks back comes to an entry
+// that is refused, and would come to it each time.
+std::string way_on_with(const Entry& before) {
+  return "; wlanctl undo " + std::to_string(before.number) + " leaves it and goes on with the entry before it";
+}
+
 int run(const Words& words, Report& report) {
   std::optional<ToolLock> lock;
   if (!words.dry_run) {
@@ -259,7 +267,8 @@ int run(const Words& words, Report& report) {
   int code = kDone;
   std::vector<Undoing> undoings;
   for (const Entry* const entry : entries_to_undo(words, history, report, &code)) {
-    undoings.push_back({*entry, {}, {}, {}, {}});
+    const Entry* const before = entry_before(history, *entry);
+    undoings.push_back({*entry, {}, {}, {}, {}, before == nullptr ? "" : way_on_with(*before)});
   }
   if (undoings.empty()) return code;
   tell_data(undoings, words, "", report);

@@ -114,6 +114,13 @@ const Entry* entry_left_out(const Words& words, const History& history, const En
   return other != nullptr && newest_of(history, other->band) == other ? other : nullptr;
 }
 
+const Entry* entry_before(const History& history, const Entry& entry) {
+  for (auto other = history.entries.rbegin(); other != history.entries.rend(); ++other) {
+    if (other->number < entry.number && other->band == entry.band && is_worth_undoing(history, *other)) return &*other;
+  }
+  return nullptr;
+}
+
 std::vector<const Entry*> entries_to_undo(const Words& words, const History& history, Report& report, int* code) {
   const std::optional<Operands> operands = parse_operands(words, report);
   *code = kWrongUsage;

@@ -19,4 +19,8 @@ std::vector<const Entry*> entries_to_undo(const Words& words, const History& his
 // undone too; else null.
 const Entry* entry_left_out(const Words& words, const History& history, const Entry& chosen);
 
+// The next one on the way back where this one cannot be undone: the newest of its band before it that could be chosen; else
+// null.
+const Entry* entry_before(const History& history, const Entry& entry);
+
 }  // namespace wlanctl

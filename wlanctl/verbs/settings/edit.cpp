@@ -20,6 +20,7 @@
 #include "wlanctl/exchange/stored_settings.h"
 #include "wlanctl/exchange/storing.h"
 #include "wlanctl/files/lock.h"
+#include "wlanctl/files/plain_file.h"
 #include "wlanctl/keys/secret_mask.h"
 #include "wlanctl/store/segment.h"
 #include "wlanctl/verbs/verbs.h"
@@ -60,7 +61,9 @@ class Edit {
       if (end.how == EditorEnd::How::kInterrupted) *ending = end.detail;
       if (end.how != EditorEnd::How::kDone) return tell_end(end);
       Report said;
-      const std::string edited = edited_text(said);
+      const std::optional<std::string> read = edited_text(said);
+      if (!read) return tell_unread(said);
+      const std::string& edited = *read;
       const bool is_same = without_problems(edited) == unchanged;
       if (edited.find_first_not_of(" \t\r\n") == std::string::npos || (is_same && problems_.empty())) return nothing();
       if (is_same && said.problems().empty()) return refuse_text();
@@ -77,9 +80,12 @@ class Edit {
   // Where what the operator wrote is, and how to go on with it; "" where nothing of it is left.
   std::string kept_words() const {
     if (!file_.is_kept()) return "";
+    const std::string places = joined(kept_, " and ");
+    if (!reason_against_file(kept_.front()).empty())
+      return "nothing is stored; what the editor left is kept in " + places;
     const std::string call = "wlanctl edit " + (words_.band.empty() ? "" : words_.band + " ");
-    return "nothing is stored; what you wrote is kept in " + joined(kept_, " and ") + "; " + call + "--from " +
-           kept_.front() + " goes on with it";
+    return "nothing is stored; what you wrote is kept in " + places + "; " + call + "--from " + kept_.front() +
+           " goes on with it";
   }
 
  private:
@@ -110,19 +116,28 @@ class Edit {
     return fail(name + " ended with " + std::to_string(end.detail) + ", nothing is stored", "edit once more");
   }
 
-  // An editor that left no file has emptied it.
-  std::string edited_text(Report& said) {
-    if (access(file_.path().c_str(), F_OK) != 0) return "";
-    return read_settings_file(file_.path(), said).value_or("");
+  // None where it is not there and, with a problem, where it cannot be read.
+  std::optional<std::string> edited_text(Report& said) {
+    if (access(file_.path().c_str(), F_OK) != 0) return std::nullopt;
+    return read_settings_file(file_.path(), said);
+  }
+
+  // It may have been renamed, or something else have been put into its place.
+  int tell_unread(const Report& said) {
+    keep_what_was_written();
+    const std::string reason =
+        said.has_problems() ? said.problems().front().message : "the text is not there any more: " + file_.path();
+    return fail(reason + ", nothing is stored", "have the editor save it under the name that it is given");
   }
 
   // An editor that loses its terminal saves the text beside the file, or in it.
   void keep_what_was_written() {
     Report unheard;
-    const std::string edited = without_problems(edited_text(unheard));
-    if (unheard.has_problems() || (!edited.empty() && edited != first_)) kept_ = {file_.path()};
-    const std::vector<std::string> others = file_.others();
-    kept_.insert(kept_.end(), others.begin(), others.end());
+    const std::string edited = without_problems(edited_text(unheard).value_or(""));
+    kept_ = file_.others();
+    if (!edited.empty() && edited != first_) kept_.insert(kept_.begin(), file_.path());
+    // Behind those that --from may go on with.
+    if (unheard.has_problems()) kept_.push_back(file_.path());
     if (kept_.empty()) return;
     file_.keep();
     report_.note(kept_words());

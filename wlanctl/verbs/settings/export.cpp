@@ -3,7 +3,6 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdlib>
 #include <cstring>
 
 #include "wlanctl/base/json_print.h"
@@ -13,7 +12,11 @@
 #include "wlanctl/confirm/recovery.h"
 #include "wlanctl/exchange/writer.h"
 #include "wlanctl/files/state_file.h"
+#include "wlanctl/keys/dat_key.h"
+#include "wlanctl/store/dat_file.h"
+#include "wlanctl/store/segment.h"
 #include "wlanctl/store/value.h"
+#include "wlanctl/verbs/settings/output_place.h"
 #include "wlanctl/verbs/verbs.h"
 
 namespace wlanctl {
@@ -26,24 +29,38 @@ std::string formats() {
   return std::string(kJsonFormat) + "," + kDatFormat;
 }
 
+// A table without it is none that a dat file was loaded into: somebody wrote over it. Its export would take the place of
+// a good one.
+bool refuse_without_count(Band band, Report& report) {
+  if (read_raw_value(band, *find_key(kSsidCount), -1)) return false;
+  const std::string label = label_of(band);
+  const bool is_file = is_store_detached(band);
+  report.problem(
+      {(is_file ? "the dat file of " : "the store of ") + label + " has no " + kSsidCount + ", and nothing is exported",
+       is_file ? "wlanctl check " + dat_path_of(band) + " tells what is wrong with it"
+               : "wlanctl doctor " + label + " tells what is wrong with it; wlanctl revert " + label +
+                     " --force fills it anew",
+       about_key(kSsidCount, band)});
+  return true;
+}
+
 bool look_at_all(const std::vector<Band>& bands, Report& report) {
   int code = kDone;
   (void)look_at_bands(bands, &code, report);
   if (code != kDone) return false;
   for (const Band band : bands) {
+    if (refuse_without_count(band, report)) continue;
     const std::optional<std::string> count = senseless_count(band);
     if (!count) continue;
     report.note("the count of SSIDs of " + std::string(label_of(band)) + " is \"" + *count +
                 "\", which is none; no SSID is in the export");
   }
-  return true;
+  return !report.has_problems();
 }
 
 // A file is replaced as a whole, and a link's target rather than the link. What is no file stays as it is.
 bool write_output(const std::string& path, const std::string& text, Report& report) {
-  char* const whole = realpath(path.c_str(), nullptr);
-  const std::string target = whole == nullptr ? path : whole;
-  std::free(whole);
+  const std::string target = place_of_output(path);
   struct stat status = {};
   const bool is_there = stat(target.c_str(), &status) == 0;
   std::string reason;
@@ -72,6 +89,8 @@ int run(const Words& words, Report& report) {
     report.problem({"a dat file is of one band", "say export 2.4g or export 5g"});
     return kWrongUsage;
   }
+  const bool is_in_file = !words.output.empty();
+  if (is_in_file && refuse_output(words.output, report)) return kRefused;
   const std::vector<Band> bands = bands_of(words.band);
   if (!look_at_all(bands, report)) return kNoStore;
   const Secrets secrets = words.no_secrets ? Secrets::kLeftOut : Secrets::kShown;
@@ -85,7 +104,6 @@ int run(const Words& words, Report& report) {
     text = printed(document, Layout::kIndented) + '\n';
   }
   if (report.has_problems()) return kRefused;
-  const bool is_in_file = !words.output.empty();
   if (is_in_file && !write_output(words.output, text, report)) return kRefused;
   if (is_in_file) {
     report.text() << "the settings of " << (bands.size() == 1 ? label_of(bands.front()) : "both bands") << " are in "
