@@ -88,5 +88,50 @@ TEST(Confirm, TakesADatFileOfFewerSsids) {
   }
 }
 
+const std::string kForeign = "sed -i s/^WPAPSK2=.*/WPAPSK2=foreign-secret-x/ $dat; cp $dat foreign; ";
+
+TEST(Rollback, KeepsWhatOthersHaveWrittenIntoTheDatFile) {
+  const Result result = run_story(waiting() + kForeign +
+                                  "echo == rollback; wlanctl rollback 2.4g; echo $?; cmp old $dat; "
+                                  "cmp foreign $kept; stat -c %a $kept");
+  EXPECT_EQ("2.4g: rolled back; the settings before the apply are in force\n0\n600\n", behind(result.out, "rollback"));
+  EXPECT_THAT(result.err,
+              HasSubstr("RT2860AP.dat since the apply of 2.4g; as it was before the roll back it is kept in "
+                        "/var/run/wlanctl-kept-2.4g"));
+}
+
+TEST(Rollback, OfAFileThatIsAsTheApplyLeftItKeepsNoneAndSaysNothing) {
+  const Result result =
+      run_story(waiting() + "rm -f $kept; echo == rollback; wlanctl rollback 2.4g 2>&1; echo $?; ls $kept");
+  EXPECT_EQ("2.4g: rolled back; the settings before the apply are in force\n0\n", behind(result.out, "rollback"));
+}
+
+TEST(Rollback, ByTheGuardianKeepsWhatOthersHaveWrittenAndTellsTheLog) {
+  const Result result =
+      run_story(waiting() + kForeign +
+                "overdue 2.4g; gone 2.4g; no_guardian; echo == looks; cmp old $dat; "
+                "cmp foreign $kept && echo kept; until grep 'since the apply of 2.4g; as it was before' "
+                "/run/gateway-sim/syslog; do sleep 0.02; done");
+  EXPECT_THAT(behind(result.out, "looks"), AllOf(HasSubstr("kept\n"), HasSubstr("others have changed "))) << result.err;
+}
+
+TEST(Rollback, ThatCannotKeepWhatOthersHaveWrittenSaysSoAndGoesOn) {
+  const Result result = run_story(waiting() + kForeign +
+                                  "rm -f $kept; mkdir $kept; echo == rollback; wlanctl rollback 2.4g; "
+                                  "echo $?; cmp old $dat && echo same");
+  EXPECT_EQ("2.4g: rolled back; the settings before the apply are in force\n0\nsame\n", behind(result.out, "rollback"));
+  EXPECT_THAT(result.err, HasSubstr("cannot be kept in /var/run/wlanctl-kept-2.4g"));
+  EXPECT_THAT(result.err, HasSubstr("; the roll back overwrites it"));
+}
+
+TEST(Rollback, AfterAPowerCutKeepsTheFileThatNobodyKnows) {
+  const Result result = run_story(waiting() + kForeign +
+                                  "simctl power-cut >/dev/null; echo == rollback; wlanctl rollback 2.4g; "
+                                  "cmp old $dat; cmp foreign $kept");
+  EXPECT_EQ("2.4g: rolled back; the settings before the apply are in force\n", behind(result.out, "rollback"));
+  EXPECT_THAT(result.err,
+              HasSubstr("nobody knows whether /etc/Wireless/RT2860AP/RT2860AP.dat is as the apply of 2.4g left it"));
+}
+
 }  // namespace
 }  // namespace wlanctl_test

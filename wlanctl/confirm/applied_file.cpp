@@ -1,7 +1,10 @@
 #include "wlanctl/confirm/applied_file.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstddef>
+#include <cstring>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -9,8 +12,10 @@
 #include "wlanctl/base/report.h"
 #include "wlanctl/base/text.h"
 #include "wlanctl/confirm/pending.h"
+#include "wlanctl/files/bytes.h"
 #include "wlanctl/files/state_file.h"
 #include "wlanctl/store/dat_file.h"
+#include "wlanctl/store/kept_file.h"
 #include "wlanctl/store/revert.h"
 #include "wlanctl/store/segment.h"
 
@@ -53,6 +58,25 @@ bool has_what_was_applied(const Pending& pending, Report& report) {
                       ", a boot would come up without " + first_of(lacking),
                   save + rollback, about(band)});
   return false;
+}
+
+void keep_foreign_file(const Pending& pending, Report& report) {
+  const Band band = pending.band;
+  const std::string path = dat_path_of(band);
+  // What an apply at work has written, in part or whole, is nobody else's.
+  if (is_in_force_known(band)) return;
+  const std::optional<std::string> file = read_bytes(path);
+  if (!file || file->empty() || *file == pending.dat) return;
+  const bool is_known = pending.boot == this_boot() && kept_in_force(band).has_value();
+  const std::string what = is_known
+                               ? "others have changed " + path + " since the apply of " + label_of(band)
+                               : "nobody knows whether " + path + " is as the apply of " + label_of(band) + " left it";
+  if (keep_dat_bytes(band, *file)) {
+    report.note(what + "; as it was before the roll back it is kept in " + kept_path_of(band));
+  } else {
+    report.note(what + ", and it cannot be kept in " + kept_path_of(band) + because(std::strerror(errno)) +
+                "; the roll back overwrites it");
+  }
 }
 
 }  // namespace wlanctl

@@ -13,4 +13,8 @@ struct Pending;
 // has booted since.
 bool has_what_was_applied(const Pending& pending, Report& report);
 
+// Before a roll back overwrites the file: what others have written into it since the apply is kept beside the tool's state,
+// and that is noted. So is a file that cannot be kept: the way back goes on all the same.
+void keep_foreign_file(const Pending& pending, Report& report);
+
 }  // namespace wlanctl

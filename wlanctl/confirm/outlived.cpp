@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "wlanctl/base/report.h"
+#include "wlanctl/confirm/applied_file.h"
 #include "wlanctl/files/bytes.h"
 #include "wlanctl/files/lasting_folder.h"
 #include "wlanctl/files/state_file.h"
@@ -41,6 +42,7 @@ std::optional<Pending> kept_over_boot(Band band) {
 
 void begin_going_back(Pending* pending, TakenFor reason, Report& report) {
   if (pending->phase == Phase::kGoingBack) return;
+  keep_foreign_file(*pending, report);
   const bool could_be_confirmed = pending->phase == Phase::kWaiting && !pending->is_over();
   pending->phase = Phase::kGoingBack;
   pending->back_for = reason;

@@ -12,9 +12,8 @@
 #include "wlanctl/base/report.h"
 #include "wlanctl/check/loss.h"
 #include "wlanctl/files/bytes.h"
-#include "wlanctl/files/places.h"
-#include "wlanctl/files/state_file.h"
 #include "wlanctl/store/dat_file.h"
+#include "wlanctl/store/kept_file.h"
 #include "wlanctl/store/segment.h"
 #include "wlanctl/store/value.h"
 
@@ -51,10 +50,6 @@ std::vector<DatFinding> new_lists_cut(Band band, const std::string& file) {
   std::erase_if(
       cut, [&](const DatFinding& one) { return std::find(changed.begin(), changed.end(), one.key) == changed.end(); });
   return cut;
-}
-
-std::string kept_file(Band band) {
-  return std::string(place::kKept) + label_of(band);
 }
 
 }  // namespace
@@ -121,15 +116,14 @@ bool keep_file_of_now(Band band, const std::optional<std::string>& text, Report&
                      (text && (!losses_at_load(*text).empty() || !losses_behind_count(*file, *text).empty()));
   if (!loses && !has_unused_values(*file)) return true;
   if (!keep_file_anyway(band, *file, report)) return false;
-  if (loses) report.note(dat_path_of(band) + " as it was is kept in " + kept_file(band));
+  if (loses) report.note(dat_path_of(band) + " as it was is kept in " + kept_path_of(band));
   return true;
 }
 
 bool keep_file_anyway(Band band, const std::string& file, Report& report) {
-  const std::string path = kept_file(band);
-  if (!write_own_file(path, file)) {
-    report.problem({"cannot keep the dat file of " + std::string(label_of(band)) + " as it is in " + path + ": " +
-                        std::strerror(errno),
+  if (!keep_dat_bytes(band, file)) {
+    report.problem({"cannot keep the dat file of " + std::string(label_of(band)) + " as it is in " +
+                        kept_path_of(band) + ": " + std::strerror(errno),
                     "is there room, and the right to? nothing was written", about(band)});
     return false;
   }
