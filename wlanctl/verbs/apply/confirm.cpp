@@ -31,6 +31,7 @@ Problem too_late(Band band, const std::string& why) {
 
 // Nobody can say what it waited for, nor put it back.
 Problem damaged(Band band) {
+  if (const std::optional<Problem> unreadable = unreadable_pending(band)) return *unreadable;
   const std::string label = label_of(band);
   Json details = about(band);
   details["file"] = pending_path(band);
