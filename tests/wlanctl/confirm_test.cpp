@@ -182,6 +182,35 @@ TEST(Confirm, NamesAFileThatIsDamagedAndEndsItsWaitingByForce) {
   EXPECT_EQ("2.4g: confirmed; the settings stay\n0\n", behind(result.out, "force"));
 }
 
+TEST(Confirm, ByAnotherUserDoesNotTakeTheFileForDamaged) {
+  const Result result = run_story(
+      "wlanctl set 2.4g SSID:1=Kitchen >/dev/null; wlanctl apply 2.4g --confirm 600 >/dev/null 2>&1; chmod 755 . .. "
+      "2>/dev/null;"
+      "for verb in diff status doctor; do echo == $verb; setpriv --reuid 1000 --clear-groups "
+      "wlanctl $verb 2.4g 2>&1 | tr -s '\\n ' ' '; echo; done");
+  for (const char* const verb : {"diff", "status"}) {
+    EXPECT_THAT(behind(result.out, verb),
+                AllOf(HasSubstr("/var/run/wlanctl-pending-2.4g, cannot be read: Permission denied; root can read it"),
+                      Not(HasSubstr("damaged"))));
+  }
+  EXPECT_THAT(behind(result.out, "doctor"),
+              AllOf(HasSubstr("an apply waits for its confirmation /var/run/wlanctl-pending-2.4g, which "
+                              "cannot be read: Permission denied"),
+                    Not(HasSubstr("damaged")), Not(HasSubstr("a file of the tool's own"))));
+}
+
+// As few as let the lock be had, and no file besides.
+TEST(Confirm, WithTooManyOpenFilesDoesNotTakeTheFileForDamaged) {
+  for (const char* const verb : {"confirm", "rollback"}) {
+    const Result result = run_story(std::string("wlanctl set 2.4g SSID:1=Kitchen >/dev/null; wlanctl apply 2.4g "
+                                                "--confirm 600 >/dev/null 2>&1; echo == few; "
+                                                "(ulimit -n 4; \"$WLANCTL_PROGRAM\" ") +
+                                    verb + " 2.4g); echo $?; ls $pending-2.4g");
+    EXPECT_EQ("1\n/var/run/wlanctl-pending-2.4g\n", behind(result.out, "few")) << verb;
+    EXPECT_THAT(result.err, HasSubstr("cannot be read: Too many open files; mend that, and try again")) << verb;
+  }
+}
+
 TEST(Confirm, RollsBackToWhatOthersHaveCommittedSince) {
   const Result result = run_story(
       "wlanctl set 2.4g Channel=3 >/dev/null; wlanctl apply 2.4g >/dev/null 2>&1;"

@@ -37,6 +37,11 @@ int main(int argc, char** argv) {
   if (bytes == (char*)-1) return 1;
   if (strcmp(argv[1], "overwrite") == 0) return overwrite(segment, bytes);
   if (strcmp(argv[1], "empty") == 0) bytes[0] = '\0';
+  if (strcmp(argv[1], "quarter") == 0) {
+    struct shmid_ds status;
+    if (shmctl(segment, IPC_STAT, &status) != 0) return 1;
+    memset(bytes + status.shm_segsz / 4, 0, status.shm_segsz - status.shm_segsz / 4);
+  }
   /* The first key fills its place, and its value begins with a line end. */
   if (strcmp(argv[1], "unended") == 0) {
     memset(bytes, 'x', 36);

@@ -76,6 +76,80 @@ TEST(Loss, OfWhatNoSsidUsesIsKeptWithoutAWord) {
   EXPECT_EQ("600\n", steps[2].out);
 }
 
+const std::string kApplied =
+    "library_probe init 0 >/dev/null; wlanctl apply 2.4g >/dev/null 2>&1; wlanctl set 2.4g SSID:1=N1 >/dev/null; "
+    "wlanctl "
+    "apply 2.4g >/dev/null 2>&1; ";
+
+TEST(Loss, OfALineWhoseKeyTheStoreDoesNotHaveIsRefused) {
+  const std::vector<Result> steps =
+      run_steps({kApplied + "echo VendorTweak=42 >>" + kDat + "; cp " + kDat +
+                     " file; wlanctl set 2.4g SSID:1=N2; rm -f " + kKept,
+                 "wlanctl save 2.4g", "wlanctl apply 2.4g", "wlanctl apply 2.4g --dry-run",
+                 "cmp " + kDat + " file && ! ls " + kKept, "wlanctl save 2.4g --force",
+                 "cmp " + kKept + " file; grep Vendor " + kDat});
+  for (const size_t refused : {1U, 2U, 3U}) {
+    EXPECT_EQ(1, steps[refused].status) << refused;
+    EXPECT_THAT(steps[refused].err,
+                HasSubstr("VendorTweak: the store has no such key, the line would be lost; wlanctl revert "
+                          "2.4g takes the file into the store"));
+  }
+  EXPECT_EQ(0, steps[4].status) << steps[4].err;
+  EXPECT_EQ(0, steps[5].status) << steps[5].err;
+  EXPECT_THAT(steps[5].err, HasSubstr("as it was is kept in " + kKept));
+  EXPECT_EQ("", steps[6].out);
+}
+
+TEST(Loss, OfALineThatARevertHasTakenInIsNone) {
+  const std::vector<Result> steps = run_steps(
+      {kApplied + "echo VendorTweak=42 >>" + kDat, "wlanctl revert 2.4g", "wlanctl save 2.4g", "grep Vendor " + kDat});
+  EXPECT_EQ(0, steps[1].status) << steps[1].err;
+  EXPECT_EQ(0, steps[2].status) << steps[2].err;
+  EXPECT_EQ("VendorTweak=42\n", steps[3].out);
+}
+
+TEST(Loss, OfCommentsBlankLinesAndWhatNoSsidUsesIsNone) {
+  const std::vector<Result> steps =
+      run_steps({kApplied + "printf '\\n# a comment\\n#Key=1\\nSSID7=nobody\\nHideSSID=0;0;1;1\\n' >>" + kDat,
+                 "wlanctl save 2.4g"});
+  EXPECT_EQ(0, steps[1].status) << steps[1].err;
+}
+
+TEST(Loss, OfTheLinesThatADamagedStoreLacksIsRefused) {
+  const std::vector<Result> steps = run_steps(
+      {kApplied + "cp " + kDat + " file; damage_store quarter 0x12345", "wlanctl save 2.4g", "cmp " + kDat + " file"});
+  EXPECT_EQ(1, steps[1].status);
+  EXPECT_THAT(steps[1].err, testing::ContainsRegex("the line would be lost; and so on, in [0-9]+ more places"));
+  EXPECT_EQ(0, steps[2].status) << steps[2].out;
+}
+
+TEST(Loss, OfValuesThatTheFileAloneHasIsToldAndTheFileKept) {
+  const std::string note =
+      "had values that the store does not have, of SSID:2: the store's are written in their place, and the "
+      "file as it was is kept in " +
+      kKept;
+  const std::string imported =
+      "echo '{\"wlanctl_settings\": 1, \"bands\": {\"2.4g\": {\"settings\": {\"SSID:2\": \"Imp\"}}}}' "
+      ">more.json; wlanctl import more.json --to-file";
+  for (const std::string& change : Words{imported, "sed -i s/^SSID2=.*/SSID2=Imp/ " + kDat}) {
+    for (const char* const verb : {"save", "apply"}) {
+      const std::vector<Result> steps = run_steps({kApplied, change, "cp " + kDat + " file; wlanctl set 2.4g Channel=3",
+                                                   std::string("wlanctl ") + verb + " 2.4g", "cmp " + kKept + " file"});
+      EXPECT_EQ(0, steps[1].status) << steps[1].err;
+      EXPECT_EQ(0, steps[3].status) << steps[3].err;
+      EXPECT_THAT(steps[3].err, HasSubstr(note)) << change << verb;
+      EXPECT_EQ(0, steps[4].status) << change << verb;
+    }
+  }
+}
+
+TEST(Loss, OfAValueThatWasSavedAndIsSetAnewIsNotTold) {
+  const std::vector<Result> steps = run_steps(
+      {kApplied + "wlanctl set 2.4g SSID:2=N2; wlanctl save 2.4g; wlanctl set 2.4g SSID:2=N3", "wlanctl save 2.4g"});
+  EXPECT_EQ(0, steps[1].status);
+  EXPECT_THAT(steps[1].err, Not(HasSubstr("does not have")));
+}
+
 TEST(Diff, ListsWhatAnApplyChangesByItself) {
   const Json band = document_in(
       run_steps({"wlanctl set 2.4g TxBurst=0 AuthMode:1=OPEN", "wlanctl diff 2.4g --json"})[1].out)["data"]["bands"][0];

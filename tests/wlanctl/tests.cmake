@@ -36,7 +36,7 @@ if(NOT WIFIMGR_TEST_PROGRAMS)
   target_precompile_headers(wlanctl_test_support PRIVATE <gmock/gmock.h> <gtest/gtest.h> <nlohmann/json.hpp>)
 endif()
 
-foreach(name added_records_killed apply apply_killed band_list board calibration check colour columns completion confirm danger debug diff doctor
+foreach(name added_records_killed applied_file apply apply_killed band_list board calibration check colour columns completion confirm danger debug diff doctor
     dry_run edit exit_codes explain export force help history history_folder history_killed import import_killed import_round_trip import_to_file
     in_force interrupt keys live_store lock loss man monitor monitor_looks neighbours pager power_cut readme recording rolled_back schema schema_kinds
     secret set set_from show ssid ssid_move ssid_records stations

@@ -144,6 +144,12 @@ std::optional<std::vector<wifimgr_attr_record>> last_applied(Band band) {
   return read_last_applied(band).settings;
 }
 
+std::optional<std::vector<wifimgr_attr_record>> applied_by_tool(Band band) {
+  std::optional<Parsed> parsed = parse_applied(band, read_kept(band).text);
+  if (!parsed) return std::nullopt;
+  return std::move(parsed->settings);
+}
+
 bool was_told(Band band) {
   return is_told_in(read_kept(band));
 }

@@ -40,6 +40,9 @@ struct LastApplied {
 };
 LastApplied read_last_applied(Band band);
 
+// What was last applied in this boot, also where others have changed the dat file since, and may have applied that.
+std::optional<std::vector<wifimgr_attr_record>> applied_by_tool(Band band);
+
 // Whether it is known, without its settings.
 bool is_in_force_known(Band band);
 

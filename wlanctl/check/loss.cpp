@@ -4,7 +4,9 @@
 #include <cstddef>
 #include <cstdlib>
 #include <iterator>
+#include <set>
 
+#include "wifimgr_lib.h"
 #include "wlanctl/base/text.h"
 #include "wlanctl/check/dat_text.h"
 #include "wlanctl/files/bytes.h"
@@ -125,6 +127,22 @@ std::vector<DatFinding> losses_behind_count(const std::string& before, const std
            "with " + std::to_string(kept) + " instead of " + std::to_string(served) +
                " SSIDs the values of those behind are lost, in lines " + joined(lost, ", "),
            ""}};
+}
+
+std::vector<DatFinding> lines_without_record(const std::string& file, const std::vector<StoreRecord>& records) {
+  const DatText text = read_dat_text(file);
+  const int served = ssid_count_in(text);
+  std::set<std::string> known = {kReloadFlag};
+  for (const StoreRecord& record : records) known.insert(record.key);
+  std::vector<DatFinding> lost;
+  for (const DatLine& line : text.lines) {
+    // As the loader cuts it.
+    const std::string key = line.key.substr(0, WIFIMGR_KEY_SIZE - 1);
+    if (key.empty() || is_left_out(key, served) || !known.insert(key).second) continue;
+    lost.push_back(
+        {Finding::kLeftOut, line.number, key, 0, false, "", "the store has no such key, the line would be lost", ""});
+  }
+  return lost;
 }
 
 bool save_loses_ssids(Band band, const std::optional<std::string>& text) {

@@ -34,6 +34,10 @@ std::vector<DatFinding> lists_to_be_cut(const std::vector<StoreRecord>& records,
 // Lines of SSIDs that the first file serves and the second does not: the save leaves them out. One finding at most.
 std::vector<DatFinding> losses_behind_count(const std::string& before, const std::string& after);
 
+// Lines of a file whose key the store has no record of, so that no save writes it. Not those of SSIDs that the file does
+// not serve, which a save leaves out anyway.
+std::vector<DatFinding> lines_without_record(const std::string& file, const std::vector<StoreRecord>& records);
+
 // Whether an apply asks twice before it saves the store that the library works on, as that text: for that reason.
 bool save_loses_ssids(Band band, const std::optional<std::string>& text);
 

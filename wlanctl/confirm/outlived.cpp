@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "wlanctl/base/report.h"
+#include "wlanctl/confirm/applied_file.h"
 #include "wlanctl/files/bytes.h"
 #include "wlanctl/files/lasting_folder.h"
 #include "wlanctl/files/state_file.h"
@@ -41,6 +42,7 @@ std::optional<Pending> kept_over_boot(Band band) {
 
 void begin_going_back(Pending* pending, TakenFor reason, Report& report) {
   if (pending->phase == Phase::kGoingBack) return;
+  keep_foreign_file(*pending, report);
   const bool could_be_confirmed = pending->phase == Phase::kWaiting && !pending->is_over();
   pending->phase = Phase::kGoingBack;
   pending->back_for = reason;
@@ -101,6 +103,7 @@ bool is_way_back_damaged(Band band) {
 }
 
 Problem damaged_way_back(Band band) {
+  if (const std::optional<Problem> unreadable = unreadable_kept(band, path_over_boot(band))) return *unreadable;
   const std::string label = label_of(band);
   Json details = about(band);
   details["file"] = path_over_boot(band);
@@ -133,6 +136,10 @@ bool refuse_undecided(Band band, Report& report) {
   if (!is_pending(band)) return false;
   const std::optional<Pending> pending = read_pending(band);
   if (!pending) {
+    if (const std::optional<Problem> unreadable = unreadable_pending(band)) {
+      report.problem(*unreadable);
+      return true;
+    }
     report.problem({"an apply of " + label + " waits for its confirmation, and what it kept in " + pending_path(band) +
                         " is damaged",
                     "wlanctl confirm " + label + " --force ends the waiting", about(band)});

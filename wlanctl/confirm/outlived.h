@@ -20,7 +20,8 @@ void keep_over_boot(const Pending& pending, Report& report);
 bool forget_over_boot(Band band, Report& report);
 
 // Writes down that its roll back begins, in both places, before anything is put back: whatever cuts that off then, nobody
-// takes what is left for what was to be confirmed. What cannot be written becomes a note.
+// takes what is left for what was to be confirmed. What cannot be written becomes a note. What others have written into
+// the dat file is kept first.
 void begin_going_back(Pending* pending, TakenFor reason, Report& report);
 
 // What a boot interrupted; none when nothing was, or when the dat file is as it was before. Of this boot it is one whose

@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <cstring>
 #include <ctime>
+#include <utility>
 #include <vector>
 
 #include "wlanctl/apply/applied_state.h"
@@ -100,6 +101,20 @@ bool is_pending(Band band) {
 std::optional<Pending> read_pending(Band band) {
   const std::optional<std::string> text = read_state_file(pending_path(band), kPendingFormat, kPendingVersion);
   return text ? parse_pending(band, *text) : std::nullopt;
+}
+
+std::optional<Problem> unreadable_kept(Band band, const std::string& path) {
+  const std::optional<Unreadable> unreadable = unreadable_state_file(path);
+  if (!unreadable) return std::nullopt;
+  Json details = about(band);
+  details["file"] = path;
+  return Problem{std::string("what an apply of ") + label_of(band) + " kept for its roll back, in " + path +
+                     ", cannot be read" + because(unreadable->reason),
+                 unreadable->next, std::move(details)};
+}
+
+std::optional<Problem> unreadable_pending(Band band) {
+  return unreadable_kept(band, pending_path(band));
 }
 
 std::optional<Pending> parse_pending(Band band, const std::string& text) {

@@ -12,6 +12,7 @@
 namespace wlanctl {
 
 class Report;
+struct Problem;
 
 enum class Phase {
   kPrepared,   // nothing was changed yet
@@ -57,6 +58,10 @@ void note_waiting(Band band, Report& report);
 bool is_pending(Band band);
 std::string pending_path(Band band);
 std::optional<Pending> read_pending(Band band);
+
+// Where it is not damaged as far as this user can tell, but cannot be read now; likewise for the copy over a boot.
+std::optional<Problem> unreadable_pending(Band band);
+std::optional<Problem> unreadable_kept(Band band, const std::string& path);
 bool write_pending(const Pending& pending, Report& report);
 
 // With what of it would outlive a boot.

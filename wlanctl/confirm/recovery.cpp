@@ -42,6 +42,13 @@ bool may_be_rolled_back(const Pending& pending, Report& report) {
   return true;
 }
 
+// Who cannot read it at this moment knows nothing of any damage.
+bool note_unreadable(Band band, Report& report) {
+  const std::optional<Problem> unreadable = unreadable_pending(band);
+  if (unreadable) report.note(unreadable->message + "; " + unreadable->next);
+  return unreadable.has_value();
+}
+
 // Looks after a pending apply whose guardian was lost. What it did becomes a note. Does nothing while another wlanctl is
 // at work.
 void recover_pending(Band band, Report& report) {
@@ -64,6 +71,7 @@ void recover_pending(Band band, Report& report) {
   if (!guard || (!pending && !is_pending(band))) return;
   const std::string apply = std::string("the apply of ") + label_of(band);
   if (!pending) {
+    if (note_unreadable(band, report)) return;
     report.note(apply +
                 " that waits for a confirmation cannot be rolled back, what it kept is damaged; wlanctl confirm " +
                 label_of(band) + " --force ends the waiting");
@@ -98,6 +106,7 @@ void tell_what_is_due(Band band, Report& report) {
   const std::string label = label_of(band);
   const std::optional<Pending> pending = read_pending(band);
   if (!pending) {
+    if (note_unreadable(band, report)) return;
     report.note("what an apply of " + label + " kept for a roll back, in " + pending_path(band) +
                 ", is damaged; wlanctl confirm " + label + " --force ends the waiting");
   } else if (pending->is_over()) {

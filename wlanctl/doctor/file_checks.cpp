@@ -88,6 +88,9 @@ void check_pending(Band band, Diagnosis& diagnosis) {
     return diagnosis.add(was_interrupted, Ill::kInterrupted, kApply, band,
                          was_interrupted ? "what was kept over the boot" : "no apply waits");
   }
+  if (const auto unreadable = pending ? std::nullopt : unreadable_state_file(path)) {
+    return diagnosis.ill(Ill::kPending, kApply, band, path + ", which cannot be read" + because(unreadable->reason));
+  }
   if (!pending) return diagnosis.ill(Ill::kPendingDamaged, kApply, band, path);
   if (pending->phase == Phase::kGoingBack) {
     return diagnosis.ill(Ill::kPending, kApply, band, path + ", and its roll back has begun");
@@ -121,7 +124,8 @@ void check_applies(Band band, Diagnosis& diagnosis) {
   check_pending(band, diagnosis);
   const std::string applied = std::string(place::kApplied) + label_of(band);
   const bool is_there = is_state_file_there(applied);
-  diagnosis.add(is_there && !kept_in_force(band), Ill::kStateDamaged, kApply, band, applied);
+  const bool is_damaged = is_there && !kept_in_force(band) && !unreadable_state_file(applied);
+  diagnosis.add(is_damaged, Ill::kStateDamaged, kApply, band, applied);
   if (is_taken_back_damaged(band)) {
     diagnosis.ill(Ill::kStateDamaged, kApply, band, std::string(place::kTakenBack) + label_of(band));
   }

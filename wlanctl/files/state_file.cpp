@@ -1,6 +1,7 @@
 #include "wlanctl/files/state_file.h"
 
 #include <fcntl.h>
+#include <pwd.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -20,6 +21,18 @@ bool is_own(int file) {
   struct stat status;
   return fstat(file, &status) == 0 && S_ISREG(status.st_mode) && status.st_uid == geteuid() &&
          (status.st_mode & 077) == 0;
+}
+
+// A pipe in its place must not be waited for.
+int open_to_read(const std::string& path) {
+  return open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK);
+}
+
+std::string owner_of(const std::string& path) {
+  struct stat status = {};
+  if (lstat(path.c_str(), &status) != 0) return "its owner";
+  const passwd* const user = getpwuid(status.st_uid);
+  return user != nullptr ? user->pw_name : "user " + std::to_string(status.st_uid);
 }
 
 bool replace_file(const std::string& path, const std::string& bytes) {
@@ -69,6 +82,19 @@ bool is_state_file_there(const std::string& path) {
   return lstat(path.c_str(), &status) == 0;
 }
 
+std::optional<Unreadable> unreadable_state_file(const std::string& path) {
+  const int file = open_to_read(path);
+  const int error = errno;
+  if (file >= 0) {
+    (void)close(file);
+    return std::nullopt;
+  }
+  // A link is none of the tool's, whose files are plain.
+  if (error == ENOENT || error == ELOOP) return std::nullopt;
+  const bool is_forbidden = error == EACCES || error == EPERM;
+  return Unreadable{std::strerror(error), is_forbidden ? owner_of(path) + " can read it" : "mend that, and try again"};
+}
+
 bool remove_state_file(const std::string& path) {
   if (unlink(path.c_str()) == 0) {
     finish_folder_of(path);
@@ -91,8 +117,7 @@ bool write_own_file(const std::string& path, const std::string& bytes) {
 }
 
 std::optional<std::string> read_state_file(const std::string& path, const std::string& format, int version) {
-  // A pipe in its place must not be waited for.
-  const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK);
+  const int file = open_to_read(path);
   if (file < 0) return std::nullopt;
   const std::optional<std::string> bytes = is_own(file) ? read_open_file(file) : std::nullopt;
   close(file);

@@ -30,6 +30,14 @@ void finish_folder_of(const std::string& path);
 // Whether there is such a name, be it of a damaged file.
 bool is_state_file_there(const std::string& path);
 
+// Why such a file, be it well, cannot be read by this user at this moment: the reason of errno, and who could; none where
+// its bytes can be had, or there is none.
+struct Unreadable {
+  std::string reason;
+  std::string next;
+};
+std::optional<Unreadable> unreadable_state_file(const std::string& path);
+
 // False when it is there and cannot be removed, with errno.
 bool remove_state_file(const std::string& path);
 

@@ -24,24 +24,6 @@ int ssid_count_in(const std::vector<wifimgr_attr_record>& table) {
   return 0;
 }
 
-// What a save of that store would have written to the file, and is not in it.
-std::vector<std::string> missing_keys(const std::vector<wifimgr_attr_record>& live,
-                                      const std::vector<wifimgr_attr_record>& file) {
-  std::set<std::string> there;
-  for (const wifimgr_attr_record& record : file) there.insert(key_of(record));
-  const int count = std::min(ssid_count_in(live), ssid_count_in(file));
-  std::vector<std::string> missing;
-  if (!there.contains(kSsidCount)) missing.emplace_back(kSsidCount);
-  for (const wifimgr_attr_record& record : live) {
-    const std::string key = key_of(record);
-    // A line without = is a key to the loader, and has its line end.
-    const std::string_view name(record.key, strnlen(record.key, sizeof record.key));
-    if (key.empty() || name.find_first_of("\r\n") != std::string_view::npos) continue;
-    if (key != kSsidCount && !there.contains(key) && !is_left_out(key, count)) missing.push_back(key);
-  }
-  return missing;
-}
-
 Reverted try_to_revert(Band band, bool even_if_wrong, bool (*is_sound)(const std::string& bytes)) {
   Reverted reverted;
   const StoreLock lock(band);
@@ -67,6 +49,23 @@ Reverted try_to_revert(Band band, bool even_if_wrong, bool (*is_sound)(const std
 }
 
 }  // namespace
+
+std::vector<std::string> missing_keys(const std::vector<wifimgr_attr_record>& records,
+                                      const std::vector<wifimgr_attr_record>& file) {
+  std::set<std::string> there;
+  for (const wifimgr_attr_record& record : file) there.insert(key_of(record));
+  const int count = std::min(ssid_count_in(records), ssid_count_in(file));
+  std::vector<std::string> missing;
+  if (!there.contains(kSsidCount)) missing.emplace_back(kSsidCount);
+  for (const wifimgr_attr_record& record : records) {
+    const std::string key = key_of(record);
+    // A line without = is a key to the loader, and has its line end.
+    const std::string_view name(record.key, strnlen(record.key, sizeof record.key));
+    if (key.empty() || name.find_first_of("\r\n") != std::string_view::npos) continue;
+    if (key != kSsidCount && !there.contains(key) && !is_left_out(key, count)) missing.push_back(key);
+  }
+  return missing;
+}
 
 bool is_complete(Band band, const std::vector<wifimgr_attr_record>& file) {
   return missing_keys(table_of_store(band), file).empty();

@@ -9,6 +9,10 @@
 
 namespace wlanctl {
 
+// What a save of those records would have written to a dat file, and is not in that one.
+std::vector<std::string> missing_keys(const std::vector<wifimgr_attr_record>& records,
+                                      const std::vector<wifimgr_attr_record>& file);
+
 // Whether a dat file has all that a save of the live store would have written.
 bool is_complete(Band band, const std::vector<wifimgr_attr_record>& file);
 

@@ -6,6 +6,7 @@
 #include "wlanctl/base/report.h"
 #include "wlanctl/base/time_text.h"
 #include "wlanctl/command_line/common_words.h"
+#include "wlanctl/confirm/applied_file.h"
 #include "wlanctl/confirm/outlived.h"
 #include "wlanctl/confirm/pending.h"
 #include "wlanctl/confirm/recovery.h"
@@ -30,6 +31,7 @@ Problem too_late(Band band, const std::string& why) {
 
 // Nobody can say what it waited for, nor put it back.
 Problem damaged(Band band) {
+  if (const std::optional<Problem> unreadable = unreadable_pending(band)) return *unreadable;
   const std::string label = label_of(band);
   Json details = about(band);
   details["file"] = pending_path(band);
@@ -67,10 +69,31 @@ int removed(Band band, Report& report) {
   return kDone;
 }
 
+// With the settings in force and in the file: a boot is to come up with them.
+int keep(const Pending& pending, Report& report) {
+  if (!has_what_was_applied(pending, report)) return kRefused;
+  return holds(pending.band, report) ? removed(pending.band, report) : kNotInForce;
+}
+
+// What is insisted on.
+void note_lacking(Band band, Report& report) {
+  const std::optional<Pending> pending = is_pending(band) ? read_pending(band) : interrupted(band);
+  Report objections;
+  if (!pending || has_what_was_applied(*pending, objections)) return;
+  for (const Problem& problem : objections.problems()) report.note("all the same, by --force: " + problem.message);
+}
+
 int confirm_band(Band band, bool force, Report& report) {
+  // A boot may have made no store of a file without settings.
+  if (const std::optional<Pending> kept = force || is_pending(band) ? std::nullopt : interrupted(band)) {
+    if (kept->boot != this_boot() && !has_what_was_applied(*kept, report)) return kRefused;
+  }
   // Where its guardian is lost and the time over, this rolls it back.
   if (!(force ? open_store(band, report) : open_band(band, report))) return kNoStore;
-  if (force && is_undecided(band)) return removed(band, report);
+  if (force && is_undecided(band)) {
+    note_lacking(band, report);
+    return removed(band, report);
+  }
   if (is_way_back_damaged(band)) {
     report.problem(damaged_way_back(band));
     return kRefused;
@@ -81,7 +104,7 @@ int confirm_band(Band band, bool force, Report& report) {
       report.problem(cut_off(*kept));
       return kRefused;
     }
-    return holds(band, report) ? removed(band, report) : kNotInForce;
+    return keep(*kept, report);
   }
   if (!is_pending(band)) {
     report.problem(too_late(band, "it was rolled back"));
@@ -95,7 +118,7 @@ int confirm_band(Band band, bool force, Report& report) {
   } else if (pending->is_over()) {
     report.problem(too_late(band, "its time is over, and its roll back is due"));
   } else {
-    return holds(band, report) ? removed(band, report) : kNotInForce;
+    return keep(*pending, report);
   }
   return kRefused;
 }

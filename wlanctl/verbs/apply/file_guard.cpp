@@ -5,16 +5,21 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstddef>
 #include <cstring>
+#include <set>
+#include <string>
 #include <vector>
 
+#include "wlanctl/apply/applied_state.h"
 #include "wlanctl/apply/plan.h"
 #include "wlanctl/base/report.h"
 #include "wlanctl/check/loss.h"
 #include "wlanctl/files/bytes.h"
-#include "wlanctl/files/places.h"
-#include "wlanctl/files/state_file.h"
+#include "wlanctl/keys/dat_key.h"
 #include "wlanctl/store/dat_file.h"
+#include "wlanctl/store/difference.h"
+#include "wlanctl/store/kept_file.h"
 #include "wlanctl/store/segment.h"
 #include "wlanctl/store/value.h"
 
@@ -53,8 +58,47 @@ std::vector<DatFinding> new_lists_cut(Band band, const std::string& file) {
   return cut;
 }
 
-std::string kept_file(Band band) {
-  return std::string(place::kKept) + label_of(band);
+// Lines that the write leaves out, unless they are told as those of SSIDs behind its count.
+std::vector<DatFinding> lines_left_out(Band band, const std::string& file, const std::optional<std::string>& text) {
+  std::vector<DatFinding> lines = lines_without_record(file, records_of(table_of_store(band)));
+  if (!lines.empty() && text && !losses_behind_count(file, *text).empty()) {
+    std::erase_if(lines, [&](const DatFinding& line) { return is_left_out(line.key, ssid_count(band)); });
+  }
+  return lines;
+}
+
+// Values that came into the file by another way than the store, and that nobody has applied: those of an import into the
+// file, where the store has what was applied, and those of others.
+std::vector<std::string> values_of_file_alone(Band band, const std::string& file) {
+  const auto applied = applied_by_tool(band);
+  if (!applied) return {};
+  const std::vector<StoreRecord> there = records_of(parse_dat_text(file));
+  const std::vector<StoreRecord> store = records_of(table_of_store(band));
+  const std::vector<StoreRecord> in_force = records_of(*applied);
+  const auto names_in = [](const std::vector<Difference>& found) {
+    std::set<std::string> names;
+    for (const Difference& one : found) names.insert(one.name());
+    return names;
+  };
+  const std::set<std::string> new_in_file = names_in(served_differences(there, in_force, DatFile::kLeft));
+  const std::set<std::string> set_since =
+      is_in_force_known(band) ? names_in(served_differences(store, in_force)) : std::set<std::string>();
+  std::vector<std::string> alone;
+  for (const Difference& one : served_differences(there, store, DatFile::kLeft)) {
+    const std::string name = one.name();
+    const bool has_record =
+        std::any_of(store.begin(), store.end(), [&](const StoreRecord& record) { return record.key == one.dat_key; });
+    if (has_record && new_in_file.contains(name) && !set_since.contains(name)) alone.push_back(name);
+  }
+  return alone;
+}
+
+void note_overwritten(Band band, const std::vector<std::string>& values, Report& report) {
+  const size_t named = std::min(values.size(), kMostTold);
+  const std::vector<std::string> first(values.begin(), values.begin() + static_cast<ptrdiff_t>(named));
+  report.note(dat_path_of(band) + " had values that the store does not have, of " + joined(first, ", ") +
+              (values.size() > named ? " and " + std::to_string(values.size() - named) + " more" : "") +
+              ": the store's are written in their place, and the file as it was is kept in " + kept_path_of(band));
 }
 
 }  // namespace
@@ -85,6 +129,11 @@ bool may_write_file(Band band, const std::optional<std::string>& text, Report& r
     tell(band, "the store of " + label, losses_at_load(*text), "set another value, " + insist, report);
     tell(band, path, losses_behind_count(file, *text), "set BssidNum back, or insist with --force", report);
   }
+  tell(band, path, lines_left_out(band, file, text),
+       "wlanctl revert " + label +
+           " takes the file into the store, in place of what is set there; or insist with "
+           "--force, and the file as it was is kept",
+       report);
   return report.problems().size() == before;
 }
 
@@ -118,18 +167,23 @@ bool keep_file_of_now(Band band, const std::optional<std::string>& text, Report&
     report.note(cut.key + " of " + label_of(band) + ": " + cut.reason);
   }
   const bool loses = !losses_at_load(*file).empty() || !losses_of_store(band).empty() ||
-                     (text && (!losses_at_load(*text).empty() || !losses_behind_count(*file, *text).empty()));
-  if (!loses && !has_unused_values(*file)) return true;
+                     (text && (!losses_at_load(*text).empty() || !losses_behind_count(*file, *text).empty())) ||
+                     !lines_left_out(band, *file, text).empty();
+  const std::vector<std::string> overwritten = values_of_file_alone(band, *file);
+  if (!loses && overwritten.empty() && !has_unused_values(*file)) return true;
   if (!keep_file_anyway(band, *file, report)) return false;
-  if (loses) report.note(dat_path_of(band) + " as it was is kept in " + kept_file(band));
+  if (!overwritten.empty()) {
+    note_overwritten(band, overwritten, report);
+  } else if (loses) {
+    report.note(dat_path_of(band) + " as it was is kept in " + kept_path_of(band));
+  }
   return true;
 }
 
 bool keep_file_anyway(Band band, const std::string& file, Report& report) {
-  const std::string path = kept_file(band);
-  if (!write_own_file(path, file)) {
-    report.problem({"cannot keep the dat file of " + std::string(label_of(band)) + " as it is in " + path + ": " +
-                        std::strerror(errno),
+  if (!keep_dat_bytes(band, file)) {
+    report.problem({"cannot keep the dat file of " + std::string(label_of(band)) + " as it is in " +
+                        kept_path_of(band) + ": " + std::strerror(errno),
                     "is there room, and the right to? nothing was written", about(band)});
     return false;
   }

@@ -43,6 +43,11 @@ int put_back(Band band, Report& report) {
   }
   std::optional<Pending> pending = to_put_back(band);
   const std::string label = label_of(band);
+  const std::optional<Problem> unreadable = pending ? std::nullopt : unreadable_pending(band);
+  if (unreadable) {
+    report.problem(*unreadable);
+    return kRefused;
+  }
   if (!pending) {
     report.problem({"what was kept of " + label + ", in " + pending_path(band) + ", is damaged",
                     "set the values again; wlanctl confirm " + label + " --force ends the waiting", about(band)});

@@ -7,6 +7,15 @@
 
 namespace wlanctl {
 
+namespace {
+
+void note_until_then(Band band, Report& report) {
+  report.note(std::string(label_of(band)) +
+              ": until then a save or an apply of the live store writes the dat file without it");
+}
+
+}  // namespace
+
 void tell_restart(Band band, const std::string& what, Report& report) {
   const std::string label = label_of(band);
   report.text() << "  " << dat_path_of(band) << " has " << what << "; the live store has no room for it.\n"
@@ -15,7 +24,7 @@ void tell_restart(Band band, const std::string& what, Report& report) {
                 << "    2. ipcrm -M " << segment_key_of(band) << '\n'
                 << "    3. wlanctl apply " << label << " --again   (makes the new store, with room)\n"
                 << "    4. start the management processes\n";
-  report.note(label + ": until then a save or an apply of the live store writes the dat file without it");
+  note_until_then(band, report);
 }
 
 std::string tell_way_into_store(Band band, const std::string& what, size_t records, Report& report) {
@@ -30,6 +39,7 @@ std::string tell_way_into_store(Band band, const std::string& what, size_t recor
   }
   const std::string revert = std::string("wlanctl revert ") + label_of(band);
   report.text() << "  " << revert << " takes it into the live store,\n  " << again << " brings it into force\n";
+  note_until_then(band, report);
   return revert;
 }
 
