@@ -171,7 +171,7 @@ std::optional<Applied> bring_into_force(Band band, bool always_commit, Report& r
   const DriverTime limited;
   Applied applied;
   applied.weight = weigh(band);
-  applied.committed = always_commit || applied.weight != 0;
+  applied.committed = always_commit || applied.weight != 0 || is_doubted(band);
   if (applied.committed) applied.weight = std::max(applied.weight, 1);
   ask_for_reload(band);
   const bool is_real = ShellScope::mode() == ShellMode::kRun;
