@@ -196,6 +196,8 @@ void roll_back_job(const Words& words, Job& job, Report& report) {
     outcome = "its roll back failed, and is tried again";
   } else if (!is_back_in_force(job.band)) {
     outcome = "its settings before are back, but not in force either";
+  } else if (!interfaces_to_come(job.band).empty()) {
+    outcome = "its settings before are back, but not all of it is on the air";
   }
   report.problem({"the apply of " + label + " was " + reason + because(cause) + "; " + outcome,
                   "wlanctl diff " + label + " shows what is in force", about(job.band)});

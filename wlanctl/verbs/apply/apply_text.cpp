@@ -63,10 +63,9 @@ void tell_applied(const Words& words, const Job& job, Report& report) {
     if (applied.weight > 1) {
       report.note(label + ": the SSID count or hardware NAT changed; a reboot is recommended");
     }
-    const std::vector<std::string> missing = missing_interfaces(job.band);
-    if (!missing.empty() && applied.lacks.empty()) {
-      report.note(label + ": not on the air before " + (applied.weight > 1 ? "that" : "a") +
-                  " reboot, as the driver has made no interface: " + joined(missing, ", "));
+    // A roll back has told its own.
+    if (applied.lacks.empty() && !job.is_rolled_back) {
+      note_missing(job.band, missing_interfaces(job.band), applied.weight > 1, report);
     }
   } else {
     report.text() << label << ": not applied\n";
