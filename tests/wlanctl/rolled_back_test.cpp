@@ -93,6 +93,70 @@ TEST(RolledBack, AllOfItIsInForce) {
   EXPECT_THAT(result.err, Not(HasSubstr("did not take")));
 }
 
+// As an apply says of an SSID that has no interface before a reboot.
+const std::string kGone = "ip link set ra1 down; ip link set ra1 name gone;";
+constexpr char kNote[] = "2.4g: not on the air before a reboot, as the driver has made no interface: ra1";
+
+void expect_off_air(const std::string& log, int exit_code) {
+  const Json entry = document_in(log)["data"]["entries"][0];
+  EXPECT_EQ("rollback", entry["operation"]);
+  EXPECT_EQ("done", entry["state"]);
+  EXPECT_EQ(false, entry["in_force"]);
+  EXPECT_EQ(exit_code, entry["exit_code"]);
+}
+
+TEST(RolledBackWithoutInterface, ByTheVerbSaysThatItIsNotOnTheAir) {
+  const std::string fewer =
+      "wlanctl set 2.4g BssidNum=1 >/dev/null; wlanctl apply 2.4g --confirm 600 --force >/dev/null 2>&1; simctl "
+      "power-cut >/dev/null;";
+  for (const std::string& before : {fewer, kWaiting + kGone}) {
+    const Result result =
+        run_story(before + "wlanctl rollback 2.4g; code=$?; echo == code; echo $code; echo == log; wlanctl log --json");
+    EXPECT_THAT(result.out, testing::StartsWith("2.4g: rolled back, but not on the air: ra1\n"));
+    EXPECT_THAT(result.err, HasSubstr(kNote));
+    EXPECT_EQ("0\n", behind(result.out, "code")) << "as of an apply";
+    expect_off_air(behind(result.out, "log"), 0);
+    const Json document = document_in(run_story(before + "wlanctl rollback 2.4g --json").out);
+    EXPECT_EQ(Json::parse(R"({"bands":["2.4g"],"not_on_air":["ra1"]})"), document["data"]);
+    EXPECT_THAT(document["notes"].dump(), HasSubstr(kNote));
+  }
+}
+
+TEST(RolledBackWithoutInterface, ByAGuardianSaysThatItIsNotOnTheAir) {
+  const Result result = run_story(kWaiting + kGone +
+                                  "overdue 2.4g; gone 2.4g; no_guardian; echo == log; wlanctl log --json; echo == "
+                                  "syslog; " +
+                                  kLog);
+  expect_off_air(behind(result.out, "log"), 0);
+  EXPECT_THAT(behind(result.out, "syslog"),
+              HasSubstr("2.4g: not confirmed, rolled back, but not all of it is on the air"));
+  EXPECT_THAT(behind(result.out, "syslog"), HasSubstr(kNote));
+}
+
+TEST(RolledBackWithoutInterface, ByTheNextVerbSaysThatItIsNotOnTheAir) {
+  const Result result = run_story(kWaiting + "kill -9 $(guardian); no_guardian; overdue 2.4g;" + kGone +
+                                  "wlanctl set 2.4g HideSSID:1=0 >/dev/null; echo == log; wlanctl log --json");
+  EXPECT_THAT(result.err, HasSubstr("it is rolled back now, but not all of it is on the air"));
+  EXPECT_THAT(result.err, HasSubstr(kNote));
+  expect_off_air(behind(result.out, "log"), 0);
+}
+
+TEST(RolledBackWithoutInterface, AtOnceSaysThatItIsNotOnTheAir) {
+  const std::string interrupted =
+      "printf '#!/bin/sh\nrm /front/armed 2>/dev/null && kill -INT $(cat pid)\nexec /real/ifconfig \"$@\"\n' | "
+      "stand_in ifconfig; touch /front/armed;";
+  for (const std::string& cause : {std::string("simctl fail ifconfig exit=1 ra0 up 1 >/dev/null;"), interrupted}) {
+    const Result result =
+        run_story(kGone + "wlanctl set 2.4g Channel=1 >/dev/null;" + cause +
+                  "with_pid pid wlanctl apply 2.4g --confirm 600 >/dev/null; echo == log; wlanctl log --json");
+    EXPECT_THAT(result.err, HasSubstr("its settings before are back, but not all of it is on the air")) << cause;
+    const size_t note = result.err.find(kNote);
+    ASSERT_NE(std::string::npos, note) << result.err;
+    EXPECT_EQ(std::string::npos, result.err.find(kNote, note + 1)) << "once" << cause;
+    expect_off_air(behind(result.out, "log"), 0);
+  }
+}
+
 // Each command gets its time, and there are only so many.
 TEST(RolledBack, WithEveryCommandHangingEndsAndIsTold) {
   const Result result = run_story(kWaiting +

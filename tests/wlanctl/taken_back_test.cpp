@@ -226,6 +226,14 @@ TEST(ApplyTerminal, IsToldOnceItIsTakenBack) {
   EXPECT_THAT(result.out, MatchesRegex(".*wlanctl: " + std::string(kWords + 2)));
 }
 
+TEST(ApplyTerminal, IsToldWhatIsNotOnTheAirThen) {
+  const Result result =
+      run_story(at_a_terminal(functions() + kApplyAtTerminal +
+                              "ip link set ra1 down; ip link set ra1 name gone; overdue 2.4g; gone 2.4g; no_guardian") +
+                "tr -s '\\r\\n ' ' ' <shown");
+  EXPECT_THAT(result.out, HasSubstr("; what was before is back, but not all of it is on the air"));
+}
+
 TEST(ApplyTerminal, ThatTakesNothingHoldsNobodyUp) {
   const Result result = run_story(
       at_a_terminal(

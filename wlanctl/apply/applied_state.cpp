@@ -1,5 +1,6 @@
 #include "wlanctl/apply/applied_state.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
@@ -26,10 +27,13 @@ constexpr uint32_t kTakeSnapshot = 0;
 constexpr uint32_t kCompare = 1;
 constexpr int kRestart = 1;
 
+// In place of the dat file's sum.
 constexpr char kAnySum[] = "any";
+constexpr char kNoSum[] = "none";
 
 std::vector<wifimgr_attr_record> g_settings[kBandCount];
 bool g_told[kBandCount] = {true, true};
+bool g_doubted[kBandCount] = {};
 
 std::string path_of(Band band) {
   return std::string(place::kApplied) + label_of(band);
@@ -128,6 +132,7 @@ bool adopt_applied(Band band, const std::string& text) {
   store_global[number_of(band)] = parsed->snapshot;
   pre_wlan_state[number_of(band)] = parsed->interfaces;
   g_settings[number_of(band)] = std::move(parsed->settings);
+  g_doubted[number_of(band)] = false;
   set_told(band, parsed->is_told);
   return true;
 }
@@ -200,7 +205,15 @@ bool restore_applied(Band band, Doubt* doubt, Report& report) {
   *doubt = kept.is_current || kept.text.empty() ? Doubt::kUnknown : Doubt::kChanged;
   const PrivateStore file(band, *content);
   take_applied(band);
+  g_doubted[number_of(band)] = *doubt == Doubt::kChanged;
+  // However many the file has: what is up now may be of what was last applied.
+  const std::optional<Parsed> last = is_doubted(band) ? parse_applied(band, kept.text) : std::nullopt;
+  if (last) pre_wlan_state[number_of(band)] = std::max(pre_wlan_state[number_of(band)], last->interfaces);
   return true;
+}
+
+bool is_doubted(Band band) {
+  return g_doubted[number_of(band)];
 }
 
 void note_doubt(Band band, Doubt doubt, Report& report) {
@@ -209,7 +222,7 @@ void note_doubt(Band band, Doubt doubt, Report& report) {
   const bool is_known = last_applied(band).has_value();
   if (doubt == Doubt::kChanged && is_known) {
     report.note("others had changed " + dat_path_of(band) +
-                " since wlanctl last applied it; it counted as what was in force");
+                " since wlanctl last applied it; it counted as what was in force, and all of it was applied anew");
   } else if (!is_known) {
     report.note((doubt == Doubt::kUnknown
                      ? std::string("nothing is known of what was last applied to ") + label_of(band) + "; its dat file"
@@ -223,11 +236,13 @@ void take_applied(Band band) {
   // Those that are not served count too: what is taken down first is all of them.
   pre_wlan_state[number_of(band)] = ssid_count(band);
   g_settings[number_of(band)] = table_of_store(band);
+  g_doubted[number_of(band)] = false;
   set_told(band, true);
 }
 
 bool keep_applied(Band band, FileIs file, Report& report) {
-  const std::string head = this_boot() + " " + (file == FileIs::kSettled ? sum_of_dat_file(band) : kAnySum) + "\n";
+  const std::string sum = is_doubted(band) ? kNoSum : file == FileIs::kSettled ? sum_of_dat_file(band) : kAnySum;
+  const std::string head = this_boot() + " " + sum + "\n";
   return write_state_file(path_of(band), kFormat, kVersion, head + applied_text(band), report);
 }
 

@@ -394,6 +394,12 @@ std::vector<std::string> missing_interfaces(Band band) {
   return switched_on(band, [](const std::string& interface) { return link_state(interface) == LinkState::kAbsent; });
 }
 
+void note_missing(Band band, const std::vector<std::string>& missing, bool is_reboot_advised, Report& report) {
+  if (missing.empty()) return;
+  report.note(std::string(label_of(band)) + ": not on the air before " + (is_reboot_advised ? "that" : "a") +
+              " reboot, as the driver has made no interface: " + joined(missing, ", "));
+}
+
 std::vector<std::string> unbridged_interfaces(Band band) {
   return switched_on(band, [](const std::string& interface) { return bridge_of(interface).value_or("-").empty(); });
 }

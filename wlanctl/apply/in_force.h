@@ -90,6 +90,9 @@ std::vector<Lack> look_closely(Band band);
 std::vector<std::string> missing_interfaces(Band band);
 std::vector<std::string> unbridged_interfaces(Band band);
 
+// Says of interfaces that are missing, of SSIDs that are to be served, when they come.
+void note_missing(Band band, const std::vector<std::string>& missing, bool is_reboot_advised, Report& report);
+
 // Where the library's switch of a radio puts what is in no bridge.
 inline constexpr char kSwitchBridge[] = "br0";
 

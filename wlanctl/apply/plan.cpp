@@ -81,15 +81,16 @@ Plan plan_apply(Band band) {
   const std::optional<std::string> file = parsed ? saved_text(band, *parsed) : std::nullopt;
   const std::optional<std::string> in_force = saved_text(band, settings_in_force(band));
   plan.is_file_in_force = file == in_force;
-  plan.nothing = live && live == file && live == in_force && weigh(band) == 0 && is_told(band) && plan.lacks.empty() &&
-                 lists_not_in_force(band).empty();
+  plan.nothing = live && live == file && live == in_force && !is_doubted(band) && weigh(band) == 0 && is_told(band) &&
+                 plan.lacks.empty() && lists_not_in_force(band).empty();
 
   if (!plan.nothing) plan.adjustments = adjustments_of(band);
   const PrivateStore copy(band);
   Report unheard;
   make_consistent(band, unheard);
   plan.weight = plan.nothing ? 0 : weigh(band);
-  if (!plan.lacks.empty() && !are_all_unknown(plan.lacks)) plan.weight = std::max(plan.weight, kRestart);
+  const bool is_lacking = !plan.lacks.empty() && !are_all_unknown(plan.lacks);
+  if (is_lacking || is_doubted(band)) plan.weight = std::max(plan.weight, kRestart);
   plan.dangers = dangers_of(band);
   plan.text = saved_text(band);
   return plan;

@@ -20,7 +20,7 @@ struct Danger {
 };
 
 struct Plan {
-  bool nothing = false;     // the store, the dat file and what is in force agree, and driver and kernel know
+  bool nothing = false;     // the store, the dat file and what is in force agree, and driver and kernel know for sure
   std::vector<Lack> lacks;  // what did not come into force: another apply restarts the interfaces for it
   bool is_file_in_force = true;
   int weight = 0;  // with dependent settings made consistent, as an apply does

@@ -4,10 +4,14 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstring>
+#include <utility>
 
 #include "wifimgr_lib.h"
 #include "wlanctl/apply/applied_state.h"
 #include "wlanctl/base/report.h"
+#include "wlanctl/base/terminal.h"
+#include "wlanctl/keys/dat_key.h"
 #include "wlanctl/library/command.h"
 #include "wlanctl/library/messages.h"
 #include "wlanctl/library/output.h"
@@ -15,7 +19,9 @@
 #include "wlanctl/live/driver_time.h"
 #include "wlanctl/live/radio.h"
 #include "wlanctl/store/dat_file.h"
+#include "wlanctl/store/difference.h"
 #include "wlanctl/store/private_store.h"
+#include "wlanctl/store/segment.h"
 #include "wlanctl/store/value.h"
 
 namespace wlanctl {
@@ -120,6 +126,34 @@ void look(const Expectation& expected, const std::vector<Wanted>& before, Applie
   });
 }
 
+// "Channel, SSID:2".
+std::string names_of(const std::vector<Difference>& differences) {
+  std::vector<std::string> names;
+  for (const Difference& one : differences) names.push_back(printable(one.name()));
+  return joined(names, ", ");
+}
+
+// What the store had when the library began is what it has brought into force. What differs since, the library's own note
+// to itself aside, another process has set: the next apply is to find it.
+void take_worked_with(Band band, std::vector<wifimgr_attr_record> worked_with, Report& report) {
+  const std::vector<wifimgr_attr_record> now = table_of_store(band);
+  const auto is_own_note = [](const wifimgr_attr_record& record) {
+    return std::strncmp(record.key, kReloadFlag, sizeof record.key) == 0;
+  };
+  const auto note_now = std::find_if(now.begin(), now.end(), is_own_note);
+  const auto note_then = std::find_if(worked_with.begin(), worked_with.end(), is_own_note);
+  if (note_now != now.end() && note_then != worked_with.end()) *note_then = *note_now;
+  {
+    const PrivateStore in_force(band, worked_with);
+    take_applied(band);
+  }
+  const std::vector<Difference> others = differences(records_of(worked_with), records_of(now), WIFIMGR_FIELDS);
+  if (others.empty()) return;
+  const std::string label = label_of(band);
+  report.note(label + ": another process has changed the store meanwhile, which is not in force: " + names_of(others) +
+              "; wlanctl diff " + label + " --in-force shows it, and wlanctl apply " + label + " applies it");
+}
+
 }  // namespace
 
 std::string script_path_of(Band band) {
@@ -137,7 +171,7 @@ std::optional<Applied> bring_into_force(Band band, bool always_commit, Report& r
   const DriverTime limited;
   Applied applied;
   applied.weight = weigh(band);
-  applied.committed = always_commit || applied.weight != 0;
+  applied.committed = always_commit || applied.weight != 0 || is_doubted(band);
   if (applied.committed) applied.weight = std::max(applied.weight, 1);
   ask_for_reload(band);
   const bool is_real = ShellScope::mode() == ShellMode::kRun;
@@ -147,6 +181,7 @@ std::optional<Applied> bring_into_force(Band band, bool always_commit, Report& r
     before = lacking_before(band, applied.committed);
     expected.emplace(band, applied.committed ? Operation::kCommit : Operation::kSave, pre_wlan_state[number_of(band)]);
   }
+  std::vector<wifimgr_attr_record> worked_with = table_of_store(band);
   if (!write_dat_file(band, applied.committed, report)) return std::nullopt;
   bool written = true;
   bool failed = false;
@@ -161,7 +196,7 @@ std::optional<Applied> bring_into_force(Band band, bool always_commit, Report& r
     failed = failed || (script.status != 0 && !script.may_fail);
     applied.scripts.push_back(std::move(script));
   }
-  take_applied(band);
+  take_worked_with(band, std::move(worked_with), report);
   set_told(band, written && !failed);
   // What made it slow before may be gone with the restart.
   DriverTime::renew();

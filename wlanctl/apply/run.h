@@ -36,8 +36,9 @@ void make_consistent(Band band, Report& report);
 
 // With the commands run (library/command.h) as one CommandRun of the caller's:
 // writes the dat file, restarts the interfaces when what is watched changed, tells the driver the rest SSID by SSID, and
-// takes the store for what is in force. Then it looks whether it is, unless the run was broken off. None with a problem when the dat file cannot be written; nothing was restarted
-// then. restore_applied comes first, make_consistent too where settings are new.
+// takes for what is in force what the store had when that began: what another process sets meanwhile is a note. Then it
+// looks whether it is, unless the run was broken off. None with a problem when the dat file cannot be written; nothing
+// was restarted then. restore_applied comes first, make_consistent too where settings are new.
 std::optional<Applied> bring_into_force(Band band, bool always_commit, Report& report);
 
 }  // namespace wlanctl

@@ -54,7 +54,9 @@ void leave_terminal_and_files(std::initializer_list<int> kept) {
 
 void tell_log(Band band, const Report& report, bool done) {
   openlog("wlanctl", LOG_PID, LOG_DAEMON);
-  const char* const outcome = is_back_in_force(band) ? "rolled back" : "rolled back, but not in force";
+  const char* const outcome = !is_back_in_force(band)            ? "rolled back, but not in force"
+                              : interfaces_to_come(band).empty() ? "rolled back"
+                                                                 : "rolled back, but not all of it is on the air";
   if (done) syslog(LOG_WARNING, "%s: not confirmed, %s", label_of(band), outcome);
   for (const std::string& note : report.notes()) syslog(LOG_WARNING, "%s", note.c_str());
   for (const Problem& problem : report.problems()) syslog(LOG_ERR, "%s", problem.message.c_str());
@@ -114,7 +116,9 @@ std::string line_for_terminal(const Pending& pending, bool done) {
   const std::optional<TakenBack> taken = taken_back(pending.band);
   if (done && taken) {
     return "wlanctl: " + words_of(pending.band, *taken) +
-           (is_back_in_force(pending.band) ? "" : "; what was before is back, but not in force");
+           (!is_back_in_force(pending.band)            ? "; what was before is back, but not in force"
+            : interfaces_to_come(pending.band).empty() ? ""
+                                                       : "; what was before is back, but not all of it is on the air");
   }
   return "wlanctl: the apply of " + label + " cannot be taken back; wlanctl status " + label + " tells more";
 }

@@ -89,9 +89,11 @@ void recover_pending(Band band, Report& report) {
                 (!done ? std::string("rolling it back failed; wlanctl rollback ") + label_of(band) +
                              " tries it again, wlanctl confirm " + label_of(band) +
                              " --force ends the waiting with what is there"
-                 : was_begun
-                     ? std::string("it is rolled back now") + (is_back_in_force(band) ? "" : ", but not in force")
-                     : "nothing was changed"));
+                 : was_begun ? std::string("it is rolled back now") + (!is_back_in_force(band) ? ", but not in force"
+                                                                       : interfaces_to_come(band).empty()
+                                                                           ? ""
+                                                                           : ", but not all of it is on the air")
+                             : "nothing was changed"));
     for (const Lack& lack : lacks_of(band)) {
       report.note(std::string(label_of(band)) + ": not in force: " + text_of(lack));
     }

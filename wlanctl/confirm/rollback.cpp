@@ -68,9 +68,9 @@ Entry begun_entry(const Pending& pending, By by, bool is_open, const Settings& b
   return begin_entry(std::move(entry), report);
 }
 
-void finish(Entry entry, bool is_done, bool is_in_force, Report& report) {
+void finish(Entry entry, bool is_done, bool is_in_force, bool is_on_air, Report& report) {
   entry.state = is_done ? State::kDone : State::kFailed;
-  entry.is_in_force = is_done && is_in_force;
+  entry.is_in_force = is_done && is_in_force && is_on_air;
   entry.exit_code = !is_done ? kRefused : is_in_force ? kDone : kNotInForce;
   finish_entry(std::move(entry), report);
 }
@@ -167,14 +167,23 @@ bool roll_back(Pending pending, By by, TakenFor reason, Report& report, const Se
                     std::string("wlanctl apply ") + label_of(band) + " tells it again", about(band)});
   }
   if (applied) keep_lacks(band, applied->lacks, report);
+  const std::vector<std::string> missing = applied ? interfaces_to_come(band) : std::vector<std::string>();
+  note_missing(band, missing, false, report);
   const bool file_is_back = restore_dat_file(band, pending.dat, report);
   const bool is_done = in_force && file_is_back && settle(pending, by, reason, report);
-  finish(std::move(entry), is_done, applied && applied->lacks.empty() && is_told(band), report);
+  finish(std::move(entry), is_done, applied && applied->lacks.empty() && is_told(band), missing.empty(), report);
   return is_done;
 }
 
 bool is_back_in_force(Band band) {
   return is_told(band) && lacks_of(band).empty();
+}
+
+std::vector<std::string> interfaces_to_come(Band band) {
+  if (!is_back_in_force(band)) return {};
+  // The store may have gone, or not have taken them.
+  const PrivateStore put_back(band, settings_in_force(band));
+  return missing_interfaces(band);
 }
 
 bool undo(const Pending& pending, By by, TakenFor reason, Report& report, const Settings& booted) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "wifimgr_lib.h"
@@ -25,6 +26,10 @@ std::string reason_against_roll_back(const Pending& pending);
 
 // Whether driver and kernel have what the roll back that was just done has put back.
 bool is_back_in_force(Band band);
+
+// Of that, once it is back in force, the interfaces that the driver makes at the next boot only: nothing serves their SSIDs
+// before, as a note has said.
+std::vector<std::string> interfaces_to_come(Band band);
 
 // As roll_back, where anything was begun.
 bool undo(const Pending& pending, By by, TakenFor reason, Report& report, const Settings& booted = std::nullopt);

@@ -197,6 +197,8 @@ void roll_back_job(const Words& words, Job& job, Report& report) {
     outcome = "its roll back failed, and is tried again";
   } else if (!is_back_in_force(job.band)) {
     outcome = "its settings before are back, but not in force either";
+  } else if (!interfaces_to_come(job.band).empty()) {
+    outcome = "its settings before are back, but not all of it is on the air";
   }
   report.problem({"the apply of " + label + " was " + reason + because(cause) + "; " + outcome,
                   "wlanctl diff " + label + " shows what is in force", about(job.band)});
@@ -246,8 +248,8 @@ int apply_job(const Words& words, Job& job, const std::vector<wifimgr_attr_recor
     (void)keep_applied(job.band, FileIs::kSettled, report);
     return kRefused;
   }
-  // With what it made consistent.
-  job.entry.changes = changes_between(before, table_of_store(job.band));
+  // With what it made consistent, and without what another process has set meanwhile.
+  job.entry.changes = changes_between(before, settings_in_force(job.band));
   job.entry.weight = word_for_apply(false, std::max(job.applied->weight, job.applied->committed ? 1 : 0));
   if (was_in_vain(words, job)) {
     complain_of(job.band, job.applied->lacks, "", report);

@@ -66,10 +66,8 @@ void tell_applied(const Words& words, const Job& job, Report& report) {
       report.note(label + ": the SSID count or hardware NAT changed; a reboot is recommended" +
                   (is_all_there ? ", though every SSID has its interface by now" : ""));
     }
-    if (!missing.empty() && applied.lacks.empty()) {
-      report.note(label + ": not on the air before " + (applied.weight > 1 ? "that" : "a") +
-                  " reboot, as the driver has made no interface: " + joined(missing, ", "));
-    }
+    // A roll back has told its own.
+    if (applied.lacks.empty() && !job.is_rolled_back) note_missing(job.band, missing, applied.weight > 1, report);
   } else {
     report.text() << label << ": not applied\n";
   }

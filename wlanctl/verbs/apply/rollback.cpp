@@ -65,7 +65,8 @@ int put_back(Band band, Report& report) {
 
 int run(const Words& words, Report& report) {
   Json bands = Json::array();
-  report.data() = {{"bands", bands}};
+  Json not_on_air = Json::array();
+  report.data() = {{"bands", bands}, {"not_on_air", not_on_air}};
   const ToolLock lock(report, words.wait_seconds);
   if (!lock) return lock.exit_code();
   const SignalHold hold;
@@ -80,15 +81,19 @@ int run(const Words& words, Report& report) {
     code = std::max(code, result);
     if (result != kDone && result != kNotInForce) continue;
     bands.push_back(label_of(band));
+    const std::vector<std::string> missing = interfaces_to_come(band);
+    for (const std::string& interface : missing) not_on_air.push_back(interface);
     report.text() << label_of(band) << ": rolled back"
-                  << (result == kDone ? "; the settings before the apply are in force\n" : ", but not in force\n");
+                  << (result != kDone    ? ", but not in force\n"
+                      : !missing.empty() ? ", but not on the air: " + joined(missing, ", ") + "\n"
+                                         : "; the settings before the apply are in force\n");
   }
   if (!waiting) {
     for (const Band band : bands_of(words.band)) (void)note_taken_back(band, report);
     report.problem({"nothing waits for a confirmation" + (words.band.empty() ? "" : " on " + words.band),
                     "wlanctl log lists what was done, and wlanctl undo takes it back"});
   }
-  report.data() = {{"bands", std::move(bands)}};
+  report.data() = {{"bands", std::move(bands)}, {"not_on_air", std::move(not_on_air)}};
   return code == kDone && report.has_problems() ? kRefused : code;
 }
 
