@@ -57,8 +57,10 @@ TEST(Confirm, RefusesADatFileThatLacksSettingsAfterAPowerCutToo) {
     EXPECT_EQ("1\n" + std::string(kBefore) + "\n", behind(result.out, "confirm")) << damage;
     EXPECT_THAT(result.err, AllOf(HasSubstr("a boot would come up without "), Not(HasSubstr("wlanctl save"))))
         << damage;
-    EXPECT_EQ("2.4g: rolled back; the settings before the apply are in force\nsame\n", behind(result.out, "rollback"))
-        << damage;
+    // Booted with an empty file, the driver made no interface of SSID 2.
+    const std::string told = damage[0] == ':' ? "2.4g: rolled back, but not on the air: ra1"
+                                              : "2.4g: rolled back; the settings before the apply are in force";
+    EXPECT_EQ(told + "\nsame\n", behind(result.out, "rollback")) << damage;
   }
 }
 

@@ -212,7 +212,7 @@ TEST(Diff, WhatOthersHaveCommittedIsAppliedAnew) {
           "library_probe init 0 oper 0 0 set wifimgr_lib_set_channel 0 -1 11 commit 0 1 >/dev/null 2>&1; wlanctl diff "
           "2.4g");
   EXPECT_THAT(result.out, HasSubstr("an apply would mean: radio"));
-  EXPECT_THAT(result.err, HasSubstr("others have changed"));
+  EXPECT_THAT(result.err, HasSubstr("has changed since wlanctl last applied it"));
 }
 
 TEST(Diff, AFileThatWasCutOffIsNotWhatIsInForce) {

@@ -212,6 +212,10 @@ bool restore_applied(Band band, Doubt* doubt, Report& report) {
   return true;
 }
 
+void doubt_applied(Band band) {
+  g_doubted[number_of(band)] = true;
+}
+
 bool is_doubted(Band band) {
   return g_doubted[number_of(band)];
 }
@@ -221,12 +225,13 @@ void note_doubt(Band band, Doubt doubt, Report& report) {
   // An apply may have made it known meanwhile.
   const bool is_known = last_applied(band).has_value();
   if (doubt == Doubt::kChanged && is_known) {
-    report.note("others had changed " + dat_path_of(band) +
-                " since wlanctl last applied it; it counted as what was in force, and all of it was applied anew");
+    report.note(
+        dat_path_of(band) +
+        " had changed since wlanctl last applied it; it counted as what was in force, and all of it was applied anew");
   } else if (!is_known) {
     report.note((doubt == Doubt::kUnknown
                      ? std::string("nothing is known of what was last applied to ") + label_of(band) + "; its dat file"
-                     : "others have changed " + dat_path_of(band) + " since wlanctl last applied it; it") +
+                     : dat_path_of(band) + " has changed since wlanctl last applied it; it") +
                 " counts as what is in force; wlanctl apply " + label_of(band) + " makes it known");
   }
 }

@@ -34,6 +34,9 @@ void note_doubt(Band band, Doubt doubt, Report& report);
 // the interfaces. What is kept meanwhile stays in doubt.
 bool is_doubted(Band band);
 
+// For who writes a dat file whose settings nobody has applied, and what is in force is not known.
+void doubt_applied(Band band);
+
 // The settings in force, where it is known what was last applied; changes nothing, and says nothing.
 std::optional<std::vector<wifimgr_attr_record>> last_applied(Band band);
 

@@ -46,6 +46,7 @@ int write_as(Band band, Writer writer, const std::optional<std::string>& text, b
   const auto before = parse_dat_file(band);
   // From now on the dat file no longer says what is in force.
   if (!restore_applied(band, report)) return kWrongUsage;
+  if (writer == Writer::kTool && settings_in_force(band).empty()) doubt_applied(band);
   Report objections;
   (void)may_write_file(band, text, objections, writer);
   if (!may_go_on(objections, force, report)) return kRefused;
