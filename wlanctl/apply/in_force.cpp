@@ -9,9 +9,6 @@
 #include "wifimgr_lib.h"
 #include "wlanctl/base/report.h"
 #include "wlanctl/base/terminal.h"
-#include "wlanctl/files/bytes.h"
-#include "wlanctl/files/places.h"
-#include "wlanctl/files/state_file.h"
 #include "wlanctl/library/command.h"
 #include "wlanctl/live/bridge.h"
 #include "wlanctl/live/driver_time.h"
@@ -24,17 +21,10 @@ namespace {
 
 using State = Wanted::State;
 
-constexpr char kFormat[] = "wlanctl-lacking";
-constexpr int kVersion = 1;
-constexpr const char* kStates[] = {"up", "down", "loaded", "answers", "channel", "restarted"};
 constexpr int kLinks = 4;
 constexpr char kLanBridge[] = "br-lan";
 constexpr char kLoad[] = "insmod ";
 constexpr char kUnload[] = "rmmod ";
-
-std::string path_of(Band band) {
-  return std::string(place::kLacking) + label_of(band);
-}
 
 std::string link_of(Band band, int index) {
   return (band == Band::k2_4G ? "wds" : "wdsi") + std::to_string(index);
@@ -68,13 +58,6 @@ std::optional<int> channel_told(const std::string& label) {
   std::string unheard;
   const std::optional<Band> band = parse_band(label);
   return band ? channel_of(*band, &unheard) : std::nullopt;
-}
-
-// What a driver that is late did not tell any more.
-bool is_unknown(const Wanted& wanted) {
-  const bool is_asked = wanted.state == State::kAnswers || wanted.state == State::kChannel;
-  const std::optional<Band> band = is_asked ? parse_band(wanted.subject) : std::nullopt;
-  return band && is_driver_late(*band);
 }
 
 std::string unknown_of(const Wanted& wanted) {
@@ -118,7 +101,8 @@ std::string way_out(const Wanted& wanted) {
   if (wanted.state == State::kLoaded) {
     return "load it with insmod, or reboot: an apply loads it when the SSID count changes; ";
   }
-  const std::string bridge = wanted.state == State::kUp ? bridge_of(wanted.subject).value_or("") : "";
+  const bool is_in_bridge = wanted.state == State::kUp || wanted.state == State::kBridged;
+  const std::string bridge = is_in_bridge ? bridge_of(wanted.subject).value_or("") : "";
   if (bridge.empty() || wanted.detail.empty() || bridge == wanted.detail) return "";
   return "brctl delif " + bridge + " " + wanted.subject + " takes it out; ";
 }
@@ -188,14 +172,17 @@ std::vector<std::string> switched_on(Band band, IsSo is_so) {
   return found;
 }
 
-std::optional<State> parse_state(const std::string& word) {
-  for (size_t i = 0; i < std::size(kStates); ++i) {
-    if (word == kStates[i]) return static_cast<State>(i);
-  }
-  return std::nullopt;
+bool is_of_link(const Wanted& wanted) {
+  return wanted.state == State::kUp || wanted.state == State::kDown || wanted.state == State::kBridged;
 }
 
 }  // namespace
+
+bool is_unknown(const Wanted& wanted) {
+  const bool is_asked = wanted.state == State::kAnswers || wanted.state == State::kChannel;
+  const std::optional<Band> band = is_asked ? parse_band(wanted.subject) : std::nullopt;
+  return band && is_driver_late(*band);
+}
 
 std::string lacking(const Wanted& wanted) {
   const std::string& name = wanted.subject;
@@ -216,6 +203,8 @@ std::string lacking(const Wanted& wanted) {
       return lacking_channel(wanted);
     case State::kRestarted:
       return link_state(name) == LinkState::kUp ? name + " was not restarted" : "";
+    case State::kBridged:
+      return link_state(name) == LinkState::kUp ? lacking_bridge(wanted) : "";
   }
   return "";
 }
@@ -274,53 +263,14 @@ std::vector<Wanted> Expectation::lacking_now() const {
 }
 
 bool Expectation::judges(const Wanted& wanted) const {
-  const auto is_link = [](State state) { return state == State::kUp || state == State::kDown; };
   return std::any_of(wanted_.begin(), wanted_.end(), [&](const Wanted& one) {
-    return one.subject == wanted.subject &&
-           (one.state == wanted.state || (is_link(one.state) && is_link(wanted.state)));
+    return one.subject == wanted.subject && (one.state == wanted.state || (is_of_link(one) && is_of_link(wanted)));
   });
 }
 
-void keep_lacks(Band band, const std::vector<Lack>& lacks, Report& report) {
-  if (lacks.empty()) {
-    (void)remove_state_file(path_of(band));
-    return;
-  }
-  std::string text = this_boot() + "\n";
-  for (const Lack& lack : lacks) {
-    text += joined({kStates[static_cast<int>(lack.wanted.state)], lack.wanted.subject, lack.wanted.detail,
-                    printable(on_one_line(lack.cause))},
-                   "\t") +
-            "\n";
-  }
-  (void)write_state_file(path_of(band), kFormat, kVersion, text, report);
-}
-
-bool are_lacks_damaged(Band band) {
-  return is_state_file_there(path_of(band)) && !read_state_file(path_of(band), kFormat, kVersion);
-}
-
-std::vector<Lack> lacks_of(Band band) {
-  const std::optional<std::string> text = read_state_file(path_of(band), kFormat, kVersion);
-  // What was kept cannot be read: the system can.
-  if (!text && is_state_file_there(path_of(band))) return look_closely(band);
-  const std::vector<std::string> lines = lines_of(text.value_or(""));
-  std::vector<Lack> lacks;
-  if (lines.empty() || lines[0] != this_boot()) return lacks;
-  for (size_t i = 1; i < lines.size(); ++i) {
-    std::vector<std::string> words = split_at(lines[i], '\t');
-    words.resize(4);
-    const std::optional<State> state = parse_state(words[0]);
-    const Wanted wanted = {state.value_or(State::kUp), words[1], words[2]};
-    if (state && !lacking(wanted).empty()) lacks.push_back({wanted, words[3], is_unknown(wanted)});
-  }
-  return lacks;
-}
-
-std::vector<Lack> lacks_beside(Band band, const Expectation& operation) {
-  std::vector<Lack> lacks = lacks_of(band);
-  std::erase_if(lacks, [&](const Lack& lack) { return operation.judges(lack.wanted); });
-  return lacks;
+bool Expectation::wants_up(const std::string& interface) const {
+  return std::any_of(wanted_.begin(), wanted_.end(),
+                     [&](const Wanted& one) { return one.state == State::kUp && one.subject == interface; });
 }
 
 bool are_all_unknown(const std::vector<Lack>& lacks) {
@@ -342,8 +292,7 @@ void complain_of(Band band, const std::vector<Lack>& lacks, const std::string& n
   for (const Lack& lack : lacks) {
     // What there is to say of a driver that is late is said once.
     if (lack.is_unknown && std::exchange(is_doubt_told, true)) continue;
-    const bool is_interface = lack.wanted.state == State::kUp || lack.wanted.state == State::kDown;
-    Json details = is_interface ? about(band, lack.wanted.subject) : about(band);
+    Json details = is_of_link(lack.wanted) ? about(band, lack.wanted.subject) : about(band);
     details["reason"] = lack.cause;
     report.problem({std::string(label_of(band)) +
                         (lack.is_unknown ? ": not known whether it is in force: " : ": not in force: ") + text_of(lack),

@@ -12,10 +12,11 @@ class Report;
 
 // What should hold of an interface, a module or a band's driver.
 struct Wanted {
-  enum class State { kUp, kDown, kLoaded, kAnswers, kChannel, kRestarted };
+  enum class State { kUp, kDown, kLoaded, kAnswers, kChannel, kRestarted, kBridged };
   State state = State::kUp;
   std::string subject;  // "ra0", "mt7603eap", "2.4g"
-  std::string detail;   // the bridge of kUp, "" where any will do; the channel of kChannel
+  std::string
+      detail;  // the bridge of kUp, "" where any will do, and of kBridged, once it is up; the channel of kChannel
 
   bool operator==(const Wanted& other) const = default;
 };
@@ -26,6 +27,9 @@ struct Lack {
   std::string cause;
   bool is_unknown = false;  // the driver had its time before it told: nobody knows whether it holds
 };
+
+// What a driver that is late did not tell any more.
+bool is_unknown(const Wanted& wanted);
 
 // Whether there is any, and nothing is known to lack.
 bool are_all_unknown(const std::vector<Lack>& lacks);
@@ -50,6 +54,7 @@ class Expectation {
 
   // Whether `look` says all there is to say of that.
   bool judges(const Wanted& wanted) const;
+  bool wants_up(const std::string& interface) const;
 
  private:
   std::vector<Wanted> wanted_;
@@ -62,9 +67,13 @@ void keep_lacks(Band band, const std::vector<Lack>& lacks, Report& report);
 // Whether they were kept and cannot be read.
 bool are_lacks_damaged(Band band);
 
-// Those kept that still lack now, or where they cannot be read what the system lacks of an open store's settings; and of them what an operation neither mends nor looks at.
+// Those kept that still lack now or, where they cannot be read, what the system lacks of an open store's settings.
 std::vector<Lack> lacks_of(Band band);
-std::vector<Lack> lacks_beside(Band band, const Expectation& operation);
+
+// What of those kept is to be kept beside what an operation found: it neither mended it nor looks at it. A bridge that
+// was applied stays wanted whatever the operation wants, also of what it takes down, which lacks nothing until it is up;
+// `found` wants it then, too.
+std::vector<Lack> lacks_beside(Band band, const Expectation& operation, std::vector<Lack>* found);
 
 // A problem for each, with what to do next.
 void complain_of(Band band, const std::vector<Lack>& lacks, const std::string& next, Report& report);

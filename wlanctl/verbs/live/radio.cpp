@@ -76,12 +76,16 @@ int turn(const Words& words, Report& report, Switch position) {
   // An interface that the driver has not made yet is none of the switch's.
   DriverTime::renew();
   std::vector<Lack> lacks = expected.look(true);
+  const std::vector<Lack> beside = lacks_beside(band, expected, &lacks);
   complain_of(band, lacks, "are you root, and is the driver well?", report);
-  // Off the air, that is nobody's loss; the driver may have it in force when it is back.
-  const std::vector<Lack> beside = lacks_beside(band, expected);
-  if (position == kOn) complain_of(band, beside, next_step(band), report);
   lacks.insert(lacks.end(), beside.begin(), beside.end());
   keep_lacks(band, lacks, report);
+  // Off the air, that is nobody's loss; the driver may have it in force when it is back.
+  if (position == kOn) {
+    std::vector<Lack> told = beside;
+    std::erase_if(told, [](const Lack& lack) { return lacking(lack.wanted).empty(); });
+    complain_of(band, told, next_step(band), report);
+  }
   note_moved(band, unbridged, report);
   tell_radio(band, position, are_all_unknown(lacks), report);
   return report.has_problems() ? kNotInForce : kDone;
