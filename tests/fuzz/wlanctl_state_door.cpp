@@ -116,7 +116,7 @@ void try_pending(Bytes bytes) {
   }
   Pending pending;
   pending.band = band;
-  pending.phase = static_cast<Phase>(how / 2 % 3);
+  pending.phase = static_cast<Phase>(how / 2 % 4);
   for (int i = 0; i < 8; ++i) {
     pending.deadline_ms = static_cast<int64_t>(static_cast<uint64_t>(pending.deadline_ms) << 8U | bytes.byte());
   }
@@ -129,7 +129,7 @@ void try_pending(Bytes bytes) {
   keep_over_boot(pending, report);
   const std::optional<Pending> kept = kept_over_boot(band);
   require(kept && is_same(*kept, pending), "what outlives a boot comes back as it was written");
-  require(!interrupted(band), "what is of this boot was not interrupted");
+  require(interrupted(band).has_value(), "of this boot, what nobody waits for any more was cut off");
   require(forget_over_boot(band, report) && !kept_over_boot(band), "what is forgotten is not there");
 }
 

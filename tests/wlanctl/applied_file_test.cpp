@@ -77,7 +77,7 @@ TEST(Confirm, TakesADatFileInWhichOthersHaveChangedAValue) {
                                   "sed -i s/^WPAPSK2=.*/WPAPSK2=foreign-secret-x/ $dat; echo == confirm; "
                                   "wlanctl confirm 2.4g; echo $?");
   EXPECT_EQ("2.4g: confirmed; the settings stay\n0\n", behind(result.out, "confirm"));
-  EXPECT_THAT(result.err, HasSubstr("others have changed "));
+  EXPECT_THAT(result.err, HasSubstr("has changed since wlanctl last applied it"));
 }
 
 TEST(Confirm, TakesADatFileOfFewerSsids) {
