@@ -37,9 +37,9 @@ if(NOT WIFIMGR_TEST_PROGRAMS)
 endif()
 
 foreach(name added_records_killed apply apply_killed band_list board calibration check colour columns completion confirm danger debug diff doctor
-    dry_run edit exit_codes explain export force foreign_change help history history_folder history_killed import import_killed import_round_trip import_to_file
-    in_force interrupt kept_lacks keys live_store lock loss man monitor monitor_looks neighbours pager power_cut readme recording rolled_back schema schema_kinds
-    secret set set_from show ssid ssid_move ssid_records stations
+    dry_run edit exit_codes explain export force help history history_folder history_killed import import_killed import_round_trip import_to_file
+    in_force interrupt keys live_store lock loss man monitor monitor_looks neighbours pager power_cut readme recording rolled_back schema schema_kinds
+    foreign_change kept_lacks secret set set_from show ssid ssid_move ssid_records stations
     status switched taken_back three_states told_at_once undo unlock wps wrong_file)
   wifimgr_program_test(wlanctl_test_support ${name}_test wlanctl/${name}_test.cpp)
 endforeach()
