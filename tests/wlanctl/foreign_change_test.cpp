@@ -122,6 +122,18 @@ TEST(ForeignFile, WithFewerSsidsLeavesNoneOnTheAir) {
   EXPECT_THAT(steps[1].out, Not(HasSubstr("UP")));
 }
 
+TEST(ForeignFile, IsAppliedAsAWholeWhereWhatWasKeptIsDamaged) {
+  for (const char* const between : {"", "wlanctl save 2.4g --force >/dev/null 2>&1;"}) {
+    const Result result = run_story(kKnown + kEdited + "truncate -s -3 /run/wlanctl-applied-2.4g;" + between +
+                                    "wlanctl apply 2.4g; echo == then;" + kSettings + "wlanctl apply 2.4g");
+    EXPECT_THAT(result.out, testing::StartsWith("2.4g: applied; dat file written, interfaces restarted,")) << between;
+    EXPECT_EQ(kAgree + "2.4g: nothing to apply; the store, the dat file and what is in force agree\n",
+              behind(result.out, "then"))
+        << between;
+    EXPECT_THAT(result.err, Not(HasSubstr("others ha"))) << "which nobody knows";
+  }
+}
+
 TEST(ForeignFile, OfAFreshGatewayCountsAsInForce) {
   const auto steps = run_steps({"wlanctl apply 2.4g", kSettings});
   EXPECT_EQ("2.4g: nothing to apply; the store is as the dat file, which counts as in force\n", steps[0].out);

@@ -36,10 +36,24 @@ if(NOT WIFIMGR_TEST_PROGRAMS)
   target_precompile_headers(wlanctl_test_support PRIVATE <gmock/gmock.h> <gtest/gtest.h> <nlohmann/json.hpp>)
 endif()
 
-foreach(name added_records_killed applied_file apply apply_killed band_list board calibration check colour columns completion confirm danger debug diff doctor
-    dry_run edit exit_codes explain export force foreign_change help history history_folder history_killed import import_killed import_round_trip import_to_file
-    in_force interrupt kept_lacks keys live_store lock loss man monitor monitor_looks neighbours pager power_cut readme recording rolled_back schema schema_kinds
-    secret set set_from show ssid ssid_move ssid_records stations
-    status switched taken_back three_states told_at_once undo unlock wps wrong_file)
+foreach(name
+    added_records_killed applied_file apply apply_killed
+    band_list board
+    calibration check colour columns completion confirm
+    danger debug diff doctor dry_run
+    edit exit_codes explain export
+    force foreign_change
+    help history history_folder history_killed
+    import import_killed import_round_trip import_to_file in_force interrupt
+    kept_lacks keys
+    live_store lock loss
+    man monitor monitor_looks
+    neighbours
+    pager power_cut
+    readme recording rolled_back
+    schema schema_kinds secret set set_from show ssid ssid_move ssid_records stations status switched
+    taken_back three_states told_at_once
+    undo unlock
+    wps wrong_file)
   wifimgr_program_test(wlanctl_test_support ${name}_test wlanctl/${name}_test.cpp)
 endforeach()

@@ -1,5 +1,7 @@
 #include "wlanctl/apply/applied_state.h"
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
@@ -80,6 +82,12 @@ Kept read_kept(Band band) {
   const std::vector<std::string> head = words_of(text->substr(0, end));
   if (head.size() != 2 || head[0] != this_boot()) return {};
   return {head[1] == kAnySum || head[1] == sum_of_dat_file(band), text->substr(end + 1)};
+}
+
+// Not for who may not read it.
+bool is_damaged(Band band) {
+  const std::string path = path_of(band);
+  return is_state_file_there(path) && access(path.c_str(), R_OK) == 0 && !read_state_file(path, kFormat, kVersion);
 }
 
 // Band, interfaces, whether the driver was told, snapshot.
@@ -205,7 +213,7 @@ bool restore_applied(Band band, Doubt* doubt, Report& report) {
   *doubt = kept.is_current || kept.text.empty() ? Doubt::kUnknown : Doubt::kChanged;
   const PrivateStore file(band, *content);
   take_applied(band);
-  g_doubted[number_of(band)] = *doubt == Doubt::kChanged;
+  g_doubted[number_of(band)] = *doubt == Doubt::kChanged || is_damaged(band);
   // However many the file has: what is up now may be of what was last applied.
   const std::optional<Parsed> last = is_doubted(band) ? parse_applied(band, kept.text) : std::nullopt;
   if (last) pre_wlan_state[number_of(band)] = std::max(pre_wlan_state[number_of(band)], last->interfaces);
@@ -246,6 +254,8 @@ void take_applied(Band band) {
 }
 
 bool keep_applied(Band band, FileIs file, Report& report) {
+  // What is damaged stays so for now: it says that nothing is known.
+  if (is_doubted(band) && is_damaged(band)) return true;
   const std::string sum = is_doubted(band) ? kNoSum : file == FileIs::kSettled ? sum_of_dat_file(band) : kAnySum;
   const std::string head = this_boot() + " " + sum + "\n";
   return write_state_file(path_of(band), kFormat, kVersion, head + applied_text(band), report);

@@ -30,8 +30,8 @@ enum class Doubt {
 bool restore_applied(Band band, Doubt* doubt, Report& report);
 void note_doubt(Band band, Doubt doubt, Report& report);
 
-// Whether others have changed the dat file since: nobody knows then what of it the driver has, until an apply has restarted
-// the interfaces. What is kept meanwhile stays in doubt.
+// Whether others have changed the dat file since, or what was kept is damaged: nobody knows then what of the file the
+// driver has, until an apply has restarted the interfaces. What is kept meanwhile stays in doubt.
 bool is_doubted(Band band);
 
 // For who writes a dat file whose settings nobody has applied, and what is in force is not known.
