@@ -57,7 +57,8 @@ TEST(ImportToFile, NamesRevertWhereTheStoreHasRoom) {
   EXPECT_THAT(steps[0].out,
               HasSubstr("  wlanctl revert 2.4g takes it into the live store,\n  wlanctl apply 2.4g --again "
                         "brings it into force\n"));
-  EXPECT_THAT(steps[0].err, HasSubstr("until then a save or an apply of the live store writes the dat file without it"));
+  EXPECT_THAT(steps[0].err,
+              HasSubstr("until then a save or an apply of the live store writes the dat file without it"));
   EXPECT_EQ("6\n", steps[1].out);
   EXPECT_EQ(0, steps[2].status) << steps[2].err;
   EXPECT_THAT(steps[2].out, HasSubstr("Channel  11\nTxPower  50\nSSID:1   Attic\n"));
@@ -133,7 +134,8 @@ TEST(ImportToFile, IntoTheFilesOfBothOrOfNone) {
                     "remount,ro,bind $d; wlanctl import all.json --to-file",
                 "cmp before " + kFile + " && echo same"});
   EXPECT_EQ(1, steps[0].status) << steps[0].err;
-  EXPECT_THAT(steps[0].err, HasSubstr("/etc/Wireless/RT2860AP_AC/RT2860AP.dat cannot be written: Read-only file system"));
+  EXPECT_THAT(steps[0].err,
+              HasSubstr("/etc/Wireless/RT2860AP_AC/RT2860AP.dat cannot be written: Read-only file system"));
   EXPECT_THAT(steps[0].out, Not(HasSubstr("stored")));
   EXPECT_EQ("same\n", steps[1].out);
 }
