@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <iterator>
 
+#include "wlanctl/apply/applied_state.h"
+#include "wlanctl/base/report.h"
 #include "wlanctl/keys/dat_key.h"
 #include "wlanctl/store/difference.h"
 
@@ -28,17 +30,19 @@ bool is_told_without_restart(const Key& key) {
   return key.effect == Effect::kAtOnce || std::any_of(std::begin(kInScripts), std::end(kInScripts), is_same);
 }
 
-std::vector<std::string> unread_values(const std::vector<wifimgr_attr_record>& before,
-                                       const std::vector<wifimgr_attr_record>& now,
-                                       const std::vector<Script>& scripts) {
+void note_unread(Band band, const std::vector<wifimgr_attr_record>& before, const std::vector<Script>& scripts,
+                 Report& report) {
   std::vector<std::string> names;
-  for (const Difference& one : served_differences(records_of(now), records_of(before))) {
+  for (const Difference& one : served_differences(records_of(settings_in_force(band)), records_of(before))) {
     int index = 0;
     const Key* const key = find_dat_key(one.dat_key, &index);
     if (one.dat_key == kReloadFlag || (key != nullptr && is_told_without_restart(*key))) continue;
     if (!is_in(scripts, one.dat_key)) names.push_back(one.name());
   }
-  return names;
+  if (names.empty()) return;
+  const std::string label = label_of(band);
+  report.note(label + ": saved, and read by the driver when the radio next starts: " + joined(names, ", ") +
+              "; wlanctl apply " + label + " --again restarts it");
 }
 
 }  // namespace wlanctl

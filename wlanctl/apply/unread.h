@@ -13,8 +13,8 @@ namespace wlanctl {
 // Whether the driver's scripts, or the setter itself, have a place for it.
 bool is_told_without_restart(const Key& key);
 
-// The names of the values that differ and that none of the scripts told.
-std::vector<std::string> unread_values(const std::vector<wifimgr_attr_record>& before,
-                                       const std::vector<wifimgr_attr_record>& now, const std::vector<Script>& scripts);
+// Names the values in force that are not as `before`, and that none of the scripts told.
+void note_unread(Band band, const std::vector<wifimgr_attr_record>& before, const std::vector<Script>& scripts,
+                 Report& report);
 
 }  // namespace wlanctl

@@ -223,15 +223,6 @@ void finish(Job& job, int exit_code, Report& report) {
   finish_entry(entry, report);
 }
 
-void note_unread(const Job& job, const std::vector<wifimgr_attr_record>& before, Report& report) {
-  if (job.applied->committed) return;
-  const std::vector<std::string> names = unread_values(before, table_of_store(job.band), job.applied->scripts);
-  if (names.empty()) return;
-  const std::string label = label_of(job.band);
-  report.note(label + ": saved, and read by the driver when the radio next starts: " + joined(names, ", ") +
-              "; wlanctl apply " + label + " --again restarts it");
-}
-
 // The exit code.
 int apply_job(const Words& words, Job& job, const std::vector<wifimgr_attr_record>& before, Report& report) {
   const std::optional<std::string> file_before = read_bytes(dat_path_of(job.band));
@@ -259,7 +250,7 @@ int apply_job(const Words& words, Job& job, const std::vector<wifimgr_attr_recor
   keep_lacks(job.band, job.applied->lacks, report);
   if (!keep_applied(job.band, FileIs::kSettled, report)) return kRefused;
   complain_of(job.band, job.applied->lacks, next_step(job.band), report);
-  note_unread(job, before, report);
+  if (!job.applied->committed) note_unread(job.band, before, job.applied->scripts, report);
   const int told = judge_scripts(job, report);
   return job.applied->lacks.empty() ? told : kNotInForce;
 }
