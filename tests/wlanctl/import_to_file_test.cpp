@@ -108,6 +108,21 @@ TEST(ImportToFile, HoldsWhatTheLibraryRefusesOnlyWhereThatIsInsistedOn) {
   EXPECT_EQ(1, steps[5].status);
 }
 
+TEST(ImportToFile, HoldsACountThatNoGatewayServesOnlyWhereThatIsInsistedOn) {
+  for (const char* const count : {"0", "9"}) {
+    const TestFolder folder;
+    write_file(folder / "odd.dat", std::string("Default\nBssidNum=") + count + "\nChannel=6\nSSID1=a\n");
+    const auto steps = run_steps(
+        {"wlanctl export 2.4g >f.json; echo Default >" + kFile,
+         "wlanctl import f.json --to-file; echo $?; cat " + kFile, "wlanctl import f.json --to-file --force; echo $?",
+         "wlanctl export 2.4g | cmp - f.json && echo same"},
+        {"--dat24", folder / "odd.dat"});
+    EXPECT_EQ("1\nDefault\n", steps[1].out);
+    EXPECT_THAT(steps[2].out, testing::EndsWith("\n0\n")) << steps[2].err;
+    EXPECT_EQ("same\n", steps[3].out);
+  }
+}
+
 TEST(ImportToFile, RefusesWhatADatFileCannotHold) {
   const auto steps = run_live({into("f.json", settings("\"SSID:1\": \"a=b\", \"Channel\": 11")) + "cp " + kFile +
                                    " before; wlanctl import f.json --to-file --force",

@@ -39,7 +39,8 @@ bool write(Band band, const std::string& text, Report& report) {
 }
 
 int write_as(Band band, Writer writer, const std::optional<std::string>& text, bool force, Report& report) {
-  if (const auto count = senseless_count(band)) {
+  // A dat file may hold any, where that is insisted on.
+  if (const auto count = senseless_count(band); count && !(writer == Writer::kTool && force)) {
     tell_senseless_count(band, *count, report);
     return kRefused;
   }
