@@ -250,6 +250,18 @@ TEST(ImportToFile, SaysInJsonWhatTheFileGot) {
   EXPECT_EQ(3u, data["bands"][0]["changes"].size());
 }
 
+// The live store does not have it yet.
+TEST(ImportToFile, BuildsOnWhatTheFileHas) {
+  const auto steps =
+      run_live({"wlanctl export 2.4g >a.json; sed s/Gateway-Home/Shed/ a.json >b.json; wlanctl import b.json "
+                "--to-file >/dev/null; echo TxPower=50 >d.dat; wlanctl import d.dat 2.4g --to-file >/dev/null; "
+                "grep -e ^SSID1= -e ^TxPower= " +
+                    kFile,
+                "wlanctl import a.json --to-file"});
+  EXPECT_EQ("SSID1=Shed\nTxPower=50\n", steps[0].out);
+  EXPECT_THAT(steps[1].out, HasSubstr("2.4g SSID:1 = Gateway-Home  (was Shed)\n"));
+}
+
 TEST(ImportToFile, SaysWhereThereIsNothingToDo) {
   const auto steps = run_live({"wlanctl export 2.4g >f.json; cp " + kFile + " before; wlanctl import f.json --to-file",
                                "cmp before " + kFile + " && echo same"});

@@ -11,6 +11,7 @@
 #include "wlanctl/base/hex.h"
 #include "wlanctl/base/report.h"
 #include "wlanctl/files/bytes.h"
+#include "wlanctl/files/lock.h"
 #include "wlanctl/files/places.h"
 #include "wlanctl/files/record_text.h"
 #include "wlanctl/files/state_file.h"
@@ -32,10 +33,12 @@ constexpr int kRestart = 1;
 // In place of the dat file's sum.
 constexpr char kAnySum[] = "any";
 constexpr char kNoSum[] = "none";
+constexpr char kApplyingSum[] = "applying";
 
 std::vector<wifimgr_attr_record> g_settings[kBandCount];
 bool g_told[kBandCount] = {true, true};
 bool g_doubted[kBandCount] = {};
+bool g_applying = false;  // in this process
 
 std::string path_of(Band band) {
   return std::string(place::kApplied) + label_of(band);
@@ -70,9 +73,15 @@ std::vector<bool> switches_of(Band band) {
   return switches;
 }
 
+// By this process, or by who has the tool's lock.
+bool is_being_applied() {
+  return g_applying || (!ToolLock::is_held_here() && !ToolLock());
+}
+
 struct Kept {
   bool is_current = false;  // of this boot, and nobody else has changed the dat file
   std::string text;         // "" when there is none
+  bool is_cut_off = false;  // an apply has begun since, and nobody is at it
 };
 
 Kept read_kept(Band band) {
@@ -81,7 +90,9 @@ Kept read_kept(Band band) {
   if (end == std::string::npos) return {};
   const std::vector<std::string> head = words_of(text->substr(0, end));
   if (head.size() != 2 || head[0] != this_boot()) return {};
-  return {head[1] == kAnySum || head[1] == sum_of_dat_file(band), text->substr(end + 1)};
+  const bool is_cut_off = head[1] == kApplyingSum && !is_being_applied();
+  const bool is_any = head[1] == kAnySum || head[1] == kApplyingSum;
+  return {!is_cut_off && (is_any || head[1] == sum_of_dat_file(band)), text->substr(end + 1), is_cut_off};
 }
 
 // Not for who may not read it.
@@ -210,10 +221,10 @@ bool restore_applied(Band band, Doubt* doubt, Report& report) {
   }
   // A file that was cut off says nothing of what others may have applied.
   if (!kept.text.empty() && !is_complete(band, *content) && adopt_applied(band, kept.text)) return true;
-  *doubt = kept.is_current || kept.text.empty() ? Doubt::kUnknown : Doubt::kChanged;
+  *doubt = kept.is_current || kept.text.empty() ? Doubt::kUnknown : kept.is_cut_off ? Doubt::kCutOff : Doubt::kChanged;
   const PrivateStore file(band, *content);
   take_applied(band);
-  g_doubted[number_of(band)] = *doubt == Doubt::kChanged || is_damaged(band);
+  g_doubted[number_of(band)] = *doubt != Doubt::kUnknown || is_damaged(band);
   // However many the file has: what is up now may be of what was last applied.
   const std::optional<Parsed> last = is_doubted(band) ? parse_applied(band, kept.text) : std::nullopt;
   if (last) pre_wlan_state[number_of(band)] = std::max(pre_wlan_state[number_of(band)], last->interfaces);
@@ -232,6 +243,14 @@ void note_doubt(Band band, Doubt doubt, Report& report) {
   if (doubt == Doubt::kNone) return;
   // An apply may have made it known meanwhile.
   const bool is_known = last_applied(band).has_value();
+  if (doubt == Doubt::kCutOff) {
+    const std::string label = label_of(band);
+    report.note("an apply of " + label + " had ended in the middle; " +
+                (is_known
+                     ? "all of it was applied anew"
+                     : "its dat file counts as what is in force, and wlanctl apply " + label + " applies it anew"));
+    return;
+  }
   if (doubt == Doubt::kChanged && is_known) {
     report.note(
         dat_path_of(band) +
@@ -256,7 +275,11 @@ void take_applied(Band band) {
 bool keep_applied(Band band, FileIs file, Report& report) {
   // What is damaged stays so for now: it says that nothing is known.
   if (is_doubted(band) && is_damaged(band)) return true;
-  const std::string sum = is_doubted(band) ? kNoSum : file == FileIs::kSettled ? sum_of_dat_file(band) : kAnySum;
+  g_applying = g_applying || file == FileIs::kApplying;
+  const std::string sum = file == FileIs::kApplying  ? kApplyingSum
+                          : is_doubted(band)         ? kNoSum
+                          : file == FileIs::kSettled ? sum_of_dat_file(band)
+                                                     : kAnySum;
   const std::string head = this_boot() + " " + sum + "\n";
   return write_state_file(path_of(band), kFormat, kVersion, head + applied_text(band), report);
 }

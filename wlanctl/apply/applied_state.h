@@ -24,6 +24,7 @@ enum class Doubt {
   kNone,
   kUnknown,  // nothing is known of what was last applied
   kChanged,  // others have changed the dat file since
+  kCutOff,   // the apply since has ended in the middle
 };
 
 // The same, with the doubt instead of its note; and that note.
@@ -55,7 +56,8 @@ bool is_in_force_known(Band band);
 
 // How the dat file stands to what is in force. Once settled, a file that has changed was changed by somebody else, who
 // may have applied it too: nothing is known of what is in force then.
-enum class FileIs { kChanging, kSettled };
+// While an apply is at work, what is in force is what was: once that one is gone without its end, nobody knows.
+enum class FileIs { kChanging, kApplying, kSettled };
 
 // Keeps what is in force. False with a problem when it cannot be written.
 bool keep_applied(Band band, FileIs file, Report& report);

@@ -215,8 +215,8 @@ Expectation::Expectation(Band band, Operation operation, int interfaces) {
   bool is_up = false;
   for (int i = 0; i < WIFIMGR_FIELDS; ++i) {
     const std::string interface = interface_of(band, i);
-    // A radio is off when nothing of it is on the air, be it what the settings serve no more.
-    if (i >= judged && (operation != Operation::kRadioOff || link_state(interface) != LinkState::kUp)) continue;
+    // Be it what the settings serve no more: it is not to stay on the air.
+    if (i >= judged && (operation == Operation::kRadioOn || link_state(interface) != LinkState::kUp)) continue;
     const bool up = operation != Operation::kRadioOff && i < count && is_switched_on(band, i + 1);
     is_up = is_up || up;
     wanted_.push_back(

@@ -67,6 +67,11 @@ std::vector<std::string> lists_not_in_force(Band band) {
   return keys;
 }
 
+bool is_file_in_force(Band band) {
+  const auto file = parse_dat_file(band);
+  return file && saved_text(band, *file) == saved_text(band, settings_in_force(band));
+}
+
 Plan plan_apply(Band band) {
   Plan plan;
   plan.lacks = lacks_of(band);

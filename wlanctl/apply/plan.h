@@ -40,6 +40,9 @@ void tell_senseless_count(Band band, const std::string& count, Report& report);
 // The band's store must be open, and restore_applied comes first.
 Plan plan_apply(Band band);
 
+// Whether the dat file is as a save of what is in force makes it.
+bool is_file_in_force(Band band);
+
 // The lists of the whole band that are not as they were applied, by their dat keys. What a save would make of them does not
 // tell, as it keeps but a part. restore_applied comes first.
 std::vector<std::string> lists_not_in_force(Band band);

@@ -159,6 +159,22 @@ void take_worked_with(Band band, std::vector<wifimgr_attr_record> worked_with, R
               "; wlanctl diff " + label + " --in-force shows it, and wlanctl apply " + label + " applies it");
 }
 
+// The module that is loaded behind it stays the old one then, with its interfaces.
+void note_unloaded(Band band, Report& report) {
+  for (const Command& command : commands_run()) {
+    if (!command.failed() || command.line.find("rmmod ") == std::string::npos) continue;
+    report.note(std::string(label_of(band)) + ": the driver was not reloaded: " + account_of(command) +
+                "; a reboot loads it anew");
+  }
+}
+
+// How many come before the last one that is up, with that.
+int interfaces_up(Band band) {
+  int count = WIFIMGR_FIELDS;
+  while (count > 0 && link_state(interface_of(band, count - 1)) != LinkState::kUp) --count;
+  return count;
+}
+
 }  // namespace
 
 std::string script_path_of(Band band) {
@@ -179,6 +195,11 @@ std::optional<Applied> bring_into_force(Band band, bool always_commit, Report& r
   applied.committed = always_commit || applied.weight != 0 || is_doubted(band);
   if (applied.committed) applied.weight = std::max(applied.weight, 1);
   ask_for_reload(band);
+  // What is taken down first is all that is up, be it what an apply before could not take down.
+  if (applied.committed) {
+    int& interfaces = pre_wlan_state[number_of(band)];
+    interfaces = std::max(interfaces, interfaces_up(band));
+  }
   const bool is_real = ShellScope::mode() == ShellMode::kRun;
   std::optional<Expectation> expected;
   std::vector<Wanted> before;
@@ -201,6 +222,7 @@ std::optional<Applied> bring_into_force(Band band, bool always_commit, Report& r
     failed = failed || (script.status != 0 && !script.may_fail);
     applied.scripts.push_back(std::move(script));
   }
+  if (is_real) note_unloaded(band, report);
   take_worked_with(band, std::move(worked_with), report);
   set_told(band, written && !failed);
   // What made it slow before may be gone with the restart.

@@ -95,7 +95,7 @@ int plan_all(const Words& words, Report& report, std::vector<Job>* jobs) {
 bool prepare(const Words& words, Job& job, Report& report) {
   // Until the new settings are in force, and kept as such, the file must not pass for them.
   if (!keep_file_of_now(job.band, job.plan.text, report)) return false;
-  if (!keep_applied(job.band, FileIs::kChanging, report) || !forget_over_boot(job.band, report)) return false;
+  if (!keep_applied(job.band, FileIs::kApplying, report) || !forget_over_boot(job.band, report)) return false;
   if (words.confirm_seconds == 0) return true;
   if (!job.plan.is_file_in_force) {
     report.note(dat_path_of(job.band) +
@@ -223,6 +223,16 @@ void finish(Job& job, int exit_code, Report& report) {
   finish_entry(entry, report);
 }
 
+// The driver has read the file behind the write of it.
+void doubt_other_file(Band band, Report& report) {
+  if (is_file_in_force(band)) return;
+  doubt_applied(band);
+  report.note("others have changed " + dat_path_of(band) +
+              " while it was applied: what of it the driver has read is not "
+              "known; look with wlanctl diff " +
+              label_of(band) + ", and wlanctl apply " + label_of(band) + " applies anew");
+}
+
 // The exit code.
 int apply_job(const Words& words, Job& job, const std::vector<wifimgr_attr_record>& before, Report& report) {
   const std::optional<std::string> file_before = read_bytes(dat_path_of(job.band));
@@ -248,8 +258,10 @@ int apply_job(const Words& words, Job& job, const std::vector<wifimgr_attr_recor
     return job.broken_off == BrokenOff::kInterrupted ? kRefused : kNotInForce;
   }
   keep_lacks(job.band, job.applied->lacks, report);
+  doubt_other_file(job.band, report);
   if (!keep_applied(job.band, FileIs::kSettled, report)) return kRefused;
   complain_of(job.band, job.applied->lacks, next_step(job.band), report);
+  if (!job.applied->committed && job.applied->lacks.empty()) note_undone(job.band, report);
   if (!job.applied->committed) note_unread(job.band, before, job.applied->scripts, report);
   const int told = judge_scripts(job, report);
   return job.applied->lacks.empty() ? told : kNotInForce;
@@ -282,6 +294,7 @@ bool prepare_all(const Words& words, std::vector<Job>& jobs, Report& report) {
   for (Job& job : jobs) {
     if (job.plan.nothing || job.is_refused || prepare(words, job, report)) continue;
     if (job.pending) (void)remove_pending(job.band, report);
+    (void)keep_applied(job.band, FileIs::kSettled, report);
     job.pending = std::nullopt;
     job.is_refused = true;
     are_all = false;

@@ -1,6 +1,7 @@
 // radio: takes a band off the air and back.
 #include "wlanctl/live/radio.h"
 #include "wifimgr_lib.h"
+#include "wlanctl/apply/applied_state.h"
 #include "wlanctl/apply/in_force.h"
 #include "wlanctl/apply/plan.h"
 #include "wlanctl/base/interrupt.h"
@@ -15,6 +16,9 @@
 #include "wlanctl/live/bridge.h"
 #include "wlanctl/live/driver_time.h"
 #include "wlanctl/live/served_ssid.h"
+#include "wlanctl/store/dat_file.h"
+#include "wlanctl/store/difference.h"
+#include "wlanctl/store/segment.h"
 #include "wlanctl/store/value.h"
 #include "wlanctl/verbs/verbs.h"
 
@@ -54,6 +58,22 @@ void tell_radio(Band band, Switch position, bool is_unknown, Report& report) {
   report.data() = {{"band", label_of(band)}, {"radio", position == kOn ? "on" : "off"}, {"ssids", std::move(ssids)}};
 }
 
+// The driver reads the dat file when its radio starts, whatever the store has.
+void note_file_read(Band band, Report& report) {
+  const auto file = parse_dat_file(band);
+  if (!file) return;
+  const size_t apart = served_differences(records_of(table_of_store(band)), records_of(*file), DatFile::kRight).size();
+  if (apart > 0) {
+    report.note(std::string(label_of(band)) + ": the driver has read the dat file, and the store has " +
+                count_of(apart, "other value") + "; wlanctl apply " + label_of(band) + " brings them into force");
+  }
+  Report unheard;
+  Doubt doubt = Doubt::kNone;
+  if (!is_in_force_known(band) || !restore_applied(band, &doubt, unheard) || is_file_in_force(band)) return;
+  doubt_applied(band);
+  (void)keep_applied(band, FileIs::kSettled, report);
+}
+
 int turn(const Words& words, Report& report, Switch position) {
   const Band band = *parse_band(words.band);
   const ToolLock lock(report, words.wait_seconds);
@@ -87,6 +107,7 @@ int turn(const Words& words, Report& report, Switch position) {
     complain_of(band, told, next_step(band), report);
   }
   note_moved(band, unbridged, report);
+  if (position == kOn) note_file_read(band, report);
   tell_radio(band, position, are_all_unknown(lacks), report);
   return report.has_problems() ? kNotInForce : kDone;
 }

@@ -23,21 +23,20 @@ namespace {
 
 using Table = std::vector<wifimgr_attr_record>;
 
-// What a save of the band would write now. Without a store, and with an empty one, that is what the dat file has, be it
-// nothing. None with a problem.
+// What the dat file has or, where that is nothing, the store. None with a problem.
 std::optional<Table> content_of(Band band, const Words& words, Report& report) {
+  bool has_settings = false;
   if (is_store_there(band)) {
     if (!open_store(band, report, Content::kToCome)) return std::nullopt;
-    if (!StoreLock(band).is_empty()) {
-      if (!(words.dry_run ? look_at_band(band, report) : open_band(band, report))) return std::nullopt;
-      return table_of_store(band);
-    }
+    has_settings = !StoreLock(band).is_empty();
+    if (has_settings && !(words.dry_run ? look_at_band(band, report) : open_band(band, report))) return std::nullopt;
   }
   if (const std::string reason = reason_against_dat_file(band); !reason.empty()) {
     report.problem({unreadable_dat_file(band), "is it the right path?", about(band)});
     return std::nullopt;
   }
-  return parse_dat_text(read_bytes(dat_path_of(band)).value_or(""));
+  Table file = parse_dat_text(read_bytes(dat_path_of(band)).value_or(""));
+  return file.empty() && has_settings ? table_of_store(band) : std::move(file);
 }
 
 struct FileToBe {
