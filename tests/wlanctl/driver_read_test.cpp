@@ -61,6 +61,15 @@ TEST(DriverRead, AtARadioOnIsNoNewsWhereStoreAndFileAgree) {
   EXPECT_THAT(result.err, Not(HasSubstr("has read")));
 }
 
+TEST(DriverRead, AtARadioOnOfARadioThatIsUpIsNothing) {
+  const Result result =
+      run_story(kFirst +
+                "wlanctl set 2.4g SSID:1=New >/dev/null; wlanctl radio on 2.4g; wlanctl save 2.4g >/dev/null; "
+                "wlanctl radio on 2.4g; echo == diff; wlanctl diff 2.4g");
+  EXPECT_THAT(result.err, Not(HasSubstr("has read")));
+  EXPECT_THAT(behind(result.out, "diff"), HasSubstr("SSID:1  Gateway-Home -> New\n"));
+}
+
 TEST(DriverRead, OfASsidThatWasRemovedGoesWithTheNextApply) {
   const Result result = run_story(kFirst +
                                   "wlanctl ssid remove 2.4g 2 --yes >/dev/null; simctl fail ifconfig exit=1 ra1 down 1 "

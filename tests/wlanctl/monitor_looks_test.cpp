@@ -11,6 +11,15 @@ using testing::AllOf;
 using testing::HasSubstr;
 using testing::Not;
 
+// What is preloaded is of the programs' processor. Where that is not the machine's, its own tools say that they do without.
+std::string without_words_of_loader(const std::string& text) {
+  std::string rest;
+  for (const std::string& line : lines_of(text)) {
+    if (!line.starts_with("ERROR: ld.so: ")) rest += line + "\n";
+  }
+  return rest;
+}
+
 // Only the monitor lacks it, what comes then does not.
 Result watch_without(const std::string& what, const std::string& words, const std::string& script,
                      const Words& options = {}) {
@@ -19,7 +28,7 @@ Result watch_without(const std::string& what, const std::string& words, const st
                   "WLANCTL_WITHOUT='" + what + "'; LD_PRELOAD=\"$LD_PRELOAD:" + built("lib/libno_notices.so") +
                       "\"; export WLANCTL_WITHOUT LD_PRELOAD"),
           options);
-  EXPECT_EQ("", result.err);
+  EXPECT_EQ("", without_words_of_loader(result.err));
   return result;
 }
 
