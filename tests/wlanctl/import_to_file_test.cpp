@@ -91,7 +91,8 @@ TEST(ImportToFile, LeavesWhatNothingSetsAsTheFileHasIt) {
                                    "wlanctl import f.json --to-file --force",
                                "grep MacAddress " + kFile},
                               few_lines(folder));
-  EXPECT_THAT(steps[0].err, HasSubstr("nothing sets it, and it stays as it is"));
+  EXPECT_THAT(steps[0].err,
+              HasSubstr("is \"02:00:00:00:00:01\" in the dat file; nothing sets it, and it stays as it is"));
   EXPECT_EQ("MacAddress=02:00:00:00:00:01\n", steps[1].out);
 }
 

@@ -168,13 +168,6 @@ void note_unloaded(Band band, Report& report) {
   }
 }
 
-// How many come before the last one that is up, with that.
-int interfaces_up(Band band) {
-  int count = WIFIMGR_FIELDS;
-  while (count > 0 && link_state(interface_of(band, count - 1)) != LinkState::kUp) --count;
-  return count;
-}
-
 }  // namespace
 
 std::string script_path_of(Band band) {

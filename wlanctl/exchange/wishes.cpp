@@ -43,7 +43,7 @@ std::string meant_words(const FileSetting& setting) {
 
 }  // namespace
 
-Wishes wishes_of(const SettingsText& text, const std::string& file, Band band) {
+Wishes wishes_of(const SettingsText& text, const std::string& file, Band band, const std::string& place) {
   Wishes found;
   const std::vector<FileSetting> stored = settings_of_store(band);
   for (const FileSetting& setting : text.settings) {
@@ -57,7 +57,7 @@ Wishes wishes_of(const SettingsText& text, const std::string& file, Band band) {
     if (now == setting.value || (!now && setting.value.empty())) continue;
     const bool is_secret = setting.is_setting() ? setting.target.key->secret : is_secret_dat_key(setting.dat_key);
     const auto shown = [&](const std::string& value) { return is_secret ? std::string(kMasked) : "\"" + value + "\""; };
-    const std::string here = now ? "is " + shown(*now) + " in the store" : "is not in the store";
+    const std::string here = now ? "is " + shown(*now) + " " + place : "is not " + place;
     found.left.push_back({setting.name(), file, setting.line,
                           setting.name() + " is " + shown(setting.value) + " there and " + here +
                               "; nothing sets it, and it stays as it is" + meant_words(setting)});

@@ -24,7 +24,9 @@ struct Wishes {
 
 // Of the text's settings of the band. Secrets that were left out stay as they are. What no setter takes (keys of the dat
 // file without a setting, and settings that are only read) is compared; where it differs it is left alone.
-Wishes wishes_of(const SettingsText& text, const std::string& file, Band band);
+// `place` says where that is, for the reason.
+Wishes wishes_of(const SettingsText& text, const std::string& file, Band band,
+                 const std::string& place = "in the store");
 
 // The defaults of the settings that the text does not have, for the SSIDs that there will be. What has no default on the
 // band, or no record in the store, is left out.

@@ -28,6 +28,12 @@ LinkState link_state(const std::string& interface) {
   return wifimgr_lib_get_test_itf_status(interface.c_str(), IFF_UP) == 1 ? LinkState::kUp : LinkState::kDown;
 }
 
+int interfaces_up(Band band) {
+  int count = WIFIMGR_FIELDS;
+  while (count > 0 && link_state(interface_of(band, count - 1)) != LinkState::kUp) --count;
+  return count;
+}
+
 const char* word_for(LinkState state) {
   if (state == LinkState::kAbsent) return "absent";
   return state == LinkState::kUp ? "up" : "down";

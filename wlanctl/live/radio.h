@@ -15,6 +15,9 @@ enum class LinkState { kAbsent, kDown, kUp };
 LinkState link_state(const std::string& interface);
 const char* word_for(LinkState state);  // "absent", "down", "up"
 
+// How many of the band's interfaces of SSIDs come before the last one that is up, with that; 0 where none is.
+int interfaces_up(Band band);
+
 // Whether the driver serves the band at all; a problem when it does not.
 bool is_there(Band band, Report& report);
 

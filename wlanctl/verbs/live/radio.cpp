@@ -58,13 +58,6 @@ void tell_radio(Band band, Switch position, bool is_unknown, Report& report) {
   report.data() = {{"band", label_of(band)}, {"radio", position == kOn ? "on" : "off"}, {"ssids", std::move(ssids)}};
 }
 
-bool is_any_up(Band band) {
-  for (int i = 0; i < WIFIMGR_FIELDS; ++i) {
-    if (link_state(interface_of(band, i)) == LinkState::kUp) return true;
-  }
-  return false;
-}
-
 // The driver reads the dat file when its radio starts, whatever the store has.
 void note_file_read(Band band, Report& report) {
   const auto file = parse_dat_file(band);
@@ -94,7 +87,7 @@ int turn(const Words& words, Report& report, Switch position) {
     return kRefused;
   }
   const std::vector<std::string> unbridged = unbridged_interfaces(band);
-  const bool starts = position == kOn && !is_any_up(band);
+  const bool starts = position == kOn && interfaces_up(band) == 0;
   const SignalHold hold;
   const InterruptAnswer answer("interrupted; the radio is switched first, and the result told");
   const CommandRun commands;
@@ -115,7 +108,7 @@ int turn(const Words& words, Report& report, Switch position) {
     complain_of(band, told, next_step(band), report);
   }
   note_moved(band, unbridged, report);
-  if (starts && is_any_up(band)) note_file_read(band, report);
+  if (starts && interfaces_up(band) > 0) note_file_read(band, report);
   tell_radio(band, position, are_all_unknown(lacks), report);
   return report.has_problems() ? kNotInForce : kDone;
 }

@@ -9,7 +9,7 @@
 namespace wlanctl {
 
 ImportPart judged_import(Band band, const SettingsText& text, const Words& words, Report& report) {
-  Wishes wishes = wishes_of(text, words.file, band);
+  Wishes wishes = wishes_of(text, words.file, band, words.to_file ? "in the dat file" : "in the store");
   if (words.replace) {
     for (Wish& wish : default_wishes(text, words.file, band)) wishes.wishes.push_back(std::move(wish));
   }
