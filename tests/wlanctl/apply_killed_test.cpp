@@ -156,6 +156,7 @@ TEST(GuardianKilled, TogetherWithTheApplyIsMadeUpForAtOnce) {
       run_story(kChange + killing_ifconfig(std::string(kGuardianPid) + " $(cat /front/pid)") + "touch /front/armed;" +
                 kApply + "no_guardian; wlanctl set 2.4g RTSThreshold=2347 >/dev/null; ls /run | grep pending;" + kBack);
   EXPECT_THAT(result.err, HasSubstr("the apply of 2.4g ended in the middle; it is rolled back now"));
+  EXPECT_THAT(result.err, Not(HasSubstr("have changed"))) << "the file is as that apply has written it";
   EXPECT_EQ(kAllBack, behind(result.out, "back"));
 }
 

@@ -182,6 +182,10 @@ bool is_in_force_known(Band band) {
   return read_kept(band).is_current;
 }
 
+bool is_apply_cut_off(Band band) {
+  return read_kept(band).is_cut_off;
+}
+
 Problem untold(Band band) {
   const std::string label = label_of(band);
   return {"the driver did not take all of what was last applied to " + label,

@@ -54,6 +54,9 @@ std::optional<std::vector<wifimgr_attr_record>> applied_by_tool(Band band);
 // Whether it is known, without its settings.
 bool is_in_force_known(Band band);
 
+// Whether it is not, as the apply since has ended in the middle: the dat file may be as that one has written it.
+bool is_apply_cut_off(Band band);
+
 // How the dat file stands to what is in force. Once settled, a file that has changed was changed by somebody else, who
 // may have applied it too: nothing is known of what is in force then.
 // While an apply is at work, what is in force is what was: once that one is gone without its end, nobody knows.

@@ -64,7 +64,7 @@ void keep_foreign_file(const Pending& pending, Report& report) {
   const Band band = pending.band;
   const std::string path = dat_path_of(band);
   // What an apply at work has written, in part or whole, is nobody else's.
-  if (is_in_force_known(band)) return;
+  if (is_in_force_known(band) || is_apply_cut_off(band)) return;
   const std::optional<std::string> file = read_bytes(path);
   if (!file || file->empty() || *file == pending.dat) return;
   const bool is_known = pending.boot == this_boot() && kept_in_force(band).has_value();
