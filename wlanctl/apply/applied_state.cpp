@@ -11,8 +11,8 @@
 #include "wlanctl/base/hex.h"
 #include "wlanctl/base/report.h"
 #include "wlanctl/files/bytes.h"
-#include "wlanctl/files/lock.h"
 #include "wlanctl/files/places.h"
+#include "wlanctl/files/process.h"
 #include "wlanctl/files/record_text.h"
 #include "wlanctl/files/state_file.h"
 #include "wlanctl/store/dat_file.h"
@@ -33,7 +33,7 @@ constexpr int kRestart = 1;
 // In place of the dat file's sum.
 constexpr char kAnySum[] = "any";
 constexpr char kNoSum[] = "none";
-constexpr char kApplyingSum[] = "applying";
+constexpr char kApplyingSum[] = "applying:";  // and the process
 
 std::vector<wifimgr_attr_record> g_settings[kBandCount];
 bool g_told[kBandCount] = {true, true};
@@ -73,9 +73,10 @@ std::vector<bool> switches_of(Band band) {
   return switches;
 }
 
-// By this process, or by who has the tool's lock.
-bool is_being_applied() {
-  return g_applying || (!ToolLock::is_held_here() && !ToolLock());
+// The process of an apply that is at work; none where the word says something else.
+std::optional<pid_t> applier_in(const std::string& word) {
+  if (!word.starts_with(kApplyingSum)) return std::nullopt;
+  return static_cast<pid_t>(number_in(word.substr(sizeof kApplyingSum - 1)).value_or(0));
 }
 
 struct Kept {
@@ -90,8 +91,10 @@ Kept read_kept(Band band) {
   if (end == std::string::npos) return {};
   const std::vector<std::string> head = words_of(text->substr(0, end));
   if (head.size() != 2 || head[0] != this_boot()) return {};
-  const bool is_cut_off = head[1] == kApplyingSum && !is_being_applied();
-  const bool is_any = head[1] == kAnySum || head[1] == kApplyingSum;
+  const std::optional<pid_t> applier = applier_in(head[1]);
+  // Its guardian goes on with what it has begun.
+  const bool is_cut_off = applier && !g_applying && has_ended(*applier);
+  const bool is_any = head[1] == kAnySum || applier;
   return {!is_cut_off && (is_any || head[1] == sum_of_dat_file(band)), text->substr(end + 1), is_cut_off};
 }
 
@@ -280,7 +283,7 @@ bool keep_applied(Band band, FileIs file, Report& report) {
   // What is damaged stays so for now: it says that nothing is known.
   if (is_doubted(band) && is_damaged(band)) return true;
   g_applying = g_applying || file == FileIs::kApplying;
-  const std::string sum = file == FileIs::kApplying  ? kApplyingSum
+  const std::string sum = file == FileIs::kApplying  ? kApplyingSum + std::to_string(getpid())
                           : is_doubted(band)         ? kNoSum
                           : file == FileIs::kSettled ? sum_of_dat_file(band)
                                                      : kAnySum;

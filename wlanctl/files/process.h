@@ -9,6 +9,9 @@ namespace wlanctl {
 
 bool is_running(pid_t process);
 
+// Whether it is at work no more: gone, or waited for by its parent.
+bool has_ended(pid_t process);
+
 // By SIGSTOP, a terminal or a debugger; false where that is not to be had.
 bool is_stopped(pid_t process);
 
