@@ -52,9 +52,9 @@ foreach(name
     neighbours
     pager power_cut
     readme recording rolled_back
-    schema schema_kinds secret set set_from show ssid ssid_move ssid_records stations status switched
+    schema schema_kinds secret set set_count set_from show ssid ssid_move ssid_records stations status switched
     taken_back three_states told_at_once
-    undo unlock
+    undo undone unlock
     wps wrong_file)
   wifimgr_program_test(wlanctl_test_support ${name}_test wlanctl/${name}_test.cpp)
 endforeach()

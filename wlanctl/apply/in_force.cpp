@@ -22,7 +22,6 @@ namespace {
 using State = Wanted::State;
 
 constexpr int kLinks = 4;
-constexpr char kLanBridge[] = "br-lan";
 constexpr char kLoad[] = "insmod ";
 constexpr char kUnload[] = "rmmod ";
 
@@ -95,18 +94,6 @@ std::string line_for(const Wanted& wanted) {
   return "ifconfig " + name + " up";
 }
 
-// What another apply does not mend by itself. brctl puts no interface that is in a bridge into another one.
-std::string way_out(const Wanted& wanted) {
-  if (wanted.state == State::kDown) return "ifconfig " + wanted.subject + " down takes it down; ";
-  if (wanted.state == State::kLoaded) {
-    return "load it with insmod, or reboot: an apply loads it when the SSID count changes; ";
-  }
-  const bool is_in_bridge = wanted.state == State::kUp || wanted.state == State::kBridged;
-  const std::string bridge = is_in_bridge ? bridge_of(wanted.subject).value_or("") : "";
-  if (bridge.empty() || wanted.detail.empty() || bridge == wanted.detail) return "";
-  return "brctl delif " + bridge + " " + wanted.subject + " takes it out; ";
-}
-
 bool is_missing(const Wanted& wanted) {
   return wanted.state == State::kUp && link_state(wanted.subject) == LinkState::kAbsent;
 }
@@ -146,7 +133,7 @@ void add_other_band(Band other, std::vector<Wanted>* wanted) {
 // An interface that is in a bridge already stays there: brctl puts none into a second one.
 std::string bridge_after(Operation operation, const std::string& interface) {
   if (operation == Operation::kSave) return "";
-  if (operation == Operation::kCommit) return kLanBridge;
+  if (operation == Operation::kCommit) return kApplyBridge;
   const std::string before = bridge_of(interface).value_or("");
   return before.empty() ? kSwitchBridge : before;
 }
@@ -159,17 +146,6 @@ void add_links(Band band, Operation operation, std::vector<Wanted>* wanted) {
     const std::string link = link_of(band, i);
     wanted->push_back({are_on ? State::kUp : State::kDown, link, are_on ? bridge_after(operation, link) : ""});
   }
-}
-
-// The interfaces of the SSIDs that are served and on, of which something is so.
-template <typename IsSo>
-std::vector<std::string> switched_on(Band band, IsSo is_so) {
-  std::vector<std::string> found;
-  for (int ssid = 1; ssid <= std::clamp(ssid_count(band), 0, WIFIMGR_FIELDS); ++ssid) {
-    const std::string interface = interface_of(band, ssid - 1);
-    if (is_switched_on(band, ssid) && is_so(interface)) found.push_back(interface);
-  }
-  return found;
 }
 
 bool is_of_link(const Wanted& wanted) {
@@ -223,6 +199,8 @@ Expectation::Expectation(Band band, Operation operation, int interfaces) {
         {up ? State::kUp : State::kDown, interface, up ? bridge_after(operation, interface) : std::string()});
   }
   add_links(band, operation, &wanted_);
+  std::copy_if(wanted_.begin(), wanted_.end(), std::back_inserter(bridges_),
+               [](const Wanted& one) { return one.state == State::kUp && !one.detail.empty(); });
   if (is_up) wanted_.push_back({State::kAnswers, label_of(band), ""});
   const std::optional<Wanted> channel = wanted_channel(band);
   if (is_up && operation == Operation::kCommit && channel) wanted_.push_back(*channel);
@@ -277,6 +255,17 @@ bool are_all_unknown(const std::vector<Lack>& lacks) {
   return !lacks.empty() && std::all_of(lacks.begin(), lacks.end(), [](const Lack& lack) { return lack.is_unknown; });
 }
 
+std::string way_out(const Wanted& wanted) {
+  if (wanted.state == State::kDown) return "ifconfig " + wanted.subject + " down takes it down; ";
+  if (wanted.state == State::kLoaded) {
+    return "load it with insmod, or reboot: an apply loads it when the SSID count changes; ";
+  }
+  const bool is_in_bridge = wanted.state == State::kUp || wanted.state == State::kBridged;
+  const std::string bridge = is_in_bridge ? bridge_of(wanted.subject).value_or("") : "";
+  if (bridge.empty() || wanted.detail.empty() || bridge == wanted.detail) return "";
+  return "brctl delif " + bridge + " " + wanted.subject + " takes it out; ";
+}
+
 std::string text_of(const Lack& lack) {
   if (lack.is_unknown) return unknown_of(lack.wanted);
   const std::string state = lacking(lack.wanted);
@@ -303,54 +292,10 @@ void complain_of(Band band, const std::vector<Lack>& lacks, const std::string& n
   }
 }
 
-void note_undone(Band band, Report& report) {
-  const std::string label = label_of(band);
-  const DriverTime limited;
-  const std::vector<Lack> lacks = look_closely(band);
-  const bool is_late = is_driver_late(band);
-  if (is_late) {
-    report.note(label + ": the driver took longer than " + std::to_string(kDriverSeconds) +
-                " s to tell its channel; whether it serves what was applied is not known");
-  }
-  for (const Lack& lack : lacks) {
-    if (lack.is_unknown || (is_late && lack.wanted.state == State::kAnswers)) continue;
-    report.note(label + ": " + lacking(lack.wanted) + ", which the settings want otherwise; wlanctl radio on " + label +
-                " or wlanctl apply " + label + " --again brings it back");
-  }
-}
-
 std::vector<Lack> lacks_by_driver(Band band) {
   const std::optional<Wanted> channel = wanted_channel(band);
   if (!channel || lacking(*channel).empty()) return {};
   return {{*channel, "", is_unknown(*channel)}};
-}
-
-std::vector<Lack> look_now(Band band) {
-  return Expectation(band, Operation::kSave, 0).look(true);
-}
-
-std::vector<Lack> look_closely(Band band) {
-  std::vector<Lack> lacks = look_now(band);
-  for (const std::string& interface : unbridged_interfaces(band)) {
-    if (link_state(interface) == LinkState::kUp) lacks.push_back({{State::kUp, interface, kLanBridge}, ""});
-  }
-  const std::vector<Lack> channel = lacks_by_driver(band);
-  lacks.insert(lacks.end(), channel.begin(), channel.end());
-  return lacks;
-}
-
-std::vector<std::string> missing_interfaces(Band band) {
-  return switched_on(band, [](const std::string& interface) { return link_state(interface) == LinkState::kAbsent; });
-}
-
-void note_missing(Band band, const std::vector<std::string>& missing, bool is_reboot_advised, Report& report) {
-  if (missing.empty()) return;
-  report.note(std::string(label_of(band)) + ": not on the air before " + (is_reboot_advised ? "that" : "a") +
-              " reboot, as the driver has made no interface: " + joined(missing, ", "));
-}
-
-std::vector<std::string> unbridged_interfaces(Band band) {
-  return switched_on(band, [](const std::string& interface) { return bridge_of(interface).value_or("-").empty(); });
 }
 
 }  // namespace wlanctl

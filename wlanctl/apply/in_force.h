@@ -56,8 +56,12 @@ class Expectation {
   bool judges(const Wanted& wanted) const;
   bool wants_up(const std::string& interface) const;
 
+  // What it wants up of the band itself, with its bridge.
+  const std::vector<Wanted>& bridges() const { return bridges_; }
+
  private:
   std::vector<Wanted> wanted_;
+  std::vector<Wanted> bridges_;
   std::vector<Wanted> await_boot_;  // the driver that is there had made none of these before
 };
 
@@ -79,30 +83,18 @@ std::vector<Lack> lacks_beside(Band band, const Expectation& operation, std::vec
 void complain_of(Band band, const std::vector<Lack>& lacks, const std::string& next, Report& report);
 std::string text_of(const Lack& lack);
 
+// What another apply does not mend by itself: "brctl delif br0 ra0 takes it out; ", as brctl puts no interface that is in
+// a bridge into another one.
+std::string way_out(const Wanted& wanted);
+
 // What brings it into force.
 std::string next_step(Band band);
-
-// Notes what no apply has failed to do, but somebody has undone since: an interface that is down though its SSID is on.
-void note_undone(Band band, Report& report);
 
 // Where it is not known what is in force, what the driver can be asked of the settings in the store: its channel.
 std::vector<Lack> lacks_by_driver(Band band);
 
-// What holds at this moment of the settings in the store: enabled interfaces are up, the driver answers.
-std::vector<Lack> look_now(Band band);
-
-// The same, and what an apply with a restart brings about: a bridge, the channel.
-std::vector<Lack> look_closely(Band band);
-
-// The interfaces of enabled SSIDs that the kernel does not have: the driver makes new ones when it is loaded. And those that
-// it has, but in no bridge.
-std::vector<std::string> missing_interfaces(Band band);
-std::vector<std::string> unbridged_interfaces(Band band);
-
-// Says of interfaces that are missing, of SSIDs that are to be served, when they come.
-void note_missing(Band band, const std::vector<std::string>& missing, bool is_reboot_advised, Report& report);
-
-// Where the library's switch of a radio puts what is in no bridge.
+// Where an apply with a restart puts interfaces, and where the library's switch of a radio puts those in no bridge.
+inline constexpr char kApplyBridge[] = "br-lan";
 inline constexpr char kSwitchBridge[] = "br0";
 
 }  // namespace wlanctl

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "wlanctl/apply/in_force.h"
+#include "wlanctl/apply/undone.h"
 #include "wlanctl/base/report.h"
 #include "wlanctl/base/terminal.h"
 #include "wlanctl/files/bytes.h"

@@ -9,6 +9,7 @@
 
 #include "wifimgr_lib.h"
 #include "wlanctl/apply/applied_state.h"
+#include "wlanctl/apply/bridges.h"
 #include "wlanctl/base/report.h"
 #include "wlanctl/base/terminal.h"
 #include "wlanctl/keys/dat_key.h"
@@ -119,13 +120,13 @@ std::vector<Wanted> lacking_before(Band band, bool is_restarted) {
   return Expectation(band, Operation::kSave, 0).lacking_now();
 }
 
-void look(Band band, const Expectation& expected, const std::vector<Wanted>& before, Applied* applied) {
+void look(Band band, const Expectation& expected, const std::vector<Wanted>& before, Applied* applied, Report& report) {
   applied->lacks = expected.look(applied->weight > 1);
   applied->has_lacked_before = std::all_of(applied->lacks.begin(), applied->lacks.end(), [&](const Lack& lack) {
     return std::find(before.begin(), before.end(), lack.wanted) != before.end();
   });
   // A restart is looked at as a whole.
-  if (applied->committed) return;
+  if (applied->committed) return keep_bridges(band, expected.bridges(), report);
   for (Lack& beside : lacks_beside(band, expected, &applied->lacks)) {
     if (!lacking(beside.wanted).empty()) applied->lacks.push_back(std::move(beside));
   }
@@ -220,7 +221,7 @@ std::optional<Applied> bring_into_force(Band band, bool always_commit, Report& r
   set_told(band, written && !failed);
   // What made it slow before may be gone with the restart.
   DriverTime::renew();
-  if (expected && is_broken_off() == BrokenOff::kNo) look(band, *expected, before, &applied);
+  if (expected && is_broken_off() == BrokenOff::kNo) look(band, *expected, before, &applied, report);
   return applied;
 }
 

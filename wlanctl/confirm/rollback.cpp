@@ -17,6 +17,7 @@
 #include "wlanctl/apply/in_force.h"
 #include "wlanctl/apply/plan.h"
 #include "wlanctl/apply/run.h"
+#include "wlanctl/apply/undone.h"
 #include "wlanctl/base/report.h"
 #include "wlanctl/confirm/outlived.h"
 #include "wlanctl/files/bytes.h"

@@ -5,6 +5,7 @@
 #include "wlanctl/apply/adjustment.h"
 #include "wlanctl/base/report.h"
 #include "wlanctl/check/loss.h"
+#include "wlanctl/exchange/bare_ssid.h"
 #include "wlanctl/exchange/reader.h"
 #include "wlanctl/exchange/stored_settings.h"
 #include "wlanctl/keys/danger.h"
@@ -67,12 +68,17 @@ class Try {
     plan_.order = order;
     const Outlook before = outlook_of(band_);
     const std::vector<Wish> stood = values_of(wishes);
+    const std::vector<int> on_before = ssids_switched_on(band_);
     const PrivateStore copy(band_);
     const ShellScope nothing_runs(ShellMode::kDrop);
     table_ = table_of_store(band_);
     if (order == Order::kAsGiven) {
       for (const Wish& wish : wishes) {
-        if (!take(wish)) refuse(report_, band_, wish, reason_or_default(), next_of(wish));
+        add_missing_records(wish);
+        if (take(wish)) continue;
+        const std::string reason = reason_or_default();
+        const bool lacks_record = has_own_record(wish.target) && !missing_records(band_, wish.target.index).empty();
+        if (!lacks_record || has_record(wish)) refuse(report_, band_, wish, reason, next_of(wish));
       }
     } else {
       take_as_needed(wishes);
@@ -80,6 +86,7 @@ class Try {
     const bool is_taken = !report_.has_problems();
     // All that is wrong at once; but nothing is insisted on of what is not stored.
     if (is_taken || !force_) judge_dangerous_and_unserved();
+    if (is_taken) judge_bare_ssids(on_before);
     if (!is_taken) return std::move(plan_);
     const Outlook after = outlook_of(band_);
     judge_losses(before, after);
@@ -225,6 +232,34 @@ class Try {
       const auto same = [&](const Wish* other) { return other->target == step->target; };
       const bool is_last = step == *std::find_if(storable.rbegin(), storable.rend(), same);
       if (is_last || plan_.order == Order::kAsGiven) judge_unserved(*step, is_last);
+    }
+  }
+
+  // The step that puts an SSID on the air: its switch, or the count.
+  const Wish* step_to_air(int ssid) const {
+    const Wish* found = nullptr;
+    for (const Wish& step : plan_.steps) {
+      const std::string name = step.target.key->name;
+      if ((name == "EnableSSID" && step.target.index == ssid) || (name == kSsidCount && found == nullptr))
+        found = &step;
+    }
+    return found;
+  }
+
+  void judge_bare_ssids(const std::vector<int>& on_before) {
+    for (const int ssid : ssids_switched_on(band_)) {
+      const Wish* const step = step_to_air(ssid);
+      if (step == nullptr || std::find(on_before.begin(), on_before.end(), ssid) != on_before.end()) continue;
+      const std::string reason = reason_against_air(band_, ssid);
+      if (reason.empty()) continue;
+      // An undo is not kept from what was before.
+      if (force_ || plan_.order == Order::kAsBefore) {
+        report_.note(step->target.name() + " is taken all the same: " + reason);
+      } else {
+        refuse(
+            report_, band_, *step, reason,
+            std::string("set that too, or wlanctl ssid add ") + label_of(band_) + " NAME sets one up; --force insists");
+      }
     }
   }
 

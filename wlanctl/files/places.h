@@ -10,6 +10,7 @@ inline constexpr char kPending[] = "/var/run/wlanctl-pending-";  // likewise: an
 inline constexpr char kGuard[] = "/var/run/wlanctl-guard-";      // likewise: held by who watches over that
 inline constexpr char kKept[] = "/var/run/wlanctl-kept-";        // likewise: the dat file before a write that lost some
 inline constexpr char kLacking[] = "/var/run/wlanctl-lacking-";  // likewise: what was applied and is not in force
+inline constexpr char kBridges[] = "/var/run/wlanctl-bridges-";  // likewise: where a restart has put the interfaces
 inline constexpr char kFiling[] = "/var/run/wlanctl-filing";     // which dat files are being written, of both bands
 inline constexpr char kStoring[] = "/var/run/wlanctl-storing";   // what is being stored, of both bands
 inline constexpr char kEdit[] = "/var/run/wlanctl-edit-";        // and six letters: what is being edited

@@ -8,6 +8,7 @@
 #include "wlanctl/apply/in_force.h"
 #include "wlanctl/apply/plan.h"
 #include "wlanctl/apply/run.h"
+#include "wlanctl/apply/undone.h"
 #include "wlanctl/apply/unread.h"
 #include "wlanctl/base/interrupt.h"
 #include "wlanctl/base/report.h"

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "wlanctl/apply/undone.h"
 #include "wlanctl/base/report.h"
 #include "wlanctl/command_line/verb.h"
 
@@ -22,7 +23,9 @@ std::string told_ssids(const Applied& applied) {
 
 bool Job::is_in_force() const {
   const auto is_taken = [](const Script& script) { return script.status == 0 || script.may_fail; };
+  // An SSID that the driver makes an interface for at the next boot is not on the air yet.
   return applied && applied->lacks.empty() && !is_rolled_back && broken_off == BrokenOff::kNo &&
+         missing_interfaces(band).empty() &&
          std::all_of(applied->scripts.begin(), applied->scripts.end(), is_taken);
 }
 
@@ -38,7 +41,7 @@ void tell_applied(const Words& words, const Job& job, Report& report) {
     report.text() << label << ": nothing to apply; the store"
                   << (job.doubt != Doubt::kNone ? " is as the dat file, which counts as in force\n"
                                                 : ", the dat file and what is in force agree\n");
-    note_undone(job.band, report);
+    note_system(job.band, report);
   } else if (job.applied) {
     const Applied& applied = *job.applied;
     entry["apply"] = word_for_apply(false, applied.weight);

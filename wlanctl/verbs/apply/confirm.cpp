@@ -3,6 +3,7 @@
 
 #include "wlanctl/apply/applied_state.h"
 #include "wlanctl/apply/in_force.h"
+#include "wlanctl/apply/undone.h"
 #include "wlanctl/base/report.h"
 #include "wlanctl/base/time_text.h"
 #include "wlanctl/command_line/common_words.h"

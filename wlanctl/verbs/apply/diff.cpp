@@ -7,6 +7,7 @@
 #include "wlanctl/apply/applied_state.h"
 #include "wlanctl/apply/in_force.h"
 #include "wlanctl/apply/plan.h"
+#include "wlanctl/apply/undone.h"
 #include "wlanctl/base/colour.h"
 #include "wlanctl/base/report.h"
 #include "wlanctl/base/terminal.h"
@@ -111,9 +112,8 @@ int diff_dat_file(Band band, const Words& words, Report& report, Outcome& outcom
   if (!waiting.empty()) text << "  " << verb_for(waiting.size()) << " from what is in force (in force -> store)\n";
   Json not_in_force = tell_changes(waiting, in_force, words.secrets, text);
   Json adjustments = tell_adjustments(plan.adjustments, words.secrets, text);
-  if (plan.nothing) {
-    note_undone(band, report);
-  } else {
+  if (plan.lacks.empty()) note_system(band, report);
+  if (!plan.nothing) {
     note_access_lists(band, report);
     note_lists_to_cut(band, live, file, report);
   }

@@ -4,6 +4,7 @@
 #include "wlanctl/apply/applied_state.h"
 #include "wlanctl/apply/in_force.h"
 #include "wlanctl/apply/plan.h"
+#include "wlanctl/apply/undone.h"
 #include "wlanctl/base/interrupt.h"
 #include "wlanctl/base/report.h"
 #include "wlanctl/base/signal_hold.h"

@@ -4,6 +4,7 @@
 #include "wlanctl/apply/applied_state.h"
 #include "wlanctl/apply/in_force.h"
 #include "wlanctl/apply/three_states.h"
+#include "wlanctl/apply/undone.h"
 #include "wlanctl/base/colour.h"
 #include "wlanctl/base/ending_signals.h"
 #include "wlanctl/base/report.h"
@@ -135,6 +136,13 @@ Json ask_band(Report& report, Band band, const ThreeStates& states) {
           {"neighbours", json_of(neighbours)}};
 }
 
+// What is lacking is told already, and so is a driver that is not there.
+void note_undone_of(Band band, const ThreeStates& states, Report& report) {
+  Report unheard;
+  if (states.is_lacking() || link_state(interface_of(band, 0)) == LinkState::kAbsent) return;
+  if (restore_applied(band, unheard)) note_system(band, report);
+}
+
 // What does not depend on a band's store is shown in any case.
 int show_page(const std::vector<Band>& bands_asked, Report& report) {
   const DriverTime limited;
@@ -159,6 +167,7 @@ int show_page(const std::vector<Band>& bands_asked, Report& report) {
     if (states.is_lacking()) code = worse_of(code, kNotInForce);
     complain_of(band, states.lacks, next_step(band), report);
     if (!states.is_told) report.problem(untold(band));
+    note_undone_of(band, states, report);
   }
   report.data() = {{"board", json_of(board)}, {"bands", std::move(bands)}};
   return code == kDone && report.has_problems() ? kNoAnswer : code;

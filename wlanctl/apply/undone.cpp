@@ -1,0 +1,102 @@
+#include "wlanctl/apply/undone.h"
+
+#include <algorithm>
+
+#include "wlanctl/apply/applied_state.h"
+#include "wlanctl/apply/bridges.h"
+#include "wlanctl/base/report.h"
+#include "wlanctl/live/bridge.h"
+#include "wlanctl/live/driver_time.h"
+#include "wlanctl/live/radio.h"
+#include "wlanctl/store/private_store.h"
+#include "wlanctl/store/value.h"
+
+namespace wlanctl {
+namespace {
+
+using State = Wanted::State;
+
+// The interfaces of the SSIDs that are served and on, of which something is so.
+template <typename IsSo>
+std::vector<std::string> switched_on(Band band, IsSo is_so) {
+  std::vector<std::string> found;
+  for (int ssid = 1; ssid <= std::clamp(ssid_count(band), 0, WIFIMGR_FIELDS); ++ssid) {
+    const std::string interface = interface_of(band, ssid - 1);
+    if (is_switched_on(band, ssid) && is_so(interface)) found.push_back(interface);
+  }
+  return found;
+}
+
+// The switch of a radio that is up does nothing, and puts what is in no bridge into its own.
+std::string words_of(Band band, const Wanted& wanted) {
+  const std::string label = label_of(band);
+  const std::string again = "wlanctl apply " + label + " --again ";
+  const std::string is_so = lacking(wanted);
+  switch (wanted.state) {
+    case State::kUp:
+      if (link_state(wanted.subject) == LinkState::kUp) {
+        return is_so + ", where a restart puts it; " + way_out(wanted) + again + "puts it there";
+      }
+      return is_so + ", which the settings want otherwise; wlanctl radio on " + label + " or " + again +
+             "brings it back";
+    case State::kDown:
+      return is_so + ", which the settings want otherwise; " + again + "takes it down";
+    default:
+      return is_so + ", which the settings want otherwise; " + again + "restarts the radio";
+  }
+}
+
+}  // namespace
+
+std::vector<Lack> look_now(Band band) {
+  return Expectation(band, Operation::kSave, 0).look(true);
+}
+
+std::vector<Lack> look_closely(Band band) {
+  std::vector<Lack> lacks = look_now(band);
+  for (const Wanted& wanted : bridges_lacking(band)) lacks.push_back({wanted, ""});
+  const std::vector<Lack> channel = lacks_by_driver(band);
+  lacks.insert(lacks.end(), channel.begin(), channel.end());
+  return lacks;
+}
+
+void note_undone(Band band, Report& report) {
+  const std::string label = label_of(band);
+  const DriverTime limited;
+  const bool is_told = is_driver_late(band);
+  const std::vector<Lack> lacks = look_closely(band);
+  const bool is_late = is_driver_late(band);
+  if (is_late && !is_told) {
+    report.note(label + ": the driver took longer than " + std::to_string(kDriverSeconds) +
+                " s to tell its channel; whether it serves what was applied is not known");
+  }
+  for (const Lack& lack : lacks) {
+    if (lack.is_unknown || (is_late && lack.wanted.state == State::kAnswers)) continue;
+    report.note(label + ": " + words_of(band, lack.wanted));
+  }
+}
+
+std::vector<std::string> missing_interfaces(Band band) {
+  return switched_on(band, [](const std::string& interface) { return link_state(interface) == LinkState::kAbsent; });
+}
+
+std::vector<std::string> unbridged_interfaces(Band band) {
+  return switched_on(band, [](const std::string& interface) { return bridge_of(interface).value_or("-").empty(); });
+}
+
+void note_missing(Band band, const std::vector<std::string>& missing, bool is_reboot_advised, Report& report) {
+  if (missing.empty()) return;
+  report.note(std::string(label_of(band)) + ": not on the air before " + (is_reboot_advised ? "that" : "a") +
+              " reboot, as the driver has made no interface: " + joined(missing, ", "));
+}
+
+void note_system(Band band, Report& report) {
+  const PrivateStore in_force(band, settings_in_force(band));
+  note_undone(band, report);
+  // Without the first one it is the driver that is missing.
+  if (link_state(interface_of(band, 0)) != LinkState::kAbsent) {
+    note_missing(band, missing_interfaces(band), false, report);
+  }
+}
+
+}  // namespace wlanctl

@@ -1,0 +1,32 @@
+// What no apply has failed to do, but somebody has undone since: the settings in the store against kernel and driver.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "wlanctl/apply/in_force.h"
+
+namespace wlanctl {
+
+// What does not hold at this moment: of enabled interfaces that are to be up, and the driver, which is to answer.
+std::vector<Lack> look_now(Band band);
+
+// The same, and of what an apply with a restart brings about: a bridge, the channel.
+std::vector<Lack> look_closely(Band band);
+
+// Notes what look_closely finds, with what brings it back.
+void note_undone(Band band, Report& report);
+
+// The interfaces of enabled SSIDs that the kernel does not have: the driver makes new ones when it is loaded. And those that
+// it has, but in no bridge.
+std::vector<std::string> missing_interfaces(Band band);
+std::vector<std::string> unbridged_interfaces(Band band);
+
+// Says of interfaces that are missing, of SSIDs that are to be served, when they come.
+void note_missing(Band band, const std::vector<std::string>& missing, bool is_reboot_advised, Report& report);
+
+// For who only looks: both notes, of the settings that are in force as far as is known, where nothing of them is kept as
+// lacking. restore_applied comes first.
+void note_system(Band band, Report& report);
+
+}  // namespace wlanctl
