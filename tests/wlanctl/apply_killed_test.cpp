@@ -50,6 +50,19 @@ TEST(ApplyKilled, BeforeItsStateIsKeptChangesNothing) {
   EXPECT_THAT(behind(result.out, "next"), HasSubstr("2.4g: applied"));
 }
 
+// It would take an SSID off the air behind the roll back's own commands.
+TEST(ApplyKilled, LeavesNoCommandBehindToItsGuardiansRollBack) {
+  const Result result = run_story(
+      kChange +
+      "printf '#!/bin/sh\\n[ -e /front/armed ] && [ $1-$2 = ra1-down ] && rm /front/armed && { echo $$ >/front/left; "
+      "until [ -e /front/go ]; do sleep 0.02; done; }\\nexec /real/ifconfig \"$@\"\\n' | stand_in ifconfig; touch "
+      "/front/armed; with_pid /front/pid wlanctl apply 2.4g --confirm 600 >/dev/null & until [ -s /front/left ]; do "
+      "sleep 0.02; done; kill -9 $(cat /front/pid); gone 2.4g; no_guardian; touch /front/go; while kill -0 $(cat "
+      "/front/left); do sleep 0.02; done 2>/dev/null; echo == up; ifconfig ra1 | grep -c UP; wlanctl status 2.4g "
+      ">/dev/null; echo $?");
+  EXPECT_EQ("1\n0\n", behind(result.out, "up")) << result.err;
+}
+
 TEST(ApplyKilled, BeforeItsGuardianStartsChangesNothingAndIsTidiedUp) {
   const Result result = run_story(kChange + killed("after 1") + "ls /run | grep pending; guardian;" + kUnchanged +
                                   "echo == next; wlanctl apply 2.4g; ls /run | grep pending");

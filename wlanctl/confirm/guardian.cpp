@@ -26,6 +26,7 @@
 #include "wlanctl/files/lock.h"
 #include "wlanctl/files/places.h"
 #include "wlanctl/files/process.h"
+#include "wlanctl/library/command.h"
 #include "wlanctl/live/driver_time.h"
 
 namespace wlanctl {
@@ -141,6 +142,7 @@ void watch_over(Band band, int starter, pid_t starting, const ApplyTerminal& ter
       if (!pending || (!*lock && !is_at_work)) break;
       if (*lock && pending->is_lost(watch.is_starter_gone())) {
         const DriverTime limited;
+        if (watch.is_starter_gone()) end_command_left_behind();
         const bool done = undo(*pending, By::kGuardian, reason_for(*pending), report);
         complain_of(band, lacks_of(band), "", report);
         tell_log(band, report, done);
@@ -180,6 +182,7 @@ bool start_guardian(Band band, const Guard& guard, Report& report) {
   // Its end tells the guardian of this process's end; no other file would, however the process ends.
   int life[2];
   bool started = false;
+  share_command_under_way();
   if (pipe2(ready, O_CLOEXEC) == 0) {
     if (pipe2(life, O_CLOEXEC) == 0) {
       const pid_t starting = getpid();

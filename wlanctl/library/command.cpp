@@ -34,6 +34,8 @@ int64_t g_deadline_ms = 0;
 AtInterrupt g_at_interrupt = AtInterrupt::kGoOn;
 BrokenOff g_broken_off = BrokenOff::kNo;
 
+pid_t* g_under_way = nullptr;  // shared with what is forked off; 0 for none
+
 std::vector<Command>& list() {
   static std::vector<Command> commands;
   return commands;
@@ -135,6 +137,10 @@ std::string pass_on(int output) {
   return text;
 }
 
+void note_under_way(pid_t child) {
+  if (g_under_way != nullptr) *g_under_way = child;
+}
+
 Command run_now(const char* const* arguments, const std::string& line) {
   Command command;
   command.line = line;
@@ -144,6 +150,7 @@ Command run_now(const char* const* arguments, const std::string& line) {
   const int64_t limit = ms_since_boot() + g_limit_ms;
   pid_t child = -1;
   const int error = SpawnRules(output).spawn(&child, arguments);
+  note_under_way(error == 0 ? child : 0);
   if (error != 0) {
     command.status = kNotStarted;
     command.printed = std::string(arguments[0]) + ": " + std::strerror(error);
@@ -155,6 +162,7 @@ Command run_now(const char* const* arguments, const std::string& line) {
     command.status = kKilled;
     end_group(child);
   }
+  note_under_way(0);
   if (error == 0) command.printed = joined_lines(pass_on(output));
   if (output >= 0) (void)close(output);
   return command;
@@ -192,6 +200,22 @@ int run_command(const char* const* arguments, const std::string& line) {
   }
   list().push_back(command);
   return command.status;
+}
+
+void share_command_under_way() {
+  if (g_under_way != nullptr) return;
+  void* const page = mmap(nullptr, sizeof(pid_t), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
+  if (page != MAP_FAILED) g_under_way = static_cast<pid_t*>(page);
+}
+
+void end_command_left_behind() {
+  const pid_t group = g_under_way == nullptr ? 0 : *g_under_way;
+  note_under_way(0);
+  if (group <= 0 || kill(-group, SIGKILL) != 0) return;
+  // It is somebody else's child by now. One that no signal ends is left to itself.
+  const int64_t end_ms = ms_since_boot() + kGraceMs;
+  constexpr timespec kPause = {0, 5000000};
+  while (kill(-group, 0) == 0 && ms_since_boot() < end_ms) (void)nanosleep(&kPause, nullptr);
 }
 
 void limit_commands(unsigned seconds) {

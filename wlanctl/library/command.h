@@ -32,6 +32,11 @@ std::string account_of(const Command& command);
 // Runs it and waits. What it prints comes out of this process's standard output. `line` names it in the list.
 int run_command(const char* const* arguments, const std::string& line);
 
+// For the processes that are forked off from now on: what this one leaves behind when it is killed, they can end, so that
+// it changes nothing behind what they do.
+void share_command_under_way();
+void end_command_left_behind();
+
 // Of all commands from now on.
 void limit_commands(unsigned seconds);
 
