@@ -2,6 +2,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <utility>
+
 #include "apply_story.h"
 
 namespace wlanctl_test {
@@ -148,6 +150,58 @@ TEST(AwaitedInterface, IsToldByWhoeverLooksUntilTheBoot) {
   EXPECT_EQ(false, entry["in_force"]);
   EXPECT_EQ(0, entry["exit_code"]);
   EXPECT_THAT(document_in(behind(result.out, "booted"))["notes"].dump(), Not(HasSubstr("not on the air")));
+}
+
+TEST(Undone, IsNotedByAnApplyAndADiff) {
+  const Result result = run_story(
+      "wlanctl apply 2.4g >/dev/null 2>&1; echo == well; wlanctl apply 2.4g 2>&1; ifconfig ra0 down; for verb in apply "
+      "diff; do echo == $verb; wlanctl $verb 2.4g 2>&1 | tr -s '\\n ' ' '; done; echo == again; wlanctl apply 2.4g "
+      "--again "
+      ">/dev/null 2>&1; wlanctl diff 2.4g 2>&1");
+  EXPECT_THAT(behind(result.out, "well"), Not(HasSubstr("ra0")));
+  for (const char* const verb : {"apply", "diff"}) {
+    EXPECT_THAT(
+        behind(result.out, verb),
+        HasSubstr("2.4g: ra0 is down, which the settings want otherwise; wlanctl radio on 2.4g or wlanctl apply "
+                  "2.4g --again brings it back"))
+        << verb;
+  }
+  EXPECT_THAT(behind(result.out, "again"), Not(HasSubstr("ra0")));
+}
+
+TEST(MovedInterface, ByTheSwitchOfTheRadioIsToldWithTheWayBack) {
+  const auto steps =
+      run_steps({"brctl delif br-lan ra1; wlanctl radio on 2.4g",
+                 "brctl delif br0 ra1; wlanctl apply 2.4g --again >/dev/null; brctl show | grep -A 9 br-lan"});
+  EXPECT_THAT(steps[0].err, HasSubstr("ra1 was in no bridge, and is in br0 now; brctl delif br0 ra1, and wlanctl apply "
+                                      "2.4g --again puts it into that of an apply"));
+  EXPECT_THAT(steps[1].out, HasSubstr("ra1"));
+}
+
+TEST(AwaitedInterface, KeepsNoLaterApplyFromItsConfirmation) {
+  const auto steps = run_steps({"wlanctl set 2.4g BssidNum=3 EnableSSID:3=1 >/dev/null 2>&1; wlanctl apply 2.4g",
+                                "wlanctl set 2.4g Channel=11 >/dev/null; wlanctl apply 2.4g --confirm 600; code=$?; "
+                                "wlanctl confirm; exit $code"});
+  for (const Result& step : steps) {
+    EXPECT_EQ(0, step.status) << step.err;
+    EXPECT_THAT(step.err, HasSubstr("reboot, as the driver has made no interface: ra2"));
+  }
+  EXPECT_THAT(steps[1].out, HasSubstr("2.4g: confirmed; the settings stay"));
+}
+
+TEST(Undone, OfBridgeAndChannelIsLookedUpBeforeAConfirmation) {
+  const std::pair<std::string, std::string> troubles[] = {{"brctl delif br-lan ra1", "ra1 is in no bridge"},
+                                                          {"simctl channel 2.4g 3", "on channel 3 instead of 11"}};
+  for (const auto& [trouble, words] : troubles) {
+    const auto steps =
+        run_steps({"wlanctl set 2.4g Channel=11 >/dev/null; wlanctl apply 2.4g --confirm 600 >/dev/null 2>&1; " +
+                       trouble + "; wlanctl confirm 2.4g",
+                   "wlanctl confirm 2.4g --force", "wlanctl apply 2.4g"});
+    EXPECT_EQ(6, steps[0].status);
+    EXPECT_THAT(steps[0].err, HasSubstr(words));
+    EXPECT_EQ(0, steps[1].status);
+    EXPECT_THAT(steps[2].err, HasSubstr(words)) << "nothing differs, but it is not so any more";
+  }
 }
 
 }  // namespace

@@ -25,8 +25,7 @@ bool Job::is_in_force() const {
   const auto is_taken = [](const Script& script) { return script.status == 0 || script.may_fail; };
   // An SSID that the driver makes an interface for at the next boot is not on the air yet.
   return applied && applied->lacks.empty() && !is_rolled_back && broken_off == BrokenOff::kNo &&
-         missing_interfaces(band).empty() &&
-         std::all_of(applied->scripts.begin(), applied->scripts.end(), is_taken);
+         missing_interfaces(band).empty() && std::all_of(applied->scripts.begin(), applied->scripts.end(), is_taken);
 }
 
 bool Job::waits() const {
