@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 
@@ -63,7 +64,7 @@ long milliseconds_from(const std::string& word, long most) {
   if (!(seconds * 1000 <= static_cast<double>(most))) {
     throw UsageError("a time has at most " + std::to_string(most / 1000) + " seconds: " + word);
   }
-  return static_cast<long>(seconds * 1000 + 0.5);
+  return std::lround(seconds * 1000);
 }
 
 std::string delay_text(long ms) {

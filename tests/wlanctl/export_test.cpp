@@ -67,11 +67,15 @@ TEST(Export, WithoutAStoreIsOfTheDatFileAndSaysSo) {
   EXPECT_EQ("0\n", steps[1].out);
 }
 
-TEST(Export, OfABandThatCannotBeReadIsNothing) {
+TEST(Export, OfABandThatCannotBeReadIsTheOtherOneAndNoFile) {
   const auto steps = run_steps({"rm /etc/Wireless/RT2860AP_AC/RT2860AP.dat; wlanctl export --output all.json; ls",
                                 "rm -f /etc/Wireless/RT2860AP_AC/RT2860AP.dat; wlanctl export --json"});
   EXPECT_THAT(steps[0].out, Not(HasSubstr("all.json")));
+  EXPECT_THAT(steps[0].err, HasSubstr("all.json is not written, as not all of it can be had; wlanctl export 2.4g"));
   EXPECT_EQ(3, steps[1].status);
+  const Json settings = document_in(steps[1].out)["data"]["settings"]["bands"];
+  EXPECT_EQ(6, settings["2.4g"]["settings"]["Channel"]);
+  EXPECT_FALSE(settings.contains("5g"));
 }
 
 TEST(Export, OfAStoreThatSomebodyWroteOverIsRefusedAndTheOldOneStays) {

@@ -68,12 +68,26 @@ TEST(Loss, OfServedSsidsBehindALowerCountIsRefused) {
   EXPECT_EQ(0, steps[2].status) << steps[2].err;
 }
 
-TEST(Loss, OfWhatNoSsidUsesIsKeptWithoutAWord) {
+TEST(Loss, OfWhatNoSsidUsesIsKeptAndTold) {
   const std::vector<Result> steps = run_steps({"cp " + kDat + " before; wlanctl set 2.4g Channel=11",
-                                               "wlanctl save 2.4g", "cmp before " + kKept + "; stat -c %a " + kKept});
+                                               "wlanctl save 2.4g", "cmp before " + kKept + "; stat -c %a " + kKept,
+                                               "wlanctl set 2.4g Channel=1; wlanctl diff 2.4g; wlanctl save 2.4g"});
   EXPECT_EQ(0, steps[1].status) << steps[1].err;
-  EXPECT_THAT(steps[1].err, Not(HasSubstr("kept")));
+  EXPECT_THAT(steps[1].err, HasSubstr(kDat +
+                                      " had values of SSIDs behind BssidNum, which a save leaves out; as it was it "
+                                      "is kept in " +
+                                      kKept));
   EXPECT_EQ("600\n", steps[2].out);
+  EXPECT_THAT(steps[3].err, Not(HasSubstr("behind BssidNum"))) << "there are none any more";
+}
+
+TEST(Loss, OfWhatNoSsidUsesIsToldBeforehand) {
+  const auto steps = run_steps({"wlanctl diff 2.4g", "wlanctl set 2.4g Channel=11; wlanctl diff 2.4g"});
+  EXPECT_THAT(steps[0].err, Not(HasSubstr("behind BssidNum"))) << "nothing is to be applied";
+  EXPECT_THAT(steps[1].err, HasSubstr(kDat +
+                                      " has values of SSIDs behind BssidNum, which a save leaves out; it is kept "
+                                      "in " +
+                                      kKept + " then"));
 }
 
 const std::string kApplied =

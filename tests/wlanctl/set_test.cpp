@@ -323,6 +323,10 @@ constexpr struct {
     {"2.4g Key1Str:1=1234", "5 or 13 characters"},
     {"2.4g Key1Str:1=12345678zz", "10 or 26 hexadecimal digits"},
     {"2.4g HideSSID:1=", "is empty, and a save loses all behind it"},
+    {"2.4g HideSSID:2=", "it is empty then, and it takes 0 or 1"},
+    {"2.4g TxPower=", "it is empty then, and it takes 0 to 100"},
+    {"2.4g WirelessMode=", "it is empty then, and it takes 2.4g 0, 1"},
+    {"5g AccessPolicy:1=", "it is empty then, and it takes 0 to 2"},
 };
 
 TEST(Set, RefusesWhatTheGatewayCannotServeWithTheReasonUnlessForced) {

@@ -16,9 +16,9 @@ const std::string kKnown = "wlanctl apply 2.4g --again >/dev/null 2>&1;";
 const std::string kMoved = kKnown + "brctl delif br-lan ra1; brctl addif br0 ra1;";
 const std::string kBack = "brctl delif br0 ra1 takes it out; wlanctl apply 2.4g --again puts it there\n";
 
-// What it notes, each on one line.
+// What it notes, each on one line, but for the list that a save has cut.
 std::string notes_of(const std::string& call) {
-  return call + " 2>&1 >/dev/null | tr -s '\\n ' ' ' | sed -e 's/ *wlanctl: note: /\\n- /g' -e 's/ $//'; echo;";
+  return call + " 2>&1 >/dev/null | tr -s '\\n ' ' ' | sed -e 's/ *wlanctl: note: /\\n- /g' -e 's/ $//' | grep -v SkipList;";
 }
 
 class MovedInterface : public testing::TestWithParam<const char*> {};
@@ -116,7 +116,7 @@ TEST(Undone, IsToldByStatusToo) {
 TEST(Undone, IsJudgedByWhatIsInForce) {
   const Result result =
       run_story(kKnown + "wlanctl set 2.4g EnableSSID:2=0 Channel=11 >/dev/null;" + notes_of("wlanctl status 2.4g"));
-  EXPECT_EQ("\n", result.out);
+  EXPECT_EQ("", result.out);
 }
 
 // A switch of the radio does not take it down.
@@ -130,7 +130,7 @@ TEST(Undone, OfAnInterfaceThatIsToBeDownIsToldWithWhatTakesItDown) {
       "\n- 2.4g: ra1 is still up, which the settings want otherwise; wlanctl apply 2.4g --again takes it "
       "down\n",
       behind(result.out, "told"));
-  EXPECT_EQ("\n", behind(result.out, "then"));
+  EXPECT_EQ("", behind(result.out, "then"));
 }
 
 TEST(AwaitedInterface, IsToldByWhoeverLooksUntilTheBoot) {

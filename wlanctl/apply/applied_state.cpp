@@ -98,12 +98,6 @@ Kept read_kept(Band band) {
   return {!is_cut_off && (is_any || head[1] == sum_of_dat_file(band)), text->substr(end + 1), is_cut_off};
 }
 
-// Not for who may not read it.
-bool is_damaged(Band band) {
-  const std::string path = path_of(band);
-  return is_state_file_there(path) && access(path.c_str(), R_OK) == 0 && !read_state_file(path, kFormat, kVersion);
-}
-
 // Band, interfaces, whether the driver was told, snapshot.
 constexpr size_t kHeadWords = 4;
 constexpr size_t kToldWord = 2;
@@ -139,6 +133,10 @@ std::optional<Parsed> parse_applied(Band band, const std::string& text) {
 }
 
 }  // namespace
+
+bool is_applied_damaged(Band band) {
+  return is_state_file_damaged(path_of(band), kFormat, kVersion);
+}
 
 std::string applied_text(Band band) {
   Text text;
@@ -195,12 +193,6 @@ Problem untold(Band band) {
           "wlanctl apply " + label + " tells it again", about(band)};
 }
 
-void note_untold(Band band, Report& report) {
-  if (was_told(band)) return;
-  const Problem problem = untold(band);
-  report.note(problem.message + "; " + problem.next);
-}
-
 bool is_told(Band band) {
   return g_told[number_of(band)];
 }
@@ -231,7 +223,7 @@ bool restore_applied(Band band, Doubt* doubt, Report& report) {
   *doubt = kept.is_current || kept.text.empty() ? Doubt::kUnknown : kept.is_cut_off ? Doubt::kCutOff : Doubt::kChanged;
   const PrivateStore file(band, *content);
   take_applied(band);
-  g_doubted[number_of(band)] = *doubt != Doubt::kUnknown || is_damaged(band);
+  g_doubted[number_of(band)] = *doubt != Doubt::kUnknown || is_applied_damaged(band);
   // However many the file has: what is up now may be of what was last applied.
   const std::optional<Parsed> last = is_doubted(band) ? parse_applied(band, kept.text) : std::nullopt;
   if (last) pre_wlan_state[number_of(band)] = std::max(pre_wlan_state[number_of(band)], last->interfaces);
@@ -281,7 +273,7 @@ void take_applied(Band band) {
 
 bool keep_applied(Band band, FileIs file, Report& report) {
   // What is damaged stays so for now: it says that nothing is known.
-  if (is_doubted(band) && is_damaged(band)) return true;
+  if (is_doubted(band) && is_applied_damaged(band)) return true;
   g_applying = g_applying || file == FileIs::kApplying;
   const std::string sum = file == FileIs::kApplying  ? kApplyingSum + std::to_string(getpid())
                           : is_doubted(band)         ? kNoSum

@@ -51,6 +51,9 @@ LastApplied read_last_applied(Band band);
 // What was last applied in this boot, also where others have changed the dat file since, and may have applied that.
 std::optional<std::vector<wifimgr_attr_record>> applied_by_tool(Band band);
 
+// Whether what was kept of it cannot be read: nothing is known then.
+bool is_applied_damaged(Band band);
+
 // Whether it is known, without its settings.
 bool is_in_force_known(Band band);
 
@@ -80,9 +83,8 @@ std::optional<KeptInForce> kept_in_force(Band band);
 bool is_told(Band band);
 void set_told(Band band, bool told);
 
-// The same of what was last applied, where that is known, as last_applied; a note where it did not; and what is wrong then.
+// The same of what was last applied, where that is known, as last_applied; and what is wrong where it did not.
 bool was_told(Band band);
-void note_untold(Band band, Report& report);
 Problem untold(Band band);
 
 // Takes what the store says for what is in force from now on.

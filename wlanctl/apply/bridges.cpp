@@ -65,6 +65,10 @@ void keep_bridges(Band band, const std::vector<Wanted>& bridges, Report& report)
   (void)write_state_file(path_of(band), kFormat, kVersion, text, report);
 }
 
+bool are_bridges_damaged(Band band) {
+  return is_state_file_damaged(path_of(band), kFormat, kVersion);
+}
+
 std::vector<Wanted> bridges_lacking(Band band) {
   const Bridges kept = read_bridges(band);
   const Bridges now = bridges_now(band);

@@ -260,6 +260,7 @@ std::string way_out(const Wanted& wanted) {
   if (wanted.state == State::kLoaded) {
     return "load it with insmod, or reboot: an apply loads it when the SSID count changes; ";
   }
+  if (is_missing(wanted)) return "load the driver with insmod, or reboot; ";
   const bool is_in_bridge = wanted.state == State::kUp || wanted.state == State::kBridged;
   const std::string bridge = is_in_bridge ? bridge_of(wanted.subject).value_or("") : "";
   if (bridge.empty() || wanted.detail.empty() || bridge == wanted.detail) return "";

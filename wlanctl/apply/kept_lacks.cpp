@@ -80,7 +80,7 @@ void keep_lacks(Band band, const std::vector<Lack>& lacks, Report& report) {
 }
 
 bool are_lacks_damaged(Band band) {
-  return is_state_file_there(path_of(band)) && !read_state_file(path_of(band), kFormat, kVersion);
+  return is_state_file_damaged(path_of(band), kFormat, kVersion);
 }
 
 std::vector<Lack> lacks_of(Band band) {

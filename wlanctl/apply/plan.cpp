@@ -6,6 +6,7 @@
 #include "wlanctl/apply/applied_state.h"
 #include "wlanctl/apply/run.h"
 #include "wlanctl/base/report.h"
+#include "wlanctl/base/terminal.h"
 #include "wlanctl/keys/assignment.h"
 #include "wlanctl/keys/danger.h"
 #include "wlanctl/keys/dat_key.h"
@@ -38,6 +39,27 @@ std::vector<Danger> dangers_of(Band band) {
   return dangers;
 }
 
+bool has_file_a_count(Band band) {
+  const auto file = parse_dat_file(band);
+  if (!file) return false;
+  const PrivateStore loaded(band, *file);
+  return !senseless_count(band);
+}
+
+Problem problem_of_count(Band band, const std::string& count) {
+  const std::string label = label_of(band);
+  // A setter changes what is there; only a load puts in what is missing.
+  const std::vector<StoreRecord> records = records_of(table_of_store(band));
+  if (std::none_of(records.begin(), records.end(), [](const StoreRecord& one) { return one.key == kSsidCount; })) {
+    return {"the store of " + label + " has no BssidNum, which says how many SSIDs there are",
+            "give " + dat_path_of(band) + " a line BssidNum=2, then wlanctl revert " + label,
+            about_key(kSsidCount, band)};
+  }
+  return {"BssidNum of " + label + " is \"" + printable(count) + "\" in the store, and no band has so many SSIDs",
+          "wlanctl set " + label + " BssidNum=2" + (has_file_a_count(band) ? ", or wlanctl revert " + label : ""),
+          about_key(kSsidCount, band)};
+}
+
 }  // namespace
 
 const char* word_for_apply(bool nothing, int weight) {
@@ -46,16 +68,14 @@ const char* word_for_apply(bool nothing, int weight) {
 }
 
 void tell_senseless_count(Band band, const std::string& count, Report& report) {
-  const std::string label = label_of(band);
-  // A setter changes what is there; only a load puts in what is missing.
-  const std::vector<StoreRecord> records = records_of(table_of_store(band));
-  if (std::none_of(records.begin(), records.end(), [](const StoreRecord& one) { return one.key == kSsidCount; })) {
-    return report.problem({"the store of " + label + " has no BssidNum, which says how many SSIDs there are",
-                           "give " + dat_path_of(band) + " a line BssidNum=2, then wlanctl revert " + label,
-                           about_key(kSsidCount, band)});
-  }
-  report.problem({"BssidNum of " + label + " is \"" + count + "\" in the store, and no band has so many SSIDs",
-                  "wlanctl set " + label + " BssidNum=2, or wlanctl revert " + label, about_key(kSsidCount, band)});
+  report.problem(problem_of_count(band, count));
+}
+
+void note_senseless_count(Band band, Report& report) {
+  const std::optional<std::string> count = senseless_count(band);
+  if (!count) return;
+  const Problem problem = problem_of_count(band, *count);
+  report.note(problem.message + "; " + problem.next);
 }
 
 std::vector<std::string> lists_not_in_force(Band band) {

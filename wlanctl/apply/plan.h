@@ -37,6 +37,9 @@ const char* word_for_apply(bool nothing, int weight);
 // Says that the count of SSIDs in the band's store is none.
 void tell_senseless_count(Band band, const std::string& count, Report& report);
 
+// The same as a note, for who shows the rest.
+void note_senseless_count(Band band, Report& report);
+
 // The band's store must be open, and restore_applied comes first.
 Plan plan_apply(Band band);
 

@@ -101,6 +101,23 @@ bool is_plain(const std::string& script) {
   return true;
 }
 
+// What the driver's tool prints may repeat a passphrase or a key.
+std::string account_without_secret(Command command) {
+  const std::string name = command.line.substr(command.line.rfind(' ') + 1);
+  for (const char* const secret : {"PSK", "Key", "KEY", "ASCII"}) {
+    if (name.find(secret) != std::string::npos) command.printed.clear();
+  }
+  return account_of(command);
+}
+
+// Of the commands behind the first `before` ones.
+std::string cause_since(size_t before) {
+  const std::vector<Command>& commands = commands_run();
+  const auto failed = std::find_if(commands.begin() + static_cast<ptrdiff_t>(std::min(before, commands.size())),
+                                   commands.end(), [](const Command& command) { return command.failed(); });
+  return failed == commands.end() ? "" : account_without_secret(*failed);
+}
+
 int run_script(Band band, const std::string& text) {
   std::optional<WatchedScript> watched;
   if (is_plain(text)) watched.emplace(script_path_of(band));
@@ -208,8 +225,13 @@ std::optional<Applied> bring_into_force(Band band, bool always_commit, Report& r
   for (int ssid = 1; written && ssid <= ssid_count(band); ++ssid) {
     written = write_script(band, ssid, report);
     if (!written) break;
-    Script script = {ssid, script_path_of(band), read_script(band), 0};
+    Script script;
+    script.ssid = ssid;
+    script.path = script_path_of(band);
+    script.text = read_script(band);
+    const size_t commands_before = commands_run().size();
     script.status = run_script(band, script.text);
+    if (script.status != 0) script.cause = cause_since(commands_before);
     // After a changed count the driver may lack the interface until the reboot.
     script.may_fail = link_state(interface_of(band, ssid - 1)) == LinkState::kAbsent &&
                       (applied.weight > 1 || link_state(interface_of(band, 0)) != LinkState::kAbsent);

@@ -17,7 +17,8 @@ struct Script {
   int ssid = 1;
   std::string path;
   std::string text;
-  int status = 0;  // of the last line that failed, as a shell says it
+  int status = 0;     // of the last line that failed, as a shell says it
+  std::string cause;  // how the first one did
   bool may_fail = false;
 };
 

@@ -5,10 +5,13 @@
 #include "wlanctl/apply/applied_state.h"
 #include "wlanctl/apply/bridges.h"
 #include "wlanctl/base/report.h"
+#include "wlanctl/check/loss.h"
 #include "wlanctl/live/bridge.h"
 #include "wlanctl/live/driver_time.h"
 #include "wlanctl/live/radio.h"
+#include "wlanctl/store/dat_file.h"
 #include "wlanctl/store/private_store.h"
+#include "wlanctl/store/segment.h"
 #include "wlanctl/store/value.h"
 
 namespace wlanctl {
@@ -90,7 +93,22 @@ void note_missing(Band band, const std::vector<std::string>& missing, bool is_re
               " reboot, as the driver has made no interface: " + joined(missing, ", "));
 }
 
+void note_lists_cut(Band band, Report& report) {
+  const auto parsed = parse_dat_file(band);
+  if (!parsed) return;
+  const std::vector<StoreRecord> store = records_of(table_of_store(band));
+  const std::vector<StoreRecord> file = records_of(*parsed);
+  const int ssids = ssid_count(band);
+  const std::vector<DatFinding> to_be_cut = lists_to_be_cut(store, file, ssids);
+  for (const DatFinding& cut : lists_cut_at_save(store, ssids)) {
+    const auto is_same = [&](const DatFinding& one) { return one.key == cut.key; };
+    if (std::any_of(to_be_cut.begin(), to_be_cut.end(), is_same)) continue;
+    report.note(cut.key + " of " + label_of(band) + " is cut in the dat file, and so at the next boot: " + cut.reason);
+  }
+}
+
 void note_system(Band band, Report& report) {
+  note_lists_cut(band, report);
   const PrivateStore in_force(band, settings_in_force(band));
   note_undone(band, report);
   // Without the first one it is the driver that is missing.

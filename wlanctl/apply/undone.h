@@ -25,8 +25,11 @@ std::vector<std::string> unbridged_interfaces(Band band);
 // Says of interfaces that are missing, of SSIDs that are to be served, when they come.
 void note_missing(Band band, const std::vector<std::string>& missing, bool is_reboot_advised, Report& report);
 
-// For who only looks: both notes, of the settings that are in force as far as is known, where nothing of them is kept as
-// lacking. restore_applied comes first.
+// Notes lists of which the dat file has what a save could keep: a boot comes up with that.
+void note_lists_cut(Band band, Report& report);
+
+// For who only looks: all of these notes, the others of the settings that are in force as far as is known, where nothing of
+// them is kept as lacking. restore_applied comes first.
 void note_system(Band band, Report& report);
 
 }  // namespace wlanctl

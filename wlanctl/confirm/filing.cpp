@@ -106,6 +106,11 @@ void take_back_filing(Report& report) {
     if (!*lock) return;
   }
   const std::optional<Note> note = read_note();
+  if (is_state_file_damaged(place::kFiling, kFormat, kVersion)) {
+    report.note(std::string("what ") + place::kFiling +
+                " says of a wlanctl that ended between the writes of both dat files is damaged; look with wlanctl diff "
+                "whether the dat files are as they should be");
+  }
   for (const NotedFile& file : note ? note->files : std::vector<NotedFile>()) {
     if (!is_written(file)) continue;
     if (!is_put_back(file, report)) return;

@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "wlanctl/apply/damaged_state.h"
 #include "wlanctl/apply/in_force.h"
 #include "wlanctl/base/report.h"
 #include "wlanctl/confirm/filing.h"
@@ -138,6 +139,7 @@ bool look_at_band(Band band, Report& report) {
   if (!look_at_store(band, report)) return false;
   tell_filing(band, report);
   tell_storing(band, report);
+  note_damaged_state(band, report);
   tell_what_is_due(band, report);
   return true;
 }
@@ -163,6 +165,7 @@ bool open_band(Band band, Report& report) {
   take_back_filing(report);
   if (!open_store(band, report)) return false;
   finish_storing(report);
+  note_damaged_state(band, report);
   (void)note_taken_back(band, report);
   recover_pending(band, report);
   return true;

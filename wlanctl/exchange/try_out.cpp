@@ -90,6 +90,7 @@ class Try {
     if (!is_taken) return std::move(plan_);
     const Outlook after = outlook_of(band_);
     judge_losses(before, after);
+    judge_empty_fields();
     if (report_.has_problems()) return std::move(plan_);
     note_adjustments(before, after);
     note_cut_lists();
@@ -252,8 +253,7 @@ class Try {
       if (step == nullptr || std::find(on_before.begin(), on_before.end(), ssid) != on_before.end()) continue;
       const std::string reason = reason_against_air(band_, ssid);
       if (reason.empty()) continue;
-      // An undo is not kept from what was before.
-      if (force_ || plan_.order == Order::kAsBefore) {
+      if (force_) {
         report_.note(step->target.name() + " is taken all the same: " + reason);
       } else {
         refuse(
@@ -287,6 +287,16 @@ class Try {
         if (!is_judged || is_shell_danger(step)) judge(step, "in the dat file, " + loss.reason);
         break;
       }
+    }
+  }
+
+  // Behind which there is nothing to lose.
+  void judge_empty_fields() {
+    for (const Wish& step : plan_.steps) {
+      const std::string reason = reason_against_none(*step.target.key, band_, step.value);
+      const bool is_judged = std::find(judged_.begin(), judged_.end(), step.target) != judged_.end();
+      const bool stands = step.value.empty() && read_value(band_, *step.target.key, step.target.index) == step.value;
+      if (!reason.empty() && !is_judged && stands) judge(step, reason);
     }
   }
 

@@ -82,6 +82,10 @@ bool is_state_file_there(const std::string& path) {
   return lstat(path.c_str(), &status) == 0;
 }
 
+bool is_state_file_damaged(const std::string& path, const std::string& format, int version) {
+  return is_state_file_there(path) && access(path.c_str(), R_OK) == 0 && !read_state_file(path, format, version);
+}
+
 std::optional<Unreadable> unreadable_state_file(const std::string& path) {
   const int file = open_to_read(path);
   const int error = errno;

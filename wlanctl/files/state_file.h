@@ -30,6 +30,9 @@ void finish_folder_of(const std::string& path);
 // Whether there is such a name, be it of a damaged file.
 bool is_state_file_there(const std::string& path);
 
+// Whether there is such a file that can be had, and is none that the tool has written.
+bool is_state_file_damaged(const std::string& path, const std::string& format, int version);
+
 // Why such a file, be it well, cannot be read by this user at this moment: the reason of errno, and who could; none where
 // its bytes can be had, or there is none.
 struct Unreadable {

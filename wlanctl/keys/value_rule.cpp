@@ -167,7 +167,16 @@ std::string unserved_reason(const Key& key, Band band, const std::string& value,
   if (name == "EncrypType") return bad_cipher(sibling("AuthMode").value_or(""), value);
   if (name == "WPAPSK") return bad_passphrase(value, sibling("AuthMode").value_or(""));
   if (name.starts_with("Key") && name.ends_with("Str")) return bad_wep_key(value);
-  return "";
+  return key.numbering == Numbering::kShared && key.scope == Scope::kSsid ? "" : reason_against_none(key, band, value);
+}
+
+std::string reason_against_none(const Key& key, Band band, const std::string& value) {
+  if (!value.empty()) return "";
+  const char* const by_default = key.defaults[number_of(band)];
+  const bool is_one_of_some = key.holds_numbers() || key.accepted.kind == Accepted::Kind::kWords ||
+                              (key.accepted.kind == Accepted::Kind::kRule && !choices_on(key, band).empty());
+  if (!is_one_of_some || (by_default != nullptr && by_default[0] == '\0')) return "";
+  return "it is empty then, and it takes " + words_for(served(key));
 }
 
 std::string told_of_change(const Key& key, const std::string& before, const std::string& after) {

@@ -31,6 +31,10 @@ std::string told_meaning(const Key& key);
 // Why the gateway cannot serve the value; "" when it can. The values of secrets are not in it.
 std::string unserved_reason(const Key& key, Band band, const std::string& value, const Sibling& sibling);
 
+// Against an empty value, which the library takes: a normalisation makes of it what it likes. Of lists that SSIDs share a
+// save says more.
+std::string reason_against_none(const Key& key, Band band, const std::string& value);
+
 // What to know of a value that is served, where it comes in the place of another; "" for nothing.
 std::string told_of_change(const Key& key, const std::string& before, const std::string& after);
 

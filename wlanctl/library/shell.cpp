@@ -2,6 +2,8 @@
 
 #include <cstdlib>
 
+#include "wlanctl/base/text.h"
+#include "wlanctl/files/bytes.h"
 #include "wlanctl/library/command.h"
 
 namespace wlanctl {
@@ -15,24 +17,41 @@ std::string& watched_script() {
   return path;
 }
 
-// A line each, as the script itself has them; the status is the last one that is not 0. A list of several addresses stands
-// there unquoted: a shell takes all but the first for commands, which tells nothing of the driver.
-constexpr char kEachLine[] =
-    "while IFS= read -r line || [ -n \"$line\" ]; do eval \"$line\" </dev/null || case $line in\n"
-    "*' set ACLAddEntry='*';'*) ;;\n"
-    "*) failed=$? ;;\n"
-    "esac; done <\"$0\"\n"
-    "exit ${failed:-0}";
+int run_by_shell(const std::string& line, const std::string& name) {
+  const char* const arguments[] = {"/bin/sh", "-c", line.c_str(), nullptr};
+  return run_command(arguments, name);
+}
+
+// A list of several addresses stands in a script unquoted: a shell takes all but the first for commands, which tells
+// nothing of the driver.
+bool is_list_of_addresses(const std::string& line) {
+  const size_t list = line.find(" set ACLAddEntry=");
+  return list != std::string::npos && line.find(';', list) != std::string::npos;
+}
+
+// "/userfs/bin/iwpriv ra0 set WPAPSK=secret" is "iwpriv ra0 set WPAPSK".
+std::string name_of(const std::string& line) {
+  const std::string name = line.substr(0, line.find('='));
+  const size_t slash = name.rfind('/', name.find(' '));
+  return slash == std::string::npos ? name : name.substr(slash + 1);
+}
+
+// Of one that hangs, the driver would let the others hang, too.
+int run_each(const std::string& script) {
+  int status = 0;
+  for (const std::string& line : lines_of(read_bytes(script).value_or(""))) {
+    if (line.empty() || line.front() == '#') continue;
+    const int ended = run_by_shell(line, name_of(line));
+    if (ended != 0 && !is_list_of_addresses(line)) status = ended;
+    if (commands_run().back().ending != Ending::kByItself) break;
+  }
+  return status;
+}
 
 }  // namespace
 
 int run_line(const std::string& line) {
-  if (line != watched_script()) {
-    const char* const arguments[] = {"/bin/sh", "-c", line.c_str(), nullptr};
-    return run_command(arguments, line);
-  }
-  const char* const arguments[] = {"/bin/sh", "-c", kEachLine, line.c_str(), nullptr};
-  return run_command(arguments, line);
+  return line == watched_script() ? run_each(line) : run_by_shell(line, line);
 }
 
 ShellScope::ShellScope(ShellMode mode) : before_(g_mode) {

@@ -31,7 +31,8 @@ class ShellScope {
 };
 
 // While this lives, a line that runs a script of plain commands at `path` has failed when any of its commands has, not the
-// last one alone. They are run the same, one after the other.
+// last one alone. Each is one of commands_run, named without its value, which may be a secret; after one that does not end
+// in time no other is run.
 class WatchedScript {
  public:
   explicit WatchedScript(const std::string& path);

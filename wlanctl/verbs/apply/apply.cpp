@@ -26,6 +26,7 @@
 #include "wlanctl/library/command.h"
 #include "wlanctl/live/driver_time.h"
 #include "wlanctl/store/dat_file.h"
+#include "wlanctl/store/saved_text.h"
 #include "wlanctl/store/segment.h"
 #include "wlanctl/verbs/apply/apply_back.h"
 #include "wlanctl/verbs/apply/apply_text.h"
@@ -122,11 +123,13 @@ int judge_scripts(const Job& job, Report& report) {
   for (const Script& script : job.applied->scripts) {
     if (script.status == 0 || script.may_fail) continue;
     failed = true;
-    report.problem(
-        {"the driver's script of SSID " + std::to_string(script.ssid) + " of " + label_of(job.band) +
-             " failed, with status " + std::to_string(script.status),
-         "wlanctl apply " + std::string(label_of(job.band)) + " tells it again; the kernel's log may say why",
-         about(job.band, script.ssid)});
+    const std::string label = label_of(job.band);
+    report.problem({"the driver's script of SSID " + std::to_string(script.ssid) + " of " + label +
+                        " failed, with status " + std::to_string(script.status) + because(script.cause),
+                    job.waits() ? "wlanctl rollback " + label + " puts back what was before, and wlanctl confirm " +
+                                      label + " --force keeps it"
+                                : "wlanctl apply " + label + " tells it again; the kernel's log may say why",
+                    about(job.band, script.ssid)});
   }
   return failed ? kNoAnswer : kDone;
 }
@@ -167,6 +170,13 @@ void finish(Job& job, int exit_code, Report& report) {
 void doubt_other_file(Band band, Report& report) {
   if (is_file_in_force(band)) return;
   doubt_applied(band);
+  const std::optional<std::string> written = saved_text(band, settings_in_force(band));
+  if (written && read_bytes(dat_path_of(band)) == written) {
+    report.note(dat_path_of(band) +
+                " was written, but is read otherwise: what of it the driver has taken is not known; " +
+                "wlanctl check " + dat_path_of(band) + " tells where");
+    return;
+  }
   report.note("others have changed " + dat_path_of(band) +
               " while it was applied: what of it the driver has read is not "
               "known; look with wlanctl diff " +

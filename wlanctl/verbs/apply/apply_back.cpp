@@ -29,7 +29,7 @@ std::string reason_of(const Words& words, const Job& job) {
     case BrokenOff::kInterrupted:
       return "interrupted";
     case BrokenOff::kTimeOver:
-      return "not done within the " + std::to_string(words.confirm_seconds) + " seconds of --confirm";
+      return "not done within the " + count_of(words.confirm_seconds, "second") + " of --confirm";
     case BrokenOff::kNo:
       break;
   }

@@ -81,8 +81,8 @@ void tell_applied(const Words& words, const Job& job, Report& report) {
   entry["not_in_force"] = std::move(lacks);
   entry["confirm_within"] = job.waits() ? Json(words.confirm_seconds) : Json();
   if (job.waits()) {
-    report.text() << "  confirm it within " << words.confirm_seconds << " seconds of its start: wlanctl confirm "
-                  << label << "\n  else the settings before come back\n";
+    report.text() << "  confirm it within " << count_of(words.confirm_seconds, "second")
+                  << " of its start: wlanctl confirm " << label << "\n  else the settings before come back\n";
   }
   report.data()["bands"].push_back(std::move(entry));
 }

@@ -25,6 +25,7 @@
 #include "wlanctl/store/value.h"
 #include "wlanctl/verbs/apply/compared_file.h"
 #include "wlanctl/verbs/apply/diff_text.h"
+#include "wlanctl/verbs/apply/file_guard.h"
 #include "wlanctl/verbs/verbs.h"
 
 namespace wlanctl {
@@ -90,7 +91,8 @@ int diff_dat_file(Band band, const Words& words, Report& report, Outcome& outcom
   const DriverTime limited;
   const Plan plan = plan_apply(band);
   const char* const weight = word_for_apply(plan.nothing, plan.weight);
-  note_untold(band, report);
+  const bool is_told = was_told(band);
+  if (!is_told) report.problem(untold(band));
   complain_of(band, plan.lacks, next_step(band), report);
   Text& text = report.text();
   text << label_of(band) << ": "
@@ -112,10 +114,11 @@ int diff_dat_file(Band band, const Words& words, Report& report, Outcome& outcom
   if (!waiting.empty()) text << "  " << verb_for(waiting.size()) << " from what is in force (in force -> store)\n";
   Json not_in_force = tell_changes(waiting, in_force, words.secrets, text);
   Json adjustments = tell_adjustments(plan.adjustments, words.secrets, text);
-  if (plan.lacks.empty()) note_system(band, report);
+  if (plan.lacks.empty() && !plan.senseless_count) note_system(band, report);
   if (!plan.nothing) {
     note_access_lists(band, report);
     note_lists_to_cut(band, live, file, report);
+    note_unused_values(band, report);
   }
   outcome.differs = outcome.differs || !found.empty();
   outcome.bands.push_back({{"band", label_of(band)},
@@ -124,7 +127,7 @@ int diff_dat_file(Band band, const Words& words, Report& report, Outcome& outcom
                            {"adjustments", std::move(adjustments)},
                            {"apply", plan.senseless_count ? Json() : Json(weight)},
                            {"taken_back", json_of(taken)}});
-  if (!plan.senseless_count) return plan.lacks.empty() ? kDone : kNotInForce;
+  if (!plan.senseless_count) return plan.lacks.empty() && is_told ? kDone : kNotInForce;
   tell_senseless_count(band, *plan.senseless_count, report);
   return kRefused;
 }
@@ -159,8 +162,9 @@ int diff_in_force(Band band, const Words& words, Report& report, Outcome& outcom
   tell_comparison(band, served_differences(live, applied), {"in_force", ssids_in(applied)}, other, words, report,
                   outcome);
   complain_of(band, lacks, next_step(band), report);
-  note_untold(band, report);
-  return lacks.empty() ? kDone : kNotInForce;
+  const bool is_told = was_told(band);
+  if (!is_told) report.problem(untold(band));
+  return lacks.empty() && is_told ? kDone : kNotInForce;
 }
 
 // A band alone, a file alone, or both.

@@ -93,6 +93,8 @@ std::vector<std::string> values_of_file_alone(Band band, const std::string& file
   return alone;
 }
 
+constexpr char kUnusedValues[] = "values of SSIDs behind BssidNum, which a save leaves out";
+
 void note_overwritten(Band band, const std::vector<std::string>& values, Report& report) {
   const size_t named = std::min(values.size(), kMostTold);
   const std::vector<std::string> first(values.begin(), values.begin() + static_cast<ptrdiff_t>(named));
@@ -176,8 +178,15 @@ bool keep_file_of_now(Band band, const std::optional<std::string>& text, Report&
     note_overwritten(band, overwritten, report);
   } else if (loses) {
     report.note(dat_path_of(band) + " as it was is kept in " + kept_path_of(band));
+  } else {
+    report.note(dat_path_of(band) + " had " + kUnusedValues + "; as it was it is kept in " + kept_path_of(band));
   }
   return true;
+}
+
+void note_unused_values(Band band, Report& report) {
+  if (!has_unused_values(read_bytes(dat_path_of(band)).value_or(""))) return;
+  report.note(dat_path_of(band) + " has " + kUnusedValues + "; it is kept in " + kept_path_of(band) + " then");
 }
 
 bool keep_file_anyway(Band band, const std::string& file, Report& report) {

@@ -38,4 +38,7 @@ bool keep_file_of_now(Band band, const std::optional<std::string>& text, Report&
 // The same, whatever the write makes of it.
 bool keep_file_anyway(Band band, const std::string& file, Report& report);
 
+// Beforehand: that a write leaves out what the file has for SSIDs that are not served.
+void note_unused_values(Band band, Report& report);
+
 }  // namespace wlanctl

@@ -12,6 +12,7 @@
 #include "wlanctl/files/bytes.h"
 #include "wlanctl/files/lock.h"
 #include "wlanctl/files/plain_file.h"
+#include "wlanctl/library/command.h"
 #include "wlanctl/library/private_script.h"
 #include "wlanctl/library/query.h"
 #include "wlanctl/library/shell.h"
@@ -90,6 +91,7 @@ int read(const Words& words, Report& report) {
                   << chip.value_or("-") << '\n';
     return kDone;
   }
+  if (!commands_run().empty() && commands_run().back().failed()) said = account_of(commands_run().back());
   Json details = about_image(band);
   details["reason"] = said;
   if (done && is_foreign) {

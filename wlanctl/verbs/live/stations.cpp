@@ -1,6 +1,7 @@
 // stations: who is associated with which SSID.
 #include <cstdio>
 
+#include "wlanctl/apply/plan.h"
 #include "wlanctl/base/report.h"
 #include "wlanctl/base/terminal.h"
 #include "wlanctl/command_line/common_words.h"
@@ -27,7 +28,7 @@ Json ask_ssid(Report& report, Band band, const ServedSsid& ssid, Rows* rows) {
     stations = stations_of(band, ssid.number, report);
   } else if (link_state(interface_of(band, 0)) != LinkState::kAbsent) {
     report.note(ssid.interface + " is not there yet: SSID " + std::to_string(ssid.number) + " of " + label_of(band) +
-                " waits for wlanctl apply");
+                " waits for wlanctl apply, or a boot behind it");
   }
   for (const Station& station : stations.value_or(std::vector<Station>())) {
     rows->push_back({station.mac, label_of(band), std::to_string(ssid.number), yes_or_no(station.can_11k),
@@ -43,6 +44,7 @@ int run(const Words& words, Report& report) {
   Rows rows = {{"STATION", "BAND", "SSID", "11k", "11v", "NAME"}};
   for (const Band band : look_at_bands(bands_of(words.band), &code, report)) {
     if (words.ssid != 0 && !has_ssid(band, words.ssid, report)) return kRefused;
+    note_senseless_count(band, report);
     Json ssids = Json::array();
     (void)is_there(band, report);
     for (const ServedSsid& ssid : served_ssids(band)) {

@@ -3,6 +3,7 @@
 
 #include "wlanctl/apply/applied_state.h"
 #include "wlanctl/apply/in_force.h"
+#include "wlanctl/apply/plan.h"
 #include "wlanctl/apply/three_states.h"
 #include "wlanctl/apply/undone.h"
 #include "wlanctl/base/colour.h"
@@ -20,6 +21,7 @@
 #include "wlanctl/live/served_ssid.h"
 #include "wlanctl/live/stations.h"
 #include "wlanctl/live/wps_session.h"
+#include "wlanctl/store/value.h"
 #include "wlanctl/verbs/verbs.h"
 
 namespace wlanctl {
@@ -167,7 +169,12 @@ int show_page(const std::vector<Band>& bands_asked, Report& report) {
     if (states.is_lacking()) code = worse_of(code, kNotInForce);
     complain_of(band, states.lacks, next_step(band), report);
     if (!states.is_told) report.problem(untold(band));
-    note_undone_of(band, states, report);
+    if (const std::optional<std::string> count = senseless_count(band)) {
+      tell_senseless_count(band, *count, report);
+      code = worse_of(code, kRefused);
+    } else {
+      note_undone_of(band, states, report);
+    }
   }
   report.data() = {{"board", json_of(board)}, {"bands", std::move(bands)}};
   return code == kDone && report.has_problems() ? kNoAnswer : code;

@@ -44,18 +44,18 @@ bool refuse_without_count(Band band, Report& report) {
   return true;
 }
 
-bool look_at_all(const std::vector<Band>& bands, Report& report) {
-  int code = kDone;
-  (void)look_at_bands(bands, &code, report);
-  if (code != kDone) return false;
-  for (const Band band : bands) {
-    if (refuse_without_count(band, report)) continue;
+// Those of which there is something to export; where that is not all of them, the exit code says so.
+std::vector<Band> look_at_all(const std::vector<Band>& bands, int* code, Report& report) {
+  std::vector<Band> found = look_at_bands(bands, code, report);
+  std::erase_if(found, [&](Band band) { return refuse_without_count(band, report); });
+  if (found.size() < bands.size()) *code = kNoStore;
+  for (const Band band : found) {
     const std::optional<std::string> count = senseless_count(band);
     if (!count) continue;
     report.note("the count of SSIDs of " + std::string(label_of(band)) + " is \"" + *count +
                 "\", which is none; no SSID is in the export");
   }
-  return !report.has_problems();
+  return found;
 }
 
 // A file is replaced as a whole, and a link's target rather than the link. What is no file stays as it is.
@@ -91,8 +91,16 @@ int run(const Words& words, Report& report) {
   }
   const bool is_in_file = !words.output.empty();
   if (is_in_file && refuse_output(words.output, report)) return kRefused;
-  const std::vector<Band> bands = bands_of(words.band);
-  if (!look_at_all(bands, report)) return kNoStore;
+  int code = kDone;
+  const std::vector<Band> bands = look_at_all(bands_of(words.band), &code, report);
+  if (bands.empty()) return code;
+  if (is_in_file && code != kDone) {
+    report.problem({printable(words.output) + " is not written, as not all of it can be had",
+                    std::string("wlanctl export ") + label_of(bands.front()) + " --output FILE writes what there is",
+                    {{"file", words.output}}});
+    return code;
+  }
+  const size_t problems = report.problems().size();
   const Secrets secrets = words.no_secrets ? Secrets::kLeftOut : Secrets::kShown;
   Json document;
   std::string text;
@@ -103,7 +111,7 @@ int run(const Words& words, Report& report) {
     document = json_of_settings(bands, secrets, report);
     text = printed(document, Layout::kIndented) + '\n';
   }
-  if (report.has_problems()) return kRefused;
+  if (report.problems().size() > problems) return kRefused;
   if (is_in_file && !write_output(words.output, text, report)) return kRefused;
   if (is_in_file) {
     report.text() << "the settings of " << (bands.size() == 1 ? label_of(bands.front()) : "both bands") << " are in "
@@ -114,7 +122,7 @@ int run(const Words& words, Report& report) {
   report.data() = {{"format", words.format},
                    {"output", is_in_file ? Json(words.output) : Json()},
                    {"settings", is_in_file ? Json() : std::move(document)}};
-  return kDone;
+  return code;
 }
 
 constexpr Word kWords[] = {

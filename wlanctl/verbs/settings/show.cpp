@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "wlanctl/apply/plan.h"
 #include "wlanctl/base/report.h"
 #include "wlanctl/base/terminal.h"
 #include "wlanctl/command_line/common_words.h"
@@ -83,6 +84,7 @@ int run(const Words& words, Report& report) {
                       "name one of them", about(band, words.ssid)});
       return kRefused;
     }
+    note_senseless_count(band, report);
     bands.push_back(show_band(report, band, words));
   }
   report.data() = {{"bands", std::move(bands)}};

@@ -1,4 +1,5 @@
 // ssid list: the SSIDs of a band, as the store has them, and whether they are up.
+#include "wlanctl/apply/plan.h"
 #include "wlanctl/base/report.h"
 #include "wlanctl/base/terminal.h"
 #include "wlanctl/command_line/common_words.h"
@@ -17,6 +18,7 @@ int run(const Words& words, Report& report) {
   Json bands = Json::array();
   for (const Band band : look_at_bands(bands_of(words.band), &code, report)) {
     Json ssids = Json::array();
+    note_senseless_count(band, report);
     Rows rows = {{"  SSID", "INTERFACE", "STATE", "ENABLED", "HIDDEN", "SECURITY", "NAME"}};
     for (const ServedSsid& ssid : served_ssids(band)) {
       const bool is_hidden = read_value(band, *find_key("HideSSID"), ssid.number).value_or("") == "1";
