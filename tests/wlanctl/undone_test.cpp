@@ -18,7 +18,9 @@ const std::string kBack = "brctl delif br0 ra1 takes it out; wlanctl apply 2.4g 
 
 // What it notes, each on one line, but for the list that a save has cut.
 std::string notes_of(const std::string& call) {
-  return call + " 2>&1 >/dev/null | tr -s '\\n ' ' ' | sed -e 's/ *wlanctl: note: /\\n- /g' -e 's/ $//' | grep -v SkipList;";
+  return call +
+         " 2>&1 >/dev/null | tr -s '\\n ' ' ' | sed -e 's/ *wlanctl: note: /\\n- /g' -e 's/ $//' | grep '^- ' | grep "
+         "-v SkipList;";
 }
 
 class MovedInterface : public testing::TestWithParam<const char*> {};
@@ -127,7 +129,7 @@ TEST(Undone, OfAnInterfaceThatIsToBeDownIsToldWithWhatTakesItDown) {
       notes_of("wlanctl diff 2.4g") + "wlanctl apply 2.4g --again >/dev/null 2>&1; echo == then;" +
       notes_of("wlanctl diff 2.4g"));
   EXPECT_EQ(
-      "\n- 2.4g: ra1 is still up, which the settings want otherwise; wlanctl apply 2.4g --again takes it "
+      "- 2.4g: ra1 is still up, which the settings want otherwise; wlanctl apply 2.4g --again takes it "
       "down\n",
       behind(result.out, "told"));
   EXPECT_EQ("", behind(result.out, "then"));
