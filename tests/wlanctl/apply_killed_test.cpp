@@ -237,11 +237,13 @@ TEST(RollBackThatIsDue, EndsThoughThereIsNoRoomToWriteItDown) {
       "/run/gateway-sim /mnt/small/gateway-sim; mount --rbind /mnt/small /run;" +
       kChange + kUnguarded +
       "head -c 400k /dev/zero >/run/full 2>/dev/null; wlanctl set 2.4g HideSSID:1=0 >/dev/null; ls /run | grep pending;"
-      "echo == verbs; for verb in 'set 2.4g HideSSID:1=0' 'revert 2.4g'; do count=$(commands | grep -c ifconfig); "
+      "echo == verbs; for verb in 'get 2.4g Channel' 'get 2.4g Channel' 'set 2.4g HideSSID:1=0' 'revert 2.4g'; do "
+      "count=$(commands | grep -c ifconfig); "
       "wlanctl $verb >/dev/null; echo $(($(commands | grep -c ifconfig) - count)); done; wlanctl confirm 2.4g; echo "
       "$?; "
       "wlanctl diff 2.4g");
-  EXPECT_EQ("0\n0\n1\n2.4g: the store is as the dat file; an apply would mean: nothing\n", behind(result.out, "verbs"));
+  EXPECT_EQ("0\n0\n0\n0\n1\n2.4g: the store is as the dat file; an apply would mean: nothing\n",
+            behind(result.out, "verbs"));
 }
 
 }  // namespace

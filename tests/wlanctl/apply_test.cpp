@@ -214,7 +214,7 @@ TEST(Apply, SaysWhenTheDriverDoesNotTakeOneOfManyLines) {
   EXPECT_THAT(result.out, HasSubstr("driver told of 1 of 2 SSIDs\n"));
   EXPECT_EQ("5\n", behind(result.out, "code"));
   EXPECT_EQ("2\n", behind(result.out, "rest"));
-  EXPECT_THAT(result.err, HasSubstr("the driver's script of SSID 1 of 2.4g failed, with status 7"));
+  EXPECT_THAT(result.err, HasSubstr("the driver's script of SSID 1 of 2.4g failed, with status 7: \"iwpriv ra0 set "));
 }
 
 TEST(Apply, NeverPrintsAPassphrase) {

@@ -56,6 +56,12 @@ TEST(CalibrationRead, FlashThatGivesNothingIsAProblem) {
   }
 }
 
+TEST(CalibrationRead, FlashThatIsNotReadInTimeIsToldWithItsCommand) {
+  const Result result = run("simctl fail mtd hang >/dev/null; wlanctl calibration read 2.4g --command-timeout 1");
+  EXPECT_THAT(result.err, HasSubstr("flash gave no image: \"/userfs/bin/mtd readflash"));
+  EXPECT_THAT(result.err, HasSubstr("did not end in time, and was ended"));
+}
+
 TEST(CalibrationWrite, AsksForYesAndWritesNothingBefore) {
   const Result result =
       run(with_image("7915") +

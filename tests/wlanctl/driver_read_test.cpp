@@ -96,6 +96,14 @@ TEST(DriverRead, OfAFileThatOthersChangeMeanwhileIsNotKnown) {
   EXPECT_EQ(kAgrees, behind(result.out, "end"));
 }
 
+TEST(DriverRead, OfAFileThatIsReadOtherwiseIsNobodyElsesChange) {
+  const Result result = run_story("sed -i 's/$/\\r/' " + std::string(kDat) +
+                                  "; wlanctl set 2.4g Channel=11 >/dev/null; wlanctl apply 2.4g --force >/dev/null");
+  EXPECT_THAT(result.err, HasSubstr("was written, but is read otherwise: what of it the driver has taken is not known; "
+                                    "wlanctl check"));
+  EXPECT_THAT(result.err, testing::Not(HasSubstr("others have changed")));
+}
+
 TEST(ApplyWithoutARestart, TellsWhichInterfaceIsInNoBridge) {
   const Result result =
       run_story(kFirst + "ip link set ra1 nomaster; wlanctl set 2.4g SSID:1=K1 >/dev/null; wlanctl apply 2.4g");

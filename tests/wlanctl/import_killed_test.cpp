@@ -83,6 +83,15 @@ TEST(ImportKilled, ANoteThatIsDamagedIsToldAndGone) {
   EXPECT_NE(0, steps[1].status);
 }
 
+TEST(ImportKilled, ANoteOfDatFilesThatIsDamagedIsToldAndGone) {
+  const auto steps = run_live(
+      {"umask 077; echo nonsense >/var/run/wlanctl-filing; wlanctl set 2.4g Channel=11", "ls /var/run/wlanctl-filing"});
+  EXPECT_EQ(0, steps[0].status);
+  EXPECT_THAT(steps[0].err, HasSubstr("what /var/run/wlanctl-filing says of a wlanctl that ended between the writes of "
+                                      "both dat files is damaged"));
+  EXPECT_NE(0, steps[1].status);
+}
+
 // Another process gets in between: what was set goes back, what is the other's stays.
 TEST(Import, TakesBackWhatItHadSetWhenASetterRefuses) {
   const auto steps = run_live({into("f.json", settings("\"Channel\": 11,\n\"HideSSID:2\": 1")) +

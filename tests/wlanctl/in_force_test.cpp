@@ -96,6 +96,18 @@ TEST(InForceModule, ThatIsNotLoadedIsBlamedOnItsLoadingNotOnItsRemoval) {
   EXPECT_THAT(behind(result.out, "after"), Not(HasSubstr("rmmod")));
 }
 
+TEST(InForceModule, ThatIsMissingIsToldWithWhatLoadsItUntilItIsThere) {
+  const auto steps =
+      run_steps({"wlanctl set 2.4g BssidNum=3 >/dev/null; mv /lib/modules/4.4.115/mt7603eap.ko away; "
+                 "wlanctl apply 2.4g",
+                 "mv away /lib/modules/4.4.115/mt7603eap.ko; wlanctl apply 2.4g --again", "wlanctl diff 2.4g"},
+                {"--chips", "7603,7612"});
+  for (const size_t i : {1u, 2u}) {
+    EXPECT_EQ(6, steps[i].status);
+    EXPECT_THAT(steps[i].err, HasSubstr("load the driver with insmod, or reboot; when that is mended"));
+  }
+}
+
 TEST(InForceModule, ThatTakesTheOtherBandWithItIsTold) {
   const Result result = run_story("wlanctl set 2.4g BssidNum=3 >/dev/null; wlanctl apply 2.4g; echo == code; echo $?",
                                   {"--chips", "7615"});

@@ -41,7 +41,7 @@ foreach(name
     added_records_killed applied_file apply apply_killed
     band_list board
     calibration check colour columns completion confirm
-    danger debug diff doctor driver_read dry_run
+    damaged_state danger debug diff doctor driver_read driver_told dry_run
     edit exit_codes explain export
     force foreign_change
     help history history_folder history_killed

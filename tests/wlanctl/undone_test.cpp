@@ -121,6 +121,12 @@ TEST(Undone, IsJudgedByWhatIsInForce) {
   EXPECT_EQ("", result.out);
 }
 
+// Of a file without its count everything would seem to be up by mistake.
+TEST(Undone, SaysNothingOfAFileThatIsReadAsLittleElse) {
+  const Result result = run_story("sed -i /^BssidNum/d " + std::string(kDat) + ";" + notes_of("wlanctl status 2.4g"));
+  EXPECT_THAT(result.out, Not(HasSubstr("still up")));
+}
+
 // A switch of the radio does not take it down.
 TEST(Undone, OfAnInterfaceThatIsToBeDownIsToldWithWhatTakesItDown) {
   const Result result = run_story(

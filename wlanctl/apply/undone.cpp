@@ -110,6 +110,8 @@ void note_lists_cut(Band band, Report& report) {
 void note_system(Band band, Report& report) {
   note_lists_cut(band, report);
   const PrivateStore in_force(band, settings_in_force(band));
+  // Of a file that is read as little else it says nothing.
+  if (senseless_count(band)) return;
   note_undone(band, report);
   // Without the first one it is the driver that is missing.
   if (link_state(interface_of(band, 0)) != LinkState::kAbsent) {
