@@ -1,6 +1,7 @@
 // wlanctl: shows, changes, checks and applies the settings of both radios, and shows the live radio.
 #include <fcntl.h>
 #include <malloc.h>
+#include <signal.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -117,6 +118,8 @@ int run(int argc, char** argv) {
 int main(int argc, char** argv) {
   try {
     wlanctl::open_standard_files();
+    // A file that grows too large is a write that fails.
+    (void)signal(SIGXFSZ, SIG_IGN);
     wlanctl::keep_freed_memory();
     return wlanctl::run(argc, argv);
   } catch (const std::exception& error) {

@@ -61,7 +61,8 @@ allow wlanctl/keys "$tool" wlanctl/base wlanctl/files wlanctl/keys
 allow wlanctl/store "$tool" wlanctl/base wlanctl/files wlanctl/library wlanctl/keys wlanctl/store
 allow wlanctl/check "$tool" wlanctl/base wlanctl/files wlanctl/library wlanctl/keys wlanctl/store wlanctl/check
 allow wlanctl/live "$tool" wlanctl/base wlanctl/files wlanctl/library wlanctl/store wlanctl/live
-allow wlanctl/apply "$tool" wlanctl/base wlanctl/files wlanctl/library wlanctl/keys wlanctl/store wlanctl/live wlanctl/apply
+allow wlanctl/apply "$tool" wlanctl/base wlanctl/files wlanctl/library wlanctl/keys wlanctl/store wlanctl/check wlanctl/live \
+  wlanctl/apply
 allow wlanctl/history "$tool" wlanctl/base wlanctl/files wlanctl/keys wlanctl/store wlanctl/history
 allow wlanctl/ssid "$tool" wlanctl/base wlanctl/files wlanctl/library wlanctl/keys wlanctl/store wlanctl/check \
   wlanctl/apply wlanctl/ssid

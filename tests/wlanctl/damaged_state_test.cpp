@@ -15,7 +15,8 @@ constexpr struct {
   const char* meaning;
 } kFiles[] = {{"applied", "what was last applied is not known"},
               {"lacking", "what of it is not in force is asked of the system"},
-              {"bridges", "where the interfaces were put is not known"}};
+              {"bridges", "where the interfaces were put is not known"},
+              {"unread", "what the driver has not read yet is not known"}};
 
 TEST(DamagedState, IsNamedByWhoLooksAndGoneWithARestart) {
   for (const auto& [file, meaning] : kFiles) {

@@ -333,6 +333,20 @@ TEST(InForce, ARestartThatDidNotHappenIsTold) {
   }
 }
 
+// The kernel tells each change of an interface.
+TEST(InForce, ARestartThatACommandOnlyPretendsIsTold) {
+  for (const std::string verb : {"apply 2.4g", "apply 2.4g --confirm 600 --keep"}) {
+    const auto steps =
+        run_steps({"wlanctl apply 2.4g --again; wlanctl set 2.4g HT_BW=0; simctl fail ifconfig exit=0 ra1 "
+                   "down 1",
+                   "wlanctl " + verb, "wlanctl status 2.4g"});
+    for (const size_t i : {1u, 2u}) {
+      EXPECT_EQ(6, steps[i].status) << verb;
+      EXPECT_THAT(steps[i].err, HasSubstr("2.4g: not in force: ra1 was not restarted")) << verb;
+    }
+  }
+}
+
 TEST(InForce, AChannelThatTheDriverIsNotOnIsTold) {
   const auto steps =
       run_steps({"wlanctl set 2.4g Channel=11 >/dev/null; simctl fail ifconfig exit=0; wlanctl apply 2.4g",

@@ -71,6 +71,18 @@ TEST(SetCount, WithNameAndSecurityMakesTheKeysThatTheStoreLacks) {
   EXPECT_EQ("SSID2=Guest\nWPAPSK2=guest-word-1\n", steps[1].out);
 }
 
+TEST(SetCount, IsNotGotRoundBySsidEnable) {
+  const auto steps = run_steps({kOne + "wlanctl set 5g BssidNum=2", "wlanctl ssid enable 5g 2",
+                                "wlanctl get 5g EnableSSID:2", "wlanctl ssid enable 5g 2 --force"});
+  EXPECT_EQ(1, steps[1].status);
+  EXPECT_THAT(steps[1].err,
+              HasSubstr("5g: SSID 2 would be on the air, and SSID:2 is empty; wlanctl set 5g gives it what "
+                        "it needs; --force insists"));
+  EXPECT_EQ("\n", steps[2].out);
+  EXPECT_EQ(0, steps[3].status);
+  EXPECT_THAT(steps[3].err, HasSubstr("all the same, by --force: 5g: SSID 2 would be on the air"));
+}
+
 TEST(SetCount, OfAnImportIsJudgedLikewise) {
   const auto steps = run_steps({kOne + "printf 'BssidNum=2\\nEnableSSID=1;1\\n' >two.dat; wlanctl import two.dat 5g"});
   EXPECT_EQ(1, steps[0].status);

@@ -54,7 +54,7 @@ foreach(name
     readme recording rolled_back
     schema schema_kinds secret set set_count set_from show ssid ssid_move ssid_records stations status switched
     taken_back three_states told_at_once
-    undo undone unlock
+    undo undone unlock unread
     wps wrong_file)
   wifimgr_program_test(wlanctl_test_support ${name}_test wlanctl/${name}_test.cpp)
 endforeach()

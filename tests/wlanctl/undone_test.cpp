@@ -114,6 +114,55 @@ TEST(Undone, IsToldByStatusToo) {
   EXPECT_THAT(document_in(behind(result.out, "json"))["notes"].dump(), HasSubstr("on channel 3 instead of 6"));
 }
 
+// Links are wanted as SSIDs are.
+TEST(Undone, OfALinkKeepsAnApplyFromItsConfirmationAndIsNoted) {
+  const auto steps =
+      run_steps({"wlanctl set 2.4g WdsEnable=1; wlanctl apply 2.4g --confirm 600; ifconfig wds1 down; "
+                 "wlanctl confirm 2.4g",
+                 "wlanctl confirm 2.4g --force", "wlanctl status 2.4g", "wlanctl apply 2.4g",
+                 "wlanctl apply 2.4g --again; wlanctl diff 2.4g"});
+  EXPECT_EQ(6, steps[0].status);
+  EXPECT_THAT(steps[0].err, HasSubstr("2.4g: not in force: wds1 is down"));
+  for (const size_t i : {2u, 3u}) {
+    EXPECT_THAT(steps[i].err, HasSubstr("2.4g: wds1 is down, which the settings want otherwise")) << i;
+  }
+  EXPECT_THAT(steps[4].err, Not(HasSubstr("wds1 is down")));
+}
+
+TEST(Undone, OfALinkThatIsToBeDownIsNoted) {
+  const auto steps = run_steps({kKnown + "ifconfig wds0 up", "wlanctl diff 2.4g"});
+  EXPECT_THAT(steps[1].err, HasSubstr("2.4g: wds0 is still up, which the settings want otherwise"));
+}
+
+TEST(Undone, IsToldBesideWhatIsNotInForce) {
+  const auto steps =
+      run_steps({kKnown + "simctl fail ifconfig exit=1 ra1 up 1; wlanctl apply 2.4g --again; ifconfig ra0 "
+                          "down",
+                 "wlanctl status 2.4g", "wlanctl diff 2.4g"});
+  for (const size_t i : {1u, 2u}) {
+    EXPECT_EQ(6, steps[i].status) << i;
+    EXPECT_THAT(steps[i].err, HasSubstr("2.4g: not in force: ra1 is down")) << i;
+    EXPECT_THAT(steps[i].err, Not(HasSubstr("note: 2.4g: ra1 is down"))) << i;
+    EXPECT_THAT(steps[i].err, HasSubstr("2.4g: ra0 is down, which the settings want otherwise")) << i;
+  }
+}
+
+// It reads its channel when it starts.
+TEST(Undone, IsNoChannelOfABandThatHasNothingOnTheAir) {
+  const auto steps =
+      run_steps({"wlanctl set 5g EnableSSID:1=0 EnableSSID:2=0 Channel=40; wlanctl apply 5g --confirm 600",
+                 "wlanctl status 5g", "wlanctl confirm 5g"});
+  for (const Result& step : steps) {
+    EXPECT_EQ(0, step.status) << step.err;
+    EXPECT_THAT(step.err, Not(HasSubstr("channel 36")));
+  }
+}
+
+TEST(Undone, OfADatFileThatIsGoneIsToldByStatus) {
+  const auto steps = run_steps({kKnown + "rm " + std::string(kDat), "wlanctl status 2.4g"});
+  EXPECT_THAT(steps[1].err, HasSubstr(std::string(kDat) + ": No such file"));
+}
+
 // What somebody has set and not applied yet is nobody's loss.
 TEST(Undone, IsJudgedByWhatIsInForce) {
   const Result result =
@@ -184,6 +233,13 @@ TEST(MovedInterface, ByTheSwitchOfTheRadioIsToldWithTheWayBack) {
   EXPECT_THAT(steps[0].err, HasSubstr("ra1 was in no bridge, and is in br0 now; brctl delif br0 ra1, and wlanctl apply "
                                       "2.4g --again puts it into that of an apply"));
   EXPECT_THAT(steps[1].out, HasSubstr("ra1"));
+}
+
+TEST(AwaitedInterface, IsToldByItsConfirmation) {
+  const auto steps = run_steps(
+      {"wlanctl ssid add 2.4g Third --security open; wlanctl apply 2.4g --confirm 600", "wlanctl confirm 2.4g"});
+  EXPECT_EQ(0, steps[1].status) << steps[1].err;
+  EXPECT_THAT(steps[1].err, HasSubstr("not on the air before a reboot, as the driver has made no interface: ra2"));
 }
 
 TEST(AwaitedInterface, KeepsNoLaterApplyFromItsConfirmation) {

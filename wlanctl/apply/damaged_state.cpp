@@ -5,6 +5,7 @@
 #include "wlanctl/apply/applied_state.h"
 #include "wlanctl/apply/bridges.h"
 #include "wlanctl/apply/in_force.h"
+#include "wlanctl/apply/unread.h"
 #include "wlanctl/base/report.h"
 #include "wlanctl/files/places.h"
 
@@ -19,6 +20,7 @@ constexpr struct {
     {is_applied_damaged, place::kApplied, "what was last applied is not known"},
     {are_lacks_damaged, place::kLacking, "what of it is not in force is asked of the system"},
     {are_bridges_damaged, place::kBridges, "where the interfaces were put is not known"},
+    {is_unread_damaged, place::kUnread, "what the driver has not read yet is not known"},
 };
 
 }  // namespace

@@ -12,6 +12,7 @@
 #include "wlanctl/library/command.h"
 #include "wlanctl/live/bridge.h"
 #include "wlanctl/live/driver_time.h"
+#include "wlanctl/live/link_downs.h"
 #include "wlanctl/live/module.h"
 #include "wlanctl/live/radio.h"
 #include "wlanctl/store/value.h"
@@ -141,7 +142,7 @@ std::string bridge_after(Operation operation, const std::string& interface) {
 void add_links(Band band, Operation operation, std::vector<Wanted>* wanted) {
   const bool are_on = has_links(band) && operation != Operation::kRadioOff;
   // What is off stays as it is when the radio comes on.
-  if (operation == Operation::kSave || (operation == Operation::kRadioOn && !are_on)) return;
+  if (operation == Operation::kRadioOn && !are_on) return;
   for (int i = 0; i < kLinks; ++i) {
     const std::string link = link_of(band, i);
     wanted->push_back({are_on ? State::kUp : State::kDown, link, are_on ? bridge_after(operation, link) : ""});
@@ -195,6 +196,7 @@ Expectation::Expectation(Band band, Operation operation, int interfaces) {
     if (i >= judged && (operation == Operation::kRadioOn || link_state(interface) != LinkState::kUp)) continue;
     const bool up = operation != Operation::kRadioOff && i < count && is_switched_on(band, i + 1);
     is_up = is_up || up;
+    if (up && link_state(interface) == LinkState::kUp) up_before_.push_back(interface);
     wanted_.push_back(
         {up ? State::kUp : State::kDown, interface, up ? bridge_after(operation, interface) : std::string()});
   }
@@ -209,7 +211,11 @@ Expectation::Expectation(Band band, Operation operation, int interfaces) {
   std::copy_if(wanted_.begin(), wanted_.end(), std::back_inserter(await_boot_), is_missing);
 }
 
-std::vector<Lack> Expectation::look(bool may_lack_interfaces) const {
+std::vector<Lack> Expectation::look(bool may_lack_interfaces, LinkDowns* downs) const {
+  const auto has_stayed_up = [&](const std::string& name) {
+    return downs != nullptr && std::find(up_before_.begin(), up_before_.end(), name) != up_before_.end() &&
+           !downs->may_have_been_down(name);
+  };
   std::vector<Wanted> all;
   bool is_reloaded = false;
   for (const Command& command : commands_run()) {
@@ -227,7 +233,9 @@ std::vector<Lack> Expectation::look(bool may_lack_interfaces) const {
     } else if (!is_reloaded && wanted.state == State::kUp) {
       // Up as before, as it never went down: what a restart brings into force did not come.
       const Wanted restarted = {State::kRestarted, wanted.subject, ""};
-      if (failed_command(line_for(restarted)) != nullptr) lacks.push_back({restarted, cause_of(restarted)});
+      if (failed_command(line_for(restarted)) != nullptr || has_stayed_up(wanted.subject)) {
+        lacks.push_back({restarted, cause_of(restarted)});
+      }
     }
   }
   return lacks;
@@ -294,7 +302,8 @@ void complain_of(Band band, const std::vector<Lack>& lacks, const std::string& n
 }
 
 std::vector<Lack> lacks_by_driver(Band band) {
-  const std::optional<Wanted> channel = wanted_channel(band);
+  // One that is off reads it when it starts.
+  const std::optional<Wanted> channel = interfaces_up(band) > 0 ? wanted_channel(band) : std::nullopt;
   if (!channel || lacking(*channel).empty()) return {};
   return {{*channel, "", is_unknown(*channel)}};
 }

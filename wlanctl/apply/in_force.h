@@ -8,6 +8,7 @@
 
 namespace wlanctl {
 
+class LinkDowns;
 class Report;
 
 // What should hold of an interface, a module or a band's driver.
@@ -46,8 +47,9 @@ class Expectation {
  public:
   Expectation(Band band, Operation operation, int interfaces);
 
-  // Looks, when the operation is done. `may_lack_interfaces`: the driver makes new ones at the next boot.
-  std::vector<Lack> look(bool may_lack_interfaces) const;
+  // Looks, when the operation is done. `may_lack_interfaces`: the driver makes new ones at the next boot. `downs`: of an
+  // operation that takes down what was up before, which the settings want up again.
+  std::vector<Lack> look(bool may_lack_interfaces, LinkDowns* downs = nullptr) const;
 
   // What does not hold at this moment, without a cause.
   std::vector<Wanted> lacking_now() const;
@@ -62,7 +64,8 @@ class Expectation {
  private:
   std::vector<Wanted> wanted_;
   std::vector<Wanted> bridges_;
-  std::vector<Wanted> await_boot_;  // the driver that is there had made none of these before
+  std::vector<std::string> up_before_;  // of the band's SSIDs
+  std::vector<Wanted> await_boot_;      // the driver that is there had made none of these before
 };
 
 // Keeps them, in place of those before; none ends that.

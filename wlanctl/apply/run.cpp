@@ -10,6 +10,7 @@
 #include "wifimgr_lib.h"
 #include "wlanctl/apply/applied_state.h"
 #include "wlanctl/apply/bridges.h"
+#include "wlanctl/apply/unread.h"
 #include "wlanctl/base/report.h"
 #include "wlanctl/base/terminal.h"
 #include "wlanctl/keys/dat_key.h"
@@ -18,6 +19,7 @@
 #include "wlanctl/library/output.h"
 #include "wlanctl/library/shell.h"
 #include "wlanctl/live/driver_time.h"
+#include "wlanctl/live/link_downs.h"
 #include "wlanctl/live/radio.h"
 #include "wlanctl/store/dat_file.h"
 #include "wlanctl/store/difference.h"
@@ -137,13 +139,18 @@ std::vector<Wanted> lacking_before(Band band, bool is_restarted) {
   return Expectation(band, Operation::kSave, 0).lacking_now();
 }
 
-void look(Band band, const Expectation& expected, const std::vector<Wanted>& before, Applied* applied, Report& report) {
-  applied->lacks = expected.look(applied->weight > 1);
+void look(Band band, const Expectation& expected, const std::vector<Wanted>& before, LinkDowns* downs, Applied* applied,
+          Report& report) {
+  applied->lacks = expected.look(applied->weight > 1, applied->committed ? downs : nullptr);
   applied->has_lacked_before = std::all_of(applied->lacks.begin(), applied->lacks.end(), [&](const Lack& lack) {
     return std::find(before.begin(), before.end(), lack.wanted) != before.end();
   });
   // A restart is looked at as a whole.
-  if (applied->committed) return keep_bridges(band, expected.bridges(), report);
+  if (applied->committed) {
+    keep_bridges(band, expected.bridges(), report);
+    forget_unread(band);
+    return;
+  }
   for (Lack& beside : lacks_beside(band, expected, &applied->lacks)) {
     if (!lacking(beside.wanted).empty()) applied->lacks.push_back(std::move(beside));
   }
@@ -219,6 +226,7 @@ std::optional<Applied> bring_into_force(Band band, bool always_commit, Report& r
     expected.emplace(band, applied.committed ? Operation::kCommit : Operation::kSave, pre_wlan_state[number_of(band)]);
   }
   std::vector<wifimgr_attr_record> worked_with = table_of_store(band);
+  LinkDowns downs;
   if (!write_dat_file(band, applied.committed, report)) return std::nullopt;
   bool written = true;
   bool failed = false;
@@ -243,7 +251,7 @@ std::optional<Applied> bring_into_force(Band band, bool always_commit, Report& r
   set_told(band, written && !failed);
   // What made it slow before may be gone with the restart.
   DriverTime::renew();
-  if (expected && is_broken_off() == BrokenOff::kNo) look(band, *expected, before, &applied, report);
+  if (expected && is_broken_off() == BrokenOff::kNo) look(band, *expected, before, &downs, &applied, report);
   return applied;
 }
 

@@ -4,6 +4,7 @@
 
 #include "wlanctl/apply/applied_state.h"
 #include "wlanctl/apply/bridges.h"
+#include "wlanctl/apply/unread.h"
 #include "wlanctl/base/report.h"
 #include "wlanctl/check/loss.h"
 #include "wlanctl/live/bridge.h"
@@ -63,7 +64,7 @@ std::vector<Lack> look_closely(Band band) {
   return lacks;
 }
 
-void note_undone(Band band, Report& report) {
+void note_undone(Band band, const std::vector<Lack>& told, Report& report) {
   const std::string label = label_of(band);
   const DriverTime limited;
   const bool is_told = is_driver_late(band);
@@ -75,6 +76,8 @@ void note_undone(Band band, Report& report) {
   }
   for (const Lack& lack : lacks) {
     if (lack.is_unknown || (is_late && lack.wanted.state == State::kAnswers)) continue;
+    const auto is_same = [&](const Lack& one) { return one.wanted.subject == lack.wanted.subject; };
+    if (std::any_of(told.begin(), told.end(), is_same)) continue;
     report.note(label + ": " + words_of(band, lack.wanted));
   }
 }
@@ -107,15 +110,20 @@ void note_lists_cut(Band band, Report& report) {
   }
 }
 
-void note_system(Band band, Report& report) {
+void note_system(Band band, const std::vector<Lack>& told, Report& report) {
   note_lists_cut(band, report);
+  note_kept_unread(band, report);
   const PrivateStore in_force(band, settings_in_force(band));
   // Of a file that is read as little else it says nothing.
   if (senseless_count(band)) return;
-  note_undone(band, report);
+  note_undone(band, told, report);
   // Without the first one it is the driver that is missing.
   if (link_state(interface_of(band, 0)) != LinkState::kAbsent) {
-    note_missing(band, missing_interfaces(band), false, report);
+    std::vector<std::string> missing = missing_interfaces(band);
+    std::erase_if(missing, [&](const std::string& interface) {
+      return std::any_of(told.begin(), told.end(), [&](const Lack& one) { return one.wanted.subject == interface; });
+    });
+    note_missing(band, missing, false, report);
   }
 }
 

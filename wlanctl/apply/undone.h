@@ -14,8 +14,8 @@ std::vector<Lack> look_now(Band band);
 // The same, and of what an apply with a restart brings about: a bridge, the channel.
 std::vector<Lack> look_closely(Band band);
 
-// Notes what look_closely finds, with what brings it back.
-void note_undone(Band band, Report& report);
+// Notes what look_closely finds, with what brings it back; not what is told as lacking already.
+void note_undone(Band band, const std::vector<Lack>& told, Report& report);
 
 // The interfaces of enabled SSIDs that the kernel does not have: the driver makes new ones when it is loaded. And those that
 // it has, but in no bridge.
@@ -28,8 +28,8 @@ void note_missing(Band band, const std::vector<std::string>& missing, bool is_re
 // Notes lists of which the dat file has what a save could keep: a boot comes up with that.
 void note_lists_cut(Band band, Report& report);
 
-// For who only looks: all of these notes, the others of the settings that are in force as far as is known, where nothing of
-// them is kept as lacking. restore_applied comes first.
-void note_system(Band band, Report& report);
+// For who only looks: all of these notes, the others of the settings that are in force as far as is known.
+// restore_applied comes first.
+void note_system(Band band, const std::vector<Lack>& told, Report& report);
 
 }  // namespace wlanctl

@@ -49,7 +49,7 @@ _wlanctl_words() {
       arguments='band 1,2,3,4,5,6,7,8...'
       ;;
     'ssid enable')
-      options='--help --both --dry-run --wait=text --json --color=auto,always,never --no-pager'
+      options='--help --both --dry-run --force --wait=text --json --color=auto,always,never --no-pager'
       arguments='band 1,2,3,4,5,6,7,8...'
       ;;
     'ssid disable')

@@ -4,8 +4,8 @@
 
 #include "wlanctl/apply/adjustment.h"
 #include "wlanctl/base/report.h"
+#include "wlanctl/check/bare_ssid.h"
 #include "wlanctl/check/loss.h"
-#include "wlanctl/exchange/bare_ssid.h"
 #include "wlanctl/exchange/reader.h"
 #include "wlanctl/exchange/stored_settings.h"
 #include "wlanctl/keys/danger.h"

@@ -11,6 +11,7 @@ inline constexpr char kGuard[] = "/var/run/wlanctl-guard-";      // likewise: he
 inline constexpr char kKept[] = "/var/run/wlanctl-kept-";        // likewise: the dat file before a write that lost some
 inline constexpr char kLacking[] = "/var/run/wlanctl-lacking-";  // likewise: what was applied and is not in force
 inline constexpr char kBridges[] = "/var/run/wlanctl-bridges-";  // likewise: where a restart has put the interfaces
+inline constexpr char kUnread[] = "/var/run/wlanctl-unread-";    // likewise: what the driver reads at its next start
 inline constexpr char kFiling[] = "/var/run/wlanctl-filing";     // which dat files are being written, of both bands
 inline constexpr char kStoring[] = "/var/run/wlanctl-storing";   // what is being stored, of both bands
 inline constexpr char kEdit[] = "/var/run/wlanctl-edit-";        // and six letters: what is being edited

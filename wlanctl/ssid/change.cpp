@@ -6,6 +6,7 @@
 
 #include "wlanctl/base/report.h"
 #include "wlanctl/base/signal_hold.h"
+#include "wlanctl/check/bare_ssid.h"
 #include "wlanctl/check/loss.h"
 #include "wlanctl/keys/danger.h"
 #include "wlanctl/keys/dat_key.h"
@@ -58,6 +59,22 @@ void refuse_unserved(Band band, const SsidPlan& plan, Report& report) {
     std::string reason = danger_of(*write.target.key, write.value);
     if (reason.empty()) reason = unserved_reason(*write.target.key, band, write.value, sibling);
     if (!reason.empty()) refuse(report, band, write, reason, kInsist);
+  }
+}
+
+// Of a name and security a save may have left nothing.
+void judge_bare_ssids(Band band, const std::vector<int>& on_before, bool force, Report& report) {
+  for (const int ssid : ssids_switched_on(band)) {
+    const bool was_on = std::find(on_before.begin(), on_before.end(), ssid) != on_before.end();
+    const std::string reason = was_on ? "" : reason_against_air(band, ssid);
+    if (reason.empty()) continue;
+    const std::string label = label_of(band);
+    if (force) {
+      report.note("all the same, by --force: " + label + ": " + reason);
+    } else {
+      report.problem({label + ": " + reason, "wlanctl set " + label + " gives it what it needs; --force insists",
+                      about(band, ssid)});
+    }
   }
 }
 
@@ -116,6 +133,7 @@ std::optional<JudgedPlan> judge(const SsidPlan& plan, bool force, Report& report
   const std::optional<std::string> before = saved_text(band);
   const std::vector<DatFinding> losses = losses_of_save(band, before);
   const std::vector<Adjustment> adjustments = adjustments_of(band);
+  const std::vector<int> on_before = ssids_switched_on(band);
   const PrivateStore copy(band);
   if (add_records(band, plan.records) != Adding::kDone) {
     report.problem(
@@ -132,6 +150,7 @@ std::optional<JudgedPlan> judge(const SsidPlan& plan, bool force, Report& report
   }
   judged.table = table_of_store(band);
   if (!force) refuse_unserved(band, plan, report);
+  judge_bare_ssids(band, on_before, force, report);
   const std::optional<std::string> after = saved_text(band);
   if (before && !after) refuse_long_lines(band, report);
   if (!force && report.problems().size() == problems) {

@@ -211,7 +211,7 @@ int apply_job(const Words& words, Job& job, const std::vector<wifimgr_attr_recor
   doubt_other_file(job.band, report);
   if (!keep_applied(job.band, FileIs::kSettled, report)) return kRefused;
   complain_of(job.band, job.applied->lacks, next_step(job.band), report);
-  if (!job.applied->committed && job.applied->lacks.empty()) note_undone(job.band, report);
+  if (!job.applied->committed && job.applied->lacks.empty()) note_undone(job.band, {}, report);
   if (!job.applied->committed) note_unread(job.band, before, job.applied->scripts, report);
   const int told = judge_scripts(job, report);
   return job.applied->lacks.empty() ? told : kNotInForce;

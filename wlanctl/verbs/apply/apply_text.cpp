@@ -6,6 +6,8 @@
 #include "wlanctl/apply/undone.h"
 #include "wlanctl/base/report.h"
 #include "wlanctl/command_line/verb.h"
+#include "wlanctl/live/radio.h"
+#include "wlanctl/store/value.h"
 
 namespace wlanctl {
 
@@ -17,6 +19,14 @@ std::string told_ssids(const Applied& applied) {
                                   [](const Script& script) { return script.status == 0; });
   const std::string all = std::to_string(applied.scripts.size()) + " SSIDs";
   return told == std::ssize(applied.scripts) ? all : std::to_string(told) + " of " + all;
+}
+
+// Of SSIDs that are off, too.
+bool has_all_interfaces(Band band) {
+  for (int ssid = 1; ssid <= ssid_count(band); ++ssid) {
+    if (link_state(interface_of(band, ssid - 1)) == LinkState::kAbsent) return false;
+  }
+  return true;
 }
 
 }  // namespace
@@ -35,12 +45,13 @@ bool Job::waits() const {
 void tell_applied(const Words& words, const Job& job, Report& report) {
   const std::string label = label_of(job.band);
   Json entry = {{"band", label}, {"apply", word_for_apply(job.plan.nothing, job.plan.weight)}, {"action", "none"}};
+  entry["counted_as_in_force"] = job.doubt == Doubt::kNone ? "last_applied" : "dat_file";
   Json scripts = Json::array();
   if (job.plan.nothing) {
     report.text() << label << ": nothing to apply; the store"
                   << (job.doubt != Doubt::kNone ? " is as the dat file, which counts as in force\n"
                                                 : ", the dat file and what is in force agree\n");
-    note_system(job.band, report);
+    note_system(job.band, {}, report);
   } else if (job.applied) {
     const Applied& applied = *job.applied;
     entry["apply"] = word_for_apply(false, applied.weight);
@@ -64,7 +75,7 @@ void tell_applied(const Words& words, const Job& job, Report& report) {
     }
     const std::vector<std::string> missing = missing_interfaces(job.band);
     if (applied.weight > 1) {
-      const bool is_all_there = missing.empty() && applied.lacks.empty();
+      const bool is_all_there = applied.lacks.empty() && has_all_interfaces(job.band);
       report.note(label + ": the SSID count or hardware NAT changed; a reboot is recommended" +
                   (is_all_there ? ", though every SSID has its interface by now" : ""));
     }

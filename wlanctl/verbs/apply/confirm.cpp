@@ -54,6 +54,10 @@ bool holds(Band band, Report& report) {
   const std::string next = std::string("mend it and confirm then; --force keeps it as it is, wlanctl rollback ") +
                            label_of(band) + " puts back what was before";
   complain_of(band, lacks, next, report);
+  if (lacks.empty()) {
+    const PrivateStore applied(band, settings_in_force(band));
+    note_missing(band, missing_interfaces(band), false, report);
+  }
   const bool is_told = was_told(band);
   if (!is_told) {
     report.problem(

@@ -114,7 +114,7 @@ int diff_dat_file(Band band, const Words& words, Report& report, Outcome& outcom
   if (!waiting.empty()) text << "  " << verb_for(waiting.size()) << " from what is in force (in force -> store)\n";
   Json not_in_force = tell_changes(waiting, in_force, words.secrets, text);
   Json adjustments = tell_adjustments(plan.adjustments, words.secrets, text);
-  if (plan.lacks.empty() && !plan.senseless_count) note_system(band, report);
+  if (!plan.senseless_count) note_system(band, plan.lacks, report);
   if (!plan.nothing) {
     note_access_lists(band, report);
     note_lists_to_cut(band, live, file, report);

@@ -83,12 +83,17 @@ std::vector<std::string> values_of_file_alone(Band band, const std::string& file
   const std::set<std::string> new_in_file = names_in(served_differences(there, in_force, DatFile::kLeft));
   const std::set<std::string> set_since =
       is_in_force_known(band) ? names_in(served_differences(store, in_force)) : std::set<std::string>();
+  const auto served = static_cast<size_t>(std::max(ssid_count(band), 1));
   std::vector<std::string> alone;
+  ptrdiff_t served_alone = 0;
   for (const Difference& one : served_differences(there, store, DatFile::kLeft)) {
     const std::string name = one.name();
     const bool has_record =
         std::any_of(store.begin(), store.end(), [&](const StoreRecord& record) { return record.key == one.dat_key; });
-    if (has_record && new_in_file.contains(name) && !set_since.contains(name)) alone.push_back(name);
+    if (!has_record || !new_in_file.contains(name) || set_since.contains(name)) continue;
+    // Those of SSIDs that are served are named first.
+    const bool is_served = ssid_of(one.dat_key, one.fields > 1 ? one.field : 0) <= served;
+    alone.insert(is_served ? alone.begin() + served_alone++ : alone.end(), name);
   }
   return alone;
 }

@@ -97,6 +97,8 @@ void make_plan(Undoing* undoing, Report& report) {
     undoing->plan = try_out(undoing->entry.band, wishes, Order::kAsBefore, true, said);
     if (said.has_problems() && leave_refused(said.problems(), undoing)) continue;
     for (const Problem& problem : said.problems()) report.problem(problem);
+    // Of what is refused anyway, nothing is taken.
+    if (report.has_problems()) return;
     for (const std::string& note : said.notes()) report.note(note);
     return;
   }

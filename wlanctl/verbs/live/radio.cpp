@@ -5,6 +5,7 @@
 #include "wlanctl/apply/in_force.h"
 #include "wlanctl/apply/plan.h"
 #include "wlanctl/apply/undone.h"
+#include "wlanctl/apply/unread.h"
 #include "wlanctl/base/interrupt.h"
 #include "wlanctl/base/report.h"
 #include "wlanctl/base/signal_hold.h"
@@ -109,7 +110,10 @@ int turn(const Words& words, Report& report, Switch position) {
     complain_of(band, told, next_step(band), report);
   }
   note_moved(band, unbridged, report);
-  if (starts && interfaces_up(band) > 0) note_file_read(band, report);
+  if (starts && interfaces_up(band) > 0) {
+    forget_unread(band);
+    note_file_read(band, report);
+  }
   tell_radio(band, position, are_all_unknown(lacks), report);
   return report.has_problems() ? kNotInForce : kDone;
 }

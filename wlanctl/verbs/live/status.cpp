@@ -21,6 +21,7 @@
 #include "wlanctl/live/served_ssid.h"
 #include "wlanctl/live/stations.h"
 #include "wlanctl/live/wps_session.h"
+#include "wlanctl/store/dat_file.h"
 #include "wlanctl/store/value.h"
 #include "wlanctl/verbs/verbs.h"
 
@@ -138,11 +139,12 @@ Json ask_band(Report& report, Band band, const ThreeStates& states) {
           {"neighbours", json_of(neighbours)}};
 }
 
-// What is lacking is told already, and so is a driver that is not there.
+// A driver that is not there is told already.
 void note_undone_of(Band band, const ThreeStates& states, Report& report) {
   Report unheard;
-  if (states.is_lacking() || link_state(interface_of(band, 0)) == LinkState::kAbsent) return;
-  if (restore_applied(band, unheard)) note_system(band, report);
+  if (!parse_dat_file(band)) report.note(unreadable_dat_file(band) + "; is it there, and readable?");
+  if (link_state(interface_of(band, 0)) == LinkState::kAbsent) return;
+  if (restore_applied(band, unheard)) note_system(band, states.lacks, report);
 }
 
 // What does not depend on a band's store is shown in any case.

@@ -45,6 +45,12 @@ int rename(const Words& words, Report& report) {
 }
 
 constexpr Word kTurnWords[] = {word::kBandOrBoth, word::kWhichSsid, word::kBoth, word::kDryRun, word::kWait};
+constexpr Word kEnableWords[] = {word::kBandOrBoth,
+                                 word::kWhichSsid,
+                                 word::kBoth,
+                                 word::kDryRun,
+                                 {"--force", &Words::force, "Also one without a name or security"},
+                                 word::kWait};
 constexpr Word kRenameWords[] = {
     word::kBandOrBoth,
     {"SSID", &Words::names, "Its number or name, and the new name", {.offers = "1,2,3,4,5,6,7,8 text"}},
@@ -54,7 +60,7 @@ constexpr Word kRenameWords[] = {
     word::kWait};
 
 constexpr Verb kEnable = {"enable", "Serve an SSID from the next apply on",
-                          "Examples:\n  wlanctl ssid enable 5g 2\n  wlanctl ssid enable --both Guest", kTurnWords,
+                          "Examples:\n  wlanctl ssid enable 5g 2\n  wlanctl ssid enable --both Guest", kEnableWords,
                           enable};
 constexpr Verb kDisable = {"disable", "Serve it no longer; its values stay",
                            "Examples:\n  wlanctl ssid disable 5g 2\n  wlanctl ssid disable --both Guest", kTurnWords,

@@ -1,4 +1,4 @@
-#include "wlanctl/exchange/bare_ssid.h"
+#include "wlanctl/check/bare_ssid.h"
 
 #include <algorithm>
 
