@@ -29,6 +29,7 @@ TEST(Apply, HasAnActionAndScriptsInJsonWhenThereIsNothingToApply) {
   EXPECT_EQ((Json{{"band", "5g"},
                   {"apply", "nothing"},
                   {"action", "none"},
+                  {"counted_as_in_force", "dat_file"},
                   {"scripts", Json::array()},
                   {"not_in_force", Json::array()},
                   {"confirm_within", nullptr}}),

@@ -4,6 +4,7 @@
 
 #include <regex>
 
+#include "apply_story.h"
 #include "monitor_story.h"
 
 namespace wlanctl_test {
@@ -136,12 +137,14 @@ TEST(Monitor, TakesAnEditOfTheDatFileForNoNewsOfADriverThatWasNotTold) {
 }
 
 TEST(Monitor, TakesADriverThatDoesNotAnswerForNoneThatIsOnItsChannel) {
-  const Result result =
-      watch("2.4g",
-            "wlanctl set 2.4g Channel=11 >/dev/null; simctl fail ifconfig exit=0; wlanctl apply 2.4g >/dev/null 2>&1\n"
-            "comes 'not-in-force  channel 6, not 11'\n"
-            "simctl fail none; simctl fail channel EIO ra0; comes driver-gone\n"
-            "simctl fail none; comes driver-back; simctl channel 2.4g 11; comes in-force-again");
+  const Result result = watch(
+      "2.4g",
+      functions() +
+          "printf '#!/bin/sh\\n/real/ifconfig \"$@\"; [ \"$*\" != \"ra0 up\" ] || simctl channel 2.4g 6\\n' | stand_in "
+          "ifconfig; wlanctl set 2.4g Channel=11 >/dev/null; wlanctl apply 2.4g >/dev/null 2>&1\n"
+          "comes 'not-in-force  channel 6, not 11'\n"
+          "simctl fail channel EIO ra0; comes driver-gone\n"
+          "simctl fail none; comes driver-back; simctl channel 2.4g 11; comes in-force-again");
   const std::string text = result.out;
   EXPECT_THAT(text, HasSubstr("ended 0"));
   EXPECT_LT(text.find("driver-back"), text.find("in-force-again")) << text;
