@@ -77,7 +77,7 @@ Severity severity_of(Finding kind) {
 }
 
 std::string painted_word(Severity severity) {
-  const std::string word = word_for(severity);
+  std::string word = word_for(severity);
   if (severity == Severity::kNote) return word;
   return painted(severity == Severity::kError ? Paint::kRed : Paint::kYellow, word);
 }

@@ -190,7 +190,7 @@ Mistake mistake_in(const Program& program, const std::vector<std::string>& words
         continue;
       }
       if (equals == std::string::npos && ++i == words.size()) break;
-      const Mistake mistake =
+      Mistake mistake =
           mistake_in_value(*option, equals == std::string::npos ? words[i] : word.substr(equals + 1), path);
       if (!mistake.message.empty()) return mistake;
     } else if (!verb->verbs.empty() && (verb->run == nullptr || verb_below(*verb, word) != nullptr)) {

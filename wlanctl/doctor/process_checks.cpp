@@ -76,7 +76,7 @@ std::string place_of(const std::string& name) {
   if (name.find('/') != std::string::npos) return is_program(name) ? name : "";
   const char* const path = std::getenv("PATH");
   for (const std::string& folder : split_at(path == nullptr ? "/usr/bin:/bin" : path, ':')) {
-    const std::string there = (folder.empty() ? "." : folder) + "/" + name;
+    std::string there = (folder.empty() ? "." : folder) + "/" + name;
     if (is_program(there)) return there;
   }
   return "";

@@ -1,5 +1,6 @@
 #include "wlanctl/files/record_text.h"
 
+#include <algorithm>
 #include <cstring>
 
 #include "wlanctl/base/text.h"
@@ -16,7 +17,7 @@ std::string escaped(const char* text, size_t most) {
 bool unescape(const std::string& word, char* field, size_t size) {
   const std::optional<std::string> text = text_of_word(word);
   if (!text || text->size() > size) return false;
-  std::memcpy(field, text->data(), text->size());
+  std::copy(text->begin(), text->end(), field);
   return true;
 }
 

@@ -68,7 +68,7 @@ std::string shell_danger_of(const Key& key, const std::string& value) {
 }
 
 std::string danger_of(const Key& key, const std::string& value) {
-  const std::string in_shell = shell_danger_of(key, value);
+  std::string in_shell = shell_danger_of(key, value);
   if (!in_shell.empty()) return in_shell;
   if (value.find_first_of("\r\n") != std::string::npos) return "a line end makes lines of their own in the dat file";
   if (value.find('=') != std::string::npos) return "the dat file ends a value at =";

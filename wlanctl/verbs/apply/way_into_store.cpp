@@ -28,7 +28,7 @@ void tell_restart(Band band, const std::string& what, Report& report) {
 }
 
 std::string tell_way_into_store(Band band, const std::string& what, size_t records, Report& report) {
-  const std::string again = std::string("wlanctl apply ") + label_of(band) + " --again";
+  std::string again = std::string("wlanctl apply ") + label_of(band) + " --again";
   if (!is_store_there(band)) {
     report.text() << "  " << again << " makes the live store of it, and brings it into force\n";
     return again;
@@ -37,7 +37,7 @@ std::string tell_way_into_store(Band band, const std::string& what, size_t recor
     tell_restart(band, what, report);
     return "";
   }
-  const std::string revert = std::string("wlanctl revert ") + label_of(band);
+  std::string revert = std::string("wlanctl revert ") + label_of(band);
   report.text() << "  " << revert << " takes it into the live store,\n  " << again << " brings it into force\n";
   note_until_then(band, report);
   return revert;

@@ -51,7 +51,7 @@ bool refuse(const std::string& path, const std::string& reason, const std::strin
 }  // namespace
 
 std::string place_of_output(const std::string& path) {
-  const std::string real = real_path(path);
+  std::string real = real_path(path);
   if (!real.empty()) return real;
   const size_t slash = path.rfind('/');
   const std::string folder = real_path(slash == std::string::npos ? "." : path.substr(0, slash + 1));
