@@ -24,6 +24,13 @@ TEST(DriverTold, ACommandThatFailsIsNamedWithWhatItPrinted) {
   EXPECT_THAT(steps[1].err, Not(HasSubstr("SSID 2 of 2.4g failed")));
 }
 
+TEST(DriverTold, OfEachSsidItsOwnCommandIsNamed) {
+  const auto steps = run_steps(
+      {kChange + "simctl fail iwpriv exit=4 ra0 set 1; simctl fail iwpriv exit=3 ra1 set 1", "wlanctl apply 2.4g"});
+  EXPECT_THAT(steps[1].err, HasSubstr("SSID 1 of 2.4g failed, with status 4: \"iwpriv ra0 set"));
+  EXPECT_THAT(steps[1].err, HasSubstr("SSID 2 of 2.4g failed, with status 3: \"iwpriv ra1 set"));
+}
+
 // Its tool may repeat it.
 TEST(DriverTold, ACommandThatFailsIsNamedWithoutItsSecret) {
   const auto steps =

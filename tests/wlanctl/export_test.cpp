@@ -67,6 +67,13 @@ TEST(Export, WithoutAStoreIsOfTheDatFileAndSaysSo) {
   EXPECT_EQ("0\n", steps[1].out);
 }
 
+TEST(Export, IntoAFileThatMayNotGrowSoLargeIsRefused) {
+  const auto steps = run_steps({"ulimit -f 1; wlanctl export --output all.json", "ls all.json"});
+  EXPECT_EQ(1, steps[0].status);
+  EXPECT_THAT(steps[0].err, HasSubstr("cannot write all.json: File too large"));
+  EXPECT_NE(0, steps[1].status);
+}
+
 TEST(Export, OfABandThatCannotBeReadIsTheOtherOneAndNoFile) {
   const auto steps = run_steps({"rm /etc/Wireless/RT2860AP_AC/RT2860AP.dat; wlanctl export --output all.json; ls",
                                 "rm -f /etc/Wireless/RT2860AP_AC/RT2860AP.dat; wlanctl export --json"});

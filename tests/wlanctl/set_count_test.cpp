@@ -97,5 +97,16 @@ TEST(SetCount, OfAnUndoIsTakenWithANote) {
   EXPECT_THAT(steps[2].out, HasSubstr("1"));
 }
 
+// What is refused takes nothing.
+TEST(SetCount, OfAnUndoThatIsRefusedIsNotSaidToBeTaken) {
+  const auto steps =
+      run_steps({kOne + "wlanctl set 5g BssidNum=2 EnableSSID:2=1 --force; wlanctl apply 5g --force; "
+                        "wlanctl set 5g EnableSSID:2=0 Channel=40; wlanctl apply 5g; wlanctl set 5g Channel=44",
+                 "wlanctl undo"});
+  EXPECT_EQ(1, steps[1].status);
+  EXPECT_THAT(steps[1].err, HasSubstr("Channel of 5g has changed since"));
+  EXPECT_THAT(steps[1].err, Not(HasSubstr("is taken all the same")));
+}
+
 }  // namespace
 }  // namespace wlanctl_test

@@ -235,6 +235,12 @@ TEST(MovedInterface, ByTheSwitchOfTheRadioIsToldWithTheWayBack) {
   EXPECT_THAT(steps[1].out, HasSubstr("ra1"));
 }
 
+TEST(AwaitedInterface, OfAnSsidThatIsOffIsNotSaidToBeThere) {
+  const auto steps = run_steps({"wlanctl set 2.4g BssidNum=3 EnableSSID:3=0; wlanctl apply 2.4g"});
+  EXPECT_THAT(steps[0].err, HasSubstr("a reboot is recommended"));
+  EXPECT_THAT(steps[0].err, Not(HasSubstr("though every SSID has its interface")));
+}
+
 TEST(AwaitedInterface, IsToldByItsConfirmation) {
   const auto steps = run_steps(
       {"wlanctl ssid add 2.4g Third --security open; wlanctl apply 2.4g --confirm 600", "wlanctl confirm 2.4g"});
