@@ -81,6 +81,20 @@ TEST(Loss, OfWhatNoSsidUsesIsKeptAndTold) {
   EXPECT_THAT(steps[3].err, Not(HasSubstr("behind BssidNum"))) << "there are none any more";
 }
 
+// Nothing is known of what was applied, but the file has changed since the store was made.
+TEST(Loss, OfValuesThatTheFileHasGotSinceABootIsToldAndTheFileKept) {
+  const auto steps =
+      run_steps({"library_probe init 0 >/dev/null; sed -i s/^SSID1=.*/SSID1=Theirs/ " + kDat +
+                     "; touch -d '1 minute' " + kDat + "; wlanctl set 2.4g Channel=11; cp " + kDat + " file",
+                 "wlanctl apply 2.4g", "cmp file " + kKept});
+  EXPECT_EQ(0, steps[1].status) << steps[1].err;
+  EXPECT_THAT(steps[1].err, HasSubstr(kDat +
+                                      " had values that the store does not have, of Channel, SSID:1: the store's are "
+                                      "written in their place, and the file as it was is kept in " +
+                                      kKept));
+  EXPECT_EQ(0, steps[2].status);
+}
+
 TEST(Loss, OfWhatNoSsidUsesIsToldBeforehand) {
   const auto steps = run_steps({"wlanctl diff 2.4g", "wlanctl set 2.4g Channel=11; wlanctl diff 2.4g"});
   EXPECT_THAT(steps[0].err, Not(HasSubstr("behind BssidNum"))) << "nothing is to be applied";

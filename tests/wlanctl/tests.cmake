@@ -48,7 +48,7 @@ foreach(name
     import import_killed import_round_trip import_to_file in_force interrupt
     kept_lacks keys
     live_store lock loss
-    man monitor monitor_looks
+    man missing_restart monitor monitor_looks
     neighbours
     pager power_cut
     readme recording rolled_back

@@ -9,6 +9,7 @@
 #include "wifimgr_lib.h"
 #include "wlanctl/base/report.h"
 #include "wlanctl/base/terminal.h"
+#include "wlanctl/keys/key.h"
 #include "wlanctl/library/command.h"
 #include "wlanctl/live/bridge.h"
 #include "wlanctl/live/driver_time.h"
@@ -22,7 +23,6 @@ namespace {
 
 using State = Wanted::State;
 
-constexpr int kLinks = 4;
 constexpr char kLoad[] = "insmod ";
 constexpr char kUnload[] = "rmmod ";
 
@@ -179,7 +179,7 @@ std::string lacking(const Wanted& wanted) {
     case State::kChannel:
       return lacking_channel(wanted);
     case State::kRestarted:
-      return link_state(name) == LinkState::kUp ? name + " was not restarted" : "";
+      return name + " was not restarted, so the driver has not read all of it";
     case State::kBridged:
       return link_state(name) == LinkState::kUp ? lacking_bridge(wanted) : "";
   }
@@ -196,11 +196,16 @@ Expectation::Expectation(Band band, Operation operation, int interfaces) {
     if (i >= judged && (operation == Operation::kRadioOn || link_state(interface) != LinkState::kUp)) continue;
     const bool up = operation != Operation::kRadioOff && i < count && is_switched_on(band, i + 1);
     is_up = is_up || up;
-    if (up && link_state(interface) == LinkState::kUp) up_before_.push_back(interface);
+    if (link_state(interface) == LinkState::kUp) up_before_.push_back(interface);
     wanted_.push_back(
         {up ? State::kUp : State::kDown, interface, up ? bridge_after(operation, interface) : std::string()});
   }
   add_links(band, operation, &wanted_);
+  if (has_links(band)) {
+    for (int i = 0; i < kLinks; ++i) {
+      if (link_state(link_of(band, i)) == LinkState::kUp) up_before_.push_back(link_of(band, i));
+    }
+  }
   std::copy_if(wanted_.begin(), wanted_.end(), std::back_inserter(bridges_),
                [](const Wanted& one) { return one.state == State::kUp && !one.detail.empty(); });
   if (is_up) wanted_.push_back({State::kAnswers, label_of(band), ""});
@@ -212,10 +217,6 @@ Expectation::Expectation(Band band, Operation operation, int interfaces) {
 }
 
 std::vector<Lack> Expectation::look(bool may_lack_interfaces, LinkDowns* downs) const {
-  const auto has_stayed_up = [&](const std::string& name) {
-    return downs != nullptr && std::find(up_before_.begin(), up_before_.end(), name) != up_before_.end() &&
-           !downs->may_have_been_down(name);
-  };
   std::vector<Wanted> all;
   bool is_reloaded = false;
   for (const Command& command : commands_run()) {
@@ -228,15 +229,17 @@ std::vector<Lack> Expectation::look(bool may_lack_interfaces, LinkDowns* downs) 
   for (const Wanted& wanted : all) {
     const bool awaits_boot = std::find(await_boot_.begin(), await_boot_.end(), wanted) != await_boot_.end();
     if ((may_lack_interfaces || awaits_boot) && !is_reloaded && is_missing(wanted)) continue;
-    if (!lacking(wanted).empty()) {
-      lacks.push_back({wanted, cause_of(wanted), is_unknown(wanted)});
-    } else if (!is_reloaded && wanted.state == State::kUp) {
-      // Up as before, as it never went down: what a restart brings into force did not come.
-      const Wanted restarted = {State::kRestarted, wanted.subject, ""};
-      if (failed_command(line_for(restarted)) != nullptr || has_stayed_up(wanted.subject)) {
-        lacks.push_back({restarted, cause_of(restarted)});
-      }
-    }
+    if (!lacking(wanted).empty()) lacks.push_back({wanted, cause_of(wanted), is_unknown(wanted)});
+  }
+  for (const std::string& interface : up_before_) {
+    // Up as before, as it never went down: what a restart brings into force did not come.
+    const Wanted restarted = {State::kRestarted, interface, ""};
+    if (downs == nullptr) continue;
+    // Where the kernel does not tell all, the command does.
+    const bool has_failed = !downs->is_all_told() && !is_reloaded && link_state(interface) == LinkState::kUp &&
+                            failed_command(line_for(restarted)) != nullptr;
+    if (downs->may_have_been_down(interface) && !has_failed) continue;
+    lacks.push_back({restarted, cause_of(restarted)});
   }
   return lacks;
 }

@@ -11,7 +11,9 @@ namespace wlanctl {
 class LinkDowns;
 class Report;
 
-// What should hold of an interface, a module or a band's driver.
+// What should hold of an interface, a module or a band's driver. The driver reads the dat file when the first interface of
+// a band comes up: one that a restart has left up keeps it from that, whatever becomes of it later, until the next restart
+// (kRestarted).
 struct Wanted {
   enum class State { kUp, kDown, kLoaded, kAnswers, kChannel, kRestarted, kBridged };
   State state = State::kUp;
@@ -48,7 +50,7 @@ class Expectation {
   Expectation(Band band, Operation operation, int interfaces);
 
   // Looks, when the operation is done. `may_lack_interfaces`: the driver makes new ones at the next boot. `downs`: of an
-  // operation that takes down what was up before, which the settings want up again.
+  // operation that takes down what was up before.
   std::vector<Lack> look(bool may_lack_interfaces, LinkDowns* downs = nullptr) const;
 
   // What does not hold at this moment, without a cause.
@@ -64,12 +66,15 @@ class Expectation {
  private:
   std::vector<Wanted> wanted_;
   std::vector<Wanted> bridges_;
-  std::vector<std::string> up_before_;  // of the band's SSIDs
+  std::vector<std::string> up_before_;  // of the band
   std::vector<Wanted> await_boot_;      // the driver that is there had made none of these before
 };
 
 // Keeps them, in place of those before; none ends that.
 void keep_lacks(Band band, const std::vector<Lack>& lacks, Report& report);
+
+// The radio has started, and the driver has read the dat file.
+void drop_missing_restarts(std::vector<Lack>* lacks);
 
 // Whether they were kept and cannot be read.
 bool are_lacks_damaged(Band band);

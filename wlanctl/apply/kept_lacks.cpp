@@ -83,6 +83,10 @@ bool are_lacks_damaged(Band band) {
   return is_state_file_damaged(path_of(band), kFormat, kVersion);
 }
 
+void drop_missing_restarts(std::vector<Lack>* lacks) {
+  std::erase_if(*lacks, [](const Lack& lack) { return lack.wanted.state == State::kRestarted; });
+}
+
 std::vector<Lack> lacks_of(Band band) {
   std::vector<Lack> lacks;
   for (Lack& kept : read_lacks(band)) {

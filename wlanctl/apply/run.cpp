@@ -148,7 +148,8 @@ void look(Band band, const Expectation& expected, const std::vector<Wanted>& bef
   // A restart is looked at as a whole.
   if (applied->committed) {
     keep_bridges(band, expected.bridges(), report);
-    forget_unread(band);
+    const auto is_missing = [](const Lack& lack) { return lack.wanted.state == Wanted::State::kRestarted; };
+    if (std::none_of(applied->lacks.begin(), applied->lacks.end(), is_missing)) forget_unread(band);
     return;
   }
   for (Lack& beside : lacks_beside(band, expected, &applied->lacks)) {

@@ -13,6 +13,8 @@ class LinkDowns {
   LinkDowns& operator=(const LinkDowns&) = delete;
   ~LinkDowns();
 
+  bool is_all_told() const { return is_all_told_; }
+
   // Since this was made. Where the kernel did not tell all, there is nothing to say against it.
   bool may_have_been_down(const std::string& interface);
 

@@ -203,6 +203,11 @@ size_t size_of_store(Band band) {
   return shmctl(g_opened[number_of(band)], IPC_STAT, &status) == 0 ? status.shm_segsz : 0;
 }
 
+time_t store_made_at(Band band) {
+  shmid_ds status = {};
+  return shmctl(g_opened[number_of(band)], IPC_STAT, &status) == 0 ? status.shm_ctime : 0;
+}
+
 StoreLock::StoreLock(Band band) : band_(band), id_(semaphore_of(band)) {
   held_ = id_ >= 0 && semaphore_p(id_) == 0;
 }

@@ -81,8 +81,9 @@ int segment_of(Band band);
 // The band's semaphore; -1 when there is none, or it is not for this user.
 int semaphore_of(Band band);
 
-// The segment's room in bytes.
+// The segment's room in bytes, and when it was made, on the clock on the wall; 0 for none.
 size_t size_of_store(Band band);
+time_t store_made_at(Band band);
 
 // While it lives, the library works on a store with more room than the live one has, and the kernel knows nothing of it.
 class EnlargedStore {

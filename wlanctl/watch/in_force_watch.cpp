@@ -25,7 +25,8 @@ constexpr struct {
                 {"the kernel does not tell the bridge of ", "untold is the bridge of "},
                 {"the driver's module ", ""},
                 {" is in ", " in "},
-                {" instead of ", ", not "}};
+                {" instead of ", ", not "},
+                {", so the driver has not read all of it", ""}};
 
 std::string in_short(std::string lack) {
   for (const auto& [words, shorter] : kShorter) {

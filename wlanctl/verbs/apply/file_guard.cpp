@@ -1,12 +1,14 @@
 #include "wlanctl/verbs/apply/file_guard.h"
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <cstddef>
 #include <cstring>
+#include <ctime>
 #include <set>
 #include <string>
 #include <vector>
@@ -67,19 +69,28 @@ std::vector<DatFinding> lines_left_out(Band band, const std::string& file, const
   return lines;
 }
 
+// Which of them nobody knows: the store was made before.
+bool is_younger_than_store(Band band) {
+  struct stat file = {};
+  const time_t made = store_made_at(band);
+  return made != 0 && stat(dat_path_of(band).c_str(), &file) == 0 && file.st_mtim.tv_sec > made;
+}
+
+std::set<std::string> names_in(const std::vector<Difference>& found) {
+  std::set<std::string> names;
+  for (const Difference& one : found) names.insert(one.name());
+  return names;
+}
+
 // Values that came into the file by another way than the store, and that nobody has applied: those of an import into the
-// file, where the store has what was applied, and those of others.
+// file, where the store has what was applied, and those of others. Where nothing is known of that, all that the file has
+// got since the store was made. Those of SSIDs that are served come first.
 std::vector<std::string> values_of_file_alone(Band band, const std::string& file) {
   const auto applied = applied_by_tool(band);
-  if (!applied) return {};
+  if (!applied && !is_younger_than_store(band)) return {};
   const std::vector<StoreRecord> there = records_of(parse_dat_text(file));
   const std::vector<StoreRecord> store = records_of(table_of_store(band));
-  const std::vector<StoreRecord> in_force = records_of(*applied);
-  const auto names_in = [](const std::vector<Difference>& found) {
-    std::set<std::string> names;
-    for (const Difference& one : found) names.insert(one.name());
-    return names;
-  };
+  const std::vector<StoreRecord> in_force = applied ? records_of(*applied) : store;
   const std::set<std::string> new_in_file = names_in(served_differences(there, in_force, DatFile::kLeft));
   const std::set<std::string> set_since =
       is_in_force_known(band) ? names_in(served_differences(store, in_force)) : std::set<std::string>();
@@ -91,7 +102,6 @@ std::vector<std::string> values_of_file_alone(Band band, const std::string& file
     const bool has_record =
         std::any_of(store.begin(), store.end(), [&](const StoreRecord& record) { return record.key == one.dat_key; });
     if (!has_record || !new_in_file.contains(name) || set_since.contains(name)) continue;
-    // Those of SSIDs that are served are named first.
     const bool is_served = ssid_of(one.dat_key, one.fields > 1 ? one.field : 0) <= served;
     alone.insert(is_served ? alone.begin() + served_alone++ : alone.end(), name);
   }

@@ -99,7 +99,9 @@ int turn(const Words& words, Report& report, Switch position) {
   // An interface that the driver has not made yet is none of the switch's.
   DriverTime::renew();
   std::vector<Lack> lacks = expected.look(true);
-  const std::vector<Lack> beside = lacks_beside(band, expected, &lacks);
+  std::vector<Lack> beside = lacks_beside(band, expected, &lacks);
+  const bool has_started = starts && interfaces_up(band) > 0;
+  if (has_started) drop_missing_restarts(&beside);
   complain_of(band, lacks, "are you root, and is the driver well?", report);
   lacks.insert(lacks.end(), beside.begin(), beside.end());
   keep_lacks(band, lacks, report);
@@ -110,7 +112,7 @@ int turn(const Words& words, Report& report, Switch position) {
     complain_of(band, told, next_step(band), report);
   }
   note_moved(band, unbridged, report);
-  if (starts && interfaces_up(band) > 0) {
+  if (has_started) {
     forget_unread(band);
     note_file_read(band, report);
   }
