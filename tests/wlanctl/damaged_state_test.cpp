@@ -14,7 +14,7 @@ constexpr struct {
   const char* file;
   const char* meaning;
 } kFiles[] = {{"applied", "what was last applied is not known"},
-              {"lacking", "what of it is not in force is asked of the system"},
+              {"lacking", "not all of what was not in force can be asked of the system"},
               {"bridges", "where the interfaces were put is not known"},
               {"unread", "what the driver has not read yet is not known"}};
 
@@ -27,6 +27,23 @@ TEST(DamagedState, IsNamedByWhoLooksAndGoneWithARestart) {
         path + " is damaged: " + meaning + "; an apply that restarts the interfaces writes it anew";
     for (const size_t i : {1u, 2u, 3u}) EXPECT_THAT(steps[i].err, HasSubstr(told)) << i;
     EXPECT_THAT(steps[4].err, Not(HasSubstr("is damaged"))) << file;
+  }
+}
+
+// It may have said that the driver has not read the file.
+TEST(DamagedState, OfWhatIsNotInForceIsAppliedAnew) {
+  for (const char* const harm : {": >", "ln -sf /nowhere "}) {
+    const auto steps =
+        run_steps({"wlanctl apply 2.4g --again; wlanctl set 2.4g BeaconPeriod=200; simctl fail ifconfig exit=0 "
+                   "ra0 down 1; wlanctl apply 2.4g; " +
+                       std::string(harm) + "/var/run/wlanctl-lacking-2.4g",
+                   "wlanctl diff 2.4g", "wlanctl apply 2.4g",
+                   "wlanctl diff 2.4g; grep ^BeaconPeriod /run/gateway-sim/driver/ra0"});
+    EXPECT_THAT(steps[1].out, HasSubstr("an apply would mean: radio")) << harm;
+    EXPECT_EQ(0, steps[2].status) << steps[2].err;
+    EXPECT_THAT(steps[2].out, HasSubstr("interfaces restarted")) << harm;
+    EXPECT_THAT(steps[3].out, HasSubstr("BeaconPeriod=200\n")) << harm;
+    EXPECT_THAT(steps[3].err, Not(HasSubstr("is damaged"))) << harm;
   }
 }
 

@@ -8,6 +8,7 @@
 #include <cstring>
 #include <vector>
 
+#include "wlanctl/apply/in_force.h"
 #include "wlanctl/base/hex.h"
 #include "wlanctl/base/report.h"
 #include "wlanctl/files/bytes.h"
@@ -211,7 +212,11 @@ bool restore_applied(Band band, Report& report) {
 bool restore_applied(Band band, Doubt* doubt, Report& report) {
   *doubt = Doubt::kNone;
   const Kept kept = read_kept(band);
-  if (kept.is_current && adopt_applied(band, kept.text)) return true;
+  if (kept.is_current && adopt_applied(band, kept.text)) {
+    // Whether the driver has read it is not known any more.
+    g_doubted[number_of(band)] = are_lacks_damaged(band);
+    return true;
+  }
   const auto content = parse_dat_file(band);
   if (!content) {
     report.problem(

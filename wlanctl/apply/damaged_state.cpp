@@ -18,7 +18,7 @@ constexpr struct {
   const char* meaning;
 } kFiles[] = {
     {is_applied_damaged, place::kApplied, "what was last applied is not known"},
-    {are_lacks_damaged, place::kLacking, "what of it is not in force is asked of the system"},
+    {are_lacks_damaged, place::kLacking, "not all of what was not in force can be asked of the system"},
     {are_bridges_damaged, place::kBridges, "where the interfaces were put is not known"},
     {is_unread_damaged, place::kUnread, "what the driver has not read yet is not known"},
 };

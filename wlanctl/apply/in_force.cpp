@@ -281,7 +281,7 @@ std::string way_out(const Wanted& wanted) {
 std::string text_of(const Lack& lack) {
   if (lack.is_unknown) return unknown_of(lack.wanted);
   const std::string state = lacking(lack.wanted);
-  return (state.empty() ? lack.wanted.subject : state) + because(lack.cause);
+  return (state.empty() ? lack.wanted.subject + " was not as wanted a moment ago" : state) + because(lack.cause);
 }
 
 std::string next_step(Band band) {

@@ -98,6 +98,17 @@ bool end_filing(Report& report) {
   return false;
 }
 
+namespace {
+
+void note_damaged(Report& report) {
+  if (!is_state_file_damaged(place::kFiling, kFormat, kVersion)) return;
+  report.note(std::string("what ") + place::kFiling +
+              " says of a wlanctl that ended between the writes of both dat files is damaged; look with wlanctl diff "
+              "whether the dat files are as they should be");
+}
+
+}  // namespace
+
 void take_back_filing(Report& report) {
   if (!is_state_file_there(place::kFiling)) return;
   std::optional<ToolLock> lock;
@@ -106,11 +117,7 @@ void take_back_filing(Report& report) {
     if (!*lock) return;
   }
   const std::optional<Note> note = read_note();
-  if (is_state_file_damaged(place::kFiling, kFormat, kVersion)) {
-    report.note(std::string("what ") + place::kFiling +
-                " says of a wlanctl that ended between the writes of both dat files is damaged; look with wlanctl diff "
-                "whether the dat files are as they should be");
-  }
+  note_damaged(report);
   for (const NotedFile& file : note ? note->files : std::vector<NotedFile>()) {
     if (!is_written(file)) continue;
     if (!is_put_back(file, report)) return;
@@ -120,6 +127,7 @@ void take_back_filing(Report& report) {
 }
 
 void tell_filing(Band band, Report& report) {
+  note_damaged(report);
   const std::optional<Note> note = is_state_file_there(place::kFiling) ? read_note() : std::nullopt;
   for (const NotedFile& file : note ? note->files : std::vector<NotedFile>()) {
     if (file.band != band) continue;

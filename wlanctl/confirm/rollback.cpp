@@ -108,6 +108,14 @@ bool may_write(const std::string& path) {
   return faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0 || errno == ENOENT;
 }
 
+// How the first of its commands that failed did.
+std::string cause_of_driver(const Applied& applied) {
+  for (const Script& script : applied.scripts) {
+    if (!script.cause.empty() && !script.may_fail) return script.cause;
+  }
+  return "";
+}
+
 }  // namespace
 
 bool write_dat_file(Band band, const std::string& bytes) {
@@ -164,7 +172,8 @@ bool roll_back(Pending pending, By by, TakenFor reason, Report& report, const Se
   const std::optional<Applied> applied = bring_into_force(band, true, report);
   const bool in_force = applied.has_value();
   if (applied && !is_told(band)) {
-    report.problem({std::string("the driver did not take all of the settings before of ") + label_of(band),
+    report.problem({std::string("the driver did not take all of the settings before of ") + label_of(band) +
+                        because(cause_of_driver(*applied)),
                     std::string("wlanctl apply ") + label_of(band) + " tells it again", about(band)});
   }
   if (applied) keep_lacks(band, applied->lacks, report);

@@ -83,7 +83,10 @@ bool is_state_file_there(const std::string& path) {
 }
 
 bool is_state_file_damaged(const std::string& path, const std::string& format, int version) {
-  return is_state_file_there(path) && access(path.c_str(), R_OK) == 0 && !read_state_file(path, format, version);
+  struct stat status;
+  if (lstat(path.c_str(), &status) != 0 || read_state_file(path, format, version)) return false;
+  // The tool makes none, wherever it leads.
+  return S_ISLNK(status.st_mode) || access(path.c_str(), R_OK) == 0;
 }
 
 std::optional<Unreadable> unreadable_state_file(const std::string& path) {

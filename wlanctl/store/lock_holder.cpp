@@ -14,7 +14,8 @@ LockHolder lock_holder(Band band) {
   if (id < 0 || semctl(id, 0, GETVAL) != 0) return {};
   const pid_t process = semctl(id, 0, GETPID);
   if (process <= 0) return {LockHolder::Is::kUnknown, 0};
-  return {is_running(process) ? LockHolder::Is::kRunning : LockHolder::Is::kGone, process};
+  // One that nobody has waited for yet lets nothing go any more.
+  return {has_ended(process) ? LockHolder::Is::kGone : LockHolder::Is::kRunning, process};
 }
 
 std::string name_of(const LockHolder& holder) {

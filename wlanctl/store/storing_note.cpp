@@ -191,6 +191,16 @@ bool forget_storing(Report& report) {
   return false;
 }
 
+namespace {
+
+void note_damaged(Report& report) {
+  if (!is_state_file_damaged(place::kStoring, kFormat, kVersion)) return;
+  report.note(std::string("what ") + place::kStoring +
+              " says of a wlanctl that ended in the middle is damaged; look whether the settings are as they should");
+}
+
+}  // namespace
+
 void finish_storing(Report& report) {
   if (!is_storing_noted()) return;
   std::optional<ToolLock> lock;
@@ -205,10 +215,8 @@ void finish_storing(Report& report) {
       if (!put_back_band(note->verb, band, report)) left.push_back(band);
     }
     if (!left.empty() && note_storing(note->verb, left, report)) return;
-  } else if (!note && is_storing_noted()) {
-    report.note(std::string("what ") + place::kStoring +
-                " says of a wlanctl that ended in the middle is damaged; look whether the settings are as they should");
   }
+  note_damaged(report);
   (void)forget_storing(report);
 }
 
@@ -221,6 +229,7 @@ void drop_storing(Band band) {
 }
 
 void tell_storing(Band band, Report& report) {
+  note_damaged(report);
   const std::optional<Note> note = is_storing_noted() ? read_note() : std::nullopt;
   if (!note || note->boot != this_boot()) return;
   for (const NotedBand& changes : note->changes) {
