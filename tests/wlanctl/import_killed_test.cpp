@@ -83,6 +83,15 @@ TEST(ImportKilled, ANoteThatIsDamagedIsToldAndGone) {
   EXPECT_NE(0, steps[1].status);
 }
 
+TEST(ImportKilled, ANoteThatIsDamagedIsToldByWhoLooks) {
+  for (const char* const note : {"/var/run/wlanctl-storing", "/var/run/wlanctl-filing"}) {
+    const auto steps =
+        run_live({std::string("umask 077; echo nonsense >") + note + "; wlanctl status 2.4g", "wlanctl diff"});
+    for (const Result& step : steps)
+      EXPECT_THAT(step.err, HasSubstr(std::string("what ") + note + " says of a wlanctl"));
+  }
+}
+
 TEST(ImportKilled, ANoteOfDatFilesThatIsDamagedIsToldAndGone) {
   const auto steps = run_live(
       {"umask 077; echo nonsense >/var/run/wlanctl-filing; wlanctl set 2.4g Channel=11", "ls /var/run/wlanctl-filing"});

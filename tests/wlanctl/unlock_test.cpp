@@ -25,6 +25,15 @@ TEST(Unlock, FreesTheLockOfAProcessThatIsGone) {
   EXPECT_EQ(false, document_in(steps[4].out)["data"]["freed"]);
 }
 
+// It lets nothing go any more, though its parent has not waited for it.
+TEST(Unlock, FreesTheLockOfAProcessThatHasEnded) {
+  const Result result = run(
+      "library_probe init 0 >/dev/null 2>&1; sh -c 'hold_store 0x12348 for-ever & echo $! >ended; exec sleep 60' & "
+      "parent=$!; until grep -qs 'State:.Z' /proc/$(cat ended 2>/dev/null)/status; do sleep 0.02; done; wlanctl unlock "
+      "2.4g | grep -c \"was held by process $(cat ended), which is gone\"; kill $parent");
+  EXPECT_EQ("1\n", result.out) << result.err;
+}
+
 TEST(Unlock, LeavesTheLockOfAProcessThatLives) {
   const Result result =
       run("on_one_line() { tr -s '\\n ' ' ' <$1; }; library_probe init 0 >/dev/null 2>&1; hold_store 0x12348 & "
