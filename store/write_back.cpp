@@ -28,8 +28,8 @@ enum class Composed { kLine, kNothing, kMergeFailed };
 constexpr char kMergeRefusal[] = "merge some values to one line failed.";
 
 int clamp_to_fields(int count) {
-  if (count < 0) return 0;
-  return count > store::kFields ? store::kFields : count;
+  // cppcheck-suppress compareBoolExpressionWithInt
+  return count < 0 ? 0 : count > store::kFields ? store::kFields : count;
 }
 
 // A key as it is at this moment, terminated whatever another process wrote.
