@@ -1,17 +1,16 @@
 #include "wlanctl/apply/bridges.h"
 
-#include <algorithm>
 #include <map>
 #include <optional>
 #include <set>
 
 #include "wlanctl/base/text.h"
+#include "wlanctl/check/bare_ssid.h"
 #include "wlanctl/files/bytes.h"
 #include "wlanctl/files/places.h"
 #include "wlanctl/files/state_file.h"
 #include "wlanctl/live/bridge.h"
 #include "wlanctl/live/radio.h"
-#include "wlanctl/store/value.h"
 
 namespace wlanctl {
 namespace {
@@ -40,9 +39,9 @@ Bridges read_bridges(Band band) {
 // Those of the SSIDs that are served and on, where the kernel tells.
 Bridges bridges_now(Band band) {
   Bridges bridges;
-  for (int ssid = 1; ssid <= std::clamp(ssid_count(band), 0, WIFIMGR_FIELDS); ++ssid) {
+  for (const int ssid : ssids_switched_on(band)) {
     const std::string interface = interface_of(band, ssid - 1);
-    if (!is_switched_on(band, ssid) || link_state(interface) != LinkState::kUp) continue;
+    if (link_state(interface) != LinkState::kUp) continue;
     const std::optional<std::string> bridge = bridge_of(interface);
     if (bridge) bridges[interface] = *bridge;
   }

@@ -6,6 +6,7 @@
 #include "wlanctl/apply/bridges.h"
 #include "wlanctl/apply/unread.h"
 #include "wlanctl/base/report.h"
+#include "wlanctl/check/bare_ssid.h"
 #include "wlanctl/check/loss.h"
 #include "wlanctl/live/bridge.h"
 #include "wlanctl/live/driver_time.h"
@@ -24,9 +25,9 @@ using State = Wanted::State;
 template <typename IsSo>
 std::vector<std::string> switched_on(Band band, IsSo is_so) {
   std::vector<std::string> found;
-  for (int ssid = 1; ssid <= std::clamp(ssid_count(band), 0, WIFIMGR_FIELDS); ++ssid) {
+  for (const int ssid : ssids_switched_on(band)) {
     const std::string interface = interface_of(band, ssid - 1);
-    if (is_switched_on(band, ssid) && is_so(interface)) found.push_back(interface);
+    if (is_so(interface)) found.push_back(interface);
   }
   return found;
 }
